@@ -1,0 +1,61 @@
+# Compiler settings and the helpers that every folder's CMakeLists.txt uses.
+
+include(GenerateExportHeader)
+
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# The libraries are written in C++11; Qt 6's own headers need 17. Decoders, programs and benchmarks use 17 throughout.
+if(CORVEL_QT_MAJOR EQUAL 6)
+    set(CORVEL_CORE_STANDARD 17)
+else()
+    set(CORVEL_CORE_STANDARD 11)
+endif()
+set(CORVEL_APP_STANDARD 17)
+set(CMAKE_CXX_STANDARD ${CORVEL_CORE_STANDARD})
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic)
+if(CORVEL_WERROR)
+    add_compile_options(-Werror)
+endif()
+if(CORVEL_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII)
+
+# corvel_library(TARGET ALIAS EXPORT_BASENAME): version, soname, alias and export header of one of the three libraries.
+function(corvel_library target alias)
+    generate_export_header(${target}
+        BASE_NAME ${target}
+        EXPORT_FILE_NAME "${CMAKE_BINARY_DIR}/generated/include/${target}_export.h")
+    set_target_properties(${target} PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        EXPORT_NAME ${alias})
+    target_include_directories(${target} PUBLIC
+        "$<BUILD_INTERFACE:${CMAKE_BINARY_DIR}/generated/include>"
+        "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/corvel>")
+    add_library(Corvel::${alias} ALIAS ${target})
+    install(TARGETS ${target} EXPORT CorvelTargets
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    install(FILES "${CMAKE_BINARY_DIR}/generated/include/${target}_export.h"
+        DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/corvel")
+endfunction()
+
+# corvel_cxx17(TARGET...): for what is not built for Qt 4.
+function(corvel_cxx17)
+    foreach(target ${ARGN})
+        set_target_properties(${target} PROPERTIES CXX_STANDARD ${CORVEL_APP_STANDARD})
+    endforeach()
+endfunction()

@@ -1,0 +1,38 @@
+#ifndef FORMATINFO_H
+#define FORMATINFO_H
+
+#include "corvelframework_export.h"
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+
+class MessageInfo;
+
+/** The description of a message format: a family of message types, such as one dialect. Owns its types. */
+class CORVELFRAMEWORK_EXPORT FormatInfo
+{
+public:
+    explicit FormatInfo(const QString& name);
+    virtual ~FormatInfo();
+
+    QString getName() const { return m_name; }
+
+    /** The types in the order in which they were added. */
+    QVector<const MessageInfo*> getMessageInfos() const { return m_messages; }
+
+    /** The type of that name, or null. */
+    const MessageInfo* getMessageInfo(const QString& name) const { return m_byName.value(name); }
+
+    /** Adds a type and takes ownership. Of two types of one name, getMessageInfo() finds the first. */
+    void addMessageInfo(MessageInfo* info);
+
+private:
+    Q_DISABLE_COPY(FormatInfo)
+
+    QString m_name;
+    QVector<const MessageInfo*> m_messages;
+    QHash<QString, const MessageInfo*> m_byName;
+};
+
+#endif

@@ -1,0 +1,37 @@
+#ifndef MESSAGESOURCE_H
+#define MESSAGESOURCE_H
+
+#include "corvelframework_export.h"
+
+#include <QObject>
+
+class Message;
+
+/**
+ * Emits messages as they are received.
+ *
+ * Lives on the GUI thread. A subclass that receives from elsewhere hands its messages to deliver().
+ */
+class CORVELFRAMEWORK_EXPORT MessageSource : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit MessageSource(QObject* parent = 0);
+    virtual ~MessageSource();
+
+    /**
+     * Emits newMessage() when somebody needs messages of the type of @p message, which must not be null.
+     *
+     * The caller keeps its reference; receivers that keep the message take their own.
+     *
+     * @return whether it was emitted
+     */
+    bool deliver(const Message* message);
+
+Q_SIGNALS:
+    /** A message was received. Valid for the length of the call, and longer for who takes a reference. */
+    void newMessage(const Message* message);
+};
+
+#endif

@@ -1,0 +1,105 @@
+#ifndef STREAMDECODER_H
+#define STREAMDECODER_H
+
+#include "corvelframework_export.h"
+
+#include <QString>
+
+class FormatInfo;
+class Message;
+class MessageInfo;
+
+/** A message that was found in a stream and passed its checks, before anything of it is decoded. */
+struct CORVELFRAMEWORK_EXPORT ReceivedMessage
+{
+    ReceivedMessage();
+
+    /** A new Message of this content, with one reference, the caller's. Not for messages of an unknown type. */
+    Message* createMessage(const QString& senderName) const;
+
+    const MessageInfo* info; ///< null for a type that the format does not know
+    quint32 id;              ///< the format's number of the type
+    quint32 sender;          ///< key of the sender, see StreamDecoder::getSenderName()
+    const char* data;        ///< the message as received; valid for the length of the call that hands it out
+    int size;                ///< bytes at data
+    qint64 time;             ///< microseconds since 1970, or Message::NoTime
+    qint64 sequence;         ///< the sender's number of the message, or Message::NoSequence
+    quint64 offset;          ///< where in the stream it began
+};
+
+/** Something that was wrong with a stream at some place. */
+struct CORVELFRAMEWORK_EXPORT StreamProblem
+{
+    enum Kind
+    {
+        ChecksumFailure,  ///< a frame of a known type whose checksum is wrong; dropped
+        LengthMismatch,   ///< a frame whose checksum is right and whose length cannot be; dropped
+        UnsupportedFrame, ///< a frame with a feature that is not understood; dropped
+        SkippedBytes,     ///< bytes that belong to no frame
+        TruncatedFrame,   ///< the stream ended inside a frame
+        InputFailure      ///< reading failed; text tells why
+    };
+
+    StreamProblem();
+
+    /** One line about it without the offset: "checksum failure, id 142, sender 255:190". */
+    QString describe(const QString& senderName) const;
+
+    Kind kind;
+    quint64 offset; ///< where in the stream it began
+    quint64 length; ///< bytes concerned
+    quint32 id;     ///< type of the frame, where there is one
+    quint32 sender; ///< sender of the frame, where there is one
+    bool hasFrame;  ///< whether id and sender say anything
+    QString text;   ///< what is to be added, may be empty
+};
+
+/** Receives what a StreamDecoder finds, in stream order. */
+class CORVELFRAMEWORK_EXPORT StreamSink
+{
+public:
+    virtual ~StreamSink();
+
+    /** A message passed its checks; also for unknown types, with a null info. */
+    virtual void processReceived(const ReceivedMessage& message) = 0;
+    virtual void processProblem(const StreamProblem& problem) = 0;
+};
+
+/**
+ * Finds the messages in a stream of bytes.
+ *
+ * A decoder is fed with pieces of any size and reports to a sink while it is fed. It never needs more memory than a few
+ * frames, whatever the bytes are. One thread at a time; the descriptions it hands out are only pointed to.
+ */
+class CORVELFRAMEWORK_EXPORT StreamDecoder
+{
+public:
+    virtual ~StreamDecoder();
+
+    /**
+     * Takes the next bytes of the stream.
+     *
+     * @param bytes        @p size bytes; need not stay valid
+     * @param arrivalTime  when they arrived, for formats whose messages carry no time; Message::NoTime when that means
+     *                     nothing, as for a file
+     */
+    virtual void feed(const char* bytes, int size, qint64 arrivalTime, StreamSink* sink) = 0;
+
+    /**
+     * Ends the stream or the datagram: reports what is left and cannot become a frame any more.
+     *
+     * Feeding may go on afterwards; offsets go on counting.
+     */
+    virtual void finish(StreamSink* sink) = 0;
+
+    /** Whether the stream itself carries the times of its messages. */
+    virtual bool hasTimes() const = 0;
+
+    /** The format that the messages' types belong to; never null. */
+    virtual const FormatInfo* getFormatInfo() const = 0;
+
+    /** How people of the format write a sender, such as "1:1". May be called on any thread. */
+    virtual QString getSenderName(quint32 sender) const = 0;
+};
+
+#endif

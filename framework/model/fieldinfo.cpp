@@ -1,0 +1,182 @@
+#include "fieldinfo.h"
+
+#include "message.h"
+#include "messageinfo.h"
+#include "numbertext.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QStringList>
+
+#include <cmath>
+
+FieldInfo::FieldInfo(const QString& name, const FieldType& type)
+    : m_name(name)
+    , m_type(type)
+    , m_role(UnspecifiedRole)
+    , m_virtual(false)
+    , m_confidential(false)
+    , m_optional(false)
+    , m_repeated(false)
+    , m_string(false)
+    , m_bitmask(false)
+    , m_parent(nullptr)
+    , m_scaleFactor(1)
+    , m_decimals(-1)
+    , m_timeUnit(NoTimeUnit)
+{
+}
+
+FieldInfo::~FieldInfo()
+{
+    for (int i = 0; i < m_subFields.size(); ++i)
+        delete m_subFields.at(i);
+}
+
+bool FieldInfo::isPresentIn(const Message* message) const
+{
+    return getValueCount(message) > 0;
+}
+
+QVector<FieldValue> FieldInfo::getValues(const Message* message) const
+{
+    const unsigned int count = getValueCount(message);
+    QVector<FieldValue> values;
+    values.reserve(static_cast<int>(count));
+    for (unsigned int i = 0; i < count; ++i)
+        values.append(getValue(message, i));
+    return values;
+}
+
+QString FieldInfo::getStringValue(const Message* message) const
+{
+    const unsigned int count = getValueCount(message);
+    QByteArray characters;
+    for (unsigned int i = 0; i < count; ++i) {
+        const char character = static_cast<char>(getValue(message, i).toUnsigned());
+        if (!character)
+            break;
+        characters.append(character);
+    }
+    return QString::fromUtf8(characters.constData(), characters.size());
+}
+
+bool FieldInfo::occursIn(const MessageInfo* info) const
+{
+    return info && m_messageInfos.contains(info);
+}
+
+void FieldInfo::addSubField(FieldInfo* field)
+{
+    field->m_parent = this;
+    m_subFields.append(field);
+}
+
+void FieldInfo::enterMessageInfo(const MessageInfo* info)
+{
+    m_messageInfos.append(info);
+    for (int i = 0; i < m_subFields.size(); ++i)
+        const_cast<FieldInfo*>(m_subFields.at(i))->enterMessageInfo(info); // owned, and not yet shown to anyone
+}
+
+void FieldInfo::setEnumerators(const QVector<Enumerator>& enumerators, bool bitmask)
+{
+    m_enumerators = enumerators;
+    m_bitmask = bitmask;
+}
+
+void FieldInfo::setScale(double factor, int decimals)
+{
+    m_scaleFactor = factor;
+    m_decimals = decimals;
+}
+
+// An invalid value of a definition is a number that may be written in another type than the field's.
+bool FieldInfo::means(const FieldValue& value, const FieldValue& other) const
+{
+    if (!other.isValid() || !value.isNumber())
+        return false;
+    if (value.isInteger() && other.isInteger())
+        return value.toUnsigned() == other.toUnsigned();
+    const double left = value.toDouble();
+    const double right = other.toDouble();
+    return left == right || (std::isnan(left) && std::isnan(right));
+}
+
+QString FieldInfo::textOfFlags(quint64 flags) const
+{
+    QStringList names;
+    quint64 rest = flags;
+    for (int i = 0; i < m_enumerators.size(); ++i) {
+        const Enumerator& flag = m_enumerators.at(i);
+        if (flag.value == 0 ? flags == 0 : (flags & flag.value) == flag.value) {
+            names.append(flag.name);
+            rest &= ~flag.value;
+        }
+    }
+    if (rest != 0)
+        names.append(QLatin1String("0x") + QString::number(rest, 16));
+    return names.isEmpty() ? QString(QLatin1Char('0')) : names.join(QLatin1String(" | "));
+}
+
+QString FieldInfo::textOfEnumerator(const FieldValue& value) const
+{
+    const QString number = value.toString(false, -1, FieldValue::PlainRepresentation, false);
+    for (int i = 0; i < m_enumerators.size(); ++i)
+        if (means(value, FieldValue::fromUnsigned(m_enumerators.at(i).value)))
+            return m_enumerators.at(i).name + QLatin1String(" (") + number + QLatin1Char(')');
+    return number;
+}
+
+QString FieldInfo::textOfTime(const FieldValue& value) const
+{
+    static const int digitsOfUnit[] = {0, 0, 3, 6, 9};
+    static const qint64 perSecond[] = {1, 1, 1000, 1000000, 1000000000};
+    const qint64 count = value.toSigned();
+    qint64 seconds = count / perSecond[m_timeUnit];
+    qint64 rest = count % perSecond[m_timeUnit];
+    if (rest < 0) {
+        rest += perSecond[m_timeUnit];
+        --seconds;
+    }
+    const QDateTime time = QDateTime(QDate(1970, 1, 1), QTime(0, 0), Qt::UTC).addSecs(seconds);
+    // A count that is no time of our era is better shown as the number it is.
+    if (!time.isValid() || time.date().year() < 1 || time.date().year() > 9999)
+        return value.toString(false, -1, FieldValue::PlainRepresentation, false);
+    QString text = time.toString(QLatin1String("yyyy-MM-ddThh:mm:ss"));
+    if (const int digits = digitsOfUnit[m_timeUnit])
+        text += QLatin1Char('.') + QString::number(rest).rightJustified(digits, QLatin1Char('0'));
+    return text + QLatin1Char('Z');
+}
+
+QString FieldInfo::getInterpretedString(const FieldValue& value, bool withUnit) const
+{
+    if (!value.isValid())
+        return QString();
+    if (means(value, m_invalidValue))
+        return QCoreApplication::translate("FieldInfo", "not available");
+    QString text;
+    if (m_bitmask && value.isInteger())
+        return textOfFlags(value.toUnsigned());
+    if (!m_enumerators.isEmpty() && value.isNumber())
+        return textOfEnumerator(value);
+    if (m_timeUnit != NoTimeUnit && value.isNumber())
+        return textOfTime(value);
+    if (value.isNumber() && m_decimals >= 0)
+        text = NumberText::fixed(value.toDouble() * m_scaleFactor, m_decimals);
+    else
+        text = value.toString(false, -1, FieldValue::PlainRepresentation, false);
+    if (withUnit && !m_unit.isEmpty()) {
+        if (m_unit != QString(QChar(0xb0))) // the degree sign follows its number directly
+            text += QLatin1Char(' ');
+        text += m_unit;
+    }
+    return text;
+}
+
+QString FieldInfo::getRawString(const FieldValue& value) const
+{
+    if (value.getKind() == FieldValue::CharKind && !isStringField())
+        return QString::number(value.toUnsigned());
+    return value.toString(false, -1, FieldValue::PlainRepresentation, false);
+}

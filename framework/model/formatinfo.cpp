@@ -1,0 +1,22 @@
+#include "formatinfo.h"
+
+#include "messageinfo.h"
+
+FormatInfo::FormatInfo(const QString& name)
+    : m_name(name)
+{
+}
+
+FormatInfo::~FormatInfo()
+{
+    for (int i = 0; i < m_messages.size(); ++i)
+        delete m_messages.at(i);
+}
+
+void FormatInfo::addMessageInfo(MessageInfo* info)
+{
+    info->m_format = this;
+    m_messages.append(info);
+    if (!m_byName.contains(info->getName()))
+        m_byName.insert(info->getName(), info);
+}
