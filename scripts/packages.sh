@@ -1,0 +1,28 @@
+# Sourced by run and test: installs Debian packages that are missing, and nothing when all are there.
+
+# Qt, the expression parser, and what compiles them.
+build_packages="build-essential cmake ninja-build qt6-base-dev libmuparser-dev fonts-dejavu-core"
+# The second Qt, benchmarks, sanitizers and fuzzers with clang, the style check.
+test_packages="$build_packages qtbase5-dev libbenchmark-dev clang clang-format libclang-rt-14-dev pkg-config xvfb"
+
+install_packages() {
+    local missing=""
+    local package
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing="$missing $package"
+    done
+    [ -n "$missing" ] || return 0
+
+    local as_root=""
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "These packages are missing, and only root can install them:$missing" >&2
+            return 1
+        fi
+        as_root=sudo
+    fi
+    echo "Installing packages:$missing"
+    $as_root apt-get update -qq
+    # shellcheck disable=SC2086 # a list of words
+    $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
+}
