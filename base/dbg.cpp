@@ -98,7 +98,9 @@ void dbg_Assert(const char* module, const char* subModule, int level, const char
         text += ", level ";
         text += QByteArray::number(level);
     }
-    text += ")\n";
+    text += ')';
+    text.replace('\n', ' '); // one report is one line, whatever the message holds
+    text += '\n';
     std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stderr);
     std::fflush(stderr);
     if (qgetenv("CORVEL_ASSERT") == "abort")
