@@ -1,0 +1,75 @@
+#include "formpanel.h"
+
+#include "latestmessagesource.h"
+#include "messageinfo.h"
+#include "messagewidget.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QLayout>
+#include <QVBoxLayout>
+
+FormPanel::FormPanel(LatestMessageSource* source, QWidget* parent)
+    : QScrollArea(parent)
+    , m_source(source)
+{
+    QWidget* content = new QWidget;
+    m_layout = new QVBoxLayout(content);
+    m_hint = new QLabel(tr("Select message types in the list to see them here as forms."));
+    m_hint->setWordWrap(true);
+    m_hint->setAlignment(Qt::AlignCenter);
+    m_hint->setEnabled(false);
+    m_layout->addWidget(m_hint);
+    m_layout->addStretch(1);
+    setWidget(content);
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setAccessibleName(tr("Message forms"));
+}
+
+QWidget* FormPanel::createForm(const MessageInfo* info)
+{
+    QGroupBox* box = new QGroupBox(info->getName());
+    QVBoxLayout* layout = new QVBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    MessageWidget* form = new MessageWidget(box, info);
+    if (QGridLayout* grid = qobject_cast<QGridLayout*>(form->layout()))
+        grid->setColumnStretch(1, 1); // names as wide as they need, values the rest
+    layout->addWidget(form);
+    const MessageReference latest = m_source->getLatest(info);
+    if (!latest.isNull())
+        form->processMessage(latest.get());
+    connect(m_source, SIGNAL(newMessage(const Message*)), form, SLOT(processMessage(const Message*)));
+    return box;
+}
+
+void FormPanel::setMessageInfos(const QVector<const MessageInfo*>& infos)
+{
+    QVector<Form> forms;
+    for (const MessageInfo* info : infos) {
+        Form form = {info, nullptr};
+        for (Form& old : m_forms) {
+            if (old.info == info && old.box) {
+                form.box = old.box;
+                old.box = nullptr;
+            }
+        }
+        if (!form.box)
+            form.box = createForm(info);
+        forms.append(form);
+    }
+    for (const Form& old : std::as_const(m_forms))
+        delete old.box;
+    m_forms = forms;
+    for (int i = 0; i < m_forms.size(); ++i)
+        m_layout->insertWidget(i, m_forms.at(i).box);
+    m_hint->setVisible(m_forms.isEmpty());
+}
+
+QVector<const MessageInfo*> FormPanel::getMessageInfos() const
+{
+    QVector<const MessageInfo*> infos;
+    for (const Form& form : m_forms)
+        infos.append(form.info);
+    return infos;
+}

@@ -1,0 +1,119 @@
+#include "mainwindow.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QTimer>
+
+#include <cstdio>
+
+// Exit statuses: 0 ended by the user, 1 wrong usage, 2 what was asked for could not be opened or saved.
+
+namespace
+{
+
+// Reads an option's number; false with a word on the error stream when it is none, or less than @p least.
+bool readNumber(const QCommandLineParser& parser, const QString& option, double least, double* number)
+{
+    if (!parser.isSet(option))
+        return true;
+    bool ok = false;
+    const double value = parser.value(option).toDouble(&ok);
+    if (ok && value >= least) {
+        *number = value;
+        return true;
+    }
+    std::fprintf(stderr, "corvel-monitor: --%s takes a number of %g or more, not \"%s\"\n", qPrintable(option), least,
+                 qPrintable(parser.value(option)));
+    return false;
+}
+
+void savePictureAndQuit(MainWindow* window, const QString& path)
+{
+    const bool saved = window->grab().save(path);
+    if (!saved)
+        std::fprintf(stderr, "corvel-monitor: %s cannot be written\n", qPrintable(path));
+    QCoreApplication::exit(saved ? 0 : 2);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+#if QT_VERSION < 0x060000
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QLatin1String("corvel-monitor"));
+    QCoreApplication::setApplicationVersion(QLatin1String(CORVEL_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QLatin1String("Shows live what a device says: every field of every message type."));
+    parser.addPositionalArgument(QLatin1String("input"),
+                                 QLatin1String("A recording, \"-\" for standard input, udp:ADDRESS:PORT to listen, or "
+                                               "tcp:HOST:PORT to connect. Without one a simulated vehicle is shown."),
+                                 QLatin1String("[input]"));
+    parser.addOptions({
+        {QLatin1String("dialect"), QLatin1String("Use the MAVLink definitions in <file>."), QLatin1String("file")},
+        {QLatin1String("annotations"), QLatin1String("Add the annotations in <file> to them."), QLatin1String("file")},
+        {QLatin1String("speed"), QLatin1String("Play a recording <factor> times as fast; 0 is as fast as possible."),
+         QLatin1String("factor")},
+        {QLatin1String("rate"), QLatin1String("Play a recording without times at <number> messages a second."),
+         QLatin1String("number")},
+        {QLatin1String("form"), QLatin1String("Show a form of the message type <type>; can be repeated."),
+         QLatin1String("type")},
+        {QLatin1String("value"), QLatin1String("Show <type.field> in large; can be repeated."),
+         QLatin1String("type.field")},
+        {QLatin1String("screenshot"), QLatin1String("Save a picture of the window to <file> and exit."),
+         QLatin1String("file")},
+        {QLatin1String("after"), QLatin1String("Wait <seconds> before the picture is taken; default 5."),
+         QLatin1String("seconds")},
+        {QLatin1String("size"), QLatin1String("Size of the window, as <width>x<height>."), QLatin1String("size")},
+    });
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.process(application); // exits with 1 when an option is wrong
+
+    StreamSource::Playback playback;
+    double after = 5;
+    if (!readNumber(parser, QLatin1String("speed"), 0, &playback.factor) ||
+        !readNumber(parser, QLatin1String("rate"), 0, &playback.messagesPerSecond) ||
+        !readNumber(parser, QLatin1String("after"), 0, &after))
+        return 1;
+    if (parser.positionalArguments().size() > 1) {
+        std::fprintf(stderr, "corvel-monitor: one input at a time\n");
+        return 1;
+    }
+
+    MainWindow window;
+    if (parser.isSet(QLatin1String("size"))) {
+        const QStringList sides = parser.value(QLatin1String("size")).split(QLatin1Char('x'));
+        if (sides.size() != 2 || sides.at(0).toInt() < 1 || sides.at(1).toInt() < 1) {
+            std::fprintf(stderr, "corvel-monitor: --size takes <width>x<height>\n");
+            return 1;
+        }
+        window.resize(sides.at(0).toInt(), sides.at(1).toInt());
+    }
+    const bool forPicture = parser.isSet(QLatin1String("screenshot"));
+    window.setPlayback(playback);
+    window.showWhenSeen(parser.values(QLatin1String("form")), parser.values(QLatin1String("value")));
+    bool opened =
+        !parser.isSet(QLatin1String("dialect")) ||
+        window.loadDialect(parser.value(QLatin1String("dialect")), parser.value(QLatin1String("annotations")));
+    if (opened && !parser.positionalArguments().isEmpty())
+        opened = window.openAddress(parser.positionalArguments().first());
+    else if (opened)
+        window.openSimulation();
+    if (!opened) {
+        std::fprintf(stderr, "corvel-monitor: %s\n", qPrintable(window.getLastProblem()));
+        if (forPicture)
+            return 2;
+    }
+    window.show();
+    if (forPicture) {
+        QTimer::singleShot(int(after * 1000), &window,
+                           [&]() { savePictureAndQuit(&window, parser.value(QLatin1String("screenshot"))); });
+    }
+    return QApplication::exec();
+}

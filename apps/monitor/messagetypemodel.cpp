@@ -1,0 +1,168 @@
+#include "messagetypemodel.h"
+
+#include "messageinfo.h"
+#include "streamsource.h"
+
+#include <QLocale>
+
+static const int RateMilliseconds = 1000;
+
+MessageTypeModel::MessageTypeModel(QObject* parent)
+    : QAbstractTableModel(parent)
+{
+}
+
+void MessageTypeModel::setSource(const StreamSource* source)
+{
+    beginResetModel();
+    m_source = source;
+    m_rows.clear();
+    m_seen.clear();
+    m_sinceRates.start();
+    endResetModel();
+    refresh();
+}
+
+void MessageTypeModel::refresh()
+{
+    if (!m_source)
+        return;
+    const QVector<ReceptionCounters::Row>& counters = m_source->getCounters().getRows();
+    QVector<const MessageInfo*> fresh;
+    if (counters.size() > m_rows.size()) {
+        beginInsertRows(QModelIndex(), int(m_rows.size()), int(counters.size()) - 1);
+        for (int i = int(m_rows.size()); i < counters.size(); ++i) {
+            Row row;
+            row.counter = counters.at(i);
+            const MessageInfo* info = row.counter.info;
+            row.name = info ? info->getName() : tr("Unknown %1").arg(row.counter.id);
+            row.sender = m_source->getSenderName(row.counter.sender);
+            m_rows.append(row);
+            if (info && !m_seen.contains(info)) {
+                m_seen.insert(info);
+                fresh.append(info);
+            }
+        }
+        endInsertRows();
+    }
+    for (int i = 0; i < counters.size(); ++i)
+        m_rows[i].counter.count = counters.at(i).count;
+    if (m_sinceRates.elapsed() >= RateMilliseconds)
+        updateRates();
+    if (!m_rows.isEmpty())
+        Q_EMIT dataChanged(index(0, CountColumn), index(int(m_rows.size()) - 1, RateColumn));
+    for (const MessageInfo* info : std::as_const(fresh))
+        Q_EMIT typeSeen(info);
+}
+
+void MessageTypeModel::updateRates()
+{
+    const double seconds = double(m_sinceRates.restart()) / 1000;
+    for (Row& row : m_rows) {
+        row.rate = double(row.counter.count - row.lastCount) / seconds;
+        row.lastCount = row.counter.count;
+    }
+}
+
+const MessageInfo* MessageTypeModel::getMessageInfo(int row) const
+{
+    return row >= 0 && row < m_rows.size() ? m_rows.at(row).counter.info : nullptr;
+}
+
+void MessageTypeModel::setInTree(const MessageInfo* info, bool inTree)
+{
+    if (inTree)
+        m_inTree.insert(info);
+    else
+        m_inTree.remove(info);
+    for (int i = 0; i < m_rows.size(); ++i)
+        if (m_rows.at(i).counter.info == info)
+            Q_EMIT dataChanged(index(i, TypeColumn), index(i, TypeColumn));
+}
+
+int MessageTypeModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(m_rows.size());
+}
+
+int MessageTypeModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(ColumnCount);
+}
+
+QVariant MessageTypeModel::displayData(const Row& row, int column) const
+{
+    switch (column) {
+    case TypeColumn:
+        return row.name;
+    case SenderColumn:
+        return row.sender;
+    case CountColumn:
+        return QLocale().toString(row.counter.count);
+    case RateColumn:
+        // A rate below one is better told in more than one digit, or 0.2 and 0.25 look the same.
+        return row.rate > 0 ? tr("%1 /s").arg(row.rate, 0, 'f', row.rate < 10 ? 1 : 0) : QString();
+    default:
+        return QVariant();
+    }
+}
+
+QVariant MessageTypeModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid())
+        return QVariant();
+    const Row& row = m_rows.at(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return displayData(row, index.column());
+    case SortRole:
+        if (index.column() == CountColumn)
+            return row.counter.count;
+        return index.column() == RateColumn ? QVariant(row.rate) : displayData(row, index.column());
+    case Qt::CheckStateRole:
+        if (index.column() == TypeColumn && row.counter.info)
+            return m_inTree.contains(row.counter.info) ? Qt::Checked : Qt::Unchecked;
+        return QVariant();
+    case Qt::ToolTipRole:
+        if (!row.counter.info)
+            return tr("The loaded definitions do not know this type; its messages are counted only.");
+        return row.counter.info->getShortDescriptiveText();
+    case Qt::TextAlignmentRole:
+        return index.column() >= CountColumn ? int(Qt::AlignRight | Qt::AlignVCenter)
+                                             : int(Qt::AlignLeft | Qt::AlignVCenter);
+    default:
+        return QVariant();
+    }
+}
+
+bool MessageTypeModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (role != Qt::CheckStateRole || index.column() != TypeColumn || !getMessageInfo(index.row()))
+        return false;
+    Q_EMIT inTreeRequested(getMessageInfo(index.row()), value.toInt() == Qt::Checked);
+    return true;
+}
+
+QVariant MessageTypeModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return QVariant();
+    switch (section) {
+    case TypeColumn:
+        return tr("Type");
+    case SenderColumn:
+        return tr("Sender");
+    case CountColumn:
+        return tr("Count");
+    default:
+        return tr("Rate");
+    }
+}
+
+Qt::ItemFlags MessageTypeModel::flags(const QModelIndex& index) const
+{
+    Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    if (index.isValid() && index.column() == TypeColumn && getMessageInfo(index.row()))
+        flags |= Qt::ItemIsUserCheckable;
+    return flags;
+}

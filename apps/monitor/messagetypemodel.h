@@ -1,0 +1,78 @@
+#ifndef MESSAGETYPEMODEL_H
+#define MESSAGETYPEMODEL_H
+
+#include "receptioncounters.h"
+
+#include <QAbstractTableModel>
+#include <QElapsedTimer>
+#include <QSet>
+
+class StreamSource;
+
+/** The message types that a source received, a row for each type and sender, with a check box for being in the tree. */
+class MessageTypeModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column
+    {
+        TypeColumn,
+        SenderColumn,
+        CountColumn,
+        RateColumn,
+        ColumnCount
+    };
+
+    /** What sorting goes by: numbers as numbers. */
+    static const int SortRole = Qt::UserRole;
+
+    explicit MessageTypeModel(QObject* parent = nullptr);
+
+    /** Follows @p source from now on, which must outlive its being followed; null empties the list. */
+    void setSource(const StreamSource* source);
+
+    /** Reads the counters of the source anew; new types are announced by typeSeen(). */
+    void refresh();
+
+    /** The type in @p row, or null for one that is not known. */
+    const MessageInfo* getMessageInfo(int row) const;
+
+    /** Shows types as being in the tree or not. */
+    void setInTree(const MessageInfo* info, bool inTree);
+    bool isInTree(const MessageInfo* info) const { return m_inTree.contains(info); }
+
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+Q_SIGNALS:
+    /** A known type was received for the first time. */
+    void typeSeen(const MessageInfo* info);
+    /** The user ticked a type or took its tick away. */
+    void inTreeRequested(const MessageInfo* info, bool inTree);
+
+private:
+    struct Row
+    {
+        ReceptionCounters::Row counter;
+        QString name;
+        QString sender;
+        quint64 lastCount = 0; // at the last time the rate was worked out
+        double rate = 0;
+    };
+
+    QVariant displayData(const Row& row, int column) const;
+    void updateRates();
+
+    const StreamSource* m_source = nullptr;
+    QVector<Row> m_rows;
+    QSet<const MessageInfo*> m_seen;
+    QSet<const MessageInfo*> m_inTree;
+    QElapsedTimer m_sinceRates;
+};
+
+#endif
