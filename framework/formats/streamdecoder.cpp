@@ -1,0 +1,80 @@
+#include "streamdecoder.h"
+
+#include "message.h"
+
+namespace
+{
+
+QString bytesText(quint64 count)
+{
+    return count == 1 ? QStringLiteral("1 byte") : QStringLiteral("%1 bytes").arg(count);
+}
+
+QString kindText(const StreamProblem& problem)
+{
+    switch (problem.kind) {
+    case StreamProblem::ChecksumFailure:
+        return QStringLiteral("checksum failure");
+    case StreamProblem::LengthMismatch:
+        return QStringLiteral("length does not fit the message type");
+    case StreamProblem::UnsupportedFrame:
+        return QStringLiteral("frame with an unsupported feature");
+    case StreamProblem::SkippedBytes:
+        return bytesText(problem.length) + QStringLiteral(" skipped");
+    case StreamProblem::TruncatedFrame:
+        return QStringLiteral("stream ends inside a frame, after ") + bytesText(problem.length);
+    case StreamProblem::InputFailure:
+        return QStringLiteral("reading failed");
+    }
+    return QString();
+}
+
+} // namespace
+
+ReceivedMessage::ReceivedMessage()
+    : info(nullptr)
+    , id(0)
+    , sender(0)
+    , data(nullptr)
+    , size(0)
+    , time(Message::NoTime)
+    , sequence(Message::NoSequence)
+    , offset(0)
+{
+}
+
+Message* ReceivedMessage::createMessage(const QString& senderName) const
+{
+    Message* const message = new Message(info, QByteArray(data, size));
+    message->setTime(time);
+    message->setSequence(sequence);
+    message->setSender(senderName);
+    return message;
+}
+
+StreamProblem::StreamProblem()
+    : kind(SkippedBytes)
+    , offset(0)
+    , length(0)
+    , id(0)
+    , sender(0)
+    , hasFrame(false)
+{
+}
+
+QString StreamProblem::describe(const QString& senderName) const
+{
+    QString line = kindText(*this);
+    if (hasFrame) {
+        line += QStringLiteral(", id %1").arg(id);
+        if (!senderName.isEmpty())
+            line += QStringLiteral(", sender ") + senderName;
+    }
+    if (!text.isEmpty())
+        line += QStringLiteral(": ") + text;
+    return line;
+}
+
+StreamSink::~StreamSink() {}
+
+StreamDecoder::~StreamDecoder() {}

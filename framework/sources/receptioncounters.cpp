@@ -1,0 +1,63 @@
+#include "receptioncounters.h"
+
+ReceptionCounters::ReceptionCounters()
+    : m_messages(0)
+    , m_unknown(0)
+    , m_bytes(0)
+    , m_skippedBytes(0)
+    , m_truncatedFrames(0)
+    , m_truncatedBytes(0)
+    , m_unsupportedFrames(0)
+    , m_lengthMismatches(0)
+{
+}
+
+void ReceptionCounters::countMessage(const ReceivedMessage& message)
+{
+    const quint64 key = quint64(message.id) << 32 | message.sender;
+    const QHash<quint64, int>::const_iterator found = m_rowIndices.constFind(key);
+    if (found != m_rowIndices.constEnd()) {
+        ++m_rows[found.value()].count;
+    } else {
+        m_rowIndices.insert(key, int(m_rows.size()));
+        m_rows.append(Row{message.info, message.id, message.sender, 1});
+    }
+
+    if (message.info)
+        ++m_messages;
+    else
+        ++m_unknown;
+    m_bytes += quint64(message.size);
+}
+
+void ReceptionCounters::countProblem(const StreamProblem& problem)
+{
+    switch (problem.kind) {
+    case StreamProblem::ChecksumFailure:
+        ++m_checksumFailures[problem.id];
+        break;
+    case StreamProblem::LengthMismatch:
+        ++m_lengthMismatches;
+        break;
+    case StreamProblem::UnsupportedFrame:
+        ++m_unsupportedFrames;
+        break;
+    case StreamProblem::SkippedBytes:
+        m_skippedBytes += problem.length;
+        break;
+    case StreamProblem::TruncatedFrame:
+        ++m_truncatedFrames;
+        m_truncatedBytes += problem.length;
+        break;
+    case StreamProblem::InputFailure:
+        break; // says nothing about the bytes that came
+    }
+}
+
+quint64 ReceptionCounters::getChecksumFailureCount() const
+{
+    quint64 count = 0;
+    for (const quint64 failures : m_checksumFailures)
+        count += failures;
+    return count;
+}
