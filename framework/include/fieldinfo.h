@@ -138,9 +138,16 @@ public:
     /** The transmitted value that means "not available"; an invalid value (the default) means that there is none. */
     void setInvalidValue(const FieldValue& value) { m_invalidValue = value; }
     FieldValue getInvalidValue() const { return m_invalidValue; }
+    /** Whether @p value is the transmitted value that means "not available". */
+    bool isNotAvailable(const FieldValue& value) const { return means(value, m_invalidValue); }
 
-    /** Declares numbers to be a time since 1970 (UTC), shown as ISO 8601. */
-    void setTimeUnit(TimeUnit unit) { m_timeUnit = unit; }
+    /**
+     * Declares numbers to be a time since 1970 (UTC), shown as ISO 8601.
+     *
+     * @param orSinceStart  whether senders may as well count from their own start: what is less than 10^9 seconds
+     *                      (2001, or 31 years of running) is then shown as the number it is, with the unit
+     */
+    void setTimeUnit(TimeUnit unit, bool orSinceStart = false);
     TimeUnit getTimeUnit() const { return m_timeUnit; }
 
     /** The least and the greatest value that make sense, as text; empty when not known. For tool tips. */
@@ -173,6 +180,7 @@ private:
 
     void enterMessageInfo(const MessageInfo* info);
     bool means(const FieldValue& value, const FieldValue& other) const;
+    bool isTimeOfDay(const FieldValue& value) const;
     QString textOfFlags(quint64 flags) const;
     QString textOfEnumerator(const FieldValue& value) const;
     QString textOfTime(const FieldValue& value) const;
@@ -197,6 +205,7 @@ private:
     int m_decimals;
     FieldValue m_invalidValue;
     TimeUnit m_timeUnit;
+    bool m_timeOrSinceStart;
 };
 
 #endif

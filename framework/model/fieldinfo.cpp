@@ -10,6 +10,9 @@
 
 #include <cmath>
 
+// By TimeUnit.
+static const qint64 countsPerSecond[] = {1, 1, 1000, 1000000, 1000000000};
+
 FieldInfo::FieldInfo(const QString& name, const FieldType& type)
     : m_name(name)
     , m_type(type)
@@ -24,6 +27,7 @@ FieldInfo::FieldInfo(const QString& name, const FieldType& type)
     , m_scaleFactor(1)
     , m_decimals(-1)
     , m_timeUnit(NoTimeUnit)
+    , m_timeOrSinceStart(false)
 {
 }
 
@@ -91,6 +95,18 @@ void FieldInfo::setScale(double factor, int decimals)
     m_decimals = decimals;
 }
 
+void FieldInfo::setTimeUnit(TimeUnit unit, bool orSinceStart)
+{
+    m_timeUnit = unit;
+    m_timeOrSinceStart = orSinceStart;
+}
+
+bool FieldInfo::isTimeOfDay(const FieldValue& value) const
+{
+    const qint64 leastSeconds = 1000000000;
+    return !m_timeOrSinceStart || value.toSigned() / countsPerSecond[m_timeUnit] >= leastSeconds;
+}
+
 // An invalid value of a definition is a number that may be written in another type than the field's.
 bool FieldInfo::means(const FieldValue& value, const FieldValue& other) const
 {
@@ -131,12 +147,11 @@ QString FieldInfo::textOfEnumerator(const FieldValue& value) const
 QString FieldInfo::textOfTime(const FieldValue& value) const
 {
     static const int digitsOfUnit[] = {0, 0, 3, 6, 9};
-    static const qint64 perSecond[] = {1, 1, 1000, 1000000, 1000000000};
     const qint64 count = value.toSigned();
-    qint64 seconds = count / perSecond[m_timeUnit];
-    qint64 rest = count % perSecond[m_timeUnit];
+    qint64 seconds = count / countsPerSecond[m_timeUnit];
+    qint64 rest = count % countsPerSecond[m_timeUnit];
     if (rest < 0) {
-        rest += perSecond[m_timeUnit];
+        rest += countsPerSecond[m_timeUnit];
         --seconds;
     }
     const QDateTime time = QDateTime(QDate(1970, 1, 1), QTime(0, 0), Qt::UTC).addSecs(seconds);
@@ -160,7 +175,7 @@ QString FieldInfo::getInterpretedString(const FieldValue& value, bool withUnit) 
         return textOfFlags(value.toUnsigned());
     if (!m_enumerators.isEmpty() && value.isNumber())
         return textOfEnumerator(value);
-    if (m_timeUnit != NoTimeUnit && value.isNumber())
+    if (m_timeUnit != NoTimeUnit && value.isNumber() && isTimeOfDay(value))
         return textOfTime(value);
     if (value.isNumber() && m_decimals >= 0)
         text = NumberText::fixed(value.toDouble() * m_scaleFactor, m_decimals);
