@@ -11,18 +11,23 @@ struct CORVELFRAMEWORK_EXPORT InputAddress
 {
     enum Kind
     {
-        File,          ///< path
+        File,          ///< a path
         StandardInput, ///< "-"
-        UdpListen,     ///< "udp:", "udp::PORT", "udp:ADDRESS:PORT" (also with "//"); default 0.0.0.0:14550
-        TcpConnect     ///< "tcp:HOST:PORT" (also with "//"); default port 5760
+        UdpListen,     ///< "udp:", "udp::PORT", "udp:ADDRESS", "udp:ADDRESS:PORT"; 0.0.0.0:14550 unless told
+        TcpConnect     ///< "tcp:HOST", "tcp:HOST:PORT"; port 5760 unless told
     };
 
+    /** Standard input. */
     InputAddress();
 
     /**
-     * Reads an address as it is typed on a command line. What names no scheme is a path.
+     * Reads an address as it is typed on a command line.
      *
-     * @param error  set when false is returned; must not be null
+     * What names no scheme is a path; a file whose name begins like a scheme is named as "./udp:x". "udp://" and
+     * "tcp://" are allowed too. An IPv6 address stands in brackets: "udp:[::]:14550".
+     *
+     * @param address  left alone when false is returned; must not be null
+     * @param error    set when false is returned: what is wrong, with the text; must not be null
      */
     static bool parse(const QString& text, InputAddress* address, QString* error);
 
@@ -30,16 +35,16 @@ struct CORVELFRAMEWORK_EXPORT InputAddress
     QString toString() const;
 
     Kind kind;
-    QString path; ///< of a file
-    QString host; ///< address to bind or host to connect to; may be an IPv6 address
-    quint16 port;
+    QString path; ///< of a file; else empty
+    QString host; ///< address to bind, or host to connect to; an IPv6 address without brackets; else empty
+    quint16 port; ///< 0 where there is none
 };
 
 /**
  * A source of bytes that is read with a time-out.
  *
- * Made on one thread and then opened, read and destroyed on another (the same one); cancel() may be called from
- * anywhere.
+ * Made on one thread and then opened, read and destroyed on another (or the same); cancel() may be called from
+ * anywhere. No event loop is needed, but a network input needs a QCoreApplication.
  */
 class CORVELFRAMEWORK_EXPORT ByteInput
 {
@@ -47,7 +52,7 @@ public:
     enum Status
     {
         Data,    ///< bytes were read
-        Nothing, ///< none came within the time-out
+        Nothing, ///< none came within the time-out, or cancel() was called
         End,     ///< there will be no more
         Failed   ///< reading failed for good; getErrorString() tells why
     };
@@ -61,29 +66,38 @@ public:
      * Reads what there is, at most about 64 KiB or one datagram.
      *
      * @param bytes      replaced by what was read; must not be null. A datagram of no bytes is Data with nothing in it.
-     * @param timeoutMs  how long to wait for the first byte; 0 does not wait
+     * @param timeoutMs  milliseconds to wait for the first byte; 0 does not wait
      */
     virtual Status read(QByteArray* bytes, int timeoutMs) = 0;
 
-    /** Makes a read() or open() that waits return soon. Safe from any thread. */
+    /** Makes an open() or read() that waits, and every later one, return within about 100 ms. Safe from any thread. */
     virtual void cancel() = 0;
 
-    /** Whether bytes arrive in their own time, so that the time of arrival means something. */
+    /** Whether bytes arrive in their own time, so that the time of arrival means something. Known once it is open. */
     virtual bool isLive() const = 0;
     /** Whether every read() gives one datagram, which no frame crosses. */
     virtual bool isDatagram() const = 0;
-    /** The number of bytes in all, or -1 when not known. */
+    /** The number of bytes in all, or -1 when not known. Known once it is open. */
     virtual qint64 getSize() const = 0;
-    /** Why open() or read() failed; names the input. */
+
+    /** What the input is called in texts: the path or address, or "standard input". */
+    QString getName() const { return m_name; }
+    /** Why open() or read() failed: "flight.tlog: No such file or directory". */
     QString getErrorString() const { return m_error; }
 
     /** An input for @p address; never null, owned by the caller. */
     static ByteInput* create(const InputAddress& address);
 
 protected:
-    void setErrorString(const QString& text) { m_error = text; }
+    explicit ByteInput(const QString& name);
+
+    /** Sets getErrorString() to the name and @p reason. */
+    void setError(const QString& reason);
 
 private:
+    Q_DISABLE_COPY(ByteInput)
+
+    QString m_name;
     QString m_error;
 };
 

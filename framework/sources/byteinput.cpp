@@ -1,0 +1,31 @@
+#include "byteinput.h"
+
+#include "fileinput.h"
+#include "tcpinput.h"
+#include "udpinput.h"
+
+ByteInput::ByteInput(const QString& name)
+    : m_name(name)
+{
+}
+
+ByteInput::~ByteInput() {}
+
+void ByteInput::setError(const QString& reason)
+{
+    m_error = m_name + QLatin1String(": ") + reason;
+}
+
+ByteInput* ByteInput::create(const InputAddress& address)
+{
+    switch (address.kind) {
+    case InputAddress::UdpListen:
+        return new UdpInput(address);
+    case InputAddress::TcpConnect:
+        return new TcpInput(address);
+    case InputAddress::File:
+    case InputAddress::StandardInput:
+        break;
+    }
+    return new FileInput(address);
+}

@@ -1,0 +1,229 @@
+#include "streamsource.h"
+
+#include "message.h"
+#include "messageneedmanager.h"
+#include "messagereference.h"
+#include "playbackclock.h"
+#include "problemreporter.h"
+#include "streamreader.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QTimer>
+
+namespace
+{
+
+// How long the GUI thread works before it looks after its other events.
+const qint64 GreatestWorkMs = 10;
+
+const int ProblemIntervalMs = 1000;
+
+} // namespace
+
+/** The batch that is being worked off, and how far. */
+struct StreamSource::Work
+{
+    explicit Work(const QString& inputName)
+        : record(0)
+        , problem(0)
+        , countsChanged(false)
+        , problems(inputName)
+    {
+    }
+
+    void setBatch(std::unique_ptr<StreamBatch> next)
+    {
+        batch = std::move(next);
+        record = 0;
+        problem = 0;
+    }
+
+    bool hasRecord() const { return batch && record < batch->records.size(); }
+    bool hasProblem() const
+    {
+        return batch && problem < batch->problems.size() && batch->problems[problem].recordsBefore <= record;
+    }
+
+    std::unique_ptr<StreamBatch> batch;
+    std::size_t record;
+    std::size_t problem;
+    bool countsChanged;
+    ProblemReporter problems;
+};
+
+StreamSource::Playback::Playback()
+    : factor(1)
+    , messagesPerSecond(0)
+{
+}
+
+StreamSource::StreamSource(ByteInput* input, StreamDecoder* decoder, QObject* parent)
+    : MessageSource(parent)
+    , m_reader(new StreamReader(input, decoder))
+    , m_work(new Work(m_reader->getInputName()))
+    , m_workTimer(new QTimer(this))
+    , m_problemTimer(new QTimer(this))
+    , m_state(Idle)
+{
+    m_reader->setPlayback(Playback());
+    connect(m_reader, SIGNAL(batchesReady()), this, SLOT(processBatches()), Qt::QueuedConnection);
+    m_workTimer->setSingleShot(true);
+    connect(m_workTimer, SIGNAL(timeout()), this, SLOT(processBatches()));
+    m_problemTimer->setSingleShot(true);
+    connect(m_problemTimer, SIGNAL(timeout()), this, SLOT(reportProblems()));
+}
+
+StreamSource::~StreamSource()
+{
+    delete m_reader;
+    delete m_work;
+}
+
+void StreamSource::setPlayback(const Playback& playback)
+{
+    m_reader->setPlayback(playback);
+}
+
+void StreamSource::setClock(PlaybackClock* clock)
+{
+    m_reader->setClock(clock);
+}
+
+void StreamSource::start()
+{
+    if (m_state != Idle)
+        return;
+    setState(Opening);
+    // Whoever listens may have stopped it.
+    if (m_state == Opening)
+        m_reader->start();
+}
+
+void StreamSource::stop()
+{
+    if (m_state == Finished || m_state == Failed)
+        return;
+    m_reader->cancel();
+    m_work->setBatch(nullptr);
+    const QPointer<StreamSource> self(this);
+    reportProblems();
+    if (self)
+        setState(Finished);
+}
+
+const FormatInfo* StreamSource::getFormatInfo() const
+{
+    return m_reader->getDecoder()->getFormatInfo();
+}
+
+QString StreamSource::getSenderName(quint32 sender) const
+{
+    return m_reader->getDecoder()->getSenderName(sender);
+}
+
+void StreamSource::setState(State state)
+{
+    if (state == m_state)
+        return;
+    m_state = state;
+    Q_EMIT stateChanged(state);
+}
+
+void StreamSource::emitReceived()
+{
+    if (!m_work->countsChanged)
+        return;
+    m_work->countsChanged = false;
+    Q_EMIT received();
+}
+
+// Receivers of a message may do anything: run an event loop, so that this slot is entered again, or stop or delete the
+// source. So everything that is to be done is taken out of m_work before an emission and looked up anew behind it; the
+// operations that emit say whether the source is still there.
+void StreamSource::processBatches()
+{
+    QElapsedTimer timer;
+    timer.start();
+    // A timer and no queued call, which would come before the other events that wait. Started here already for an event
+    // loop that a receiver runs.
+    m_workTimer->start(0);
+    int entries = 0;
+    for (;;) {
+        if (!m_work->batch)
+            m_work->setBatch(m_reader->takeBatch());
+        if (!m_work->batch) {
+            m_workTimer->stop();
+            break;
+        }
+        const bool alive = m_work->hasProblem()  ? processProblem()
+                           : m_work->hasRecord() ? processRecord()
+                                                 : finishBatch();
+        if (!alive)
+            return;
+        if (++entries % 16 == 0 && timer.elapsed() >= GreatestWorkMs)
+            break;
+    }
+    emitReceived();
+}
+
+bool StreamSource::processRecord()
+{
+    const ReceivedMessage message = m_work->batch->messageAt(m_work->record++);
+    m_counters.countMessage(message);
+    m_work->countsChanged = true;
+    if (!message.info || !MessageNeedManager::getInstance()->isNeeded(message.info))
+        return true;
+    QHash<quint32, QString>::const_iterator name = m_senderNames.constFind(message.sender);
+    if (name == m_senderNames.constEnd())
+        name = m_senderNames.insert(message.sender, getSenderName(message.sender));
+    const QPointer<StreamSource> self(this);
+    const MessageReference reference = MessageReference::adopt(message.createMessage(*name));
+    deliver(reference.get());
+    return !self.isNull();
+}
+
+bool StreamSource::processProblem()
+{
+    const StreamProblem problem = m_work->batch->problems[m_work->problem++].problem;
+    m_counters.countProblem(problem);
+    m_work->countsChanged = true;
+    const QString line = m_work->problems.report(problem, problem.hasFrame ? getSenderName(problem.sender) : QString());
+    if (line.isEmpty()) {
+        if (!m_problemTimer->isActive())
+            m_problemTimer->start(ProblemIntervalMs);
+        return true;
+    }
+    const QPointer<StreamSource> self(this);
+    Q_EMIT this->problem(line);
+    return !self.isNull();
+}
+
+void StreamSource::reportProblems()
+{
+    m_problemTimer->stop();
+    const QPointer<StreamSource> self(this);
+    const QStringList lines = m_work->problems.takeLines();
+    for (const QString& line : lines)
+        if (self)
+            Q_EMIT problem(line);
+}
+
+bool StreamSource::finishBatch()
+{
+    const std::optional<State> state = m_work->batch->state;
+    const QString error = m_work->batch->error;
+    m_reader->recycle(std::move(m_work->batch));
+    if (!state)
+        return true;
+    const QPointer<StreamSource> self(this);
+    emitReceived();
+    if (self && *state != Running)
+        reportProblems();
+    // A receiver may have stopped it meanwhile.
+    if (self && m_state != Finished) {
+        m_error = error;
+        setState(*state);
+    }
+    return !self.isNull();
+}
