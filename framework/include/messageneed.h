@@ -12,7 +12,8 @@ class MessageNeedManager;
 class CORVELFRAMEWORK_EXPORT MessageNeed
 {
 public:
-    /** A need of nothing yet, registered with @p manager; null means the process-wide manager. */
+    /** A need of nothing yet, registered with @p manager, which must outlive it; null means the process-wide manager.
+     */
     explicit MessageNeed(MessageNeedManager* manager);
     ~MessageNeed();
 

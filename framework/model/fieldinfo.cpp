@@ -121,13 +121,17 @@ bool FieldInfo::means(const FieldValue& value, const FieldValue& other) const
 
 QString FieldInfo::textOfFlags(quint64 flags) const
 {
+    // A mask that is transmitted as a signed number must not show its sign in bits that it does not have.
+    const int size = m_type.getSize();
+    const quint64 width = size > 0 && size < 8 ? (quint64(1) << (8 * size)) - 1 : ~quint64(0);
+    flags &= width;
     QStringList names;
     quint64 rest = flags;
     for (int i = 0; i < m_enumerators.size(); ++i) {
-        const Enumerator& flag = m_enumerators.at(i);
-        if (flag.value == 0 ? flags == 0 : (flags & flag.value) == flag.value) {
-            names.append(flag.name);
-            rest &= ~flag.value;
+        const quint64 flag = m_enumerators.at(i).value & width;
+        if (flag == 0 ? flags == 0 : (flags & flag) == flag) {
+            names.append(m_enumerators.at(i).name);
+            rest &= ~flag;
         }
     }
     if (rest != 0)
@@ -138,26 +142,40 @@ QString FieldInfo::textOfFlags(quint64 flags) const
 QString FieldInfo::textOfEnumerator(const FieldValue& value) const
 {
     const QString number = value.toString(false, -1, FieldValue::PlainRepresentation, false);
-    for (int i = 0; i < m_enumerators.size(); ++i)
-        if (means(value, FieldValue::fromUnsigned(m_enumerators.at(i).value)))
+    for (int i = 0; i < m_enumerators.size(); ++i) {
+        const quint64 bits = m_enumerators.at(i).value;
+        const FieldValue named =
+            value.toDouble() < 0 ? FieldValue::fromSigned(static_cast<qint64>(bits)) : FieldValue::fromUnsigned(bits);
+        if (means(value, named))
             return m_enumerators.at(i).name + QLatin1String(" (") + number + QLatin1Char(')');
+    }
     return number;
 }
 
 QString FieldInfo::textOfTime(const FieldValue& value) const
 {
     static const int digitsOfUnit[] = {0, 0, 3, 6, 9};
-    const qint64 count = value.toSigned();
-    qint64 seconds = count / countsPerSecond[m_timeUnit];
-    qint64 rest = count % countsPerSecond[m_timeUnit];
-    if (rest < 0) {
-        rest += countsPerSecond[m_timeUnit];
-        --seconds;
+    static const qint64 beginOfYear1 = -Q_INT64_C(62135596800);
+    static const qint64 endOfYear9999 = Q_INT64_C(253402300799);
+    const qint64 divisor = countsPerSecond[m_timeUnit];
+    qint64 seconds;
+    qint64 rest;
+    if (value.toDouble() < 0) {
+        seconds = value.toSigned() / divisor;
+        rest = value.toSigned() % divisor;
+        if (rest < 0) {
+            rest += divisor;
+            --seconds;
+        }
+    } else {
+        const quint64 count = value.toUnsigned();
+        seconds = static_cast<qint64>(qMin(count / divisor, static_cast<quint64>(endOfYear9999 + 1)));
+        rest = static_cast<qint64>(count % divisor);
     }
-    const QDateTime time = QDateTime(QDate(1970, 1, 1), QTime(0, 0), Qt::UTC).addSecs(seconds);
     // A count that is no time of our era is better shown as the number it is.
-    if (!time.isValid() || time.date().year() < 1 || time.date().year() > 9999)
+    if (std::isnan(value.toDouble()) || seconds < beginOfYear1 || seconds > endOfYear9999)
         return value.toString(false, -1, FieldValue::PlainRepresentation, false);
+    const QDateTime time = QDateTime(QDate(1970, 1, 1), QTime(0, 0), Qt::UTC).addSecs(seconds);
     QString text = time.toString(QLatin1String("yyyy-MM-ddThh:mm:ss"));
     if (const int digits = digitsOfUnit[m_timeUnit])
         text += QLatin1Char('.') + QString::number(rest).rightJustified(digits, QLatin1Char('0'));
