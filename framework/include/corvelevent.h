@@ -32,6 +32,9 @@ public:
 
     Type getType() const { return m_type; }
 
+    /** What such events are called: "CRC error". */
+    static QString getTypeName(Type type);
+
     /** The event in words. */
     QString getMessage() const { return m_message; }
 

@@ -9,9 +9,21 @@
 #include <QVector>
 
 class FormatInfo;
+class IntervalTracker;
 class MessageInfo;
 
-/** How often, how regularly and with what gaps the messages of one type (and one sender) arrived. */
+/**
+ * How often, how regularly and with what gaps the messages of one type (and one sender) arrived.
+ *
+ * Every reception is counted exactly once: getCount() is the sum of all counts of getIntervalCountHash(), of
+ * getCountWithUnknownTime() and of getCountWithKnownTimeButUnknownInterval(). What makes a stretch of messages regular
+ * and an interval a gap is told in docs/statistics.md.
+ *
+ * @code
+ * MessageStatistics statistics(format, info, info->getName());
+ * statistics.addReception(message.time);
+ * @endcode
+ */
 class CORVELFRAMEWORK_EXPORT MessageStatistics
 {
 public:
@@ -22,6 +34,33 @@ public:
         unsigned int missingEpochs;  ///< how many messages were expected and did not come
         unsigned long long interval; ///< the regular interval of that stretch of data, in milliseconds
     };
+
+    /** Gaps that are stored unless setGapLimit() says otherwise. */
+    static const int DefaultGapLimit = 10000;
+
+    /**
+     * @param format  the format of the type; must not be null and must outlive this object
+     * @param info    the type, or null when the definitions do not know it
+     * @param name    the name to show
+     */
+    MessageStatistics(const FormatInfo* format, const MessageInfo* info, const QString& name);
+    ~MessageStatistics();
+
+    /**
+     * Counts a message.
+     *
+     * @param time  when it was sent or received, in microseconds since 1970, or Message::NoTime
+     */
+    void addReception(qint64 time);
+
+    /** How many gaps are stored; later ones are only counted. Those stored already stay. */
+    void setGapLimit(int limit);
+
+    /**
+     * Tells what time it is for the sender's stream, so that a type that fell silent stops being regular; microseconds
+     * since 1970. Times before that of the last message are ignored.
+     */
+    void setCurrentTime(qint64 time);
 
     /** Number of messages received. */
     unsigned int getCount() const;
@@ -51,10 +90,25 @@ public:
     const MessageInfo* getMessageInfo() const;
     /** The name to show, also when getMessageInfo() is null. */
     QString getMessageName() const;
-    /** A time of a gap as text: UTC with milliseconds. */
+    /** A time of a gap, in microseconds since 1970, as text: UTC with milliseconds. */
     QString getTimeString(unsigned long long time);
     /** An interval in milliseconds as text: a rate ("20 Hz") up to a second, an interval ("2.5 s") above. */
     static QString getIntervalString(unsigned long long interval);
+
+private:
+    Q_DISABLE_COPY(MessageStatistics)
+    friend class MessageStatisticsCoordinator;
+
+    /** Takes over everything that @p other counted, which starts anew. */
+    MessageStatistics(MessageStatistics* other, const QString& name);
+
+    const FormatInfo* m_format;
+    const MessageInfo* m_info;
+    QString m_name;
+    IntervalTracker* m_tracker;
+    unsigned int m_countWithoutTime;
+    int m_untimedInARow;
+    qint64 m_currentTime;
 };
 
 #endif

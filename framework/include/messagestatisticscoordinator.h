@@ -3,19 +3,111 @@
 
 #include "corvelevent.h"
 
+#include <QHash>
 #include <QList>
+#include <QVector>
 
+class FormatInfo;
+class MessageInfo;
 class MessageStatistics;
 
-/** Holds the statistics of all message types received, and counts events by type. */
+/**
+ * Holds the statistics of all message types received, and counts events by type.
+ *
+ * Messages belong to streams: the same type of the same sender in two streams is two rows. As long as the known types
+ * of a stream come from one sender, its statistics have plain names ("HEARTBEAT"); from the second sender on, all of
+ * them carry their sender ("HEARTBEAT (1:1)"). The statistics that exist by then are replaced by new objects with the
+ * same contents, because whoever shows them asks for a name once only.
+ *
+ * Also keeps account of the numbers that senders give their messages, for a count of losses that knows nothing of
+ * intervals. GUI thread only, or one thread only where there is no GUI.
+ */
 class CORVELFRAMEWORK_EXPORT MessageStatisticsCoordinator
 {
 public:
+    /** What the numbers of one sender's messages tell. docs/statistics.md says how they are read. */
+    struct CORVELFRAMEWORK_EXPORT SenderStatistics
+    {
+        SenderStatistics();
+
+        int stream;
+        quint32 sender;
+        QString name;      ///< as people of the format write it
+        bool numbered;     ///< whether the sender's messages have numbers at all
+        quint64 received;  ///< messages, unknown types included
+        quint64 lost;      ///< numbers that never came; at least so many messages were lost
+        quint64 repeated;  ///< messages with the number of their predecessor
+        quint64 late;      ///< messages that came behind their successors
+        quint64 restarts;  ///< how often the sender began at 0 again
+        qint64 lastNumber; ///< of the newest message; -1 before the first
+    };
+
+    MessageStatisticsCoordinator();
+    ~MessageStatisticsCoordinator();
+
+    /**
+     * Begins a stream.
+     *
+     * @param format  the format of its messages; must not be null and must outlive the statistics
+     * @return the stream's number for the other operations
+     */
+    int addStream(const FormatInfo* format);
+
+    /** Forgets a stream with all its statistics; event counts stay. */
+    void removeStream(int stream);
+
+    /** Forgets all messages and events; streams stay. */
+    void clear();
+
+    /** The statistics of a type and sender of @p stream, or null when no such message came yet. */
+    MessageStatistics* find(int stream, quint32 id, quint32 sender) const;
+
+    /**
+     * The statistics of a type and sender of @p stream; made when there are none yet.
+     *
+     * @param info        the type, or null for a type that the definitions do not know ("Unknown 203")
+     * @param id          the format's number of the type
+     * @param senderName  as people of the format write it; asked for only when the statistics are made
+     */
+    MessageStatistics* findOrCreate(int stream, const MessageInfo* info, quint32 id, quint32 sender,
+                                    const QString& senderName);
+
+    /**
+     * Accounts for the number of a message.
+     *
+     * @param number   the number, or Message::NoSequence
+     * @param modulus  numbers run from 0 to one below it; 0 when the format has none
+     */
+    void countNumber(int stream, quint32 sender, const QString& senderName, qint64 number, quint64 modulus);
+
+    /** Tells what time it is in @p stream, in microseconds since 1970; see MessageStatistics::setCurrentTime(). */
+    void setCurrentTime(int stream, qint64 time);
+
+    void countEvent(CorvelEvent::Type type, unsigned int count = 1);
+
     /** Every statistics object that exists now, in the order of their first messages. Owned by the coordinator. */
     QList<MessageStatistics*> getAllMessageStatistics() const;
 
     /** How many events of that type there were. */
     unsigned int getEventCount(CorvelEvent::Type type) const;
+
+    /** Every sender of every stream, in the order of their first messages. */
+    QList<SenderStatistics> getSenderStatistics() const;
+
+private:
+    Q_DISABLE_COPY(MessageStatisticsCoordinator)
+
+    struct Stream;
+    struct Row;
+
+    MessageStatistics* create(Stream* stream, const MessageInfo* info, quint32 id, quint32 sender,
+                              const QString& senderName);
+    void nameSenders(const Stream* stream);
+
+    QHash<int, Stream*> m_streams;
+    int m_nextStream;
+    QList<Row*> m_rows; // of all streams, in order
+    QHash<int, unsigned int> m_events;
 };
 
 #endif

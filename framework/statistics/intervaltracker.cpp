@@ -1,0 +1,395 @@
+#include "intervaltracker.h"
+
+#include "roundinterval.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace
+{
+
+const qint64 LongestPause = Q_INT64_C(3600) * 1000 * 1000; // what is longer is a jump of the clock
+const qint64 LeastInterval = 500;                          // below, whole milliseconds cannot tell it
+const double Likeness = 0.3; // how far intervals that begin a segment may be from their median
+const int BurstRatio = 8;    // a pause so much longer than what is inside makes a burst
+const int Memory = 256;      // intervals that an estimate looks back to
+const int MaxStrain = 16;
+const int PlausibleGap = 10; // a segment is trusted to go on over so many times the messages it has
+
+qint64 medianOf(const qint64* values, int count)
+{
+    qint64 sorted[8];
+    std::copy(values, values + count, sorted);
+    std::nth_element(sorted, sorted + count / 2, sorted + count);
+    return sorted[count / 2];
+}
+
+bool areAlike(const qint64* intervals, int count)
+{
+    const qint64 median = medianOf(intervals, count);
+    if (median < LeastInterval)
+        return false;
+    for (int i = 0; i < count; ++i) {
+        if (std::fabs(double(intervals[i] - median)) > Likeness * double(median))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+IntervalTracker::IntervalTracker()
+    : m_sameTime(0)
+    , m_unknown(0)
+    , m_total(0)
+    , m_hasLast(false)
+    , m_last(0)
+    , m_hasEarlier(false)
+    , m_earlier(0)
+    , m_recentCount(0)
+    , m_firstIsOpen(false)
+    , m_shortInARow(0)
+    , m_regular(false)
+    , m_segmentCount(0)
+    , m_interval(0)
+    , m_nominal(0)
+    , m_deviation(0)
+    , m_limit(0)
+    , m_measured(0)
+    , m_windowSum(0)
+    , m_windowPosition(0)
+    , m_misfitCount(0)
+    , m_strain(0)
+    , m_lastNominal(0)
+    , m_gapLimit(MessageStatistics::DefaultGapLimit)
+    , m_numberOfGaps(0)
+    , m_missingEpochs(0)
+{
+}
+
+void IntervalTracker::addTime(qint64 time, int untimed)
+{
+    ++m_total;
+    const qint64 start = m_last;
+    qint64 interval;
+    if (!acceptTime(time, &interval))
+        return;
+    if (interval == 0) {
+        ++m_sameTime;
+    } else if (!m_regular) {
+        search(interval);
+    } else if (double(interval) >= 0.5 * m_nominal && double(interval) < m_limit) {
+        if (m_misfitCount == 0 || settleMisfits()) {
+            continueSegment(interval);
+        } else {
+            endSegment();
+            search(interval);
+        }
+    } else {
+        const Misfit misfit = {start, interval, untimed};
+        noteMisfit(misfit);
+    }
+}
+
+bool IntervalTracker::acceptTime(qint64 time, qint64* interval)
+{
+    if (!m_hasLast) {
+        beginAnew(time);
+        return false;
+    }
+    *interval = time - m_last;
+    if (*interval < 0) {
+        if (!m_hasEarlier) {
+            m_hasEarlier = true;
+            m_earlier = time;
+            ++m_unknown;
+            return false;
+        }
+        // The second in a row that is older: this is no straggler, the clock was set back.
+        *interval = time - m_earlier;
+        endSegment();
+        beginAnew(m_earlier);
+        --m_unknown; // m_earlier was counted when it came
+        if (*interval < 0) {
+            m_last = time;
+            ++m_unknown;
+            return false;
+        }
+        m_last = time;
+        return true;
+    }
+    m_hasEarlier = false;
+    if (*interval > LongestPause && double(*interval) > PlausibleGap * m_lastNominal) {
+        endSegment();
+        beginAnew(time);
+        return false;
+    }
+    m_last = time;
+    return true;
+}
+
+void IntervalTracker::beginAnew(qint64 time)
+{
+    m_hasLast = true;
+    m_last = time;
+    m_hasEarlier = false;
+    m_recentCount = 0;
+    m_shortInARow = 0;
+    m_firstIsOpen = true;
+    ++m_unknown;
+}
+
+void IntervalTracker::search(qint64 interval)
+{
+    ++m_unknown;
+    if (m_recentCount > 0) {
+        const qint64 previous = m_recent[m_recentCount - 1];
+        if (interval < previous / BurstRatio) {
+            if (++m_shortInARow < Least)
+                return;
+            m_recentCount = 0;
+            m_firstIsOpen = false;
+        } else if (interval / BurstRatio > previous) {
+            m_recentCount = 0;
+            m_firstIsOpen = false;
+        }
+    }
+    m_shortInARow = 0;
+    if (m_recentCount == Least) {
+        std::copy(m_recent + 1, m_recent + Least, m_recent);
+        --m_recentCount;
+        m_firstIsOpen = false;
+    }
+    m_recent[m_recentCount++] = interval;
+    if (m_recentCount == Least && areAlike(m_recent, Least)) {
+        const unsigned int claimed = Least + (m_firstIsOpen ? 1u : 0u);
+        m_unknown -= claimed;
+        beginSegment(m_recent, Least, claimed);
+    }
+}
+
+void IntervalTracker::beginSegment(const qint64* intervals, int count, unsigned int claimed)
+{
+    m_regular = true;
+    m_segmentCount = claimed;
+    m_misfitCount = 0;
+    m_strain = 0;
+    m_recentCount = 0;
+    m_firstIsOpen = false;
+
+    const qint64 median = medianOf(intervals, count);
+    qint64 deviations[Window];
+    qint64 sum = 0;
+    for (int i = 0; i < count; ++i) {
+        deviations[i] = intervals[i] > median ? intervals[i] - median : median - intervals[i];
+        sum += intervals[i];
+    }
+    m_interval = double(sum) / count;
+    m_deviation = std::max(double(medianOf(deviations, count)), m_interval / 1000);
+    m_measured = count;
+    m_nominal = 0;
+    updateNominal();
+
+    // A window that is not full looks as if it had always been like this.
+    m_windowSum = 0;
+    for (int i = 0; i < Window; ++i) {
+        m_window[i] = i < count ? intervals[i] : median;
+        m_windowSum += m_window[i];
+    }
+    m_windowPosition = count % Window;
+}
+
+void IntervalTracker::endSegment()
+{
+    if (!m_regular)
+        return;
+    m_regular = false;
+    m_misfitCount = 0;
+    const long long key = keyOf(m_nominal);
+    for (int i = 0; i < m_rows.size(); ++i) {
+        if (m_rows.at(i).interval == key) {
+            m_rows[i].count += m_segmentCount;
+            m_segmentCount = 0;
+            return;
+        }
+    }
+    if (m_rows.size() < MaxRows) {
+        const Row row = {key, m_segmentCount};
+        m_rows.append(row);
+    } else {
+        m_unknown += m_segmentCount;
+    }
+    m_segmentCount = 0;
+}
+
+void IntervalTracker::continueSegment(qint64 interval)
+{
+    ++m_segmentCount;
+    if (m_strain > 0)
+        --m_strain;
+    measure(interval);
+    if (hasRateChanged()) {
+        m_segmentCount -= Window;
+        endSegment();
+        beginSegment(m_window, Window, Window);
+    }
+}
+
+void IntervalTracker::measure(qint64 interval)
+{
+    m_windowSum += interval - m_window[m_windowPosition];
+    m_window[m_windowPosition] = interval;
+    m_windowPosition = (m_windowPosition + 1) % Window;
+
+    if (m_measured < Memory)
+        ++m_measured;
+    const double difference = double(interval) - m_interval;
+    m_interval += difference / m_measured;
+    const double step = m_deviation / std::min(m_measured, Memory / 4);
+    m_deviation += std::fabs(difference) > m_deviation ? step : -step;
+    m_deviation = std::max(m_deviation, m_interval / 1000);
+    updateNominal();
+}
+
+bool IntervalTracker::hasRateChanged() const
+{
+    const double shift = double(m_windowSum) / Window - m_interval;
+    if (std::fabs(shift) < std::max(0.04 * m_interval, 2.5 * m_deviation))
+        return false;
+    for (int i = 0; i < Window; ++i) {
+        const double difference = double(m_window[i]) - m_interval;
+        if (shift > 0 ? difference < 0.5 * shift : difference > 0.5 * shift)
+            return false;
+    }
+    return true;
+}
+
+void IntervalTracker::updateNominal()
+{
+    const double uncertainty =
+        std::min(0.1 * m_interval, 0.005 * m_interval + 2.5 * m_deviation / std::sqrt(double(m_measured)));
+    // What was taken once is kept for longer than it would be taken anew, so that it does not flicker.
+    if (m_nominal > 0 && std::fabs(m_nominal - m_interval) <= uncertainty && m_measured > Window && m_measured % Window)
+        return;
+    if (m_nominal <= 0 || std::fabs(m_nominal - m_interval) > uncertainty || m_measured < Memory)
+        m_nominal = roundInterval(m_interval, uncertainty);
+    m_limit = std::max(1.5 * m_nominal, m_nominal + 3.5 * m_deviation);
+    m_lastNominal = m_nominal;
+}
+
+void IntervalTracker::noteMisfit(const Misfit& misfit)
+{
+    ++m_unknown;
+    m_misfits[m_misfitCount++] = misfit;
+    if (m_misfitCount < Least)
+        return;
+    qint64 intervals[Least];
+    for (int i = 0; i < Least; ++i)
+        intervals[i] = m_misfits[i].interval;
+    if (areAlike(intervals, Least)) {
+        endSegment();
+        m_unknown -= Least;
+        beginSegment(intervals, Least, Least);
+    } else if (areMultiples() && settleMisfits()) {
+        return;
+    } else {
+        endSegment();
+        m_recentCount = 0;
+        m_shortInARow = 0;
+        m_firstIsOpen = false;
+        for (int i = 0; i < Least; ++i) {
+            --m_unknown;
+            search(intervals[i]);
+        }
+    }
+}
+
+bool IntervalTracker::areMultiples() const
+{
+    for (int i = 0; i < m_misfitCount; ++i) {
+        const double ratio = double(m_misfits[i].interval) / m_nominal;
+        if (ratio < 1.5 || std::fabs(ratio - std::floor(ratio + 0.5)) > 0.2)
+            return false;
+    }
+    return true;
+}
+
+bool IntervalTracker::settleMisfits()
+{
+    const int count = m_misfitCount;
+    m_misfitCount = 0;
+    for (int i = 0; i < count; ++i) {
+        const Misfit& misfit = m_misfits[i];
+        if (double(misfit.interval) < m_limit) {
+            m_strain += 3;
+            continue; // too soon behind its predecessor: its interval stays unknown
+        }
+        const qint64 missing = qint64(double(misfit.interval) / m_nominal + 0.5) - 1;
+        if (missing > qint64(PlausibleGap) * m_segmentCount)
+            return false;
+        --m_unknown;
+        ++m_segmentCount;
+        if (missing > misfit.untimed)
+            addGap(misfit.start, missing - misfit.untimed);
+    }
+    return m_strain <= MaxStrain;
+}
+
+void IntervalTracker::addGap(qint64 start, qint64 missing)
+{
+    const int most = std::numeric_limits<int>::max();
+    if (m_numberOfGaps < most)
+        ++m_numberOfGaps;
+    m_missingEpochs = missing > most - m_missingEpochs ? most : m_missingEpochs + int(missing);
+    if (m_gaps.size() >= m_gapLimit)
+        return;
+    MessageStatistics::Gap gap;
+    gap.start = static_cast<unsigned long long>(start);
+    gap.missingEpochs = static_cast<unsigned int>(missing);
+    gap.interval = static_cast<unsigned long long>(keyOf(m_nominal));
+    m_gaps.append(gap);
+}
+
+long long IntervalTracker::keyOf(double interval) const
+{
+    const long long key = std::max(1LL, static_cast<long long>(interval / 1000 + 0.5));
+    const Row* const row = findRow(key);
+    return row ? row->interval : key;
+}
+
+const IntervalTracker::Row* IntervalTracker::findRow(long long interval) const
+{
+    const Row* best = nullptr;
+    double bestDistance = 0.03 * double(interval);
+    for (int i = 0; i < m_rows.size(); ++i) {
+        const double distance = std::fabs(double(m_rows.at(i).interval - interval));
+        if (distance <= bestDistance) {
+            bestDistance = distance;
+            best = &m_rows.at(i);
+        }
+    }
+    return best;
+}
+
+QHash<long long, unsigned int> IntervalTracker::getCounts() const
+{
+    QHash<long long, unsigned int> counts;
+    if (m_sameTime > 0)
+        counts.insert(0, m_sameTime);
+    for (int i = 0; i < m_rows.size(); ++i)
+        counts.insert(m_rows.at(i).interval, m_rows.at(i).count);
+    if (m_regular)
+        counts[keyOf(m_nominal)] += m_segmentCount;
+    return counts;
+}
+
+bool IntervalTracker::isRegularAt(qint64 time) const
+{
+    return m_regular && m_misfitCount == 0 && double(time - m_last) < m_limit + m_nominal;
+}
+
+unsigned long long IntervalTracker::getLastInterval() const
+{
+    return m_lastNominal > 0 ? static_cast<unsigned long long>(keyOf(m_lastNominal)) : 0;
+}

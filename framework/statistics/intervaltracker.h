@@ -1,0 +1,109 @@
+#ifndef INTERVALTRACKER_H
+#define INTERVALTRACKER_H
+
+#include "messagestatistics.h"
+
+/**
+ * Tells the regular intervals and the gaps of a sequence of times, in constant time a message and without allocating.
+ *
+ * docs/statistics.md describes the rules. Times and intervals are microseconds here.
+ */
+class IntervalTracker
+{
+public:
+    IntervalTracker();
+
+    /** @param untimed  how many messages without a time came since the last one with a time */
+    void addTime(qint64 time, int untimed);
+
+    void setGapLimit(int limit) { m_gapLimit = limit; }
+
+    /** Every message with a time: the ones with the same time as before, by interval, and the rest. */
+    QHash<long long, unsigned int> getCounts() const;
+    unsigned int getUnknownCount() const { return m_unknown; }
+    unsigned int getTotal() const { return m_total; }
+
+    bool isRegularAt(qint64 time) const;
+    /** In milliseconds; 0 when there was none. */
+    unsigned long long getLastInterval() const;
+
+    const QVector<MessageStatistics::Gap>& getGaps() const { return m_gaps; }
+    int getNumberOfGaps() const { return m_numberOfGaps; }
+    int getNumberOfMissingEpochs() const { return m_missingEpochs; }
+
+private:
+    Q_DISABLE_COPY(IntervalTracker)
+
+    static const int Least = 5;  // intervals that make a stretch regular, or end it
+    static const int Window = 8; // intervals that show a change of the rate
+    static const int MaxRows = 200;
+
+    struct Row
+    {
+        long long interval; // milliseconds
+        unsigned int count;
+    };
+
+    /** An interval that does not fit, until it is known whether the ones behind it fit again. */
+    struct Misfit
+    {
+        qint64 start;
+        qint64 interval;
+        int untimed;
+    };
+
+    bool acceptTime(qint64 time, qint64* interval);
+    void beginAnew(qint64 time);
+    void search(qint64 interval);
+    void beginSegment(const qint64* intervals, int count, unsigned int claimed);
+    void endSegment();
+    void continueSegment(qint64 interval);
+    void noteMisfit(const Misfit& misfit);
+    bool settleMisfits();
+    bool areMultiples() const;
+    void measure(qint64 interval);
+    bool hasRateChanged() const;
+    void updateNominal();
+    void addGap(qint64 start, qint64 missing);
+    long long keyOf(double interval) const;
+    const Row* findRow(long long interval) const;
+
+    QVector<Row> m_rows; // of the segments that ended
+    unsigned int m_sameTime;
+    unsigned int m_unknown;
+    unsigned int m_total;
+
+    bool m_hasLast;
+    qint64 m_last;     // the time that the next interval is measured from
+    bool m_hasEarlier; // whether the newest message was older than m_last
+    qint64 m_earlier;  // and then its time
+
+    // While no segment is regular.
+    qint64 m_recent[Least];
+    int m_recentCount;
+    bool m_firstIsOpen; // whether the message before m_recent[0] began the stretch and may be claimed by it
+    int m_shortInARow;
+
+    // While one is.
+    bool m_regular;
+    unsigned int m_segmentCount; // messages that belong to it
+    double m_interval;           // measured
+    double m_nominal;            // what it is taken for
+    double m_deviation;          // half of the intervals are nearer to m_interval
+    double m_limit;              // what is as long or longer is a gap
+    int m_measured;
+    qint64 m_window[Window]; // the newest intervals, in no order
+    qint64 m_windowSum;
+    int m_windowPosition;
+    Misfit m_misfits[Least];
+    int m_misfitCount;
+    int m_strain;
+    double m_lastNominal;
+
+    QVector<MessageStatistics::Gap> m_gaps;
+    int m_gapLimit;
+    int m_numberOfGaps;
+    int m_missingEpochs;
+};
+
+#endif

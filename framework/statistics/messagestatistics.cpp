@@ -1,0 +1,166 @@
+#include "messagestatistics.h"
+
+#include "intervaltracker.h"
+#include "memleaktracer.h"
+#include "message.h"
+
+#include <QDateTime>
+
+#include <algorithm>
+
+namespace
+{
+
+struct MoreFrequent
+{
+    explicit MoreFrequent(const QHash<long long, unsigned int>& counts)
+        : counts(counts)
+    {
+    }
+    // Of equally frequent intervals the shorter comes first, so that the order does not depend on the hash.
+    bool operator()(long long a, long long b) const
+    {
+        const unsigned int countA = counts.value(a);
+        const unsigned int countB = counts.value(b);
+        return countA != countB ? countA > countB : a < b;
+    }
+    const QHash<long long, unsigned int>& counts;
+};
+
+} // namespace
+
+const int MessageStatistics::DefaultGapLimit;
+
+MessageStatistics::MessageStatistics(const FormatInfo* format, const MessageInfo* info, const QString& name)
+    : m_format(format)
+    , m_info(info)
+    , m_name(name)
+    , m_tracker(new IntervalTracker)
+    , m_countWithoutTime(0)
+    , m_untimedInARow(0)
+    , m_currentTime(Message::NoTime)
+{
+    MemLeakTracer::getInstance()->doAllocateObject(QLatin1String("MessageStatistics"));
+}
+
+MessageStatistics::MessageStatistics(MessageStatistics* other, const QString& name)
+    : m_format(other->m_format)
+    , m_info(other->m_info)
+    , m_name(name)
+    , m_tracker(other->m_tracker)
+    , m_countWithoutTime(other->m_countWithoutTime)
+    , m_untimedInARow(other->m_untimedInARow)
+    , m_currentTime(other->m_currentTime)
+{
+    other->m_tracker = new IntervalTracker;
+    other->m_countWithoutTime = 0;
+    MemLeakTracer::getInstance()->doAllocateObject(QLatin1String("MessageStatistics"));
+}
+
+MessageStatistics::~MessageStatistics()
+{
+    MemLeakTracer::getInstance()->doDeallocateObject(QLatin1String("MessageStatistics"));
+    delete m_tracker;
+}
+
+void MessageStatistics::addReception(qint64 time)
+{
+    if (time == Message::NoTime) {
+        ++m_countWithoutTime;
+        ++m_untimedInARow;
+        return;
+    }
+    m_tracker->addTime(time, m_untimedInARow);
+    m_untimedInARow = 0;
+    m_currentTime = time;
+}
+
+void MessageStatistics::setGapLimit(int limit)
+{
+    m_tracker->setGapLimit(limit);
+}
+
+void MessageStatistics::setCurrentTime(qint64 time)
+{
+    m_currentTime = std::max(m_currentTime, time);
+}
+
+unsigned int MessageStatistics::getCount() const
+{
+    return m_countWithoutTime + m_tracker->getTotal();
+}
+
+unsigned long long MessageStatistics::getLastInterval() const
+{
+    return m_tracker->getLastInterval();
+}
+
+bool MessageStatistics::isCurrentlyRegular() const
+{
+    return m_tracker->isRegularAt(m_currentTime);
+}
+
+QHash<long long, unsigned int> MessageStatistics::getIntervalCountHash() const
+{
+    return m_tracker->getCounts();
+}
+
+QList<long long> MessageStatistics::getIntervalsSortedOnFrequency(int maxCount) const
+{
+    const QHash<long long, unsigned int> counts = m_tracker->getCounts();
+    QList<long long> intervals = counts.keys();
+    std::sort(intervals.begin(), intervals.end(), MoreFrequent(counts));
+    return maxCount < 0 ? intervals : intervals.mid(0, maxCount);
+}
+
+unsigned int MessageStatistics::getCountWithUnknownTime() const
+{
+    return m_countWithoutTime;
+}
+
+unsigned int MessageStatistics::getCountWithKnownTimeButUnknownInterval() const
+{
+    return m_tracker->getUnknownCount();
+}
+
+const QVector<MessageStatistics::Gap>& MessageStatistics::getGaps() const
+{
+    return m_tracker->getGaps();
+}
+
+int MessageStatistics::getNumberOfGaps() const
+{
+    return m_tracker->getNumberOfGaps();
+}
+
+bool MessageStatistics::hasUnstoredGaps() const
+{
+    return getNumberOfGaps() > getGaps().size();
+}
+
+int MessageStatistics::getNumberOfMissingEpochs() const
+{
+    return m_tracker->getNumberOfMissingEpochs();
+}
+
+const FormatInfo* MessageStatistics::getFormatInfo() const
+{
+    return m_format;
+}
+
+const MessageInfo* MessageStatistics::getMessageInfo() const
+{
+    return m_info;
+}
+
+QString MessageStatistics::getMessageName() const
+{
+    return m_name;
+}
+
+QString MessageStatistics::getTimeString(unsigned long long time)
+{
+    // Through seconds and milliseconds apart, which Qt 4 needs for times beyond 2038.
+    const QDateTime text = QDateTime::fromMSecsSinceEpoch(qint64(time / 1000)).toUTC();
+    return text.toString(QLatin1String("yyyy-MM-dd HH:mm:ss.zzz"));
+}

@@ -1,0 +1,253 @@
+#include "messagestatisticscoordinator.h"
+
+#include "message.h"
+#include "messageinfo.h"
+#include "messagestatistics.h"
+
+#include <algorithm>
+
+namespace
+{
+
+// Frames of unknown types cannot be verified: noise may look like any number of types and senders.
+const int MaxUnknownTypes = 1000;
+
+quint64 keyOf(quint32 id, quint32 sender)
+{
+    return quint64(id) << 32 | sender;
+}
+
+} // namespace
+
+struct MessageStatisticsCoordinator::Row
+{
+    int stream;
+    QString plainName;
+    quint32 sender;
+    QString senderName;
+    MessageStatistics* statistics;
+};
+
+struct MessageStatisticsCoordinator::Stream
+{
+    int number;
+    const FormatInfo* format;
+    QHash<quint64, Row*> rows;
+    Row* otherUnknown; // for what is beyond MaxUnknownTypes; null until then
+    int unknownTypes;
+    qint64 time;
+    QList<quint32> knownSenders; // whose messages are of known types
+    QHash<quint32, SenderStatistics> senders;
+    QList<quint32> senderOrder;
+};
+
+MessageStatisticsCoordinator::SenderStatistics::SenderStatistics()
+    : stream(0)
+    , sender(0)
+    , numbered(false)
+    , received(0)
+    , lost(0)
+    , repeated(0)
+    , late(0)
+    , restarts(0)
+    , lastNumber(-1)
+{
+}
+
+MessageStatisticsCoordinator::MessageStatisticsCoordinator()
+    : m_nextStream(0)
+{
+}
+
+MessageStatisticsCoordinator::~MessageStatisticsCoordinator()
+{
+    clear();
+    qDeleteAll(m_streams);
+}
+
+int MessageStatisticsCoordinator::addStream(const FormatInfo* format)
+{
+    Stream* const stream = new Stream;
+    stream->number = m_nextStream++;
+    stream->format = format;
+    stream->otherUnknown = nullptr;
+    stream->unknownTypes = 0;
+    stream->time = Message::NoTime;
+    m_streams.insert(stream->number, stream);
+    return stream->number;
+}
+
+void MessageStatisticsCoordinator::removeStream(int number)
+{
+    for (int i = m_rows.size() - 1; i >= 0; --i) {
+        if (m_rows.at(i)->stream == number) {
+            delete m_rows.at(i)->statistics;
+            delete m_rows.takeAt(i);
+        }
+    }
+    delete m_streams.take(number);
+}
+
+void MessageStatisticsCoordinator::clear()
+{
+    Q_FOREACH (Row* row, m_rows) {
+        delete row->statistics;
+        delete row;
+    }
+    m_rows.clear();
+    m_events.clear();
+    Q_FOREACH (Stream* stream, m_streams) {
+        stream->rows.clear();
+        stream->otherUnknown = nullptr;
+        stream->unknownTypes = 0;
+        stream->knownSenders.clear();
+        stream->senders.clear();
+        stream->senderOrder.clear();
+    }
+}
+
+MessageStatistics* MessageStatisticsCoordinator::find(int number, quint32 id, quint32 sender) const
+{
+    const Stream* const stream = m_streams.value(number);
+    const Row* const row = stream ? stream->rows.value(keyOf(id, sender)) : nullptr;
+    return row ? row->statistics : nullptr;
+}
+
+MessageStatistics* MessageStatisticsCoordinator::findOrCreate(int number, const MessageInfo* info, quint32 id,
+                                                              quint32 sender, const QString& senderName)
+{
+    Stream* const stream = m_streams.value(number);
+    Row* const row = stream->rows.value(keyOf(id, sender));
+    return row ? row->statistics : create(stream, info, id, sender, senderName);
+}
+
+MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const MessageInfo* info, quint32 id,
+                                                        quint32 sender, const QString& senderName)
+{
+    if (!info && stream->unknownTypes >= MaxUnknownTypes && stream->otherUnknown)
+        return stream->otherUnknown->statistics;
+    Row* const row = new Row;
+    row->stream = stream->number;
+    row->sender = sender;
+    row->senderName = senderName;
+    if (info) {
+        row->plainName = info->getName();
+        if (!stream->knownSenders.contains(sender)) {
+            stream->knownSenders.append(sender);
+            if (stream->knownSenders.size() == 2)
+                nameSenders(stream);
+        }
+    } else if (stream->unknownTypes < MaxUnknownTypes) {
+        ++stream->unknownTypes;
+        row->plainName = QString::fromLatin1("Unknown %1").arg(id);
+    } else {
+        stream->otherUnknown = row;
+        row->senderName.clear();
+        row->plainName = QLatin1String("Unknown, others");
+    }
+    QString name = row->plainName;
+    if (stream->knownSenders.size() > 1 && !row->senderName.isEmpty())
+        name += QString::fromLatin1(" (%1)").arg(row->senderName);
+    row->statistics = new MessageStatistics(stream->format, info, name);
+    if (row != stream->otherUnknown)
+        stream->rows.insert(keyOf(id, sender), row);
+    m_rows.append(row);
+    return row->statistics;
+}
+
+void MessageStatisticsCoordinator::nameSenders(const Stream* stream)
+{
+    Q_FOREACH (Row* row, m_rows) {
+        if (row->stream != stream->number || row->senderName.isEmpty())
+            continue;
+        MessageStatistics* const old = row->statistics;
+        row->statistics =
+            new MessageStatistics(old, QString::fromLatin1("%1 (%2)").arg(row->plainName, row->senderName));
+        delete old;
+    }
+}
+
+void MessageStatisticsCoordinator::countNumber(int number, quint32 sender, const QString& senderName, qint64 sequence,
+                                               quint64 modulus)
+{
+    Stream* const stream = m_streams.value(number);
+    const QHash<quint32, SenderStatistics>::iterator found = stream->senders.find(sender);
+    if (found == stream->senders.end()) {
+        SenderStatistics statistics;
+        statistics.stream = number;
+        statistics.sender = sender;
+        statistics.name = senderName;
+        statistics.received = 1;
+        statistics.numbered = sequence >= 0 && modulus > 0;
+        statistics.lastNumber = statistics.numbered ? sequence : -1;
+        stream->senders.insert(sender, statistics);
+        stream->senderOrder.append(sender);
+        return;
+    }
+    SenderStatistics& statistics = found.value();
+    ++statistics.received;
+    if (sequence < 0 || modulus == 0)
+        return;
+    statistics.numbered = true;
+    if (statistics.lastNumber < 0) {
+        statistics.lastNumber = sequence;
+        return;
+    }
+    const quint64 step = (quint64(sequence) + modulus - quint64(statistics.lastNumber)) % modulus;
+    const quint64 late = modulus / 32;
+    if (step == 0) {
+        ++statistics.repeated;
+        return;
+    }
+    if (step >= modulus - late) {
+        // Its number was missed when its successors came.
+        ++statistics.late;
+        if (statistics.lost > 0)
+            --statistics.lost;
+        return;
+    }
+    if (sequence == 0 && step != 1)
+        ++statistics.restarts;
+    else
+        statistics.lost += step - 1;
+    statistics.lastNumber = sequence;
+}
+
+void MessageStatisticsCoordinator::setCurrentTime(int number, qint64 time)
+{
+    Q_FOREACH (const Row* row, m_rows) {
+        if (row->stream == number)
+            row->statistics->setCurrentTime(time);
+    }
+}
+
+void MessageStatisticsCoordinator::countEvent(CorvelEvent::Type type, unsigned int count)
+{
+    m_events[type] += count;
+}
+
+QList<MessageStatistics*> MessageStatisticsCoordinator::getAllMessageStatistics() const
+{
+    QList<MessageStatistics*> all;
+    Q_FOREACH (const Row* row, m_rows)
+        all.append(row->statistics);
+    return all;
+}
+
+unsigned int MessageStatisticsCoordinator::getEventCount(CorvelEvent::Type type) const
+{
+    return m_events.value(type);
+}
+
+QList<MessageStatisticsCoordinator::SenderStatistics> MessageStatisticsCoordinator::getSenderStatistics() const
+{
+    QList<int> numbers = m_streams.keys();
+    std::sort(numbers.begin(), numbers.end());
+    QList<SenderStatistics> all;
+    Q_FOREACH (int number, numbers) {
+        const Stream* const stream = m_streams.value(number);
+        Q_FOREACH (quint32 sender, stream->senderOrder)
+            all.append(stream->senders.value(sender));
+    }
+    return all;
+}
