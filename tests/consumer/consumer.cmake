@@ -1,0 +1,58 @@
+include("${CMAKE_CURRENT_LIST_DIR}/../shared/subbuild.cmake")
+
+set(prefix "${WORK_DIR}/prefix")
+file(REMOVE_RECURSE "${prefix}")
+run("${CMAKE_COMMAND}" --install "${BINARY_DIR}" --prefix "${prefix}")
+
+foreach(library base framework gui)
+    set(file "${prefix}/${LIBDIR}/libcorvel${library}.so.15")
+    run("${READELF}" -d "${file}")
+    string(REGEX MATCH "soname: \\[([^]]*)\\]" found "${RUN_OUTPUT}")
+    expect("the soname of ${file}" "${CMAKE_MATCH_1}" "libcorvel${library}.so.15")
+    if(RUN_OUTPUT MATCHES "R(UN)?PATH[^\n]*${BINARY_DIR}")
+        message(FATAL_ERROR "${file} looks for libraries in the build tree")
+    endif()
+endforeach()
+
+# Nothing that is installed may know where it was built.
+file(GLOB_RECURSE texts "${prefix}/*.cmake" "${prefix}/*.h" "${prefix}/*.pc")
+foreach(text ${texts})
+    file(READ "${text}" content)
+    string(REPLACE "${prefix}" "" content "${content}") # lies below the build tree here
+    foreach(dir "${SOURCE_DIR}/" "${BINARY_DIR}/")
+        string(FIND "${content}" "${dir}" place)
+        if(NOT place EQUAL -1)
+            message(FATAL_ERROR "${text} names ${dir}")
+        endif()
+    endforeach()
+endforeach()
+
+string(REPLACE ";" "\\;" prefixes "${prefix};${PREFIX_PATH}")
+build("${CMAKE_CURRENT_LIST_DIR}/project" "${WORK_DIR}/project" all
+    "-DCMAKE_PREFIX_PATH=${prefixes}" "-DCMAKE_CXX_FLAGS=${SUBBUILD_FLAGS}"
+    "-DEXAMPLES_DIR=${SOURCE_DIR}/examples")
+run("${WORK_DIR}/project/consumer")
+expect("what the consumer shows" "${RUN_OUTPUT}" "15.0.0: N/A, 42 m/s\n")
+
+# The example has no end of its own: it is all right when it is still running, and has complained of nothing.
+execute_process(COMMAND "${WORK_DIR}/project/valuelabel/valuelabel" "udp:127.0.0.1:0" TIMEOUT 1
+    RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+if(NOT result MATCHES "timeout" OR NOT output STREQUAL "")
+    message(FATAL_ERROR "The example ended with ${result}\n${output}")
+endif()
+
+find_program(PKG_CONFIG pkg-config)
+if(PKG_CONFIG)
+    set(ENV{PKG_CONFIG_PATH} "${prefix}/${LIBDIR}/pkgconfig")
+    run("${PKG_CONFIG}" --modversion corvelgui)
+    expect("pkg-config's version" "${RUN_OUTPUT}" "15.0.0\n")
+    run("${PKG_CONFIG}" --variable=prefix corvelgui)
+    expect("pkg-config's prefix" "${RUN_OUTPUT}" "${prefix}\n")
+    run("${PKG_CONFIG}" --cflags --libs corvelgui)
+    foreach(part "-I${prefix}/include/corvel" "-lcorvelgui" "-lcorvelbase" "-lQt${QT_MAJOR}Widgets")
+        string(FIND "${RUN_OUTPUT}" "${part}" place)
+        if(place EQUAL -1)
+            message(FATAL_ERROR "pkg-config names no ${part}: ${RUN_OUTPUT}")
+        endif()
+    endforeach()
+endif()
