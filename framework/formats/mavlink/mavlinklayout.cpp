@@ -44,6 +44,20 @@ bool isChain(const QByteArray& head, int magic, int timeSize)
     return true;
 }
 
+/**
+ * Whether a recording begins with a time stamp and a whole frame: not much, but all that a recording of one message
+ * has, and one whose times count from the start of the vehicle.
+ */
+bool beginsWithTimeAndFrame(const QByteArray& head)
+{
+    const int size = int(head.size());
+    const char* const bytes = head.constData() + TimeSize;
+    if (size < TimeSize + HeaderSizeV2 || !isMagic(*bytes) || readTime(head.constData()) >= LatestTime)
+        return false;
+    const Header header(bytes);
+    return header.isUnderstood() && TimeSize + header.size() <= size;
+}
+
 } // namespace
 
 bool MavlinkStreamDecoder::detectLayout(const QByteArray& head, Layout* layout)
@@ -61,5 +75,8 @@ bool MavlinkStreamDecoder::detectLayout(const QByteArray& head, Layout* layout)
             return true;
         }
     }
-    return false;
+    if (!beginsWithTimeAndFrame(head))
+        return false;
+    *layout = TlogLayout;
+    return true;
 }
