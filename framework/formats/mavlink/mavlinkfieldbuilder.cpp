@@ -108,7 +108,8 @@ FieldInfo::TimeUnit timeUnitOf(const QString& units)
 // Only the words tell a time of day from a duration.
 void setTime(const MavlinkFieldDefinition& definition, FieldInfo* field)
 {
-    static const QRegularExpression unixTime(QStringLiteral("unix"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression unixTime(QStringLiteral("unix|since (1\\.1\\.)?1970"),
+                                             QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression boot(QStringLiteral("\\bboot"), QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression otherEpoch(QStringLiteral("\\b(?!1970)(19|20)\\d\\d\\b")); // "since 2019"
     const FieldInfo::TimeUnit unit = timeUnitOf(definition.units);

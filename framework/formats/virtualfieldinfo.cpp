@@ -1,0 +1,150 @@
+#include "virtualfieldinfo.h"
+
+#include "message.h"
+#include "messageinfo.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace
+{
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("Annotations", text);
+}
+
+// bit(value, number): 1 or 0.
+double bitOf(double value, double number)
+{
+    return std::fmod(std::floor(std::ldexp(value, -static_cast<int>(number))), 2.0) != 0 ? 1 : 0;
+}
+
+bool isNumberType(const FieldInfo* field)
+{
+    switch (field->getType().getTypeCode()) {
+    case FieldType::SignedType:
+    case FieldType::UnsignedType:
+    case FieldType::FloatType:
+    case FieldType::BoolType:
+        return true;
+    case FieldType::CharType:
+    case FieldType::UnsignedCharType:
+        return !field->isStringField();
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+VirtualFieldInfo::VirtualFieldInfo(const QString& name)
+    : FieldInfo(name, FieldType(FieldType::FloatType, 8, QStringLiteral("double")))
+{
+    setVirtual(true);
+    setOptional(true);
+}
+
+VirtualFieldInfo* VirtualFieldInfo::create(const QString& name, const QString& expression, const MessageInfo* info,
+                                           QString* error)
+{
+    std::unique_ptr<VirtualFieldInfo> field(new VirtualFieldInfo(name));
+    return field->compile(expression, info, error) ? field.release() : nullptr;
+}
+
+bool VirtualFieldInfo::compile(const QString& expression, const MessageInfo* info, QString* error)
+{
+    // The parser would take it as an assignment to the input.
+    static const QRegularExpression assignment(QStringLiteral("(?<![=<>!])=(?!=)"));
+    if (expression.contains(assignment)) {
+        *error = tr("\"=\" in the expression: a comparison is written \"==\"");
+        return false;
+    }
+    try {
+        m_parser.DefineFun("bit", bitOf);
+        // The parser's own constants can lack the last digits.
+        m_parser.ClearConst();
+        m_parser.DefineConst("_pi", 3.14159265358979323846);
+        m_parser.DefineConst("_e", 2.71828182845904523536);
+        m_parser.SetExpr(expression.toStdString());
+        const mu::varmap_type used = m_parser.GetUsedVar();
+        for (const auto& variable : used) {
+            Input input{};
+            if (!findInput(QString::fromStdString(variable.first), info, &input, error))
+                return false;
+            m_inputs.push_back(input);
+            setConfidential(isConfidential() || input.field->isConfidential());
+        }
+        m_values.resize(m_inputs.size());
+        std::size_t i = 0;
+        for (const auto& variable : used)
+            m_parser.DefineVar(variable.first, &m_values[i++]);
+        m_parser.Eval();
+    } catch (const mu::Parser::exception_type& exception) {
+        *error = tr("the expression cannot be understood: %1").arg(QString::fromStdString(exception.GetMsg()));
+        return false;
+    }
+    if (m_parser.GetNumResults() != 1) {
+        *error = tr("the expression has several results");
+        return false;
+    }
+    return true;
+}
+
+bool VirtualFieldInfo::findInput(const QString& name, const MessageInfo* info, Input* input, QString* error)
+{
+    const FieldInfo* field = info->getFieldInfo(name);
+    bool isElement = false;
+    if (!field) {
+        const int mark = static_cast<int>(name.lastIndexOf(QLatin1Char('_')));
+        input->index = name.mid(mark + 1).toUInt(&isElement);
+        field = isElement ? info->getFieldInfo(name.left(mark)) : nullptr;
+        if (field && !field->isRepeated())
+            field = nullptr;
+    }
+    if (!field)
+        *error = tr("the expression names \"%1\", which is no field").arg(name);
+    else if (!isNumberType(field))
+        *error = tr("the expression names \"%1\", which is no number").arg(name);
+    else if (field->isRepeated() && !isElement)
+        *error = tr("the expression names \"%1\", which has several values: name one as in \"%1_0\"").arg(name);
+    else {
+        input->field = field;
+        return true;
+    }
+    return false;
+}
+
+bool VirtualFieldInfo::takeInputs(const Message* message) const
+{
+    if (!occursIn(message->getInfo()))
+        return false;
+    for (std::size_t i = 0; i < m_inputs.size(); ++i) {
+        const Input& input = m_inputs[i];
+        const FieldValue value = input.field->getValue(message, input.index);
+        if (!value.isNumber() || input.field->isNotAvailable(value))
+            return false;
+        m_values[i] = value.toDouble() * input.field->getScaleFactor();
+    }
+    return true;
+}
+
+unsigned int VirtualFieldInfo::getValueCount(const Message* message) const
+{
+    return takeInputs(message) ? 1 : 0;
+}
+
+FieldValue VirtualFieldInfo::getValue(const Message* message, unsigned int index) const
+{
+    if (index != 0 || !takeInputs(message))
+        return FieldValue::invalid();
+    try {
+        return FieldValue::fromDouble(m_parser.Eval());
+    } catch (const mu::Parser::exception_type&) {
+        return FieldValue::fromDouble(std::numeric_limits<double>::quiet_NaN());
+    }
+}
