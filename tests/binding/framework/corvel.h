@@ -1,0 +1,10 @@
+#ifndef CORVEL_H
+#define CORVEL_H
+
+class Corvel
+{
+public:
+    static bool confidentialInformationDisplayEnabled();
+};
+
+#endif

@@ -1,0 +1,12 @@
+#ifndef FORMATINFO_H
+#define FORMATINFO_H
+
+#include <QString>
+
+class FormatInfo
+{
+public:
+    QString getName() const;
+};
+
+#endif

@@ -1,0 +1,6 @@
+#ifndef MESSAGENEEDMANAGER_H
+#define MESSAGENEEDMANAGER_H
+
+class MessageNeedManager;
+
+#endif
