@@ -1,0 +1,47 @@
+#ifndef EVENTLOGTABLEWIDGET_H
+#define EVENTLOGTABLEWIDGET_H
+
+#include "corvelgui_export.h"
+#include "eventlog.h"
+
+#include <QTableWidget>
+
+/**
+ * A table of the events of a log: time and text, oldest first.
+ *
+ * It shows what was logged so far and follows the log from then on. The rows can be neither edited nor selected.
+ *
+ * @code
+ * EventLogTableWidget* table = new EventLogTableWidget(eventLog, parent);
+ * @endcode
+ */
+class CORVELGUI_EXPORT EventLogTableWidget : public QTableWidget
+{
+    Q_OBJECT
+
+public:
+    /**
+     * @param eventLog  the log to show; not null. Borrowed; when it is destroyed the table keeps its rows.
+     * @param parent    may be null
+     */
+    EventLogTableWidget(EventLog* eventLog, QWidget* parent);
+    virtual ~EventLogTableWidget();
+
+    /**
+     * Adds the entries of @p eventLog, which must not be null, below the rows there are, and follows it.
+     *
+     * A log set before is followed too: the table then shows both.
+     */
+    void setEventLog(EventLog* eventLog);
+
+private Q_SLOTS:
+    void addEntry(EventLog::Entry entry);
+    void clear();
+
+private:
+    Q_DISABLE_COPY(EventLogTableWidget)
+
+    EventLog* m_eventLog;
+};
+
+#endif

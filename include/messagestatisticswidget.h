@@ -1,0 +1,111 @@
+#ifndef MESSAGESTATISTICSWIDGET_H
+#define MESSAGESTATISTICSWIDGET_H
+
+#include "corvelgui_export.h"
+#include "messagestatistics.h"
+
+#include <QHash>
+#include <QTreeWidget>
+#include <QVector>
+
+class FormatInfo;
+class MessageStatisticsCoordinator;
+class MessageStatisticsTreeWidgetItem;
+class QSettings;
+
+/**
+ * A tree of reception statistics: how often and how regularly the messages of each type arrive, and when they went
+ * missing.
+ *
+ * Below a row for each format stands a row for each message type, and below that the rates or intervals seen and the
+ * gaps. A row on top counts checksum errors while there are any. The widget reads nothing by itself: the owner calls
+ * updateTree(), for instance by a timer. Rows belong to the widget and must not be deleted or moved by others.
+ *
+ * @code
+ * MessageStatisticsWidget* view = new MessageStatisticsWidget(coordinator, parent);
+ * QObject::connect(timer, SIGNAL(timeout()), view, SLOT(updateTree()));
+ * timer->start(250);
+ * @endcode
+ */
+class CORVELGUI_EXPORT MessageStatisticsWidget : public QTreeWidget
+{
+    Q_OBJECT
+
+public:
+    /**
+     * An empty tree, sorted by message name; the first updateTree() fills it.
+     *
+     * @param coordinator  whose statistics to show; not null. Borrowed, must outlive the widget's last updateTree().
+     * @param parent       may be null
+     */
+    MessageStatisticsWidget(MessageStatisticsCoordinator* coordinator, QWidget* parent);
+    virtual ~MessageStatisticsWidget();
+
+    /** Writes header layout and sort order as "headerstate", "sortColumn" and "sortOrder" into the current group. */
+    void writeSettings(QSettings& settings);
+    /** Reads what writeSettings() wrote; with nothing saved the tree is sorted by message name, ascending. */
+    void readSettings(QSettings& settings);
+
+public Q_SLOTS:
+    /**
+     * Brings the tree up to date with the coordinator; what did not change is not written.
+     *
+     * The Gaps column is visible while any type has stored gaps.
+     */
+    void updateTree();
+
+private Q_SLOTS:
+    void processItemExpanded(QTreeWidgetItem* item);
+
+private:
+    Q_DISABLE_COPY(MessageStatisticsWidget)
+
+    void setupColumns();
+    void setGapsColumnVisible(bool visible);
+    QTreeWidgetItem* getFormatItem(const FormatInfo* format);
+    MessageStatisticsTreeWidgetItem* getAndUpdateItemFor(MessageStatistics* statistics);
+    void deleteEmptyFormatItems();
+    void updateItems();
+
+    MessageStatisticsCoordinator* m_coordinator;
+    QHash<MessageStatistics*, MessageStatisticsTreeWidgetItem*> m_statisticsItems;
+    QHash<const FormatInfo*, QTreeWidgetItem*> m_formatItems;
+    QTreeWidgetItem* m_crcErrorsItem;
+};
+
+/**
+ * The row of one message type in a MessageStatisticsWidget, with its sub-rows.
+ *
+ * The count in the row is a number and sorts as one; the counts in sub-rows are texts and sort as texts.
+ */
+class CORVELGUI_EXPORT MessageStatisticsTreeWidgetItem : public QTreeWidgetItem
+{
+public:
+    /** A filled row outside of any tree. @p statistics must not be null; borrowed, must outlive the last update. */
+    explicit MessageStatisticsTreeWidgetItem(MessageStatistics* statistics);
+    virtual ~MessageStatisticsTreeWidgetItem();
+
+    /** Brings the row and its sub-rows up to date; what did not change is not written. */
+    void updateContents();
+    /** Expands the row and its "Rates/Intervals" row; the gaps stay as they are. */
+    void fullExpand();
+
+    /** The statistics shown; never null. */
+    MessageStatistics* getMessageStatistics();
+
+private:
+    Q_DISABLE_COPY(MessageStatisticsTreeWidgetItem)
+
+    void updateIntervalSubItems();
+    void updateGapSubItems();
+
+    MessageStatistics* m_statistics;
+    QTreeWidgetItem* m_intervalsItem;
+    QHash<long long, QTreeWidgetItem*> m_intervalItems;
+    QTreeWidgetItem* m_noTimeItem;
+    QTreeWidgetItem* m_unknownIntervalItem;
+    QVector<MessageStatistics::Gap> m_shownGaps;
+    QTreeWidgetItem* m_gapsItem;
+};
+
+#endif

@@ -1,0 +1,488 @@
+#include "messagestatisticswidget.h"
+
+#include "diagnostics.h"
+#include "formatinfo.h"
+#include "messageinfo.h"
+#include "messagestatisticscoordinator.h"
+#include "qtcompat.h"
+
+#include <QHeaderView>
+#include <QPair>
+#include <QSet>
+#include <QSettings>
+#include <QStringList>
+
+#include <algorithm>
+
+CORVEL_DIAGNOSTICS("MessageStatisticsWidget");
+
+static const int GapsColumn = 3;
+static const int DefaultNameWidth = 150;
+// Sorting moves gap rows about: each carries, in its first column, its place in the list of gaps.
+static const int GapPlaceRole = Qt::UserRole + 0x6761;
+
+// The tree whose rows are being brought up to date, if it was sorted when that began.
+static QTreeWidget* s_refreshedSortedTree = nullptr;
+
+/** Whether @p tree, which may be null, is sorted, be it that the sorting waits for the end of a refresh. */
+static bool isSorted(const QTreeWidget* tree)
+{
+    CORVEL_DEBUG_HOOK();
+    return tree && (tree->isSortingEnabled() || tree == s_refreshedSortedTree);
+}
+
+/**
+ * Suspends the sorting of @p item's tree for the rest of the refresh, if there is one going on.
+ *
+ * To be called before rows appear in a tree or move in it: one sort at the end is cheaper than one for each of them.
+ * Where nothing moves, the refresh must not pay for a sort either.
+ */
+static void suspendSorting(const QTreeWidgetItem* item)
+{
+    CORVEL_DEBUG_HOOK();
+    QTreeWidget* tree = item->treeWidget();
+    if (tree && tree == s_refreshedSortedTree && tree->isSortingEnabled())
+        tree->setSortingEnabled(false);
+}
+
+static void insertRow(QTreeWidgetItem* parent, int index, QTreeWidgetItem* child)
+{
+    CORVEL_DEBUG_HOOK();
+    suspendSorting(parent);
+    parent->insertChild(index, child);
+}
+
+/** Writes a value into @p column unless it stands there. */
+static void writeValue(QTreeWidgetItem* item, int column, const QVariant& value)
+{
+    CORVEL_DEBUG_HOOK();
+    const QVariant shown = item->data(column, Qt::DisplayRole);
+    if (shown.userType() == value.userType() && shown == value)
+        return;
+    if (item->treeWidget() && item->treeWidget()->header()->sortIndicatorSection() == column)
+        suspendSorting(item);
+    item->setData(column, Qt::DisplayRole, value);
+}
+
+/** A row of the histogram of intervals, without its count. */
+static QTreeWidgetItem* createCountRow(const QString& name, const QString& toolTip)
+{
+    CORVEL_DEBUG_HOOK();
+    QTreeWidgetItem* row = new QTreeWidgetItem(QTreeWidgetItem::Type);
+    row->setData(0, Qt::DisplayRole, name);
+    row->setData(0, Qt::ToolTipRole, toolTip);
+    row->setData(1, Qt::ToolTipRole, toolTip);
+    return row;
+}
+
+static QTreeWidgetItem* createGapRow(int place)
+{
+    CORVEL_DEBUG_HOOK();
+    QTreeWidgetItem* row = new QTreeWidgetItem(QTreeWidgetItem::Type);
+    row->setData(0, GapPlaceRole, place);
+    row->setData(0, Qt::ToolTipRole, QObject::tr("Gaps start"));
+    row->setData(1, Qt::ToolTipRole, QObject::tr("Missing epochs"));
+    row->setData(2, Qt::ToolTipRole, QObject::tr("Duration"));
+    return row;
+}
+
+static int placeOfGapRow(const QTreeWidgetItem* row)
+{
+    CORVEL_DEBUG_HOOK();
+    return row->data(0, GapPlaceRole).toInt();
+}
+
+/** The rows below @p gapsItem as they stand without sorting: the row of the first gap first. */
+static QList<QTreeWidgetItem*> gapRowsInOrder(const QTreeWidgetItem* gapsItem)
+{
+    CORVEL_DEBUG_HOOK();
+    const int count = gapsItem->childCount();
+    QVector<QPair<int, QTreeWidgetItem*>> places;
+    places.reserve(count);
+    for (int i = 0; i < count; ++i)
+        places.append(qMakePair(placeOfGapRow(gapsItem->child(i)), gapsItem->child(i)));
+    std::sort(places.begin(), places.end());
+    QList<QTreeWidgetItem*> rows;
+    for (int i = 0; i < count; ++i)
+        rows.append(places.at(i).second);
+    return rows;
+}
+
+static QString getGapRowText(const QTreeWidgetItem* row)
+{
+    CORVEL_DEBUG_HOOK();
+    return row->text(0) + QLatin1Char('\n') + row->text(1) + QLatin1Char('\n') + row->text(2);
+}
+
+/** Deletes those of the rows from @p count on that show what one of the first @p count rows shows. */
+static void deleteRepeatedGapRows(const QList<QTreeWidgetItem*>& rows, int count)
+{
+    CORVEL_DEBUG_HOOK();
+    if (rows.size() <= count)
+        return;
+    QSet<QString> shown;
+    for (int i = 0; i < count; ++i)
+        shown.insert(getGapRowText(rows.at(i)));
+    for (int i = count; i < rows.size(); ++i) {
+        if (shown.contains(getGapRowText(rows.at(i))))
+            delete rows.at(i);
+    }
+}
+
+static bool isSameGap(const MessageStatistics::Gap& one, const MessageStatistics::Gap& other)
+{
+    CORVEL_DEBUG_HOOK();
+    return one.start == other.start && one.missingEpochs == other.missingEpochs && one.interval == other.interval;
+}
+
+static bool areSameGaps(const QVector<MessageStatistics::Gap>& some, const QVector<MessageStatistics::Gap>& others)
+{
+    CORVEL_DEBUG_HOOK();
+    return some.size() == others.size() &&
+           std::equal(some.constBegin(), some.constEnd(), others.constBegin(), isSameGap);
+}
+
+static QString getDurationText(const MessageStatistics::Gap& gap)
+{
+    CORVEL_DEBUG_HOOK();
+    // Deliberately cut to 32 bits: a duration of 2^31 ms (25 days) or more shows as a wrapped value.
+    const qint32 duration = static_cast<qint32>(static_cast<quint32>(gap.missingEpochs * gap.interval));
+    if (duration <= 999)
+        return QObject::tr("%1 ms").arg(duration);
+    return QObject::tr("%1 s").arg(duration / 1000.0);
+}
+
+MessageStatisticsWidget::MessageStatisticsWidget(MessageStatisticsCoordinator* coordinator, QWidget* parent)
+    : QTreeWidget(parent)
+    , m_coordinator(coordinator)
+{
+    CORVEL_DEBUG_HOOK();
+    CORVEL_ALLOCATED("MessageStatisticsWidget");
+    setSortingEnabled(true);
+    setIndentation(10);
+    setupColumns();
+    setColumnWidth(0, DefaultNameWidth);
+    m_crcErrorsItem = nullptr;
+    connect(this, SIGNAL(itemExpanded(QTreeWidgetItem*)), this, SLOT(processItemExpanded(QTreeWidgetItem*)));
+}
+
+MessageStatisticsWidget::~MessageStatisticsWidget()
+{
+    CORVEL_DEBUG_HOOK();
+    CORVEL_DEALLOCATED("MessageStatisticsWidget");
+}
+
+void MessageStatisticsWidget::setupColumns()
+{
+    CORVEL_DEBUG_HOOK();
+    const QStringList labels = QStringList()
+                               << tr("Message") << tr("Count") << tr("Current rate/interval") << tr("Gaps");
+    setHeaderLabels(labels);
+    setColumnCount(labels.size());
+    setGapsColumnVisible(false);
+    sortByColumn(0, Qt::AscendingOrder);
+}
+
+void MessageStatisticsWidget::setGapsColumnVisible(bool visible)
+{
+    CORVEL_DEBUG_HOOK();
+    // Only a change may resize a column: the user's width is to survive the refreshes.
+    if (isColumnHidden(GapsColumn) == !visible)
+        return;
+    setColumnHidden(GapsColumn, !visible);
+    resizeColumnToContents(2);
+}
+
+QTreeWidgetItem* MessageStatisticsWidget::getFormatItem(const FormatInfo* format)
+{
+    CORVEL_DEBUG_HOOK();
+    QTreeWidgetItem* item = m_formatItems.value(format);
+    if (item)
+        return item;
+    item = new QTreeWidgetItem(QTreeWidgetItem::Type);
+    item->setText(0, format->getName());
+    item->setToolTip(0, QObject::tr("Message statistics for the messages\nin the %1 format.").arg(format->getName()));
+    insertRow(invisibleRootItem(), topLevelItemCount(), item);
+    item->setExpanded(true);
+    m_formatItems.insert(format, item);
+    return item;
+}
+
+MessageStatisticsTreeWidgetItem* MessageStatisticsWidget::getAndUpdateItemFor(MessageStatistics* statistics)
+{
+    CORVEL_DEBUG_HOOK();
+    MessageStatisticsTreeWidgetItem* item = m_statisticsItems.value(statistics);
+    if (item) {
+        item->updateContents();
+        return item;
+    }
+    item = new MessageStatisticsTreeWidgetItem(statistics);
+    m_statisticsItems.insert(statistics, item);
+    QTreeWidgetItem* formatItem = getFormatItem(statistics->getFormatInfo());
+    insertRow(formatItem, formatItem->childCount(), item);
+    return item;
+}
+
+void MessageStatisticsWidget::deleteEmptyFormatItems()
+{
+    CORVEL_DEBUG_HOOK();
+    Q_FOREACH (const FormatInfo* format, m_formatItems.keys()) {
+        if (m_formatItems.value(format)->childCount() == 0)
+            delete m_formatItems.take(format);
+    }
+}
+
+void MessageStatisticsWidget::updateTree()
+{
+    CORVEL_DEBUG_HOOK();
+    QTreeWidget* const outerTree = s_refreshedSortedTree;
+    const bool sorted = isSortingEnabled();
+    const bool indicatorShown = header()->isSortIndicatorShown();
+    const bool clickable = QtCompat::sectionsClickable(header());
+    s_refreshedSortedTree = sorted ? this : nullptr;
+    updateItems();
+    s_refreshedSortedTree = outerTree;
+    if (sorted && !isSortingEnabled()) {
+        setSortingEnabled(true);
+        // Enabling makes the header clickable and shows the indicator, which the application may not want.
+        header()->setSortIndicatorShown(indicatorShown);
+        QtCompat::setSectionsClickable(header(), clickable);
+    }
+}
+
+void MessageStatisticsWidget::updateItems()
+{
+    CORVEL_DEBUG_HOOK();
+    Q_FOREACH (MessageStatistics* statistics, m_statisticsItems.keys()) {
+        MessageStatisticsTreeWidgetItem* item = m_statisticsItems.value(statistics);
+        // The list is deliberately asked for again for every row.
+        if (!m_coordinator->getAllMessageStatistics().contains(statistics) || !item ||
+            item->getMessageStatistics() != statistics) {
+            m_statisticsItems.remove(statistics);
+            delete item;
+        }
+    }
+    deleteEmptyFormatItems();
+
+    bool anyGaps = false;
+    Q_FOREACH (MessageStatistics* statistics, m_coordinator->getAllMessageStatistics()) {
+        getAndUpdateItemFor(statistics);
+        if (!statistics->getGaps().isEmpty())
+            anyGaps = true;
+    }
+    setGapsColumnVisible(anyGaps);
+
+    const unsigned int crcErrors = m_coordinator->getEventCount(CorvelEvent::CrcError);
+    if (crcErrors == 0) {
+        delete m_crcErrorsItem;
+        m_crcErrorsItem = nullptr;
+        return;
+    }
+    if (!m_crcErrorsItem) {
+        m_crcErrorsItem = new QTreeWidgetItem(QTreeWidgetItem::Type);
+        m_crcErrorsItem->setText(0, tr("CRC Errors"));
+        insertRow(invisibleRootItem(), 0, m_crcErrorsItem);
+    }
+    writeValue(m_crcErrorsItem, 1, QString::number(crcErrors));
+}
+
+void MessageStatisticsWidget::processItemExpanded(QTreeWidgetItem* item)
+{
+    CORVEL_DEBUG_HOOK();
+    if (!item->treeWidget() || !item->isExpanded())
+        return;
+    MessageStatisticsTreeWidgetItem* statisticsItem = dynamic_cast<MessageStatisticsTreeWidgetItem*>(item);
+    if (statisticsItem)
+        statisticsItem->fullExpand();
+}
+
+void MessageStatisticsWidget::writeSettings(QSettings& settings)
+{
+    CORVEL_DEBUG_HOOK();
+    settings.setValue(QLatin1String("headerstate"), header()->saveState());
+    settings.setValue(QLatin1String("sortColumn"), header()->sortIndicatorSection());
+    settings.setValue(QLatin1String("sortOrder"), static_cast<int>(header()->sortIndicatorOrder()));
+}
+
+void MessageStatisticsWidget::readSettings(QSettings& settings)
+{
+    CORVEL_DEBUG_HOOK();
+    const QByteArray headerState = settings.value(QLatin1String("headerstate"), QVariant()).toByteArray();
+    if (!headerState.isEmpty())
+        header()->restoreState(headerState);
+    else
+        setColumnWidth(0, DefaultNameWidth);
+    setSortingEnabled(true);
+    const int column = settings.value(QLatin1String("sortColumn"), 0).toInt();
+    const int order = settings.value(QLatin1String("sortOrder"), 0).toInt();
+    sortByColumn(column, static_cast<Qt::SortOrder>(order));
+}
+
+MessageStatisticsTreeWidgetItem::MessageStatisticsTreeWidgetItem(MessageStatistics* statistics)
+    : QTreeWidgetItem(QTreeWidgetItem::Type)
+    , m_statistics(statistics)
+{
+    CORVEL_DEBUG_HOOK();
+    CORVEL_ALLOCATED("MessageStatisticsTreeWidgetItem");
+    const QString name = statistics->getMessageName();
+    const MessageInfo* info = statistics->getMessageInfo();
+    setData(0, Qt::DisplayRole, name);
+    setData(0, Qt::ToolTipRole, info ? info->getShortDescriptiveText() : QObject::tr("%1 (unknown)").arg(name));
+    setData(1, Qt::ToolTipRole, QObject::tr("Number of times the %1\nmessage has been received.").arg(name));
+    setData(2, Qt::ToolTipRole,
+            QObject::tr("Most recent regular rate/interval at which the %1\nmessage has been received.").arg(name));
+    setData(3, Qt::ToolTipRole, QObject::tr("Detected gaps in regular data segments with valid time, if any."));
+    m_intervalsItem = new QTreeWidgetItem(QTreeWidgetItem::Type);
+    m_intervalsItem->setData(0, Qt::DisplayRole, QObject::tr("Rates/Intervals"));
+    m_intervalsItem->setData(0, Qt::ToolTipRole,
+                             QObject::tr("The rates/intervals in which this message has been received,\n"
+                                         "together with the corresponding count."));
+    addChild(m_intervalsItem);
+    m_noTimeItem = nullptr;
+    m_unknownIntervalItem = nullptr;
+    m_gapsItem = nullptr;
+    updateContents();
+}
+
+MessageStatisticsTreeWidgetItem::~MessageStatisticsTreeWidgetItem()
+{
+    CORVEL_DEBUG_HOOK();
+    CORVEL_DEALLOCATED("MessageStatisticsTreeWidgetItem");
+}
+
+MessageStatistics* MessageStatisticsTreeWidgetItem::getMessageStatistics()
+{
+    CORVEL_DEBUG_HOOK();
+    return m_statistics;
+}
+
+void MessageStatisticsTreeWidgetItem::fullExpand()
+{
+    CORVEL_DEBUG_HOOK();
+    if (treeWidget())
+        setExpanded(true);
+    if (m_intervalsItem->treeWidget())
+        m_intervalsItem->setExpanded(true);
+}
+
+void MessageStatisticsTreeWidgetItem::updateContents()
+{
+    CORVEL_DEBUG_HOOK();
+    // A number, so that the column sorts as numbers do; the counts of the sub-rows are deliberately texts.
+    writeValue(this, 1, static_cast<qulonglong>(m_statistics->getCount()));
+    writeValue(this, 2,
+               m_statistics->isCurrentlyRegular()
+                   ? MessageStatistics::getIntervalString(m_statistics->getLastInterval())
+                   : QObject::tr("N/A"));
+    const int gaps = m_statistics->getNumberOfGaps();
+    writeValue(this, 3,
+               gaps <= 0 ? QString()
+                         : QObject::tr("%1 (%2 epochs)").arg(gaps).arg(m_statistics->getNumberOfMissingEpochs()));
+    updateIntervalSubItems();
+    updateGapSubItems();
+}
+
+void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
+{
+    CORVEL_DEBUG_HOOK();
+    if (m_statistics->getCountWithUnknownTime() == 0) {
+        delete m_noTimeItem;
+        m_noTimeItem = nullptr;
+    } else {
+        if (!m_noTimeItem) {
+            m_noTimeItem = createCountRow(
+                QObject::tr("No time"),
+                QObject::tr("The number of times this message \nhas been received without a valid time tag."));
+            insertRow(m_intervalsItem, 0, m_noTimeItem);
+        }
+        writeValue(m_noTimeItem, 1, QString::number(m_statistics->getCountWithUnknownTime()));
+    }
+
+    if (m_statistics->getCountWithKnownTimeButUnknownInterval() == 0) {
+        delete m_unknownIntervalItem;
+        m_unknownIntervalItem = nullptr;
+    } else {
+        if (!m_unknownIntervalItem) {
+            m_unknownIntervalItem = createCountRow(
+                QObject::tr("Unknown interval/rate"),
+                QObject::tr("Number of times this message has been received \nwith a valid time tag but for which "
+                            "the interval \ncould not be determined: \nthere was no previous message with valid "
+                            "time, \nand the following messages did not \ncome in at a regular rate."));
+            insertRow(m_intervalsItem, 0, m_unknownIntervalItem);
+        }
+        writeValue(m_unknownIntervalItem, 1, QString::number(m_statistics->getCountWithKnownTimeButUnknownInterval()));
+    }
+
+    QSet<long long> unconfirmed;
+    Q_FOREACH (long long interval, m_intervalItems.keys())
+        unconfirmed.insert(interval);
+    Q_FOREACH (long long interval, m_statistics->getIntervalsSortedOnFrequency(-1)) {
+        const unsigned int count = m_statistics->getIntervalCountHash().value(interval, 0);
+        if (count == 0)
+            continue;
+        QTreeWidgetItem* item = m_intervalItems.value(interval);
+        if (!item) {
+            const QString text = MessageStatistics::getIntervalString(static_cast<unsigned long long>(interval));
+            item = createCountRow(
+                text,
+                interval == 0
+                    ? QObject::tr("Number of times the messages was received\nwith the same time stamp as previous.")
+                    : QObject::tr("Number of times the message was received at %1.").arg(text));
+            insertRow(m_intervalsItem, m_intervalsItem->childCount(), item);
+            m_intervalItems.insert(interval, item);
+        } else {
+            unconfirmed.remove(interval);
+        }
+        writeValue(item, 1, QString::number(count));
+    }
+    Q_FOREACH (long long interval, unconfirmed)
+        delete m_intervalItems.take(interval);
+}
+
+void MessageStatisticsTreeWidgetItem::updateGapSubItems()
+{
+    CORVEL_DEBUG_HOOK();
+    const QVector<MessageStatistics::Gap>& gaps = m_statistics->getGaps();
+    const int count = static_cast<int>(gaps.size());
+    if (count == 0) {
+        delete m_gapsItem;
+        m_gapsItem = nullptr;
+        m_shownGaps.clear();
+        return;
+    }
+    if (!m_gapsItem) {
+        m_gapsItem = new QTreeWidgetItem(QTreeWidgetItem::Type);
+        m_gapsItem->setData(0, Qt::ToolTipRole, QObject::tr("Gaps, with time and duration"));
+        insertRow(this, childCount(), m_gapsItem);
+    }
+    writeValue(m_gapsItem, 0,
+               m_statistics->hasUnstoredGaps() ? QObject::tr("Gaps (incomplete list)") : QObject::tr("Gaps"));
+    if (m_gapsItem->childCount() == count && areSameGaps(gaps, m_shownGaps))
+        return;
+
+    QList<QTreeWidgetItem*> rows = gapRowsInOrder(m_gapsItem);
+    while (rows.size() < count) {
+        QTreeWidgetItem* row = createGapRow(rows.isEmpty() ? 0 : placeOfGapRow(rows.last()) + 1);
+        insertRow(m_gapsItem, m_gapsItem->childCount(), row);
+        rows.append(row);
+    }
+    // Deliberately advances while the later rows move up, so that every other surplus row stays for a later refresh.
+    for (int i = count; i < rows.size(); ++i)
+        delete rows.takeAt(i);
+    if (m_shownGaps.size() > count)
+        m_shownGaps.resize(count);
+    for (int i = 0; i < count; ++i) {
+        const MessageStatistics::Gap& gap = gaps.at(i);
+        if (i < m_shownGaps.size() && isSameGap(gap, m_shownGaps.at(i)))
+            continue;
+        writeValue(rows.at(i), 0, m_statistics->getTimeString(gap.start));
+        writeValue(rows.at(i), 1, QString::number(gap.missingEpochs));
+        writeValue(rows.at(i), 2, getDurationText(gap));
+        if (i < m_shownGaps.size())
+            m_shownGaps[i] = gap;
+        else
+            m_shownGaps.append(gap);
+    }
+    if (isSorted(treeWidget()))
+        deleteRepeatedGapRows(rows, count);
+}

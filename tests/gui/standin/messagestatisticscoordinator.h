@@ -1,0 +1,32 @@
+#ifndef MESSAGESTATISTICSCOORDINATOR_H
+#define MESSAGESTATISTICSCOORDINATOR_H
+
+#include "corvelevent.h"
+
+#include <QHash>
+#include <QList>
+
+class MessageStatistics;
+
+/** Stands in for a framework's coordinator; lists what is set. */
+class MessageStatisticsCoordinator
+{
+public:
+    MessageStatisticsCoordinator()
+        : listsAsked(0)
+    {
+    }
+
+    QList<MessageStatistics*> getAllMessageStatistics() const
+    {
+        ++listsAsked;
+        return statistics;
+    }
+    unsigned int getEventCount(CorvelEvent::Type type) const { return eventCounts.value(type); }
+
+    QList<MessageStatistics*> statistics;
+    QHash<int, unsigned int> eventCounts;
+    mutable int listsAsked; ///< how often the list was fetched
+};
+
+#endif
