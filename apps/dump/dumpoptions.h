@@ -1,0 +1,33 @@
+#ifndef DUMPOPTIONS_H
+#define DUMPOPTIONS_H
+
+#include "byteinput.h"
+#include "mavlinkstreamdecoder.h"
+
+#include <QStringList>
+
+#include <optional>
+
+/** What the command line asks for. */
+struct DumpOptions
+{
+    enum Result
+    {
+        Run,       ///< the options are filled in
+        InfoAsked, ///< text is to be printed to the output, and that is all
+        Wrong      ///< text says what is wrong
+    };
+
+    /** Reads the command line, program name first. */
+    static Result parse(const QStringList& arguments, DumpOptions* options, QString* text);
+
+    InputAddress input;
+    QString dialect;     ///< empty for the built-in one
+    QString annotations; ///< empty for none but the file beside the dialect
+    std::optional<MavlinkStreamDecoder::Layout> layout;
+    bool interpreted = false;
+    bool statistics = false;
+    bool confidential = false;
+};
+
+#endif

@@ -1,0 +1,40 @@
+#include "dumpsink.h"
+
+#include <cerrno>
+
+DumpSink::DumpSink(const QString& inputName, const StreamDecoder* decoder)
+    : m_inputName(inputName)
+    , m_decoder(decoder)
+    , m_outputError(0)
+{
+}
+
+void DumpSink::processReceived(const ReceivedMessage& message)
+{
+    if (!message.info && !m_unknownIds.contains(message.id)) {
+        m_unknownIds.insert(message.id);
+        printProblem(message.offset, QStringLiteral("unknown message id %1, sender %2")
+                                         .arg(message.id)
+                                         .arg(m_decoder->getSenderName(message.sender)));
+    }
+    consume(message);
+}
+
+void DumpSink::processProblem(const StreamProblem& problem)
+{
+    printProblem(problem.offset,
+                 problem.describe(problem.hasFrame ? m_decoder->getSenderName(problem.sender) : QString()));
+    count(problem);
+}
+
+void DumpSink::printProblem(quint64 offset, const QString& text)
+{
+    std::fprintf(stderr, "%s at byte %llu: %s\n", qPrintable(m_inputName), static_cast<unsigned long long>(offset),
+                 qPrintable(text));
+}
+
+void DumpSink::print(const std::string& text)
+{
+    if (m_outputError == 0 && std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
+        m_outputError = errno;
+}
