@@ -78,3 +78,8 @@ QString StreamProblem::describe(const QString& senderName) const
 StreamSink::~StreamSink() {}
 
 StreamDecoder::~StreamDecoder() {}
+
+quint64 StreamDecoder::getSequenceModulus() const
+{
+    return 0;
+}

@@ -56,6 +56,7 @@ public:
     bool hasTimes() const override;
     const FormatInfo* getFormatInfo() const override;
     QString getSenderName(quint32 sender) const override;
+    quint64 getSequenceModulus() const override;
 
     /** The key of a sender: system number in the high byte of the low half, component number in the low byte. */
     static quint32 senderKey(quint8 system, quint8 component) { return quint32(system) << 8 | component; }

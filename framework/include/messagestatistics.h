@@ -56,17 +56,14 @@ public:
     /** How many gaps are stored; later ones are only counted. Those stored already stay. */
     void setGapLimit(int limit);
 
-    /**
-     * Tells what time it is for the sender's stream, so that a type that fell silent stops being regular; microseconds
-     * since 1970. Times before that of the last message are ignored.
-     */
-    void setCurrentTime(qint64 time);
-
     /** Number of messages received. */
     unsigned int getCount() const;
     /** The most recent regular interval in milliseconds; 0 when there was none. */
     unsigned long long getLastInterval() const;
-    /** Whether the messages arrive at a regular rate now; only then does getLastInterval() say anything. */
+    /**
+     * Whether the messages arrive at a regular rate now; only then does getLastInterval() say anything. Statistics of a
+     * coordinator stop being regular when nothing comes while the time of their stream goes on.
+     */
     bool isCurrentlyRegular() const;
     /** Number of receptions for each interval in milliseconds; 0 stands for the same time as the predecessor's. */
     QHash<long long, unsigned int> getIntervalCountHash() const;
@@ -99,7 +96,7 @@ private:
     Q_DISABLE_COPY(MessageStatistics)
     friend class MessageStatisticsCoordinator;
 
-    /** Takes over everything that @p other counted, which starts anew. */
+    /** Takes over everything that @p other counted; all that can be done with that is to delete it. */
     MessageStatistics(MessageStatistics* other, const QString& name);
 
     const FormatInfo* m_format;
@@ -108,7 +105,7 @@ private:
     IntervalTracker* m_tracker;
     unsigned int m_countWithoutTime;
     int m_untimedInARow;
-    qint64 m_currentTime;
+    const qint64* m_streamTime; // of the newest message of any type; null when not known
 };
 
 #endif

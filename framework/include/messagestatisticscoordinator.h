@@ -39,6 +39,7 @@ public:
         quint64 repeated;  ///< messages with the number of their predecessor
         quint64 late;      ///< messages that came behind their successors
         quint64 restarts;  ///< how often the sender began at 0 again
+        quint64 failed;    ///< messages that came and failed a check; their numbers are among the lost ones
         qint64 lastNumber; ///< of the newest message; -1 before the first
     };
 
@@ -80,7 +81,13 @@ public:
      */
     void countNumber(int stream, quint32 sender, const QString& senderName, qint64 number, quint64 modulus);
 
-    /** Tells what time it is in @p stream, in microseconds since 1970; see MessageStatistics::setCurrentTime(). */
+    /** Counts a message that failed a check, unless no good one came from that sender yet: then it may be noise. */
+    void countFailure(int stream, quint32 sender);
+
+    /**
+     * Tells what time it is in @p stream, in microseconds since 1970, so that types that fell silent stop being
+     * regular: the time of the newest message of any type, or the time of day when times are those of arrival.
+     */
     void setCurrentTime(int stream, qint64 time);
 
     void countEvent(CorvelEvent::Type type, unsigned int count = 1);
@@ -103,10 +110,12 @@ private:
     MessageStatistics* create(Stream* stream, const MessageInfo* info, quint32 id, quint32 sender,
                               const QString& senderName);
     void nameSenders(const Stream* stream);
+    void listAll();
 
     QHash<int, Stream*> m_streams;
     int m_nextStream;
-    QList<Row*> m_rows; // of all streams, in order
+    QList<Row*> m_rows;              // of all streams, in order
+    QList<MessageStatistics*> m_all; // those of m_rows, as the view asks for them once a row
     QHash<int, unsigned int> m_events;
 };
 

@@ -100,6 +100,9 @@ public:
 
     /** How people of the format write a sender, such as "1:1". May be called on any thread. */
     virtual QString getSenderName(quint32 sender) const = 0;
+
+    /** Senders number all their messages from 0 to one below it, and again; 0 when the format has no such numbers. */
+    virtual quint64 getSequenceModulus() const;
 };
 
 #endif

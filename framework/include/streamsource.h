@@ -65,6 +65,13 @@ public:
     /** Replaces the clock that recordings are played by, which is owned from now on. Before start(); for tests. */
     void setClock(PlaybackClock* clock);
 
+    /**
+     * Tells @p observer of everything that is worked off, needed or not, in stream order and before it is delivered.
+     *
+     * Not owned; null for none. The observer must neither run an event loop nor delete this source.
+     */
+    void setObserver(StreamSink* observer) { m_observer = observer; }
+
     /** Starts reading; at most once. */
     void start();
     /** Ends reading soon without waiting for it; what is queued is dropped. The state becomes Finished. */
@@ -77,6 +84,8 @@ public:
     /** What was received and worked off so far, whether it was needed or not. */
     const ReceptionCounters& getCounters() const { return m_counters; }
     const FormatInfo* getFormatInfo() const;
+    /** The decoder, for those of its operations that may be called on any thread; never null. */
+    const StreamDecoder* getDecoder() const;
     /** How people of the format write a sender. */
     QString getSenderName(quint32 sender) const;
 
@@ -111,6 +120,7 @@ private:
     Work* m_work;
     QTimer* m_workTimer;
     QTimer* m_problemTimer;
+    StreamSink* m_observer;
     State m_state;
     QString m_error;
     ReceptionCounters m_counters;

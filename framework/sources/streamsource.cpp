@@ -64,6 +64,7 @@ StreamSource::StreamSource(ByteInput* input, StreamDecoder* decoder, QObject* pa
     , m_work(new Work(m_reader->getInputName()))
     , m_workTimer(new QTimer(this))
     , m_problemTimer(new QTimer(this))
+    , m_observer(nullptr)
     , m_state(Idle)
 {
     m_reader->setPlayback(Playback());
@@ -115,6 +116,11 @@ void StreamSource::stop()
 const FormatInfo* StreamSource::getFormatInfo() const
 {
     return m_reader->getDecoder()->getFormatInfo();
+}
+
+const StreamDecoder* StreamSource::getDecoder() const
+{
+    return m_reader->getDecoder();
 }
 
 QString StreamSource::getSenderName(quint32 sender) const
@@ -172,6 +178,8 @@ bool StreamSource::processRecord()
     const ReceivedMessage message = m_work->batch->messageAt(m_work->record++);
     m_counters.countMessage(message);
     m_work->countsChanged = true;
+    if (m_observer)
+        m_observer->processReceived(message);
     if (!message.info || !MessageNeedManager::getInstance()->isNeeded(message.info))
         return true;
     QHash<quint32, QString>::const_iterator name = m_senderNames.constFind(message.sender);
@@ -188,6 +196,8 @@ bool StreamSource::processProblem()
     const StreamProblem problem = m_work->batch->problems[m_work->problem++].problem;
     m_counters.countProblem(problem);
     m_work->countsChanged = true;
+    if (m_observer)
+        m_observer->processProblem(problem);
     const QString line = m_work->problems.report(problem, problem.hasFrame ? getSenderName(problem.sender) : QString());
     if (line.isEmpty()) {
         if (!m_problemTimer->isActive())

@@ -15,7 +15,8 @@ const double Likeness = 0.3; // how far intervals that begin a segment may be fr
 const int BurstRatio = 8;    // a pause so much longer than what is inside makes a burst
 const int Memory = 256;      // intervals that an estimate looks back to
 const int MaxStrain = 16;
-const int PlausibleGap = 10; // a segment is trusted to go on over so many times the messages it has
+const unsigned int Trusted = 10; // messages that a segment needs for a gap to be believed
+const int PlausibleGap = 10;     // and it is trusted to go on over so many times the messages it has
 
 qint64 medianOf(const qint64* values, int count)
 {
@@ -270,9 +271,8 @@ void IntervalTracker::updateNominal()
     const double uncertainty =
         std::min(0.1 * m_interval, 0.005 * m_interval + 2.5 * m_deviation / std::sqrt(double(m_measured)));
     // What was taken once is kept for longer than it would be taken anew, so that it does not flicker.
-    if (m_nominal > 0 && std::fabs(m_nominal - m_interval) <= uncertainty && m_measured > Window && m_measured % Window)
-        return;
-    if (m_nominal <= 0 || std::fabs(m_nominal - m_interval) > uncertainty || m_measured < Memory)
+    const bool knowsBetter = m_measured < Memory && (m_measured & (m_measured - 1)) == 0;
+    if (m_nominal <= 0 || knowsBetter || std::fabs(m_nominal - m_interval) > 1.5 * uncertainty)
         m_nominal = roundInterval(m_interval, uncertainty);
     m_limit = std::max(1.5 * m_nominal, m_nominal + 3.5 * m_deviation);
     m_lastNominal = m_nominal;
@@ -326,7 +326,7 @@ bool IntervalTracker::settleMisfits()
             continue; // too soon behind its predecessor: its interval stays unknown
         }
         const qint64 missing = qint64(double(misfit.interval) / m_nominal + 0.5) - 1;
-        if (missing > qint64(PlausibleGap) * m_segmentCount)
+        if (m_segmentCount < Trusted || missing > qint64(PlausibleGap) * m_segmentCount)
             return false;
         --m_unknown;
         ++m_segmentCount;
@@ -386,7 +386,7 @@ QHash<long long, unsigned int> IntervalTracker::getCounts() const
 
 bool IntervalTracker::isRegularAt(qint64 time) const
 {
-    return m_regular && m_misfitCount == 0 && double(time - m_last) < m_limit + m_nominal;
+    return isRegular() && double(time - m_last) < m_limit + m_nominal;
 }
 
 unsigned long long IntervalTracker::getLastInterval() const

@@ -23,6 +23,8 @@ public:
     unsigned int getUnknownCount() const { return m_unknown; }
     unsigned int getTotal() const { return m_total; }
 
+    bool isRegular() const { return m_regular && m_misfitCount == 0; }
+    /** Whether it is still regular when it is @p time by now. */
     bool isRegularAt(qint64 time) const;
     /** In milliseconds; 0 when there was none. */
     unsigned long long getLastInterval() const;

@@ -38,7 +38,7 @@ MessageStatistics::MessageStatistics(const FormatInfo* format, const MessageInfo
     , m_tracker(new IntervalTracker)
     , m_countWithoutTime(0)
     , m_untimedInARow(0)
-    , m_currentTime(Message::NoTime)
+    , m_streamTime(nullptr)
 {
     MemLeakTracer::getInstance()->doAllocateObject(QLatin1String("MessageStatistics"));
 }
@@ -50,10 +50,9 @@ MessageStatistics::MessageStatistics(MessageStatistics* other, const QString& na
     , m_tracker(other->m_tracker)
     , m_countWithoutTime(other->m_countWithoutTime)
     , m_untimedInARow(other->m_untimedInARow)
-    , m_currentTime(other->m_currentTime)
+    , m_streamTime(other->m_streamTime)
 {
-    other->m_tracker = new IntervalTracker;
-    other->m_countWithoutTime = 0;
+    other->m_tracker = nullptr;
     MemLeakTracer::getInstance()->doAllocateObject(QLatin1String("MessageStatistics"));
 }
 
@@ -72,17 +71,11 @@ void MessageStatistics::addReception(qint64 time)
     }
     m_tracker->addTime(time, m_untimedInARow);
     m_untimedInARow = 0;
-    m_currentTime = time;
 }
 
 void MessageStatistics::setGapLimit(int limit)
 {
     m_tracker->setGapLimit(limit);
-}
-
-void MessageStatistics::setCurrentTime(qint64 time)
-{
-    m_currentTime = std::max(m_currentTime, time);
 }
 
 unsigned int MessageStatistics::getCount() const
@@ -97,7 +90,7 @@ unsigned long long MessageStatistics::getLastInterval() const
 
 bool MessageStatistics::isCurrentlyRegular() const
 {
-    return m_tracker->isRegularAt(m_currentTime);
+    return m_streamTime ? m_tracker->isRegularAt(*m_streamTime) : m_tracker->isRegular();
 }
 
 QHash<long long, unsigned int> MessageStatistics::getIntervalCountHash() const
@@ -160,7 +153,6 @@ QString MessageStatistics::getMessageName() const
 
 QString MessageStatistics::getTimeString(unsigned long long time)
 {
-    // Through seconds and milliseconds apart, which Qt 4 needs for times beyond 2038.
     const QDateTime text = QDateTime::fromMSecsSinceEpoch(qint64(time / 1000)).toUTC();
     return text.toString(QLatin1String("yyyy-MM-dd HH:mm:ss.zzz"));
 }

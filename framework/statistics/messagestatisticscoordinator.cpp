@@ -50,6 +50,7 @@ MessageStatisticsCoordinator::SenderStatistics::SenderStatistics()
     , repeated(0)
     , late(0)
     , restarts(0)
+    , failed(0)
     , lastNumber(-1)
 {
 }
@@ -85,6 +86,7 @@ void MessageStatisticsCoordinator::removeStream(int number)
             delete m_rows.takeAt(i);
         }
     }
+    listAll();
     delete m_streams.take(number);
 }
 
@@ -95,11 +97,13 @@ void MessageStatisticsCoordinator::clear()
         delete row;
     }
     m_rows.clear();
+    m_all.clear();
     m_events.clear();
     Q_FOREACH (Stream* stream, m_streams) {
         stream->rows.clear();
         stream->otherUnknown = nullptr;
         stream->unknownTypes = 0;
+        stream->time = Message::NoTime;
         stream->knownSenders.clear();
         stream->senders.clear();
         stream->senderOrder.clear();
@@ -149,9 +153,11 @@ MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const Me
     if (stream->knownSenders.size() > 1 && !row->senderName.isEmpty())
         name += QString::fromLatin1(" (%1)").arg(row->senderName);
     row->statistics = new MessageStatistics(stream->format, info, name);
+    row->statistics->m_streamTime = &stream->time;
     if (row != stream->otherUnknown)
         stream->rows.insert(keyOf(id, sender), row);
     m_rows.append(row);
+    m_all.append(row->statistics);
     return row->statistics;
 }
 
@@ -165,6 +171,14 @@ void MessageStatisticsCoordinator::nameSenders(const Stream* stream)
             new MessageStatistics(old, QString::fromLatin1("%1 (%2)").arg(row->plainName, row->senderName));
         delete old;
     }
+    listAll();
+}
+
+void MessageStatisticsCoordinator::listAll()
+{
+    m_all.clear();
+    Q_FOREACH (const Row* row, m_rows)
+        m_all.append(row->statistics);
 }
 
 void MessageStatisticsCoordinator::countNumber(int number, quint32 sender, const QString& senderName, qint64 sequence,
@@ -206,19 +220,25 @@ void MessageStatisticsCoordinator::countNumber(int number, quint32 sender, const
             --statistics.lost;
         return;
     }
-    if (sequence == 0 && step != 1)
+    // A loss that ends at 0 by chance is short, as losses mostly are.
+    if (sequence == 0 && step > modulus / 8)
         ++statistics.restarts;
     else
         statistics.lost += step - 1;
     statistics.lastNumber = sequence;
 }
 
+void MessageStatisticsCoordinator::countFailure(int number, quint32 sender)
+{
+    Stream* const stream = m_streams.value(number);
+    const QHash<quint32, SenderStatistics>::iterator found = stream->senders.find(sender);
+    if (found != stream->senders.end())
+        ++found.value().failed;
+}
+
 void MessageStatisticsCoordinator::setCurrentTime(int number, qint64 time)
 {
-    Q_FOREACH (const Row* row, m_rows) {
-        if (row->stream == number)
-            row->statistics->setCurrentTime(time);
-    }
+    m_streams.value(number)->time = time;
 }
 
 void MessageStatisticsCoordinator::countEvent(CorvelEvent::Type type, unsigned int count)
@@ -228,10 +248,7 @@ void MessageStatisticsCoordinator::countEvent(CorvelEvent::Type type, unsigned i
 
 QList<MessageStatistics*> MessageStatisticsCoordinator::getAllMessageStatistics() const
 {
-    QList<MessageStatistics*> all;
-    Q_FOREACH (const Row* row, m_rows)
-        all.append(row->statistics);
-    return all;
+    return m_all;
 }
 
 unsigned int MessageStatisticsCoordinator::getEventCount(CorvelEvent::Type type) const

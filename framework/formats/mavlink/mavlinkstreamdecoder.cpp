@@ -163,6 +163,11 @@ QString MavlinkStreamDecoder::getSenderName(quint32 sender) const
     return QStringLiteral("%1:%2").arg(sender >> 8 & 0xff).arg(sender & 0xff);
 }
 
+quint64 MavlinkStreamDecoder::getSequenceModulus() const
+{
+    return 256;
+}
+
 const MavlinkMessageInfo* MavlinkStreamDecoder::find(quint32 id) const
 {
     return id < quint32(CommonIds) ? m_commonTypes.at(int(id)) : m_dialect->find(id);

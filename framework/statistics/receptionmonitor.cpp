@@ -1,0 +1,183 @@
+#include "receptionmonitor.h"
+
+#include "corvelevent.h"
+#include "eventlog.h"
+#include "message.h"
+#include "messagestatistics.h"
+#include "messagestatisticscoordinator.h"
+#include "streamsource.h"
+
+namespace
+{
+
+// Recorders that write from several threads put messages down a little out of order, which is no jump.
+const qint64 LeastBackwardJump = 1000 * 1000;
+const qint64 LeastForwardJump = Q_INT64_C(3600) * 1000 * 1000;
+
+CorvelEvent::Type typeOf(StreamProblem::Kind kind)
+{
+    switch (kind) {
+    case StreamProblem::ChecksumFailure:
+        return CorvelEvent::CrcError;
+    case StreamProblem::LengthMismatch:
+    case StreamProblem::UnsupportedFrame:
+        return CorvelEvent::UnsupportedMessage;
+    case StreamProblem::SkippedBytes:
+        return CorvelEvent::Resynchronisation;
+    case StreamProblem::TruncatedFrame:
+        return CorvelEvent::TruncatedMessage;
+    case StreamProblem::InputFailure:
+        return CorvelEvent::SourceEvent;
+    }
+    return CorvelEvent::OtherEvent;
+}
+
+} // namespace
+
+ReceptionMonitor::Clock::~Clock() {}
+
+ReceptionMonitor::ReceptionMonitor(MessageStatisticsCoordinator* coordinator, EventLog* log, QObject* parent)
+    : QObject(parent)
+    , m_coordinator(coordinator)
+    , m_log(log)
+    , m_decoder(nullptr)
+    , m_stream(-1)
+    , m_modulus(0)
+    , m_time(Message::NoTime)
+    , m_clock(nullptr)
+{
+    m_elapsed.start();
+}
+
+ReceptionMonitor::~ReceptionMonitor()
+{
+    if (m_source)
+        m_source->setObserver(nullptr);
+    delete m_clock;
+}
+
+void ReceptionMonitor::setClock(Clock* clock)
+{
+    delete m_clock;
+    m_clock = clock;
+}
+
+void ReceptionMonitor::follow(StreamSource* source, const QString& name)
+{
+    m_source = source;
+    m_name = name;
+    begin(source->getDecoder());
+    source->setObserver(this);
+    connect(source, SIGNAL(stateChanged(int)), this, SLOT(processState(int)));
+}
+
+void ReceptionMonitor::begin(const StreamDecoder* decoder)
+{
+    m_decoder = decoder;
+    m_modulus = decoder->getSequenceModulus();
+    m_stream = m_coordinator->addStream(decoder->getFormatInfo());
+}
+
+void ReceptionMonitor::processReceived(const ReceivedMessage& message)
+{
+    const QString& sender = senderName(message.sender);
+    MessageStatistics* const statistics =
+        m_coordinator->findOrCreate(m_stream, message.info, message.id, message.sender, sender);
+    statistics->addReception(message.time);
+    m_coordinator->countNumber(m_stream, message.sender, sender, message.sequence, m_modulus);
+    if (message.time != Message::NoTime)
+        checkClock(message.time);
+    if (!message.info)
+        report(CorvelEvent::UnknownMessage, tr("unknown message id %1, sender %2").arg(message.id).arg(sender),
+               streamTime());
+}
+
+void ReceptionMonitor::processProblem(const StreamProblem& problem)
+{
+    if (problem.hasFrame)
+        m_coordinator->countFailure(m_stream, problem.sender);
+    const QString text = problem.describe(problem.hasFrame ? senderName(problem.sender) : QString());
+    // How many bytes were skipped differs every time; it is one kind of event all the same.
+    const QString kind = problem.kind == StreamProblem::SkippedBytes ? tr("bytes skipped") : QString();
+    report(typeOf(problem.kind), text, streamTime(), kind);
+}
+
+void ReceptionMonitor::checkClock(qint64 time)
+{
+    const qint64 previous = m_time;
+    m_time = time;
+    m_coordinator->setCurrentTime(m_stream, time);
+    if (previous == Message::NoTime)
+        return;
+    const qint64 step = time - previous;
+    if (step > -LeastBackwardJump && step < LeastForwardJump)
+        return;
+    const QString seconds = QString::number(double(qAbs(step)) / 1e6, 'f', 1);
+    if (step < 0)
+        report(CorvelEvent::ClockJump, tr("the time of messages goes back by %1 s").arg(seconds), streamTime(),
+               tr("the time of messages goes back"));
+    else
+        report(CorvelEvent::ClockJump, tr("the time of messages leaps by %1 s").arg(seconds), streamTime(),
+               tr("the time of messages leaps"));
+}
+
+void ReceptionMonitor::refresh()
+{
+    if (m_log)
+        m_log->flush(now());
+    if (m_decoder && !m_decoder->hasTimes() && m_time != Message::NoTime)
+        m_coordinator->setCurrentTime(m_stream, QDateTime::currentMSecsSinceEpoch() * 1000);
+}
+
+void ReceptionMonitor::finish()
+{
+    if (m_log)
+        m_log->flushAll();
+}
+
+void ReceptionMonitor::processState(int state)
+{
+    QString text;
+    switch (state) {
+    case StreamSource::Running:
+        text = tr("%1: receiving").arg(m_name);
+        break;
+    case StreamSource::Finished:
+        text = tr("%1: ended").arg(m_name);
+        break;
+    case StreamSource::Failed:
+        text = tr("%1: failed: %2").arg(m_name, m_source->getErrorString());
+        break;
+    default:
+        return;
+    }
+    if (state != StreamSource::Running)
+        finish();
+    report(CorvelEvent::SourceEvent, text, QDateTime::currentDateTime().toUTC());
+}
+
+void ReceptionMonitor::report(int type, const QString& text, const QDateTime& time, const QString& kind)
+{
+    const CorvelEvent event(static_cast<CorvelEvent::Type>(type), text);
+    m_coordinator->countEvent(event.getType());
+    if (m_log)
+        m_log->log(event, time, now(), kind);
+}
+
+QDateTime ReceptionMonitor::streamTime() const
+{
+    return m_time == Message::NoTime ? QDateTime() : QDateTime::fromMSecsSinceEpoch(m_time / 1000).toUTC();
+}
+
+const QString& ReceptionMonitor::senderName(quint32 sender)
+{
+    QHash<quint32, QString>::iterator found = m_senderNames.find(sender);
+    if (found == m_senderNames.end())
+        found = m_senderNames.insert(sender, m_decoder->getSenderName(sender));
+    return found.value();
+}
+
+qint64 ReceptionMonitor::now() const
+{
+    return m_clock ? m_clock->now() : m_elapsed.elapsed();
+}
