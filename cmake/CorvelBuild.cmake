@@ -31,6 +31,11 @@ if(CORVEL_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()
+if(CORVEL_BUILD_FUZZERS)
+    # The libraries have to be instrumented as well: a fuzzer steers by the code that it reaches.
+    add_compile_options(-fsanitize=fuzzer-no-link,address -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=fuzzer-no-link,address)
+endif()
 add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII)
 
 # corvel_library(TARGET ALIAS EXPORT_BASENAME): version, soname, alias and export header of one of the three libraries.
