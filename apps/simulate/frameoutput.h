@@ -1,0 +1,32 @@
+#ifndef FRAMEOUTPUT_H
+#define FRAMEOUTPUT_H
+
+#include "options.h"
+
+/** Where simulated frames go. */
+class FrameOutput
+{
+public:
+    virtual ~FrameOutput();
+
+    /** What the options name; never null. */
+    static std::unique_ptr<FrameOutput> create(const Options& options);
+
+    /** False when it can't be opened. */
+    virtual bool open() = 0;
+    /** False when it can't be written. */
+    virtual bool write(const SimulatedFrame& frame) = 0;
+    /** Hands on what is kept back; false when it can't be written. */
+    virtual bool flush() = 0;
+
+    /** Why the last operation failed; names the output. */
+    const QString& getError() const { return m_error; }
+
+protected:
+    bool fail(const QString& name, const QString& reason);
+
+private:
+    QString m_error;
+};
+
+#endif

@@ -1,0 +1,96 @@
+#include "frameoutput.h"
+
+#include <QCoreApplication>
+
+#include <chrono>
+#include <cstdio>
+#include <thread>
+
+namespace
+{
+
+enum ExitStatus
+{
+    Success = 0,
+    WrongUsage = 1,
+    OutputFailure = 2
+};
+
+/** Waits until a simulated time has come. */
+class Pacer
+{
+public:
+    Pacer(double speed, qint64 startTime)
+        : m_speed(speed)
+        , m_startTime(startTime)
+        , m_started(std::chrono::steady_clock::now())
+    {
+    }
+
+    bool mustWait(qint64 time) const { return m_speed > 0 && due(time) > std::chrono::steady_clock::now(); }
+    void wait(qint64 time) const { std::this_thread::sleep_until(due(time)); }
+
+private:
+    std::chrono::steady_clock::time_point due(qint64 time) const
+    {
+        const std::chrono::microseconds after(qint64(double(time - m_startTime) / m_speed));
+        return m_started + after;
+    }
+
+    double m_speed;
+    qint64 m_startTime;
+    std::chrono::steady_clock::time_point m_started;
+};
+
+bool run(const Options& options, FrameOutput* output)
+{
+    if (!output->open())
+        return false;
+    Simulation simulation(options.settings);
+    const Pacer pacer(options.speed, options.settings.startTime);
+    const double end = double(options.settings.startTime) + options.duration * 1000000;
+    for (;;) {
+        const SimulatedFrame frame = simulation.takeNext();
+        if (options.duration > 0 && double(frame.time) >= end)
+            return output->flush();
+        if (pacer.mustWait(frame.time)) {
+            if (!output->flush())
+                return false;
+            pacer.wait(frame.time);
+        }
+        if (!frame.bytes.isEmpty() && !output->write(frame))
+            return false;
+    }
+}
+
+void print(std::FILE* file, const QString& text)
+{
+    std::fputs(text.toLocal8Bit().constData(), file);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("corvel-simulate"));
+
+    Options options;
+    QString text;
+    switch (Options::parse(QCoreApplication::arguments(), &options, &text)) {
+    case Options::PrintText:
+        print(stdout, text);
+        return Success;
+    case Options::WrongUsage:
+        print(stderr, QStringLiteral("corvel-simulate: %1\nTry corvel-simulate --help.\n").arg(text));
+        return WrongUsage;
+    case Options::Run:
+        break;
+    }
+
+    const std::unique_ptr<FrameOutput> output = FrameOutput::create(options);
+    if (run(options, output.get()))
+        return Success;
+    print(stderr, QStringLiteral("corvel-simulate: %1\n").arg(output->getError()));
+    return OutputFailure;
+}

@@ -1,0 +1,182 @@
+#include "options.h"
+
+#include <QCommandLineParser>
+#include <QDateTime>
+#include <QUrl>
+
+namespace
+{
+
+const char Description[] =
+    "Writes what a made-up multicopter sends: MAVLink version 2, 18 message types at 1 to 50 Hz.\n"
+    "The same options write the same bytes.";
+
+const char OutputHelp[] =
+    "A file (a tlog when its name ends with .tlog, else a raw stream), - for standard output, or udp:HOST:PORT.";
+
+const int DefaultPort = 14550;
+const double FileDuration = 60;
+const char FileStart[] = "2024-01-01T12:00:00Z";
+
+/** Reads options and remembers the first that is wrong. */
+class OptionReader
+{
+public:
+    explicit OptionReader(const QCommandLineParser& parser)
+        : m_parser(parser)
+    {
+    }
+
+    const QString& getError() const { return m_error; }
+
+    double number(const QString& name, double least, double greatest, double unset)
+    {
+        if (!m_parser.isSet(name))
+            return unset;
+        bool ok = false;
+        const double value = m_parser.value(name).toDouble(&ok);
+        if (!ok || !(value >= least && value <= greatest))
+            refuse(name, m_parser.value(name));
+        return value;
+    }
+
+    quint32 seed(const QString& name, quint32 unset)
+    {
+        if (!m_parser.isSet(name))
+            return unset;
+        bool ok = false;
+        const quint32 value = m_parser.value(name).toUInt(&ok);
+        if (!ok)
+            refuse(name, m_parser.value(name));
+        return value;
+    }
+
+    qint64 time(const QString& name, qint64 unset)
+    {
+        if (!m_parser.isSet(name))
+            return unset;
+        const QDateTime time = QDateTime::fromString(m_parser.value(name), Qt::ISODateWithMs);
+        if (!time.isValid() || time.toMSecsSinceEpoch() < 0)
+            refuse(name, m_parser.value(name));
+        return time.toMSecsSinceEpoch() * 1000;
+    }
+
+    QVector<Simulation::Pause> pauses(const QString& name)
+    {
+        QVector<Simulation::Pause> result;
+        for (const QString& text : m_parser.values(name)) {
+            bool startOk = false;
+            bool lengthOk = false;
+            const double start = text.section(QLatin1Char(':'), 0, 0).toDouble(&startOk);
+            const double length = text.section(QLatin1Char(':'), 1).toDouble(&lengthOk);
+            if (!startOk || !lengthOk || !(start >= 0) || !(length > 0))
+                refuse(name, text);
+            result.append(Simulation::Pause{start, length});
+        }
+        return result;
+    }
+
+    bool isTlog(const QString& name, const QString& path)
+    {
+        const QString format = m_parser.value(name);
+        if (!format.isEmpty() && format != QLatin1String("tlog") && format != QLatin1String("raw"))
+            refuse(name, format);
+        return format.isEmpty() ? path.endsWith(QLatin1String(".tlog")) : format == QLatin1String("tlog");
+    }
+
+    void refuse(const QString& name, const QString& value)
+    {
+        if (m_error.isEmpty())
+            m_error = QStringLiteral("--%1: \"%2\" is not possible").arg(name, value);
+    }
+
+private:
+    const QCommandLineParser& m_parser;
+    QString m_error;
+};
+
+void addOptions(QCommandLineParser* parser)
+{
+    parser->setApplicationDescription(QLatin1String(Description));
+    parser->addHelpOption();
+    parser->addVersionOption();
+    parser->addPositionalArgument(QStringLiteral("output"), QLatin1String(OutputHelp));
+    const auto add = [parser](const char* name, const char* text, const char* value) {
+        parser->addOption(QCommandLineOption(QLatin1String(name), QLatin1String(text), QLatin1String(value)));
+    };
+    add("duration", "Seconds to simulate; 0 is for ever. Default 60, over UDP for ever.", "seconds");
+    add("speed", "How fast: 1 is real time, 0 as fast as possible. Default 0, over UDP 1.", "factor");
+    add("seed", "Another number is another flight. Default 1.", "number");
+    add("senders", "Vehicles, 1 to 255. Default 1.", "number");
+    add("rate", "Multiplies the rates of all messages. Default 1.", "factor");
+    add("drop", "Share of the frames that get lost, 0 to 1. Default 0.", "share");
+    add("corrupt", "Share of the frames of which a byte gets changed, 0 to 1. Default 0.", "share");
+    add("pause", "No reception from START on for LENGTH seconds. Can be given several times.", "START:LENGTH");
+    add("start", "Time at the start, ISO 8601. Default 2024-01-01T12:00:00Z, over UDP now.", "time");
+    add("format", "tlog or raw, in place of what the file's name says.", "format");
+}
+
+bool parseOutput(const QCommandLineParser& parser, Options* options, QString* error)
+{
+    const QStringList arguments = parser.positionalArguments();
+    if (arguments.size() != 1) {
+        *error = QStringLiteral("one output is needed, not %1").arg(arguments.size());
+        return false;
+    }
+    const QString text = arguments.first();
+    if (!text.startsWith(QLatin1String("udp:"))) {
+        options->path = text == QLatin1String("-") ? QString() : text;
+        return true;
+    }
+    const int prefix = text.startsWith(QLatin1String("udp://")) ? 6 : 4;
+    const QUrl address(QStringLiteral("udp://") + text.mid(prefix), QUrl::StrictMode);
+    if (!address.isValid() || !address.path().isEmpty() || address.port() == 0) {
+        *error = QStringLiteral("%1: this is no address; udp:HOST:PORT is one").arg(text);
+        return false;
+    }
+    options->host = address.host().isEmpty() ? QStringLiteral("127.0.0.1") : address.host();
+    options->port = quint16(address.port(DefaultPort));
+    return true;
+}
+
+} // namespace
+
+Options::Result Options::parse(const QStringList& arguments, Options* options, QString* text)
+{
+    QCommandLineParser parser;
+    addOptions(&parser);
+    const bool parsed = parser.parse(arguments);
+    if (parsed && parser.isSet(QStringLiteral("help"))) {
+        *text = parser.helpText();
+        return PrintText;
+    }
+    if (parsed && parser.isSet(QStringLiteral("version"))) {
+        *text = QStringLiteral("corvel-simulate " CORVEL_VERSION "\n");
+        return PrintText;
+    }
+    if (!parsed) {
+        *text = parser.errorText();
+        return WrongUsage;
+    }
+    if (!parseOutput(parser, options, text))
+        return WrongUsage;
+
+    OptionReader reader(parser);
+    const bool live = !options->host.isEmpty();
+    const double most = 1e9;
+    Simulation::Settings& settings = options->settings;
+    options->duration = reader.number(QStringLiteral("duration"), 0, most, live ? 0 : FileDuration);
+    options->speed = reader.number(QStringLiteral("speed"), 0, most, live ? 1 : 0);
+    options->withTimes = reader.isTlog(QStringLiteral("format"), options->path);
+    settings.seed = reader.seed(QStringLiteral("seed"), settings.seed);
+    settings.senders = int(reader.number(QStringLiteral("senders"), 1, 255, settings.senders));
+    settings.rateFactor = reader.number(QStringLiteral("rate"), 0.001, 1000, settings.rateFactor);
+    settings.dropRate = reader.number(QStringLiteral("drop"), 0, 1, settings.dropRate);
+    settings.corruptRate = reader.number(QStringLiteral("corrupt"), 0, 1, settings.corruptRate);
+    settings.pauses = reader.pauses(QStringLiteral("pause"));
+    const QDateTime start =
+        live ? QDateTime::currentDateTimeUtc() : QDateTime::fromString(QLatin1String(FileStart), Qt::ISODate);
+    settings.startTime = reader.time(QStringLiteral("start"), start.toMSecsSinceEpoch() * 1000);
+    *text = reader.getError();
+    return text->isEmpty() ? Run : WrongUsage;
+}

@@ -1,0 +1,34 @@
+#ifndef OPTIONS_H
+#define OPTIONS_H
+
+#include "simulation.h"
+
+#include <QStringList>
+
+/** What corvel-simulate is asked to do. */
+struct Options
+{
+    enum Result
+    {
+        Run,
+        PrintText, ///< help or version
+        WrongUsage
+    };
+
+    /**
+     * Reads a command line, the program's name first.
+     *
+     * @param text  what is to be printed when the result is not Run
+     */
+    static Result parse(const QStringList& arguments, Options* options, QString* text);
+
+    QString path;           ///< of the file; empty for standard output
+    bool withTimes = false; ///< whether the file is a tlog
+    QString host;           ///< where datagrams go in place of a file, when not empty
+    quint16 port = 0;
+    double speed = 0;    ///< 1 is real time; 0 is as fast as possible
+    double duration = 0; ///< seconds of simulated time; 0 is endless
+    Simulation::Settings settings;
+};
+
+#endif

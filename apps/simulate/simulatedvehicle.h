@@ -1,0 +1,62 @@
+#ifndef SIMULATEDVEHICLE_H
+#define SIMULATEDVEHICLE_H
+
+#include "vehicletelemetry.h"
+
+class MavlinkDialect;
+class MavlinkMessageInfo;
+
+/** A MAVLink frame, and when it is sent in microseconds since 1970. */
+struct SimulatedFrame
+{
+    qint64 time = 0;
+    QByteArray bytes;
+};
+
+/** A vehicle and what it sends, for ever. The same arguments give the same frames. */
+class SimulatedVehicle
+{
+public:
+    /**
+     * @param dialect     must have the types of TelemetryType and STATUSTEXT, and outlive the vehicle
+     * @param number      from 1 to 255: its system number. Each vehicle flies in its own way.
+     * @param startTime   when it is switched on, microseconds since 1970
+     * @param rateFactor  what the rates of all messages are multiplied with; greater than 0
+     */
+    SimulatedVehicle(const MavlinkDialect* dialect, int number, quint32 seed, qint64 startTime, double rateFactor);
+
+    /** When the next frame is sent. */
+    qint64 getNextTime() const { return m_ready.first().time; }
+
+    /** The next frame; times never decrease. */
+    SimulatedFrame takeNext();
+
+private:
+    struct Schedule
+    {
+        const TelemetryType* type;
+        const MavlinkMessageInfo* info;
+        double phase;    // microseconds from the start to the first
+        double interval; // microseconds
+        int sent;
+
+        qint64 due() const { return qint64(phase + interval * sent); }
+        bool isOver() const { return type->count > 0 && sent >= type->count; }
+    };
+
+    void prepare();
+    Schedule* findNext();
+    bool advanceModel(qint64 until);
+    void append(qint64 sinceStart, quint8 component, const MavlinkEncoder& message);
+
+    const MavlinkMessageInfo* m_textInfo;
+    quint8 m_number;
+    qint64 m_startTime;
+    VehicleModel m_model;
+    qint64 m_modelTime; // microseconds since the start
+    QVector<Schedule> m_schedules;
+    QVector<quint8> m_sequences; // by component
+    QVector<SimulatedFrame> m_ready;
+};
+
+#endif
