@@ -9,7 +9,11 @@
 
 class MessageInfo;
 
-/** The description of a message format: a family of message types, such as one dialect. Owns its types. */
+/**
+ * The description of a message format: a family of message types, such as one dialect. Owns its types.
+ *
+ * A FormatRegistry that knows it forgets it when it goes.
+ */
 class CORVELFRAMEWORK_EXPORT FormatInfo
 {
 public:
@@ -29,10 +33,12 @@ public:
 
 private:
     Q_DISABLE_COPY(FormatInfo)
+    friend class FormatRegistry;
 
     QString m_name;
     QVector<const MessageInfo*> m_messages;
     QHash<QString, const MessageInfo*> m_byName;
+    mutable bool m_registered; // the registry's note, so that only formats it knows look for it when they go
 };
 
 #endif

@@ -1,0 +1,321 @@
+#include "pathexpression.h"
+
+#include "fieldinfo.h"
+#include "formatinfo.h"
+#include "formatregistry.h"
+#include "messageinfo.h"
+#include "pathlisting.h"
+#include "pathmatcher.h"
+#include "pathtext.h"
+
+#include <QSet>
+
+const PathExpression::Parts PathExpression::AllParts(QFlag(15));
+
+PathExpression::PathExpression(QObject* parent)
+    : QObject(parent)
+    , m_typedPart(-1)
+    , m_considerSubMessages(false)
+{
+    connect(FormatRegistry::getInstance(), SIGNAL(formatsChanged()), this, SIGNAL(matchesMayHaveChanged()));
+}
+
+PathExpression::~PathExpression() {}
+
+void PathExpression::replace(const QString* texts, int typedPart)
+{
+    Parts changed;
+    for (int part = 0; part < PartCount; ++part) {
+        if (m_texts[part] != texts[part])
+            changed |= Part(1 << part);
+        m_texts[part] = texts[part];
+    }
+    const bool matchesChanged = changed || typedPart != m_typedPart;
+    m_typedPart = typedPart;
+    if (changed) {
+        Q_EMIT partsChanged(changed);
+        Q_EMIT expressionChanged(getString(AllParts));
+    }
+    if (matchesChanged)
+        Q_EMIT matchesMayHaveChanged();
+}
+
+void PathExpression::setString(QString text)
+{
+    setString(text, AllParts);
+}
+
+static bool isPartOf(int part, PathExpression::Parts parts)
+{
+    return part >= 0 && (int(parts) & (1 << part));
+}
+
+void PathExpression::setString(QString text, PathExpression::Parts parts)
+{
+    QString texts[PartCount];
+    for (int part = 0; part < PartCount; ++part)
+        texts[part] = m_texts[part];
+    PathText::split(text, int(parts), texts);
+    replace(texts, isPartOf(m_typedPart, parts) ? -1 : m_typedPart);
+}
+
+QString PathExpression::getString(PathExpression::Parts parts) const
+{
+    return PathText::join(m_texts, int(parts));
+}
+
+void PathExpression::setStringPrefix(QString text, PathExpression::Parts parts)
+{
+    QString texts[PartCount];
+    for (int part = 0; part < PartCount; ++part)
+        texts[part] = m_texts[part];
+    const int last = PathText::split(text, int(parts), texts);
+    replace(texts, last < 0 ? m_typedPart : last);
+}
+
+void PathExpression::completeEditing()
+{
+    QString texts[PartCount];
+    for (int part = 0; part < PartCount; ++part)
+        texts[part] = m_texts[part];
+    replace(texts, -1);
+}
+
+void PathExpression::setWildCard(PathExpression::Parts parts)
+{
+    QString texts[PartCount];
+    for (int part = 0; part < PartCount; ++part)
+        texts[part] = isPartOf(part, parts) ? QString(QLatin1Char('*')) : m_texts[part];
+    replace(texts, isPartOf(m_typedPart, parts) ? -1 : m_typedPart);
+}
+
+bool PathExpression::isWildCard(PathExpression::Parts parts) const
+{
+    bool any = false;
+    for (int part = 0; part < PartCount; ++part) {
+        if (!isPartOf(part, parts))
+            continue;
+        if (m_texts[part] != QLatin1String("*"))
+            return false;
+        any = true;
+    }
+    return any;
+}
+
+QStringList PathExpression::getMatchingExpressionsStringList(PathExpression::Parts parts) const
+{
+    const PathPattern pattern = PathText::parse(m_texts, m_typedPart);
+    int wanted = int(parts);
+    if (isPartOf(m_typedPart, parts))
+        for (int part = m_typedPart + 1; part < PartCount; ++part)
+            if (m_texts[part].isEmpty())
+                wanted &= ~(1 << part);
+    if (pattern.errorPosition >= 0 || !wanted)
+        return QStringList();
+    int levels = pattern.levels;
+    for (int part = PathText::Format; part < PartCount; ++part)
+        if (wanted & (1 << part))
+            levels = qMax(levels, qMin(part + 1, 3));
+    PathListing listing(pattern, wanted);
+    PathMatcher(pattern, m_considerSubMessages).run(levels, &listing);
+    return listing.texts();
+}
+
+/** The name of @p info with its number among those of @p others that have the same. */
+template <typename Info>
+static QString uniqueName(const Info* info, const QVector<const Info*>& others)
+{
+    int count = 0;
+    int number = 0;
+    Q_FOREACH (const Info* other, others) {
+        if (other->getName() == info->getName())
+            ++count;
+        if (other == info)
+            number = count;
+    }
+    const QString text = PathText::escape(info->getName());
+    return count > 1 && number > 0 ? text + QLatin1Char('#') + QString::number(number) : text;
+}
+
+static void nameType(const MessageInfo* info, QString* texts)
+{
+    const FormatInfo* format = info->getFormatInfo();
+    texts[PathText::Format] =
+        format ? uniqueName(format, FormatRegistry::getInstance()->getFormatInfos()) : PathText::escape(QString());
+    texts[PathText::Message] = format ? uniqueName(info, format->getMessageInfos()) : PathText::escape(info->getName());
+}
+
+void PathExpression::setupToMatchUnique(const MessageInfo* info)
+{
+    if (!info)
+        return;
+    QString texts[PartCount];
+    nameType(info, texts);
+    replace(texts, -1);
+}
+
+/** Of the types that @p field belongs to, the first that can be found by name. */
+static const MessageInfo* typeToNameWith(const FieldInfo* field)
+{
+    const QVector<const MessageInfo*> infos = field->getMessageInfos();
+    const FormatRegistry* registry = FormatRegistry::getInstance();
+    Q_FOREACH (const MessageInfo* info, infos)
+        if (registry->getRevision(info->getFormatInfo()))
+            return info;
+    return infos.isEmpty() ? nullptr : infos.first();
+}
+
+/** What is matched by name below @p parent: its components and, as if they were more of them, its sub-message's fields.
+ */
+static QVector<const FieldInfo*> fieldsBelow(const FieldInfo* parent)
+{
+    QVector<const FieldInfo*> fields = parent->getSubFieldInfos();
+    if (parent->getType().getSubMessageInfo())
+        fields += parent->getType().getSubMessageInfo()->getFieldInfos();
+    return fields;
+}
+
+void PathExpression::setupToMatchUnique(const FieldInfo* info)
+{
+    if (!info)
+        return;
+    QString texts[PartCount];
+    const MessageInfo* type = typeToNameWith(info);
+    if (type)
+        nameType(type, texts);
+    else
+        texts[PathText::Format] = texts[PathText::Message] = PathText::escape(QString());
+    for (const FieldInfo* field = info; field; field = field->getParentFieldInfo()) {
+        const FieldInfo* parent = field->getParentFieldInfo();
+        QVector<const FieldInfo*> siblings;
+        if (parent)
+            siblings = fieldsBelow(parent);
+        else if (type)
+            siblings = type->getFieldInfos();
+        const QString name = uniqueName(field, siblings);
+        QString& path = texts[PathText::Field];
+        path = field == info ? name : name + QLatin1Char('/') + path;
+    }
+    replace(texts, -1);
+}
+
+void PathExpression::setConsiderSubMessages(bool consider)
+{
+    if (consider == m_considerSubMessages)
+        return;
+    m_considerSubMessages = consider;
+    Q_EMIT matchesMayHaveChanged();
+}
+
+namespace
+{
+
+class MessageInfoSink : public PathSink
+{
+public:
+    Answer found(const PathHit& hit) override
+    {
+        m_infos.append(hit.type->info);
+        return NextType;
+    }
+    const QVector<const MessageInfo*>& infos() const { return m_infos; }
+
+private:
+    QVector<const MessageInfo*> m_infos;
+};
+
+class FieldInfoSink : public PathSink
+{
+public:
+    Answer found(const PathHit& hit) override
+    {
+        const FieldInfo* info = hit.lastField();
+        if (!m_seen.contains(info)) {
+            m_seen.insert(info);
+            m_infos.append(info);
+        }
+        return Next;
+    }
+    bool wantsEveryWay() const override { return false; }
+    const QVector<const FieldInfo*>& infos() const { return m_infos; }
+
+private:
+    QVector<const FieldInfo*> m_infos;
+    QSet<const FieldInfo*> m_seen;
+};
+
+class MatchSink : public PathSink
+{
+public:
+    explicit MatchSink(const PathPattern& pattern)
+    {
+        Q_FOREACH (const PathSegment& segment, pattern.fields)
+            m_indexes.append(segment.index);
+        if (m_indexes.isEmpty())
+            m_indexes.append(PathExpression::NoIndex);
+    }
+
+    Answer found(const PathHit& hit) override
+    {
+        PathExpression::Match match;
+        match.messageInfo = hit.type->info;
+        match.fieldInfos.append(hit.field->info);
+        for (size_t i = 0; i < hit.steps->size(); ++i)
+            match.fieldInfos.append(hit.steps->at(i).info);
+        match.indexes = m_indexes;
+        m_matches.append(match);
+        return Next;
+    }
+    const QVector<PathExpression::Match>& matches() const { return m_matches; }
+
+private:
+    QVector<int> m_indexes;
+    QVector<PathExpression::Match> m_matches;
+};
+
+} // namespace
+
+QVector<const MessageInfo*> PathExpression::getMatchingMessageInfos() const
+{
+    const PathPattern pattern = PathText::parse(m_texts, m_typedPart);
+    MessageInfoSink sink;
+    if (pattern.errorPosition < 0)
+        PathMatcher(pattern, m_considerSubMessages).run(qMax(pattern.levels, 2), &sink);
+    return sink.infos();
+}
+
+QVector<const FieldInfo*> PathExpression::getMatchingFieldInfos() const
+{
+    const PathPattern pattern = PathText::parse(m_texts, m_typedPart);
+    FieldInfoSink sink;
+    if (pattern.errorPosition < 0)
+        PathMatcher(pattern, m_considerSubMessages).run(3, &sink);
+    return sink.infos();
+}
+
+QVector<PathExpression::Match> PathExpression::getMatches() const
+{
+    const PathPattern pattern = PathText::parse(m_texts, m_typedPart);
+    MatchSink sink(pattern);
+    if (pattern.errorPosition < 0)
+        PathMatcher(pattern, m_considerSubMessages).run(3, &sink);
+    return sink.matches();
+}
+
+QString PathExpression::errorString() const
+{
+    const PathPattern pattern = PathText::parse(m_texts, m_typedPart);
+    if (pattern.errorPosition < 0)
+        return QString();
+    return tr("character %1: %2").arg(pattern.errorPosition + 1).arg(pattern.error);
+}
+
+int PathExpression::errorPosition() const
+{
+    return PathText::parse(m_texts, m_typedPart).errorPosition;
+}
+
+QString PathExpression::escape(const QString& name)
+{
+    return PathText::escape(name);
+}
