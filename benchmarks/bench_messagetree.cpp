@@ -1,0 +1,396 @@
+// What a message costs in a shown MessageTreeWidget, measured against the least it could cost: reading and formatting
+// the same values and storing them in plain items of a tree that was never laid out. And the frame that follows,
+// measured against a plain tree with the same contents.
+
+#include "fieldinfo.h"
+#include "message.h"
+#include "messageinfo.h"
+#include "messagereference.h"
+#include "messagetreewidget.h"
+#include "messagetreewidgetitem.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QVector>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <memory>
+#include <vector>
+
+namespace
+{
+
+constexpr int FieldsPerType = 40;
+
+/** A message whose numbers stand in a vector, and a field that reads one: reading costs next to nothing. */
+class NumbersMessage : public Message
+{
+public:
+    explicit NumbersMessage(const MessageInfo* info)
+        : Message(info)
+        , values(FieldsPerType)
+    {
+    }
+
+    QVector<FieldValue> values;
+};
+
+class NumberField : public FieldInfo
+{
+public:
+    NumberField(const QString& name, int position, const FieldType& type)
+        : FieldInfo(name, type)
+        , m_position(position)
+    {
+    }
+
+    unsigned int getValueCount(const Message*) const override { return 1; }
+    FieldValue getValue(const Message* message, unsigned int) const override
+    {
+        return static_cast<const NumbersMessage*>(message)->values.at(m_position);
+    }
+
+private:
+    int m_position;
+};
+
+/** Message types of 40 numbers each, and for each type some messages in which every field differs from the last. */
+class Format
+{
+public:
+    static constexpr int Variants = 4;
+
+    explicit Format(int types)
+    {
+        for (int i = 0; i < types; ++i) {
+            infos.push_back(std::make_unique<MessageInfo>(QString::fromLatin1("TYPE_%1").arg(i)));
+            for (int field = 0; field < FieldsPerType; ++field)
+                infos.back()->addField(createField(field));
+            for (int variant = 0; variant < Variants; ++variant)
+                messages.append(MessageReference::adopt(createMessage(infos.back().get(), variant)));
+        }
+    }
+
+    int getTypeCount() const { return static_cast<int>(infos.size()); }
+    const Message* getMessage(int type, int round) const
+    {
+        return messages.at(type * Variants + round % Variants).get();
+    }
+
+    std::vector<std::unique_ptr<MessageInfo>> infos;
+    QList<MessageReference> messages;
+
+private:
+    static FieldInfo* createField(int position)
+    {
+        static const FieldType types[] = {FieldType(FieldType::SignedType, 4, QLatin1String("int32_t")),
+                                          FieldType(FieldType::FloatType, 4, QLatin1String("float")),
+                                          FieldType(FieldType::FloatType, 8, QLatin1String("double")),
+                                          FieldType(FieldType::UnsignedType, 2, QLatin1String("uint16_t"))};
+        static const char* const units[] = {"m/s", "deg", "m", ""};
+        FieldInfo* field =
+            new NumberField(QString::fromLatin1("field_%1").arg(position), position, types[position % 4]);
+        field->setUnit(QLatin1String(units[position % 4]));
+        return field;
+    }
+
+    static Message* createMessage(const MessageInfo* info, int variant)
+    {
+        NumbersMessage* message = new NumbersMessage(info);
+        for (int field = 0; field < FieldsPerType; ++field) {
+            const int number = 1000 * field + 17 * variant + 1;
+            switch (field % 4) {
+            case 0:
+                message->values[field] = FieldValue::fromSigned(-number, 4);
+                break;
+            case 1:
+                message->values[field] = FieldValue::fromFloat(number * 0.37f);
+                break;
+            case 2:
+                message->values[field] = FieldValue::fromDouble(number / 7.0);
+                break;
+            default:
+                message->values[field] = FieldValue::fromUnsigned(number, 2);
+                break;
+            }
+        }
+        return message;
+    }
+};
+
+/** A plain tree with the rows and texts of a message tree; message rows first, their fields below. */
+class PlainTree : public QTreeWidget
+{
+public:
+    explicit PlainTree(const Format& format)
+        : m_format(format)
+    {
+        setColumnCount(3);
+        setHeaderLabels(QStringList() << QLatin1String("Name") << QLatin1String("Type") << QLatin1String("Value"));
+        QList<QTreeWidgetItem*> rows;
+        for (const std::unique_ptr<MessageInfo>& info : format.infos) {
+            QTreeWidgetItem* row = new QTreeWidgetItem(QStringList() << info->getName() << QLatin1String("Message"));
+            for (const FieldInfo* field : info->getFieldInfos()) {
+                row->addChild(
+                    new QTreeWidgetItem(QStringList() << field->getName() << field->getType().toShortString()));
+            }
+            rows.append(row);
+        }
+        addTopLevelItems(rows);
+    }
+
+    __attribute__((noinline)) void store(int type, int round)
+    {
+        const Message* message = m_format.getMessage(type, round);
+        QTreeWidgetItem* row = topLevelItem(type);
+        int position = 0;
+        for (const FieldInfo* field : message->getInfo()->getFieldInfos()) {
+            row->child(position)->setText(2, field->getInterpretedString(field->getValue(message, 0), true));
+            ++position;
+        }
+    }
+
+private:
+    const Format& m_format;
+};
+
+void show(QTreeWidget* tree, bool expanded)
+{
+    tree->resize(600, 800);
+    tree->setColumnWidth(0, 200);
+    if (expanded)
+        tree->expandAll();
+    else
+        tree->collapseAll();
+    tree->show();
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+}
+
+/** Processor time of this process in nanoseconds: other processes do not disturb it. */
+double processorTime()
+{
+    timespec time;
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_nsec);
+}
+
+/** Nanoseconds that a round of @p work takes, the least of some groups of rounds. */
+template <typename Work>
+double leastTime(int groups, int rounds, Work work)
+{
+    double least = 1e300;
+    int round = 0;
+    for (int group = 0; group < groups; ++group) {
+        const double start = processorTime();
+        for (int i = 0; i < rounds; ++i)
+            work(round++);
+        least = std::min(least, (processorTime() - start) / rounds);
+    }
+    return least;
+}
+
+struct Measured
+{
+    double ours = 0;       ///< ns a field, processMessage()
+    double floor = 0;      ///< ns a field, formatting and storing
+    double view = 0;       ///< ns a field, storing in the shown plain tree
+    double frame = 0;      ///< us, the frame after a message of each type
+    double plainFrame = 0; ///< us, the same of the shown plain tree
+};
+
+Measured measure(int types, bool expanded)
+{
+    const Format format(types);
+    MessageTreeWidget tree;
+    for (const std::unique_ptr<MessageInfo>& info : format.infos)
+        tree.addTopLevelItem(new MessageTreeWidgetItem(&tree, info.get()));
+    tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
+    PlainTree unlaid(format);
+    PlainTree plain(format);
+    for (int type = 0; type < types; ++type) {
+        tree.processMessage(format.getMessage(type, 0));
+        unlaid.store(type, 0);
+        plain.store(type, 0);
+    }
+    show(&tree, expanded);
+    show(&plain, expanded);
+
+    const auto feedOurs = [&](int round) {
+        for (int type = 0; type < types; ++type)
+            tree.processMessage(format.getMessage(type, round));
+    };
+    const auto feedUnlaid = [&](int round) {
+        for (int type = 0; type < types; ++type)
+            unlaid.store(type, round);
+    };
+    const auto feedPlain = [&](int round) {
+        for (int type = 0; type < types; ++type)
+            plain.store(type, round);
+    };
+    const double fields = static_cast<double>(types) * FieldsPerType;
+    const int groups = 20;
+    const int rounds = std::max(2, 100 / types);
+
+    Measured result;
+    result.ours = 1e300;
+    result.floor = 1e300;
+    // In turns, so that both meet the machine in the same state.
+    for (int turn = 0; turn < 3; ++turn) {
+        result.floor = std::min(result.floor, leastTime(groups, rounds, feedUnlaid) / fields);
+        result.ours = std::min(result.ours, leastTime(groups, rounds, feedOurs) / fields);
+        QCoreApplication::processEvents();
+    }
+    result.view = leastTime(2, 2, feedPlain) / fields;
+    QCoreApplication::processEvents();
+
+    const auto frame = [](const auto& feed, int frames) {
+        std::vector<double> times;
+        for (int round = 0; round < frames; ++round) {
+            feed(round);
+            const double start = processorTime();
+            QCoreApplication::processEvents();
+            times.push_back((processorTime() - start) / 1000);
+        }
+        std::nth_element(times.begin(), times.begin() + times.size() / 2, times.end());
+        return times[times.size() / 2];
+    };
+    result.plainFrame = 1e300;
+    result.frame = 1e300;
+    for (int turn = 0; turn < 3; ++turn) {
+        result.plainFrame = std::min(result.plainFrame, frame(feedPlain, types > 100 ? 8 : 25));
+        result.frame = std::min(result.frame, frame(feedOurs, types > 100 ? 8 : 25));
+    }
+    return result;
+}
+
+void printTable()
+{
+    std::printf("%5s %-9s %12s %12s %7s %14s %12s %12s %7s\n", "types", "", "ours ns/fld", "floor ns/fld", "ratio",
+                "plain ns/fld", "frame us", "plain us", "ratio");
+    for (const bool expanded : {true, false}) {
+        for (const int types : {20, 100, 300}) {
+            const Measured m = measure(types, expanded);
+            std::printf("%5d %-9s %12.1f %12.1f %7.2f %14.1f %12.1f %12.1f %7.2f\n", types,
+                        expanded ? "expanded" : "collapsed", m.ours, m.floor, m.ours / m.floor, m.view, m.frame,
+                        m.plainFrame, m.frame / m.plainFrame);
+            std::fflush(stdout);
+        }
+    }
+}
+
+void reconfigure(benchmark::State& state)
+{
+    const Format format(static_cast<int>(state.range(0)));
+    MessageTreeWidget tree;
+    for (const std::unique_ptr<MessageInfo>& info : format.infos)
+        tree.addTopLevelItem(new MessageTreeWidgetItem(&tree, info.get()));
+    tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
+    for (int type = 0; type < format.getTypeCount(); ++type)
+        tree.processMessage(format.getMessage(type, 0));
+    show(&tree, true);
+    for (auto _ : state) {
+        tree.getToggleRawValueColumnAction()->trigger();
+        QCoreApplication::processEvents();
+    }
+}
+BENCHMARK(reconfigure)->Arg(20)->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
+
+/** A field that has as many values as the message says. */
+class ManyField : public FieldInfo
+{
+public:
+    ManyField(const QString& name, const FieldType& type)
+        : FieldInfo(name, type)
+    {
+        setRepeated(true);
+    }
+
+    unsigned int getValueCount(const Message* message) const override
+    {
+        return static_cast<unsigned int>(static_cast<const NumbersMessage*>(message)->values.size());
+    }
+    FieldValue getValue(const Message* message, unsigned int index) const override
+    {
+        return static_cast<const NumbersMessage*>(message)->values.at(static_cast<int>(index));
+    }
+};
+
+/** One shown tree with an expanded repeated field, whose number of values goes from @p low to @p high and back. */
+void repeated(benchmark::State& state, bool subMessages, int low, int high)
+{
+    MessageInfo inner(QLatin1String("INNER"), false);
+    inner.addField(
+        new NumberField(QLatin1String("value"), 0, FieldType(FieldType::SignedType, 4, QLatin1String("int32_t"))));
+    const MessageReference innerMessage = MessageReference::adopt(new NumbersMessage(&inner));
+    MessageInfo info(QLatin1String("MANY"));
+    info.addField(
+        new ManyField(QLatin1String("values"),
+                      subMessages ? FieldType(&inner) : FieldType(FieldType::SignedType, 4, QLatin1String("int32_t"))));
+    const auto create = [&](int count) {
+        NumbersMessage* message = new NumbersMessage(&info);
+        message->values.clear();
+        for (int i = 0; i < count; ++i) {
+            message->values.append(subMessages ? FieldValue::fromSubMessage(innerMessage.get())
+                                               : FieldValue::fromSigned(i, 4));
+        }
+        return MessageReference::adopt(message);
+    };
+    const MessageReference few = create(low);
+    const MessageReference many = create(high);
+    MessageTreeWidget tree;
+    tree.addTopLevelItem(new MessageTreeWidgetItem(&tree, &info));
+    tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
+    tree.processMessage(many.get());
+    show(&tree, true);
+    for (auto _ : state) {
+        tree.processMessage(few.get());
+        QCoreApplication::processEvents();
+        tree.processMessage(many.get());
+        QCoreApplication::processEvents();
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+void repeatedValues(benchmark::State& state)
+{
+    repeated(state, false, 0, static_cast<int>(state.range(0)));
+}
+BENCHMARK(repeatedValues)->Arg(250)->Arg(1000)->Arg(4000)->Complexity()->Unit(benchmark::kMillisecond);
+
+void repeatedValuesToOne(benchmark::State& state)
+{
+    repeated(state, false, 1, static_cast<int>(state.range(0)));
+}
+BENCHMARK(repeatedValuesToOne)->Arg(250)->Arg(1000)->Arg(4000)->Complexity()->Unit(benchmark::kMillisecond);
+
+void repeatedSubMessages(benchmark::State& state)
+{
+    repeated(state, true, 0, static_cast<int>(state.range(0)));
+}
+BENCHMARK(repeatedSubMessages)->Arg(250)->Arg(1000)->Arg(4000)->Complexity()->Unit(benchmark::kMillisecond);
+
+void repeatedSubMessagesToOne(benchmark::State& state)
+{
+    repeated(state, true, 1, static_cast<int>(state.range(0)));
+}
+BENCHMARK(repeatedSubMessagesToOne)->Arg(250)->Arg(1000)->Arg(4000)->Complexity()->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    printTable();
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

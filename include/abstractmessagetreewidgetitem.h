@@ -1,0 +1,85 @@
+#ifndef ABSTRACTMESSAGETREEWIDGETITEM_H
+#define ABSTRACTMESSAGETREEWIDGETITEM_H
+
+#include "corvelgui_export.h"
+#include "messagetreewidget.h"
+
+#include <QTreeWidgetItem>
+
+class FieldInfo;
+class Message;
+
+/**
+ * Base of the rows of a MessageTreeWidget.
+ *
+ * A row offers texts; the base writes each into the column that shows it, wherever that is, or nowhere. A derived row
+ * calls the setter of a text whenever that may have changed and never writes a column itself.
+ */
+class CORVELGUI_EXPORT AbstractMessageTreeWidgetItem : public QTreeWidgetItem
+{
+public:
+    /** How a row is expanded when it is configured in a tree. */
+    enum InitialExpansionPolicy
+    {
+        ExpandInitially = 0,
+        CollapseInitially = 1,
+        RestoreExpansion = 2 ///< as the user last left rows of the same type or field
+    };
+
+    /**
+     * A row that is not inserted anywhere yet and starts collapsed.
+     *
+     * @param treeWidget  the tree the row is made for; may be null. Borrowed.
+     */
+    explicit AbstractMessageTreeWidgetItem(MessageTreeWidget* treeWidget);
+    virtual ~AbstractMessageTreeWidgetItem();
+
+    virtual QString getNameText();
+    virtual QString getNameToolTip();
+    virtual QString getTypeText();
+    virtual QString getValueText();
+    virtual QString getRawValueText();
+
+    /** Forgets the values shown. */
+    virtual void clearValues() = 0;
+    /** Takes the row's values from @p message; null clears them. */
+    virtual void processMessage(const Message* message) = 0;
+    /** Fills the row and all below it and expands it, following the tree's columns and filters. Only in a tree view. */
+    virtual void configureInTreeWidget();
+
+    /** Stores as every item does; all texts and roles may be written by the application too. */
+    void setData(int column, int role, const QVariant& value) override;
+
+    /** The tree the row is in, or else the one it was made for; null when that is no MessageTreeWidget. */
+    MessageTreeWidget* getMessageTreeWidget();
+
+    InitialExpansionPolicy getInitialExpansionPolicy() const;
+    /** Takes effect when the row is configured the next time. */
+    void setInitialExpansionPolicy(InitialExpansionPolicy policy);
+
+    /** Writes the name and its tool tip; like the other setters, only if the tree has the column. */
+    void setNameText();
+    void setTypeText();
+    void setValueText();
+    void setRawValueText();
+    /** Writes the texts of all columns, but no tool tip. */
+    void setAllTexts();
+
+    /** The text that a column of type @p type shows of this row. */
+    QString getTextForColumn(MessageTreeWidget::ColumnType type);
+
+    /** Whether a row is to be made for @p field, by confidentiality and the filters of the tree. Null is not shown. */
+    bool mustShowField(const FieldInfo* field);
+
+private:
+    Q_DISABLE_COPY(AbstractMessageTreeWidgetItem)
+
+    void writeText(MessageTreeWidget* tree, int column, const QString& text);
+
+    MessageTreeWidget* m_messageTreeWidget;
+    InitialExpansionPolicy m_initialExpansionPolicy;
+    // A bit for each column whose text was written by this class and is one ordinary line, as high as its font.
+    unsigned int m_ordinaryColumns;
+};
+
+#endif

@@ -1,0 +1,161 @@
+#ifndef MESSAGETREEWIDGET_H
+#define MESSAGETREEWIDGET_H
+
+#include "corvelgui_export.h"
+#include "fieldinfo.h"
+
+#include <QHash>
+#include <QList>
+#include <QTreeWidget>
+#include <QVector>
+
+class AbstractMessageTreeWidgetItem;
+class Message;
+class MessageInfo;
+class QAction;
+
+/**
+ * A tree that shows the latest message of each of its message types, field by field, live.
+ *
+ * The application places a MessageTreeWidgetItem for each type of interest at the top level and feeds the tree. Which
+ * columns are shown is configurable; secondary and virtual fields can be hidden. What the user expands is remembered
+ * for the type or the field, for all trees of the process.
+ *
+ * Many values a second are its purpose: texts of rows are stored at once, and the screen follows once for each pass of
+ * the event loop.
+ *
+ * @code
+ * MessageTreeWidget* tree = new MessageTreeWidget(parent);
+ * tree->addTopLevelItem(new MessageTreeWidgetItem(tree, dialect->getMessageInfo("ATTITUDE")));
+ * tree->reconfigureTopLevelAbstractMessageTreeWidgetItems();
+ * QObject::connect(source, SIGNAL(newMessage(const Message*)), tree, SLOT(processMessage(const Message*)));
+ * @endcode
+ */
+class CORVELGUI_EXPORT MessageTreeWidget : public QTreeWidget
+{
+    Q_OBJECT
+
+public:
+    /** What a column shows of each row. Any number from 0 to 999 can be a column type; those not listed are custom. */
+    enum ColumnType : int
+    {
+        NameColumn = 0,
+        RawValueColumn = 1, ///< the value as transmitted
+        ValueColumn = 2,    ///< the value as its description interprets it
+        TypeColumn = 3,
+        CustomColumn1 = 4,
+        CustomColumn2 = 5,
+        CustomColumn3 = 6,
+        CustomColumn4 = 7,
+        CustomColumn5 = 8,
+        CustomColumn6 = 9,
+        CustomColumn7 = 10,
+        CustomColumn8 = 11,
+        CustomColumn9 = 12,
+        CustomColumn10 = 13,
+        NoColumn = 14 ///< a column of the tree widget that was added by other means and is left alone
+    };
+
+    /** A tree with the columns name, type and value. @p parent may be null. */
+    explicit MessageTreeWidget(QWidget* parent = 0);
+    virtual ~MessageTreeWidget();
+
+    /** The name under which a column of this type is shown, translated. */
+    static QString getDefaultColumnName(ColumnType type);
+    /** The header text of a column of this type. */
+    QString getColumnName(ColumnType type) const;
+    /** The column that shows @p type, which must not be negative; -1 when none does. */
+    int getColumnIndex(ColumnType type);
+    /** Whether a column shows @p type, which must not be negative. */
+    bool hasColumn(ColumnType type);
+    /** The types of the columns, from left to right. */
+    QVector<ColumnType> getColumns() const;
+
+    /**
+     * Adds a column behind the others. A type that is shown already is refused with a warning box.
+     *
+     * @param type    from 0 to 999
+     * @param update  fits the widths of the columns and fills the rows; false where more columns follow
+     */
+    void addColumn(ColumnType type, bool update);
+    /** Removes all columns; @p update as for addColumn(). */
+    void clearColumns(bool update);
+    /** Shows exactly these columns, from left to right. A type that is repeated is refused as by addColumn(). */
+    void setColumns(QVector<ColumnType> columns);
+    /** Fits the width of every column to its contents. */
+    void resizeColumns();
+
+    /** The checkable action with which the user shows and hides the type column; owned by the tree. */
+    QAction* getToggleTypeColumnAction();
+    /** The same for the raw-value column. */
+    QAction* getToggleRawValueColumnAction();
+    /** All actions that show and hide a column, for a menu. */
+    QVector<QAction*> getToggleColumnActions();
+
+    bool mustShowVirtualFields() const;
+    /** Whether fields of this role are shown without regard to what is below them. */
+    bool mustShowFieldsWithRole(FieldInfo::Role role) const;
+
+    /** The top-level rows that are rows of this library, in row order. */
+    QList<AbstractMessageTreeWidgetItem*> getTopLevelAbstractMessageTreeWidgetItems();
+    /** Makes every row follow the columns and filters; to be called after rows were added to a tree by other means. */
+    void reconfigureTopLevelAbstractMessageTreeWidgetItems();
+
+    /** Whether a row that restores its expansion starts expanded, from what the user did last. Null gives false. */
+    bool mustInitiallyBeExpanded(AbstractMessageTreeWidgetItem* item);
+
+    // The view's reaction to changed data: the first form is the virtual one of Qt 4, the second that of Qt 5 and 6.
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight);
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QVector<int>& roles);
+
+public Q_SLOTS:
+    /** Hands @p message to every top-level row; null clears the values of all. */
+    void processMessage(const Message* message);
+    void setShowVirtualFields(bool showVirtualFields);
+    void setHideVirtualFields(bool hideVirtualFields);
+    /** Hides fields of secondary role, except those that lead to a field that is shown. */
+    void setShowPrimaryFieldsOnly(bool showPrimaryOnly);
+    /** Sets the opposite of setShowPrimaryFieldsOnly(): true shows secondary fields. Deliberate and kept. */
+    void setHideSecondaryFields(bool hideSecondary);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void customEvent(QEvent* event) override;
+
+private Q_SLOTS:
+    void toggleColumnActionTriggered(bool checked);
+    void processItemExpandedOrCollapsed(QTreeWidgetItem* item);
+    void forgetTopLevelRows(const QModelIndex& parent = QModelIndex());
+
+private:
+    Q_DISABLE_COPY(MessageTreeWidget)
+    friend class AbstractMessageTreeWidgetItem;
+
+    void createActions();
+    bool isCheapChange(const QModelIndex& index) const;
+    void noteChange(const QModelIndex& index);
+    void followRowsOnScreen(bool repaintChanged);
+
+    static QHash<const MessageInfo*, bool> sMessageInfoExpandedCollapsedMap;
+    static QHash<const FieldInfo*, bool> sFieldInfoExpandedCollapsedMap;
+
+    QVector<ColumnType> m_columns;
+    QVector<int> m_columnIndices;
+    QAction* m_toggleTypeColumnAction;
+    QAction* m_toggleRawValueColumnAction;
+    QVector<QAction*> m_toggleColumnActions;
+    QHash<ColumnType, QAction*> m_columnToggleActions;
+    bool m_showPrimaryFieldsOnly;
+    bool m_showVirtualFields;
+
+    // What getTopLevelAbstractMessageTreeWidgetItems() gives, while it is known: it is asked for every message.
+    QList<AbstractMessageTreeWidgetItem*> m_topLevelRows;
+    bool m_topLevelRowsKnown;
+    // The row whose text changes now in a way that leaves its height as it is; null otherwise.
+    const QTreeWidgetItem* m_rowBeingWritten;
+    // The rows last painted, each with a bit for every column to be repainted. Compared only, as a row may be gone.
+    QHash<const QTreeWidgetItem*, unsigned int> m_rowsOnScreen;
+    bool m_repaintPosted;
+};
+
+#endif

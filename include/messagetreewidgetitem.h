@@ -1,0 +1,82 @@
+#ifndef MESSAGETREEWIDGETITEM_H
+#define MESSAGETREEWIDGETITEM_H
+
+#include "abstractmessagetreewidgetitem.h"
+#include "corvelgui_export.h"
+#include "messageneed.h"
+
+#include <QHash>
+#include <QObject>
+
+class AbstractFieldTreeWidgetItem;
+class FieldInfo;
+class Message;
+class MessageInfo;
+
+/**
+ * The row of one message type: shows the latest message of the type, with a row for each of its fields below.
+ *
+ * It states its need of the type, so that the framework delivers messages of it. The message shown is kept by a
+ * reference if its type is a main type.
+ */
+class CORVELGUI_EXPORT MessageTreeWidgetItem : public QObject, public virtual AbstractMessageTreeWidgetItem
+{
+    Q_OBJECT
+
+public:
+    /**
+     * A row that is not inserted anywhere yet, with the rows of its fields.
+     *
+     * @param treeWidget  the tree whose columns and filters count until the row is in one; may be null. Borrowed.
+     * @param info        may be null. Borrowed, must outlive the row.
+     */
+    MessageTreeWidgetItem(MessageTreeWidget* treeWidget, const MessageInfo* info);
+    virtual ~MessageTreeWidgetItem();
+
+    QString getNameText() override;
+    QString getNameToolTip() override;
+    QString getTypeText() override;
+    QString getValueText() override;
+
+    /** The type the row stands for; may be null. */
+    const MessageInfo* getMessageInfo() const;
+    /** The message shown; may be null. */
+    const Message* getDisplayedMessage() const;
+    bool isMessageDisplayed() const;
+
+public Q_SLOTS:
+    /** Makes the row stand for another type, without a message; null empties it. The type it has changes nothing. */
+    void setMessageInfo(const MessageInfo* info);
+    /** Shows @p message, of whatever type; null empties the row. */
+    void displayMessage(const Message* message);
+    /** Shows no message; the rows of the fields stay. */
+    virtual void clearValues();
+    /** Shows @p message if it is of the row's type; null clears the values. */
+    virtual void processMessage(const Message* message);
+
+public:
+    void configureInTreeWidget() override;
+
+protected:
+    /** Takes hold of @p message, which may be null, and lets go of the one shown; changes no text. */
+    void setDisplayedMessage(const Message* message);
+    void createChildItems();
+    void deleteAllChildItems();
+    void showConfidentialityMessage();
+    void hideConfidentialityMessage();
+
+private:
+    Q_DISABLE_COPY(MessageTreeWidgetItem)
+
+    AbstractFieldTreeWidgetItem* createFieldRow(const FieldInfo* field);
+    void setNameItalic(QTreeWidgetItem* row);
+    bool isInsideOwnType() const;
+
+    const MessageInfo* m_messageInfo;
+    MessageNeed m_messageNeed;
+    QHash<const FieldInfo*, AbstractFieldTreeWidgetItem*> m_childRows;
+    const Message* m_displayedMessage;
+    QTreeWidgetItem* m_confidentialityRow;
+};
+
+#endif

@@ -1,0 +1,414 @@
+#include "messagetreewidget.h"
+
+#include "abstractfieldtreewidgetitem.h"
+#include "diagnostics.h"
+#include "messagetreewidgetitem.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QHeaderView>
+#include <QMessageBox>
+#include <QStyledItemDelegate>
+
+#include <typeinfo>
+
+CORVEL_DIAGNOSTICS("MessageTreeWidget");
+static const char* s_szFilename = "src/tree/messagetreewidget.cpp";
+
+QHash<const MessageInfo*, bool> MessageTreeWidget::sMessageInfoExpandedCollapsedMap;
+QHash<const FieldInfo*, bool> MessageTreeWidget::sFieldInfoExpandedCollapsedMap;
+
+MessageTreeWidget::MessageTreeWidget(QWidget* parent)
+    : QTreeWidget(parent)
+    , m_topLevelRowsKnown(false)
+    , m_rowBeingWritten(nullptr)
+    , m_repaintPosted(false)
+{
+    CORVEL_DEBUG_HOOK();
+    CORVEL_ALLOCATED("MessageTreeWidget");
+    connect(this, SIGNAL(itemExpanded(QTreeWidgetItem*)), this, SLOT(processItemExpandedOrCollapsed(QTreeWidgetItem*)));
+    connect(this, SIGNAL(itemCollapsed(QTreeWidgetItem*)), this,
+            SLOT(processItemExpandedOrCollapsed(QTreeWidgetItem*)));
+    m_showPrimaryFieldsOnly = false;
+    m_showVirtualFields = true;
+    connect(model(), SIGNAL(rowsInserted(QModelIndex, int, int)), this, SLOT(forgetTopLevelRows(QModelIndex)));
+    connect(model(), SIGNAL(rowsRemoved(QModelIndex, int, int)), this, SLOT(forgetTopLevelRows(QModelIndex)));
+    connect(model(), SIGNAL(layoutChanged()), this, SLOT(forgetTopLevelRows()));
+    connect(model(), SIGNAL(modelReset()), this, SLOT(forgetTopLevelRows()));
+    createActions();
+    setColumns(QVector<ColumnType>() << NameColumn << TypeColumn << ValueColumn);
+}
+
+MessageTreeWidget::~MessageTreeWidget()
+{
+    CORVEL_DEBUG_HOOK();
+    CORVEL_DEALLOCATED("MessageTreeWidget");
+}
+
+QString MessageTreeWidget::getDefaultColumnName(ColumnType type)
+{
+    CORVEL_DEBUG_HOOK();
+    static const char* const names[] = {QT_TR_NOOP("Name"),     QT_TR_NOOP("Raw value"), QT_TR_NOOP("Value"),
+                                        QT_TR_NOOP("Type"),     QT_TR_NOOP("Custom 1"),  QT_TR_NOOP("Custom 2"),
+                                        QT_TR_NOOP("Custom 3"), QT_TR_NOOP("Custom 4"),  QT_TR_NOOP("Custom 5"),
+                                        QT_TR_NOOP("Custom 6"), QT_TR_NOOP("Custom 7"),  QT_TR_NOOP("Custom 8"),
+                                        QT_TR_NOOP("Custom 9"), QT_TR_NOOP("Custom 10")};
+    if (static_cast<unsigned int>(type) < sizeof(names) / sizeof(names[0]))
+        return tr(names[type]);
+    return tr("Column type %1").arg(static_cast<int>(type));
+}
+
+QString MessageTreeWidget::getColumnName(ColumnType type) const
+{
+    CORVEL_DEBUG_HOOK();
+    return getDefaultColumnName(type);
+}
+
+int MessageTreeWidget::getColumnIndex(ColumnType type)
+{
+    CORVEL_DEBUG_HOOK();
+    CORVEL_ASSERT(type >= 0, "getColumnIndex", 143, "ColumnType enum elements should have non-negative values");
+    return m_columnIndices.value(type, -1);
+}
+
+bool MessageTreeWidget::hasColumn(ColumnType type)
+{
+    CORVEL_DEBUG_HOOK();
+    CORVEL_ASSERT(type >= 0, "hasColumn", 135, "ColumnType enum elements should have non-negative values");
+    return m_columnIndices.value(type, -1) >= 0;
+}
+
+QVector<MessageTreeWidget::ColumnType> MessageTreeWidget::getColumns() const
+{
+    CORVEL_DEBUG_HOOK();
+    return m_columns;
+}
+
+void MessageTreeWidget::addColumn(ColumnType type, bool update)
+{
+    CORVEL_DEBUG_HOOK();
+    if (m_columns.lastIndexOf(type) >= 0) {
+        QMessageBox::warning(nullptr, tr("Duplicate column"),
+                             tr("Attempt to add to a MessageTreeWidget a column that is already present: %1. "
+                                "Duplicate column was not added.")
+                                 .arg(getColumnName(type)),
+                             QMessageBox::Ok, QMessageBox::NoButton);
+        return;
+    }
+    while (m_columns.size() < columnCount())
+        m_columns.append(NoColumn);
+    setColumnCount(columnCount() + 1);
+    // Also where it seems to be right already: the header keeps the texts of columns that were removed.
+    headerItem()->setData(columnCount() - 1, Qt::DisplayRole, getColumnName(type));
+    m_columns.append(type);
+    CORVEL_ASSERT(type >= 0, "addColumn", 187, "ColumnType enum elements should have non-negative values");
+    CORVEL_ASSERT(type < 1000, "addColumn", 188, "ColumnType enum elements should have values < 1000");
+    if (type >= 0) {
+        while (m_columnIndices.size() <= type)
+            m_columnIndices.append(-1);
+        m_columnIndices[type] = m_columns.size() - 1;
+    }
+    if (QAction* action = m_columnToggleActions.value(type))
+        action->setChecked(true);
+    if (update) {
+        resizeColumns();
+        reconfigureTopLevelAbstractMessageTreeWidgetItems();
+    }
+}
+
+void MessageTreeWidget::clearColumns(bool update)
+{
+    CORVEL_DEBUG_HOOK();
+    m_columns = QVector<ColumnType>();
+    m_columnIndices = QVector<int>();
+    setColumnCount(0);
+    Q_FOREACH (QAction* action, getToggleColumnActions())
+        action->setChecked(false);
+    if (update) {
+        resizeColumns();
+        reconfigureTopLevelAbstractMessageTreeWidgetItems();
+    }
+}
+
+void MessageTreeWidget::setColumns(QVector<ColumnType> columns)
+{
+    CORVEL_DEBUG_HOOK();
+    clearColumns(false);
+    Q_FOREACH (ColumnType type, columns)
+        addColumn(type, false);
+    resizeColumns();
+    reconfigureTopLevelAbstractMessageTreeWidgetItems();
+}
+
+void MessageTreeWidget::resizeColumns()
+{
+    CORVEL_DEBUG_HOOK();
+    for (int column = 0; column < columnCount(); ++column)
+        resizeColumnToContents(column);
+}
+
+QAction* MessageTreeWidget::getToggleTypeColumnAction()
+{
+    CORVEL_DEBUG_HOOK();
+    return m_toggleTypeColumnAction;
+}
+
+QAction* MessageTreeWidget::getToggleRawValueColumnAction()
+{
+    CORVEL_DEBUG_HOOK();
+    return m_toggleRawValueColumnAction;
+}
+
+QVector<QAction*> MessageTreeWidget::getToggleColumnActions()
+{
+    CORVEL_DEBUG_HOOK();
+    return m_toggleColumnActions;
+}
+
+bool MessageTreeWidget::mustShowVirtualFields() const
+{
+    CORVEL_DEBUG_HOOK();
+    return m_showVirtualFields;
+}
+
+bool MessageTreeWidget::mustShowFieldsWithRole(FieldInfo::Role role) const
+{
+    CORVEL_DEBUG_HOOK();
+    const int number = role;
+    return (number != 2 && number != 3) || !m_showPrimaryFieldsOnly;
+}
+
+QList<AbstractMessageTreeWidgetItem*> MessageTreeWidget::getTopLevelAbstractMessageTreeWidgetItems()
+{
+    CORVEL_DEBUG_HOOK();
+    QTreeWidgetItem* root = invisibleRootItem();
+    // A look at a child lets the tree do sorting that it put off, which is the order that counts.
+    root->child(0);
+    if (!m_topLevelRowsKnown) {
+        m_topLevelRows.clear();
+        for (int i = 0; i < root->childCount(); ++i) {
+            if (AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(root->child(i)))
+                m_topLevelRows.append(row);
+        }
+        m_topLevelRowsKnown = true;
+    }
+    return m_topLevelRows;
+}
+
+void MessageTreeWidget::forgetTopLevelRows(const QModelIndex& parent)
+{
+    CORVEL_DEBUG_HOOK();
+    if (!parent.isValid())
+        m_topLevelRowsKnown = false;
+}
+
+void MessageTreeWidget::reconfigureTopLevelAbstractMessageTreeWidgetItems()
+{
+    CORVEL_DEBUG_HOOK();
+    Q_FOREACH (AbstractMessageTreeWidgetItem* row, getTopLevelAbstractMessageTreeWidgetItems())
+        row->configureInTreeWidget();
+}
+
+bool MessageTreeWidget::mustInitiallyBeExpanded(AbstractMessageTreeWidgetItem* item)
+{
+    CORVEL_DEBUG_HOOK();
+    if (!item)
+        return false;
+    // A sub-message row is of both kinds and counts as a message row.
+    if (MessageTreeWidgetItem* row = dynamic_cast<MessageTreeWidgetItem*>(item))
+        return sMessageInfoExpandedCollapsedMap.value(row->getMessageInfo(), true);
+    if (AbstractFieldTreeWidgetItem* row = dynamic_cast<AbstractFieldTreeWidgetItem*>(item))
+        return sFieldInfoExpandedCollapsedMap.value(row->getFieldInfo(), false);
+    return false;
+}
+
+void MessageTreeWidget::processMessage(const Message* message)
+{
+    CORVEL_DEBUG_HOOK();
+    Q_FOREACH (AbstractMessageTreeWidgetItem* row, getTopLevelAbstractMessageTreeWidgetItems())
+        row->processMessage(message);
+}
+
+void MessageTreeWidget::setShowVirtualFields(bool showVirtualFields)
+{
+    CORVEL_DEBUG_HOOK();
+    if (showVirtualFields == m_showVirtualFields)
+        return;
+    m_showVirtualFields = showVirtualFields;
+    reconfigureTopLevelAbstractMessageTreeWidgetItems();
+}
+
+void MessageTreeWidget::setHideVirtualFields(bool hideVirtualFields)
+{
+    CORVEL_DEBUG_HOOK();
+    setShowVirtualFields(!hideVirtualFields);
+}
+
+void MessageTreeWidget::setShowPrimaryFieldsOnly(bool showPrimaryOnly)
+{
+    CORVEL_DEBUG_HOOK();
+    if (showPrimaryOnly == m_showPrimaryFieldsOnly)
+        return;
+    m_showPrimaryFieldsOnly = showPrimaryOnly;
+    reconfigureTopLevelAbstractMessageTreeWidgetItems();
+}
+
+void MessageTreeWidget::setHideSecondaryFields(bool hideSecondary)
+{
+    CORVEL_DEBUG_HOOK();
+    // The negation is deliberate, as for the virtual fields, although here it turns the sense of the name around.
+    setShowPrimaryFieldsOnly(!hideSecondary);
+}
+
+void MessageTreeWidget::toggleColumnActionTriggered(bool checked)
+{
+    CORVEL_DEBUG_HOOK();
+    QAction* action = qobject_cast<QAction*>(sender());
+    if (!action)
+        return;
+    const QList<ColumnType> types = m_columnToggleActions.keys(action);
+    if (types.isEmpty())
+        return;
+    const ColumnType type = types.first();
+    QVector<ColumnType> columns = getColumns();
+    if (checked) {
+        if (columns.lastIndexOf(type) < 0)
+            addColumn(type, true);
+    } else if (columns.contains(type)) {
+        columns.remove(columns.indexOf(type));
+        setColumns(columns);
+    }
+}
+
+void MessageTreeWidget::processItemExpandedOrCollapsed(QTreeWidgetItem* item)
+{
+    CORVEL_DEBUG_HOOK();
+    if (!item)
+        return;
+    const bool expanded = item->treeWidget() && item->isExpanded();
+    if (MessageTreeWidgetItem* row = dynamic_cast<MessageTreeWidgetItem*>(item)) {
+        if (row->getMessageInfo())
+            sMessageInfoExpandedCollapsedMap.insert(row->getMessageInfo(), expanded);
+    } else if (AbstractFieldTreeWidgetItem* row = dynamic_cast<AbstractFieldTreeWidgetItem*>(item)) {
+        if (row->getFieldInfo())
+            sFieldInfoExpandedCollapsedMap.insert(row->getFieldInfo(), expanded);
+    }
+}
+
+void MessageTreeWidget::createActions()
+{
+    CORVEL_DEBUG_HOOK();
+    m_toggleTypeColumnAction = new QAction(tr("&Type"), this);
+    m_toggleColumnActions.append(m_toggleTypeColumnAction);
+    m_columnToggleActions.insert(TypeColumn, m_toggleTypeColumnAction);
+    m_toggleRawValueColumnAction = new QAction(tr("&Raw Value"), this);
+    m_toggleColumnActions.append(m_toggleRawValueColumnAction);
+    m_columnToggleActions.insert(RawValueColumn, m_toggleRawValueColumnAction);
+    Q_FOREACH (QAction* action, m_toggleColumnActions) {
+        connect(action, SIGNAL(triggered(bool)), this, SLOT(toggleColumnActionTriggered(bool)));
+        action->setCheckable(true);
+    }
+}
+
+// What follows is the view's reaction to changed texts. Its default measures the row and computes its place for every
+// single cell. Texts that rows write themselves, and that cannot change the row's height, only leave a mark if the row
+// is on the screen; marked cells are repainted together when the event loop comes round.
+
+static QEvent::Type repaintEventType()
+{
+    CORVEL_DEBUG_HOOK();
+    static const QEvent::Type type = static_cast<QEvent::Type>(QEvent::registerEventType());
+    return type;
+}
+
+void MessageTreeWidget::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight)
+{
+    CORVEL_DEBUG_HOOK();
+    if (m_rowBeingWritten && topLeft == bottomRight && isCheapChange(topLeft))
+        noteChange(topLeft);
+    else
+        QTreeWidget::dataChanged(topLeft, bottomRight);
+}
+
+void MessageTreeWidget::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QVector<int>&)
+{
+    CORVEL_DEBUG_HOOK();
+    dataChanged(topLeft, bottomRight);
+}
+
+bool MessageTreeWidget::isCheapChange(const QModelIndex& index) const
+{
+    CORVEL_DEBUG_HOOK();
+    // A listener may write to other rows meanwhile; and editors and screen readers are served by the view itself.
+    return itemFromIndex(index) == m_rowBeingWritten && !wordWrap() && !indexWidget(index) &&
+           !QAccessible::isActive() && !itemDelegateForColumn(index.column()) && !itemDelegateForRow(index.row()) &&
+           typeid(*itemDelegate()) == typeid(QStyledItemDelegate);
+}
+
+void MessageTreeWidget::noteChange(const QModelIndex& index)
+{
+    CORVEL_DEBUG_HOOK();
+    const QHash<const QTreeWidgetItem*, unsigned int>::iterator columns = m_rowsOnScreen.find(m_rowBeingWritten);
+    if (columns == m_rowsOnScreen.end())
+        return;
+    if (m_repaintPosted) {
+        *columns |= 1u << qMin(index.column(), 31);
+        return;
+    }
+    m_repaintPosted = true;
+    QCoreApplication::postEvent(this, new QEvent(repaintEventType()));
+    // The first cell at once: the request to paint then stands behind the event, and both are served in one pass.
+    update(index);
+}
+
+void MessageTreeWidget::customEvent(QEvent* event)
+{
+    CORVEL_DEBUG_HOOK();
+    if (event->type() != repaintEventType()) {
+        QTreeWidget::customEvent(event);
+        return;
+    }
+    m_repaintPosted = false;
+    followRowsOnScreen(true);
+}
+
+void MessageTreeWidget::paintEvent(QPaintEvent* event)
+{
+    CORVEL_DEBUG_HOOK();
+    QTreeWidget::paintEvent(event);
+    followRowsOnScreen(false);
+}
+
+void MessageTreeWidget::followRowsOnScreen(bool repaintChanged)
+{
+    CORVEL_DEBUG_HOOK();
+    const QHash<const QTreeWidgetItem*, unsigned int> before = m_rowsOnScreen;
+    m_rowsOnScreen = QHash<const QTreeWidgetItem*, unsigned int>();
+    if (!isVisible() || header()->count() == 0)
+        return;
+    // In any column: where there is none at a place, the view finds no row either.
+    const int left = columnViewportPosition(header()->logicalIndex(0));
+    QModelIndex index = indexAt(QPoint(left, 0));
+    index = index.sibling(index.row(), 0);
+    int top = visualRect(index).top();
+    while (index.isValid() && top < viewport()->height()) {
+        const QTreeWidgetItem* item = itemFromIndex(index);
+        const int height = rowHeight(index);
+        unsigned int columns = before.value(item);
+        if (repaintChanged && columns) {
+            const bool whole = isFirstColumnSpanned(index.row(), index.parent());
+            for (int column = 0; column < columnCount(); ++column) {
+                if (columns & (1u << qMin(column, 31)))
+                    viewport()->update(columnViewportPosition(column), top, columnWidth(column), height);
+            }
+            if (whole)
+                viewport()->update(0, top, viewport()->width(), height);
+            columns = 0;
+        }
+        m_rowsOnScreen.insert(item, columns);
+        top += height;
+        index = indexBelow(index);
+    }
+}

@@ -1,0 +1,39 @@
+#ifndef SINGLESUBMESSAGEFIELDTREEWIDGETITEM_H
+#define SINGLESUBMESSAGEFIELDTREEWIDGETITEM_H
+
+#include "abstractfieldtreewidgetitem.h"
+#include "messagetreewidgetitem.h"
+
+/** The row of one value of a field whose values are sub-messages: a field's row, and the row of the sub-message. */
+class CORVELGUI_EXPORT SingleSubMessageFieldTreeWidgetItem : public MessageTreeWidgetItem,
+                                                             public AbstractFieldTreeWidgetItem
+{
+public:
+    /** @param index  the number (from 0) of the value; 0 for a plain field */
+    SingleSubMessageFieldTreeWidgetItem(MessageTreeWidget* treeWidget, const FieldInfo* field, unsigned int index);
+    virtual ~SingleSubMessageFieldTreeWidgetItem();
+
+    QString getNameText() override;
+    QString getNameToolTip() override;
+    QString getTypeText() override;
+    QString getValueText() override;
+    virtual void clearValues();
+    /** A message with fewer values than the row's index leaves what is shown as it is. */
+    virtual void processMessage(const Message* message);
+    void configureInTreeWidget() override;
+    /** Ends the program when @p field is not a sub-message field. */
+    void setFieldInfo(const FieldInfo* field) override;
+    QString getRawValueText() override;
+
+    unsigned int getIndex() const;
+    /** Shows another value of the field; clears the row also when the index is the one it has. */
+    void setIndex(unsigned int index);
+
+private:
+    Q_DISABLE_COPY(SingleSubMessageFieldTreeWidgetItem)
+
+    unsigned int m_index;
+    bool m_optionalSubMessageMissing;
+};
+
+#endif
