@@ -36,6 +36,9 @@ StreamReader::~StreamReader()
 {
     cancel();
     wait();
+    // Still there when the thread was never started.
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_input.reset();
 }
 
 void StreamReader::setClock(PlaybackClock* clock)
