@@ -96,8 +96,10 @@ private:
     Q_DISABLE_COPY(MessageStatistics)
     friend class MessageStatisticsCoordinator;
 
-    /** Takes over everything that @p other counted; all that can be done with that is to delete it. */
+    /** Takes over everything that @p other counted, which begins anew. */
     MessageStatistics(MessageStatistics* other, const QString& name);
+
+    void reset();
 
     const FormatInfo* m_format;
     const MessageInfo* m_info;

@@ -110,12 +110,14 @@ private:
     MessageStatistics* create(Stream* stream, const MessageInfo* info, quint32 id, quint32 sender,
                               const QString& senderName);
     void nameSenders(const Stream* stream);
+    void retire(MessageStatistics* statistics);
     void listAll();
 
     QHash<int, Stream*> m_streams;
     int m_nextStream;
     QList<Row*> m_rows;              // of all streams, in order
     QList<MessageStatistics*> m_all; // those of m_rows, as the view asks for them once a row
+    QList<MessageStatistics*> m_retired;
     QHash<int, unsigned int> m_events;
 };
 

@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace
 {
 
 const qint64 LongestPause = Q_INT64_C(3600) * 1000 * 1000; // what is longer is a jump of the clock
 const qint64 LeastInterval = 500;                          // below, whole milliseconds cannot tell it
+const qint64 LeastStretch = 100 * 1000;                    // a rate that lasts less is a burst
 const double Likeness = 0.3; // how far intervals that begin a segment may be from their median
 const int BurstRatio = 8;    // a pause so much longer than what is inside makes a burst
 const int Memory = 256;      // intervals that an estimate looks back to
@@ -48,9 +50,11 @@ IntervalTracker::IntervalTracker()
     , m_last(0)
     , m_hasEarlier(false)
     , m_earlier(0)
+    , m_burstTime(0)
     , m_recentCount(0)
     , m_firstIsOpen(false)
-    , m_shortInARow(0)
+    , m_alikeTime(0)
+    , m_alikeCount(0)
     , m_regular(false)
     , m_segmentCount(0)
     , m_interval(0)
@@ -78,19 +82,44 @@ void IntervalTracker::addTime(qint64 time, int untimed)
         return;
     if (interval == 0) {
         ++m_sameTime;
+    } else if (isInBurst(interval)) {
+        ++m_unknown;
     } else if (!m_regular) {
-        search(interval);
+        search(interval + takeBurstTime());
     } else if (double(interval) >= 0.5 * m_nominal && double(interval) < m_limit) {
         if (m_misfitCount == 0 || settleMisfits()) {
-            continueSegment(interval);
+            continueSegment(interval + takeBurstTime());
         } else {
             endSegment();
             search(interval);
         }
     } else {
+        takeBurstTime();
         const Misfit misfit = {start, interval, untimed};
         noteMisfit(misfit);
     }
+}
+
+// Whether a message comes that soon behind its predecessor that both are one epoch.
+bool IntervalTracker::isInBurst(qint64 interval)
+{
+    const double scale = m_regular ? m_nominal : m_recentCount > 0 ? double(m_recent[m_recentCount - 1]) : 0;
+    if (double(interval) * BurstRatio >= scale)
+        return false;
+    m_burstTime += interval;
+    if (double(m_burstTime) > scale) {
+        // It goes on when the next message is due: this is a new rate and no burst.
+        endSegment();
+        restartSearch();
+    }
+    return true;
+}
+
+qint64 IntervalTracker::takeBurstTime()
+{
+    const qint64 time = m_burstTime;
+    m_burstTime = 0;
+    return time;
 }
 
 bool IntervalTracker::acceptTime(qint64 time, qint64* interval)
@@ -121,7 +150,7 @@ bool IntervalTracker::acceptTime(qint64 time, qint64* interval)
         return true;
     }
     m_hasEarlier = false;
-    if (*interval > LongestPause && double(*interval) > PlausibleGap * m_lastNominal) {
+    if (*interval > LongestPause) {
         endSegment();
         beginAnew(time);
         return false;
@@ -135,38 +164,45 @@ void IntervalTracker::beginAnew(qint64 time)
     m_hasLast = true;
     m_last = time;
     m_hasEarlier = false;
-    m_recentCount = 0;
-    m_shortInARow = 0;
+    restartSearch();
     m_firstIsOpen = true;
     ++m_unknown;
+}
+
+void IntervalTracker::restartSearch()
+{
+    m_recentCount = 0;
+    m_firstIsOpen = false;
+    m_burstTime = 0;
+    m_alikeTime = 0;
 }
 
 void IntervalTracker::search(qint64 interval)
 {
     ++m_unknown;
-    if (m_recentCount > 0) {
-        const qint64 previous = m_recent[m_recentCount - 1];
-        if (interval < previous / BurstRatio) {
-            if (++m_shortInARow < Least)
-                return;
-            m_recentCount = 0;
-            m_firstIsOpen = false;
-        } else if (interval / BurstRatio > previous) {
-            m_recentCount = 0;
-            m_firstIsOpen = false;
-        }
-    }
-    m_shortInARow = 0;
+    // What came before was a burst.
+    if (m_recentCount > 0 && interval / BurstRatio > m_recent[m_recentCount - 1])
+        restartSearch();
     if (m_recentCount == Least) {
         std::copy(m_recent + 1, m_recent + Least, m_recent);
         --m_recentCount;
         m_firstIsOpen = false;
     }
     m_recent[m_recentCount++] = interval;
-    if (m_recentCount == Least && areAlike(m_recent, Least)) {
-        const unsigned int claimed = Least + (m_firstIsOpen ? 1u : 0u);
-        m_unknown -= claimed;
-        beginSegment(m_recent, Least, claimed);
+    if (m_recentCount < Least)
+        return;
+    if (!areAlike(m_recent, Least)) {
+        m_alikeTime = 0;
+    } else if (m_alikeTime > 0) {
+        m_alikeTime += interval;
+        ++m_alikeCount;
+    } else {
+        m_alikeTime = std::accumulate(m_recent, m_recent + Least, qint64(0));
+        m_alikeCount = Least + (m_firstIsOpen ? 1u : 0u);
+    }
+    if (m_alikeTime >= LeastStretch) {
+        m_unknown -= m_alikeCount;
+        beginSegment(m_recent, Least, m_alikeCount);
     }
 }
 
@@ -176,8 +212,7 @@ void IntervalTracker::beginSegment(const qint64* intervals, int count, unsigned 
     m_segmentCount = claimed;
     m_misfitCount = 0;
     m_strain = 0;
-    m_recentCount = 0;
-    m_firstIsOpen = false;
+    restartSearch();
 
     const qint64 median = medianOf(intervals, count);
     qint64 deviations[Window];
@@ -207,6 +242,7 @@ void IntervalTracker::endSegment()
         return;
     m_regular = false;
     m_misfitCount = 0;
+    restartSearch();
     const long long key = keyOf(m_nominal);
     for (int i = 0; i < m_rows.size(); ++i) {
         if (m_rows.at(i).interval == key) {
@@ -232,6 +268,7 @@ void IntervalTracker::continueSegment(qint64 interval)
     measure(interval);
     if (hasRateChanged()) {
         m_segmentCount -= Window;
+        forgetWindow();
         endSegment();
         beginSegment(m_window, Window, Window);
     }
@@ -256,7 +293,7 @@ void IntervalTracker::measure(qint64 interval)
 bool IntervalTracker::hasRateChanged() const
 {
     const double shift = double(m_windowSum) / Window - m_interval;
-    if (std::fabs(shift) < std::max(0.04 * m_interval, 2.5 * m_deviation))
+    if (std::fabs(shift) < std::max(0.015 * m_interval, 2.5 * m_deviation))
         return false;
     for (int i = 0; i < Window; ++i) {
         const double difference = double(m_window[i]) - m_interval;
@@ -266,10 +303,27 @@ bool IntervalTracker::hasRateChanged() const
     return true;
 }
 
+// The intervals of the window belong to another rate: as if they had never been measured.
+void IntervalTracker::forgetWindow()
+{
+    for (int i = 1; i <= Window; ++i) {
+        const qint64 interval = m_window[(m_windowPosition + Window - i) % Window];
+        m_interval = (m_interval * m_measured - double(interval)) / (m_measured - 1);
+        if (m_measured < Memory)
+            --m_measured;
+    }
+    m_nominal = roundInterval(m_interval, getUncertainty());
+}
+
+double IntervalTracker::getUncertainty() const
+{
+    const double ofMean = 2.5 * m_deviation / std::sqrt(double(m_measured));
+    return std::min(0.1 * m_interval, 0.005 * m_interval + ofMean);
+}
+
 void IntervalTracker::updateNominal()
 {
-    const double uncertainty =
-        std::min(0.1 * m_interval, 0.005 * m_interval + 2.5 * m_deviation / std::sqrt(double(m_measured)));
+    const double uncertainty = getUncertainty();
     // What was taken once is kept for longer than it would be taken anew, so that it does not flicker.
     const bool knowsBetter = m_measured < Memory && (m_measured & (m_measured - 1)) == 0;
     if (m_nominal <= 0 || knowsBetter || std::fabs(m_nominal - m_interval) > 1.5 * uncertainty)
@@ -287,21 +341,13 @@ void IntervalTracker::noteMisfit(const Misfit& misfit)
     qint64 intervals[Least];
     for (int i = 0; i < Least; ++i)
         intervals[i] = m_misfits[i].interval;
-    if (areAlike(intervals, Least)) {
-        endSegment();
-        m_unknown -= Least;
-        beginSegment(intervals, Least, Least);
-    } else if (areMultiples() && settleMisfits()) {
+    // Intervals that are alike are a new rate, even if each might have been a gap.
+    if (!areAlike(intervals, Least) && areMultiples() && settleMisfits())
         return;
-    } else {
-        endSegment();
-        m_recentCount = 0;
-        m_shortInARow = 0;
-        m_firstIsOpen = false;
-        for (int i = 0; i < Least; ++i) {
-            --m_unknown;
-            search(intervals[i]);
-        }
+    endSegment();
+    for (int i = 0; i < Least; ++i) {
+        --m_unknown;
+        search(intervals[i]);
     }
 }
 

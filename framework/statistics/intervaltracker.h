@@ -54,9 +54,12 @@ private:
         int untimed;
     };
 
+    bool isInBurst(qint64 interval);
+    qint64 takeBurstTime();
     bool acceptTime(qint64 time, qint64* interval);
     void beginAnew(qint64 time);
     void search(qint64 interval);
+    void restartSearch();
     void beginSegment(const qint64* intervals, int count, unsigned int claimed);
     void endSegment();
     void continueSegment(qint64 interval);
@@ -65,6 +68,8 @@ private:
     bool areMultiples() const;
     void measure(qint64 interval);
     bool hasRateChanged() const;
+    void forgetWindow();
+    double getUncertainty() const;
     void updateNominal();
     void addGap(qint64 start, qint64 missing);
     long long keyOf(double interval) const;
@@ -80,11 +85,14 @@ private:
     bool m_hasEarlier; // whether the newest message was older than m_last
     qint64 m_earlier;  // and then its time
 
+    qint64 m_burstTime; // since the message that began a burst; 0 outside of bursts
+
     // While no segment is regular.
     qint64 m_recent[Least];
     int m_recentCount;
-    bool m_firstIsOpen; // whether the message before m_recent[0] began the stretch and may be claimed by it
-    int m_shortInARow;
+    bool m_firstIsOpen;        // whether the message before m_recent[0] began the stretch and may be claimed by it
+    qint64 m_alikeTime;        // how long the intervals have been alike; 0 when they are not
+    unsigned int m_alikeCount; // messages of that time
 
     // While one is.
     bool m_regular;

@@ -1,7 +1,6 @@
 #include "messagestatistics.h"
 
 #include "intervaltracker.h"
-#include "memleaktracer.h"
 #include "message.h"
 
 #include <QDateTime>
@@ -40,7 +39,6 @@ MessageStatistics::MessageStatistics(const FormatInfo* format, const MessageInfo
     , m_untimedInARow(0)
     , m_streamTime(nullptr)
 {
-    MemLeakTracer::getInstance()->doAllocateObject(QLatin1String("MessageStatistics"));
 }
 
 MessageStatistics::MessageStatistics(MessageStatistics* other, const QString& name)
@@ -53,13 +51,21 @@ MessageStatistics::MessageStatistics(MessageStatistics* other, const QString& na
     , m_streamTime(other->m_streamTime)
 {
     other->m_tracker = nullptr;
-    MemLeakTracer::getInstance()->doAllocateObject(QLatin1String("MessageStatistics"));
+    other->reset();
 }
 
 MessageStatistics::~MessageStatistics()
 {
-    MemLeakTracer::getInstance()->doDeallocateObject(QLatin1String("MessageStatistics"));
     delete m_tracker;
+}
+
+void MessageStatistics::reset()
+{
+    delete m_tracker;
+    m_tracker = new IntervalTracker;
+    m_countWithoutTime = 0;
+    m_untimedInARow = 0;
+    m_streamTime = nullptr;
 }
 
 void MessageStatistics::addReception(qint64 time)
@@ -90,7 +96,8 @@ unsigned long long MessageStatistics::getLastInterval() const
 
 bool MessageStatistics::isCurrentlyRegular() const
 {
-    return m_streamTime ? m_tracker->isRegularAt(*m_streamTime) : m_tracker->isRegular();
+    const bool knowsTime = m_streamTime && *m_streamTime != Message::NoTime;
+    return knowsTime ? m_tracker->isRegularAt(*m_streamTime) : m_tracker->isRegular();
 }
 
 QHash<long long, unsigned int> MessageStatistics::getIntervalCountHash() const

@@ -64,6 +64,7 @@ MessageStatisticsCoordinator::~MessageStatisticsCoordinator()
 {
     clear();
     qDeleteAll(m_streams);
+    qDeleteAll(m_retired);
 }
 
 int MessageStatisticsCoordinator::addStream(const FormatInfo* format)
@@ -82,7 +83,7 @@ void MessageStatisticsCoordinator::removeStream(int number)
 {
     for (int i = m_rows.size() - 1; i >= 0; --i) {
         if (m_rows.at(i)->stream == number) {
-            delete m_rows.at(i)->statistics;
+            retire(m_rows.at(i)->statistics);
             delete m_rows.takeAt(i);
         }
     }
@@ -93,7 +94,7 @@ void MessageStatisticsCoordinator::removeStream(int number)
 void MessageStatisticsCoordinator::clear()
 {
     Q_FOREACH (Row* row, m_rows) {
-        delete row->statistics;
+        retire(row->statistics);
         delete row;
     }
     m_rows.clear();
@@ -169,9 +170,17 @@ void MessageStatisticsCoordinator::nameSenders(const Stream* stream)
         MessageStatistics* const old = row->statistics;
         row->statistics =
             new MessageStatistics(old, QString::fromLatin1("%1 (%2)").arg(row->plainName, row->senderName));
-        delete old;
+        retire(old);
     }
     listAll();
+}
+
+void MessageStatisticsCoordinator::retire(MessageStatistics* statistics)
+{
+    // Views tell statistics apart by their addresses and look again only now and then: an address that were used anew
+    // meanwhile would leave a row with the old name. So only what they hold is given back.
+    statistics->reset();
+    m_retired.append(statistics);
 }
 
 void MessageStatisticsCoordinator::listAll()

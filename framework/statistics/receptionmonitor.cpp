@@ -94,7 +94,8 @@ void ReceptionMonitor::processReceived(const ReceivedMessage& message)
 
 void ReceptionMonitor::processProblem(const StreamProblem& problem)
 {
-    if (problem.hasFrame)
+    // The number of a frame that was cut off is not missed by anything.
+    if (problem.hasFrame && problem.kind != StreamProblem::TruncatedFrame)
         m_coordinator->countFailure(m_stream, problem.sender);
     const QString text = problem.describe(problem.hasFrame ? senderName(problem.sender) : QString());
     // How many bytes were skipped differs every time; it is one kind of event all the same.
