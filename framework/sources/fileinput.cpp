@@ -4,6 +4,7 @@
 #include <QFile>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
@@ -96,7 +97,7 @@ ByteInput::Status FileInput::read(QByteArray* bytes, int timeoutMs)
     bytes->resize(status == Data ? PieceSize : 0);
     if (status != Data)
         return status;
-    const ssize_t count = ::read(m_descriptor, bytes->data(), PieceSize);
+    const ssize_t count = ::read(m_descriptor, bytes->data(), static_cast<std::size_t>(bytes->size()));
     const int error = errno;
     bytes->resize(static_cast<int>(qMax<ssize_t>(count, 0)));
     if (count > 0)

@@ -297,7 +297,7 @@ private Q_SLOTS:
     void aLiveInputRunsUntilItIsTerminated()
     {
         QUdpSocket socket;
-        QVERIFY(socket.bind(QHostAddress::LocalHost, 0));
+        QVERIFY(socket.bind(QHostAddress(QHostAddress::LocalHost), 0));
         const quint16 port = socket.localPort();
         socket.close();
         const QString address = QStringLiteral("udp:127.0.0.1:%1").arg(port);
