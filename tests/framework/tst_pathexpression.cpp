@@ -1,10 +1,6 @@
 #include "flagfieldinfo.h"
-#include "formatinfo.h"
-#include "formatregistry.h"
-#include "messageinfo.h"
-#include "pathexpression.h"
+#include "pathfixtures.h"
 #include "testbase.h"
-#include "testformat.h"
 
 #include <QSet>
 
@@ -18,38 +14,6 @@ static QString text(const char* utf8)
 {
     return QString::fromUtf8(utf8);
 }
-
-/** Writes down the signals of an expression, in order. */
-class Recorder : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit Recorder(PathExpression* expression)
-    {
-        connect(expression, SIGNAL(partsChanged(PathExpression::Parts)), SLOT(notePartsChanged(PathExpression::Parts)));
-        connect(expression, SIGNAL(expressionChanged(const QString&)), SLOT(noteExpressionChanged(const QString&)));
-        connect(expression, SIGNAL(matchesMayHaveChanged()), SLOT(noteMatchesMayHaveChanged()));
-    }
-
-    QString take()
-    {
-        const QString all = m_signals.join(QLatin1String(", "));
-        m_signals.clear();
-        return all;
-    }
-
-public Q_SLOTS:
-    void notePartsChanged(PathExpression::Parts parts)
-    {
-        m_signals << QLatin1String("parts ") + QString::number(int(parts));
-    }
-    void noteExpressionChanged(const QString& text) { m_signals << QLatin1String("text ") + text; }
-    void noteMatchesMayHaveChanged() { m_signals << QLatin1String("matches"); }
-
-private:
-    QStringList m_signals;
-};
 
 /** What names what: the grammar, matching, options and signals. */
 class tst_PathExpression : public TestBase
@@ -97,9 +61,9 @@ public:
         , sense(text("sense"))
         , again(text("link"))
     {
-        MessageInfo* attitude = add(&link, "ATTITUDE", "time roll rollspeed pitch");
+        MessageInfo* attitude = addTestType(&link, "ATTITUDE", "time roll rollspeed pitch");
         Q_UNUSED(attitude);
-        MessageInfo* battery = add(&link, "BATTERY", "time Roll");
+        MessageInfo* battery = addTestType(&link, "BATTERY", "time Roll");
         battery->addField(new TestFieldInfo(text("voltages"), TestFieldInfo::Repeated));
         TestFieldInfo* mode = new TestFieldInfo(text("mode"));
         QVector<FieldInfo::Enumerator> flags;
@@ -107,32 +71,21 @@ public:
         mode->setEnumerators(flags, true);
         FlagFieldInfo::addFlagsTo(mode);
         battery->addField(mode);
-        add(&link, "ATTITUDE", "roll roll");
-        add(&link, "PING", "");
+        addTestType(&link, "ATTITUDE", "roll roll");
+        addTestType(&link, "PING", "");
 
-        MessageInfo* vector = add(&sense, "Vector", "x y", false);
-        MessageInfo* base = add(&sense, "Base", "", false);
+        MessageInfo* vector = addTestType(&sense, "Vector", "x y", false);
+        MessageInfo* base = addTestType(&sense, "Base", "", false);
         addSub(base, "position", vector);
         addSub(base, "speed", vector);
-        MessageInfo* view = add(&sense, "View", "time");
+        MessageInfo* view = addTestType(&sense, "View", "time");
         addSub(view, "object", base, TestFieldInfo::Repeated);
         addSub(view, "host", base);
 
-        add(&again, "ATTITUDE", "roll");
+        addTestType(&again, "ATTITUDE", "roll");
         FormatRegistry::getInstance()->addFormat(&link);
         FormatRegistry::getInstance()->addFormat(&sense);
         FormatRegistry::getInstance()->addFormat(&again);
-    }
-
-    static MessageInfo* add(FormatInfo* format, const char* name, const char* fields, bool main = true)
-    {
-        MessageInfo* info = new MessageInfo(text(name), main);
-        Q_FOREACH (const QString& field, text(fields).split(QLatin1Char(' '))) {
-            if (!field.isEmpty())
-                info->addField(new TestFieldInfo(field));
-        }
-        format->addMessageInfo(info);
-        return info;
     }
 
     static void addSub(MessageInfo* info, const char* name, const MessageInfo* type, int flags = 0)
@@ -544,7 +497,7 @@ void tst_PathExpression::everyDescriptionHasATextOfItsOwn()
 {
     Formats formats;
     // Components and the fields of a sub-message below one field, with the same names.
-    MessageInfo* odd = Formats::add(&formats.sense, "Odd", "");
+    MessageInfo* odd = addTestType(&formats.sense, "Odd", "");
     TestFieldInfo* both = new TestFieldInfo(text("both"), 0, FieldType(formats.sense.getMessageInfo(text("Vector"))));
     both->addSubField(new TestFieldInfo(text("x")));
     both->addSubField(new TestFieldInfo(text("x")));
@@ -583,7 +536,7 @@ void tst_PathExpression::descriptionsThatAreNotKnownMatchNothing()
 {
     const Formats formats;
     FormatInfo unknown(text("unknown"));
-    MessageInfo* type = Formats::add(&unknown, "T", "f");
+    MessageInfo* type = addTestType(&unknown, "T", "f");
     MessageInfo alone(text("PING"));
     TestFieldInfo nowhere(text("roll"));
     PathExpression expression;
@@ -726,7 +679,7 @@ void tst_PathExpression::matchesTellTheWayAndTheIndexes()
 void tst_PathExpression::recursiveSubMessagesEnd()
 {
     FormatInfo format(text("f"));
-    MessageInfo* node = Formats::add(&format, "Node", "value");
+    MessageInfo* node = addTestType(&format, "Node", "value");
     Formats::addSub(node, "left", node);
     Formats::addSub(node, "right", node);
     FormatRegistry::getInstance()->addFormat(&format);
@@ -753,7 +706,7 @@ void tst_PathExpression::signalsSayWhatChanged()
 {
     const Formats formats;
     PathExpression expression;
-    Recorder recorder(&expression);
+    PathRecorder recorder(&expression);
     expression.setString(text("link#1/ATTITUDE#1/roll"));
     QCOMPARE(recorder.take(), text("parts 7, text link#1/ATTITUDE#1/roll, matches"));
     expression.setString(text("link#1/ATTITUDE#1/roll"));
@@ -792,10 +745,10 @@ void tst_PathExpression::formatsComeAndGo()
     FormatRegistry* registry = FormatRegistry::getInstance();
     PathExpression expression;
     expression.setString(text("late/*/f"));
-    Recorder recorder(&expression);
+    PathRecorder recorder(&expression);
     {
         FormatInfo format(text("late"));
-        Formats::add(&format, "A", "f");
+        addTestType(&format, "A", "f");
         QCOMPARE(matchesOf(expression), text(" | "));
         registry->addFormat(&format);
         QCOMPARE(recorder.take(), text("matches"));
@@ -803,7 +756,7 @@ void tst_PathExpression::formatsComeAndGo()
         registry->addFormat(&format);
         registry->addFormat(nullptr);
         QCOMPARE(recorder.take(), QString());
-        Formats::add(&format, "B", "f");
+        addTestType(&format, "B", "f");
         registry->updateFormat(&format);
         QCOMPARE(recorder.take(), text("matches"));
         QCOMPARE(matchesOf(expression), text("0.A 0.B | 0.A.f 0.B.f"));
@@ -828,7 +781,7 @@ void tst_PathExpression::sameAddressIsNotTheSameFormat()
     alignas(FormatInfo) char memory[sizeof(FormatInfo)];
     for (int i = 0; i < 3; ++i) {
         FormatInfo* format = new (memory) FormatInfo(text("f"));
-        Formats::add(format, QByteArray(1, char('A' + i)).constData(), "x");
+        addTestType(format, QByteArray(1, char('A' + i)).constData(), "x");
         registry->addFormat(format);
         QCOMPARE(optionsOf(expression, 3), text("f/") + QLatin1Char(char('A' + i)));
         format->~FormatInfo();

@@ -1,0 +1,91 @@
+#include "pathexpressionlineedit.h"
+
+#include "diagnostics.h"
+
+CORVEL_DIAGNOSTICS("PathExpressionLineEdit");
+
+PathExpressionLineEdit::PathExpressionLineEdit(PathExpression* pathExpression, PathExpression::Parts parts,
+                                               QWidget* parent)
+    : QLineEdit(parent)
+    , m_pathExpression(nullptr)
+{
+    CORVEL_DEBUG_HOOK();
+    CORVEL_ALLOCATED("PathExpressionLineEdit");
+    setPathExpression(pathExpression);
+    setParts(parts);
+    connect(this, SIGNAL(textEdited(const QString&)), this, SLOT(processTextEdited()));
+}
+
+PathExpressionLineEdit::~PathExpressionLineEdit()
+{
+    CORVEL_DEBUG_HOOK();
+    CORVEL_DEALLOCATED("PathExpressionLineEdit");
+}
+
+void PathExpressionLineEdit::setPathExpression(PathExpression* pathExpression)
+{
+    CORVEL_DEBUG_HOOK();
+    if (m_pathExpression) {
+        disconnect(m_pathExpression, nullptr, this, nullptr);
+        disconnect(this, nullptr, m_pathExpression, nullptr);
+    }
+    m_pathExpression = pathExpression;
+    if (m_pathExpression) {
+        connect(m_pathExpression, SIGNAL(partsChanged(PathExpression::Parts)), this,
+                SLOT(processPartsChanged(PathExpression::Parts)));
+        // Deliberately connected anew for each expression and never disconnected: the connections add up.
+        connect(this, SIGNAL(returnPressed()), this, SLOT(processReturnPressed()));
+    }
+    updateText();
+}
+
+PathExpression* PathExpressionLineEdit::getPathExpression()
+{
+    CORVEL_DEBUG_HOOK();
+    return m_pathExpression;
+}
+
+void PathExpressionLineEdit::setParts(PathExpression::Parts parts)
+{
+    CORVEL_DEBUG_HOOK();
+    m_parts = parts;
+    updateText();
+}
+
+PathExpression::Parts PathExpressionLineEdit::getParts() const
+{
+    CORVEL_DEBUG_HOOK();
+    return m_parts;
+}
+
+void PathExpressionLineEdit::processPartsChanged(PathExpression::Parts parts)
+{
+    CORVEL_DEBUG_HOOK();
+    if ((parts & getParts()) && !hasFocus())
+        updateText();
+}
+
+void PathExpressionLineEdit::processTextEdited()
+{
+    CORVEL_DEBUG_HOOK();
+    if (m_pathExpression)
+        m_pathExpression->setStringPrefix(text(), m_parts);
+}
+
+void PathExpressionLineEdit::processReturnPressed()
+{
+    CORVEL_DEBUG_HOOK();
+    if (m_pathExpression) {
+        m_pathExpression->setString(text(), m_parts);
+        m_pathExpression->completeEditing();
+    }
+}
+
+void PathExpressionLineEdit::updateText()
+{
+    CORVEL_DEBUG_HOOK();
+    if (!m_pathExpression)
+        setText(tr("No path expression set!"));
+    else
+        setText(m_pathExpression->getString(m_parts));
+}

@@ -1,0 +1,178 @@
+#include "pathexpressionlineedit.h"
+#include "pathfixtures.h"
+#include "testbase.h"
+
+#include <QElapsedTimer>
+
+typedef PathExpression::Parts Parts;
+
+static QString text(const char* latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+class tst_PathExpressionLineEdit : public TestBase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void showsItsPartsAndFollowsThem();
+    void saysThatThereIsNoExpression();
+    void editsArePrefixes();
+    void returnCommits();
+    void changesElsewhereWaitWhileTheUserTypes();
+    void returnCommitsOnceForEachExpressionThatWasSet();
+    void leavesFormerExpressionAlone();
+};
+
+/** Gives @p widget the keyboard focus, and says whether it got it in time. */
+static bool takeFocus(QWidget* widget)
+{
+    widget->show();
+    widget->activateWindow();
+    widget->setFocus();
+    QElapsedTimer timer;
+    timer.start();
+    while (!widget->hasFocus() && timer.elapsed() < 5000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+    return widget->hasFocus();
+}
+
+void tst_PathExpressionLineEdit::showsItsPartsAndFollowsThem()
+{
+    PathExpression expression;
+    expression.setString(text("f/M/a"));
+    PathExpressionLineEdit edit(&expression, Parts(3));
+    QCOMPARE(edit.getPathExpression(), &expression);
+    QCOMPARE(int(edit.getParts()), 3);
+    QCOMPARE(edit.text(), text("f/M"));
+    PathRecorder recorder(&expression);
+    edit.setText(text("untouched"));
+    expression.setString(text("b"), Parts(4));
+    QCOMPARE(edit.text(), text("untouched"));
+    QCOMPARE(recorder.take(), text("parts 4, text f/M/b, matches")); // setText() is no edit
+    expression.setString(text("g"), Parts(1));
+    QCOMPARE(edit.text(), text("g/M"));
+    edit.setParts(Parts(4));
+    QCOMPARE(edit.text(), text("b"));
+}
+
+void tst_PathExpressionLineEdit::saysThatThereIsNoExpression()
+{
+    PathExpressionLineEdit edit;
+    QCOMPARE(edit.text(), text("No path expression set!"));
+    edit.clear();
+    QTest::keyClicks(&edit, text("typed"));
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(edit.text(), text("typed"));
+    edit.setParts(Parts(1));
+    QCOMPARE(edit.text(), text("No path expression set!"));
+    PathExpression expression;
+    expression.setString(text("f"));
+    edit.setPathExpression(&expression);
+    QCOMPARE(edit.text(), text("f"));
+    edit.setPathExpression(nullptr);
+    expression.setString(text("g"));
+    QCOMPARE(edit.text(), text("No path expression set!"));
+}
+
+void tst_PathExpressionLineEdit::editsArePrefixes()
+{
+    FormatInfo format(text("format"));
+    addTestType(&format, "Type", "");
+    FormatRegistry::getInstance()->addFormat(&format);
+    PathExpression expression;
+    PathExpressionLineEdit edit(&expression, Parts(3));
+    PathRecorder recorder(&expression);
+    QTest::keyClicks(&edit, text("format/t"));
+    QCOMPARE(expression.getString(PathExpression::AllParts), text("format/t"));
+    QCOMPARE(expression.getMatchingMessageInfos().size(), 1);
+    recorder.take();
+    QTest::keyClick(&edit, Qt::Key_Backspace);
+    QCOMPARE(recorder.take(), text("parts 2, text format, matches"));
+}
+
+void tst_PathExpressionLineEdit::returnCommits()
+{
+    FormatInfo format(text("format"));
+    addTestType(&format, "Type", "");
+    FormatRegistry::getInstance()->addFormat(&format);
+    PathExpression expression;
+    PathExpressionLineEdit edit(&expression, Parts(3));
+    PathRecorder recorder(&expression);
+    QTest::keyClicks(&edit, text("format/t"));
+    recorder.take();
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(recorder.take(), text("matches")); // the same text, not a prefix any more
+    QCOMPARE(expression.getMatchingMessageInfos().size(), 0);
+    edit.setText(text("format/Type"));
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(recorder.take(), text("parts 2, text format/Type, matches"));
+    QCOMPARE(expression.getMatchingMessageInfos().size(), 1);
+}
+
+void tst_PathExpressionLineEdit::changesElsewhereWaitWhileTheUserTypes()
+{
+    PathExpression expression;
+    QWidget window;
+    PathExpressionLineEdit edit(&expression, PathExpression::AllParts, &window);
+    QLineEdit other(&window);
+    window.show();
+    QVERIFY(takeFocus(&edit));
+    QTest::keyClicks(&edit, text("f/M/")); // the expression's own text lacks the last separator
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(edit.text(), text("f/M/"));
+    expression.setString(text("g"));
+    QCOMPARE(edit.text(), text("f/M/"));
+    QVERIFY(takeFocus(&other));
+    QCOMPARE(edit.text(), text("f/M/"));
+    expression.setString(text("h"));
+    QCOMPARE(edit.text(), text("h"));
+}
+
+void tst_PathExpressionLineEdit::returnCommitsOnceForEachExpressionThatWasSet()
+{
+    PathExpression first;
+    PathExpression second;
+    PathExpressionLineEdit edit;
+    QVERIFY(takeFocus(&edit)); // else what the undoer sets would be shown and committed
+    PathUndoer undoer(&second, text("f"));
+    PathRecorder recorder(&first);
+    edit.setText(text("typed"));
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(undoer.take(), QStringList());
+    edit.setPathExpression(&second);
+    edit.setText(text("once"));
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(undoer.take(), QStringList() << text("once"));
+    edit.setPathExpression(&first);
+    edit.setPathExpression(nullptr);
+    edit.setPathExpression(&second);
+    edit.setText(text("thrice"));
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(undoer.take(), QStringList() << text("thrice") << text("thrice") << text("thrice"));
+    QCOMPARE(recorder.take(), QString());
+}
+
+void tst_PathExpressionLineEdit::leavesFormerExpressionAlone()
+{
+    PathExpression first;
+    PathExpression second;
+    PathExpressionLineEdit edit(&first);
+    // Every connection between the two goes, whoever made it.
+    QObject::connect(&first, SIGNAL(matchesMayHaveChanged()), &edit, SLOT(clear()));
+    QObject::connect(&edit, SIGNAL(returnPressed()), &first, SLOT(deleteLater()));
+    edit.setPathExpression(&second);
+    PathRecorder recorder(&first);
+    QTest::keyClicks(&edit, text("s"));
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(recorder.take(), QString());
+    first.setString(text("first"));
+    QCOMPARE(edit.text(), text("s"));
+    QCOMPARE(second.getString(PathExpression::AllParts), text("s"));
+}
+
+QTEST_MAIN(tst_PathExpressionLineEdit)
+
+#include "tst_pathexpressionlineedit.moc"
