@@ -3,12 +3,13 @@
 
 include("${SETTINGS}")
 
-# run(COMMAND ARGUMENTS...): stops the script with the command's output when it fails; else leaves that in RUN_OUTPUT.
+# run(COMMAND ARGUMENTS...): stops the script with the command's output when it fails; else leaves
+# what it wrote to the standard output in RUN_OUTPUT.
 function(run)
-    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
     if(NOT result EQUAL 0)
         list(JOIN ARGN " " command)
-        message("${output}") # apart, because what an error says is wrapped
+        message("${output}${errors}") # apart, because what an error says is wrapped
         message(FATAL_ERROR "${command}\nended with ${result}")
     endif()
     set(RUN_OUTPUT "${output}" PARENT_SCOPE)
