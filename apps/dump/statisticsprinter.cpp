@@ -3,6 +3,7 @@
 #include "formatinfo.h"
 #include "jsontext.h"
 #include "messageinfo.h"
+#include "messagestatistics.h"
 
 using namespace JsonText;
 
@@ -17,11 +18,57 @@ void appendMember(std::string* text, Separator* separator, const QString& key, q
     appendNumber(text, std::uint64_t(number));
 }
 
+void appendMember(std::string* text, Separator* separator, const char* key, quint64 number)
+{
+    appendMember(text, separator, QString::fromLatin1(key), number);
+}
+
+void appendGaps(std::string* text, const MessageStatistics& statistics)
+{
+    text->push_back('[');
+    Separator gaps(text);
+    for (const MessageStatistics::Gap& gap : statistics.getGaps()) {
+        gaps.next();
+        text->append("{\"start\":");
+        appendTime(text, std::int64_t(gap.start));
+        text->append(",\"missingEpochs\":");
+        appendNumber(text, std::uint64_t(gap.missingEpochs));
+        text->append(",\"interval\":");
+        appendNumber(text, std::uint64_t(gap.interval));
+        text->push_back('}');
+    }
+    text->push_back(']');
+}
+
+void appendIntervals(std::string* text, const MessageStatistics& statistics)
+{
+    const QHash<long long, unsigned int> counts = statistics.getIntervalCountHash();
+    text->push_back('{');
+    Separator intervals(text);
+    for (const long long interval : statistics.getIntervalsSortedOnFrequency(-1))
+        appendMember(text, &intervals, QString::number(interval), counts.value(interval));
+    text->push_back('}');
+}
+
 } // namespace
 
 StatisticsPrinter::StatisticsPrinter(const QString& inputName, const StreamDecoder* decoder)
     : DumpSink(inputName, decoder)
+    , m_monitor(&m_coordinator)
 {
+    m_monitor.begin(decoder);
+}
+
+void StatisticsPrinter::consume(const ReceivedMessage& message)
+{
+    m_counters.countMessage(message);
+    m_monitor.processReceived(message);
+}
+
+void StatisticsPrinter::count(const StreamProblem& problem)
+{
+    m_counters.countProblem(problem);
+    m_monitor.processProblem(problem);
 }
 
 std::string StatisticsPrinter::typesText() const
@@ -77,6 +124,77 @@ std::string StatisticsPrinter::checksumText() const
     return text + '}';
 }
 
+// Intervals are milliseconds, as keys too; the interval 0 stands for messages of the same time as their predecessor.
+std::string StatisticsPrinter::statisticsText() const
+{
+    std::string text = "[";
+    Separator entries(&text);
+    for (const ReceptionCounters::Row& row : m_counters.getRows()) {
+        // Beyond a thousand unknown types they are not told apart.
+        const MessageStatistics* const statistics = m_coordinator.find(m_monitor.getStream(), row.id, row.sender);
+        if (!statistics)
+            continue;
+        entries.next();
+        text.append("{\"type\":");
+        if (row.info)
+            appendString(&text, row.info->getName());
+        else
+            text.append("null");
+        text.append(",\"sender\":");
+        appendString(&text, getDecoder()->getSenderName(row.sender));
+        text.push_back(',');
+        Separator members(&text);
+        appendMember(&text, &members, "id", row.id);
+        appendMember(&text, &members, "messages", statistics->getCount());
+        appendMember(&text, &members, "noTime", statistics->getCountWithUnknownTime());
+        appendMember(&text, &members, "unknownInterval", statistics->getCountWithKnownTimeButUnknownInterval());
+        text.append(",\"intervals\":");
+        appendIntervals(&text, *statistics);
+        text.push_back(',');
+        Separator totals(&text);
+        appendMember(&text, &totals, "gapCount", quint64(statistics->getNumberOfGaps()));
+        appendMember(&text, &totals, "missingEpochs", quint64(statistics->getNumberOfMissingEpochs()));
+        text.append(",\"gaps\":");
+        appendGaps(&text, *statistics);
+        text.push_back('}');
+    }
+    return text + ']';
+}
+
+std::string StatisticsPrinter::sendersText() const
+{
+    std::string text = "{";
+    Separator senders(&text);
+    for (const MessageStatisticsCoordinator::SenderStatistics& sender : m_coordinator.getSenderStatistics()) {
+        senders.next();
+        appendString(&text, sender.name);
+        text.append(":{");
+        Separator members(&text);
+        appendMember(&text, &members, "messages", sender.received);
+        if (sender.numbered) {
+            appendMember(&text, &members, "lost", sender.lost);
+            appendMember(&text, &members, "repeated", sender.repeated);
+            appendMember(&text, &members, "late", sender.late);
+            appendMember(&text, &members, "restarts", sender.restarts);
+        }
+        appendMember(&text, &members, "failed", sender.failed);
+        text.push_back('}');
+    }
+    return text + '}';
+}
+
+std::string StatisticsPrinter::eventsText() const
+{
+    std::string text = "{";
+    Separator separator(&text);
+    for (int i = CorvelEvent::OtherEvent; i <= CorvelEvent::DefinitionProblem; ++i) {
+        const CorvelEvent::Type type = static_cast<CorvelEvent::Type>(i);
+        if (const unsigned int count = m_coordinator.getEventCount(type))
+            appendMember(&text, &separator, CorvelEvent::getTypeName(type), count);
+    }
+    return text + '}';
+}
+
 void StatisticsPrinter::finish()
 {
     std::string text = "{\"input\":";
@@ -96,6 +214,9 @@ void StatisticsPrinter::finish()
     append("skippedBytes", m_counters.getSkippedBytes());
     append("truncatedFrames", m_counters.getTruncatedFrames());
     append("truncatedBytes", m_counters.getTruncatedBytes());
+    text.append(",\"statistics\":").append(statisticsText());
+    text.append(",\"senders\":").append(sendersText());
+    text.append(",\"events\":").append(eventsText());
     text.append("}\n");
     print(text);
 }

@@ -2,9 +2,11 @@
 #define STATISTICSPRINTER_H
 
 #include "dumpsink.h"
+#include "messagestatisticscoordinator.h"
 #include "receptioncounters.h"
+#include "receptionmonitor.h"
 
-/** Counts messages, and prints one JSON object at the end. */
+/** Counts messages, intervals, gaps and losses, and prints one JSON object at the end. */
 class StatisticsPrinter : public DumpSink
 {
 public:
@@ -13,15 +15,20 @@ public:
     void finish() override;
 
 protected:
-    void consume(const ReceivedMessage& message) override { m_counters.countMessage(message); }
-    void count(const StreamProblem& problem) override { m_counters.countProblem(problem); }
+    void consume(const ReceivedMessage& message) override;
+    void count(const StreamProblem& problem) override;
 
 private:
     std::string typesText() const;
     std::string unknownText() const;
     std::string checksumText() const;
+    std::string statisticsText() const;
+    std::string sendersText() const;
+    std::string eventsText() const;
 
     ReceptionCounters m_counters;
+    MessageStatisticsCoordinator m_coordinator;
+    ReceptionMonitor m_monitor;
 };
 
 #endif

@@ -36,7 +36,7 @@ public:
         bool numbered;     ///< whether the sender's messages have numbers at all
         quint64 received;  ///< messages, unknown types included
         quint64 lost;      ///< numbers that never came; at least so many messages were lost
-        quint64 repeated;  ///< messages with the number of their predecessor
+        quint64 repeated;  ///< messages with a number that came just before
         quint64 late;      ///< messages that came behind their successors
         quint64 restarts;  ///< how often the sender began at 0 again
         quint64 failed;    ///< messages that came and failed a check; their numbers are among the lost ones
@@ -106,6 +106,7 @@ private:
 
     struct Stream;
     struct Row;
+    struct Sender;
 
     MessageStatistics* create(Stream* stream, const MessageInfo* info, quint32 id, quint32 sender,
                               const QString& senderName);

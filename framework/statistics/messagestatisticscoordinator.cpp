@@ -28,6 +28,12 @@ struct MessageStatisticsCoordinator::Row
     MessageStatistics* statistics;
 };
 
+struct MessageStatisticsCoordinator::Sender
+{
+    SenderStatistics statistics;
+    quint64 settled; // bit n: the number that lies n before the newest one came, or was never expected
+};
+
 struct MessageStatisticsCoordinator::Stream
 {
     int number;
@@ -37,7 +43,7 @@ struct MessageStatisticsCoordinator::Stream
     int unknownTypes;
     qint64 time;
     QList<quint32> knownSenders; // whose messages are of known types
-    QHash<quint32, SenderStatistics> senders;
+    QHash<quint32, Sender> senders;
     QList<quint32> senderOrder;
 };
 
@@ -194,20 +200,23 @@ void MessageStatisticsCoordinator::countNumber(int number, quint32 sender, const
                                                quint64 modulus)
 {
     Stream* const stream = m_streams.value(number);
-    const QHash<quint32, SenderStatistics>::iterator found = stream->senders.find(sender);
+    const QHash<quint32, Sender>::iterator found = stream->senders.find(sender);
     if (found == stream->senders.end()) {
-        SenderStatistics statistics;
+        Sender added;
+        added.settled = ~quint64(0);
+        SenderStatistics& statistics = added.statistics;
         statistics.stream = number;
         statistics.sender = sender;
         statistics.name = senderName;
         statistics.received = 1;
         statistics.numbered = sequence >= 0 && modulus > 0;
         statistics.lastNumber = statistics.numbered ? sequence : -1;
-        stream->senders.insert(sender, statistics);
+        stream->senders.insert(sender, added);
         stream->senderOrder.append(sender);
         return;
     }
-    SenderStatistics& statistics = found.value();
+    SenderStatistics& statistics = found.value().statistics;
+    quint64& settled = found.value().settled;
     ++statistics.received;
     if (sequence < 0 || modulus == 0)
         return;
@@ -217,32 +226,40 @@ void MessageStatisticsCoordinator::countNumber(int number, quint32 sender, const
         return;
     }
     const quint64 step = (quint64(sequence) + modulus - quint64(statistics.lastNumber)) % modulus;
-    const quint64 late = modulus / 32;
+    const quint64 latest = qMin(modulus / 32, quint64(63));
     if (step == 0) {
         ++statistics.repeated;
         return;
     }
-    if (step >= modulus - late) {
-        // Its number was missed when its successors came.
-        ++statistics.late;
-        if (statistics.lost > 0)
+    if (step >= modulus - latest) {
+        const quint64 bit = quint64(1) << (modulus - step);
+        if (settled & bit) {
+            ++statistics.repeated;
+        } else {
+            // It was taken for lost when its successors came.
+            ++statistics.late;
             --statistics.lost;
+            settled |= bit;
+        }
         return;
     }
     // A loss that ends at 0 by chance is short, as losses mostly are.
-    if (sequence == 0 && step > modulus / 8)
+    if (sequence == 0 && step > modulus / 8) {
         ++statistics.restarts;
-    else
+        settled = ~quint64(0);
+    } else {
         statistics.lost += step - 1;
+        settled = (step < 64 ? settled << step : 0) | 1;
+    }
     statistics.lastNumber = sequence;
 }
 
 void MessageStatisticsCoordinator::countFailure(int number, quint32 sender)
 {
     Stream* const stream = m_streams.value(number);
-    const QHash<quint32, SenderStatistics>::iterator found = stream->senders.find(sender);
+    const QHash<quint32, Sender>::iterator found = stream->senders.find(sender);
     if (found != stream->senders.end())
-        ++found.value().failed;
+        ++found.value().statistics.failed;
 }
 
 void MessageStatisticsCoordinator::setCurrentTime(int number, qint64 time)
@@ -273,7 +290,7 @@ QList<MessageStatisticsCoordinator::SenderStatistics> MessageStatisticsCoordinat
     Q_FOREACH (int number, numbers) {
         const Stream* const stream = m_streams.value(number);
         Q_FOREACH (quint32 sender, stream->senderOrder)
-            all.append(stream->senders.value(sender));
+            all.append(stream->senders.value(sender).statistics);
     }
     return all;
 }

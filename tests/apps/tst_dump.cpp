@@ -220,7 +220,17 @@ private Q_SLOTS:
                                           "\",\"format\":\"corvel\",\"messages\":4,\"types\":{\"HEARTBEAT\":{\"id\":0,"
                                           "\"messages\":4,\"senders\":{\"7:9\":4}}},\"checksumFailures\":{\"0\":1},"
                                           "\"unknownIds\":{\"201\":2},\"unsupportedFrames\":0,\"lengthMismatches\":0,"
-                                          "\"skippedBytes\":5,\"truncatedFrames\":1,\"truncatedBytes\":12}\n"));
+                                          "\"skippedBytes\":5,\"truncatedFrames\":1,\"truncatedBytes\":12,"
+                                          "\"statistics\":[{\"type\":\"HEARTBEAT\",\"sender\":\"7:9\",\"id\":0,"
+                                          "\"messages\":4,\"noTime\":4,\"unknownInterval\":0,\"intervals\":{},"
+                                          "\"gapCount\":0,\"missingEpochs\":0,\"gaps\":[]},"
+                                          "{\"type\":null,\"sender\":\"7:9\",\"id\":201,"
+                                          "\"messages\":2,\"noTime\":2,\"unknownInterval\":0,\"intervals\":{},"
+                                          "\"gapCount\":0,\"missingEpochs\":0,\"gaps\":[]}],"
+                                          "\"senders\":{\"7:9\":{\"messages\":6,\"lost\":1,\"repeated\":1,\"late\":0,"
+                                          "\"restarts\":0,\"failed\":1}},"
+                                          "\"events\":{\"CRC error\":1,\"Unknown message\":2,\"Truncated message\":1,"
+                                          "\"Resynchronisation\":1}}\n"));
     }
 
     void whatCannotBeReadIsSaid_data()

@@ -1,6 +1,8 @@
 #include "dumprunner.h"
 #include "testbase.h"
 
+#include <QJsonArray>
+
 /** corvel-dump on recordings of real devices. */
 class TestDumpSamples : public TestBase
 {
@@ -27,6 +29,19 @@ private Q_SLOTS:
         QCOMPARE(stats.value("types").toObject().size(), 35);
         QCOMPARE(stats.value("checksumFailures").toObject(), (QJsonObject{{"142", 1314}}));
         QCOMPARE(stats.value("unknownIds").toObject(), QJsonObject());
+        QCOMPARE(stats.value("events").toObject(), (QJsonObject{{"CRC error", 1314}, {"Truncated message", 1}}));
+        QCOMPARE(stats.value("senders").toObject().value("1:1").toObject().value("lost").toInt(), 450);
+        int gapsOfHeartbeat = 0;
+        for (const QJsonValue& value : stats.value("statistics").toArray()) {
+            const QJsonObject entry = value.toObject();
+            if (entry.value("type") == "HEARTBEAT" && entry.value("sender") == "1:1") {
+                gapsOfHeartbeat = int(entry.value("gaps").toArray().size());
+                QCOMPARE(
+                    entry.value("gaps").toArray().at(1).toObject(),
+                    (QJsonObject{{"start", "2015-07-05T00:30:39.275444Z"}, {"missingEpochs", 6}, {"interval", 1000}}));
+            }
+        }
+        QCOMPARE(gapsOfHeartbeat, 15);
         QCOMPARE(run.errors.filter("checksum failure, id 142, sender 255:0").size(), qsizetype(1314));
 
         const DumpRun messages(arguments({path}));

@@ -223,8 +223,12 @@ void tst_MessageStatisticsCoordinator::numbers_data()
                                         << "4 received, 1 late";
     QTest::newRow("out of order over the wrap-around") << "254 0 255 1"
                                                        << "4 received, 1 late";
-    QTest::newRow("late again") << "1 2 3 2 4"
-                                << "5 received, 1 late";
+    QTest::newRow("repeated later") << "1 2 3 2 4"
+                                    << "5 received, 1 repeated";
+    QTest::newRow("repeated behind a loss") << "1 2 4 2 5"
+                                            << "5 received, 1 lost, 1 repeated";
+    QTest::newRow("late twice") << "1 3 2 2 4"
+                                << "5 received, 1 repeated, 1 late";
     QTest::newRow("restart") << "100 101 0 1 2"
                              << "5 received, 1 restarts";
     QTest::newRow("none") << "-1 -1 -1"
