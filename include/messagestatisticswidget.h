@@ -106,6 +106,9 @@ private:
     QTreeWidgetItem* m_unknownIntervalItem;
     QVector<MessageStatistics::Gap> m_shownGaps;
     QTreeWidgetItem* m_gapsItem;
+    // Behind the members above, whose places are fixed.
+    QHash<long long, unsigned int> m_shownCounts; // what the rows of m_intervalItems show
+    QVector<QTreeWidgetItem*> m_gapItems;         // in the order of the gaps, wherever sorting has put the rows
 };
 
 #endif

@@ -54,6 +54,6 @@ void EventLogTableWidget::addEntry(EventLog::Entry entry)
 void EventLogTableWidget::clear()
 {
     CORVEL_DEBUG_HOOK();
-    while (rowCount() >= 1)
-        removeRow(0);
+    // All at once: row by row, a hundred thousand rows take many seconds.
+    setRowCount(0);
 }

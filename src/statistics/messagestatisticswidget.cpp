@@ -7,10 +7,10 @@
 #include "qtcompat.h"
 
 #include <QHeaderView>
-#include <QPair>
 #include <QSet>
 #include <QSettings>
 #include <QStringList>
+#include <QVarLengthArray>
 
 #include <algorithm>
 
@@ -18,8 +18,6 @@ CORVEL_DIAGNOSTICS("MessageStatisticsWidget");
 
 static const int GapsColumn = 3;
 static const int DefaultNameWidth = 150;
-// Sorting moves gap rows about: each carries, in its first column, its place in the list of gaps.
-static const int GapPlaceRole = Qt::UserRole + 0x6761;
 
 // The tree whose rows are being brought up to date, if it was sorted when that began.
 static QTreeWidget* s_refreshedSortedTree = nullptr;
@@ -52,16 +50,30 @@ static void insertRow(QTreeWidgetItem* parent, int index, QTreeWidgetItem* child
     parent->insertChild(index, child);
 }
 
-/** Writes a value into @p column unless it stands there. */
 static void writeValue(QTreeWidgetItem* item, int column, const QVariant& value)
 {
     CORVEL_DEBUG_HOOK();
-    const QVariant shown = item->data(column, Qt::DisplayRole);
-    if (shown.userType() == value.userType() && shown == value)
-        return;
     if (item->treeWidget() && item->treeWidget()->header()->sortIndicatorSection() == column)
         suspendSorting(item);
     item->setData(column, Qt::DisplayRole, value);
+}
+
+/** Writes @p text into @p column unless it stands there. Nearly all calls of a refresh find that it does. */
+static void writeText(QTreeWidgetItem* item, int column, const QString& text)
+{
+    CORVEL_DEBUG_HOOK();
+    const QVariant shown = item->data(column, Qt::DisplayRole);
+    if (shown.userType() != QMetaType::QString || *static_cast<const QString*>(shown.constData()) != text)
+        writeValue(item, column, text);
+}
+
+/** Writes @p number, as a number, into @p column unless it stands there. */
+static void writeNumber(QTreeWidgetItem* item, int column, qulonglong number)
+{
+    CORVEL_DEBUG_HOOK();
+    const QVariant shown = item->data(column, Qt::DisplayRole);
+    if (shown.userType() != QMetaType::ULongLong || shown.toULongLong() != number)
+        writeValue(item, column, number);
 }
 
 /** A row of the histogram of intervals, without its count. */
@@ -75,37 +87,14 @@ static QTreeWidgetItem* createCountRow(const QString& name, const QString& toolT
     return row;
 }
 
-static QTreeWidgetItem* createGapRow(int place)
+static QTreeWidgetItem* createGapRow()
 {
     CORVEL_DEBUG_HOOK();
     QTreeWidgetItem* row = new QTreeWidgetItem(QTreeWidgetItem::Type);
-    row->setData(0, GapPlaceRole, place);
     row->setData(0, Qt::ToolTipRole, QObject::tr("Gaps start"));
     row->setData(1, Qt::ToolTipRole, QObject::tr("Missing epochs"));
     row->setData(2, Qt::ToolTipRole, QObject::tr("Duration"));
     return row;
-}
-
-static int placeOfGapRow(const QTreeWidgetItem* row)
-{
-    CORVEL_DEBUG_HOOK();
-    return row->data(0, GapPlaceRole).toInt();
-}
-
-/** The rows below @p gapsItem as they stand without sorting: the row of the first gap first. */
-static QList<QTreeWidgetItem*> gapRowsInOrder(const QTreeWidgetItem* gapsItem)
-{
-    CORVEL_DEBUG_HOOK();
-    const int count = gapsItem->childCount();
-    QVector<QPair<int, QTreeWidgetItem*>> places;
-    places.reserve(count);
-    for (int i = 0; i < count; ++i)
-        places.append(qMakePair(placeOfGapRow(gapsItem->child(i)), gapsItem->child(i)));
-    std::sort(places.begin(), places.end());
-    QList<QTreeWidgetItem*> rows;
-    for (int i = 0; i < count; ++i)
-        rows.append(places.at(i).second);
-    return rows;
 }
 
 static QString getGapRowText(const QTreeWidgetItem* row)
@@ -114,18 +103,23 @@ static QString getGapRowText(const QTreeWidgetItem* row)
     return row->text(0) + QLatin1Char('\n') + row->text(1) + QLatin1Char('\n') + row->text(2);
 }
 
-/** Deletes those of the rows from @p count on that show what one of the first @p count rows shows. */
-static void deleteRepeatedGapRows(const QList<QTreeWidgetItem*>& rows, int count)
+static void deleteRow(QVector<QTreeWidgetItem*>* rows, int index)
 {
     CORVEL_DEBUG_HOOK();
-    if (rows.size() <= count)
-        return;
+    delete rows->at(index);
+    rows->remove(index);
+}
+
+/** Deletes those of @p rows from @p count on that show what one of the first @p count rows shows. */
+static void deleteRepeatedGapRows(QVector<QTreeWidgetItem*>* rows, int count)
+{
+    CORVEL_DEBUG_HOOK();
     QSet<QString> shown;
     for (int i = 0; i < count; ++i)
-        shown.insert(getGapRowText(rows.at(i)));
-    for (int i = count; i < rows.size(); ++i) {
-        if (shown.contains(getGapRowText(rows.at(i))))
-            delete rows.at(i);
+        shown.insert(getGapRowText(rows->at(i)));
+    for (int i = static_cast<int>(rows->size()) - 1; i >= count; --i) {
+        if (shown.contains(getGapRowText(rows->at(i))))
+            deleteRow(rows, i);
     }
 }
 
@@ -133,13 +127,6 @@ static bool isSameGap(const MessageStatistics::Gap& one, const MessageStatistics
 {
     CORVEL_DEBUG_HOOK();
     return one.start == other.start && one.missingEpochs == other.missingEpochs && one.interval == other.interval;
-}
-
-static bool areSameGaps(const QVector<MessageStatistics::Gap>& some, const QVector<MessageStatistics::Gap>& others)
-{
-    CORVEL_DEBUG_HOOK();
-    return some.size() == others.size() &&
-           std::equal(some.constBegin(), some.constEnd(), others.constBegin(), isSameGap);
 }
 
 static QString getDurationText(const MessageStatistics::Gap& gap)
@@ -283,7 +270,7 @@ void MessageStatisticsWidget::updateItems()
         m_crcErrorsItem->setText(0, tr("CRC Errors"));
         insertRow(invisibleRootItem(), 0, m_crcErrorsItem);
     }
-    writeValue(m_crcErrorsItem, 1, QString::number(crcErrors));
+    writeText(m_crcErrorsItem, 1, QString::number(crcErrors));
 }
 
 void MessageStatisticsWidget::processItemExpanded(QTreeWidgetItem* item)
@@ -369,15 +356,14 @@ void MessageStatisticsTreeWidgetItem::updateContents()
 {
     CORVEL_DEBUG_HOOK();
     // A number, so that the column sorts as numbers do; the counts of the sub-rows are deliberately texts.
-    writeValue(this, 1, static_cast<qulonglong>(m_statistics->getCount()));
-    writeValue(this, 2,
-               m_statistics->isCurrentlyRegular()
-                   ? MessageStatistics::getIntervalString(m_statistics->getLastInterval())
-                   : QObject::tr("N/A"));
+    writeNumber(this, 1, m_statistics->getCount());
+    writeText(this, 2,
+              m_statistics->isCurrentlyRegular() ? MessageStatistics::getIntervalString(m_statistics->getLastInterval())
+                                                 : QObject::tr("N/A"));
     const int gaps = m_statistics->getNumberOfGaps();
-    writeValue(this, 3,
-               gaps <= 0 ? QString()
-                         : QObject::tr("%1 (%2 epochs)").arg(gaps).arg(m_statistics->getNumberOfMissingEpochs()));
+    writeText(this, 3,
+              gaps <= 0 ? QString()
+                        : QObject::tr("%1 (%2 epochs)").arg(gaps).arg(m_statistics->getNumberOfMissingEpochs()));
     updateIntervalSubItems();
     updateGapSubItems();
 }
@@ -395,7 +381,7 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
                 QObject::tr("The number of times this message \nhas been received without a valid time tag."));
             insertRow(m_intervalsItem, 0, m_noTimeItem);
         }
-        writeValue(m_noTimeItem, 1, QString::number(m_statistics->getCountWithUnknownTime()));
+        writeText(m_noTimeItem, 1, QString::number(m_statistics->getCountWithUnknownTime()));
     }
 
     if (m_statistics->getCountWithKnownTimeButUnknownInterval() == 0) {
@@ -410,15 +396,16 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
                             "time, \nand the following messages did not \ncome in at a regular rate."));
             insertRow(m_intervalsItem, 0, m_unknownIntervalItem);
         }
-        writeValue(m_unknownIntervalItem, 1, QString::number(m_statistics->getCountWithKnownTimeButUnknownInterval()));
+        writeText(m_unknownIntervalItem, 1, QString::number(m_statistics->getCountWithKnownTimeButUnknownInterval()));
     }
 
-    QSet<long long> unconfirmed;
-    Q_FOREACH (long long interval, m_intervalItems.keys())
-        unconfirmed.insert(interval);
+    QVarLengthArray<long long, 64> confirmed;
     Q_FOREACH (long long interval, m_statistics->getIntervalsSortedOnFrequency(-1)) {
         const unsigned int count = m_statistics->getIntervalCountHash().value(interval, 0);
         if (count == 0)
+            continue;
+        confirmed.append(interval);
+        if (m_shownCounts.value(interval, 0) == count)
             continue;
         QTreeWidgetItem* item = m_intervalItems.value(interval);
         if (!item) {
@@ -430,13 +417,19 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
                     : QObject::tr("Number of times the message was received at %1.").arg(text));
             insertRow(m_intervalsItem, m_intervalsItem->childCount(), item);
             m_intervalItems.insert(interval, item);
-        } else {
-            unconfirmed.remove(interval);
         }
-        writeValue(item, 1, QString::number(count));
+        writeText(item, 1, QString::number(count));
+        m_shownCounts.insert(interval, count);
     }
-    Q_FOREACH (long long interval, unconfirmed)
-        delete m_intervalItems.take(interval);
+    // Rows are hardly ever left over: a set of them is not made before it is needed.
+    if (confirmed.size() == m_intervalItems.size())
+        return;
+    Q_FOREACH (long long interval, m_intervalItems.keys()) {
+        if (std::find(confirmed.constBegin(), confirmed.constEnd(), interval) == confirmed.constEnd()) {
+            delete m_intervalItems.take(interval);
+            m_shownCounts.remove(interval);
+        }
+    }
 }
 
 void MessageStatisticsTreeWidgetItem::updateGapSubItems()
@@ -447,6 +440,7 @@ void MessageStatisticsTreeWidgetItem::updateGapSubItems()
     if (count == 0) {
         delete m_gapsItem;
         m_gapsItem = nullptr;
+        m_gapItems.clear();
         m_shownGaps.clear();
         return;
     }
@@ -455,34 +449,33 @@ void MessageStatisticsTreeWidgetItem::updateGapSubItems()
         m_gapsItem->setData(0, Qt::ToolTipRole, QObject::tr("Gaps, with time and duration"));
         insertRow(this, childCount(), m_gapsItem);
     }
-    writeValue(m_gapsItem, 0,
-               m_statistics->hasUnstoredGaps() ? QObject::tr("Gaps (incomplete list)") : QObject::tr("Gaps"));
-    if (m_gapsItem->childCount() == count && areSameGaps(gaps, m_shownGaps))
-        return;
+    writeText(m_gapsItem, 0,
+              m_statistics->hasUnstoredGaps() ? QObject::tr("Gaps (incomplete list)") : QObject::tr("Gaps"));
 
-    QList<QTreeWidgetItem*> rows = gapRowsInOrder(m_gapsItem);
-    while (rows.size() < count) {
-        QTreeWidgetItem* row = createGapRow(rows.isEmpty() ? 0 : placeOfGapRow(rows.last()) + 1);
+    while (m_gapItems.size() < count) {
+        QTreeWidgetItem* row = createGapRow();
         insertRow(m_gapsItem, m_gapsItem->childCount(), row);
-        rows.append(row);
+        m_gapItems.append(row);
     }
     // Deliberately advances while the later rows move up, so that every other surplus row stays for a later refresh.
-    for (int i = count; i < rows.size(); ++i)
-        delete rows.takeAt(i);
+    for (int i = count; i < m_gapItems.size(); ++i)
+        deleteRow(&m_gapItems, i);
     if (m_shownGaps.size() > count)
         m_shownGaps.resize(count);
     for (int i = 0; i < count; ++i) {
         const MessageStatistics::Gap& gap = gaps.at(i);
         if (i < m_shownGaps.size() && isSameGap(gap, m_shownGaps.at(i)))
             continue;
-        writeValue(rows.at(i), 0, m_statistics->getTimeString(gap.start));
-        writeValue(rows.at(i), 1, QString::number(gap.missingEpochs));
-        writeValue(rows.at(i), 2, getDurationText(gap));
+        QTreeWidgetItem* row = m_gapItems.at(i);
+        writeText(row, 0, m_statistics->getTimeString(gap.start));
+        writeText(row, 1, QString::number(gap.missingEpochs));
+        writeText(row, 2, getDurationText(gap));
         if (i < m_shownGaps.size())
             m_shownGaps[i] = gap;
         else
             m_shownGaps.append(gap);
     }
-    if (isSorted(treeWidget()))
-        deleteRepeatedGapRows(rows, count);
+    // In a sorted tree nobody could tell the row of a stored gap from a surplus one with the same texts.
+    if (m_gapItems.size() > count && isSorted(treeWidget()))
+        deleteRepeatedGapRows(&m_gapItems, count);
 }
