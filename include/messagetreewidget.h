@@ -13,6 +13,7 @@ class AbstractMessageTreeWidgetItem;
 class Message;
 class MessageInfo;
 class QAction;
+class QSettings;
 
 /**
  * A tree that shows the latest message of each of its message types, field by field, live.
@@ -103,6 +104,23 @@ public:
 
     /** Whether a row that restores its expansion starts expanded, from what the user did last. Null gives false. */
     bool mustInitiallyBeExpanded(AbstractMessageTreeWidgetItem* item);
+
+    /** Writes the columns and the state of the header under "columns" and "headerstate" in the current group. */
+    void saveSettings(QSettings& settings);
+    /** Restores what saveSettings() wrote; what is missing stays, but for the first column, which gets 150 pixels. */
+    void restoreSettings(QSettings& settings);
+
+    /**
+     * Writes which types and fields the user last expanded, in any tree, under "expandedMessages" and "expandedFields"
+     * in the current group: as path expressions, which name them in a later run too. All these descriptions must still
+     * exist.
+     */
+    void saveExpansionState(QSettings& settings);
+    /**
+     * Adds what saveExpansionState() wrote to what is remembered. Paths that now name nothing, or several things, are
+     * dropped. Rows that are configured from then on follow.
+     */
+    void loadExpansionState(QSettings& settings);
 
     // The view's reaction to changed data: the first form is the virtual one of Qt 4, the second that of Qt 5 and 6.
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight);

@@ -3,6 +3,7 @@
 #include "abstractfieldtreewidgetitem.h"
 #include "diagnostics.h"
 #include "messagetreewidgetitem.h"
+#include "pathexpression.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -10,6 +11,8 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QMessageBox>
+#include <QSettings>
+#include <QStringList>
 #include <QStyledItemDelegate>
 
 #include <typeinfo>
@@ -222,6 +225,83 @@ bool MessageTreeWidget::mustInitiallyBeExpanded(AbstractMessageTreeWidgetItem* i
     if (AbstractFieldTreeWidgetItem* row = dynamic_cast<AbstractFieldTreeWidgetItem*>(item))
         return sFieldInfoExpandedCollapsedMap.value(row->getFieldInfo(), false);
     return false;
+}
+
+void MessageTreeWidget::saveSettings(QSettings& settings)
+{
+    CORVEL_DEBUG_HOOK();
+    QList<QVariant> columns;
+    Q_FOREACH (ColumnType type, getColumns())
+        columns.append(QVariant(static_cast<int>(type)));
+    settings.setValue(QLatin1String("columns"), columns);
+    settings.setValue(QLatin1String("headerstate"), header()->saveState());
+}
+
+/** A list from a settings file, where a list of one element looks like the element, which may be taken for letters. */
+static QList<QVariant> listOf(const QVariant& value)
+{
+    CORVEL_DEBUG_HOOK();
+    const QString single = value.toString();
+    return single.isEmpty() ? value.toList() : QList<QVariant>() << single;
+}
+
+void MessageTreeWidget::restoreSettings(QSettings& settings)
+{
+    CORVEL_DEBUG_HOOK();
+    if (settings.contains(QLatin1String("columns"))) {
+        clearColumns(true);
+        Q_FOREACH (const QVariant& type, listOf(settings.value(QLatin1String("columns"))))
+            addColumn(ColumnType(type.toInt()), true);
+    }
+    const QByteArray headerState = settings.value(QLatin1String("headerstate")).toByteArray();
+    if (headerState.isEmpty())
+        setColumnWidth(0, 150);
+    else
+        header()->restoreState(headerState);
+}
+
+void MessageTreeWidget::saveExpansionState(QSettings& settings)
+{
+    CORVEL_DEBUG_HOOK();
+    PathExpression expression(nullptr);
+    QStringList messages;
+    for (QHash<const MessageInfo*, bool>::const_iterator it = sMessageInfoExpandedCollapsedMap.constBegin();
+         it != sMessageInfoExpandedCollapsedMap.constEnd(); ++it) {
+        if (!it.value())
+            continue;
+        expression.setupToMatchUnique(it.key());
+        messages.append(expression.getString(PathExpression::Parts(3)));
+    }
+    settings.setValue(QLatin1String("expandedMessages"), messages);
+    QStringList fields;
+    for (QHash<const FieldInfo*, bool>::const_iterator it = sFieldInfoExpandedCollapsedMap.constBegin();
+         it != sFieldInfoExpandedCollapsedMap.constEnd(); ++it) {
+        if (!it.value())
+            continue;
+        expression.setupToMatchUnique(it.key());
+        fields.append(expression.getString(PathExpression::AllParts));
+    }
+    settings.setValue(QLatin1String("expandedFields"), fields);
+}
+
+void MessageTreeWidget::loadExpansionState(QSettings& settings)
+{
+    CORVEL_DEBUG_HOOK();
+    PathExpression expression(nullptr);
+    expression.setConsiderSubMessages(true);
+    const QVariant none = QVariant(QStringList());
+    Q_FOREACH (const QString& path, settings.value(QLatin1String("expandedMessages"), none).toStringList()) {
+        expression.setString(path);
+        const QVector<const MessageInfo*> infos = expression.getMatchingMessageInfos();
+        if (infos.size() == 1)
+            sMessageInfoExpandedCollapsedMap.insert(infos.first(), true);
+    }
+    Q_FOREACH (const QString& path, settings.value(QLatin1String("expandedFields"), none).toStringList()) {
+        expression.setString(path);
+        const QVector<const FieldInfo*> infos = expression.getMatchingFieldInfos();
+        if (infos.size() == 1)
+            sFieldInfoExpandedCollapsedMap.insert(infos.first(), true);
+    }
 }
 
 void MessageTreeWidget::processMessage(const Message* message)
