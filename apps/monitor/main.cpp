@@ -1,4 +1,6 @@
 #include "mainwindow.h"
+#include "settingsfile.h"
+#include "watchbar.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -63,12 +65,15 @@ int main(int argc, char** argv)
          QLatin1String("number")},
         {QLatin1String("form"), QLatin1String("Show a form of the message type <type>; can be repeated."),
          QLatin1String("type")},
-        {QLatin1String("value"), QLatin1String("Show <type.field> in large; can be repeated."),
-         QLatin1String("type.field")},
+        {QLatin1String("watch"), QLatin1String("Watch the field that <expression> names; can be repeated."),
+         QLatin1String("expression")},
         {QLatin1String("screenshot"), QLatin1String("Save a picture of the window to <file> and exit."),
          QLatin1String("file")},
         {QLatin1String("after"), QLatin1String("Wait <seconds> before the picture is taken; default 5."),
          QLatin1String("seconds")},
+        {QLatin1String("settings"),
+         QLatin1String("Keep settings in <file> instead of the user's own; with --screenshot none are kept otherwise."),
+         QLatin1String("file")},
         {QLatin1String("size"), QLatin1String("Size of the window, as <width>x<height>."), QLatin1String("size")},
     });
     parser.addHelpOption();
@@ -97,10 +102,22 @@ int main(int argc, char** argv)
     }
     const bool forPicture = parser.isSet(QLatin1String("screenshot"));
     window.setPlayback(playback);
-    window.showWhenSeen(parser.values(QLatin1String("form")), parser.values(QLatin1String("value")));
+    window.showFormsWhenSeen(parser.values(QLatin1String("form")));
     bool opened =
         !parser.isSet(QLatin1String("dialect")) ||
         window.loadDialect(parser.value(QLatin1String("dialect")), parser.value(QLatin1String("annotations")));
+    if (parser.isSet(QLatin1String("settings")) || !forPicture) {
+        const QString path = parser.isSet(QLatin1String("settings")) ? parser.value(QLatin1String("settings"))
+                                                                     : SettingsFile::defaultPath();
+        QString problem;
+        std::unique_ptr<QSettings> settings = SettingsFile::open(path, &problem);
+        window.restoreSettings(*settings);
+        window.setSettings(std::move(settings));
+        if (!problem.isEmpty())
+            window.showError(problem);
+    }
+    for (const QString& expression : parser.values(QLatin1String("watch")))
+        window.getWatches()->pin(expression);
     if (opened && !parser.positionalArguments().isEmpty())
         opened = window.openAddress(parser.positionalArguments().first());
     else if (opened)

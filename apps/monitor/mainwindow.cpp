@@ -3,19 +3,23 @@
 #include "annotations.h"
 #include "corvel.h"
 #include "fieldinfo.h"
+#include "formatregistry.h"
 #include "formpanel.h"
 #include "latestmessagesource.h"
 #include "mavlinkdialect.h"
 #include "mavlinkstreamdecoder.h"
 #include "messageinfo.h"
+#include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
 #include "messagetypemodel.h"
+#include "receptionmonitor.h"
 #include "simulatorinput.h"
-#include "valuebar.h"
+#include "watchbar.h"
 
 #include <QAction>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QFile>
 #include <QFileInfo>
@@ -24,6 +28,7 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QSettings>
 #include <QSortFilterProxyModel>
 #include <QStatusBar>
 #include <QTreeView>
@@ -49,6 +54,7 @@ MainWindow::MainWindow(QWidget* parent)
     if (dialects().empty())
         dialects().emplace_back(MavlinkDialect::loadBuiltIn());
     m_dialect = dialects().front().get();
+    FormatRegistry::getInstance()->addFormat(m_dialect);
     setAcceptDrops(true);
     setWindowTitle(tr("Corvel Monitor"));
     createTree();
@@ -66,6 +72,7 @@ MainWindow::MainWindow(QWidget* parent)
 MainWindow::~MainWindow()
 {
     closeSource();
+    FormatRegistry::getInstance()->removeFormat(m_dialect);
 }
 
 bool MainWindow::loadDialect(const QString& path, const QString& annotations)
@@ -83,8 +90,12 @@ bool MainWindow::loadDialect(const QString& path, const QString& annotations)
         showError(tr("The annotations have faults; the rest of them is used.") + QLatin1String("\n\n") +
                   errors.join(QLatin1Char('\n')));
     }
+    // Only the definitions in use are known by name: of two of a kind, every name would be ambiguous.
+    FormatRegistry::getInstance()->removeFormat(m_dialect);
     m_dialect = dialect.get();
+    m_dialectPath = path;
     dialects().push_back(std::move(dialect));
+    FormatRegistry::getInstance()->addFormat(m_dialect);
     return true;
 }
 
@@ -120,6 +131,8 @@ bool MainWindow::openAddress(const QString& text)
         }
     }
     const QString name = address.kind == InputAddress::File ? QFileInfo(address.path).fileName() : address.toString();
+    if (address.kind == InputAddress::File)
+        rememberFile(QFileInfo(address.path).absoluteFilePath());
     startSource(ByteInput::create(address), new MavlinkStreamDecoder(m_dialect, layout), name);
     return true;
 }
@@ -149,25 +162,79 @@ void MainWindow::startSource(ByteInput* input, StreamDecoder* decoder, const QSt
             setInTree(row->getMessageInfo(), false);
     }
     m_types->setSource(m_source.get());
+    m_reception.reset(new ReceptionMonitor(&m_coordinator, &m_log));
+    m_reception->follow(m_source.get(), name);
     connect(m_source.get(), &MessageSource::newMessage, m_latest, &LatestMessageSource::processMessage);
     connect(m_source.get(), &StreamSource::problem, this, &MainWindow::noteProblem);
     connect(m_source.get(), &StreamSource::stateChanged, this, &MainWindow::refresh);
     m_source->start();
-    m_refreshTimer.start();
     setWindowTitle(tr("%1 – Corvel Monitor").arg(name));
     refresh();
 }
 
 void MainWindow::closeSource()
 {
-    m_refreshTimer.stop();
     m_types->setSource(nullptr);
+    m_reception.reset();
     m_source.reset();
+    m_coordinator.clear();
+    m_statistics->updateTree(); // while there is nothing, so that no row takes new statistics for its own
+    while (m_senders->count() > 1)
+        m_senders->removeItem(1);
+}
+
+// Views are brought up to date only while somebody can see them; what arrives is counted all the same.
+void MainWindow::followVisibility()
+{
+    if (isVisible() && !isMinimized()) {
+        refresh();
+        m_refreshTimer.start();
+    } else {
+        m_refreshTimer.stop();
+    }
+}
+
+void MainWindow::arrangeDocks()
+{
+    QHash<QString, QDockWidget*> docks;
+    for (QDockWidget* dock : findChildren<QDockWidget*>())
+        docks.insert(dock->objectName(), dock);
+    resizeDocks({docks.value(QLatin1String("types")), docks.value(QLatin1String("forms"))}, {340, 300}, Qt::Horizontal);
+    resizeDocks({docks.value(QLatin1String("statistics"))}, {190}, Qt::Vertical);
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // Docks have no sizes before there is a layout to take them from.
+    if (!m_arranged) {
+        m_arranged = true;
+        QTimer::singleShot(0, this, &MainWindow::arrangeDocks);
+        m_tree->setFocus();
+    }
+    followVisibility();
+}
+
+void MainWindow::hideEvent(QHideEvent* event)
+{
+    QMainWindow::hideEvent(event);
+    followVisibility();
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange)
+        followVisibility();
 }
 
 void MainWindow::refresh()
 {
     m_types->refresh();
+    if (m_reception)
+        m_reception->refresh();
+    if (m_statistics->isVisible())
+        m_statistics->updateTree();
     updateSenders();
     updateStatus();
     updateHint();
@@ -231,24 +298,10 @@ void MainWindow::updateSenders()
     }
 }
 
-void MainWindow::showWhenSeen(const QStringList& forms, const QStringList& values)
-{
-    m_wantedForms = forms;
-    m_wantedValues = values;
-}
-
 void MainWindow::processTypeSeen(const MessageInfo* info)
 {
     if (m_addAutomatically->isChecked())
         setInTree(info, true);
-    QVector<const MessageInfo*> offered;
-    for (int row = 0; row < m_types->rowCount(); ++row)
-        if (m_types->getMessageInfo(row) && !offered.contains(m_types->getMessageInfo(row)))
-            offered.append(m_types->getMessageInfo(row));
-    m_values->setOfferedTypes(offered);
-    for (const QString& wanted : std::as_const(m_wantedValues))
-        if (wanted.section(QLatin1Char('.'), 0, 0) == info->getName())
-            m_values->addField(info->getFieldInfo(wanted.section(QLatin1Char('.'), 1)));
     if (m_wantedForms.contains(info->getName())) {
         for (int row = 0; row < m_types->rowCount(); ++row) {
             const QModelIndex index = m_sortedTypes->mapFromSource(m_types->index(row, 0));

@@ -3,14 +3,16 @@
 #include "mainwindow.h"
 
 #include "abstractmessagetreewidgetitem.h"
+#include "eventlogtablewidget.h"
 #include "fieldinfo.h"
 #include "formpanel.h"
 #include "latestmessagesource.h"
 #include "messageinfo.h"
+#include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
 #include "messagetypemodel.h"
-#include "valuebar.h"
+#include "watchbar.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -21,11 +23,14 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSaveFile>
 #include <QSortFilterProxyModel>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QTreeView>
 #include <QVBoxLayout>
+
+static const int MostRecentFiles = 10;
 
 void MainWindow::createTree()
 {
@@ -33,7 +38,8 @@ void MainWindow::createTree()
     m_tree->setAccessibleName(tr("Message tree"));
     m_tree->setAlternatingRowColors(true);
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_tree->header()->resizeSection(0, 280);
+    m_tree->header()->resizeSection(0, 260);
+    m_tree->header()->resizeSection(1, 90);
     connect(m_tree, &QWidget::customContextMenuRequested, this, &MainWindow::showTreeMenu);
     connect(m_latest, SIGNAL(newMessage(const Message*)), m_tree, SLOT(processMessage(const Message*)));
 
@@ -45,14 +51,7 @@ void MainWindow::createTree()
     QVBoxLayout* layout = new QVBoxLayout(m_tree->viewport());
     layout->addWidget(m_treeHint);
 
-    m_values = new ValueBar(m_latest);
-    QWidget* center = new QWidget;
-    QVBoxLayout* centerLayout = new QVBoxLayout(center);
-    centerLayout->setContentsMargins(0, 0, 0, 0);
-    centerLayout->setSpacing(0);
-    centerLayout->addWidget(m_values);
-    centerLayout->addWidget(m_tree, 1);
-    setCentralWidget(center);
+    setCentralWidget(m_tree);
 }
 
 void MainWindow::createTypeList()
@@ -80,6 +79,12 @@ void MainWindow::createTypeList()
 
 void MainWindow::createDocks()
 {
+    m_watches = new WatchBar(m_latest);
+    QDockWidget* watchDock = new QDockWidget(tr("Watches"), this);
+    watchDock->setObjectName(QLatin1String("watches"));
+    watchDock->setWidget(m_watches);
+    addDockWidget(Qt::TopDockWidgetArea, watchDock);
+
     QDockWidget* typeDock = new QDockWidget(tr("Message Types"), this);
     typeDock->setObjectName(QLatin1String("types"));
     typeDock->setWidget(m_typeView);
@@ -90,7 +95,33 @@ void MainWindow::createDocks()
     formDock->setObjectName(QLatin1String("forms"));
     formDock->setWidget(m_forms);
     addDockWidget(Qt::RightDockWidgetArea, formDock);
-    resizeDocks({typeDock, formDock}, {380, 320}, Qt::Horizontal);
+
+    m_statistics = new MessageStatisticsWidget(&m_coordinator, this);
+    m_statistics->setAccessibleName(tr("Message statistics"));
+    m_statistics->header()->resizeSection(0, 220);
+    QDockWidget* statisticsDock = new QDockWidget(tr("Statistics"), this);
+    statisticsDock->setObjectName(QLatin1String("statistics"));
+    statisticsDock->setWidget(m_statistics);
+    addDockWidget(Qt::BottomDockWidgetArea, statisticsDock);
+    connect(statisticsDock, &QDockWidget::visibilityChanged, m_statistics, [this](bool visible) {
+        if (visible)
+            m_statistics->updateTree();
+    });
+
+    m_events = new EventLogTableWidget(&m_log, this);
+    m_events->setAccessibleName(tr("Events"));
+    m_events->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_events->verticalHeader()->hide();
+    m_events->verticalHeader()->setDefaultSectionSize(m_events->fontMetrics().height() + 4);
+    m_events->horizontalHeader()->resizeSection(0, 170);
+    m_events->horizontalHeader()->setStretchLastSection(true);
+    QDockWidget* eventDock = new QDockWidget(tr("Events"), this);
+    eventDock->setObjectName(QLatin1String("events"));
+    eventDock->setWidget(m_events);
+    addDockWidget(Qt::BottomDockWidgetArea, eventDock);
+    splitDockWidget(statisticsDock, eventDock, Qt::Horizontal);
+
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
 }
 
 void MainWindow::createStatusBar()
@@ -107,10 +138,12 @@ void MainWindow::createStatusBar()
     updateStatus();
 }
 
-void MainWindow::createActions()
+void MainWindow::createFileMenu()
 {
     QMenu* file = menuBar()->addMenu(tr("&File"));
     file->addAction(tr("&Open Recording..."), this, &MainWindow::openFile)->setShortcut(QKeySequence::Open);
+    m_recentMenu = file->addMenu(tr("Open &Recent"));
+    connect(m_recentMenu, &QMenu::aboutToShow, this, &MainWindow::fillRecentFiles);
     file->addAction(tr("Listen on &UDP..."), this, [this]() {
         askAddress(tr("Listen on UDP"), tr("Address and port to listen on:"), QLatin1String("udp:0.0.0.0:14550"));
     });
@@ -121,7 +154,15 @@ void MainWindow::createActions()
     file->addSeparator();
     file->addAction(tr("Load &Definitions..."), this, &MainWindow::askDialect);
     file->addSeparator();
+    file->addAction(tr("Save &Events as CSV..."), this, &MainWindow::saveEvents);
+    file->addAction(tr("&Clear Events"), &m_log, &EventLog::clear);
+    file->addSeparator();
     file->addAction(tr("&Quit"), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
+}
+
+void MainWindow::createActions()
+{
+    createFileMenu();
 
     QAction* addAll = new QAction(tr("&Add All Types"), this);
     addAll->setShortcut(QKeySequence(tr("Ctrl+Shift+A")));
@@ -136,13 +177,13 @@ void MainWindow::createActions()
     QAction* expand = new QAction(tr("&Expand All"), this);
     connect(expand, &QAction::triggered, m_tree, &QTreeView::expandAll);
 
-    QAction* virtualFields = new QAction(tr("&Virtual Fields"), this);
-    virtualFields->setCheckable(true);
-    virtualFields->setChecked(m_tree->mustShowVirtualFields());
-    connect(virtualFields, SIGNAL(toggled(bool)), m_tree, SLOT(setShowVirtualFields(bool)));
-    QAction* primaryOnly = new QAction(tr("&Primary Fields Only"), this);
-    primaryOnly->setCheckable(true);
-    connect(primaryOnly, SIGNAL(toggled(bool)), m_tree, SLOT(setShowPrimaryFieldsOnly(bool)));
+    m_virtualFields = new QAction(tr("&Virtual Fields"), this);
+    m_virtualFields->setCheckable(true);
+    m_virtualFields->setChecked(m_tree->mustShowVirtualFields());
+    connect(m_virtualFields, SIGNAL(toggled(bool)), m_tree, SLOT(setShowVirtualFields(bool)));
+    m_primaryOnly = new QAction(tr("&Primary Fields Only"), this);
+    m_primaryOnly->setCheckable(true);
+    connect(m_primaryOnly, SIGNAL(toggled(bool)), m_tree, SLOT(setShowPrimaryFieldsOnly(bool)));
     QAction* confidential = new QAction(tr("Con&fidential Data"), this);
     confidential->setCheckable(true);
     confidential->setToolTip(tr("Show fields that are marked as confidential"));
@@ -158,7 +199,7 @@ void MainWindow::createActions()
     for (QAction* action : m_tree->getToggleColumnActions())
         columns->addAction(action);
     view->addSeparator();
-    view->addActions({virtualFields, primaryOnly, confidential});
+    view->addActions({m_virtualFields, m_primaryOnly, confidential});
     view->addSeparator();
     for (QDockWidget* dock : findChildren<QDockWidget*>())
         view->addAction(dock->toggleViewAction());
@@ -173,7 +214,7 @@ void MainWindow::createActions()
     for (QAction* action : m_tree->getToggleColumnActions())
         bar->addAction(action);
     bar->addSeparator();
-    bar->addActions({virtualFields, primaryOnly, confidential});
+    bar->addActions({m_virtualFields, m_primaryOnly, confidential});
     bar->addSeparator();
     m_senders = new QComboBox;
     m_senders->addItem(tr("All senders"), QString());
@@ -190,6 +231,35 @@ void MainWindow::openFile()
                                                       tr("Recordings (*.tlog *.mavlink *.bin *.raw);;All files (*)"));
     if (!path.isEmpty())
         openAddress(path);
+}
+
+void MainWindow::saveEvents()
+{
+    const QString path = QFileDialog::getSaveFileName(this, tr("Save Events"), QLatin1String("events.csv"),
+                                                      tr("Comma-separated values (*.csv);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    m_log.flushAll(); // what is still being counted belongs into the file
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(m_log.toCsv()) < 0 || !file.commit())
+        showError(tr("%1 cannot be written: %2").arg(path, file.errorString()));
+}
+
+void MainWindow::rememberFile(const QString& path)
+{
+    m_recentFiles.removeAll(path);
+    m_recentFiles.prepend(path);
+    while (m_recentFiles.size() > MostRecentFiles)
+        m_recentFiles.removeLast();
+}
+
+void MainWindow::fillRecentFiles()
+{
+    m_recentMenu->clear();
+    for (const QString& path : std::as_const(m_recentFiles))
+        m_recentMenu->addAction(path, this, [this, path]() { openAddress(path); });
+    if (m_recentFiles.isEmpty())
+        m_recentMenu->addAction(tr("No recordings yet"))->setEnabled(false);
 }
 
 void MainWindow::askAddress(const QString& title, const QString& label, const QString& suggestion)
@@ -224,7 +294,7 @@ void MainWindow::showTreeMenu(const QPoint& position)
     m_tree->setCurrentItem(m_tree->itemAt(position));
     if (const FieldInfo* field = currentField()) {
         QMenu menu(this);
-        menu.addAction(tr("Show as &Large Value"), this, [this, field]() { m_values->addField(field); });
+        menu.addAction(tr("&Watch"), this, [this, field]() { m_watches->pinField(field); });
         menu.exec(m_tree->viewport()->mapToGlobal(position));
     }
 }

@@ -1,0 +1,85 @@
+// What the window keeps over a restart. Showing confidential data is left out on purpose: it is asked for anew each
+// time.
+
+#include "mainwindow.h"
+
+#include "messagestatisticswidget.h"
+#include "messagetreewidget.h"
+#include "watchbar.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QFile>
+#include <QSettings>
+
+void MainWindow::setSettings(std::unique_ptr<QSettings> settings)
+{
+    m_settings = std::move(settings);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_settings) {
+        saveSettings(*m_settings);
+        m_settings->sync();
+    }
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::saveSettings(QSettings& settings)
+{
+    settings.beginGroup(QLatin1String("window"));
+    settings.setValue(QLatin1String("geometry"), saveGeometry());
+    settings.setValue(QLatin1String("state"), saveState());
+    settings.endGroup();
+
+    settings.beginGroup(QLatin1String("tree"));
+    m_tree->saveSettings(settings);
+    m_tree->saveExpansionState(settings);
+    settings.setValue(QLatin1String("showVirtualFields"), m_virtualFields->isChecked());
+    settings.setValue(QLatin1String("primaryFieldsOnly"), m_primaryOnly->isChecked());
+    settings.setValue(QLatin1String("addAutomatically"), m_addAutomatically->isChecked());
+    settings.endGroup();
+
+    settings.beginGroup(QLatin1String("statistics"));
+    m_statistics->writeSettings(settings);
+    settings.endGroup();
+
+    settings.beginGroup(QLatin1String("watches"));
+    m_watches->saveSettings(settings);
+    settings.endGroup();
+
+    settings.setValue(QLatin1String("recentFiles"), m_recentFiles);
+    settings.setValue(QLatin1String("definitions"), m_dialectPath);
+}
+
+void MainWindow::restoreSettings(QSettings& settings)
+{
+    // First, because what follows names types and fields of the definitions.
+    const QString definitions = settings.value(QLatin1String("definitions")).toString();
+    if (m_dialectPath.isEmpty() && !definitions.isEmpty() && QFile::exists(definitions))
+        loadDialect(definitions, QString());
+    m_recentFiles = settings.value(QLatin1String("recentFiles")).toStringList();
+
+    settings.beginGroup(QLatin1String("window"));
+    restoreGeometry(settings.value(QLatin1String("geometry")).toByteArray());
+    m_arranged = restoreState(settings.value(QLatin1String("state")).toByteArray());
+    settings.endGroup();
+
+    settings.beginGroup(QLatin1String("tree"));
+    m_virtualFields->setChecked(settings.value(QLatin1String("showVirtualFields"), true).toBool());
+    m_primaryOnly->setChecked(settings.value(QLatin1String("primaryFieldsOnly"), false).toBool());
+    m_addAutomatically->setChecked(settings.value(QLatin1String("addAutomatically"), true).toBool());
+    m_tree->loadExpansionState(settings);
+    if (settings.contains(QLatin1String("headerstate")))
+        m_tree->restoreSettings(settings);
+    settings.endGroup();
+
+    settings.beginGroup(QLatin1String("statistics"));
+    m_statistics->readSettings(settings);
+    settings.endGroup();
+
+    settings.beginGroup(QLatin1String("watches"));
+    m_watches->restoreSettings(settings);
+    settings.endGroup();
+}

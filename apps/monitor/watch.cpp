@@ -1,0 +1,122 @@
+#include "watch.h"
+
+#include "fieldinfo.h"
+#include "fieldvaluelabel.h"
+#include "latestmessagesource.h"
+#include "messageinfo.h"
+
+#include <QInputDialog>
+#include <QMenu>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+// Under a large value the whole expression would be long: the type and the field are what tells watches apart.
+static QString shortName(const PathExpression& expression)
+{
+    QString name = expression.getString(PathExpression::Parts(PathExpression::MessagePart));
+    name += QLatin1Char('.') + expression.getString(PathExpression::FieldPart | PathExpression::IndexPart);
+    return name;
+}
+
+Watch::Watch(const QString& expression, const QString& name, LatestMessageSource* source)
+    : m_source(source)
+    , m_caption(new QToolButton)
+    , m_label(new FieldValueLabel(nullptr, source, true, -1))
+{
+    m_expression.setString(expression);
+    setFrameShape(QFrame::StyledPanel);
+    QVBoxLayout* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(6, 2, 6, 4);
+    layout->setSpacing(0);
+
+    QMenu* menu = new QMenu(m_caption);
+    menu->addAction(tr("&Rename..."), this, &Watch::rename);
+    menu->addAction(tr("Re&move"), this, &Watch::removeRequested);
+    m_caption->setMenu(menu);
+    m_caption->setPopupMode(QToolButton::InstantPopup);
+    m_caption->setAutoRaise(true);
+    QFont large = m_label->font();
+    large.setPointSizeF(large.pointSizeF() * 1.5);
+    m_label->setFont(large);
+    m_label->setMinimumWidth(m_label->fontMetrics().horizontalAdvance(QLatin1String("-0000.00 m/s")));
+    m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout->addWidget(m_caption, 0, Qt::AlignLeft);
+    layout->addWidget(m_label);
+
+    setName(name);
+    connect(&m_expression, &PathExpression::matchesMayHaveChanged, this, &Watch::resolve);
+    resolve();
+}
+
+Watch::~Watch()
+{
+    m_label->setTimeOut(-1); // a label leaves its timer behind unless told so
+}
+
+QString Watch::getExpression() const
+{
+    return m_expression.getString(PathExpression::AllParts);
+}
+
+void Watch::setName(const QString& name)
+{
+    m_name = name.isEmpty() ? shortName(m_expression) : name;
+    m_caption->setText(m_name);
+    m_caption->setAccessibleName(tr("Watch %1").arg(m_name));
+    m_label->setAccessibleName(m_name);
+}
+
+QString Watch::getText() const
+{
+    return m_label->text();
+}
+
+void Watch::setTimeOut(int milliseconds)
+{
+    m_label->setTimeOut(milliseconds);
+}
+
+int Watch::indexOf(const PathExpression& expression)
+{
+    QString text = expression.getString(PathExpression::Parts(PathExpression::IndexPart));
+    text.remove(QLatin1Char('[')).remove(QLatin1Char(']'));
+    bool ok = false;
+    const int index = text.toInt(&ok);
+    return ok && index >= 0 ? index : -1;
+}
+
+void Watch::resolve()
+{
+    const QVector<const FieldInfo*> fields = m_expression.getMatchingFieldInfos();
+    const FieldInfo* field = fields.size() == 1 ? fields.first() : nullptr;
+    const int index = indexOf(m_expression);
+    if (index >= 0)
+        m_label->setIndex(uint(index));
+    QString toolTip = getExpression();
+    if (!field && fields.isEmpty())
+        toolTip += QLatin1Char('\n') + tr("No loaded definition has this field.");
+    else if (!field)
+        toolTip += QLatin1Char('\n') + tr("More than one field has this name.");
+    else if (!field->getDescription().isEmpty())
+        toolTip += QLatin1Char('\n') + field->getDescription();
+    m_caption->setToolTip(toolTip);
+    m_label->setToolTip(toolTip);
+    if (field == m_label->getFieldInfo())
+        return;
+    m_label->setFieldInfo(field);
+    m_label->clearValue();
+    if (field && !field->getMessageInfos().isEmpty()) {
+        const MessageReference latest = m_source->getLatest(field->getMessageInfos().first());
+        if (!latest.isNull())
+            m_label->processMessage(latest.get());
+    }
+}
+
+void Watch::rename()
+{
+    bool accepted = false;
+    const QString name = QInputDialog::getText(this, tr("Rename Watch"), tr("&Name of %1:").arg(getExpression()),
+                                               QLineEdit::Normal, m_name, &accepted);
+    if (accepted)
+        setName(name.trimmed());
+}

@@ -1,0 +1,57 @@
+#ifndef WATCH_H
+#define WATCH_H
+
+#include "pathexpression.h"
+
+#include <QFrame>
+
+class FieldValueLabel;
+class LatestMessageSource;
+class QToolButton;
+
+/**
+ * One value that the user watches: what a path expression names, in large, under a name.
+ *
+ * A watch whose field is not known now waits: when a format that has it comes, it shows its values.
+ */
+class Watch : public QFrame
+{
+    Q_OBJECT
+
+public:
+    /**
+     * @param expression  names one field, and an index perhaps
+     * @param name        what to call it; empty makes a name of the expression
+     * @param source      whose messages to show; borrowed
+     */
+    Watch(const QString& expression, const QString& name, LatestMessageSource* source);
+    ~Watch() override;
+
+    QString getExpression() const;
+    QString getName() const { return m_name; }
+    void setName(const QString& name);
+
+    /** The text of the value, as it is shown. */
+    QString getText() const;
+
+    /** Milliseconds after which a value that was not refreshed goes; negative means never. */
+    void setTimeOut(int milliseconds);
+
+    /** The number of an index part, "[2]"; -1 for a field as a whole. */
+    static int indexOf(const PathExpression& expression);
+
+Q_SIGNALS:
+    void removeRequested();
+
+private:
+    void resolve();
+    void rename();
+
+    PathExpression m_expression;
+    QString m_name;
+    LatestMessageSource* m_source;
+    QToolButton* m_caption;
+    FieldValueLabel* m_label;
+};
+
+#endif

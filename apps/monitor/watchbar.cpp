@@ -1,0 +1,140 @@
+#include "watchbar.h"
+
+#include "fieldinfo.h"
+#include "latestmessagesource.h"
+#include "pathexpression.h"
+#include "watch.h"
+#include "watcheditor.h"
+
+#include <QDoubleSpinBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScrollArea>
+#include <QSettings>
+#include <QVBoxLayout>
+
+static const double DefaultTimeOutSeconds = 3;
+
+// More in a settings file than anybody pins is a fault of the file.
+static const int MostRestored = 1000;
+
+WatchBar::WatchBar(LatestMessageSource* source, QWidget* parent)
+    : QWidget(parent)
+    , m_source(source)
+    , m_editor(new WatchEditor(source))
+    , m_timeOut(new QDoubleSpinBox)
+{
+    QVBoxLayout* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(6, 4, 6, 4);
+
+    m_timeOut->setRange(0, 3600);
+    m_timeOut->setDecimals(1);
+    m_timeOut->setSuffix(tr(" s"));
+    m_timeOut->setSpecialValueText(tr("never"));
+    m_timeOut->setValue(DefaultTimeOutSeconds);
+    m_timeOut->setAccessibleName(tr("Time-out of watches"));
+    m_timeOut->setToolTip(tr("How long a pinned value stays when no message brings a new one"));
+    connect(m_timeOut, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &WatchBar::applyTimeOut);
+    QLabel* timeOutLabel = new QLabel(tr("Time-&out:"));
+    timeOutLabel->setBuddy(m_timeOut);
+    QHBoxLayout* top = new QHBoxLayout;
+    top->addWidget(m_editor, 1);
+    top->addWidget(timeOutLabel);
+    top->addWidget(m_timeOut);
+    outer->addLayout(top);
+    connect(m_editor, &WatchEditor::pinRequested, this, [this](const QStringList& expressions) {
+        for (const QString& expression : expressions)
+            pin(expression);
+    });
+
+    QWidget* content = new QWidget;
+    m_layout = new QHBoxLayout(content);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->addStretch(1);
+    QScrollArea* scroller = new QScrollArea;
+    scroller->setWidget(content);
+    scroller->setWidgetResizable(true);
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroller->setFixedHeight(5 * fontMetrics().height());
+    m_strip = scroller;
+    m_strip->hide(); // until there is something to show
+    outer->addWidget(m_strip);
+}
+
+int WatchBar::timeOutMilliseconds() const
+{
+    return m_timeOut->value() > 0 ? int(m_timeOut->value() * 1000) : -1;
+}
+
+void WatchBar::pin(const QString& expression, const QString& name)
+{
+    for (const Watch* watch : std::as_const(m_watches))
+        if (watch->getExpression() == expression)
+            return;
+    Watch* watch = new Watch(expression, name, m_source);
+    watch->setTimeOut(timeOutMilliseconds());
+    connect(watch, &Watch::removeRequested, this, [this, watch]() { remove(watch); });
+    m_layout->insertWidget(int(m_watches.size()), watch);
+    m_watches.append(watch);
+    m_strip->show();
+}
+
+void WatchBar::pinField(const FieldInfo* field)
+{
+    if (!field)
+        return;
+    PathExpression expression;
+    expression.setupToMatchUnique(field);
+    pin(expression.getString(PathExpression::AllParts));
+}
+
+void WatchBar::remove(Watch* watch)
+{
+    m_watches.removeOne(watch);
+    watch->hide();
+    watch->deleteLater(); // it is its own menu that asks for it
+    m_strip->setVisible(!m_watches.isEmpty());
+}
+
+void WatchBar::removeAll()
+{
+    while (!m_watches.isEmpty())
+        remove(m_watches.last());
+}
+
+void WatchBar::applyTimeOut()
+{
+    for (Watch* watch : std::as_const(m_watches))
+        watch->setTimeOut(timeOutMilliseconds());
+}
+
+void WatchBar::saveSettings(QSettings& settings) const
+{
+    settings.setValue(QLatin1String("timeOut"), m_timeOut->value());
+    settings.setValue(QLatin1String("expression"), m_editor->getExpression());
+    settings.remove(QLatin1String("pinned"));
+    settings.beginWriteArray(QLatin1String("pinned"), int(m_watches.size()));
+    for (int i = 0; i < m_watches.size(); ++i) {
+        settings.setArrayIndex(i);
+        settings.setValue(QLatin1String("expression"), m_watches.at(i)->getExpression());
+        settings.setValue(QLatin1String("name"), m_watches.at(i)->getName());
+    }
+    settings.endArray();
+}
+
+void WatchBar::restoreSettings(QSettings& settings)
+{
+    m_timeOut->setValue(settings.value(QLatin1String("timeOut"), DefaultTimeOutSeconds).toDouble());
+    const QString expression = settings.value(QLatin1String("expression")).toString();
+    if (!expression.isEmpty())
+        m_editor->setExpression(expression);
+    const int count = qMin(settings.beginReadArray(QLatin1String("pinned")), MostRestored);
+    for (int i = 0; i < count; ++i) {
+        settings.setArrayIndex(i);
+        const QString pinned = settings.value(QLatin1String("expression")).toString();
+        if (!pinned.isEmpty())
+            pin(pinned, settings.value(QLatin1String("name")).toString());
+    }
+    settings.endArray();
+}

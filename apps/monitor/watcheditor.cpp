@@ -1,0 +1,150 @@
+#include "watcheditor.h"
+
+#include "fieldinfo.h"
+#include "fieldvaluelabel.h"
+#include "latestmessagesource.h"
+#include "messageinfo.h"
+#include "pathexpressioncombobox.h"
+#include "pathexpressionlineedit.h"
+#include "watch.h"
+
+#include <QCompleter>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QStringListModel>
+#include <QTimer>
+
+// Nobody reads further down a list of completions, and nobody means to pin more at once.
+static const int MostCompletions = 200;
+static const int MostPinned = 50;
+
+static const PathExpression::Parts Format(PathExpression::FormatPart);
+static const PathExpression::Parts MessageType(PathExpression::MessagePart);
+static const PathExpression::Parts Field(PathExpression::FieldPart);
+
+static QString orAll(const QString& text)
+{
+    return text.isEmpty() ? QString(QLatin1Char('*')) : text;
+}
+
+WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
+    : QWidget(parent)
+    , m_source(source)
+    , m_line(new PathExpressionLineEdit(&m_expression, PathExpression::AllParts, this))
+    , m_completions(new QStringListModel(this))
+    , m_value(new FieldValueLabel(nullptr, source, true, -1))
+    , m_status(new QLabel)
+    , m_pin(new QPushButton(tr("&Pin")))
+{
+    m_expression.setWildCard(Format | MessageType);
+    narrow(PathExpression::AllParts);
+
+    PathExpressionComboBox* formats = new PathExpressionComboBox(&m_expression, Format, &m_formats, this);
+    PathExpressionComboBox* messages = new PathExpressionComboBox(&m_expression, MessageType, &m_messages, this);
+    PathExpressionComboBox* fields = new PathExpressionComboBox(&m_expression, Field, &m_fields, this);
+    const QList<QPair<PathExpressionComboBox*, QString>> boxes = {
+        {formats, tr("Format")}, {messages, tr("Message type")}, {fields, tr("Field")}};
+    QHBoxLayout* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new QLabel(tr("Watch:")));
+    for (const QPair<PathExpressionComboBox*, QString>& box : boxes) {
+        box.first->setAccessibleName(box.second);
+        box.first->setToolTip(box.second);
+        box.first->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        box.first->setMinimumContentsLength(box.first == messages ? 18 : 12);
+        layout->addWidget(box.first);
+    }
+
+    QCompleter* completer = new QCompleter(m_completions, this);
+    completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+    completer->setMaxVisibleItems(15);
+    m_line->setCompleter(completer);
+    m_line->setAccessibleName(tr("Path expression"));
+    m_line->setToolTip(tr("A path such as */ATTITUDE/roll; Return takes it"));
+    m_line->setMinimumWidth(m_line->fontMetrics().averageCharWidth() * 24);
+    connect(m_line, &QLineEdit::textEdited, this, &WatchEditor::complete);
+    // The line takes the completion's text at the same signal, maybe after this: so it is used one turn later.
+    connect(completer, QOverload<const QString&>::of(&QCompleter::activated), this,
+            [this]() { QTimer::singleShot(0, m_line, &PathExpressionLineEdit::processReturnPressed); });
+    layout->addWidget(m_line, 1);
+
+    m_value->setMinimumWidth(m_value->fontMetrics().horizontalAdvance(QLatin1String("-000.0000000 m/s")));
+    m_value->setAccessibleName(tr("Value"));
+    m_status->setEnabled(false);
+    m_pin->setToolTip(tr("Keep this value in sight below"));
+    layout->addWidget(m_value);
+    layout->addWidget(m_status);
+    layout->addWidget(m_pin);
+    connect(m_pin, &QPushButton::clicked, this, &WatchEditor::pin);
+    connect(&m_expression, &PathExpression::partsChanged, this, &WatchEditor::narrow);
+    connect(&m_expression, &PathExpression::matchesMayHaveChanged, this, &WatchEditor::resolve);
+    resolve();
+}
+
+WatchEditor::~WatchEditor() = default;
+
+void WatchEditor::setExpression(const QString& expression)
+{
+    m_expression.setString(expression);
+    m_line->updateText(); // also while it has the focus
+}
+
+QString WatchEditor::getExpression() const
+{
+    return m_expression.getString(PathExpression::AllParts);
+}
+
+void WatchEditor::narrow(PathExpression::Parts changed)
+{
+    const QString format = orAll(m_expression.getString(Format));
+    m_formats.setWildCard(Format);
+    if (changed & Format) {
+        m_messages.setString(format, Format);
+        m_messages.setWildCard(MessageType);
+    }
+    if (changed & (Format | MessageType)) {
+        m_fields.setString(format, Format);
+        m_fields.setString(orAll(m_expression.getString(MessageType)), MessageType);
+        m_fields.setWildCard(Field);
+    }
+}
+
+void WatchEditor::complete()
+{
+    const QStringList texts = m_expression.getMatchingExpressionsStringList(Format | MessageType | Field);
+    m_completions->setStringList(texts.mid(0, MostCompletions));
+}
+
+void WatchEditor::resolve()
+{
+    const bool named = !m_expression.getString(Field).isEmpty();
+    const QVector<const FieldInfo*> fields = named ? m_expression.getMatchingFieldInfos() : QVector<const FieldInfo*>();
+    const FieldInfo* field = fields.size() == 1 ? fields.first() : nullptr;
+    if (!m_expression.errorString().isEmpty())
+        m_status->setText(m_expression.errorString());
+    else if (!named)
+        m_status->setText(tr("Choose a field"));
+    else
+        m_status->setText(tr("%n field(s)", nullptr, int(fields.size())));
+    m_value->setVisible(field);
+    m_status->setVisible(!field);
+    m_pin->setEnabled(!fields.isEmpty() && fields.size() <= MostPinned);
+    const int index = Watch::indexOf(m_expression);
+    if (index >= 0)
+        m_value->setIndex(uint(index));
+    else
+        m_value->clearIndex();
+    m_value->setFieldInfo(field);
+    m_value->clearValue();
+    if (field && !field->getMessageInfos().isEmpty()) {
+        const MessageReference latest = m_source->getLatest(field->getMessageInfos().first());
+        if (!latest.isNull())
+            m_value->processMessage(latest.get());
+    }
+}
+
+void WatchEditor::pin()
+{
+    Q_EMIT pinRequested(m_expression.getMatchingExpressionsStringList(PathExpression::AllParts));
+}

@@ -1,0 +1,51 @@
+#ifndef WATCHEDITOR_H
+#define WATCHEDITOR_H
+
+#include "pathexpression.h"
+
+#include <QWidget>
+
+class FieldValueLabel;
+class LatestMessageSource;
+class QLabel;
+class QPushButton;
+class QStringListModel;
+class PathExpressionLineEdit;
+
+/** Chooses a field: by three boxes of which each narrows the next, or by typing, and shows its value at once. */
+class WatchEditor : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /** @param source  whose messages to show; borrowed */
+    explicit WatchEditor(LatestMessageSource* source, QWidget* parent = nullptr);
+    ~WatchEditor() override;
+
+    /** Shows @p expression in the boxes and the line. */
+    void setExpression(const QString& expression);
+    QString getExpression() const;
+
+Q_SIGNALS:
+    /** The user wants to keep these fields in sight. */
+    void pinRequested(const QStringList& expressions);
+
+private:
+    void narrow(PathExpression::Parts changed);
+    void complete();
+    void resolve();
+    void pin();
+
+    PathExpression m_expression;
+    PathExpression m_formats; // what the boxes offer
+    PathExpression m_messages;
+    PathExpression m_fields;
+    LatestMessageSource* m_source;
+    PathExpressionLineEdit* m_line;
+    QStringListModel* m_completions;
+    FieldValueLabel* m_value;
+    QLabel* m_status;
+    QPushButton* m_pin;
+};
+
+#endif

@@ -1,0 +1,226 @@
+#include "eventlogtablewidget.h"
+#include "mainwindow.h"
+#include "messagestatisticswidget.h"
+#include "messagetreewidget.h"
+#include "messagetreewidgetitem.h"
+#include "settingsfile.h"
+#include "testbase.h"
+#include "waitfor.h"
+#include "watch.h"
+#include "watchbar.h"
+#include "watcheditor.h"
+
+#include <QImage>
+#include <QMessageBox>
+#include <QProcess>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTreeView>
+
+class tst_monitor : public TestBase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aSimulatedVehicleFillsTheViews();
+    void typesComeAndGoWithTheirTicks();
+    void watchesFollowTheirExpressions();
+    void aRestartFindsThingsAsTheyWere();
+    void aDamagedSettingsFileIsPutAside();
+    void whatCannotBeOpenedLeavesWhatIsShown();
+    void theProgramSavesAPicture();
+    void theProgramSaysWhatIsWrong();
+};
+
+static QTreeWidgetItem* findItem(const QTreeWidget* tree, const QString& type, const QString& field = QString())
+{
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* row = tree->topLevelItem(i);
+        if (row->text(0) != type)
+            continue;
+        if (field.isEmpty())
+            return row;
+        for (int j = 0; j < row->childCount(); ++j)
+            if (row->child(j)->text(0) == field)
+                return row->child(j);
+    }
+    return nullptr;
+}
+
+static QString valueText(MessageTreeWidget* tree, const QString& type, const QString& field)
+{
+    const QTreeWidgetItem* item = findItem(tree, type, field);
+    return item ? item->text(tree->getColumnIndex(MessageTreeWidget::ValueColumn)) : QString();
+}
+
+static void closeMessageBoxes(QWidget* window)
+{
+    for (QMessageBox* box : window->findChildren<QMessageBox*>())
+        box->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void tst_monitor::aSimulatedVehicleFillsTheViews()
+{
+    MainWindow window;
+    window.showFormsWhenSeen({"ATTITUDE"});
+    window.show();
+    window.openSimulation();
+    QVERIFY(waitFor([&]() { return window.getTree()->topLevelItemCount() >= 10; }, 30000));
+    QVERIFY(waitFor([&]() { return !valueText(window.getTree(), "ATTITUDE", "roll").isEmpty(); }));
+    const QString before = valueText(window.getTree(), "ATTITUDE", "roll");
+    QVERIFY(waitFor([&]() { return valueText(window.getTree(), "ATTITUDE", "roll") != before; }));
+
+    // One format below which stands a row for each type.
+    QVERIFY(waitFor([&]() { return window.getStatistics()->topLevelItemCount() == 1; }));
+    QVERIFY(window.getStatistics()->topLevelItem(0)->childCount() >= 10);
+    QVERIFY(window.getEvents()->rowCount() >= 1);
+    bool isForm = false;
+    for (const QWidget* widget : window.findChildren<QWidget*>())
+        isForm = isForm || widget->windowTitle() == "ATTITUDE";
+    QVERIFY(isForm);
+}
+
+void tst_monitor::typesComeAndGoWithTheirTicks()
+{
+    MainWindow window;
+    window.show();
+    window.openSimulation();
+    QVERIFY(waitFor([&]() { return findItem(window.getTree(), "ATTITUDE"); }, 30000));
+    QAbstractItemModel* types = nullptr;
+    for (const QTreeView* view : window.findChildren<QTreeView*>())
+        if (view->accessibleName() == "Message types")
+            types = view->model();
+    QVERIFY(types);
+    QModelIndex attitude;
+    for (int row = 0; row < types->rowCount(); ++row)
+        if (types->index(row, 0).data().toString() == "ATTITUDE")
+            attitude = types->index(row, 0);
+    QCOMPARE(attitude.data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
+
+    QVERIFY(types->setData(attitude, Qt::Unchecked, Qt::CheckStateRole));
+    QVERIFY(!findItem(window.getTree(), "ATTITUDE"));
+    QVERIFY(types->setData(attitude, Qt::Checked, Qt::CheckStateRole));
+    // The newest message is there at once, without waiting for the next.
+    QVERIFY(!valueText(window.getTree(), "ATTITUDE", "roll").isEmpty());
+}
+
+void tst_monitor::watchesFollowTheirExpressions()
+{
+    MainWindow window;
+    window.show();
+    WatchBar* bar = window.getWatches();
+    bar->pin("corvel/ATTITUDE/roll", "bank");
+    bar->pin("corvel/ATTITUDE/roll");
+    QCOMPARE(bar->getWatches().size(), 1);
+    QCOMPARE(bar->getWatches().first()->getName(), QString("bank"));
+    QCOMPARE(bar->getWatches().first()->getText(), QString("N/A"));
+    window.openSimulation();
+    QVERIFY(waitFor([&]() { return bar->getWatches().first()->getText() != "N/A"; }, 30000));
+
+    // A wildcard pins every match: each type with a field of that name.
+    bar->getEditor()->setExpression("*/*/pitch");
+    Q_EMIT bar->getEditor()->pinRequested({"corvel/ATTITUDE/pitch"});
+    QCOMPARE(bar->getWatches().size(), 2);
+    QCOMPARE(bar->getWatches().last()->getName(), QString("ATTITUDE.pitch"));
+}
+
+void tst_monitor::aRestartFindsThingsAsTheyWere()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath("monitor.ini");
+    {
+        MainWindow window;
+        QSettings settings(path, QSettings::IniFormat);
+        window.getTree()->setColumns(QVector<MessageTreeWidget::ColumnType>()
+                                     << MessageTreeWidget::NameColumn << MessageTreeWidget::RawValueColumn);
+        window.getWatches()->pin("corvel/ATTITUDE/yaw", "heading");
+        window.saveSettings(settings);
+    }
+    MainWindow window;
+    QString problem;
+    const std::unique_ptr<QSettings> settings = SettingsFile::open(path, &problem);
+    QCOMPARE(problem, QString());
+    window.restoreSettings(*settings);
+    QCOMPARE(window.getTree()->getColumns(), QVector<MessageTreeWidget::ColumnType>()
+                                                 << MessageTreeWidget::NameColumn << MessageTreeWidget::RawValueColumn);
+    QCOMPARE(window.getWatches()->getWatches().size(), 1);
+    QCOMPARE(window.getWatches()->getWatches().first()->getName(), QString("heading"));
+    QCOMPARE(window.getWatches()->getWatches().first()->getExpression(), QString("corvel/ATTITUDE/yaw"));
+}
+
+void tst_monitor::aDamagedSettingsFileIsPutAside()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath("monitor.ini");
+    const QByteArray damage("[tree]\ncolumns=\0\0\0\xff\xfe", 20);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(damage);
+    file.close();
+    QString problem;
+    const std::unique_ptr<QSettings> settings = SettingsFile::open(path, &problem);
+    QVERIFY(problem.contains(path + ".damaged"));
+    QVERIFY(settings->allKeys().isEmpty());
+    QFile aside(path + ".damaged");
+    QVERIFY(aside.open(QIODevice::ReadOnly));
+    QCOMPARE(aside.readAll(), damage);
+}
+
+void tst_monitor::whatCannotBeOpenedLeavesWhatIsShown()
+{
+    QTemporaryDir folder;
+    QFile noise(folder.filePath("noise.tlog"));
+    QVERIFY(noise.open(QIODevice::WriteOnly));
+    noise.write("This is a letter and no recording at all.");
+    noise.close();
+    MainWindow window;
+    window.show();
+    window.openSimulation();
+    QVERIFY(waitFor([&]() { return findItem(window.getTree(), "ATTITUDE"); }, 30000));
+    QVERIFY(!window.openAddress(noise.fileName()));
+    QVERIFY(window.getLastProblem().contains("noise.tlog"));
+    QVERIFY(!window.openAddress(folder.filePath("missing.tlog")));
+    QVERIFY(window.getLastProblem().contains("missing.tlog"));
+    QVERIFY(!window.openAddress("udp:0.0.0.0:99999"));
+    QVERIFY(findItem(window.getTree(), "ATTITUDE"));
+    QCOMPARE(int(window.getSource()->getState()), int(StreamSource::Running));
+    closeMessageBoxes(&window);
+}
+
+struct Run
+{
+    explicit Run(const QStringList& arguments)
+    {
+        process.start(CORVEL_MONITOR_PROGRAM, arguments);
+        finished = process.waitForFinished(60000);
+    }
+
+    QProcess process;
+    bool finished = false;
+};
+
+void tst_monitor::theProgramSavesAPicture()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath("picture.png");
+    Run run({"--screenshot", path, "--after", "2", "--size", "1000x700", "--form", "ATTITUDE", "--watch",
+             "corvel/VFR_HUD/groundspeed"});
+    QVERIFY(run.finished);
+    QCOMPARE(run.process.exitCode(), 0);
+    QCOMPARE(QImage(path).size(), QSize(1000, 700));
+}
+
+void tst_monitor::theProgramSaysWhatIsWrong()
+{
+    Run usage({"--speed", "fast"});
+    QCOMPARE(usage.process.exitCode(), 1);
+    QVERIFY(usage.process.readAllStandardError().contains("--speed"));
+
+    Run missing({"/nowhere/flight.tlog", "--screenshot", "picture.png"});
+    QCOMPARE(missing.process.exitCode(), 2);
+    QVERIFY(missing.process.readAllStandardError().contains("flight.tlog"));
+}
+
+QTEST_MAIN(tst_monitor)
+#include "tst_monitor.moc"
