@@ -306,11 +306,11 @@ bool Annotations::apply(const QString& path, FormatInfo* format, QStringList* er
         errors->append(first + tr("cannot be read: %1").arg(file.errorString()));
         return false;
     }
-    const QByteArray text = file.read(GreatestFileSize + 1);
-    if (text.size() > GreatestFileSize) {
+    if (file.size() > GreatestFileSize) {
         errors->append(first + tr("cannot be read: larger than %1 bytes").arg(GreatestFileSize));
         return false;
     }
+    const QByteArray text = file.readAll();
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(text, &parseError);
     if (parseError.error != QJsonParseError::NoError) {

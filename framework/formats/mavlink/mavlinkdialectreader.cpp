@@ -93,11 +93,11 @@ bool MavlinkDialectReader::readFile(const QString& path, QByteArray* bytes, QStr
         *error = tr("cannot be read: %1").arg(file.errorString());
         return false;
     }
-    *bytes = file.read(GreatestFileSize + 1);
-    if (bytes->size() > GreatestFileSize) {
+    if (file.size() > GreatestFileSize) {
         *error = tr("cannot be read: larger than %1 bytes").arg(GreatestFileSize);
         return false;
     }
+    *bytes = file.readAll();
     return true;
 }
 
