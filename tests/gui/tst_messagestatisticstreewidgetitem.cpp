@@ -139,9 +139,9 @@ void tst_MessageStatisticsTreeWidgetItem::intervalRowsAreReusedAndConfirmed()
     view.tree.updateTree();
     QCOMPARE(rowTexts(intervals), lines("every 100 ms | 4\nevery 25 ms | 2"));
     QCOMPARE(static_cast<const QTreeWidgetItem*>(intervals->child(0)), kept);
-    statistics->setInterval(50, 9);
+    statistics->setInterval(50, 8);
     view.tree.updateTree();
-    QCOMPARE(rowTexts(intervals), lines("every 100 ms | 4\nevery 25 ms | 2\nevery 50 ms | 9"));
+    QCOMPARE(rowTexts(intervals), lines("every 100 ms | 4\nevery 25 ms | 2\nevery 50 ms | 8"));
 }
 
 void tst_MessageStatisticsTreeWidgetItem::gapRowsComeAndGo()
