@@ -202,7 +202,7 @@ void TestSimulate::tellsVehiclesApart()
 
 void TestSimulate::movesAsItSays()
 {
-    const QByteArray bytes = joined(simulate(defaults(), 300));
+    const QByteArray bytes = joined(simulate(defaults(), 160));
     const Receiver positions(m_dialect.data(), bytes, QStringLiteral("GLOBAL_POSITION_INT"));
     double highest = 0;
     double farthest = 0;
@@ -239,9 +239,9 @@ void TestSimulate::movesAsItSays()
 void TestSimulate::losesAndDamagesFramesAsAsked()
 {
     Simulation::Settings settings = defaults();
-    const double all = simulate(settings, 300).size();
+    const double all = simulate(settings, 120).size();
     settings.dropRate = 0.05;
-    const Receiver dropped(m_dialect.data(), joined(simulate(settings, 300)));
+    const Receiver dropped(m_dialect.data(), joined(simulate(settings, 120)));
     QCOMPARE(dropped.problems, 0);
     const double missed = all - double(dropped.counters.getMessageCount());
     QVERIFY2(std::abs(missed / all - 0.05) < 0.005, qPrintable(QString::number(missed / all)));
@@ -249,7 +249,7 @@ void TestSimulate::losesAndDamagesFramesAsAsked()
 
     settings.dropRate = 0;
     settings.corruptRate = 0.04;
-    const Receiver damaged(m_dialect.data(), joined(simulate(settings, 300)));
+    const Receiver damaged(m_dialect.data(), joined(simulate(settings, 120)));
     const double bad = all - double(damaged.counters.getMessageCount());
     QVERIFY2(std::abs(bad / all - 0.04) < 0.005, qPrintable(QString::number(bad / all)));
     QVERIFY(damaged.counters.getChecksumFailureCount() > 0.7 * bad);
