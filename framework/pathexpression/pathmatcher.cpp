@@ -121,7 +121,7 @@ PathSink::Answer PathMatcher::runTypes(PathFormat* format)
     return PathSink::Next;
 }
 
-/** The fields that the first level of the field path may mean, in order: in matching types, perhaps of other names. */
+/** The fields of the name on the first level of the field path in matching types, in order, whatever their number. */
 std::vector<int> PathMatcher::candidateFields(PathFormat* format) const
 {
     const std::vector<int> types = matchingTypes(format);
@@ -133,7 +133,8 @@ std::vector<int> PathMatcher::candidateFields(PathFormat* format) const
         for (size_t i = 0; i < types.size(); ++i) {
             const PathType& type = format->types()[static_cast<size_t>(types[i])];
             for (int field = type.firstField; field < type.endField; ++field)
-                found.push_back(field);
+                if (matches(m_firstField, fields[static_cast<size_t>(field)]))
+                    found.push_back(field);
         }
         return found;
     }
@@ -155,11 +156,12 @@ PathSink::Answer PathMatcher::runFields(PathFormat* format)
 {
     const std::vector<int> candidates = candidateFields(format);
     const std::vector<PathField>& fields = format->fields();
+    const PathSegment& first = m_firstField.segment;
     int finishedType = -1;
     for (size_t i = 0; i < candidates.size(); ++i) {
         const PathField& field = fields[static_cast<size_t>(candidates[i])];
-        if (field.type == finishedType || !matches(m_firstField, field) ||
-            !matchesIndex(m_firstField.segment, field.info))
+        if (field.type == finishedType || (first.ordinal && first.ordinal != field.occurrence) ||
+            !matchesIndex(first, field.info))
             continue;
         m_hit.type = &format->types()[static_cast<size_t>(field.type)];
         m_hit.field = &field;
