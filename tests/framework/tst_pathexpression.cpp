@@ -191,7 +191,7 @@ void tst_PathExpression::textIsDividedAmongParts()
     QTEST(expression.getString(PathExpression::FieldPart), "field");
     QTEST(expression.getString(PathExpression::IndexPart), "index");
     QCOMPARE(expression.getString(Parts(parts)), whole);
-    QCOMPARE(expression.getString(Parts(0)), QString());
+    QCOMPARE(expression.getString(Parts()), QString());
 }
 
 void tst_PathExpression::newExpressionIsOpen()
@@ -640,7 +640,7 @@ void tst_PathExpression::wildCardStandsForEverything()
 {
     const Formats formats;
     PathExpression expression;
-    QVERIFY(!expression.isWildCard(Parts(0)));
+    QVERIFY(!expression.isWildCard(Parts()));
     expression.setString(text("link#1/BATTERY/mode"));
     expression.setWildCard(PathExpression::FieldPart);
     QCOMPARE(expression.getString(PathExpression::AllParts), text("link#1/BATTERY/*"));
@@ -735,8 +735,8 @@ void tst_PathExpression::signalsSayWhatChanged()
     QCOMPARE(recorder.take(), QString());
     expression.setupToMatchUnique(formats.sense.getMessageInfo(text("View")));
     QCOMPARE(recorder.take(), text("parts 7, text sense/View, matches"));
-    expression.setString(text("x"), Parts(0));
-    expression.setStringPrefix(text("x"), Parts(0));
+    expression.setString(text("x"), Parts());
+    expression.setStringPrefix(text("x"), Parts());
     QCOMPARE(recorder.take(), QString());
 }
 
