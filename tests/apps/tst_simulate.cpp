@@ -343,7 +343,7 @@ void TestSimulate::writesFilesAndStandardOutput()
 void TestSimulate::sendsDatagrams()
 {
     QUdpSocket socket;
-    QVERIFY(socket.bind(QHostAddress::LocalHost, 0));
+    QVERIFY(socket.bind(QHostAddress(QHostAddress::LocalHost)));
     const QString output = QStringLiteral("udp:localhost:%1").arg(socket.localPort());
     const ProgramResult result = runProgram({QStringLiteral("--duration=0.2"), QStringLiteral("--speed=0"), output});
     QCOMPARE(result.errors, QString());
