@@ -65,7 +65,7 @@ private:
     QString m_uncovered;
 };
 
-/** @p payload as the sender's message number @p sequence. */
+/** The header of message number @p sequence from system 1, component 1. */
 inline MavlinkEncoder::FrameHeader frameHeader(int version, int sequence, quint8 flags = 0)
 {
     MavlinkEncoder::FrameHeader header;
