@@ -13,28 +13,25 @@ namespace
 const qint64 LongestPause = Q_INT64_C(3600) * 1000 * 1000; // what is longer is a jump of the clock
 const qint64 LeastInterval = 500;                          // below, whole milliseconds cannot tell it
 const qint64 LeastStretch = 100 * 1000;                    // a rate that lasts less is a burst
-const double Likeness = 0.3; // how far intervals that begin a segment may be from their median
+const double Likeness = 0.3; // how far intervals that begin a segment may be from their mean
 const int BurstRatio = 8;    // a pause so much longer than what is inside makes a burst
 const int Memory = 256;      // intervals that an estimate looks back to
 const int MaxStrain = 16;
 const unsigned int Trusted = 10; // messages that a segment needs for a gap to be believed
 const int PlausibleGap = 10;     // and it is trusted to go on over so many times the messages it has
 
-qint64 medianOf(const qint64* values, int count)
+qint64 meanOf(const qint64* values, int count)
 {
-    qint64 sorted[8];
-    std::copy(values, values + count, sorted);
-    std::nth_element(sorted, sorted + count / 2, sorted + count);
-    return sorted[count / 2];
+    return std::accumulate(values, values + count, qint64(0)) / count;
 }
 
 bool areAlike(const qint64* intervals, int count)
 {
-    const qint64 median = medianOf(intervals, count);
-    if (median < LeastInterval)
+    const qint64 mean = meanOf(intervals, count);
+    if (mean < LeastInterval)
         return false;
     for (int i = 0; i < count; ++i) {
-        if (std::fabs(double(intervals[i] - median)) > Likeness * double(median))
+        if (std::fabs(double(intervals[i] - mean)) > Likeness * double(mean))
             return false;
     }
     return true;
@@ -214,15 +211,12 @@ void IntervalTracker::beginSegment(const qint64* intervals, int count, unsigned 
     m_strain = 0;
     restartSearch();
 
-    const qint64 median = medianOf(intervals, count);
-    qint64 deviations[Window];
-    qint64 sum = 0;
-    for (int i = 0; i < count; ++i) {
-        deviations[i] = intervals[i] > median ? intervals[i] - median : median - intervals[i];
-        sum += intervals[i];
-    }
-    m_interval = double(sum) / count;
-    m_deviation = std::max(double(medianOf(deviations, count)), m_interval / 1000);
+    const qint64 mean = meanOf(intervals, count);
+    double deviations = 0;
+    for (int i = 0; i < count; ++i)
+        deviations += std::fabs(double(intervals[i] - mean));
+    m_interval = double(mean);
+    m_deviation = std::max(deviations / count, m_interval / 1000);
     m_measured = count;
     m_nominal = 0;
     updateNominal();
@@ -230,7 +224,7 @@ void IntervalTracker::beginSegment(const qint64* intervals, int count, unsigned 
     // A window that is not full looks as if it had always been like this.
     m_windowSum = 0;
     for (int i = 0; i < Window; ++i) {
-        m_window[i] = i < count ? intervals[i] : median;
+        m_window[i] = i < count ? intervals[i] : mean;
         m_windowSum += m_window[i];
     }
     m_windowPosition = count % Window;
@@ -341,8 +335,7 @@ void IntervalTracker::noteMisfit(const Misfit& misfit)
     qint64 intervals[Least];
     for (int i = 0; i < Least; ++i)
         intervals[i] = m_misfits[i].interval;
-    // Intervals that are alike are a new rate, even if each might have been a gap.
-    if (!areAlike(intervals, Least) && areMultiples() && settleMisfits())
+    if (areDifferentMultiples() && settleMisfits())
         return;
     endSegment();
     for (int i = 0; i < Least; ++i) {
@@ -351,35 +344,52 @@ void IntervalTracker::noteMisfit(const Misfit& misfit)
     }
 }
 
-bool IntervalTracker::areMultiples() const
+// Whether a steady sender lost a different number of messages now and then. Always the same number is another rate.
+bool IntervalTracker::areDifferentMultiples() const
 {
+    bool differ = false;
+    const double first = std::floor(double(m_misfits[0].interval) / m_nominal + 0.5);
     for (int i = 0; i < m_misfitCount; ++i) {
         const double ratio = double(m_misfits[i].interval) / m_nominal;
-        if (ratio < 1.5 || std::fabs(ratio - std::floor(ratio + 0.5)) > 0.2)
+        const double multiple = std::floor(ratio + 0.5);
+        if (ratio < 1.5 || std::fabs(ratio - multiple) > 0.2)
             return false;
+        differ = differ || multiple != first;
     }
-    return true;
+    return differ;
 }
 
+qint64 IntervalTracker::missingEpochs(const Misfit& misfit) const
+{
+    return double(misfit.interval) < m_limit ? 0 : qint64(double(misfit.interval) / m_nominal + 0.5) - 1;
+}
+
+/** Decides what the misfits were; false, and then nothing has changed, when the segment does not carry them. */
 bool IntervalTracker::settleMisfits()
 {
-    const int count = m_misfitCount;
-    m_misfitCount = 0;
-    for (int i = 0; i < count; ++i) {
-        const Misfit& misfit = m_misfits[i];
-        if (double(misfit.interval) < m_limit) {
-            m_strain += 3;
-            continue; // too soon behind its predecessor: its interval stays unknown
-        }
-        const qint64 missing = qint64(double(misfit.interval) / m_nominal + 0.5) - 1;
-        if (m_segmentCount < Trusted || missing > qint64(PlausibleGap) * m_segmentCount)
+    int strain = m_strain;
+    for (int i = 0; i < m_misfitCount; ++i) {
+        const qint64 missing = missingEpochs(m_misfits[i]);
+        if (missing == 0)
+            strain += 3; // too soon behind its predecessor: its interval stays unknown
+        else if (m_segmentCount < Trusted || missing > qint64(PlausibleGap) * m_segmentCount)
             return false;
+    }
+    if (strain > MaxStrain)
+        return false;
+    m_strain = strain;
+    for (int i = 0; i < m_misfitCount; ++i) {
+        const Misfit& misfit = m_misfits[i];
+        const qint64 missing = missingEpochs(misfit);
+        if (missing == 0)
+            continue;
         --m_unknown;
         ++m_segmentCount;
         if (missing > misfit.untimed)
             addGap(misfit.start, missing - misfit.untimed);
     }
-    return m_strain <= MaxStrain;
+    m_misfitCount = 0;
+    return true;
 }
 
 void IntervalTracker::addGap(qint64 start, qint64 missing)

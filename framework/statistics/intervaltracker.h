@@ -64,8 +64,9 @@ private:
     void endSegment();
     void continueSegment(qint64 interval);
     void noteMisfit(const Misfit& misfit);
+    qint64 missingEpochs(const Misfit& misfit) const;
     bool settleMisfits();
-    bool areMultiples() const;
+    bool areDifferentMultiples() const;
     void measure(qint64 interval);
     bool hasRateChanged() const;
     void forgetWindow();

@@ -192,6 +192,7 @@ void tst_MessageStatistics::lateMessageOfAJitteryStreamIsNoGap()
     Feed feed;
     for (int i = 0; i < 50; ++i)
         feed.go(1, i % 2 ? 80 : 120);
+    QCOMPARE(feed.statistics.getLastInterval(), 100ULL);
     feed.go(1, 155).go(1, 45).go(10, 100);
     QCOMPARE(feed.gaps(), QString());
     feed.go(1, 220).go(2, 100);
