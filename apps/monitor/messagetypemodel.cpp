@@ -5,7 +5,9 @@
 
 #include <QLocale>
 
-static const int RateMilliseconds = 1000;
+// A rate is that of the last five seconds: of what comes once a second, a shorter time would tell nonsense.
+static const int MarkMilliseconds = 1000;
+static const int MarkCount = 6;
 
 MessageTypeModel::MessageTypeModel(QObject* parent)
     : QAbstractTableModel(parent)
@@ -18,7 +20,8 @@ void MessageTypeModel::setSource(const StreamSource* source)
     m_source = source;
     m_rows.clear();
     m_seen.clear();
-    m_sinceRates.start();
+    m_marks.clear();
+    m_clock.start();
     endResetModel();
     refresh();
 }
@@ -47,20 +50,26 @@ void MessageTypeModel::refresh()
     }
     for (int i = 0; i < counters.size(); ++i)
         m_rows[i].counter.count = counters.at(i).count;
-    if (m_sinceRates.elapsed() >= RateMilliseconds)
-        updateRates();
+    if (m_marks.isEmpty() || m_clock.elapsed() - m_marks.last() >= MarkMilliseconds)
+        noteCounts();
     if (!m_rows.isEmpty())
         Q_EMIT dataChanged(index(0, CountColumn), index(int(m_rows.size()) - 1, RateColumn));
     for (const MessageInfo* info : std::as_const(fresh))
         Q_EMIT typeSeen(info);
 }
 
-void MessageTypeModel::updateRates()
+void MessageTypeModel::noteCounts()
 {
-    const double seconds = double(m_sinceRates.restart()) / 1000;
+    m_marks.append(m_clock.elapsed());
+    if (m_marks.size() > MarkCount)
+        m_marks.removeFirst();
     for (Row& row : m_rows) {
-        row.rate = double(row.counter.count - row.lastCount) / seconds;
-        row.lastCount = row.counter.count;
+        row.marks.append(row.counter.count);
+        if (row.marks.size() > m_marks.size())
+            row.marks.removeFirst();
+        const qint64 since = m_marks.at(m_marks.size() - row.marks.size());
+        const double seconds = double(m_marks.last() - since) / 1000;
+        row.rate = seconds > 0 ? double(row.marks.last() - row.marks.first()) / seconds : 0;
     }
 }
 

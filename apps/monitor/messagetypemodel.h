@@ -61,18 +61,19 @@ private:
         ReceptionCounters::Row counter;
         QString name;
         QString sender;
-        quint64 lastCount = 0; // at the last time the rate was worked out
+        QVector<quint64> marks; // the counts of the last seconds, oldest first
         double rate = 0;
     };
 
     QVariant displayData(const Row& row, int column) const;
-    void updateRates();
+    void noteCounts();
 
     const StreamSource* m_source = nullptr;
     QVector<Row> m_rows;
     QSet<const MessageInfo*> m_seen;
     QSet<const MessageInfo*> m_inTree;
-    QElapsedTimer m_sinceRates;
+    QElapsedTimer m_clock;
+    QVector<qint64> m_marks; // when the counts were noted
 };
 
 #endif

@@ -52,7 +52,7 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
         box.first->setAccessibleName(box.second);
         box.first->setToolTip(box.second);
         box.first->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        box.first->setMinimumContentsLength(box.first == messages ? 18 : 12);
+        box.first->setMinimumContentsLength(box.first == messages ? 14 : 9);
         layout->addWidget(box.first);
     }
 
@@ -62,7 +62,7 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
     m_line->setCompleter(completer);
     m_line->setAccessibleName(tr("Path expression"));
     m_line->setToolTip(tr("A path such as */ATTITUDE/roll; Return takes it"));
-    m_line->setMinimumWidth(m_line->fontMetrics().averageCharWidth() * 24);
+    m_line->setMinimumWidth(m_line->fontMetrics().averageCharWidth() * 16);
     connect(m_line, &QLineEdit::textEdited, this, &WatchEditor::complete);
     // The line takes the completion's text at the same signal, maybe after this: so it is used one turn later.
     connect(completer, QOverload<const QString&>::of(&QCompleter::activated), this,

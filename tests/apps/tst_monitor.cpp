@@ -204,11 +204,11 @@ void tst_monitor::theProgramSavesAPicture()
 {
     QTemporaryDir folder;
     const QString path = folder.filePath("picture.png");
-    Run run({"--screenshot", path, "--after", "2", "--size", "1000x700", "--form", "ATTITUDE", "--watch",
+    Run run({"--screenshot", path, "--after", "2", "--size", "1200x750", "--form", "ATTITUDE", "--watch",
              "corvel/VFR_HUD/groundspeed"});
     QVERIFY(run.finished);
     QCOMPARE(run.process.exitCode(), 0);
-    QCOMPARE(QImage(path).size(), QSize(1000, 700));
+    QCOMPARE(QImage(path).size(), QSize(1200, 750));
 }
 
 void tst_monitor::theProgramSaysWhatIsWrong()

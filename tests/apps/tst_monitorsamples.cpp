@@ -51,7 +51,7 @@ void tst_monitorsamples::aFlightPlaysToItsEnd()
     QString events;
     for (int i = 0; i < window.getEvents()->rowCount(); ++i)
         events += window.getEvents()->item(i, 1)->text() + '\n';
-    QVERIFY2(events.contains("checksum failure, id 142, sender 255:190"), qPrintable(events));
+    QVERIFY2(events.contains("checksum failure, id 142, sender 255:0"), qPrintable(events));
     QVERIFY(window.getEvents()->rowCount() < 100);
 }
 
