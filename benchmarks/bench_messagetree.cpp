@@ -179,20 +179,29 @@ double processorTime()
     return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_nsec);
 }
 
-/** Nanoseconds that a round of @p work takes, the least of some groups of rounds. */
-template <typename Work>
-double leastTime(int groups, int rounds, Work work)
+/** Nanoseconds that some rounds of work take, taken many times; the middle one counts. */
+class Timings
 {
-    double least = 1e300;
-    int round = 0;
-    for (int group = 0; group < groups; ++group) {
+public:
+    template <typename Work>
+    void take(int rounds, Work work)
+    {
         const double start = processorTime();
         for (int i = 0; i < rounds; ++i)
-            work(round++);
-        least = std::min(least, (processorTime() - start) / rounds);
+            work(m_round++);
+        m_times.push_back((processorTime() - start) / rounds);
     }
-    return least;
-}
+
+    double middle()
+    {
+        std::nth_element(m_times.begin(), m_times.begin() + m_times.size() / 2, m_times.end());
+        return m_times[m_times.size() / 2];
+    }
+
+private:
+    int m_round = 0;
+    std::vector<double> m_times;
+};
 
 struct Measured
 {
@@ -233,38 +242,36 @@ Measured measure(int types, bool expanded)
             plain.store(type, round);
     };
     const double fields = static_cast<double>(types) * FieldsPerType;
-    const int groups = 20;
-    const int rounds = std::max(2, 100 / types);
+    const int rounds = std::max(2, 200 / types);
+    const int repetitions = 41;
 
-    Measured result;
-    result.ours = 1e300;
-    result.floor = 1e300;
-    // In turns, so that both meet the machine in the same state.
-    for (int turn = 0; turn < 3; ++turn) {
-        result.floor = std::min(result.floor, leastTime(groups, rounds, feedUnlaid) / fields);
-        result.ours = std::min(result.ours, leastTime(groups, rounds, feedOurs) / fields);
+    // In turns, so that whatever else the machine does meets both alike.
+    Timings ours;
+    Timings floor;
+    for (int i = 0; i < repetitions; ++i) {
+        floor.take(rounds, feedUnlaid);
+        ours.take(rounds, feedOurs);
         QCoreApplication::processEvents();
     }
-    result.view = leastTime(2, 2, feedPlain) / fields;
-    QCoreApplication::processEvents();
+    Timings view;
+    view.take(2, feedPlain);
 
-    const auto frame = [](const auto& feed, int frames) {
-        std::vector<double> times;
-        for (int round = 0; round < frames; ++round) {
-            feed(round);
-            const double start = processorTime();
-            QCoreApplication::processEvents();
-            times.push_back((processorTime() - start) / 1000);
-        }
-        std::nth_element(times.begin(), times.begin() + times.size() / 2, times.end());
-        return times[times.size() / 2];
-    };
-    result.plainFrame = 1e300;
-    result.frame = 1e300;
-    for (int turn = 0; turn < 3; ++turn) {
-        result.plainFrame = std::min(result.plainFrame, frame(feedPlain, types > 100 ? 8 : 25));
-        result.frame = std::min(result.frame, frame(feedOurs, types > 100 ? 8 : 25));
+    const auto processEvents = [](int) { QCoreApplication::processEvents(); };
+    Timings frame;
+    Timings plainFrame;
+    for (int round = 0; round < (types > 100 ? 9 : 25); ++round) {
+        feedPlain(round);
+        plainFrame.take(1, processEvents);
+        feedOurs(round);
+        frame.take(1, processEvents);
     }
+
+    Measured result;
+    result.ours = ours.middle() / fields;
+    result.floor = floor.middle() / fields;
+    result.view = view.middle() / fields;
+    result.frame = frame.middle() / 1000;
+    result.plainFrame = plainFrame.middle() / 1000;
     return result;
 }
 

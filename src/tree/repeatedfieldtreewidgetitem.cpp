@@ -126,6 +126,10 @@ bool RepeatedFieldTreeWidgetItem::hasSubMessages() const
 void RepeatedFieldTreeWidgetItem::removeChildItemsFrom(int count)
 {
     CORVEL_DEBUG_HOOK();
+    if (count == 0 && childCount() == m_childRows.size()) {
+        deleteAllChildItems();
+        return;
+    }
     // From the end, and taken out before it is deleted: a row that deletes itself searches its place from the front.
     for (int i = m_childRows.size() - 1; i >= count; --i) {
         AbstractFieldTreeWidgetItem* row = m_childRows.at(i);
@@ -139,15 +143,25 @@ void RepeatedFieldTreeWidgetItem::removeChildItemsFrom(int count)
 void RepeatedFieldTreeWidgetItem::appendChildItemsUpTo(int count)
 {
     CORVEL_DEBUG_HOOK();
+    QList<QTreeWidgetItem*> newRows;
     for (int i = m_childRows.size(); i < count; ++i) {
         AbstractFieldTreeWidgetItem* row;
         if (hasSubMessages())
             row = new SingleSubMessageFieldTreeWidgetItem(getMessageTreeWidget(), getFieldInfo(), i);
         else
             row = new SingleValueFieldTreeWidgetItem(getMessageTreeWidget(), getFieldInfo(), i);
-        addChild(row);
+        newRows.append(row);
         m_childRows.append(row);
-        if (treeWidget())
-            row->configureInTreeWidget();
     }
+    // Together: for every insertion, the model goes through all expanded rows. A sorted tree would turn them around.
+    if (treeWidget() && treeWidget()->isSortingEnabled()) {
+        Q_FOREACH (QTreeWidgetItem* row, newRows)
+            addChild(row);
+    } else {
+        addChildren(newRows);
+    }
+    if (!treeWidget())
+        return;
+    for (int i = count - newRows.size(); i < count; ++i)
+        m_childRows.at(i)->configureInTreeWidget();
 }
