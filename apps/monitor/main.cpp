@@ -106,6 +106,8 @@ int main(int argc, char** argv)
     bool opened =
         !parser.isSet(QLatin1String("dialect")) ||
         window.loadDialect(parser.value(QLatin1String("dialect")), parser.value(QLatin1String("annotations")));
+    if (parser.isSet(QLatin1String("annotations")) && !parser.isSet(QLatin1String("dialect")))
+        window.loadAnnotations(parser.value(QLatin1String("annotations")));
     if (parser.isSet(QLatin1String("settings")) || !forPicture) {
         const QString path = parser.isSet(QLatin1String("settings")) ? parser.value(QLatin1String("settings"))
                                                                      : SettingsFile::defaultPath();

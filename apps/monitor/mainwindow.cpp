@@ -2,6 +2,7 @@
 
 #include "annotations.h"
 #include "corvel.h"
+#include "detectingdecoder.h"
 #include "fieldinfo.h"
 #include "formatregistry.h"
 #include "formpanel.h"
@@ -86,10 +87,8 @@ bool MainWindow::loadDialect(const QString& path, const QString& annotations)
     QString annotationPath = annotations;
     if (annotationPath.isEmpty() && QFile::exists(Annotations::pathBeside(path)))
         annotationPath = Annotations::pathBeside(path);
-    if (!annotationPath.isEmpty() && !Annotations::apply(annotationPath, dialect.get(), &errors)) {
-        showError(tr("The annotations have faults; the rest of them is used.") + QLatin1String("\n\n") +
-                  errors.join(QLatin1Char('\n')));
-    }
+    if (!annotationPath.isEmpty())
+        annotate(annotationPath, dialect.get());
     // Only the definitions in use are known by name: of two of a kind, every name would be ambiguous.
     FormatRegistry::getInstance()->removeFormat(m_dialect);
     m_dialect = dialect.get();
@@ -97,6 +96,24 @@ bool MainWindow::loadDialect(const QString& path, const QString& annotations)
     dialects().push_back(std::move(dialect));
     FormatRegistry::getInstance()->addFormat(m_dialect);
     return true;
+}
+
+bool MainWindow::loadAnnotations(const QString& path)
+{
+    // The definitions are this program's own; that they are const elsewhere keeps views from changing them.
+    const bool faultless = annotate(path, const_cast<MavlinkDialect*>(m_dialect));
+    FormatRegistry::getInstance()->updateFormat(m_dialect);
+    return faultless;
+}
+
+bool MainWindow::annotate(const QString& path, FormatInfo* format)
+{
+    QStringList errors;
+    if (Annotations::apply(path, format, &errors))
+        return true;
+    showError(tr("The annotations have faults; the rest of them is used.") + QLatin1String("\n\n") +
+              errors.join(QLatin1Char('\n')));
+    return false;
 }
 
 void MainWindow::showError(const QString& text)
@@ -133,7 +150,12 @@ bool MainWindow::openAddress(const QString& text)
     const QString name = address.kind == InputAddress::File ? QFileInfo(address.path).fileName() : address.toString();
     if (address.kind == InputAddress::File)
         rememberFile(QFileInfo(address.path).absoluteFilePath());
-    startSource(ByteInput::create(address), new MavlinkStreamDecoder(m_dialect, layout), name);
+    StreamDecoder* decoder = nullptr;
+    if (address.kind == InputAddress::StandardInput)
+        decoder = new DetectingDecoder(m_dialect);
+    else
+        decoder = new MavlinkStreamDecoder(m_dialect, layout);
+    startSource(ByteInput::create(address), decoder, name);
     return true;
 }
 

@@ -16,6 +16,7 @@
 
 class EventLogTableWidget;
 class FieldInfo;
+class FormatInfo;
 class FormPanel;
 class LatestMessageSource;
 class MavlinkDialect;
@@ -45,6 +46,9 @@ public:
     /** Uses the definition file @p path from the next input on; @p annotations may be empty. False after showing why
      * not. */
     bool loadDialect(const QString& path, const QString& annotations);
+
+    /** Adds the annotations in @p path to the definitions in use. False after showing what is wrong with them. */
+    bool loadAnnotations(const QString& path);
 
     void setPlayback(const StreamSource::Playback& playback) { m_playback = playback; }
 
@@ -94,6 +98,7 @@ private:
     void openFile();
     void askAddress(const QString& title, const QString& label, const QString& suggestion);
     void askDialect();
+    bool annotate(const QString& path, FormatInfo* format);
     void saveEvents();
     void rememberFile(const QString& path);
     void fillRecentFiles();

@@ -1,0 +1,28 @@
+#ifndef DETECTINGDECODER_H
+#define DETECTINGDECODER_H
+
+#include "mavlinkstreamdecoder.h"
+
+/** Decodes MAVLink of a layout that is told by the stream itself, for inputs whose beginning cannot be read twice. */
+class DetectingDecoder : public StreamDecoder
+{
+public:
+    /** @param dialect  the message types; must outlive the decoder and must not be null */
+    explicit DetectingDecoder(const MavlinkDialect* dialect);
+
+    void feed(const char* bytes, int size, qint64 arrivalTime, StreamSink* sink) override;
+    void finish(StreamSink* sink) override;
+    /** False: what comes through a pipe is shown as it comes, also when it has times. */
+    bool hasTimes() const override { return false; }
+    const FormatInfo* getFormatInfo() const override { return m_raw.getFormatInfo(); }
+    QString getSenderName(quint32 sender) const override { return m_raw.getSenderName(sender); }
+    quint64 getSequenceModulus() const override { return m_raw.getSequenceModulus(); }
+
+private:
+    MavlinkStreamDecoder m_raw;
+    MavlinkStreamDecoder m_tlog;
+    MavlinkStreamDecoder* m_chosen; // null until the layout is known
+    QByteArray m_head;              // what came before it was
+};
+
+#endif
