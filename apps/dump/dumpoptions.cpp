@@ -27,11 +27,15 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                     QStringLiteral("NAME"));
     const QCommandLineOption confidential(QStringLiteral("confidential"),
                                           QStringLiteral("Print confidential fields too, which are null else."));
+    const QCommandLineOption select(QStringLiteral("select"),
+                                    QStringLiteral("Print only the message types and fields that EXPRESSION names, "
+                                                   "such as \"*/ATTITUDE/roll\"; can be repeated."),
+                                    QStringLiteral("EXPRESSION"));
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Print this text."));
     const QCommandLineOption version(QStringList{QStringLiteral("v"), QStringLiteral("version")},
                                      QStringLiteral("Print the version."));
-    parser.addOptions({interpreted, stats, dialect, annotations, format, confidential, help, version});
+    parser.addOptions({interpreted, stats, select, dialect, annotations, format, confidential, help, version});
     parser.addPositionalArgument(QStringLiteral("INPUT"), QStringLiteral("What to read."));
 
     if (!parser.parse(arguments)) {
@@ -68,6 +72,7 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
     }
     options->dialect = parser.value(dialect);
     options->annotations = parser.value(annotations);
+    options->selections = parser.values(select);
     options->interpreted = parser.isSet(interpreted);
     options->statistics = parser.isSet(stats);
     options->confidential = parser.isSet(confidential);

@@ -25,6 +25,7 @@ struct DumpOptions
     QString dialect;     ///< empty for the built-in one
     QString annotations; ///< empty for none but the file beside the dialect
     std::optional<MavlinkStreamDecoder::Layout> layout;
+    QStringList selections; ///< path expressions; empty for everything
     bool interpreted = false;
     bool statistics = false;
     bool confidential = false;

@@ -5,6 +5,7 @@
 #include "mavlinkdialect.h"
 #include "message.h"
 #include "messageprinter.h"
+#include "selection.h"
 #include "statisticsprinter.h"
 
 #include <QCoreApplication>
@@ -117,6 +118,12 @@ int dump(const DumpOptions& options)
     const std::unique_ptr<MavlinkDialect> dialect = loadDialect(options);
     if (!dialect)
         return Unreadable;
+    Selection selection;
+    QString error;
+    if (!selection.setUp(options.selections, dialect.get(), &error)) {
+        complain(error);
+        return WrongUsage;
+    }
     const std::unique_ptr<ByteInput> input(ByteInput::create(options.input));
     if (!input->open()) {
         complain(input->getErrorString());
@@ -142,7 +149,7 @@ int dump(const DumpOptions& options)
     if (options.statistics)
         sink.reset(new StatisticsPrinter(input->getName(), &decoder));
     else
-        sink.reset(new MessagePrinter(input->getName(), &decoder, options.interpreted));
+        sink.reset(new MessagePrinter(input->getName(), &decoder, options.interpreted, selection));
     const ByteInput::Status status = decode(input.get(), head, &decoder, sink.get());
     sink->finish();
     const int result = closeOutput(*sink);

@@ -16,9 +16,11 @@ static std::string jsonString(const QString& text)
     return result;
 }
 
-MessagePrinter::MessagePrinter(const QString& inputName, const StreamDecoder* decoder, bool interpreted)
+MessagePrinter::MessagePrinter(const QString& inputName, const StreamDecoder* decoder, bool interpreted,
+                               const Selection& selection)
     : DumpSink(inputName, decoder)
     , m_interpreted(interpreted)
+    , m_selection(selection)
     , m_format(jsonString(decoder->getFormatInfo()->getName()))
 {
 }
@@ -48,7 +50,7 @@ const std::string& MessagePrinter::senderOf(quint32 sender)
 
 void MessagePrinter::consume(const ReceivedMessage& received)
 {
-    if (!received.info)
+    if (!received.info || !m_selection.has(received.info))
         return;
     m_line.assign("{\"time\":");
     if (received.time == Message::NoTime)
@@ -68,7 +70,11 @@ void MessagePrinter::consume(const ReceivedMessage& received)
         appendNumber(&m_line, std::int64_t(received.sequence));
     m_line.append(",\"fields\":");
     const MessageReference message = MessageReference::adopt(received.createMessage(QString()));
-    appendFields(message.get());
+    const QVector<Selection::Field> selected = m_selection.getFields(received.info);
+    if (selected.isEmpty())
+        appendFields(message.get());
+    else
+        appendSelected(message.get(), selected);
     m_line.append("}\n");
     print(m_line);
 }
@@ -89,6 +95,38 @@ void MessagePrinter::appendFields(const Message* message)
         separator.next();
         m_line.append(field.key);
         appendField(field, message, count);
+    }
+    m_line.push_back('}');
+}
+
+void MessagePrinter::appendSelected(const Message* message, const QVector<Selection::Field>& fields)
+{
+    m_line.push_back('{');
+    Separator separator(&m_line);
+    for (const Selection::Field& selected : fields) {
+        // Down into sub-messages; components are read from the message that their whole field lies in.
+        const Message* holder = message;
+        const int last = int(selected.match.fieldInfos.size()) - 1;
+        for (int i = 0; i < last && holder; ++i) {
+            const FieldInfo* way = selected.match.fieldInfos.at(i);
+            if (way->getType().getTypeCode() == FieldType::SubMessageType) {
+                const unsigned int index = unsigned(qMax(0, selected.match.indexes.at(i)));
+                holder = index < way->getValueCount(holder) ? way->getValue(holder, index).getSubMessage() : nullptr;
+            }
+        }
+        const FieldInfo* info = selected.match.fieldInfos.at(last);
+        const unsigned int count = holder ? info->getValueCount(holder) : 0;
+        const int index = selected.match.indexes.at(last);
+        if (count == 0 || (index >= 0 && unsigned(index) >= count))
+            continue;
+        const Field field{info, jsonString(selected.key) + ':',
+                          info->isConfidential() && !Corvel::confidentialInformationDisplayEnabled()};
+        separator.next();
+        m_line.append(field.key);
+        if (index < 0 || field.hidden)
+            appendField(field, holder, count);
+        else
+            appendValue(info, info->getValue(holder, unsigned(index)));
     }
     m_line.push_back('}');
 }

@@ -2,6 +2,7 @@
 #define MESSAGEPRINTER_H
 
 #include "dumpsink.h"
+#include "selection.h"
 
 #include <unordered_map>
 #include <vector>
@@ -13,8 +14,12 @@ class FieldValue;
 class MessagePrinter : public DumpSink
 {
 public:
-    /** @param interpreted  prints values as people read them instead of as they were transmitted */
-    MessagePrinter(const QString& inputName, const StreamDecoder* decoder, bool interpreted);
+    /**
+     * @param interpreted  prints values as people read them instead of as they were transmitted
+     * @param selection    what to print of it all
+     */
+    MessagePrinter(const QString& inputName, const StreamDecoder* decoder, bool interpreted,
+                   const Selection& selection);
 
     void finish() override;
 
@@ -40,7 +45,10 @@ private:
     void appendValue(const FieldInfo* field, const FieldValue& value);
     void appendRawValue(const FieldValue& value);
 
+    void appendSelected(const Message* message, const QVector<Selection::Field>& fields);
+
     bool m_interpreted;
+    Selection m_selection;
     std::string m_format;
     std::unordered_map<const MessageInfo*, Fields> m_fields;
     std::unordered_map<const MessageInfo*, std::string> m_typeNames;

@@ -196,6 +196,27 @@ private Q_SLOTS:
         QVERIFY(!fields.contains("extra"));
     }
 
+    void onlyWhatIsSelectedIsPrinted()
+    {
+        const QString path = write("select.bin", sample(1));
+        const auto fieldsOf = [&](const QStringList& options) {
+            const DumpRun run(withDialect(options + QStringList(path)));
+            const QByteArray line = run.lines().value(0);
+            return run.status == 0 ? line.mid(line.indexOf("\"fields\":")) : QByteArray::number(run.status);
+        };
+        QCOMPARE(fieldsOf({"--select", "test/SAMPLE/tenth", "--select", "*/*/letter"}),
+                 QByteArray("\"fields\":{\"tenth\":0.1,\"letter\":65}}"));
+        QCOMPARE(fieldsOf({"--select", "*/SAMPLE/list[2]", "--select", "*/SAMPLE/lights/RIGHT"}),
+                 QByteArray("\"fields\":{\"list[2]\":65535,\"lights/RIGHT\":true}}"));
+        QVERIFY(fieldsOf({"--select", "*/SAMPLE"}).contains("\"lights\":13"));
+        QCOMPARE(fieldsOf({"--select", "*/NOTHING"}), QByteArray("1"));
+
+        // A type that is not selected leaves no line at all.
+        const DumpRun other({"--select", "*/ATTITUDE", write("h.bin", heartbeat(1))});
+        QCOMPARE(other.status, 0);
+        QCOMPARE(other.lines(), QList<QByteArray>());
+    }
+
     void troubleIsToldWithItsPlaceAndCounted()
     {
         QByteArray broken = heartbeat(3);
