@@ -219,6 +219,7 @@ void tst_PathExpression::expressionMatches_data()
         "0.ATTITUDE 0.ATTITUDE 2.ATTITUDE | 0.ATTITUDE.roll 0.ATTITUDE.roll 0.ATTITUDE.roll 2.ATTITUDE.roll");
     ROW("link#1/ATTITUDE#1/roll", false, "0.ATTITUDE | 0.ATTITUDE.roll");
     ROW("*/ATTITUDE#2/roll#2", false, "0.ATTITUDE | 0.ATTITUDE.roll");
+    ROW("*/*/roll#1", false, "0.ATTITUDE 0.ATTITUDE 2.ATTITUDE | 0.ATTITUDE.roll 0.ATTITUDE.roll 2.ATTITUDE.roll");
     ROW("*/ATTITUDE#3", false, " | ");
     ROW("link#3", false, " | ");
     ROW("*/*/time", false, "0.ATTITUDE 0.BATTERY 1.View | 0.ATTITUDE.time 0.BATTERY.time 1.View.time");
@@ -501,6 +502,7 @@ void tst_PathExpression::everyDescriptionHasATextOfItsOwn()
     TestFieldInfo* both = new TestFieldInfo(text("both"), 0, FieldType(formats.sense.getMessageInfo(text("Vector"))));
     both->addSubField(new TestFieldInfo(text("x")));
     both->addSubField(new TestFieldInfo(text("x")));
+    both->addSubField(new TestFieldInfo(text("y")));
     odd->addField(both);
     odd->addField(new TestFieldInfo(text("both")));
     FormatRegistry::getInstance()->updateFormat(&formats.sense);
@@ -528,7 +530,7 @@ void tst_PathExpression::everyDescriptionHasATextOfItsOwn()
         QCOMPARE(copy.getMatchingFieldInfos(), QVector<const FieldInfo*>(1, info));
         texts.insert(copy.getString(PathExpression::AllParts));
     }
-    QCOMPARE(fields.size(), 24);
+    QCOMPARE(fields.size(), 25);
     QCOMPARE(texts.size(), types + fields.size());
 }
 

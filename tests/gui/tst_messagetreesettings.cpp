@@ -249,7 +249,7 @@ void tst_MessageTreeSettings::headerComesBack()
         tree.setColumns(QVector<Tree::ColumnType>()
                         << Tree::NameColumn << Tree::RawValueColumn << Tree::ValueColumn << Tree::CustomColumn1);
         tree.setColumnWidth(0, 211);
-        tree.setColumnWidth(3, 33);
+        tree.setColumnWidth(3, 90);
         tree.header()->moveSection(3, 1);
         tree.setColumnHidden(1, true);
         tree.saveSettings(settings);
@@ -259,7 +259,7 @@ void tst_MessageTreeSettings::headerComesBack()
     tree.restoreSettings(settings);
     QCOMPARE(columnsOf(tree), text("0,1,2,4"));
     QCOMPARE(tree.columnWidth(0), 211);
-    QCOMPARE(tree.columnWidth(3), 33);
+    QCOMPARE(tree.columnWidth(3), 90);
     QCOMPARE(tree.header()->visualIndex(3), 1);
     QVERIFY(tree.isColumnHidden(1));
     QCOMPARE(tree.headerItem()->text(1), text("Raw value"));
