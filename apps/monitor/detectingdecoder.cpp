@@ -36,3 +36,10 @@ void DetectingDecoder::finish(StreamSink* sink)
     }
     m_chosen->finish(sink);
 }
+
+void DetectingDecoder::restart(quint64 offset)
+{
+    m_head.clear();
+    m_raw.restart(offset);
+    m_tlog.restart(offset);
+}

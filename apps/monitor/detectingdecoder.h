@@ -12,6 +12,8 @@ public:
 
     void feed(const char* bytes, int size, qint64 arrivalTime, StreamSink* sink) override;
     void finish(StreamSink* sink) override;
+    /** What follows has the layout that was told before. */
+    void restart(quint64 offset) override;
     /** False: what comes through a pipe is shown as it comes, also when it has times. */
     bool hasTimes() const override { return false; }
     const FormatInfo* getFormatInfo() const override { return m_raw.getFormatInfo(); }

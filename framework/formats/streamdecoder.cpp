@@ -1,6 +1,7 @@
 #include "streamdecoder.h"
 
 #include "message.h"
+#include "messageinfo.h"
 
 namespace
 {
@@ -45,7 +46,7 @@ ReceivedMessage::ReceivedMessage()
 
 Message* ReceivedMessage::createMessage(const QString& senderName) const
 {
-    Message* const message = new Message(info, QByteArray(data, size));
+    Message* const message = info->newMessage(QByteArray(data, size));
     message->setTime(time);
     message->setSequence(sequence);
     message->setSender(senderName);
@@ -78,6 +79,13 @@ QString StreamProblem::describe(const QString& senderName) const
 StreamSink::~StreamSink() {}
 
 StreamDecoder::~StreamDecoder() {}
+
+void StreamDecoder::publishTypes() const {}
+
+QString StreamDecoder::describeUnknown(quint32 id) const
+{
+    return QStringLiteral("id %1").arg(id);
+}
 
 quint64 StreamDecoder::getSequenceModulus() const
 {

@@ -53,6 +53,7 @@ public:
 
     void feed(const char* bytes, int size, qint64 arrivalTime, StreamSink* sink) override;
     void finish(StreamSink* sink) override;
+    void restart(quint64 offset) override;
     bool hasTimes() const override;
     const FormatInfo* getFormatInfo() const override;
     QString getSenderName(quint32 sender) const override;

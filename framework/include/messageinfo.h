@@ -3,11 +3,13 @@
 
 #include "corvelframework_export.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QVector>
 
 class FieldInfo;
 class FormatInfo;
+class Message;
 
 /**
  * The description of a message type: its name and its fields.
@@ -46,6 +48,14 @@ public:
     /** Adds @p field behind the others and takes ownership. The field and its component fields then occur in this type.
      */
     void addField(FieldInfo* field);
+
+    /**
+     * A new message of the type with one reference, the caller's. A format whose messages keep more than their bytes
+     * makes its own kind here.
+     *
+     * @param data  the message as received
+     */
+    virtual Message* newMessage(const QByteArray& data) const;
 
     /** The format that the type belongs to; null until FormatInfo::addMessageInfo(). */
     const FormatInfo* getFormatInfo() const { return m_format; }

@@ -92,6 +92,13 @@ public:
      */
     virtual void finish(StreamSink* sink) = 0;
 
+    /**
+     * Goes on at another place of the stream: forgets what is left of the bytes fed, without reporting it.
+     *
+     * @param offset  where in the stream the next byte fed stands, and a message may begin
+     */
+    virtual void restart(quint64 offset) = 0;
+
     /** Whether the stream itself carries the times of its messages. */
     virtual bool hasTimes() const = 0;
 
@@ -100,6 +107,18 @@ public:
 
     /** How people of the format write a sender, such as "1:1". May be called on any thread. */
     virtual QString getSenderName(quint32 sender) const = 0;
+
+    /**
+     * Adds the types that feed() has met for the first time to the format, for streams that bring their own schema.
+     *
+     * A type that a ReceivedMessage names is complete, but belongs to no format before this call. GUI thread only, also
+     * while another thread feeds. Does nothing for formats that are known from the beginning.
+     */
+    virtual void publishTypes() const;
+
+    /** What a message of a type that the format does not know is called, such as "id 142". May be called on any thread.
+     */
+    virtual QString describeUnknown(quint32 id) const;
 
     /** Senders number all their messages from 0 to one below it, and again; 0 when the format has no such numbers. */
     virtual quint64 getSequenceModulus() const;

@@ -1,6 +1,7 @@
 #include "messageinfo.h"
 
 #include "fieldinfo.h"
+#include "message.h"
 
 MessageInfo::MessageInfo(const QString& name, bool main)
     : m_name(name)
@@ -27,4 +28,9 @@ void MessageInfo::addField(FieldInfo* field)
 {
     field->enterMessageInfo(this);
     m_fields.append(field);
+}
+
+Message* MessageInfo::newMessage(const QByteArray& data) const
+{
+    return new Message(this, data);
 }

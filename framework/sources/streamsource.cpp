@@ -1,6 +1,7 @@
 #include "streamsource.h"
 
 #include "message.h"
+#include "messageinfo.h"
 #include "messageneedmanager.h"
 #include "messagereference.h"
 #include "playbackclock.h"
@@ -176,6 +177,8 @@ void StreamSource::processBatches()
 bool StreamSource::processRecord()
 {
     const ReceivedMessage message = m_work->batch->messageAt(m_work->record++);
+    if (message.info && !message.info->getFormatInfo())
+        m_reader->getDecoder()->publishTypes();
     m_counters.countMessage(message);
     m_work->countsChanged = true;
     if (m_observer)

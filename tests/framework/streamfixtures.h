@@ -99,6 +99,12 @@ public:
         m_line.clear();
     }
 
+    void restart(quint64 offset) override
+    {
+        m_line.clear();
+        m_offset = offset;
+    }
+
     bool hasTimes() const override { return m_hasTimes; }
     const FormatInfo* getFormatInfo() const override { return m_format; }
     QString getSenderName(quint32 sender) const override { return QStringLiteral("sender %1").arg(sender); }

@@ -148,6 +148,14 @@ void MavlinkStreamDecoder::finish(StreamSink* sink)
     continueAt(window.end);
 }
 
+void MavlinkStreamDecoder::restart(quint64 offset)
+{
+    m_pending.clear();
+    m_offset = offset;
+    m_searched = offset;
+    continueAt(offset);
+}
+
 bool MavlinkStreamDecoder::hasTimes() const
 {
     return m_layout == TlogLayout;

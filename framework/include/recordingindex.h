@@ -1,0 +1,27 @@
+#ifndef RECORDINGINDEX_H
+#define RECORDINGINDEX_H
+
+#include "corvelframework_export.h"
+
+#include <QtGlobal>
+
+/** Finds places in a recording by time, without decoding all of it. Used on one thread at a time. */
+class CORVELFRAMEWORK_EXPORT RecordingIndex
+{
+public:
+    virtual ~RecordingIndex();
+
+    /** The time of the first message, in microseconds since 1970; Message::NoTime when there is none. */
+    virtual qint64 getStartTime() const = 0;
+    /** The time of the last message, in microseconds since 1970; Message::NoTime when there is none. */
+    virtual qint64 getEndTime() const = 0;
+
+    /**
+     * Where in the file to go on reading so that no message from @p time on is missed; earlier ones may come first.
+     *
+     * @param time  microseconds since 1970; one before the start gives the beginning of the file
+     */
+    virtual quint64 findOffset(qint64 time) = 0;
+};
+
+#endif

@@ -1,0 +1,3 @@
+#include "recordingindex.h"
+
+RecordingIndex::~RecordingIndex() {}
