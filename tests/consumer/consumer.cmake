@@ -34,13 +34,15 @@ build("${CMAKE_CURRENT_LIST_DIR}/project" "${WORK_DIR}/project" all
 run("${WORK_DIR}/project/consumer")
 expect("what the consumer shows" "${RUN_OUTPUT}" "15.0.0: N/A, 42 m/s\n")
 
-# The example has no end of its own: it is all right when it is still running, and has complained of nothing.
-execute_process(COMMAND "${WORK_DIR}/project/valuelabel/valuelabel" "-" INPUT_FILE "${CMAKE_CURRENT_LIST_FILE}" TIMEOUT 1
-    RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
-string(REGEX REPLACE "QStandardPaths: XDG_RUNTIME_DIR[^\n]*\n" "" output "${output}") # of the machine, not of ours
-if(NOT result MATCHES "timeout" OR NOT output STREQUAL "")
-    message(FATAL_ERROR "The example ended with ${result}\n${output}")
-endif()
+# The examples have no end of their own: one is all right when it is still running, and has complained of nothing.
+foreach(example messagetree ownmessages valuelabel)
+    execute_process(COMMAND "${WORK_DIR}/project/${example}/${example}" "-" INPUT_FILE "${CMAKE_CURRENT_LIST_FILE}"
+        TIMEOUT 1 RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    string(REGEX REPLACE "QStandardPaths: XDG_RUNTIME_DIR[^\n]*\n" "" output "${output}") # of the machine, not of ours
+    if(NOT result MATCHES "timeout" OR NOT output STREQUAL "")
+        message(FATAL_ERROR "The example ${example} ended with ${result}\n${output}")
+    endif()
+endforeach()
 
 find_program(PKG_CONFIG pkg-config)
 if(PKG_CONFIG)
