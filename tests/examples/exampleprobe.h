@@ -17,8 +17,8 @@
 template <typename Window>
 void probeExample(bool (*isRight)(const Window&, QString*))
 {
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext& context, const QString& text) {
-        if (QString::fromLatin1(context.category).startsWith(QLatin1String("qt.qpa")))
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
+        if (text.startsWith(QLatin1String("This plugin does not support")))
             return; // a platform without a screen excuses itself
         std::fprintf(stderr, "The example warns: %s\n", qPrintable(text));
         std::exit(1);
