@@ -1,0 +1,64 @@
+#ifndef MCAPINDEX_H
+#define MCAPINDEX_H
+
+#include "recordingindex.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QVector>
+
+/**
+ * Where the chunks of an MCAP file lie, and what its summary says.
+ *
+ * Taken from the summary when the file has one with an index of its chunks; else the file is walked from record to
+ * record, without decompressing anything, as far as it goes. A long run of messages outside of chunks counts as several
+ * chunks. Does not change once it is loaded, and may then be read on any thread.
+ */
+class CORVELFRAMEWORK_EXPORT McapIndex : public RecordingIndex
+{
+public:
+    /** A stretch of the file and the times of its messages, in nanoseconds since 1970. */
+    struct CORVELFRAMEWORK_EXPORT Chunk
+    {
+        quint64 offset;
+        quint64 length;
+        quint64 start;
+        quint64 end;
+    };
+
+    virtual ~McapIndex();
+
+    /**
+     * Reads the index of a file.
+     *
+     * @param error  why null is returned; must not be null
+     * @return owned by the caller; null when the file cannot be read or is no MCAP file
+     */
+    static McapIndex* load(const QString& path, QString* error);
+
+    qint64 getStartTime() const override;
+    qint64 getEndTime() const override;
+    quint64 findOffset(qint64 time) override;
+
+    /** In the order of the file. */
+    const QVector<Chunk>& getChunks() const { return m_chunks; }
+    /** Whether the file has a summary with an index, so that it is known to be complete. */
+    bool hasSummary() const { return m_summary; }
+    /** The number of messages, or -1 when no summary tells it. */
+    qint64 getMessageCount() const { return m_messages; }
+    /** The records that announce schemas and channels, head included, as far as the index knows them. */
+    const QVector<QByteArray>& getDefinitions() const { return m_definitions; }
+
+private:
+    friend class McapIndexReader;
+    McapIndex();
+    Q_DISABLE_COPY(McapIndex)
+
+    QVector<Chunk> m_chunks;
+    QVector<quint64> m_latestEnds; // of each chunk and those before
+    QVector<QByteArray> m_definitions;
+    bool m_summary;
+    qint64 m_messages;
+};
+
+#endif

@@ -1,0 +1,70 @@
+#ifndef MCAPSTREAMDECODER_H
+#define MCAPSTREAMDECODER_H
+
+#include "streamdecoder.h"
+
+#include <memory>
+
+class McapIndex;
+class ProtobufFormat;
+
+/**
+ * Finds the messages in an MCAP recording or stream.
+ *
+ * Messages of channels with protobuf encoding have a type; those of other channels, and of channels whose schema is
+ * missing or wrong, are handed out with a null ReceivedMessage::info. ReceivedMessage::data is the payload alone, its
+ * offset that of the chunk that it came in. A sender is a channel, called by its topic.
+ *
+ * Chunks are read whole: what fails its checksum or does not decompress is dropped and reported, and the following
+ * chunks are read. When lengths make no sense, the search goes on for a chunk whose lengths agree with one another. A
+ * chunk of more than 128 MiB, compressed or not, is passed over, and so is any other record of that length. Of a chunk
+ * that the end of the stream cuts off, the messages that are complete are handed out, although its checksum cannot be
+ * checked.
+ *
+ * Messages of chunks come in the order of their times, which chunks need not have. A message is held back until no
+ * message of a later chunk can be earlier: this is exact with an index; without one it is assumed that messages are
+ * displaced by one chunk at most. At most 256 MiB of chunks are held; beyond that the earliest messages are handed out,
+ * with a word about it.
+ */
+class CORVELFRAMEWORK_EXPORT McapStreamDecoder : public StreamDecoder
+{
+public:
+    enum Mode
+    {
+        Recording, ///< is to be played at the speed of its times
+        Live       ///< comes as it happens: times are those of the sender's clock, and there is no end mark to miss
+    };
+
+    /** @param format  makes the types; must outlive the decoder and must not be null */
+    explicit McapStreamDecoder(ProtobufFormat* format, Mode mode = Recording);
+    virtual ~McapStreamDecoder();
+
+    /**
+     * Uses what is known of the file beforehand. Before the first byte is fed.
+     *
+     * @param index  not needed afterwards; must not be null
+     */
+    void setIndex(const McapIndex* index);
+
+    void feed(const char* bytes, int size, qint64 arrivalTime, StreamSink* sink) override;
+    void finish(StreamSink* sink) override;
+    /** Channels that were announced are still known. */
+    void restart(quint64 offset) override;
+    bool hasTimes() const override;
+    const FormatInfo* getFormatInfo() const override;
+    QString getSenderName(quint32 sender) const override;
+    void publishTypes() const override;
+    QString describeUnknown(quint32 id) const override;
+    quint64 getSequenceModulus() const override;
+
+    /** Whether a stream that begins with these bytes, 8 or more, is MCAP. */
+    static bool isMcap(const QByteArray& head);
+
+private:
+    Q_DISABLE_COPY(McapStreamDecoder)
+
+    struct Private;
+    std::unique_ptr<Private> m_private;
+};
+
+#endif

@@ -1,0 +1,71 @@
+#ifndef PROTOBUFSTREAMDECODER_H
+#define PROTOBUFSTREAMDECODER_H
+
+#include "streamdecoder.h"
+
+#include <QByteArray>
+
+class ProtobufFormat;
+
+/**
+ * Finds the messages of one type in a stream of serialized messages, each with its length before it.
+ *
+ * Nothing in such a stream tells where a message begins but the lengths before it. After a length that cannot be right
+ * (more than 128 MiB, or a varint of more than 5 bytes) nothing can be found any more: the rest is reported as skipped.
+ * So is a length of which the stream ends too early. Whether what is found are messages of the type, the stream does
+ * not tell either.
+ *
+ * Times are those of arrival. There is one sender, without a name.
+ */
+class CORVELFRAMEWORK_EXPORT ProtobufStreamDecoder : public StreamDecoder
+{
+public:
+    enum Framing
+    {
+        VarintFraming,  ///< the length is a varint, as the libraries' own delimited writing has it
+        UInt32Framing,  ///< the length has 4 bytes, little-endian, as in .osi files
+        DatagramFraming ///< no length: what is fed up to finish() is one message
+    };
+
+    /**
+     * @param format  the format that @p info belongs to once it is published; must outlive the decoder
+     * @param info    the type of all messages; must not be null
+     */
+    ProtobufStreamDecoder(ProtobufFormat* format, const MessageInfo* info, Framing framing);
+    virtual ~ProtobufStreamDecoder();
+
+    void feed(const char* bytes, int size, qint64 arrivalTime, StreamSink* sink) override;
+    void finish(StreamSink* sink) override;
+    void restart(quint64 offset) override;
+    bool hasTimes() const override;
+    const FormatInfo* getFormatInfo() const override;
+    QString getSenderName(quint32 sender) const override;
+    void publishTypes() const override;
+
+    /**
+     * Tells the framing of a recording from its first bytes, by lengths that lead from one serialized message to the
+     * next.
+     *
+     * @param isAll  whether @p head is the whole recording
+     * @return false when no framing fits, and then @p framing is left alone
+     */
+    static bool detectFraming(const QByteArray& head, bool isAll, Framing* framing);
+
+private:
+    Q_DISABLE_COPY(ProtobufStreamDecoder)
+
+    int readLength(const char* bytes, int size, quint64* length) const;
+    void handOut(const char* bytes, int size, quint64 offset, StreamSink* sink) const;
+    void lose(StreamSink* sink);
+
+    ProtobufFormat* m_format;
+    const MessageInfo* m_info;
+    Framing m_framing;
+    QByteArray m_pending; // the beginning of a message, its length included
+    quint64 m_offset;     // of m_pending, or of the next byte fed
+    qint64 m_arrivalTime;
+    bool m_lost; // a length was wrong: nothing can be found any more
+    quint64 m_lostSince;
+};
+
+#endif
