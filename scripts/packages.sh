@@ -3,7 +3,8 @@
 # Qt, the expression parser, and what compiles them.
 build_packages="build-essential cmake ninja-build qt6-base-dev libmuparser-dev fonts-dejavu-core"
 # The second Qt, benchmarks, sanitizers and fuzzers with clang, the style check.
-test_packages="$build_packages qtbase5-dev libbenchmark-dev clang clang-format libclang-rt-14-dev pkg-config xvfb"
+test_packages="$build_packages qtbase5-dev libbenchmark-dev clang clang-format libclang-rt-14-dev pkg-config xvfb
+    desktop-file-utils appstream"
 
 install_packages() {
     local missing=""
