@@ -1,0 +1,143 @@
+#include "protobufformat.h"
+
+#include "formatregistry.h"
+#include "protobufimporter.h"
+#include "protobufmessage.h"
+#include "protobufschema.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QMutex>
+#include <QMutexLocker>
+
+namespace
+{
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("ProtobufFormat", text);
+}
+
+} // namespace
+
+struct ProtobufFormat::Private
+{
+    /** One schema, built when its first type is asked for. */
+    struct Entry
+    {
+        std::shared_ptr<ProtobufSchema> schema;
+        QStringList errors;
+    };
+
+    const Entry& entryOf(const QByteArray& fileDescriptorSet)
+    {
+        const QHash<QByteArray, Entry>::const_iterator known = schemas.constFind(fileDescriptorSet);
+        if (known != schemas.constEnd())
+            return *known;
+        Entry entry;
+        entry.schema = std::make_shared<ProtobufSchema>();
+        entry.schema->build(fileDescriptorSet, &entry.errors);
+        return *schemas.insert(fileDescriptorSet, entry);
+    }
+
+    mutable QMutex mutex;
+    QHash<QByteArray, Entry> schemas; // by their bytes
+    QVector<Entry> loaded;            // in the order of loading
+    QVector<MessageInfo*> made;       // not published yet; owned
+};
+
+ProtobufFormat::ProtobufFormat(const QString& name)
+    : FormatInfo(name)
+    , m_private(new Private)
+{
+}
+
+ProtobufFormat::~ProtobufFormat()
+{
+    qDeleteAll(m_private->made);
+}
+
+const MessageInfo* ProtobufFormat::addSchema(const QByteArray& fileDescriptorSet, const QString& fullTypeName,
+                                             QString* error)
+{
+    const QMutexLocker locker(&m_private->mutex);
+    const Private::Entry& entry = m_private->entryOf(fileDescriptorSet);
+    if (const MessageInfo* const info = entry.schema->findType(fullTypeName, &m_private->made))
+        return info;
+    *error = tr("the schema has no message type \"%1\"").arg(fullTypeName);
+    if (!entry.errors.isEmpty())
+        *error = entry.errors.join(QStringLiteral("; "));
+    return nullptr;
+}
+
+bool ProtobufFormat::loadSchema(const QString& path, const QStringList& importPaths, QStringList* errors)
+{
+    QByteArray bytes;
+    if (QFileInfo(path).suffix().toLower() == QLatin1String("proto")) {
+        QStringList found;
+        bytes = ProtobufImporter::read(path, importPaths, &found);
+        errors->append(found);
+        if (!found.isEmpty())
+            return false;
+    } else {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            errors->append(path + QStringLiteral(": ") + file.errorString());
+            return false;
+        }
+        bytes = file.readAll();
+    }
+    const QMutexLocker locker(&m_private->mutex);
+    const Private::Entry entry = m_private->entryOf(bytes);
+    for (const QString& error : entry.errors)
+        errors->append(path + QStringLiteral(": ") + error);
+    if (!entry.errors.isEmpty())
+        return false;
+    for (int i = 0; i < m_private->loaded.size(); ++i) {
+        if (m_private->loaded.at(i).schema == entry.schema) {
+            m_private->loaded.remove(i);
+            break;
+        }
+    }
+    m_private->loaded.append(entry);
+    return true;
+}
+
+const MessageInfo* ProtobufFormat::findType(const QString& fullTypeName, QString* error)
+{
+    const QMutexLocker locker(&m_private->mutex);
+    for (int i = static_cast<int>(m_private->loaded.size()) - 1; i >= 0; --i)
+        if (const MessageInfo* const info = m_private->loaded.at(i).schema->findType(fullTypeName, &m_private->made))
+            return info;
+    *error = m_private->loaded.isEmpty() ? tr("no schema is loaded")
+                                         : tr("no schema has a message type \"%1\"").arg(fullTypeName);
+    return nullptr;
+}
+
+QStringList ProtobufFormat::getLoadedTypeNames() const
+{
+    const QMutexLocker locker(&m_private->mutex);
+    QStringList names;
+    for (const Private::Entry& entry : m_private->loaded)
+        for (const QString& name : entry.schema->getTypeNames())
+            if (!names.contains(name))
+                names.append(name);
+    return names;
+}
+
+void ProtobufFormat::publish(QStringList* errors)
+{
+    Q_UNUSED(errors);
+    QVector<MessageInfo*> made;
+    {
+        const QMutexLocker locker(&m_private->mutex);
+        made.swap(m_private->made);
+    }
+    if (made.isEmpty())
+        return;
+    for (MessageInfo* info : made)
+        addMessageInfo(info);
+    FormatRegistry::getInstance()->updateFormat(this);
+}

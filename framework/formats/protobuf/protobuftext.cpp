@@ -1,0 +1,88 @@
+#include "protobuftext.h"
+
+#include <QDateTime>
+#include <QRegularExpression>
+#include <QStringList>
+
+namespace
+{
+
+const qint64 BeginOfYear1 = -Q_INT64_C(62135596800);
+const qint64 EndOfYear9999 = Q_INT64_C(253402300799);
+const qint32 NanosPerSecond = 1000000000;
+const std::size_t GreatestBytesShown = 64;
+
+// ".5" of 500000000; empty of 0.
+QString fractionText(qint32 nanos)
+{
+    if (nanos == 0)
+        return QString();
+    QString digits = QString::number(nanos).rightJustified(9, QLatin1Char('0'));
+    while (digits.endsWith(QLatin1Char('0')))
+        digits.chop(1);
+    return QLatin1Char('.') + digits;
+}
+
+QString partsText(qint64 seconds, qint32 nanos)
+{
+    return QStringLiteral("%1 s and %2 ns").arg(seconds).arg(nanos);
+}
+
+} // namespace
+
+QString ProtobufText::bytesText(const std::string& bytes)
+{
+    const bool isLong = bytes.size() > GreatestBytesShown;
+    const QByteArray shown(bytes.data(), static_cast<int>(isLong ? GreatestBytesShown : bytes.size()));
+    QString text = QString::fromLatin1(shown.toHex());
+    if (isLong)
+        text += QChar(0x2026);
+    if (!text.isEmpty())
+        text += QLatin1Char(' ');
+    return text + (bytes.size() == 1 ? QStringLiteral("(1 byte)")
+                                     : QStringLiteral("(%1 bytes)").arg(static_cast<qint64>(bytes.size())));
+}
+
+QString ProtobufText::commentText(const std::string& leading, const std::string& trailing)
+{
+    QStringList paragraphs;
+    for (const std::string* comment : {&leading, &trailing}) {
+        QString paragraph;
+        const QStringList lines = fromUtf8(*comment).split(QLatin1Char('\n'));
+        for (const QString& line : lines) {
+            static const QRegularExpression decoration(QStringLiteral("^[\\s/*!<]*"));
+            const QString text = QString(line).remove(decoration).simplified();
+            if (!text.isEmpty()) {
+                paragraph += (paragraph.isEmpty() ? QString() : QStringLiteral(" ")) + text;
+            } else if (!paragraph.isEmpty()) {
+                paragraphs.append(paragraph);
+                paragraph.clear();
+            }
+        }
+        if (!paragraph.isEmpty())
+            paragraphs.append(paragraph);
+    }
+    return paragraphs.join(QLatin1Char('\n'));
+}
+
+QString ProtobufText::firstParagraph(const QString& text)
+{
+    return text.section(QLatin1Char('\n'), 0, 0);
+}
+
+QString ProtobufText::timestampText(qint64 seconds, qint32 nanos)
+{
+    if (seconds < BeginOfYear1 || seconds > EndOfYear9999 || nanos < 0 || nanos >= NanosPerSecond)
+        return partsText(seconds, nanos);
+    const QDateTime time = QDateTime(QDate(1970, 1, 1), QTime(0, 0), Qt::UTC).addSecs(seconds);
+    return time.toString(QStringLiteral("yyyy-MM-ddThh:mm:ss")) + fractionText(nanos) + QLatin1Char('Z');
+}
+
+QString ProtobufText::durationText(qint64 seconds, qint32 nanos)
+{
+    const bool contradicts = (seconds > 0 && nanos < 0) || (seconds < 0 && nanos > 0);
+    if (contradicts || nanos <= -NanosPerSecond || nanos >= NanosPerSecond)
+        return partsText(seconds, nanos);
+    const QString sign = seconds == 0 && nanos < 0 ? QStringLiteral("-") : QString();
+    return sign + QString::number(seconds) + fractionText(qAbs(nanos)) + QStringLiteral(" s");
+}

@@ -1,0 +1,173 @@
+#include "protobufwirecheck.h"
+
+#include "protobuftext.h"
+
+#include <QCoreApplication>
+
+#include <google/protobuf/io/coded_stream.h>
+#include <google/protobuf/wire_format_lite.h>
+
+using google::protobuf::internal::WireFormatLite;
+
+namespace
+{
+
+const int GreatestProblemCount = 20;
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("ProtobufFormat", text);
+}
+
+// The number of bytes of the character that begins at bytes, or 0 when that is no UTF-8.
+int characterSize(const unsigned char* bytes, qint64 size)
+{
+    const unsigned char lead = bytes[0];
+    if (lead < 0x80)
+        return 1;
+    int length = 0;
+    unsigned char least = 0x80;
+    unsigned char greatest = 0xbf;
+    if (lead >= 0xc2 && lead <= 0xdf) {
+        length = 2;
+    } else if (lead >= 0xe0 && lead <= 0xef) {
+        length = 3;
+        least = lead == 0xe0 ? 0xa0 : least;
+        greatest = lead == 0xed ? 0x9f : greatest;
+    } else if (lead >= 0xf0 && lead <= 0xf4) {
+        length = 4;
+        least = lead == 0xf0 ? 0x90 : least;
+        greatest = lead == 0xf4 ? 0x8f : greatest;
+    } else {
+        return 0;
+    }
+    if (size < length || bytes[1] < least || bytes[1] > greatest)
+        return 0;
+    for (int i = 2; i < length; ++i)
+        if (bytes[i] < 0x80 || bytes[i] > 0xbf)
+            return 0;
+    return length;
+}
+
+} // namespace
+
+ProtobufWireCheck::ProtobufWireCheck(const Descriptor* type, const QByteArray& message)
+    : m_bytes(message)
+    , m_isRepaired(false)
+{
+    qint64 place = 0;
+    checkMessage(type, &place, m_bytes.size(), 0, google::protobuf::io::CodedInputStream::GetDefaultRecursionLimit());
+}
+
+bool ProtobufWireCheck::fail(const FieldDescriptor* field, qint64 place, const QString& text)
+{
+    if (m_problems.size() == GreatestProblemCount)
+        m_problems.append(tr("and more"));
+    if (m_problems.size() > GreatestProblemCount)
+        return false;
+    QStringList path = m_path;
+    if (field)
+        path.append(ProtobufText::fromUtf8(field->name()));
+    const QString where =
+        path.isEmpty() ? tr("byte %1: ").arg(place) : tr("%1 at byte %2: ").arg(path.join(QLatin1Char('.'))).arg(place);
+    m_problems.append(where + text);
+    return false;
+}
+
+bool ProtobufWireCheck::readVarint(qint64* place, qint64 end, std::uint64_t* value) const
+{
+    *value = 0;
+    for (int shift = 0; shift < 70 && *place < end; shift += 7) {
+        const std::uint64_t byte = static_cast<unsigned char>(m_bytes.at(static_cast<int>((*place)++)));
+        if (shift < 64)
+            *value |= (byte & 0x7f) << shift;
+        if (byte < 0x80)
+            return true;
+    }
+    return false;
+}
+
+bool ProtobufWireCheck::checkMessage(const Descriptor* type, qint64* place, qint64 end, std::uint32_t group, int depth)
+{
+    if (depth < 0)
+        return fail(nullptr, *place, tr("nested too deeply; what follows is not decoded"));
+    while (*place < end) {
+        const qint64 begin = *place;
+        std::uint64_t tag;
+        if (!readVarint(place, end, &tag))
+            return fail(nullptr, begin, tr("breaks off inside the number of a field; what follows is not decoded"));
+        const std::uint32_t number = static_cast<std::uint32_t>(tag >> 3);
+        if (tag >> 32 != 0 || number == 0)
+            return fail(nullptr, begin, tr("no number of a field; what follows is not decoded"));
+        const FieldDescriptor* const field = type ? type->FindFieldByNumber(static_cast<int>(number)) : nullptr;
+        std::uint64_t value = 0;
+        switch (tag & 7) {
+        case WireFormatLite::WIRETYPE_VARINT:
+            if (!readVarint(place, end, &value))
+                return fail(field, begin, tr("a number breaks off; what follows is not decoded"));
+            break;
+        case WireFormatLite::WIRETYPE_FIXED64:
+        case WireFormatLite::WIRETYPE_FIXED32:
+            *place += (tag & 7) == WireFormatLite::WIRETYPE_FIXED64 ? 8 : 4;
+            if (*place > end)
+                return fail(field, begin, tr("a number breaks off; what follows is not decoded"));
+            break;
+        case WireFormatLite::WIRETYPE_LENGTH_DELIMITED: {
+            if (!readVarint(place, end, &value))
+                return fail(field, begin, tr("a length breaks off; what follows is not decoded"));
+            if (value > static_cast<std::uint64_t>(end - *place))
+                return fail(
+                    field, begin,
+                    tr("claims %1 bytes where %2 are left; what follows is not decoded").arg(value).arg(end - *place));
+            const qint64 fieldEnd = *place + static_cast<qint64>(value);
+            if (field && field->type() == FieldDescriptor::TYPE_MESSAGE) {
+                m_path.append(ProtobufText::fromUtf8(field->name()));
+                const bool good = checkMessage(field->message_type(), place, fieldEnd, 0, depth - 1);
+                m_path.removeLast();
+                if (!good)
+                    return false;
+            } else if (field && field->type() == FieldDescriptor::TYPE_STRING) {
+                checkText(field, *place, fieldEnd);
+            }
+            *place = fieldEnd;
+            break;
+        }
+        case WireFormatLite::WIRETYPE_START_GROUP: {
+            const bool known = field && field->type() == FieldDescriptor::TYPE_GROUP;
+            m_path.append(known ? ProtobufText::fromUtf8(field->name()) : QString::number(number));
+            const bool good = checkMessage(known ? field->message_type() : nullptr, place, end, number, depth - 1);
+            m_path.removeLast();
+            if (!good)
+                return false;
+            break;
+        }
+        case WireFormatLite::WIRETYPE_END_GROUP:
+            if (number == group)
+                return true;
+            return fail(nullptr, begin, tr("the end of a group that did not begin; what follows is not decoded"));
+        default:
+            return fail(field, begin, tr("an unknown kind of value; what follows is not decoded"));
+        }
+    }
+    if (group != 0)
+        return fail(nullptr, *place, tr("a group does not end"));
+    return true;
+}
+
+bool ProtobufWireCheck::checkText(const FieldDescriptor* field, qint64 place, qint64 end)
+{
+    bool good = true;
+    for (qint64 i = place; i < end;) {
+        const int size = characterSize(reinterpret_cast<const unsigned char*>(m_bytes.constData()) + i, end - i);
+        if (size == 0) {
+            if (good)
+                fail(field, i, tr("not valid UTF-8; wrong bytes are shown as question marks"));
+            good = false;
+            m_bytes[static_cast<int>(i)] = '?';
+            m_isRepaired = true;
+            ++i;
+        }
+        i += size;
+    }
+    return good;
+}
