@@ -1,27 +1,34 @@
 #include "latestmessagesource.h"
 
-#include "formatinfo.h"
+#include "messageinfo.h"
+#include "sourcesession.h"
 
 #include <algorithm>
-#include <vector>
-
-static const int TickMilliseconds = 50;
 
 LatestMessageSource::LatestMessageSource(QObject* parent)
     : MessageSource(parent)
-    , m_need(nullptr)
 {
     m_tick.setSingleShot(true); // started by an arrival: a silent link costs nothing
-    m_tick.setInterval(TickMilliseconds);
+    setRate(DefaultRate);
     connect(&m_tick, &QTimer::timeout, this, &LatestMessageSource::emitPending);
 }
 
 LatestMessageSource::~LatestMessageSource() = default;
 
-void LatestMessageSource::setFormat(const FormatInfo* format)
+void LatestMessageSource::addSession(const SourceSession* session, LatestMessages* messages)
 {
-    m_entries.clear();
-    m_need.setMessagesNeeded(format ? format->getMessageInfos() : QVector<const MessageInfo*>());
+    m_sessions.push_back({session, messages});
+}
+
+void LatestMessageSource::removeSession(const SourceSession* session)
+{
+    for (std::size_t i = 0; i < m_sessions.size(); ++i) {
+        if (m_sessions[i].session == session) {
+            m_overtakenBefore += m_sessions[i].messages->getOvertakenCount();
+            m_sessions.erase(m_sessions.begin() + std::ptrdiff_t(i));
+            return;
+        }
+    }
 }
 
 void LatestMessageSource::setSender(const QString& sender)
@@ -29,42 +36,101 @@ void LatestMessageSource::setSender(const QString& sender)
     if (m_sender == sender)
         return;
     m_sender = sender;
-    for (Entry& entry : m_entries)
-        entry.pending = true;
-    m_tick.start();
+    showAgain();
+}
+
+void LatestMessageSource::showAgain()
+{
+    for (const Session& session : m_sessions) {
+        for (LatestMessages::Entry& entry : session.messages->getEntries())
+            entry.pending = true;
+        session.messages->setPending(true);
+    }
+    noteArrival();
+}
+
+MessageReference LatestMessageSource::makeMessage(const Session& session, const LatestMessages::Entry& entry) const
+{
+    if (!entry.info)
+        return MessageReference();
+    const QString sender = session.session->getSenderName(entry.sender);
+    if (!m_sender.isEmpty() && sender != m_sender)
+        return MessageReference();
+    Message* const message = entry.info->newMessage(entry.data);
+    message->setTime(entry.time);
+    message->setSequence(entry.sequence);
+    message->setSender(sender);
+    return MessageReference::adopt(message);
 }
 
 MessageReference LatestMessageSource::getLatest(const MessageInfo* info) const
 {
-    const Entry* latest = nullptr;
-    for (const Entry& entry : m_entries)
-        if (entry.message->getInfo() == info && passes(entry.message.get()) && (!latest || entry.order > latest->order))
-            latest = &entry;
-    return latest ? latest->message : MessageReference();
+    MessageReference latest;
+    quint64 order = 0;
+    for (const Session& session : m_sessions) {
+        for (const LatestMessages::Entry& entry : std::as_const(*session.messages).getEntries()) {
+            if (entry.info != info || entry.order < order)
+                continue;
+            const MessageReference message = makeMessage(session, entry);
+            if (!message.isNull()) {
+                latest = message;
+                order = entry.order;
+            }
+        }
+    }
+    return latest;
 }
 
-void LatestMessageSource::processMessage(const Message* message)
+quint64 LatestMessageSource::getOvertakenCount() const
 {
-    Entry& entry = m_entries[qMakePair(message->getInfo(), message->getSender())];
-    if (entry.pending)
-        ++m_overtaken;
-    entry.message = MessageReference(message);
-    entry.pending = true;
-    entry.order = ++m_arrivals;
-    if (!m_tick.isActive())
+    quint64 count = m_overtakenBefore;
+    for (const Session& session : m_sessions)
+        count += session.messages->getOvertakenCount();
+    return count;
+}
+
+void LatestMessageSource::setRate(int rate)
+{
+    m_rate = qBound(1, rate, 60);
+    m_tick.setInterval(1000 / m_rate);
+}
+
+void LatestMessageSource::setSuspended(bool suspended)
+{
+    m_suspended = suspended;
+    if (suspended)
+        m_tick.stop();
+    else
+        emitPending();
+}
+
+void LatestMessageSource::noteArrival()
+{
+    if (!m_suspended && !m_tick.isActive())
         m_tick.start();
 }
 
 void LatestMessageSource::emitPending()
 {
-    // In order of arrival, so that of two senders' messages of one type the newer is what a view ends up with.
-    std::vector<Entry> pending;
-    for (Entry& entry : m_entries) {
-        if (entry.pending && passes(entry.message.get()))
-            pending.push_back(entry);
-        entry.pending = false;
+    struct Pending
+    {
+        quint64 order;
+        MessageReference message;
+    };
+    std::vector<Pending> pending;
+    for (const Session& session : m_sessions) {
+        if (!session.messages->isPending())
+            continue;
+        session.messages->setPending(false);
+        for (LatestMessages::Entry& entry : session.messages->getEntries()) {
+            const MessageReference message = entry.pending ? makeMessage(session, entry) : MessageReference();
+            entry.pending = false;
+            if (!message.isNull())
+                pending.push_back({entry.order, message});
+        }
     }
-    std::sort(pending.begin(), pending.end(), [](const Entry& a, const Entry& b) { return a.order < b.order; });
-    for (const Entry& entry : pending)
-        deliver(entry.message.get());
+    // In order of arrival, so that of two senders' messages of one type the newer is what a view ends up with.
+    std::sort(pending.begin(), pending.end(), [](const Pending& a, const Pending& b) { return a.order < b.order; });
+    for (const Pending& one : pending)
+        Q_EMIT newMessage(one.message.get());
 }

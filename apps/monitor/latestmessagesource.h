@@ -1,35 +1,39 @@
 #ifndef LATESTMESSAGESOURCE_H
 #define LATESTMESSAGESOURCE_H
 
-#include "messageneed.h"
+#include "latestmessages.h"
 #include "messagereference.h"
 #include "messagesource.h"
 
-#include <QHash>
-#include <QPair>
 #include <QTimer>
 
-class FormatInfo;
+#include <memory>
+#include <vector>
+
+class SourceSession;
 
 /**
- * Takes messages as fast as they come and hands on the newest of each type and sender, a limited number of times a
- * second.
+ * The display tick: hands on the newest message of each type and sender of all sources, a limited number of times a
+ * second, and nothing while it is suspended.
  *
- * The newest messages are kept, so that a view that is added later can show at once what came before it. To have them
- * all it needs every type of the format.
+ * The newest messages are kept, so that a view that is added later can show at once what came before it.
  */
 class LatestMessageSource : public MessageSource
 {
     Q_OBJECT
 
 public:
+    static const int DefaultRate = 20;
+
     explicit LatestMessageSource(QObject* parent = nullptr);
     ~LatestMessageSource() override;
 
-    /** Needs all types of @p format from now on, or nothing when it is null. Forgets what it kept. */
-    void setFormat(const FormatInfo* format);
+    /** Shows what @p session receives, until it is removed. */
+    void addSession(const SourceSession* session, LatestMessages* messages);
+    void removeSession(const SourceSession* session);
 
-    /** Hands on only what @p sender sent; empty means everybody. What is kept of it is handed on anew. */
+    /** Hands on only what this sender sent, named as by getSender() of messages; empty means everybody. What is kept
+     * of it is handed on anew. */
     void setSender(const QString& sender);
     QString getSender() const { return m_sender; }
 
@@ -37,28 +41,39 @@ public:
     MessageReference getLatest(const MessageInfo* info) const;
 
     /** Messages that were never handed on because a newer one of their type came before the tick. */
-    quint64 getOvertakenCount() const { return m_overtaken; }
+    quint64 getOvertakenCount() const;
+
+    /** Ticks a second, 1 to 60. */
+    void setRate(int rate);
+    int getRate() const { return m_rate; }
+
+    /** Whether views are to stay as they are, for one of any number of reasons; ends with showing what came. */
+    void setSuspended(bool suspended);
+    bool isSuspended() const { return m_suspended; }
+
+    /** Hands on everything that is kept once more, such as when its senders got other names. */
+    void showAgain();
 
 public Q_SLOTS:
-    void processMessage(const Message* message);
+    /** Something came: it is handed on at the next tick. */
+    void noteArrival();
 
 private:
-    struct Entry
+    struct Session
     {
-        MessageReference message;
-        bool pending = false;
-        quint64 order = 0;
+        const SourceSession* session;
+        LatestMessages* messages;
     };
 
     void emitPending();
-    bool passes(const Message* message) const { return m_sender.isEmpty() || message->getSender() == m_sender; }
+    MessageReference makeMessage(const Session& session, const LatestMessages::Entry& entry) const;
 
-    QHash<QPair<const MessageInfo*, QString>, Entry> m_entries;
-    MessageNeed m_need;
+    std::vector<Session> m_sessions;
     QTimer m_tick;
     QString m_sender;
-    quint64 m_arrivals = 0;
-    quint64 m_overtaken = 0;
+    int m_rate = DefaultRate;
+    bool m_suspended = false;
+    quint64 m_overtakenBefore = 0; // by sessions that are gone
 };
 
 #endif

@@ -55,7 +55,7 @@ int main(int argc, char** argv)
     parser.addPositionalArgument(QLatin1String("input"),
                                  QLatin1String("A recording, \"-\" for standard input, udp:ADDRESS:PORT to listen, or "
                                                "tcp:HOST:PORT to connect. Without one a simulated vehicle is shown."),
-                                 QLatin1String("[input]"));
+                                 QLatin1String("[input...]"));
     parser.addOptions({
         {QLatin1String("dialect"), QLatin1String("Use the MAVLink definitions in <file>."), QLatin1String("file")},
         {QLatin1String("annotations"), QLatin1String("Add the annotations in <file> to them."), QLatin1String("file")},
@@ -86,10 +86,6 @@ int main(int argc, char** argv)
         !readNumber(parser, QLatin1String("rate"), 0, &playback.messagesPerSecond) ||
         !readNumber(parser, QLatin1String("after"), 0, &after))
         return 1;
-    if (parser.positionalArguments().size() > 1) {
-        std::fprintf(stderr, "corvel-monitor: one input at a time\n");
-        return 1;
-    }
 
     MainWindow window;
     if (parser.isSet(QLatin1String("size"))) {
@@ -120,10 +116,11 @@ int main(int argc, char** argv)
     }
     for (const QString& expression : parser.values(QLatin1String("watch")))
         window.getWatches()->pin(expression);
-    if (opened && !parser.positionalArguments().isEmpty())
-        opened = window.openAddress(parser.positionalArguments().first());
-    else if (opened)
-        window.openSimulation();
+    const QStringList inputs = parser.positionalArguments();
+    for (const QString& input : inputs)
+        opened = opened && window.openAddress(input);
+    if (opened && inputs.isEmpty())
+        window.openSimulation(true);
     if (!opened) {
         std::fprintf(stderr, "corvel-monitor: %s\n", qPrintable(window.getLastProblem()));
         if (forPicture)

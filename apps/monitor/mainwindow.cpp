@@ -1,29 +1,22 @@
 #include "mainwindow.h"
 
-#include "annotations.h"
 #include "corvel.h"
-#include "detectingdecoder.h"
 #include "fieldinfo.h"
-#include "formatregistry.h"
 #include "formpanel.h"
 #include "latestmessagesource.h"
-#include "mavlinkdialect.h"
-#include "mavlinkstreamdecoder.h"
 #include "messageinfo.h"
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
 #include "messagetypemodel.h"
-#include "receptionmonitor.h"
-#include "simulatorinput.h"
+#include "sourcemodel.h"
+#include "sourcepanel.h"
 #include "watchbar.h"
 
 #include <QAction>
 #include <QComboBox>
 #include <QDockWidget>
 #include <QDragEnterEvent>
-#include <QFile>
-#include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
@@ -34,36 +27,23 @@
 #include <QStatusBar>
 #include <QTreeView>
 
-#include <memory>
-#include <vector>
-
 static const int RefreshMilliseconds = 250;
-static const int HeadBytes = 4096;
-
-// Dialects stay for as long as the program: trees remember by their types' addresses what was expanded.
-static std::vector<std::unique_ptr<MavlinkDialect>>& dialects()
-{
-    static std::vector<std::unique_ptr<MavlinkDialect>> loaded;
-    return loaded;
-}
 
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
     , m_types(new MessageTypeModel(this))
     , m_latest(new LatestMessageSource(this))
 {
-    if (dialects().empty())
-        dialects().emplace_back(MavlinkDialect::loadBuiltIn());
-    m_dialect = dialects().front().get();
-    FormatRegistry::getInstance()->addFormat(m_dialect);
     setAcceptDrops(true);
     setWindowTitle(tr("Corvel Monitor"));
+    createSources();
     createTree();
     createTypeList();
     createDocks();
     createStatusBar();
     createActions();
     connect(m_types, &MessageTypeModel::typeSeen, this, &MainWindow::processTypeSeen);
+    connect(m_types, &MessageTypeModel::typeGone, this, &MainWindow::processTypeGone);
     connect(m_types, &MessageTypeModel::inTreeRequested, this, &MainWindow::setInTree);
     m_refreshTimer.setInterval(RefreshMilliseconds);
     connect(&m_refreshTimer, &QTimer::timeout, this, &MainWindow::refresh);
@@ -72,47 +52,27 @@ MainWindow::MainWindow(QWidget* parent)
 
 MainWindow::~MainWindow()
 {
-    closeSource();
-    FormatRegistry::getInstance()->removeFormat(m_dialect);
+    m_sources->closeAll(); // while there is what they report to
 }
 
 bool MainWindow::loadDialect(const QString& path, const QString& annotations)
 {
-    QStringList errors;
-    std::unique_ptr<MavlinkDialect> dialect(MavlinkDialect::load(path, &errors));
-    if (!dialect) {
-        showError(tr("The definitions could not be loaded.") + QLatin1String("\n\n") + errors.join(QLatin1Char('\n')));
-        return false;
-    }
-    QString annotationPath = annotations;
-    if (annotationPath.isEmpty() && QFile::exists(Annotations::pathBeside(path)))
-        annotationPath = Annotations::pathBeside(path);
-    if (!annotationPath.isEmpty())
-        annotate(annotationPath, dialect.get());
-    // Only the definitions in use are known by name: of two of a kind, every name would be ambiguous.
-    FormatRegistry::getInstance()->removeFormat(m_dialect);
-    m_dialect = dialect.get();
-    m_dialectPath = path;
-    dialects().push_back(std::move(dialect));
-    FormatRegistry::getInstance()->addFormat(m_dialect);
-    return true;
+    QStringList problems;
+    const bool loaded = m_factory.loadDefinitions(path, annotations, &problems);
+    if (!problems.isEmpty())
+        showError((loaded ? tr("The annotations have faults; the rest of them is used.")
+                          : tr("The definitions could not be loaded.")) +
+                  QLatin1String("\n\n") + problems.join(QLatin1Char('\n')));
+    return loaded;
 }
 
 bool MainWindow::loadAnnotations(const QString& path)
 {
-    // The definitions are this program's own; that they are const elsewhere keeps views from changing them.
-    const bool faultless = annotate(path, const_cast<MavlinkDialect*>(m_dialect));
-    FormatRegistry::getInstance()->updateFormat(m_dialect);
-    return faultless;
-}
-
-bool MainWindow::annotate(const QString& path, FormatInfo* format)
-{
-    QStringList errors;
-    if (Annotations::apply(path, format, &errors))
+    QStringList problems;
+    if (m_factory.annotate(path, &problems))
         return true;
     showError(tr("The annotations have faults; the rest of them is used.") + QLatin1String("\n\n") +
-              errors.join(QLatin1Char('\n')));
+              problems.join(QLatin1Char('\n')));
     return false;
 }
 
@@ -128,87 +88,68 @@ void MainWindow::showError(const QString& text)
 
 bool MainWindow::openAddress(const QString& text)
 {
-    InputAddress address;
+    SourceOptions options;
+    options.address = text;
     QString error;
-    if (!InputAddress::parse(text, &address, &error)) {
-        showError(error);
-        return false;
-    }
-    MavlinkStreamDecoder::Layout layout = MavlinkStreamDecoder::RawLayout;
-    if (address.kind == InputAddress::File) {
-        QFile file(address.path);
-        if (!file.open(QIODevice::ReadOnly)) {
-            showError(tr("%1 cannot be opened: %2").arg(address.path, file.errorString()));
-            return false;
-        }
-        if (!MavlinkStreamDecoder::detectLayout(file.read(HeadBytes), &layout)) {
-            showError(tr("%1 is no recording that this program knows: no MAVLink frames were found at its beginning.")
-                          .arg(address.path));
-            return false;
-        }
-    }
-    const QString name = address.kind == InputAddress::File ? QFileInfo(address.path).fileName() : address.toString();
-    if (address.kind == InputAddress::File)
-        rememberFile(QFileInfo(address.path).absoluteFilePath());
-    StreamDecoder* decoder = nullptr;
-    if (address.kind == InputAddress::StandardInput)
-        decoder = new DetectingDecoder(m_dialect);
-    else
-        decoder = new MavlinkStreamDecoder(m_dialect, layout);
-    startSource(ByteInput::create(address), decoder, name);
-    return true;
+    if (openSource(options, &error))
+        return true;
+    showError(error);
+    return false;
 }
 
-void MainWindow::openSimulation()
+SourceSession* MainWindow::openSource(const SourceOptions& options, QString* error)
 {
-    startSource(new SimulatorInput, new MavlinkStreamDecoder(m_dialect, MavlinkStreamDecoder::RawLayout),
-                tr("simulated vehicle"));
-}
-
-void MainWindow::startSource(ByteInput* input, StreamDecoder* decoder, const QString& name)
-{
-    closeSource();
-    m_source.reset(new StreamSource(input, decoder));
-    m_source->setPlayback(m_playback);
-    m_inputName = name;
-    m_problems = 0;
-    m_lastProblem.clear();
-    m_lastMessages = m_lastBytes = 0;
-    m_sinceRate.start();
-    m_rateStatus->clear();
-    m_latest->setFormat(m_source->getFormatInfo());
-    // Rows of the dialect that is in use stay, with their last values; those of another can never change again.
-    for (int i = m_tree->topLevelItemCount() - 1; i >= 0; --i) {
-        MessageTreeWidgetItem* row = dynamic_cast<MessageTreeWidgetItem*>(m_tree->topLevelItem(i));
-        if (row && row->getMessageInfo() && row->getMessageInfo()->getFormatInfo() != m_source->getFormatInfo())
-            setInTree(row->getMessageInfo(), false);
-    }
-    m_types->setSource(m_source.get());
-    m_reception.reset(new ReceptionMonitor(&m_coordinator, &m_log));
-    m_reception->follow(m_source.get(), name);
-    connect(m_source.get(), &MessageSource::newMessage, m_latest, &LatestMessageSource::processMessage);
-    connect(m_source.get(), &StreamSource::problem, this, &MainWindow::noteProblem);
-    connect(m_source.get(), &StreamSource::stateChanged, this, &MainWindow::refresh);
-    m_source->start();
-    setWindowTitle(tr("%1 – Corvel Monitor").arg(name));
+    const QPointer<SourceSession> demonstration = m_demonstration;
+    SourceSession* const session = m_sources->open(options, m_playback, error);
+    if (!session)
+        return nullptr;
+    if (demonstration)
+        m_sources->close(demonstration);
+    if (!session->getPath().isEmpty())
+        rememberFile(session->getPath());
     refresh();
+    return session;
 }
 
-void MainWindow::closeSource()
+void MainWindow::openSimulation(bool untilAnother)
 {
-    m_types->setSource(nullptr);
-    m_reception.reset();
-    m_source.reset();
-    m_coordinator.clear();
-    m_statistics->updateTree(); // while there is nothing, so that no row takes new statistics for its own
-    while (m_senders->count() > 1)
-        m_senders->removeItem(1);
+    QString error;
+    SourceSession* const session = openSource(SourceOptions(), &error);
+    if (untilAnother)
+        m_demonstration = session;
+}
+
+const StreamSource* MainWindow::getSource() const
+{
+    const SourceSession* const session = m_sourcePanel->getCurrent();
+    return session ? session->getSource() : nullptr;
+}
+
+void MainWindow::createSources()
+{
+    m_sources = new SourceModel(&m_factory, {&m_coordinator, &m_log, m_latest}, this);
+    connect(m_sources, &SourceModel::sessionAdded, this, &MainWindow::addSession);
+    connect(m_sources, &SourceModel::sessionAboutToBeRemoved, m_types, &MessageTypeModel::removeSession);
+    connect(m_sources, &SourceModel::sessionRemoved, this, [this]() {
+        m_statistics->updateTree(); // before new statistics can be taken for those that are gone
+        updateSenders();
+        refresh();
+    });
+}
+
+void MainWindow::addSession(SourceSession* session)
+{
+    m_types->addSession(session);
+    connect(session, &SourceSession::problem, this, &MainWindow::noteProblem);
+    connect(session, &SourceSession::changed, this, &MainWindow::refresh);
 }
 
 // Views are brought up to date only while somebody can see them; what arrives is counted all the same.
 void MainWindow::followVisibility()
 {
-    if (isVisible() && !isMinimized()) {
+    const bool visible = isVisible() && !isMinimized();
+    m_latest->setSuspended(!visible);
+    if (visible) {
         refresh();
         m_refreshTimer.start();
     } else {
@@ -223,6 +164,7 @@ void MainWindow::arrangeDocks()
         docks.insert(dock->objectName(), dock);
     resizeDocks({docks.value(QLatin1String("types")), docks.value(QLatin1String("forms"))}, {340, 300}, Qt::Horizontal);
     resizeDocks({docks.value(QLatin1String("statistics"))}, {190}, Qt::Vertical);
+    resizeDocks({docks.value(QLatin1String("sources")), docks.value(QLatin1String("types"))}, {120, 520}, Qt::Vertical);
 }
 
 void MainWindow::showEvent(QShowEvent* event)
@@ -253,8 +195,7 @@ void MainWindow::changeEvent(QEvent* event)
 void MainWindow::refresh()
 {
     m_types->refresh();
-    if (m_reception)
-        m_reception->refresh();
+    m_sources->refresh();
     if (m_statistics->isVisible())
         m_statistics->updateTree();
     updateSenders();
@@ -264,7 +205,6 @@ void MainWindow::refresh()
 
 void MainWindow::noteProblem(const QString& text)
 {
-    ++m_problems;
     m_lastProblem = text;
     m_problemStatus->setText(text.section(QLatin1Char('\n'), 0, 0));
     m_problemStatus->setToolTip(text);
@@ -272,52 +212,59 @@ void MainWindow::noteProblem(const QString& text)
 
 void MainWindow::updateStatus()
 {
-    if (!m_source) {
+    const SourceSession* const session = m_sourcePanel->getCurrent();
+    if (!session) {
         m_inputStatus->setText(tr("Nothing is open"));
+        m_rateStatus->clear();
+        setWindowTitle(tr("Corvel Monitor"));
         return;
     }
-    QString state;
-    switch (m_source->getState()) {
-    case StreamSource::Idle:
-    case StreamSource::Opening:
-        state = tr("opening");
-        break;
-    case StreamSource::Running:
-        state = tr("receiving");
-        break;
-    case StreamSource::Finished:
-        state = tr("ended");
-        break;
-    case StreamSource::Failed:
-        state = tr("failed: %1").arg(m_source->getErrorString());
-        break;
+    const int count = m_sources->getCount();
+    if (count == 1) {
+        m_inputStatus->setText(tr("%1: %2").arg(session->getName(), session->getStateText()));
+        setWindowTitle(tr("%1 – Corvel Monitor").arg(session->getName()));
+    } else {
+        m_inputStatus->setText(tr("%1 sources").arg(count));
+        setWindowTitle(tr("%1 sources – Corvel Monitor").arg(count));
     }
-    m_inputStatus->setText(tr("%1: %2").arg(m_inputName, state));
-    const ReceptionCounters& counters = m_source->getCounters();
-    if (m_sinceRate.elapsed() < 1000)
-        return;
-    const double seconds = double(m_sinceRate.restart()) / 1000;
-    const quint64 messages = counters.getMessageCount() + counters.getUnknownCount();
-    QLocale locale;
-    m_rateStatus->setText(
-        tr("%1 messages   %2 /s   %3 kB/s   %4 checksum failures")
-            .arg(locale.toString(messages))
-            .arg(locale.toString(double(messages - m_lastMessages) / seconds, 'f', 0))
-            .arg(locale.toString(double(counters.getByteCount() - m_lastBytes) / seconds / 1000, 'f', 1))
-            .arg(locale.toString(counters.getChecksumFailureCount())));
-    m_lastMessages = messages;
-    m_lastBytes = counters.getByteCount();
+    quint64 messages = 0;
+    quint64 failures = 0;
+    for (int i = 0; i < count; ++i) {
+        const ReceptionCounters& counters = m_sources->getSession(i)->getCounters();
+        messages += counters.getMessageCount() + counters.getUnknownCount();
+        failures += counters.getChecksumFailureCount();
+    }
+    const QLocale locale;
+    m_rateStatus->setText(tr("%1 messages   %2 /s   %3 kB/s   %4 not displayed   %5 checksum failures")
+                              .arg(locale.toString(messages))
+                              .arg(locale.toString(m_sources->getMessageRate(), 'f', 0))
+                              .arg(locale.toString(m_sources->getByteRate() / 1000, 'f', 1))
+                              .arg(locale.toString(m_latest->getOvertakenCount()))
+                              .arg(locale.toString(failures)));
 }
 
 void MainWindow::updateSenders()
 {
-    if (!m_source)
-        return;
-    for (const ReceptionCounters::Row& row : m_source->getCounters().getRows()) {
-        const QString name = m_source->getSenderName(row.sender);
-        if (!name.isEmpty() && m_senders->findData(name) < 0)
-            m_senders->addItem(name, name);
+    QStringList senders;
+    for (int i = 0; i < m_sources->getCount(); ++i) {
+        const SourceSession* const session = m_sources->getSession(i);
+        for (const ReceptionCounters::Row& row : session->getCounters().getRows()) {
+            const QString name = session->getSenderName(row.sender);
+            if (!name.isEmpty() && !senders.contains(name))
+                senders.append(name);
+        }
     }
+    for (int i = m_senders->count() - 1; i > 0; --i)
+        if (!senders.contains(m_senders->itemData(i).toString()))
+            m_senders->removeItem(i);
+    for (const QString& name : std::as_const(senders))
+        if (m_senders->findData(name) < 0)
+            m_senders->addItem(name, name);
+}
+
+void MainWindow::processTypeGone(const MessageInfo* info)
+{
+    setInTree(info, false);
 }
 
 void MainWindow::processTypeSeen(const MessageInfo* info)
@@ -391,14 +338,15 @@ void MainWindow::updateForms()
 
 void MainWindow::updateHint()
 {
+    const SourceSession* const session = m_sourcePanel->getCurrent();
     m_treeHint->setVisible(m_tree->topLevelItemCount() == 0);
     if (m_types->rowCount() > 0)
         m_treeHint->setText(
             tr("Tick a message type in the list to see its fields here, or add all of them from the tool bar."));
-    else if (m_source && m_source->getState() == StreamSource::Failed)
-        m_treeHint->setText(m_source->getErrorString());
-    else if (m_source)
-        m_treeHint->setText(tr("Waiting for messages from %1 ...").arg(m_inputName));
+    else if (session && !session->getErrorText().isEmpty())
+        m_treeHint->setText(session->getErrorText());
+    else if (session)
+        m_treeHint->setText(tr("Waiting for messages from %1 ...").arg(session->getName()));
     else
         m_treeHint->setText(
             tr("Open a recording or connect to a vehicle from the File menu, or drop a recording here."));
@@ -419,6 +367,7 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 void MainWindow::dropEvent(QDropEvent* event)
 {
     const QList<QUrl> urls = event->mimeData()->urls();
-    if (!urls.isEmpty() && urls.first().isLocalFile())
-        openAddress(urls.first().toLocalFile());
+    for (const QUrl& url : urls)
+        if (url.isLocalFile())
+            openAddress(url.toLocalFile());
 }

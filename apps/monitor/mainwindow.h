@@ -1,13 +1,13 @@
 #ifndef MAINWINDOW_H
 #define MAINWINDOW_H
 
-#include "byteinput.h"
 #include "eventlog.h"
 #include "messagestatisticscoordinator.h"
+#include "sourcefactory.h"
 #include "streamsource.h"
 
-#include <QElapsedTimer>
 #include <QMainWindow>
+#include <QPointer>
 #include <QStringList>
 #include <QTimer>
 #include <QVector>
@@ -16,10 +16,8 @@
 
 class EventLogTableWidget;
 class FieldInfo;
-class FormatInfo;
 class FormPanel;
 class LatestMessageSource;
-class MavlinkDialect;
 class MessageInfo;
 class MessageStatisticsWidget;
 class MessageTreeWidget;
@@ -31,10 +29,13 @@ class QMenu;
 class QSettings;
 class QSortFilterProxyModel;
 class QTreeView;
-class ReceptionMonitor;
+class SourceModel;
+class SourcePanel;
+class SourceSession;
 class WatchBar;
 
-/** The monitor's window: one input at a time, and its types, message tree, forms, watches, statistics and events. */
+/** The monitor's window: the sources that are open, and their types, message tree, forms, watches, statistics and
+ * events. */
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -52,10 +53,12 @@ public:
 
     void setPlayback(const StreamSource::Playback& playback) { m_playback = playback; }
 
-    /** Opens @p address in place of what is open. False after showing why not. */
+    /** Opens @p address beside what is open. False after showing why not. */
     bool openAddress(const QString& address);
-    /** Shows a simulated vehicle, in place of what is open. */
-    void openSimulation();
+    /** Opens what @p options describe beside what is open; null with the reason in @p error. */
+    SourceSession* openSource(const SourceOptions& options, QString* error);
+    /** Shows a simulated vehicle. @p untilAnother closes it as soon as another source is opened. */
+    void openSimulation(bool untilAnother = false);
 
     /** Message types to be shown as forms once they are received. */
     void showFormsWhenSeen(const QStringList& types) { m_wantedForms = types; }
@@ -72,7 +75,9 @@ public:
     EventLogTableWidget* getEvents() const { return m_events; }
     WatchBar* getWatches() const { return m_watches; }
     const LatestMessageSource* getLatestMessages() const { return m_latest; }
-    const StreamSource* getSource() const { return m_source.get(); }
+    SourceModel* getSources() const { return m_sources; }
+    /** The stream of the source that is chosen; null while none is open. */
+    const StreamSource* getSource() const;
     /** What the status bar says of the last problem; empty when there was none. */
     QString getLastProblem() const { return m_lastProblem; }
 
@@ -98,12 +103,11 @@ private:
     void openFile();
     void askAddress(const QString& title, const QString& label, const QString& suggestion);
     void askDialect();
-    bool annotate(const QString& path, FormatInfo* format);
     void saveEvents();
     void rememberFile(const QString& path);
     void fillRecentFiles();
-    void startSource(ByteInput* input, StreamDecoder* decoder, const QString& name);
-    void closeSource();
+    void createSources();
+    void addSession(SourceSession* session);
 
     void refresh();
     void arrangeDocks();
@@ -111,6 +115,7 @@ private:
     void updateStatus();
     void noteProblem(const QString& text);
     void processTypeSeen(const MessageInfo* info);
+    void processTypeGone(const MessageInfo* info);
     void setInTree(const MessageInfo* info, bool inTree);
     void addAllTypes();
     void removeAllTypes();
@@ -141,22 +146,17 @@ private:
     QLabel* m_rateStatus;
     QLabel* m_problemStatus;
     QTimer m_refreshTimer;
-    QElapsedTimer m_sinceRate;
-    quint64 m_lastMessages = 0;
-    quint64 m_lastBytes = 0;
 
-    const MavlinkDialect* m_dialect; ///< for the next input
+    SourceFactory m_factory;
     MessageStatisticsCoordinator m_coordinator;
     EventLog m_log;
-    std::unique_ptr<StreamSource> m_source;
-    std::unique_ptr<ReceptionMonitor> m_reception; // follows m_source, and goes first
+    SourceModel* m_sources;
+    SourcePanel* m_sourcePanel;
+    QPointer<SourceSession> m_demonstration; // goes when another source comes
     std::unique_ptr<QSettings> m_settings;
-    QString m_dialectPath; // empty for the built-in definitions
     QStringList m_recentFiles;
     StreamSource::Playback m_playback;
-    QString m_inputName;
     QString m_lastProblem;
-    quint64 m_problems = 0;
     bool m_arranged = false; // docks have sizes, their first or restored ones
     QStringList m_wantedForms;
 };

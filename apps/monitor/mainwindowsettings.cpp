@@ -50,14 +50,14 @@ void MainWindow::saveSettings(QSettings& settings)
     settings.endGroup();
 
     settings.setValue(QLatin1String("recentFiles"), m_recentFiles);
-    settings.setValue(QLatin1String("definitions"), m_dialectPath);
+    settings.setValue(QLatin1String("definitions"), m_factory.getDefinitionsPath());
 }
 
 void MainWindow::restoreSettings(QSettings& settings)
 {
     // First, because what follows names types and fields of the definitions.
     const QString definitions = settings.value(QLatin1String("definitions")).toString();
-    if (m_dialectPath.isEmpty() && !definitions.isEmpty() && QFile::exists(definitions))
+    if (m_factory.getDefinitionsPath().isEmpty() && !definitions.isEmpty() && QFile::exists(definitions))
         loadDialect(definitions, QString());
     m_recentFiles = settings.value(QLatin1String("recentFiles")).toStringList();
 

@@ -12,6 +12,8 @@
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
 #include "messagetypemodel.h"
+#include "sourcemodel.h"
+#include "sourcepanel.h"
 #include "watchbar.h"
 
 #include <QAction>
@@ -84,6 +86,13 @@ void MainWindow::createDocks()
     watchDock->setObjectName(QLatin1String("watches"));
     watchDock->setWidget(m_watches);
     addDockWidget(Qt::TopDockWidgetArea, watchDock);
+
+    m_sourcePanel = new SourcePanel(m_sources);
+    QDockWidget* sourceDock = new QDockWidget(tr("Sources"), this);
+    sourceDock->setObjectName(QLatin1String("sources"));
+    sourceDock->setWidget(m_sourcePanel);
+    addDockWidget(Qt::LeftDockWidgetArea, sourceDock);
+    connect(m_sourcePanel, &SourcePanel::currentChanged, this, &MainWindow::updateStatus);
 
     QDockWidget* typeDock = new QDockWidget(tr("Message Types"), this);
     typeDock->setObjectName(QLatin1String("types"));

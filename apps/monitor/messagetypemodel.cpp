@@ -1,7 +1,7 @@
 #include "messagetypemodel.h"
 
 #include "messageinfo.h"
-#include "streamsource.h"
+#include "sourcesession.h"
 
 #include <QLocale>
 
@@ -14,46 +14,83 @@ MessageTypeModel::MessageTypeModel(QObject* parent)
 {
 }
 
-void MessageTypeModel::setSource(const StreamSource* source)
+void MessageTypeModel::addSession(const SourceSession* session)
 {
-    beginResetModel();
-    m_source = source;
-    m_rows.clear();
-    m_seen.clear();
-    m_marks.clear();
-    m_clock.start();
-    endResetModel();
-    refresh();
+    m_sessions.append({session, session->getGeneration(), 0});
+}
+
+void MessageTypeModel::removeSession(const SourceSession* session)
+{
+    removeRows(session);
+    for (int i = 0; i < m_sessions.size(); ++i)
+        if (m_sessions.at(i).session == session)
+            m_sessions.removeAt(i--);
+}
+
+void MessageTypeModel::removeRows(const SourceSession* session)
+{
+    for (int i = int(m_rows.size()) - 1; i >= 0; --i) {
+        if (m_rows.at(i).session != session)
+            continue;
+        beginRemoveRows(QModelIndex(), i, i);
+        m_rows.removeAt(i);
+        endRemoveRows();
+    }
+    QSet<const MessageInfo*> left;
+    for (const Row& row : std::as_const(m_rows))
+        left.insert(row.counter.info);
+    const QSet<const MessageInfo*> before = m_seen;
+    for (const MessageInfo* info : before) {
+        if (!left.contains(info)) {
+            m_seen.remove(info);
+            Q_EMIT typeGone(info);
+        }
+    }
+}
+
+void MessageTypeModel::appendRows(const SourceSession* session, int from, QVector<const MessageInfo*>* fresh)
+{
+    const QVector<ReceptionCounters::Row>& counters = session->getCounters().getRows();
+    beginInsertRows(QModelIndex(), int(m_rows.size()), int(m_rows.size()) + int(counters.size()) - from - 1);
+    for (int i = from; i < counters.size(); ++i) {
+        Row row;
+        row.session = session;
+        row.counter = counters.at(i);
+        const MessageInfo* info = row.counter.info;
+        row.name = info ? info->getName()
+                        : tr("Unknown %1").arg(session->getSource()->getDecoder()->describeUnknown(row.counter.id));
+        m_rows.append(row);
+        if (info && !m_seen.contains(info)) {
+            m_seen.insert(info);
+            fresh->append(info);
+        }
+    }
+    endInsertRows();
 }
 
 void MessageTypeModel::refresh()
 {
-    if (!m_source)
-        return;
-    const QVector<ReceptionCounters::Row>& counters = m_source->getCounters().getRows();
+    if (!m_clock.isValid())
+        m_clock.start();
     QVector<const MessageInfo*> fresh;
-    if (counters.size() > m_rows.size()) {
-        beginInsertRows(QModelIndex(), int(m_rows.size()), int(counters.size()) - 1);
-        for (int i = int(m_rows.size()); i < counters.size(); ++i) {
-            Row row;
-            row.counter = counters.at(i);
-            const MessageInfo* info = row.counter.info;
-            row.name = info ? info->getName() : tr("Unknown %1").arg(row.counter.id);
-            row.sender = m_source->getSenderName(row.counter.sender);
-            m_rows.append(row);
-            if (info && !m_seen.contains(info)) {
-                m_seen.insert(info);
-                fresh.append(info);
-            }
+    for (Session& session : m_sessions) {
+        if (session.generation != session.session->getGeneration()) {
+            session.generation = session.session->getGeneration();
+            session.count = 0;
+            removeRows(session.session);
         }
-        endInsertRows();
+        const int count = int(session.session->getCounters().getRows().size());
+        if (count > session.count)
+            appendRows(session.session, session.count, &fresh);
+        session.count = count;
     }
-    for (int i = 0; i < counters.size(); ++i)
-        m_rows[i].counter.count = counters.at(i).count;
+    QHash<const SourceSession*, int> places;
+    for (Row& row : m_rows)
+        row.counter.count = row.session->getCounters().getRows().at(places[row.session]++).count;
     if (m_marks.isEmpty() || m_clock.elapsed() - m_marks.last() >= MarkMilliseconds)
         noteCounts();
     if (!m_rows.isEmpty())
-        Q_EMIT dataChanged(index(0, CountColumn), index(int(m_rows.size()) - 1, RateColumn));
+        Q_EMIT dataChanged(index(0, SenderColumn), index(int(m_rows.size()) - 1, RateColumn));
     for (const MessageInfo* info : std::as_const(fresh))
         Q_EMIT typeSeen(info);
 }
@@ -105,7 +142,7 @@ QVariant MessageTypeModel::displayData(const Row& row, int column) const
     case TypeColumn:
         return row.name;
     case SenderColumn:
-        return row.sender;
+        return row.session->getSenderName(row.counter.sender);
     case CountColumn:
         return QLocale().toString(row.counter.count);
     case RateColumn:

@@ -7,9 +7,10 @@
 #include <QElapsedTimer>
 #include <QSet>
 
-class StreamSource;
+class SourceSession;
 
-/** The message types that a source received, a row for each type and sender, with a check box for being in the tree. */
+/** The message types that the sources received, a row for each source, type and sender, with a check box for being in
+ * the tree. */
 class MessageTypeModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -29,11 +30,15 @@ public:
 
     explicit MessageTypeModel(QObject* parent = nullptr);
 
-    /** Follows @p source from now on, which must outlive its being followed; null empties the list. */
-    void setSource(const StreamSource* source);
+    /** Shows what @p session receives, until it is removed. */
+    void addSession(const SourceSession* session);
+    void removeSession(const SourceSession* session);
 
-    /** Reads the counters of the source anew; new types are announced by typeSeen(). */
+    /** Reads the counters of the sources anew; new types are announced by typeSeen(). */
     void refresh();
+
+    /** Whether any source received that type. */
+    bool contains(const MessageInfo* info) const { return m_seen.contains(info); }
 
     /** The type in @p row, or null for one that is not known. */
     const MessageInfo* getMessageInfo(int row) const;
@@ -52,24 +57,35 @@ public:
 Q_SIGNALS:
     /** A known type was received for the first time. */
     void typeSeen(const MessageInfo* info);
+    /** No source that is still open has received that type. */
+    void typeGone(const MessageInfo* info);
     /** The user ticked a type or took its tick away. */
     void inTreeRequested(const MessageInfo* info, bool inTree);
 
 private:
     struct Row
     {
+        const SourceSession* session;
         ReceptionCounters::Row counter;
         QString name;
-        QString sender;
         QVector<quint64> marks; // the counts of the last seconds, oldest first
         double rate = 0;
     };
 
     QVariant displayData(const Row& row, int column) const;
     void noteCounts();
+    void removeRows(const SourceSession* session);
+    void appendRows(const SourceSession* session, int from, QVector<const MessageInfo*>* fresh);
 
-    const StreamSource* m_source = nullptr;
-    QVector<Row> m_rows;
+    struct Session
+    {
+        const SourceSession* session;
+        int generation;
+        int count; // of its rows
+    };
+
+    QVector<Session> m_sessions;
+    QVector<Row> m_rows; // those of a source in the order of its counters, mixed with those of others
     QSet<const MessageInfo*> m_seen;
     QSet<const MessageInfo*> m_inTree;
     QElapsedTimer m_clock;

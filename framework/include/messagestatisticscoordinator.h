@@ -57,6 +57,23 @@ public:
     /** Forgets a stream with all its statistics; event counts stay. */
     void removeStream(int stream);
 
+    /** Forgets the messages of a stream and the events that were counted for it: what comes from now on is all. */
+    void clearStream(int stream);
+
+    /**
+     * What the names of the stream's statistics carry in addition, to tell streams apart: "HEARTBEAT (1:1, north)".
+     * Empty for nothing. Statistics whose names change are replaced by new objects with the same contents.
+     */
+    void setStreamLabel(int stream, const QString& label);
+
+    /**
+     * Goes on with other definitions: statistics keep what they counted under their new type's name.
+     *
+     * @param format  the new format; must not be null and must outlive the statistics
+     * @param infos   the types by their ids; what it does not name is not known from now on
+     */
+    void changeFormat(int stream, const FormatInfo* format, const QHash<quint32, const MessageInfo*>& infos);
+
     /** Forgets all messages and events; streams stay. */
     void clear();
 
@@ -90,7 +107,8 @@ public:
      */
     void setCurrentTime(int stream, qint64 time);
 
-    void countEvent(CorvelEvent::Type type, unsigned int count = 1);
+    /** Counts events; of those counted for a stream, clearStream() takes them back. */
+    void countEvent(CorvelEvent::Type type, unsigned int count = 1, int stream = -1);
 
     /** Every statistics object that exists now, in the order of their first messages. Owned by the coordinator. */
     QList<MessageStatistics*> getAllMessageStatistics() const;
@@ -110,7 +128,9 @@ private:
 
     MessageStatistics* create(Stream* stream, const MessageInfo* info, quint32 id, quint32 sender,
                               const QString& senderName);
-    void nameSenders(const Stream* stream);
+    static QString nameOf(const Stream* stream, const Row* row);
+    void rename(const Stream* stream);
+    void dropRows(Stream* stream);
     void retire(MessageStatistics* statistics);
     void listAll();
 

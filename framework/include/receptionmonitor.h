@@ -52,7 +52,8 @@ public:
     void setClock(Clock* clock);
 
     /**
-     * Watches everything that @p source receives, and its state. Once, and before the source is started.
+     * Watches everything that @p source receives, and its state. Before the source is started; another one, such as a
+     * connection that takes the place of one that was lost, goes on with the same stream.
      *
      * @param name  what the source is called in the log
      */
@@ -63,6 +64,19 @@ public:
 
     void processReceived(const ReceivedMessage& message) override;
     void processProblem(const StreamProblem& problem) override;
+
+    /** What log entries begin with, to tell streams apart; empty for nothing. */
+    void setEventPrefix(const QString& prefix) { m_prefix = prefix; }
+
+    /** Counts anew from here on, and logs @p reason: what came before belongs to another stretch of the recording. */
+    void startAnew(const QString& reason);
+
+    /**
+     * Goes on with the definitions of @p decoder, which must outlive its being used.
+     *
+     * @param infos  the types by their ids, see MessageStatisticsCoordinator::changeFormat()
+     */
+    void changeFormat(const StreamDecoder* decoder, const QHash<quint32, const MessageInfo*>& infos);
 
     /** The stream's number with the coordinator; -1 before follow() or begin(). */
     int getStream() const { return m_stream; }
@@ -94,6 +108,7 @@ private:
     const StreamDecoder* m_decoder;
     QPointer<StreamSource> m_source;
     QString m_name;
+    QString m_prefix;
     int m_stream;
     quint64 m_modulus;
     qint64 m_time; // of the newest message that has one

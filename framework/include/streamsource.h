@@ -68,9 +68,13 @@ public:
     /**
      * Tells @p observer of everything that is worked off, needed or not, in stream order and before it is delivered.
      *
-     * Not owned; null for none. The observer must neither run an event loop nor delete this source.
+     * Not owned. The observer must neither run an event loop nor delete this source.
      */
-    void setObserver(StreamSink* observer) { m_observer = observer; }
+    void addObserver(StreamSink* observer) { m_observers.append(observer); }
+    void removeObserver(StreamSink* observer) { m_observers.removeAll(observer); }
+
+    /** Counts on from @p counters, such as those of a connection that was lost. Before start(). */
+    void setCounters(const ReceptionCounters& counters) { m_counters = counters; }
 
     /** Starts reading; at most once. */
     void start();
@@ -120,7 +124,7 @@ private:
     Work* m_work;
     QTimer* m_workTimer;
     QTimer* m_problemTimer;
-    StreamSink* m_observer;
+    QVector<StreamSink*> m_observers;
     State m_state;
     QString m_error;
     ReceptionCounters m_counters;

@@ -9,6 +9,7 @@
 #include "streamreader.h"
 
 #include <QElapsedTimer>
+#include <QMetaMethod>
 #include <QPointer>
 #include <QTimer>
 
@@ -29,6 +30,8 @@ struct StreamSource::Work
         : record(0)
         , problem(0)
         , countsChanged(false)
+        , newMessageSignal(StreamSource::staticMetaObject.method(
+              StreamSource::staticMetaObject.indexOfSignal("newMessage(const Message*)")))
         , problems(inputName)
     {
     }
@@ -50,6 +53,7 @@ struct StreamSource::Work
     std::size_t record;
     std::size_t problem;
     bool countsChanged;
+    const QMetaMethod newMessageSignal;
     ProblemReporter problems;
 };
 
@@ -65,7 +69,6 @@ StreamSource::StreamSource(ByteInput* input, StreamDecoder* decoder, QObject* pa
     , m_work(new Work(m_reader->getInputName()))
     , m_workTimer(new QTimer(this))
     , m_problemTimer(new QTimer(this))
-    , m_observer(nullptr)
     , m_state(Idle)
 {
     m_reader->setPlayback(Playback());
@@ -181,9 +184,10 @@ bool StreamSource::processRecord()
         m_reader->getDecoder()->publishTypes();
     m_counters.countMessage(message);
     m_work->countsChanged = true;
-    if (m_observer)
-        m_observer->processReceived(message);
-    if (!message.info || !MessageNeedManager::getInstance()->isNeeded(message.info))
+    for (StreamSink* observer : m_observers)
+        observer->processReceived(message);
+    if (!message.info || !isSignalConnected(m_work->newMessageSignal) ||
+        !MessageNeedManager::getInstance()->isNeeded(message.info))
         return true;
     QHash<quint32, QString>::const_iterator name = m_senderNames.constFind(message.sender);
     if (name == m_senderNames.constEnd())
@@ -199,8 +203,8 @@ bool StreamSource::processProblem()
     const StreamProblem problem = m_work->batch->problems[m_work->problem++].problem;
     m_counters.countProblem(problem);
     m_work->countsChanged = true;
-    if (m_observer)
-        m_observer->processProblem(problem);
+    for (StreamSink* observer : m_observers)
+        observer->processProblem(problem);
     const QString line = m_work->problems.report(problem, problem.hasFrame ? getSenderName(problem.sender) : QString());
     if (line.isEmpty()) {
         if (!m_problemTimer->isActive())

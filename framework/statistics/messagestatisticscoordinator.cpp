@@ -4,6 +4,8 @@
 #include "messageinfo.h"
 #include "messagestatistics.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 namespace
@@ -22,6 +24,7 @@ quint64 keyOf(quint32 id, quint32 sender)
 struct MessageStatisticsCoordinator::Row
 {
     int stream;
+    quint32 id;
     QString plainName;
     quint32 sender;
     QString senderName;
@@ -38,6 +41,8 @@ struct MessageStatisticsCoordinator::Stream
 {
     int number;
     const FormatInfo* format;
+    QString label;
+    QHash<int, unsigned int> events;
     QHash<quint64, Row*> rows;
     Row* otherUnknown; // for what is beyond MaxUnknownTypes; null until then
     int unknownTypes;
@@ -85,36 +90,83 @@ int MessageStatisticsCoordinator::addStream(const FormatInfo* format)
     return stream->number;
 }
 
-void MessageStatisticsCoordinator::removeStream(int number)
+void MessageStatisticsCoordinator::dropRows(Stream* stream)
 {
     for (int i = m_rows.size() - 1; i >= 0; --i) {
-        if (m_rows.at(i)->stream == number) {
+        if (m_rows.at(i)->stream == stream->number) {
             retire(m_rows.at(i)->statistics);
             delete m_rows.takeAt(i);
         }
     }
+    stream->rows.clear();
+    stream->otherUnknown = nullptr;
+    stream->unknownTypes = 0;
+    stream->time = Message::NoTime;
+    stream->knownSenders.clear();
+    stream->senders.clear();
+    stream->senderOrder.clear();
     listAll();
-    delete m_streams.take(number);
+}
+
+void MessageStatisticsCoordinator::removeStream(int number)
+{
+    Stream* const stream = m_streams.take(number);
+    if (!stream)
+        return;
+    dropRows(stream);
+    delete stream;
+}
+
+void MessageStatisticsCoordinator::clearStream(int number)
+{
+    Stream* const stream = m_streams.value(number);
+    dropRows(stream);
+    for (QHash<int, unsigned int>::const_iterator i = stream->events.constBegin(); i != stream->events.constEnd(); ++i)
+        m_events[i.key()] -= i.value();
+    stream->events.clear();
 }
 
 void MessageStatisticsCoordinator::clear()
 {
-    Q_FOREACH (Row* row, m_rows) {
-        retire(row->statistics);
-        delete row;
-    }
-    m_rows.clear();
-    m_all.clear();
-    m_events.clear();
     Q_FOREACH (Stream* stream, m_streams) {
-        stream->rows.clear();
-        stream->otherUnknown = nullptr;
-        stream->unknownTypes = 0;
-        stream->time = Message::NoTime;
-        stream->knownSenders.clear();
-        stream->senders.clear();
-        stream->senderOrder.clear();
+        dropRows(stream);
+        stream->events.clear();
     }
+    m_events.clear();
+}
+
+void MessageStatisticsCoordinator::setStreamLabel(int number, const QString& label)
+{
+    Stream* const stream = m_streams.value(number);
+    if (stream->label == label)
+        return;
+    stream->label = label;
+    rename(stream);
+}
+
+void MessageStatisticsCoordinator::changeFormat(int number, const FormatInfo* format,
+                                                const QHash<quint32, const MessageInfo*>& infos)
+{
+    Stream* const stream = m_streams.value(number);
+    stream->format = format;
+    stream->unknownTypes = 0;
+    stream->knownSenders.clear();
+    Q_FOREACH (Row* row, m_rows) {
+        if (row->stream != number)
+            continue;
+        const MessageInfo* const info = row == stream->otherUnknown ? nullptr : infos.value(row->id);
+        row->statistics->m_info = info;
+        row->statistics->m_format = format;
+        if (info) {
+            row->plainName = info->getName();
+            if (!stream->knownSenders.contains(row->sender))
+                stream->knownSenders.append(row->sender);
+        } else if (row != stream->otherUnknown) {
+            row->plainName = QString::fromLatin1("Unknown %1").arg(row->id);
+            ++stream->unknownTypes;
+        }
+    }
+    rename(stream);
 }
 
 MessageStatistics* MessageStatisticsCoordinator::find(int number, quint32 id, quint32 sender) const
@@ -139,6 +191,7 @@ MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const Me
         return stream->otherUnknown->statistics;
     Row* const row = new Row;
     row->stream = stream->number;
+    row->id = id;
     row->sender = sender;
     row->senderName = senderName;
     if (info) {
@@ -146,7 +199,7 @@ MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const Me
         if (!stream->knownSenders.contains(sender)) {
             stream->knownSenders.append(sender);
             if (stream->knownSenders.size() == 2)
-                nameSenders(stream);
+                rename(stream);
         }
     } else if (stream->unknownTypes < MaxUnknownTypes) {
         ++stream->unknownTypes;
@@ -156,10 +209,7 @@ MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const Me
         row->senderName.clear();
         row->plainName = QLatin1String("Unknown, others");
     }
-    QString name = row->plainName;
-    if (stream->knownSenders.size() > 1 && !row->senderName.isEmpty())
-        name += QString::fromLatin1(" (%1)").arg(row->senderName);
-    row->statistics = new MessageStatistics(stream->format, info, name);
+    row->statistics = new MessageStatistics(stream->format, info, nameOf(stream, row));
     row->statistics->m_streamTime = &stream->time;
     if (row != stream->otherUnknown)
         stream->rows.insert(keyOf(id, sender), row);
@@ -168,14 +218,25 @@ MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const Me
     return row->statistics;
 }
 
-void MessageStatisticsCoordinator::nameSenders(const Stream* stream)
+QString MessageStatisticsCoordinator::nameOf(const Stream* stream, const Row* row)
+{
+    QStringList marks;
+    if (stream->knownSenders.size() > 1 && !row->senderName.isEmpty())
+        marks.append(row->senderName);
+    if (!stream->label.isEmpty())
+        marks.append(stream->label);
+    if (marks.isEmpty())
+        return row->plainName;
+    return QString::fromLatin1("%1 (%2)").arg(row->plainName, marks.join(QLatin1String(", ")));
+}
+
+void MessageStatisticsCoordinator::rename(const Stream* stream)
 {
     Q_FOREACH (Row* row, m_rows) {
-        if (row->stream != stream->number || row->senderName.isEmpty())
-            continue;
         MessageStatistics* const old = row->statistics;
-        row->statistics =
-            new MessageStatistics(old, QString::fromLatin1("%1 (%2)").arg(row->plainName, row->senderName));
+        if (row->stream != stream->number)
+            continue;
+        row->statistics = new MessageStatistics(old, nameOf(stream, row));
         retire(old);
     }
     listAll();
@@ -267,9 +328,11 @@ void MessageStatisticsCoordinator::setCurrentTime(int number, qint64 time)
     m_streams.value(number)->time = time;
 }
 
-void MessageStatisticsCoordinator::countEvent(CorvelEvent::Type type, unsigned int count)
+void MessageStatisticsCoordinator::countEvent(CorvelEvent::Type type, unsigned int count, int number)
 {
     m_events[type] += count;
+    if (Stream* const stream = m_streams.value(number))
+        stream->events[type] += count;
 }
 
 QList<MessageStatistics*> MessageStatisticsCoordinator::getAllMessageStatistics() const

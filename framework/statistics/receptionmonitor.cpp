@@ -52,7 +52,7 @@ ReceptionMonitor::ReceptionMonitor(MessageStatisticsCoordinator* coordinator, Ev
 ReceptionMonitor::~ReceptionMonitor()
 {
     if (m_source)
-        m_source->setObserver(nullptr);
+        m_source->removeObserver(this);
     delete m_clock;
 }
 
@@ -64,10 +64,14 @@ void ReceptionMonitor::setClock(Clock* clock)
 
 void ReceptionMonitor::follow(StreamSource* source, const QString& name)
 {
+    if (m_source) {
+        m_source->removeObserver(this);
+        disconnect(m_source.data(), nullptr, this, nullptr);
+    }
     m_source = source;
     m_name = name;
     begin(source->getDecoder());
-    source->setObserver(this);
+    source->addObserver(this);
     connect(source, SIGNAL(stateChanged(int)), this, SLOT(processState(int)));
 }
 
@@ -75,7 +79,23 @@ void ReceptionMonitor::begin(const StreamDecoder* decoder)
 {
     m_decoder = decoder;
     m_modulus = decoder->getSequenceModulus();
-    m_stream = m_coordinator->addStream(decoder->getFormatInfo());
+    if (m_stream < 0)
+        m_stream = m_coordinator->addStream(decoder->getFormatInfo());
+}
+
+void ReceptionMonitor::startAnew(const QString& reason)
+{
+    finish();
+    m_coordinator->clearStream(m_stream);
+    m_time = Message::NoTime;
+    report(CorvelEvent::SourceEvent, reason, QDateTime::currentDateTime().toUTC());
+}
+
+void ReceptionMonitor::changeFormat(const StreamDecoder* decoder, const QHash<quint32, const MessageInfo*>& infos)
+{
+    m_decoder = decoder;
+    m_modulus = decoder->getSequenceModulus();
+    m_coordinator->changeFormat(m_stream, decoder->getFormatInfo(), infos);
 }
 
 void ReceptionMonitor::processReceived(const ReceivedMessage& message)
@@ -160,9 +180,14 @@ void ReceptionMonitor::processState(int state)
 void ReceptionMonitor::report(int type, const QString& text, const QDateTime& time, const QString& kind)
 {
     const CorvelEvent event(static_cast<CorvelEvent::Type>(type), text);
-    m_coordinator->countEvent(event.getType());
-    if (m_log)
+    m_coordinator->countEvent(event.getType(), 1, m_stream);
+    if (!m_log)
+        return;
+    if (m_prefix.isEmpty() || type == CorvelEvent::SourceEvent) // those name their source anyway
         m_log->log(event, time, now(), kind);
+    else
+        m_log->log(CorvelEvent(event.getType(), m_prefix + text), time, now(),
+                   m_prefix + (kind.isEmpty() ? text : kind));
 }
 
 QDateTime ReceptionMonitor::streamTime() const

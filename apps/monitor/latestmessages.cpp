@@ -1,0 +1,84 @@
+#include "latestmessages.h"
+
+#include "message.h"
+
+#include <cstring>
+
+namespace
+{
+
+// Noise may look like any number of unknown types.
+const int MostUnknown = 1000;
+const int GreatestUnknown = 64 * 1024;
+
+/** Notes the type of the one message that a decoder finds. */
+class TypeSink : public StreamSink
+{
+public:
+    void processReceived(const ReceivedMessage& message) override { info = message.info; }
+    void processProblem(const StreamProblem&) override {}
+
+    const MessageInfo* info = nullptr;
+};
+
+quint64 nextOrder()
+{
+    static quint64 order = 0; // GUI thread only
+    return ++order;
+}
+
+} // namespace
+
+void LatestMessages::processReceived(const ReceivedMessage& message)
+{
+    const quint64 key = quint64(message.id) << 32 | message.sender;
+    int place = m_places.value(key, -1);
+    if (place < 0) {
+        if (!message.info && (m_unknown >= MostUnknown || message.size > GreatestUnknown))
+            return;
+        m_unknown += message.info ? 0 : 1;
+        place = int(m_entries.size());
+        m_places.insert(key, place);
+        m_entries.append(Entry());
+    }
+    Entry& entry = m_entries[place];
+    if (entry.pending && entry.info)
+        ++m_overtaken;
+    entry.info = message.info;
+    entry.id = message.id;
+    entry.sender = message.sender;
+    entry.data.resize(message.size);
+    std::memcpy(entry.data.data(), message.data, std::size_t(message.size));
+    entry.time = message.time;
+    entry.sequence = message.sequence;
+    entry.order = nextOrder();
+    entry.pending = true;
+    m_pending = true;
+}
+
+QHash<quint32, const MessageInfo*> LatestMessages::decodeAnew(StreamDecoder* decoder)
+{
+    QHash<quint32, const MessageInfo*> infos;
+    m_unknown = 0;
+    for (Entry& entry : m_entries) {
+        TypeSink sink;
+        decoder->feed(entry.data.constData(), int(entry.data.size()), entry.time, &sink);
+        decoder->finish(&sink);
+        entry.info = sink.info;
+        entry.pending = true;
+        if (entry.info)
+            infos.insert(entry.id, entry.info);
+        else
+            ++m_unknown;
+    }
+    m_pending = true;
+    return infos;
+}
+
+void LatestMessages::clear()
+{
+    m_entries.clear();
+    m_places.clear();
+    m_unknown = 0;
+    m_pending = false;
+}

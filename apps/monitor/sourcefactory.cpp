@@ -1,0 +1,150 @@
+#include "sourcefactory.h"
+
+#include "annotations.h"
+#include "detectingdecoder.h"
+#include "formatregistry.h"
+#include "mavlinkdialect.h"
+#include "mavlinkstreamdecoder.h"
+#include "simulatorinput.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+#include <vector>
+
+namespace
+{
+
+const int HeadBytes = 4096;
+
+struct LoadedDialect
+{
+    std::unique_ptr<MavlinkDialect> dialect;
+    QString path;
+};
+
+// Dialects stay for as long as the program: trees remember by their types' addresses what was expanded.
+std::vector<LoadedDialect>& dialects()
+{
+    static std::vector<LoadedDialect> loaded;
+    return loaded;
+}
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("SourceFactory", text);
+}
+
+} // namespace
+
+SourceFactory::SourceFactory()
+{
+    if (dialects().empty())
+        dialects().push_back({std::unique_ptr<MavlinkDialect>(MavlinkDialect::loadBuiltIn()), QString()});
+    m_dialect = dialects().front().dialect.get();
+    setKnownFormats({});
+}
+
+SourceFactory::~SourceFactory()
+{
+    for (const FormatInfo* format : std::as_const(m_known))
+        FormatRegistry::getInstance()->removeFormat(format);
+}
+
+bool SourceFactory::loadDefinitions(const QString& path, const QString& annotations, QStringList* problems)
+{
+    std::unique_ptr<MavlinkDialect> dialect(MavlinkDialect::load(path, problems));
+    if (!dialect)
+        return false;
+    QString annotationPath = annotations;
+    if (annotationPath.isEmpty() && QFile::exists(Annotations::pathBeside(path)))
+        annotationPath = Annotations::pathBeside(path);
+    if (!annotationPath.isEmpty())
+        Annotations::apply(annotationPath, dialect.get(), problems);
+    const bool isKnown = m_known == QVector<const FormatInfo*>{m_dialect};
+    m_dialect = dialect.get();
+    m_path = path;
+    dialects().push_back({std::move(dialect), path});
+    if (isKnown)
+        setKnownFormats({});
+    return true;
+}
+
+bool SourceFactory::annotate(const QString& path, QStringList* problems)
+{
+    // The definitions are this program's own; that they are const elsewhere keeps views from changing them.
+    const bool faultless = Annotations::apply(path, const_cast<MavlinkDialect*>(m_dialect), problems);
+    FormatRegistry::getInstance()->updateFormat(m_dialect);
+    return faultless;
+}
+
+const MavlinkDialect* SourceFactory::findDialect(const QString& path, QString* error)
+{
+    if (path.isEmpty())
+        return m_dialect;
+    for (const LoadedDialect& loaded : dialects())
+        if (loaded.path == path)
+            return loaded.dialect.get();
+    QStringList problems;
+    std::unique_ptr<MavlinkDialect> dialect(MavlinkDialect::load(path, &problems));
+    if (!dialect) {
+        *error = tr("The definitions could not be loaded.") + QLatin1Char('\n') + problems.join(QLatin1Char('\n'));
+        return nullptr;
+    }
+    dialects().push_back({std::move(dialect), path});
+    return dialects().back().dialect.get();
+}
+
+bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QString* error)
+{
+    const MavlinkDialect* const dialect = findDialect(options.definitions, error);
+    if (!dialect)
+        return false;
+    if (options.isSimulation()) {
+        parts->input.reset(new SimulatorInput);
+        parts->decoder.reset(new MavlinkStreamDecoder(dialect, MavlinkStreamDecoder::RawLayout));
+        parts->name = tr("simulated vehicle");
+        return true;
+    }
+    InputAddress address;
+    if (!InputAddress::parse(options.address, &address, error))
+        return false;
+    MavlinkStreamDecoder::Layout layout = MavlinkStreamDecoder::RawLayout;
+    if (address.kind == InputAddress::File) {
+        QFile file(address.path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            *error = tr("%1 cannot be opened: %2").arg(address.path, file.errorString());
+            return false;
+        }
+        if (!MavlinkStreamDecoder::detectLayout(file.read(HeadBytes), &layout)) {
+            *error = tr("%1 is no recording that this program knows: no MAVLink frames were found at its beginning.")
+                         .arg(address.path);
+            return false;
+        }
+        parts->name = QFileInfo(address.path).fileName();
+        parts->path = QFileInfo(address.path).absoluteFilePath();
+    } else {
+        parts->name = address.kind == InputAddress::StandardInput ? tr("standard input") : address.toString();
+    }
+    if (address.kind == InputAddress::StandardInput)
+        parts->decoder.reset(new DetectingDecoder(dialect));
+    else
+        parts->decoder.reset(new MavlinkStreamDecoder(dialect, layout));
+    parts->input.reset(ByteInput::create(address));
+    parts->isLive = address.kind != InputAddress::File && address.kind != InputAddress::StandardInput;
+    return true;
+}
+
+void SourceFactory::setKnownFormats(QVector<const FormatInfo*> formats)
+{
+    if (formats.isEmpty())
+        formats.append(m_dialect);
+    // Only the definitions in use are known by name: of two of a kind, every name would be ambiguous.
+    for (const FormatInfo* format : std::as_const(m_known))
+        if (!formats.contains(format))
+            FormatRegistry::getInstance()->removeFormat(format);
+    for (const FormatInfo* format : std::as_const(formats))
+        FormatRegistry::getInstance()->addFormat(format); // ignores one that it knows
+    m_known = formats;
+}

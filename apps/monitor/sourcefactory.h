@@ -1,0 +1,70 @@
+#ifndef SOURCEFACTORY_H
+#define SOURCEFACTORY_H
+
+#include "byteinput.h"
+#include "streamdecoder.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <memory>
+
+class FormatInfo;
+class MavlinkDialect;
+
+/** What the user said of a source: enough to open it, and to open it again after a loss. */
+struct SourceOptions
+{
+    QString address;     ///< as InputAddress reads it; empty for the simulated vehicle
+    QString definitions; ///< a file of its own with the message types; empty for those in use
+
+    bool isSimulation() const { return address.isEmpty(); }
+};
+
+/** What makes a source, once for each time that it is opened. */
+struct SourceParts
+{
+    std::unique_ptr<ByteInput> input;
+    std::unique_ptr<StreamDecoder> decoder;
+    QString name;        ///< what people call it: the name of a file, an address
+    QString path;        ///< of a file, absolute; else empty
+    bool isLive = false; ///< whether it is worth trying again when it is lost
+};
+
+/** Opens sources, and keeps the definitions that they are decoded with. */
+class SourceFactory
+{
+public:
+    SourceFactory();
+    ~SourceFactory();
+
+    /**
+     * Uses the definitions in @p path for all sources that name none of their own.
+     *
+     * @param annotations  a file that adds to them; empty takes the one beside them, if there is one
+     * @param problems     what was wrong, also where the definitions are used all the same; must not be null
+     * @return false when they cannot be used
+     */
+    bool loadDefinitions(const QString& path, const QString& annotations, QStringList* problems);
+    /** The file of the definitions in use; empty for the built-in ones. */
+    QString getDefinitionsPath() const { return m_path; }
+
+    /** Adds the annotations in @p path to the definitions in use; false with what is wrong with them. */
+    bool annotate(const QString& path, QStringList* problems);
+
+    /** What @p options describe; false with one sentence for the user in @p error, which must not be null. */
+    bool create(const SourceOptions& options, SourceParts* parts, QString* error);
+
+    /** Makes exactly these formats known by name, or those in use when there are none. */
+    void setKnownFormats(QVector<const FormatInfo*> formats);
+
+private:
+    const MavlinkDialect* findDialect(const QString& path, QString* error);
+
+    const MavlinkDialect* m_dialect;
+    QString m_path;
+    QVector<const FormatInfo*> m_known;
+};
+
+#endif

@@ -1,0 +1,165 @@
+#include "sourcemodel.h"
+
+#include <QLocale>
+
+SourceModel::SourceModel(SourceFactory* factory, const SourceSession::Receivers& receivers, QObject* parent)
+    : QAbstractTableModel(parent)
+    , m_factory(factory)
+    , m_receivers(receivers)
+{
+}
+
+SourceModel::~SourceModel() = default;
+
+QString SourceModel::uniqueName(const QString& name) const
+{
+    QString unique = name;
+    for (int i = 0, number = 1; i < getCount(); ++i) {
+        if (m_sessions[std::size_t(i)]->getName() == unique) {
+            unique = tr("%1 (%2)").arg(name).arg(++number);
+            i = -1;
+        }
+    }
+    return unique;
+}
+
+SourceSession* SourceModel::open(const SourceOptions& options, const StreamSource::Playback& playback, QString* error)
+{
+    SourceParts parts;
+    if (!m_factory->create(options, &parts, error))
+        return nullptr;
+    SourceSession* const session = new SourceSession(options, m_factory, m_receivers);
+    const QString name = uniqueName(parts.name);
+    beginInsertRows(QModelIndex(), getCount(), getCount());
+    m_sessions.emplace_back(session);
+    session->open(name, std::move(parts), playback);
+    endInsertRows();
+    connect(session, &SourceSession::changed, this, [this, session]() {
+        const int row = rowOf(session);
+        if (row >= 0)
+            Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1));
+        Q_EMIT sessionChanged(session);
+    });
+    followNumber();
+    Q_EMIT sessionAdded(session);
+    return session;
+}
+
+void SourceModel::close(SourceSession* session)
+{
+    const int row = rowOf(session);
+    if (row < 0)
+        return;
+    Q_EMIT sessionAboutToBeRemoved(session);
+    beginRemoveRows(QModelIndex(), row, row);
+    const std::unique_ptr<SourceSession> removed = std::move(m_sessions[std::size_t(row)]);
+    m_sessions.erase(m_sessions.begin() + row);
+    endRemoveRows();
+    removed->disconnect(this);
+    followNumber();
+    Q_EMIT sessionRemoved();
+}
+
+void SourceModel::closeAll()
+{
+    while (!m_sessions.empty())
+        close(m_sessions.back().get());
+}
+
+QVector<const FormatInfo*> SourceModel::knownFormats() const
+{
+    QVector<const FormatInfo*> formats;
+    for (const std::unique_ptr<SourceSession>& session : m_sessions)
+        if (!formats.contains(session->getSource()->getFormatInfo()))
+            formats.append(session->getSource()->getFormatInfo());
+    return formats;
+}
+
+void SourceModel::followNumber()
+{
+    for (const std::unique_ptr<SourceSession>& session : m_sessions)
+        session->setQualified(m_sessions.size() > 1);
+    m_factory->setKnownFormats(knownFormats());
+}
+
+SourceSession* SourceModel::getSession(int row) const
+{
+    return row >= 0 && row < getCount() ? m_sessions[std::size_t(row)].get() : nullptr;
+}
+
+int SourceModel::rowOf(const SourceSession* session) const
+{
+    for (int row = 0; row < getCount(); ++row)
+        if (m_sessions[std::size_t(row)].get() == session)
+            return row;
+    return -1;
+}
+
+void SourceModel::refresh()
+{
+    for (const std::unique_ptr<SourceSession>& session : m_sessions)
+        session->refresh();
+    if (!m_sessions.empty())
+        Q_EMIT dataChanged(index(0, RateColumn), index(getCount() - 1, RateColumn));
+}
+
+double SourceModel::getMessageRate() const
+{
+    double rate = 0;
+    for (const std::unique_ptr<SourceSession>& session : m_sessions)
+        rate += session->getMessageRate();
+    return rate;
+}
+
+double SourceModel::getByteRate() const
+{
+    double rate = 0;
+    for (const std::unique_ptr<SourceSession>& session : m_sessions)
+        rate += session->getByteRate();
+    return rate;
+}
+
+int SourceModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : getCount();
+}
+
+int SourceModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(ColumnCount);
+}
+
+QVariant SourceModel::data(const QModelIndex& index, int role) const
+{
+    const SourceSession* const session = index.isValid() ? getSession(index.row()) : nullptr;
+    if (!session)
+        return QVariant();
+    if (role == Qt::TextAlignmentRole && index.column() == RateColumn)
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    if (role == Qt::ToolTipRole)
+        return session->getName() + QLatin1String(": ") + session->getStateText();
+    if (role != Qt::DisplayRole)
+        return QVariant();
+    switch (index.column()) {
+    case SourceColumn:
+        return session->getName();
+    case StateColumn:
+        return session->getStateText();
+    default:
+        return tr("%1 /s").arg(QLocale().toString(session->getMessageRate(), 'f', 0));
+    }
+}
+
+QVariant SourceModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return QVariant();
+    switch (section) {
+    case SourceColumn:
+        return tr("Source");
+    case StateColumn:
+        return tr("State");
+    default:
+        return tr("Rate");
+    }
+}

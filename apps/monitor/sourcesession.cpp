@@ -1,0 +1,200 @@
+#include "sourcesession.h"
+
+#include "latestmessagesource.h"
+#include "messagestatisticscoordinator.h"
+
+static const int LongestWait = 30;
+static const int LeastRateMilliseconds = 1000;
+
+static int s_second = 1000;
+
+SourceSession::SourceSession(const SourceOptions& options, SourceFactory* factory, const Receivers& receivers,
+                             QObject* parent)
+    : QObject(parent)
+    , m_options(options)
+    , m_factory(factory)
+    , m_receivers(receivers)
+    , m_reception(new ReceptionMonitor(receivers.coordinator, receivers.log))
+{
+    connect(&m_retryTimer, &QTimer::timeout, this, &SourceSession::countDown);
+    m_receivers.latest->addSession(this, &m_latest);
+}
+
+SourceSession::~SourceSession()
+{
+    m_receivers.latest->removeSession(this);
+    if (m_reception->getStream() >= 0) {
+        m_reception->finish();
+        m_receivers.coordinator->removeStream(m_reception->getStream());
+    }
+}
+
+void SourceSession::setSecondOfWaiting(int milliseconds)
+{
+    s_second = milliseconds;
+}
+
+void SourceSession::open(const QString& name, SourceParts parts, const StreamSource::Playback& playback)
+{
+    m_name = name;
+    m_path = parts.path;
+    m_live = parts.isLive;
+    m_playback = playback;
+    start(std::move(parts));
+}
+
+void SourceSession::start(SourceParts parts)
+{
+    m_retryTimer.stop();
+    std::unique_ptr<StreamSource> source(new StreamSource(parts.input.release(), parts.decoder.release()));
+    if (m_source)
+        source->setCounters(m_source->getCounters());
+    source->setPlayback(m_playback);
+    m_reception->follow(source.get(), m_name);
+    source->addObserver(&m_latest);
+    connect(source.get(), &StreamSource::received, m_receivers.latest, &LatestMessageSource::noteArrival);
+    connect(source.get(), &StreamSource::stateChanged, this, &SourceSession::processState);
+    connect(source.get(), &StreamSource::problem, this, &SourceSession::problem);
+    m_source = std::move(source);
+    m_senderNames.clear();
+    m_sinceRate.start();
+    m_source->start();
+}
+
+void SourceSession::reconnect()
+{
+    SourceParts parts;
+    QString error;
+    if (m_factory->create(m_options, &parts, &error)) {
+        m_retrySeconds = 0;
+        if (!m_live) { // a recording is read from its beginning
+            m_reception->startAnew(tr("%1: read again from the beginning").arg(m_name));
+            m_latest.clear();
+            m_source->setCounters(ReceptionCounters());
+            ++m_generation;
+        }
+        start(std::move(parts));
+        return;
+    }
+    m_error = error;
+    setState(Failed);
+    scheduleRetry();
+}
+
+void SourceSession::processState(int state)
+{
+    switch (state) {
+    case StreamSource::Idle:
+    case StreamSource::Opening:
+        setState(Opening);
+        break;
+    case StreamSource::Running:
+        m_error.clear();
+        setState(Receiving);
+        break;
+    case StreamSource::Finished:
+        setState(Ended);
+        scheduleRetry();
+        break;
+    case StreamSource::Failed:
+        m_error = m_source->getErrorString();
+        setState(Failed);
+        scheduleRetry();
+        break;
+    }
+}
+
+void SourceSession::scheduleRetry()
+{
+    if (!m_live)
+        return;
+    m_retrySeconds = qBound(1, 2 * m_retrySeconds, LongestWait);
+    m_secondsLeft = m_retrySeconds;
+    m_retryTimer.start(s_second);
+    setState(Waiting);
+}
+
+void SourceSession::countDown()
+{
+    if (--m_secondsLeft > 0) {
+        Q_EMIT changed();
+        return;
+    }
+    const int wait = m_retrySeconds;
+    reconnect();
+    m_retrySeconds = wait; // until something is received
+}
+
+void SourceSession::setState(State state)
+{
+    m_state = state;
+    Q_EMIT changed();
+}
+
+QString SourceSession::getStateText() const
+{
+    switch (m_state) {
+    case Opening:
+        return tr("opening");
+    case Receiving:
+        return tr("receiving");
+    case Ended:
+        return tr("ended");
+    case Failed:
+        return tr("failed: %1").arg(m_error);
+    case Waiting:
+        if (m_error.isEmpty())
+            return tr("ended, again in %1 s").arg(m_secondsLeft);
+        return tr("again in %1 s: %2").arg(m_secondsLeft).arg(m_error);
+    }
+    return QString();
+}
+
+QString SourceSession::getSenderName(quint32 sender) const
+{
+    QHash<quint32, QString>::const_iterator found = m_senderNames.constFind(sender);
+    if (found != m_senderNames.constEnd())
+        return *found;
+    QString name = m_source->getSenderName(sender);
+    if (m_qualified)
+        name = name.isEmpty() ? m_name : tr("%1 @ %2", "sender and source").arg(name, m_name);
+    m_senderNames.insert(sender, name);
+    return name;
+}
+
+void SourceSession::setQualified(bool qualified)
+{
+    if (m_qualified == qualified)
+        return;
+    m_qualified = qualified;
+    m_senderNames.clear();
+    m_receivers.coordinator->setStreamLabel(m_reception->getStream(), qualified ? m_name : QString());
+    m_reception->setEventPrefix(qualified ? m_name + QLatin1String(": ") : QString());
+    m_receivers.latest->showAgain();
+    Q_EMIT changed();
+}
+
+void SourceSession::setPlayback(const StreamSource::Playback& playback)
+{
+    m_playback = playback;
+    m_source->setPlayback(playback);
+}
+
+void SourceSession::refresh()
+{
+    m_reception->refresh();
+    const qint64 elapsed = m_sinceRate.elapsed();
+    if (elapsed < LeastRateMilliseconds)
+        return;
+    m_sinceRate.restart();
+    const ReceptionCounters& counters = getCounters();
+    const quint64 messages = counters.getMessageCount() + counters.getUnknownCount();
+    const double seconds = double(elapsed) / 1000;
+    // Counters that began anew say nothing for the moment.
+    m_messageRate = messages >= m_rateMessages ? double(messages - m_rateMessages) / seconds : 0;
+    m_byteRate = counters.getByteCount() >= m_rateBytes ? double(counters.getByteCount() - m_rateBytes) / seconds : 0;
+    if (messages > m_rateMessages)
+        m_retrySeconds = 0;
+    m_rateMessages = messages;
+    m_rateBytes = counters.getByteCount();
+}

@@ -1,0 +1,131 @@
+#ifndef SOURCESESSION_H
+#define SOURCESESSION_H
+
+#include "latestmessages.h"
+#include "receptionmonitor.h"
+#include "sourcefactory.h"
+#include "streamsource.h"
+
+#include <QElapsedTimer>
+#include <QHash>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+
+class EventLog;
+class LatestMessageSource;
+class MessageStatisticsCoordinator;
+
+/**
+ * A source that is open: its stream, what was received, and what becomes of it when it is lost.
+ *
+ * A live source that fails or ends is opened again after 1 s, and then after twice as long each time, up to 30 s.
+ * Counts, statistics and events go on over that.
+ */
+class SourceSession : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum State
+    {
+        Opening,
+        Receiving,
+        Ended,
+        Failed,
+        Waiting ///< to be opened again
+    };
+
+    /** Where what is received goes. Everything is borrowed. */
+    struct Receivers
+    {
+        MessageStatisticsCoordinator* coordinator;
+        EventLog* log;
+        LatestMessageSource* latest;
+    };
+
+    SourceSession(const SourceOptions& options, SourceFactory* factory, const Receivers& receivers,
+                  QObject* parent = nullptr);
+    ~SourceSession() override;
+
+    /** Opens the source for the first time. */
+    void open(const QString& name, SourceParts parts, const StreamSource::Playback& playback);
+
+    const SourceOptions& getOptions() const { return m_options; }
+    const QString& getName() const { return m_name; }
+    /** The absolute path of a recording; empty for anything else. */
+    const QString& getPath() const { return m_path; }
+
+    State getState() const { return m_state; }
+    /** The state in words, with the reason of a failure and the seconds until another try. */
+    QString getStateText() const;
+    /** Why the source failed last; empty while it is well. */
+    const QString& getErrorText() const { return m_error; }
+
+    StreamSource* getSource() { return m_source.get(); }
+    const StreamSource* getSource() const { return m_source.get(); }
+    const ReceptionCounters& getCounters() const { return m_source->getCounters(); }
+    /** Changes when counters begin anew, so that their rows mean others. */
+    int getGeneration() const { return m_generation; }
+
+    /** How a sender is written: as by its format, with the source's name where several are open. */
+    QString getSenderName(quint32 sender) const;
+    /** Whether sender names, statistics and events carry the name of the source. */
+    void setQualified(bool qualified);
+
+    void setPlayback(const StreamSource::Playback& playback);
+
+    /** Opens the source anew now, by the user's wish. */
+    void reconnect();
+    /** How long a second of waiting takes in milliseconds; for tests. */
+    static void setSecondOfWaiting(int milliseconds);
+
+    /** Messages, also of unknown types, and bytes a second, of the last second or so. */
+    double getMessageRate() const { return m_messageRate; }
+    double getByteRate() const { return m_byteRate; }
+    /** Lets time go on: rates, and events that were folded. For a timer of a quarter second or so. */
+    void refresh();
+
+Q_SIGNALS:
+    /** State or texts changed. */
+    void changed();
+    /** Something was wrong with the stream, see StreamSource::problem(). */
+    void problem(const QString& text);
+
+private:
+    void start(SourceParts parts);
+    void processState(int state);
+    void scheduleRetry();
+    void countDown();
+    void setState(State state);
+
+    SourceOptions m_options;
+    SourceFactory* m_factory;
+    Receivers m_receivers;
+    QString m_name;
+    QString m_path;
+    bool m_live = false;
+    bool m_qualified = false;
+    State m_state = Opening;
+    QString m_error;
+    int m_generation = 0;
+    StreamSource::Playback m_playback;
+
+    LatestMessages m_latest;
+    std::unique_ptr<StreamSource> m_source;
+    std::unique_ptr<ReceptionMonitor> m_reception; // follows m_source, and goes first
+    mutable QHash<quint32, QString> m_senderNames;
+
+    QTimer m_retryTimer;
+    int m_retrySeconds = 0; // of the next wait
+    int m_secondsLeft = 0;
+
+    QElapsedTimer m_sinceRate;
+    quint64 m_rateMessages = 0;
+    quint64 m_rateBytes = 0;
+    double m_messageRate = 0;
+    double m_byteRate = 0;
+};
+
+#endif
