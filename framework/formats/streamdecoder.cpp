@@ -60,6 +60,7 @@ StreamProblem::StreamProblem()
     , id(0)
     , sender(0)
     , hasFrame(false)
+    , data(nullptr)
 {
 }
 

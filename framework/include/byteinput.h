@@ -80,6 +80,11 @@ public:
     /** The number of bytes in all, or -1 when not known. Known once it is open. */
     virtual qint64 getSize() const = 0;
 
+    /** Whether seek() works. Known once it is open. */
+    virtual bool isSeekable() const;
+    /** Goes on reading at byte @p offset, also after End; false with getErrorString() set when that fails. */
+    virtual bool seek(qint64 offset);
+
     /** What the input is called in texts: the path or address, or "standard input". */
     QString getName() const { return m_name; }
     /** Why open() or read() failed: "flight.tlog: No such file or directory". */

@@ -52,6 +52,10 @@ struct CORVELFRAMEWORK_EXPORT StreamProblem
     quint32 sender; ///< sender of the frame, where there is one
     bool hasFrame;  ///< whether id and sender say anything
     QString text;   ///< what is to be added, may be empty
+
+    /** The bytes concerned as they came, all @p length of them, where a StreamSource still has them; else null. Valid
+     * for the length of the call that hands the problem out. */
+    const char* data;
 };
 
 /** Receives what a StreamDecoder finds, in stream order. */

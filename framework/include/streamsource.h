@@ -7,6 +7,7 @@
 
 class PlaybackClock;
 class QTimer;
+class RecordingIndex;
 class StreamReader;
 
 /**
@@ -33,7 +34,7 @@ public:
         Idle,     ///< not started
         Opening,  ///< the input is being opened
         Running,  ///< messages may come
-        Finished, ///< the input ended, or stop() was called
+        Finished, ///< the input ended, or stop() was called; a seek() in a recording leads back to Running
         Failed    ///< the input could not be opened or read; getErrorString() tells why
     };
 
@@ -76,10 +77,48 @@ public:
     /** Counts on from @p counters, such as those of a connection that was lost. Before start(). */
     void setCounters(const ReceptionCounters& counters) { m_counters = counters; }
 
+    /** Makes jumps in a recording possible, with @p index, which is owned from now on. Before start(). */
+    void setIndex(RecordingIndex* index);
+
     /** Starts reading; at most once. */
     void start();
     /** Ends reading soon without waiting for it; what is queued is dropped. The state becomes Finished. */
     void stop();
+
+    /** Holds a recording before its next message, or lets it go on. Live inputs go on whatever is said. */
+    void setPaused(bool paused);
+    bool isPaused() const { return m_paused; }
+    /** Lets one more message of a paused recording through. */
+    void step();
+
+    /** Whether seek() works. Known when the state is Running. */
+    bool isSeekable() const { return m_seekable; }
+
+    /**
+     * Goes on at @p time of the recording, also after its end: the first message is one of that time or later. Counters
+     * begin anew there, see sought(). What was received and is not worked off yet is dropped.
+     *
+     * @param time  microseconds since 1970
+     */
+    void seek(qint64 time);
+
+    /** The times of the first and last message of a recording that is seekable; else Message::NoTime. */
+    qint64 getStartTime() const { return m_startTime; }
+    qint64 getEndTime() const { return m_endTime; }
+    /** The time of the newest message that was worked off and has one; Message::NoTime before. */
+    qint64 getCurrentTime() const { return m_currentTime; }
+    /** How many bytes lie before the end of the newest message, and bytes in all, or -1 when not known. */
+    qint64 getPosition() const { return m_position; }
+    qint64 getSize() const { return m_size; }
+    /** Whether the input brings bytes in their own time, see ByteInput::isLive(). Known when the state is Running. */
+    bool isLive() const { return m_live; }
+
+    /**
+     * Decodes with @p decoder, which is owned from now on, from the first byte on that is in no message yet.
+     *
+     * decoderChanged() tells when that has happened; until then everything is as before.
+     */
+    void setDecoder(StreamDecoder* decoder);
 
     State getState() const { return m_state; }
     /** Why the state is Failed; names the input. */
@@ -96,6 +135,10 @@ public:
 Q_SIGNALS:
     /** The state, one of State, changed. What was received before has been emitted. */
     void stateChanged(int state);
+    /** The recording goes on at @p time: what was counted before is forgotten. */
+    void sought(qint64 time);
+    /** What follows was decoded by another decoder, which getDecoder() gives. */
+    void decoderChanged();
     /** Batches were worked off: getCounters() changed. */
     void received();
     /**
@@ -126,6 +169,15 @@ private:
     QTimer* m_problemTimer;
     QVector<StreamSink*> m_observers;
     State m_state;
+    bool m_stopped;
+    bool m_paused;
+    bool m_seekable;
+    bool m_live;
+    qint64 m_size;
+    qint64 m_position;
+    qint64 m_startTime;
+    qint64 m_endTime;
+    qint64 m_currentTime;
     QString m_error;
     ReceptionCounters m_counters;
     QHash<quint32, QString> m_senderNames;

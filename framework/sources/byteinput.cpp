@@ -4,12 +4,25 @@
 #include "tcpinput.h"
 #include "udpinput.h"
 
+#include <QCoreApplication>
+
 ByteInput::ByteInput(const QString& name)
     : m_name(name)
 {
 }
 
 ByteInput::~ByteInput() {}
+
+bool ByteInput::isSeekable() const
+{
+    return false;
+}
+
+bool ByteInput::seek(qint64)
+{
+    setError(QCoreApplication::translate("ByteInput", "it has no other places to go to"));
+    return false;
+}
 
 void ByteInput::setError(const QString& reason)
 {

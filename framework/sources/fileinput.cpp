@@ -111,6 +111,11 @@ ByteInput::Status FileInput::read(QByteArray* bytes, int timeoutMs)
     return Failed;
 }
 
+bool FileInput::seek(qint64 offset)
+{
+    return lseek(m_descriptor, offset, SEEK_SET) == offset || fail();
+}
+
 void FileInput::cancel()
 {
     const char byte = 0;

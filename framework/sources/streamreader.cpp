@@ -14,7 +14,11 @@ const qint64 GreatestAge = 20 * 1000;
 // A thread is not woken more exactly than this.
 const qint64 LeastWait = 1000;
 
-const int IdleTimeoutMs = 1000;
+// How long a command may wait for an input from which nothing comes.
+const int IdleTimeoutMs = 200;
+
+// More than any run of bytes between two reports, for decoders that tell where messages lie.
+const int LongestTail = 1024 * 1024;
 
 } // namespace
 
@@ -26,8 +30,15 @@ StreamReader::StreamReader(ByteInput* input, StreamDecoder* decoder)
     , m_batch(new StreamBatch)
     , m_batchStart(0)
     , m_paced(false)
+    , m_tailOffset(0)
+    , m_done(0)
+    , m_arrivalTime(Message::NoTime)
+    , m_leaveOutTill(Message::NoTime)
     , m_cancelled(false)
+    , m_interrupted(false)
+    , m_paused(false)
     , m_playbackChanged(false)
+    , m_steps(0)
     , m_announced(false)
 {
 }
@@ -44,6 +55,45 @@ StreamReader::~StreamReader()
 void StreamReader::setClock(PlaybackClock* clock)
 {
     m_clock.reset(clock);
+}
+
+void StreamReader::setIndex(RecordingIndex* index)
+{
+    m_index.reset(index);
+}
+
+void StreamReader::setPaused(bool paused)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_paused = paused;
+    m_steps = 0;
+    m_playbackChanged = true; // the time of the pause is not to be caught up with
+    m_wake.notify_all();
+}
+
+void StreamReader::step()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    ++m_steps;
+    m_wake.notify_all();
+}
+
+void StreamReader::seek(qint64 time)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_seekTime = time;
+    m_interrupted = true;
+    for (const std::unique_ptr<StreamBatch>& batch : m_queue)
+        batch->dropContents();
+    m_wake.notify_all();
+}
+
+void StreamReader::setDecoder(StreamDecoder* decoder)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_nextDecoder.reset(decoder);
+    m_interrupted = true;
+    m_wake.notify_all();
 }
 
 void StreamReader::setPlayback(const StreamSource::Playback& playback)
@@ -87,8 +137,10 @@ void StreamReader::recycle(std::unique_ptr<StreamBatch> batch)
 void StreamReader::run()
 {
     if (m_input->open()) {
+        announceFacts();
         flushState(StreamSource::Running);
-        readUntilEnd();
+        while (readUntilEnd() && waitAtEnd()) {
+        }
     } else {
         flushState(StreamSource::Failed, m_input->getErrorString());
     }
@@ -97,18 +149,33 @@ void StreamReader::run()
     m_input.reset();
 }
 
-void StreamReader::readUntilEnd()
+void StreamReader::announceFacts()
+{
+    StreamBatch::Facts facts;
+    facts.live = m_input->isLive();
+    facts.size = m_input->getSize();
+    facts.seekable = m_input->isSeekable() && m_index;
+    facts.startTime = facts.seekable ? m_index->getStartTime() : Message::NoTime;
+    facts.endTime = facts.seekable ? m_index->getEndTime() : Message::NoTime;
+    if (facts.startTime == Message::NoTime || facts.endTime == Message::NoTime)
+        facts.seekable = false;
+    m_batch->facts = facts;
+}
+
+/** Whether the end was reached, and not a failure. */
+bool StreamReader::readUntilEnd()
 {
     const bool live = m_input->isLive();
     // A recording with times is one even when it comes through a pipe.
     m_paced = !live || m_decoder->hasTimes();
     QByteArray bytes;
     while (!m_cancelled) {
+        if (m_interrupted && !followCommands())
+            return false;
         const qint64 rest = m_batch->isEmpty() ? IdleTimeoutMs : (GreatestAge - batchAge()) / 1000 + 1;
         switch (m_input->read(&bytes, static_cast<int>(qBound(qint64(0), rest, qint64(IdleTimeoutMs))))) {
         case ByteInput::Data:
-            m_decoder->feed(bytes.constData(), static_cast<int>(bytes.size()), live ? m_clock->utc() : Message::NoTime,
-                            this);
+            feed(bytes, live ? m_clock->utc() : Message::NoTime);
             if (m_input->isDatagram())
                 m_decoder->finish(this);
             if (batchAge() >= GreatestAge)
@@ -119,34 +186,133 @@ void StreamReader::readUntilEnd()
             break;
         case ByteInput::End:
             m_decoder->finish(this);
-            flushState(StreamSource::Finished);
-            return;
+            if (!m_interrupted)
+                flushState(StreamSource::Finished);
+            return true;
         case ByteInput::Failed:
             m_decoder->finish(this);
             flushState(StreamSource::Failed, m_input->getErrorString());
-            return;
+            return false;
         }
     }
+    return false;
+}
+
+/** Waits where a recording ends for the wish to see another place of it; whether there is one. */
+bool StreamReader::waitAtEnd()
+{
+    if (!m_input->isSeekable())
+        return false;
+    {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        m_wake.wait(lock, [this] { return isLeaving(); });
+    }
+    return !m_cancelled && followCommands();
+}
+
+bool StreamReader::followCommands()
+{
+    std::optional<qint64> time;
+    std::shared_ptr<StreamDecoder> decoder;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        time.swap(m_seekTime);
+        decoder.swap(m_nextDecoder);
+        m_interrupted = false;
+        if (time && m_paused)
+            m_steps = 1; // so that there is something to see of the other place
+    }
+    if (decoder)
+        changeDecoder(std::move(decoder));
+    return !time || goTo(*time);
+}
+
+bool StreamReader::goTo(qint64 time)
+{
+    const quint64 offset = m_index ? m_index->findOffset(time) : 0;
+    m_batch->dropContents();
+    if (!m_input->seek(static_cast<qint64>(offset))) {
+        flushState(StreamSource::Failed, m_input->getErrorString());
+        return false;
+    }
+    m_decoder->restart(offset);
+    m_tail.clear();
+    m_tailOffset = offset;
+    m_done = offset;
+    m_leaveOutTill = time;
+    m_playbackChanged = true;
+    m_batch->soughtTime = time;
+    flushState(StreamSource::Running);
+    return true;
+}
+
+void StreamReader::changeDecoder(std::shared_ptr<StreamDecoder> decoder)
+{
+    flush(); // what was decoded before
+    m_batch->decoder = decoder;
+    flush();
+    // The old one may be in use on the GUI thread until the batch arrives there, which holds it as well.
+    m_decoder = std::move(decoder);
+    m_decoder->restart(m_done);
+    const QByteArray rest = m_tail.mid(static_cast<int>(m_done - m_tailOffset));
+    m_decoder->feed(rest.constData(), static_cast<int>(rest.size()), m_arrivalTime, this);
+    if (m_input->isDatagram())
+        m_decoder->finish(this);
+}
+
+void StreamReader::feed(const QByteArray& bytes, qint64 arrivalTime)
+{
+    quint64 unused = m_done - m_tailOffset;
+    const quint64 total = static_cast<quint64>(m_tail.size() + bytes.size());
+    if (total - unused > LongestTail) // a decoder that does not tell where its messages lie
+        unused = qMin(total - LongestTail, static_cast<quint64>(m_tail.size()));
+    m_tail.remove(0, static_cast<int>(unused));
+    m_tailOffset += unused;
+    m_done = qMax(m_done, m_tailOffset);
+    m_tail.append(bytes);
+    m_arrivalTime = arrivalTime;
+    m_decoder->feed(bytes.constData(), static_cast<int>(bytes.size()), arrivalTime, this);
+}
+
+void StreamReader::noteDone(quint64 end)
+{
+    m_done = qBound(m_done, end, m_tailOffset + static_cast<quint64>(m_tail.size()));
+}
+
+const char* StreamReader::bytesOf(const StreamProblem& problem) const
+{
+    const quint64 end = m_tailOffset + static_cast<quint64>(m_tail.size());
+    if (problem.offset < m_tailOffset || problem.offset + problem.length > end)
+        return nullptr;
+    return m_tail.constData() + (problem.offset - m_tailOffset);
 }
 
 void StreamReader::processReceived(const ReceivedMessage& message)
 {
-    if (m_paced)
-        waitUntilDue(message.time);
-    if (m_cancelled)
+    if (isLeaving())
         return;
+    if (m_leaveOutTill != Message::NoTime) {
+        if (message.time == Message::NoTime || message.time < m_leaveOutTill)
+            return;
+        m_leaveOutTill = Message::NoTime;
+    }
+    const bool stepped = m_paced && waitUntilDue(message.time);
+    if (isLeaving())
+        return;
+    noteDone(message.offset + static_cast<quint64>(message.size));
     noteFirstEntry();
     m_batch->append(message);
-    if (m_batch->isFull())
+    if (stepped || m_batch->isFull())
         flush();
 }
 
 void StreamReader::processProblem(const StreamProblem& problem)
 {
-    if (m_cancelled)
+    if (isLeaving() || m_leaveOutTill != Message::NoTime)
         return;
     noteFirstEntry();
-    m_batch->problems.push_back(StreamBatch::Problem{problem, m_batch->records.size()});
+    m_batch->append(problem, bytesOf(problem));
+    noteDone(problem.offset + problem.length);
     if (m_batch->isFull())
         flush();
 }
@@ -157,20 +323,27 @@ void StreamReader::takePlayback()
     m_pacer.setPlayback(m_playback);
 }
 
-void StreamReader::waitUntilDue(qint64 messageTime)
+/** Waits, and tells whether the message was let through alone. */
+bool StreamReader::waitUntilDue(qint64 messageTime)
 {
-    if (!m_playbackChanged && !m_pacer.isPacing())
-        return;
+    if (!m_playbackChanged && !m_pacer.isPacing() && !m_paused)
+        return false;
     std::unique_lock<std::mutex> lock(m_mutex);
     if (m_playbackChanged)
         takePlayback();
     qint64 now = m_clock->now();
     qint64 due = m_pacer.dueTime(messageTime, now);
-    while (!m_cancelled && due - now >= LeastWait) {
-        if (batchAge() >= GreatestAge) {
+    while (!isLeaving() && (m_paused || due - now >= LeastWait)) {
+        if (m_paused && m_steps > 0) {
+            --m_steps;
+            return true;
+        }
+        if (!m_batch->isEmpty() && (m_paused || batchAge() >= GreatestAge)) {
             lock.unlock();
             flush();
             lock.lock();
+        } else if (m_paused) {
+            m_wake.wait(lock);
         } else {
             const qint64 untilFlush = m_batch->isEmpty() ? due - now : GreatestAge - batchAge();
             m_clock->wait(m_wake, lock, qMin(due - now, untilFlush));
@@ -181,6 +354,7 @@ void StreamReader::waitUntilDue(qint64 messageTime)
             due = m_pacer.dueTime(messageTime, now);
         }
     }
+    return false;
 }
 
 // 0 for a batch with nothing in it.
@@ -200,11 +374,13 @@ void StreamReader::flush()
     if (m_batch->isEmpty())
         return;
     std::unique_lock<std::mutex> lock(m_mutex);
-    m_wake.wait(lock, [this] { return m_cancelled || m_queue.size() < GreatestQueue; });
+    m_wake.wait(lock, [this] { return m_cancelled || m_seekTime || m_queue.size() < GreatestQueue; });
     if (m_cancelled) {
         m_batch->clear();
         return;
     }
+    if (m_seekTime)
+        m_batch->dropContents();
     m_queue.push_back(std::move(m_batch));
     if (m_spare.empty()) {
         m_batch.reset(new StreamBatch);

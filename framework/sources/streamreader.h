@@ -2,6 +2,7 @@
 #define STREAMREADER_H
 
 #include "playbackpacer.h"
+#include "recordingindex.h"
 #include "streambatch.h"
 
 #include <QThread>
@@ -27,7 +28,17 @@ public:
     ~StreamReader() override;
 
     void setClock(PlaybackClock* clock);
+    /** Takes over @p index, which is used on this thread. Before the start. */
+    void setIndex(RecordingIndex* index);
     void setPlayback(const StreamSource::Playback& playback);
+    /** Holds a recording before its next message, or goes on. */
+    void setPaused(bool paused);
+    /** Lets one more message through while paused. */
+    void step();
+    /** Goes on at @p time of the recording; what is queued is dropped. */
+    void seek(qint64 time);
+    /** Decodes from the first byte on that is in no message yet with @p decoder, which is taken over. */
+    void setDecoder(StreamDecoder* decoder);
 
     /** Ends the thread soon, wherever it waits, and drops what is queued. */
     void cancel();
@@ -38,7 +49,8 @@ public:
     void recycle(std::unique_ptr<StreamBatch> batch);
 
     const QString& getInputName() const { return m_inputName; }
-    const StreamDecoder* getDecoder() const { return m_decoder.get(); }
+    /** The first decoder. */
+    std::shared_ptr<StreamDecoder> getDecoder() const { return m_decoder; }
 
 Q_SIGNALS:
     /** There are batches to take. Comes from the reader thread. */
@@ -51,18 +63,28 @@ private:
     void processReceived(const ReceivedMessage& message) override;
     void processProblem(const StreamProblem& problem) override;
 
-    void readUntilEnd();
+    void announceFacts();
+    bool readUntilEnd();
+    bool waitAtEnd();
+    bool followCommands();
+    bool goTo(qint64 time);
+    void changeDecoder(std::shared_ptr<StreamDecoder> decoder);
+    void feed(const QByteArray& bytes, qint64 arrivalTime);
+    void noteDone(quint64 end);
+    const char* bytesOf(const StreamProblem& problem) const;
+    bool isLeaving() const { return m_cancelled || m_interrupted; }
     void takePlayback();
-    void waitUntilDue(qint64 messageTime);
+    bool waitUntilDue(qint64 messageTime);
     qint64 batchAge();
     void noteFirstEntry();
     void flush();
     void flushState(StreamSource::State state, const QString& error = QString());
 
     // Set before the thread starts.
-    std::unique_ptr<ByteInput> m_input; // destroyed by the thread, with m_mutex held
-    std::unique_ptr<StreamDecoder> m_decoder;
+    std::unique_ptr<ByteInput> m_input;       // destroyed by the thread, with m_mutex held
+    std::shared_ptr<StreamDecoder> m_decoder; // later the thread's own
     std::unique_ptr<PlaybackClock> m_clock;
+    std::unique_ptr<RecordingIndex> m_index;
     QString m_inputName;
 
     // The thread's own.
@@ -70,13 +92,23 @@ private:
     qint64 m_batchStart;
     PlaybackPacer m_pacer;
     bool m_paced;
+    QByteArray m_tail;     // bytes fed, from the first one on that is in no message or problem yet, and some before
+    quint64 m_tailOffset;  // where in the stream it begins
+    quint64 m_done;        // everything before is in messages and problems
+    qint64 m_arrivalTime;  // of the end of m_tail
+    qint64 m_leaveOutTill; // messages before this time are left out; Message::NoTime for none
 
     std::atomic<bool> m_cancelled;
+    std::atomic<bool> m_interrupted; // there are commands, for which the decoder is left
+    std::atomic<bool> m_paused;
     std::atomic<bool> m_playbackChanged;
 
     std::mutex m_mutex;             // for what follows
     std::condition_variable m_wake; // the queue has room, the playback changed, or it is all over
     StreamSource::Playback m_playback;
+    int m_steps;
+    std::optional<qint64> m_seekTime;
+    std::shared_ptr<StreamDecoder> m_nextDecoder;
     std::deque<std::unique_ptr<StreamBatch>> m_queue;
     std::vector<std::unique_ptr<StreamBatch>> m_spare;
     bool m_announced; // batchesReady() was emitted, and the taker has not yet found the queue empty

@@ -13,6 +13,8 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <memory>
+
 namespace
 {
 
@@ -53,6 +55,7 @@ struct StreamSource::Work
     std::size_t record;
     std::size_t problem;
     bool countsChanged;
+    std::shared_ptr<StreamDecoder> decoder;
     const QMetaMethod newMessageSignal;
     ProblemReporter problems;
 };
@@ -70,7 +73,17 @@ StreamSource::StreamSource(ByteInput* input, StreamDecoder* decoder, QObject* pa
     , m_workTimer(new QTimer(this))
     , m_problemTimer(new QTimer(this))
     , m_state(Idle)
+    , m_stopped(false)
+    , m_paused(false)
+    , m_seekable(false)
+    , m_live(false)
+    , m_size(-1)
+    , m_position(0)
+    , m_startTime(Message::NoTime)
+    , m_endTime(Message::NoTime)
+    , m_currentTime(Message::NoTime)
 {
+    m_work->decoder = m_reader->getDecoder();
     m_reader->setPlayback(Playback());
     connect(m_reader, SIGNAL(batchesReady()), this, SLOT(processBatches()), Qt::QueuedConnection);
     m_workTimer->setSingleShot(true);
@@ -95,6 +108,39 @@ void StreamSource::setClock(PlaybackClock* clock)
     m_reader->setClock(clock);
 }
 
+void StreamSource::setIndex(RecordingIndex* index)
+{
+    m_reader->setIndex(index);
+}
+
+void StreamSource::setPaused(bool paused)
+{
+    m_paused = paused;
+    m_reader->setPaused(paused);
+}
+
+void StreamSource::step()
+{
+    if (m_paused)
+        m_reader->step();
+}
+
+void StreamSource::seek(qint64 time)
+{
+    if (!m_seekable || m_stopped)
+        return;
+    m_reader->seek(time);
+    if (m_work->batch) {
+        m_work->batch->dropContents();
+        m_work->record = m_work->problem = 0;
+    }
+}
+
+void StreamSource::setDecoder(StreamDecoder* decoder)
+{
+    m_reader->setDecoder(decoder);
+}
+
 void StreamSource::start()
 {
     if (m_state != Idle)
@@ -109,6 +155,7 @@ void StreamSource::stop()
 {
     if (m_state == Finished || m_state == Failed)
         return;
+    m_stopped = true;
     m_reader->cancel();
     m_work->setBatch(nullptr);
     const QPointer<StreamSource> self(this);
@@ -119,17 +166,17 @@ void StreamSource::stop()
 
 const FormatInfo* StreamSource::getFormatInfo() const
 {
-    return m_reader->getDecoder()->getFormatInfo();
+    return m_work->decoder->getFormatInfo();
 }
 
 const StreamDecoder* StreamSource::getDecoder() const
 {
-    return m_reader->getDecoder();
+    return m_work->decoder.get();
 }
 
 QString StreamSource::getSenderName(quint32 sender) const
 {
-    return m_reader->getDecoder()->getSenderName(sender);
+    return m_work->decoder->getSenderName(sender);
 }
 
 void StreamSource::setState(State state)
@@ -181,7 +228,10 @@ bool StreamSource::processRecord()
 {
     const ReceivedMessage message = m_work->batch->messageAt(m_work->record++);
     if (message.info && !message.info->getFormatInfo())
-        m_reader->getDecoder()->publishTypes();
+        m_work->decoder->publishTypes();
+    m_position = static_cast<qint64>(message.offset) + message.size;
+    if (message.time != Message::NoTime)
+        m_currentTime = message.time;
     m_counters.countMessage(message);
     m_work->countsChanged = true;
     for (StreamSink* observer : m_observers)
@@ -200,7 +250,7 @@ bool StreamSource::processRecord()
 
 bool StreamSource::processProblem()
 {
-    const StreamProblem problem = m_work->batch->problems[m_work->problem++].problem;
+    const StreamProblem problem = m_work->batch->problemAt(m_work->problem++);
     m_counters.countProblem(problem);
     m_work->countsChanged = true;
     for (StreamSink* observer : m_observers)
@@ -230,15 +280,35 @@ bool StreamSource::finishBatch()
 {
     const std::optional<State> state = m_work->batch->state;
     const QString error = m_work->batch->error;
+    const std::optional<qint64> soughtTime = m_work->batch->soughtTime;
+    const std::shared_ptr<StreamDecoder> decoder = m_work->batch->decoder;
+    if (const std::optional<StreamBatch::Facts>& facts = m_work->batch->facts) {
+        m_seekable = facts->seekable;
+        m_live = facts->live;
+        m_size = facts->size;
+        m_startTime = facts->startTime;
+        m_endTime = facts->endTime;
+    }
     m_reader->recycle(std::move(m_work->batch));
-    if (!state)
-        return true;
     const QPointer<StreamSource> self(this);
+    if (decoder) {
+        m_work->decoder = decoder;
+        m_senderNames.clear();
+        Q_EMIT decoderChanged();
+    }
+    if (self && soughtTime) {
+        m_counters = ReceptionCounters();
+        m_currentTime = *soughtTime;
+        m_work->countsChanged = true;
+        Q_EMIT sought(*soughtTime);
+    }
+    if (!self || !state)
+        return !self.isNull();
     emitReceived();
     if (self && *state != Running)
         reportProblems();
     // A receiver may have stopped it meanwhile.
-    if (self && m_state != Finished) {
+    if (self && !m_stopped) {
         m_error = error;
         setState(*state);
     }
