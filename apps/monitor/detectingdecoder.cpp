@@ -23,6 +23,7 @@ void DetectingDecoder::feed(const char* bytes, int size, qint64 arrivalTime, Str
     if (!MavlinkStreamDecoder::detectLayout(m_head, &layout) && m_head.size() < GreatestHead)
         return;
     m_chosen = layout == MavlinkStreamDecoder::TlogLayout ? &m_tlog : &m_raw;
+    m_isTlog = m_chosen == &m_tlog;
     m_chosen->feed(m_head.constData(), int(m_head.size()), arrivalTime, sink);
     m_head.clear();
 }

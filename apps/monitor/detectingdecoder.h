@@ -3,6 +3,8 @@
 
 #include "mavlinkstreamdecoder.h"
 
+#include <atomic>
+
 /** Decodes MAVLink of a layout that is told by the stream itself, for inputs whose beginning cannot be read twice. */
 class DetectingDecoder : public StreamDecoder
 {
@@ -16,6 +18,8 @@ public:
     void restart(quint64 offset) override;
     /** False: what comes through a pipe is shown as it comes, also when it has times. */
     bool hasTimes() const override { return false; }
+    /** Whether the stream told that it has times. Any thread may ask. */
+    bool isTlog() const { return m_isTlog; }
     const FormatInfo* getFormatInfo() const override { return m_raw.getFormatInfo(); }
     QString getSenderName(quint32 sender) const override { return m_raw.getSenderName(sender); }
     quint64 getSequenceModulus() const override { return m_raw.getSequenceModulus(); }
@@ -23,6 +27,7 @@ public:
 private:
     MavlinkStreamDecoder m_raw;
     MavlinkStreamDecoder m_tlog;
+    std::atomic<bool> m_isTlog{false};
     MavlinkStreamDecoder* m_chosen; // null until the layout is known
     QByteArray m_head;              // what came before it was
 };

@@ -1,6 +1,7 @@
 #include "mainwindow.h"
 
 #include "corvel.h"
+#include "eventfeed.h"
 #include "fieldinfo.h"
 #include "formpanel.h"
 #include "latestmessagesource.h"
@@ -9,6 +10,7 @@
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
 #include "messagetypemodel.h"
+#include "playbackbar.h"
 #include "sourcemodel.h"
 #include "sourcepanel.h"
 #include "watchbar.h"
@@ -33,6 +35,7 @@ MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
     , m_types(new MessageTypeModel(this))
     , m_latest(new LatestMessageSource(this))
+    , m_eventFeed(new EventFeed(&m_log, &m_shownLog, this))
 {
     setAcceptDrops(true);
     setWindowTitle(tr("Corvel Monitor"));
@@ -40,6 +43,7 @@ MainWindow::MainWindow(QWidget* parent)
     createTree();
     createTypeList();
     createDocks();
+    createPlayback();
     createStatusBar();
     createActions();
     connect(m_types, &MessageTypeModel::typeSeen, this, &MainWindow::processTypeSeen);
@@ -63,6 +67,8 @@ bool MainWindow::loadDialect(const QString& path, const QString& annotations)
         showError((loaded ? tr("The annotations have faults; the rest of them is used.")
                           : tr("The definitions could not be loaded.")) +
                   QLatin1String("\n\n") + problems.join(QLatin1Char('\n')));
+    for (int i = 0; loaded && i < m_sources->getCount(); ++i)
+        m_sources->getSession(i)->useNewDefinitions();
     return loaded;
 }
 
@@ -104,7 +110,7 @@ SourceSession* MainWindow::openSource(const SourceOptions& options, QString* err
     if (!session)
         return nullptr;
     if (demonstration)
-        m_sources->close(demonstration);
+        m_sources->close(demonstration.data());
     if (!session->getPath().isEmpty())
         rememberFile(session->getPath());
     refresh();
@@ -140,6 +146,7 @@ void MainWindow::createSources()
 void MainWindow::addSession(SourceSession* session)
 {
     m_types->addSession(session);
+    connect(session, &SourceSession::formatChanged, m_sources, &SourceModel::followFormats);
     connect(session, &SourceSession::problem, this, &MainWindow::noteProblem);
     connect(session, &SourceSession::changed, this, &MainWindow::refresh);
 }
@@ -148,7 +155,7 @@ void MainWindow::addSession(SourceSession* session)
 void MainWindow::followVisibility()
 {
     const bool visible = isVisible() && !isMinimized();
-    m_latest->setSuspended(!visible);
+    m_latest->setSuspended(!visible || m_viewsPaused);
     if (visible) {
         refresh();
         m_refreshTimer.start();
@@ -194,12 +201,15 @@ void MainWindow::changeEvent(QEvent* event)
 
 void MainWindow::refresh()
 {
-    m_types->refresh();
     m_sources->refresh();
+    m_playbackBar->refresh();
+    updateStatus();
+    if (m_viewsPaused)
+        return;
+    m_types->refresh();
     if (m_statistics->isVisible())
         m_statistics->updateTree();
     updateSenders();
-    updateStatus();
     updateHint();
 }
 

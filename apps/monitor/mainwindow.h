@@ -14,6 +14,7 @@
 
 #include <memory>
 
+class EventFeed;
 class EventLogTableWidget;
 class FieldInfo;
 class FormPanel;
@@ -23,12 +24,14 @@ class MessageStatisticsWidget;
 class MessageTreeWidget;
 class MessageTreeWidgetItem;
 class MessageTypeModel;
+class PlaybackBar;
 class QComboBox;
 class QLabel;
 class QMenu;
 class QSettings;
 class QSortFilterProxyModel;
 class QTreeView;
+class QTreeWidgetItem;
 class SourceModel;
 class SourcePanel;
 class SourceSession;
@@ -81,8 +84,18 @@ public:
     /** What the status bar says of the last problem; empty when there was none. */
     QString getLastProblem() const { return m_lastProblem; }
 
+    /** Lets all views stand still, or catch up; what arrives is counted and recorded all the same. */
+    void setViewsPaused(bool paused);
+    bool areViewsPaused() const { return m_viewsPaused; }
+
+    /** Goes to @p time, microseconds since 1970, in the recording that has it. */
+    void jumpTo(qint64 time);
+
     /** Says something that went wrong in a box that does not block, and in the status bar. */
     void showError(const QString& text);
+
+Q_SIGNALS:
+    void viewsPausedChanged(bool paused);
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -98,6 +111,8 @@ private:
     void createDocks();
     void createFileMenu();
     void createActions();
+    void createPlayback();
+    void createPlaybackMenu();
     void createStatusBar();
 
     void openFile();
@@ -108,6 +123,9 @@ private:
     void fillRecentFiles();
     void createSources();
     void addSession(SourceSession* session);
+    SourceSession* findRecording(qint64 time) const;
+    void jumpToEvent(const QModelIndex& index);
+    void jumpToGap(QTreeWidgetItem* item);
 
     void refresh();
     void arrangeDocks();
@@ -146,10 +164,16 @@ private:
     QLabel* m_rateStatus;
     QLabel* m_problemStatus;
     QTimer m_refreshTimer;
+    PlaybackBar* m_playbackBar;
+    QAction* m_pauseViews;
+    QLabel* m_pauseBanner;
+    bool m_viewsPaused = false;
 
     SourceFactory m_factory;
     MessageStatisticsCoordinator m_coordinator;
     EventLog m_log;
+    EventLog m_shownLog; // what the event table follows
+    EventFeed* m_eventFeed;
     SourceModel* m_sources;
     SourcePanel* m_sourcePanel;
     QPointer<SourceSession> m_demonstration; // goes when another source comes

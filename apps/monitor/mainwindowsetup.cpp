@@ -53,7 +53,22 @@ void MainWindow::createTree()
     QVBoxLayout* layout = new QVBoxLayout(m_tree->viewport());
     layout->addWidget(m_treeHint);
 
-    setCentralWidget(m_tree);
+    m_pauseBanner = new QLabel;
+    m_pauseBanner->setAlignment(Qt::AlignCenter);
+    m_pauseBanner->setWordWrap(true);
+    m_pauseBanner->setMargin(6);
+    m_pauseBanner->setForegroundRole(QPalette::HighlightedText);
+    m_pauseBanner->setBackgroundRole(QPalette::Highlight);
+    m_pauseBanner->setAutoFillBackground(true);
+    m_pauseBanner->setAccessibleName(tr("Paused views"));
+    m_pauseBanner->hide();
+    QWidget* central = new QWidget;
+    QVBoxLayout* centralLayout = new QVBoxLayout(central);
+    centralLayout->setContentsMargins(0, 0, 0, 0);
+    centralLayout->setSpacing(0);
+    centralLayout->addWidget(m_pauseBanner);
+    centralLayout->addWidget(m_tree);
+    setCentralWidget(central);
 }
 
 void MainWindow::createTypeList()
@@ -117,7 +132,7 @@ void MainWindow::createDocks()
             m_statistics->updateTree();
     });
 
-    m_events = new EventLogTableWidget(&m_log, this);
+    m_events = new EventLogTableWidget(&m_shownLog, this);
     m_events->setAccessibleName(tr("Events"));
     m_events->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_events->verticalHeader()->hide();
@@ -213,6 +228,8 @@ void MainWindow::createActions()
     for (QDockWidget* dock : findChildren<QDockWidget*>())
         view->addAction(dock->toggleViewAction());
 
+    createPlaybackMenu();
+
     QToolBar* bar = addToolBar(tr("Tree"));
     bar->setObjectName(QLatin1String("tree"));
     bar->setMovable(false);
@@ -224,6 +241,8 @@ void MainWindow::createActions()
         bar->addAction(action);
     bar->addSeparator();
     bar->addActions({m_virtualFields, m_primaryOnly, confidential});
+    bar->addSeparator();
+    bar->addAction(m_pauseViews);
     bar->addSeparator();
     m_senders = new QComboBox;
     m_senders->addItem(tr("All senders"), QString());
@@ -284,7 +303,7 @@ void MainWindow::askDialect()
     const QString path = QFileDialog::getOpenFileName(this, tr("Load Definitions"), QString(),
                                                       tr("MAVLink dialects (*.xml);;All files (*)"));
     if (!path.isEmpty() && loadDialect(path, QString()))
-        statusBar()->showMessage(tr("The definitions are used from the next input on."), 5000);
+        statusBar()->showMessage(tr("The definitions are used from here on, also for what is open."), 5000);
 }
 
 const FieldInfo* MainWindow::currentField() const

@@ -6,6 +6,7 @@
 #include "mavlinkdialect.h"
 #include "mavlinkstreamdecoder.h"
 #include "simulatorinput.h"
+#include "tlogindex.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -124,6 +125,8 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
         }
         parts->name = QFileInfo(address.path).fileName();
         parts->path = QFileInfo(address.path).absoluteFilePath();
+        if (layout == MavlinkStreamDecoder::TlogLayout)
+            parts->index.reset(new TlogIndex(address.path, dialect));
     } else {
         parts->name = address.kind == InputAddress::StandardInput ? tr("standard input") : address.toString();
     }
@@ -134,6 +137,27 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     parts->input.reset(ByteInput::create(address));
     parts->isLive = address.kind != InputAddress::File && address.kind != InputAddress::StandardInput;
     return true;
+}
+
+StreamDecoder* SourceFactory::createDecoder(const SourceOptions& options, const StreamDecoder* old)
+{
+    QString error;
+    const MavlinkDialect* const dialect = findDialect(options.definitions, &error);
+    if (!dialect || old->getFormatInfo() == dialect)
+        return nullptr;
+    if (const DetectingDecoder* const detecting = dynamic_cast<const DetectingDecoder*>(old))
+        return detecting->isTlog() ? new MavlinkStreamDecoder(dialect, MavlinkStreamDecoder::TlogLayout)
+                                   : static_cast<StreamDecoder*>(new DetectingDecoder(dialect));
+    if (!dynamic_cast<const MavlinkStreamDecoder*>(old))
+        return nullptr;
+    return new MavlinkStreamDecoder(dialect, old->hasTimes() ? MavlinkStreamDecoder::TlogLayout
+                                                             : MavlinkStreamDecoder::RawLayout);
+}
+
+StreamDecoder* SourceFactory::createMessageDecoder(const SourceOptions& options)
+{
+    QString error;
+    return new MavlinkStreamDecoder(findDialect(options.definitions, &error), MavlinkStreamDecoder::RawLayout);
 }
 
 void SourceFactory::setKnownFormats(QVector<const FormatInfo*> formats)

@@ -2,6 +2,7 @@
 #define SOURCEFACTORY_H
 
 #include "byteinput.h"
+#include "recordingindex.h"
 #include "streamdecoder.h"
 
 #include <QString>
@@ -27,9 +28,10 @@ struct SourceParts
 {
     std::unique_ptr<ByteInput> input;
     std::unique_ptr<StreamDecoder> decoder;
-    QString name;        ///< what people call it: the name of a file, an address
-    QString path;        ///< of a file, absolute; else empty
-    bool isLive = false; ///< whether it is worth trying again when it is lost
+    std::unique_ptr<RecordingIndex> index; ///< null where there are no places to go to
+    QString name;                          ///< what people call it: the name of a file, an address
+    QString path;                          ///< of a file, absolute; else empty
+    bool isLive = false;                   ///< whether it is worth trying again when it is lost
 };
 
 /** Opens sources, and keeps the definitions that they are decoded with. */
@@ -55,6 +57,11 @@ public:
 
     /** What @p options describe; false with one sentence for the user in @p error, which must not be null. */
     bool create(const SourceOptions& options, SourceParts* parts, QString* error);
+
+    /** A decoder as @p old with the definitions in use now; null where there is none. */
+    StreamDecoder* createDecoder(const SourceOptions& options, const StreamDecoder* old);
+    /** A decoder for single messages of such a source. */
+    StreamDecoder* createMessageDecoder(const SourceOptions& options);
 
     /** Makes exactly these formats known by name, or those in use when there are none. */
     void setKnownFormats(QVector<const FormatInfo*> formats);

@@ -79,6 +79,11 @@ void SourceModel::followNumber()
 {
     for (const std::unique_ptr<SourceSession>& session : m_sessions)
         session->setQualified(m_sessions.size() > 1);
+    followFormats();
+}
+
+void SourceModel::followFormats()
+{
     m_factory->setKnownFormats(knownFormats());
 }
 

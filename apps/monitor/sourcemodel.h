@@ -36,6 +36,8 @@ public:
 
     /** Lets time go on for all of them, and shows their rates. */
     void refresh();
+    /** Makes the formats of the sources known by name. */
+    void followFormats();
     double getMessageRate() const;
     double getByteRate() const;
 

@@ -1,7 +1,11 @@
 #include "sourcesession.h"
 
+#include "corvelevent.h"
+#include "eventlog.h"
+#include "formatinfo.h"
 #include "latestmessagesource.h"
 #include "messagestatisticscoordinator.h"
+#include "playbacktime.h"
 
 static const int LongestWait = 30;
 static const int LeastRateMilliseconds = 1000;
@@ -47,6 +51,7 @@ void SourceSession::start(SourceParts parts)
 {
     m_retryTimer.stop();
     std::unique_ptr<StreamSource> source(new StreamSource(parts.input.release(), parts.decoder.release()));
+    source->setIndex(parts.index.release());
     if (m_source)
         source->setCounters(m_source->getCounters());
     source->setPlayback(m_playback);
@@ -54,11 +59,52 @@ void SourceSession::start(SourceParts parts)
     source->addObserver(&m_latest);
     connect(source.get(), &StreamSource::received, m_receivers.latest, &LatestMessageSource::noteArrival);
     connect(source.get(), &StreamSource::stateChanged, this, &SourceSession::processState);
+    connect(source.get(), &StreamSource::sought, this, &SourceSession::processSought);
+    connect(source.get(), &StreamSource::decoderChanged, this, &SourceSession::processDecoderChange);
     connect(source.get(), &StreamSource::problem, this, &SourceSession::problem);
     m_source = std::move(source);
     m_senderNames.clear();
     m_sinceRate.start();
     m_source->start();
+}
+
+bool SourceSession::isRecording() const
+{
+    return m_source && m_source->getState() >= StreamSource::Running && !m_source->isLive();
+}
+
+void SourceSession::useNewDefinitions()
+{
+    if (StreamDecoder* const decoder = m_factory->createDecoder(m_options, m_source->getDecoder()))
+        m_source->setDecoder(decoder);
+}
+
+void SourceSession::processDecoderChange()
+{
+    const std::unique_ptr<StreamDecoder> decoder(m_factory->createMessageDecoder(m_options));
+    const QHash<quint32, const MessageInfo*> infos = m_latest.decodeAnew(decoder.get());
+    ReceptionCounters counters = m_source->getCounters();
+    counters.changeTypes(infos);
+    m_source->setCounters(counters);
+    m_reception->changeFormat(m_source->getDecoder(), infos);
+    m_senderNames.clear();
+    ++m_generation;
+    m_receivers.latest->noteArrival();
+    m_receivers.log->append(CorvelEvent(CorvelEvent::SourceEvent,
+                                        tr("%1: other definitions (%2); what came before was counted without them")
+                                            .arg(m_name, m_source->getFormatInfo()->getName())),
+                            QDateTime::currentDateTimeUtc());
+    Q_EMIT formatChanged();
+    Q_EMIT changed();
+}
+
+void SourceSession::processSought(qint64 time)
+{
+    m_latest.clear();
+    ++m_generation;
+    m_reception->startAnew(
+        tr("%1: jumped to %2; counts and statistics begin there").arg(m_name, PlaybackTime::clockText(time)));
+    Q_EMIT changed();
 }
 
 void SourceSession::reconnect()

@@ -75,6 +75,12 @@ public:
     void setQualified(bool qualified);
 
     void setPlayback(const StreamSource::Playback& playback);
+    const StreamSource::Playback& getPlayback() const { return m_playback; }
+    /** Whether it is a recording, which can be played faster, slower and not at all. */
+    bool isRecording() const;
+
+    /** Decodes with the definitions that the factory has for it now: also what is kept of what came before. */
+    void useNewDefinitions();
 
     /** Opens the source anew now, by the user's wish. */
     void reconnect();
@@ -90,12 +96,16 @@ public:
 Q_SIGNALS:
     /** State or texts changed. */
     void changed();
+    /** The source has other definitions now. */
+    void formatChanged();
     /** Something was wrong with the stream, see StreamSource::problem(). */
     void problem(const QString& text);
 
 private:
     void start(SourceParts parts);
     void processState(int state);
+    void processSought(qint64 time);
+    void processDecoderChange();
     void scheduleRetry();
     void countDown();
     void setState(State state);

@@ -64,7 +64,7 @@ WatchBar::WatchBar(LatestMessageSource* source, QWidget* parent)
 
 int WatchBar::timeOutMilliseconds() const
 {
-    return m_timeOut->value() > 0 ? int(m_timeOut->value() * 1000) : -1;
+    return m_timeOut->value() > 0 && !m_frozen ? int(m_timeOut->value() * 1000) : -1;
 }
 
 void WatchBar::pin(const QString& expression, const QString& name)
@@ -101,6 +101,12 @@ void WatchBar::removeAll()
 {
     while (!m_watches.isEmpty())
         remove(m_watches.last());
+}
+
+void WatchBar::setFrozen(bool frozen)
+{
+    m_frozen = frozen;
+    applyTimeOut();
 }
 
 void WatchBar::applyTimeOut()

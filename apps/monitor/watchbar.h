@@ -24,6 +24,9 @@ public:
 
     /** Pins what @p expression names, unless it is pinned already; @p name may be empty. */
     void pin(const QString& expression, const QString& name = QString());
+    /** Keeps values however old they become, while the views stand still. */
+    void setFrozen(bool frozen);
+
     /** Pins a field of a message type. */
     void pinField(const FieldInfo* field);
     void removeAll();
@@ -44,6 +47,7 @@ private:
     WatchEditor* m_editor;
     QHBoxLayout* m_layout;
     QDoubleSpinBox* m_timeOut;
+    bool m_frozen = false;
     QWidget* m_strip;
     QVector<Watch*> m_watches;
 };

@@ -25,6 +25,9 @@ public:
     void countMessage(const ReceivedMessage& message);
     void countProblem(const StreamProblem& problem);
 
+    /** Goes on with other definitions: types by their ids; what they do not name is unknown from now on. */
+    void changeTypes(const QHash<quint32, const MessageInfo*>& infos);
+
     /** Every type and sender seen, in the order of their first messages. */
     const QVector<Row>& getRows() const { return m_rows; }
 

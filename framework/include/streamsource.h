@@ -74,7 +74,7 @@ public:
     void addObserver(StreamSink* observer) { m_observers.append(observer); }
     void removeObserver(StreamSink* observer) { m_observers.removeAll(observer); }
 
-    /** Counts on from @p counters, such as those of a connection that was lost. Before start(). */
+    /** Counts on from @p counters, such as those of a connection that was lost. At any time. */
     void setCounters(const ReceptionCounters& counters) { m_counters = counters; }
 
     /** Makes jumps in a recording possible, with @p index, which is owned from now on. Before start(). */
@@ -87,6 +87,8 @@ public:
 
     /** Holds a recording before its next message, or lets it go on. Live inputs go on whatever is said. */
     void setPaused(bool paused);
+    /** Whether stop() was called, after which nothing goes on. */
+    bool isStopped() const { return m_stopped; }
     bool isPaused() const { return m_paused; }
     /** Lets one more message of a paused recording through. */
     void step();

@@ -30,6 +30,15 @@ void ReceptionCounters::countMessage(const ReceivedMessage& message)
     m_bytes += quint64(message.size);
 }
 
+void ReceptionCounters::changeTypes(const QHash<quint32, const MessageInfo*>& infos)
+{
+    m_messages = m_unknown = 0;
+    for (Row& row : m_rows) {
+        row.info = infos.value(row.id);
+        (row.info ? m_messages : m_unknown) += row.count;
+    }
+}
+
 void ReceptionCounters::countProblem(const StreamProblem& problem)
 {
     switch (problem.kind) {
