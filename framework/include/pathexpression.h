@@ -92,6 +92,8 @@ public:
      * listed where the field part goes into it.
      */
     QStringList getMatchingExpressionsStringList(PathExpression::Parts parts) const;
+    /** The first @p maximum of them, which is soon done however many there are; negative for all. */
+    QStringList getMatchingExpressionsStringList(PathExpression::Parts parts, int maximum) const;
 
     /**
      * Makes the expression name exactly this type. Its text, set again with sub-messages considered, finds this type

@@ -17,6 +17,7 @@ PathExpression::PathExpression(QObject* parent)
     , m_typedPart(-1)
     , m_considerSubMessages(false)
 {
+    PathIndex::getInstance(); // which hears of a format before anybody asks for it
     connect(FormatRegistry::getInstance(), SIGNAL(formatsChanged()), this, SIGNAL(matchesMayHaveChanged()));
 }
 
@@ -104,19 +105,24 @@ bool PathExpression::isWildCard(PathExpression::Parts parts) const
 
 QStringList PathExpression::getMatchingExpressionsStringList(PathExpression::Parts parts) const
 {
+    return getMatchingExpressionsStringList(parts, -1);
+}
+
+QStringList PathExpression::getMatchingExpressionsStringList(PathExpression::Parts parts, int maximum) const
+{
     const PathPattern pattern = PathText::parse(m_texts, m_typedPart);
     int wanted = int(parts);
     if (isPartOf(m_typedPart, parts))
         for (int part = m_typedPart + 1; part < PartCount; ++part)
             if (m_texts[part].isEmpty())
                 wanted &= ~(1 << part);
-    if (pattern.errorPosition >= 0 || !wanted)
+    if (pattern.errorPosition >= 0 || !wanted || !maximum)
         return QStringList();
     int levels = pattern.levels;
     for (int part = PathText::Format; part < PartCount; ++part)
         if (wanted & (1 << part))
             levels = qMax(levels, qMin(part + 1, 3));
-    PathListing listing(pattern, wanted);
+    PathListing listing(pattern, wanted, maximum);
     PathMatcher(pattern, m_considerSubMessages).run(levels, &listing);
     return listing.texts();
 }
@@ -229,11 +235,13 @@ class FieldInfoSink : public PathSink
 public:
     Answer found(const PathHit& hit) override
     {
-        const FieldInfo* info = hit.lastField();
-        if (!m_seen.contains(info)) {
+        const FieldInfo* info = hit.lastField()->info;
+        if (!hit.steps->empty()) { // else it is reached in one way only
+            if (m_seen.contains(info))
+                return Next;
             m_seen.insert(info);
-            m_infos.append(info);
         }
+        m_infos.append(info);
         return Next;
     }
     bool wantsEveryWay() const override { return false; }
@@ -261,7 +269,7 @@ public:
         match.messageInfo = hit.type->info;
         match.fieldInfos.append(hit.field->info);
         for (size_t i = 0; i < hit.steps->size(); ++i)
-            match.fieldInfos.append(hit.steps->at(i).info);
+            match.fieldInfos.append(hit.steps->at(i)->info);
         match.indexes = m_indexes;
         m_matches.append(match);
         return Next;

@@ -4,214 +4,189 @@
 #include "formatinfo.h"
 #include "formatregistry.h"
 #include "messageinfo.h"
-#include "pathtext.h"
 
 #include <algorithm>
 
-int PathNames::add(const QString& name)
-{
-    const int known = find(name);
-    if (known >= 0)
-        return known;
-    const int id = count();
-    m_ids.insert(name, id);
-    Name entry;
-    entry.folded = PathText::fold(name);
-    entry.text = PathText::escape(name);
-    m_names.push_back(entry);
-    return id;
-}
-
-PathNumbering::PathNumbering(const PathNames& names)
-    : m_last(static_cast<size_t>(names.count()), nullptr)
-{
-}
-
-void PathNumbering::number(PathEntry* entry)
-{
-    PathEntry*& last = m_last[static_cast<size_t>(entry->name)];
-    if (last) {
-        last->ambiguous = true;
-        entry->ambiguous = true;
-        entry->occurrence = last->occurrence + 1;
-    } else {
-        m_touched.push_back(entry->name);
-    }
-    last = entry;
-}
-
-void PathNumbering::restart()
-{
-    for (size_t i = 0; i < m_touched.size(); ++i)
-        m_last[static_cast<size_t>(m_touched[i])] = nullptr;
-    m_touched.clear();
-}
-
-PathFormat::PathFormat(const FormatInfo* format, quint64 revision, PathNames* names)
+PathFormat::PathFormat(const FormatInfo* format, int name)
     : m_format(format)
-    , m_revision(revision)
-    , m_names(names)
-    , m_hasTypes(false)
-    , m_hasFields(false)
+    , m_revision(0)
 {
-    name = names->add(format->getName());
+    this->name = name;
 }
 
-const std::vector<PathType>& PathFormat::types()
+bool PathFormat::hasOnlyGrown(const QVector<const MessageInfo*>& infos) const
 {
-    if (!m_hasTypes)
-        readTypes();
-    return m_types;
+    if (static_cast<size_t>(infos.size()) < m_types.size())
+        return false;
+    for (size_t i = 0; i < m_types.size(); ++i) {
+        const MessageInfo* info = infos.at(static_cast<int>(i));
+        if (info != m_types[i].info)
+            return false;
+        const QVector<const FieldInfo*> fields = info->getFieldInfos();
+        if (fields.constData() != m_types[i].fieldInfos.constData() || fields.size() != m_types[i].fieldInfos.size())
+            return false;
+    }
+    return true;
 }
 
-void PathFormat::readTypes()
+void PathFormat::clear()
 {
-    m_hasTypes = true;
+    m_types.clear();
+    m_typesByName.clear();
+    m_typesByInfo.clear();
+    m_fields.clear();
+    m_parentFields.clear();
+    m_sortedNames.clear();
+}
+
+void PathFormat::update(quint64 revision, PathNames* names, PathNumbering* numbering)
+{
+    m_revision = revision;
     const QVector<const MessageInfo*> infos = m_format->getMessageInfos();
-    m_types.resize(static_cast<size_t>(infos.size()));
+    if (!hasOnlyGrown(infos))
+        clear();
+    const size_t firstNew = m_fields.size();
+    for (int i = static_cast<int>(m_types.size()); i < infos.size(); ++i)
+        readType(infos.at(i), names, numbering);
+    sortFields(firstNew, *names);
+}
+
+void PathFormat::readType(const MessageInfo* info, PathNames* names, PathNumbering* numbering)
+{
+    const int number = static_cast<int>(m_types.size());
+    PathType type;
+    type.info = info;
+    type.name = names->add(info->getName());
+    type.fieldInfos = info->getFieldInfos();
+    type.firstField = static_cast<int>(m_fields.size());
+    readFields(type.fieldInfos, number, names, numbering, &m_fields);
+    type.endField = static_cast<int>(m_fields.size());
+    QVector<int>& namesakes = m_typesByName[type.name];
+    if (!namesakes.isEmpty()) {
+        m_types[static_cast<size_t>(namesakes.last())].ambiguous = true;
+        type.ambiguous = true;
+        type.occurrence = namesakes.size() + 1;
+    }
+    namesakes.append(number);
+    m_typesByInfo.insert(info, number);
+    for (int i = type.firstField; i < type.endField; ++i) {
+        const PathField& field = m_fields[static_cast<size_t>(i)];
+        if (field.hasComponents || field.subMessage)
+            m_parentFields.push_back(i);
+    }
+    m_types.push_back(type);
+}
+
+void PathFormat::readFields(const QVector<const FieldInfo*>& infos, int type, PathNames* names,
+                            PathNumbering* numbering, std::vector<PathField>* fields)
+{
+    const size_t first = fields->size();
+    fields->resize(first + static_cast<size_t>(infos.size()));
     for (int i = 0; i < infos.size(); ++i) {
-        PathType& type = m_types[static_cast<size_t>(i)];
-        type.info = infos.at(i);
-        type.name = m_names->add(infos.at(i)->getName());
-        type.firstField = 0;
-        type.endField = 0;
-        m_typesByName[type.name].append(i);
+        const FieldInfo* info = infos.at(i);
+        PathField& field = (*fields)[first + static_cast<size_t>(i)];
+        field.name = names->add(info->getName());
+        field.repeated = info->isRepeated();
+        field.hasComponents = !info->getSubFieldInfos().isEmpty();
+        field.type = type;
+        field.info = info;
+        field.subMessage = info->getType().getSubMessageInfo();
     }
-    PathNumbering numbering(*m_names);
-    for (size_t i = 0; i < m_types.size(); ++i)
-        numbering.number(&m_types[i]);
+    numbering->restart();
+    for (size_t i = first; i < fields->size(); ++i)
+        numbering->number(&(*fields)[i]);
 }
 
-QVector<int> PathFormat::typesNamed(int name)
+void PathFormat::sortFields(size_t firstNew, const PathNames& names)
 {
-    types();
-    return m_typesByName.value(name);
-}
-
-const std::vector<PathField>& PathFormat::fields()
-{
-    if (!m_hasFields)
-        readFields();
-    return m_fields;
-}
-
-void PathFormat::readFields()
-{
-    types();
-    m_hasFields = true;
-    for (size_t t = 0; t < m_types.size(); ++t) {
-        const QVector<const FieldInfo*> infos = m_types[t].info->getFieldInfos();
-        m_types[t].firstField = static_cast<int>(m_fields.size());
-        for (int i = 0; i < infos.size(); ++i) {
-            PathField field;
-            field.info = infos.at(i);
-            field.name = m_names->add(infos.at(i)->getName());
-            field.type = static_cast<int>(t);
-            m_fields.push_back(field);
-        }
-        m_types[t].endField = static_cast<int>(m_fields.size());
-    }
-    PathNumbering numbering(*m_names);
+    const size_t oldNames = m_sortedNames.size();
+    std::vector<int> counts(static_cast<size_t>(names.count()), 0); // by name; then where the name's fields go
+    std::vector<int> distinctCounts(counts);
     for (size_t i = 0; i < m_fields.size(); ++i) {
-        if (i > 0 && m_fields[i].type != m_fields[i - 1].type)
-            numbering.restart();
-        numbering.number(&m_fields[i]);
-    }
-    sortFieldsByName();
-}
-
-namespace
-{
-
-struct FoldedLess
-{
-    explicit FoldedLess(const PathNames& names)
-        : m_names(names)
-    {
-    }
-    bool operator()(int left, int right) const { return m_names.folded(left) < m_names.folded(right); }
-    bool operator()(int left, const QString& right) const { return m_names.folded(left) < right; }
-
-private:
-    const PathNames& m_names;
-};
-
-struct BeginsWith
-{
-    BeginsWith(const PathNames& names, const QString& folded)
-        : m_names(names)
-        , m_folded(folded)
-    {
-    }
-    bool operator()(int name) const { return m_names.folded(name).startsWith(m_folded); }
-
-private:
-    const PathNames& m_names;
-    const QString m_folded;
-};
-
-} // namespace
-
-void PathFormat::sortFieldsByName()
-{
-    std::vector<int> counts(static_cast<size_t>(m_names->count()), 0); // then where the name's fields go
-    for (size_t i = 0; i < m_fields.size(); ++i)
-        if (counts[static_cast<size_t>(m_fields[i].name)]++ == 0)
+        const size_t name = static_cast<size_t>(m_fields[i].name);
+        if (counts[name]++ == 0 && i >= firstNew)
             m_sortedNames.push_back(m_fields[i].name);
-    std::sort(m_sortedNames.begin(), m_sortedNames.end(), FoldedLess(*m_names));
+    }
+    // Namesakes in one type are listed with numbers, so that each is a text of its own; in several types these repeat.
+    m_distinctFields.clear();
+    std::vector<char> isDistinct(m_fields.size(), 0);
+    std::vector<char> seen(counts.size(), 0);
+    for (size_t i = 0; i < m_fields.size(); ++i) {
+        const size_t name = static_cast<size_t>(m_fields[i].name);
+        if (!m_fields[i].ambiguous && seen[name])
+            continue;
+        seen[name] = seen[name] || !m_fields[i].ambiguous;
+        isDistinct[i] = 1;
+        ++distinctCounts[name];
+        m_distinctFields.push_back(static_cast<int>(i));
+    }
+    names.sort(&m_sortedNames, oldNames);
+
+    m_begins.clear();
+    m_distinctEnds.clear();
     int begin = 0;
     for (size_t i = 0; i < m_sortedNames.size(); ++i) {
+        const size_t name = static_cast<size_t>(m_sortedNames[i]);
         m_begins.push_back(begin);
-        int& count = counts[static_cast<size_t>(m_sortedNames[i])];
-        begin += count;
-        count = m_begins.back();
+        m_distinctEnds.push_back(begin + distinctCounts[name]);
+        begin += counts[name];
+        distinctCounts[name] = m_begins.back();
+        counts[name] = m_distinctEnds.back();
     }
     m_begins.push_back(begin);
     m_fieldsByName.resize(m_fields.size());
-    for (size_t i = 0; i < m_fields.size(); ++i)
-        m_fieldsByName[static_cast<size_t>(counts[static_cast<size_t>(m_fields[i].name)]++)] = static_cast<int>(i);
+    for (size_t i = 0; i < m_fields.size(); ++i) {
+        const size_t name = static_cast<size_t>(m_fields[i].name);
+        int& place = isDistinct[i] ? distinctCounts[name] : counts[name];
+        m_fieldsByName[static_cast<size_t>(place++)] = static_cast<int>(i);
+    }
 }
 
-std::vector<int> PathFormat::fieldsNamed(int name)
+/** Puts @p found, which are less than @p count, in order. */
+static void putInOrder(size_t count, std::vector<int>* found)
 {
-    fields();
-    const FoldedLess less(*m_names);
-    std::vector<int>::const_iterator it =
-        std::lower_bound(m_sortedNames.begin(), m_sortedNames.end(), m_names->folded(name), less);
-    while (it != m_sortedNames.end() && *it != name && m_names->folded(*it) == m_names->folded(name))
-        ++it;
-    if (it == m_sortedNames.end() || *it != name)
-        return std::vector<int>();
-    const size_t i = static_cast<size_t>(it - m_sortedNames.begin());
-    return std::vector<int>(m_fieldsByName.begin() + m_begins[i], m_fieldsByName.begin() + m_begins[i + 1]);
-}
-
-std::vector<int> PathFormat::fieldsBeginningWith(const QString& folded)
-{
-    fields();
-    const std::vector<int>& sorted = m_sortedNames;
-    const std::vector<int>::const_iterator lower =
-        std::lower_bound(sorted.begin(), sorted.end(), folded, FoldedLess(*m_names));
-    const std::vector<int>::const_iterator upper =
-        std::partition_point(lower, sorted.end(), BeginsWith(*m_names, folded));
-    const int begin = m_begins[static_cast<size_t>(lower - sorted.begin())];
-    const int end = m_begins[static_cast<size_t>(upper - sorted.begin())];
-    std::vector<int> found(m_fieldsByName.begin() + begin, m_fieldsByName.begin() + end);
-    if (upper - lower <= 1)
-        return found;
-    if (found.size() < m_fields.size() / 16) {
-        std::sort(found.begin(), found.end());
-        return found;
+    if (found->size() < count / 16) {
+        std::sort(found->begin(), found->end());
+        return;
     }
     // Where much is found, ticking it off puts it in order sooner than sorting.
-    std::vector<char> ticks(m_fields.size(), 0);
-    for (size_t i = 0; i < found.size(); ++i)
-        ticks[static_cast<size_t>(found[i])] = 1;
-    found.clear();
+    std::vector<char> ticks(count, 0);
+    for (size_t i = 0; i < found->size(); ++i)
+        ticks[static_cast<size_t>((*found)[i])] = 1;
+    found->clear();
     for (size_t i = 0; i < ticks.size(); ++i)
         if (ticks[i])
-            found.push_back(static_cast<int>(i));
+            found->push_back(static_cast<int>(i));
+}
+
+std::vector<int> PathFormat::fieldsNamed(const PathNames& names, int name) const
+{
+    const size_t i = names.find(m_sortedNames, name);
+    if (i == m_sortedNames.size())
+        return std::vector<int>();
+    std::vector<int> found(m_fieldsByName.begin() + m_begins[i], m_fieldsByName.begin() + m_begins[i + 1]);
+    putInOrder(m_fields.size(), &found);
     return found;
+}
+
+std::vector<int> PathFormat::fieldsBeginningWith(const PathNames& names, const QString& folded, bool distinct) const
+{
+    size_t begin;
+    size_t end;
+    names.findBeginningWith(m_sortedNames, folded, &begin, &end);
+    std::vector<int> found;
+    for (size_t i = begin; i < end; ++i)
+        found.insert(found.end(), m_fieldsByName.begin() + m_begins[i],
+                     m_fieldsByName.begin() + (distinct ? m_distinctEnds[i] : m_begins[i + 1]));
+    putInOrder(m_fields.size(), &found);
+    return found;
+}
+
+PathIndex::PathIndex()
+    : m_numbering(m_names)
+{
+    connect(FormatRegistry::getInstance(), SIGNAL(formatsChanged()), this, SLOT(update()));
+    update();
 }
 
 PathIndex* PathIndex::getInstance()
@@ -220,29 +195,39 @@ PathIndex* PathIndex::getInstance()
     return instance;
 }
 
-const std::vector<PathFormat*>& PathIndex::formats()
+const PathFormat* PathIndex::findType(const MessageInfo* info, int* type) const
+{
+    for (size_t i = 0; i < m_formats.size(); ++i) {
+        if (m_formats[i]->format() == info->getFormatInfo()) {
+            *type = m_formats[i]->typeOf(info);
+            return *type < 0 ? nullptr : m_formats[i];
+        }
+    }
+    return nullptr;
+}
+
+void PathIndex::update()
 {
     const FormatRegistry* registry = FormatRegistry::getInstance();
     const QVector<const FormatInfo*> infos = registry->getFormatInfos();
-    bool same = static_cast<size_t>(infos.size()) == m_formats.size();
-    for (int i = 0; same && i < infos.size(); ++i)
-        same = m_formats[static_cast<size_t>(i)]->revision() == registry->getRevision(infos.at(i));
-    if (same)
-        return m_formats;
-    QHash<quint64, PathFormat*> known;
+    QHash<const FormatInfo*, PathFormat*> known;
     for (size_t i = 0; i < m_formats.size(); ++i)
-        known.insert(m_formats[i]->revision(), m_formats[i]);
+        known.insert(m_formats[i]->format(), m_formats[i]);
     m_formats.clear();
     for (int i = 0; i < infos.size(); ++i) {
-        const quint64 revision = registry->getRevision(infos.at(i));
-        PathFormat* format = known.take(revision);
-        m_formats.push_back(format ? format : new PathFormat(infos.at(i), revision, &m_names));
+        PathFormat* format = known.take(infos.at(i));
+        m_formats.push_back(format ? format : new PathFormat(infos.at(i), m_names.add(infos.at(i)->getName())));
         m_formats.back()->occurrence = 1;
         m_formats.back()->ambiguous = false;
     }
     qDeleteAll(known);
-    PathNumbering numbering(m_names);
+    m_numbering.restart();
     for (size_t i = 0; i < m_formats.size(); ++i)
-        numbering.number(m_formats[i]);
-    return m_formats;
+        m_numbering.number(m_formats[i]);
+    for (int i = 0; i < infos.size(); ++i) {
+        PathFormat* format = m_formats[static_cast<size_t>(i)];
+        const quint64 revision = registry->getRevision(infos.at(i));
+        if (format->revision() != revision)
+            format->update(revision, &m_names, &m_numbering);
+    }
 }

@@ -1,138 +1,114 @@
 #ifndef PATHINDEX_H
 #define PATHINDEX_H
 
-#include <QHash>
-#include <QString>
-#include <QVector>
+#include "pathnames.h"
 
-#include <vector>
+#include <QObject>
+#include <QVector>
 
 class FieldInfo;
 class FormatInfo;
 class MessageInfo;
 
-/** Every name of a format, type or field once, under a number that it keeps for good. */
-class PathNames
-{
-public:
-    /** The number of @p name, which it gets if it has none yet. */
-    int add(const QString& name);
-    /** The number of @p name, or -1. */
-    int find(const QString& name) const { return m_ids.value(name, -1); }
-
-    int count() const { return static_cast<int>(m_names.size()); }
-    /** Without the case of letters. */
-    const QString& folded(int id) const { return m_names[static_cast<size_t>(id)].folded; }
-    /** As it is written in a path. */
-    const QString& text(int id) const { return m_names[static_cast<size_t>(id)].text; }
-
-private:
-    struct Name
-    {
-        QString folded;
-        QString text;
-    };
-
-    QHash<QString, int> m_ids;
-    std::vector<Name> m_names;
-};
-
-/** One of a list of descriptions, any two of which may have the same name. */
-struct PathEntry
-{
-    PathEntry()
-        : name(-1)
-        , occurrence(1)
-        , ambiguous(false)
-    {
-    }
-
-    int name;       ///< by PathNames
-    int occurrence; ///< from 1, among those of the same name
-    bool ambiguous; ///< whether there are others of the same name
-};
-
-/** Tells entries of the same name apart. The names are numbered first. */
-class PathNumbering
-{
-public:
-    explicit PathNumbering(const PathNames& names);
-
-    /** Fills in @p entry, the next of a list, and makes the former of its name ambiguous. */
-    void number(PathEntry* entry);
-    /** Begins with another list. */
-    void restart();
-
-private:
-    std::vector<PathEntry*> m_last; // by name
-    std::vector<int> m_touched;
-};
-
 struct PathType : PathEntry
 {
     const MessageInfo* info;
-    int firstField; ///< of PathFormat::fields()
+    QVector<const FieldInfo*> fieldInfos; ///< shared with info, so that a field added there makes another vector
+    int firstField;                       ///< of PathFormat::fields()
     int endField;
 };
 
 struct PathField : PathEntry
 {
+    bool repeated;
+    bool hasComponents;
+    int type; ///< of PathFormat::types(); -1 below the first level
     const FieldInfo* info;
-    int type; ///< of PathFormat::types()
+    const MessageInfo* subMessage; ///< null when it is none
 };
 
-/** What a format holds, by name. The fields are looked at when they are asked for first. */
+/** What a format holds, by name. */
 class PathFormat : public PathEntry
 {
 public:
-    PathFormat(const FormatInfo* format, quint64 revision, PathNames* names);
+    PathFormat(const FormatInfo* format, int name);
 
     const FormatInfo* format() const { return m_format; }
     quint64 revision() const { return m_revision; }
 
-    const std::vector<PathType>& types();
-    /** The types of that name, in order. */
-    QVector<int> typesNamed(int name);
+    /** Reads what is new since the last time; everything when it is not only more types. */
+    void update(quint64 revision, PathNames* names, PathNumbering* numbering);
+
+    const std::vector<PathType>& types() const { return m_types; }
+    /** The types of the name @p name, in order. */
+    QVector<int> typesNamed(int name) const { return m_typesByName.value(name); }
+    /** The type that @p info describes, or -1. */
+    int typeOf(const MessageInfo* info) const { return m_typesByInfo.value(info, -1); }
+
     /** The fields that stand directly in the types, in order. */
-    const std::vector<PathField>& fields();
+    const std::vector<PathField>& fields() const { return m_fields; }
+    /** The fields that others can lie below, in order. */
+    const std::vector<int>& parentFields() const { return m_parentFields; }
+    /** Of all fields that are called the same in a list of names, the first; in order. */
+    const std::vector<int>& distinctFields() const { return m_distinctFields; }
     /** The fields of the name @p name, in order. */
-    std::vector<int> fieldsNamed(int name);
-    /** The fields whose folded name begins with @p folded, in order. */
-    std::vector<int> fieldsBeginningWith(const QString& folded);
+    std::vector<int> fieldsNamed(const PathNames& names, int name) const;
+    /** The fields, or the distinct fields, whose folded name begins with @p folded, in order. */
+    std::vector<int> fieldsBeginningWith(const PathNames& names, const QString& folded, bool distinct) const;
+
+    /** Describes @p infos, which stand next to each other. */
+    static void readFields(const QVector<const FieldInfo*>& infos, int type, PathNames* names, PathNumbering* numbering,
+                           std::vector<PathField>* fields);
 
 private:
-    void readTypes();
-    void readFields();
-    void sortFieldsByName();
+    bool hasOnlyGrown(const QVector<const MessageInfo*>& infos) const;
+    void clear();
+    void readType(const MessageInfo* info, PathNames* names, PathNumbering* numbering);
+    void sortFields(size_t firstNew, const PathNames& names);
 
     const FormatInfo* m_format;
     quint64 m_revision;
-    PathNames* m_names;
-    bool m_hasTypes;
-    bool m_hasFields;
     std::vector<PathType> m_types;
     QHash<int, QVector<int>> m_typesByName;
+    QHash<const MessageInfo*, int> m_typesByInfo;
     std::vector<PathField> m_fields;
+    std::vector<int> m_parentFields;
+    std::vector<int> m_distinctFields;
     // The names of fields sorted by folded text, and the fields of name number i at [m_begins[i], m_begins[i + 1]) of
-    // m_fieldsByName.
+    // m_fieldsByName; those of them that are distinct come first, and end at m_distinctEnds[i].
     std::vector<int> m_sortedNames;
     std::vector<int> m_begins;
+    std::vector<int> m_distinctEnds;
     std::vector<int> m_fieldsByName;
 };
 
-/** The formats of the registry, by name: shared by all expressions, and brought up to date when it is asked. */
-class PathIndex
+/**
+ * The formats of the registry, by name: shared by all expressions.
+ *
+ * A format is read when it becomes known or changes, and nothing else with it, so that nobody who types waits for it.
+ */
+class PathIndex : public QObject
 {
+    Q_OBJECT
+
 public:
     static PathIndex* getInstance();
 
-    const std::vector<PathFormat*>& formats();
+    const std::vector<PathFormat*>& formats() const { return m_formats; }
+    /** The format with the type @p info, when it is known, and the number of the type there. */
+    const PathFormat* findType(const MessageInfo* info, int* type) const;
+
     PathNames& names() { return m_names; }
+    PathNumbering& numbering() { return m_numbering; }
+
+private Q_SLOTS:
+    void update();
 
 private:
-    PathIndex() {}
+    PathIndex();
 
     PathNames m_names;
+    PathNumbering m_numbering;
     std::vector<PathFormat*> m_formats;
 };
 

@@ -3,30 +3,33 @@
 #include "fieldinfo.h"
 #include "messageinfo.h"
 
-#include <QHash>
+#include <algorithm>
 
-// Wildcards in sub-messages that contain each other can match more than any memory holds. This is counted in fields
-// passed through below the first level, and in levels of what is found there.
+// Wildcards in sub-messages that contain each other can match in more ways than any memory holds. This is counted in
+// fields passed through below the first level, and in levels of what is found there.
 static const int maximumEffort = 2000000;
 
 PathMatcher::PathMatcher(const PathPattern& pattern, bool considerSubMessages)
     : m_pattern(pattern)
     , m_considerSubMessages(considerSubMessages)
     , m_names(PathIndex::getInstance()->names())
-    , m_fields(pattern.fields)
+    , m_format(want(pattern.format))
+    , m_message(want(pattern.message))
     , m_sink(nullptr)
     , m_found(0)
     , m_effort(0)
 {
-    if (m_fields.isEmpty())
-        m_fields.append(PathSegment());
+    for (int i = 0; i < pattern.fields.size(); ++i)
+        m_fields.push_back(want(pattern.fields.at(i)));
+    if (m_fields.empty())
+        m_fields.push_back(want(PathSegment()));
 }
 
 PathMatcher::Wanted PathMatcher::want(const PathSegment& segment) const
 {
     Wanted wanted;
     wanted.segment = segment;
-    wanted.name = segment.kind == PathSegment::Name ? m_names.find(segment.name) : -1;
+    wanted.name = segment.kind == PathSegment::Name ? m_names.add(segment.name) : -1;
     return wanted;
 }
 
@@ -39,18 +42,9 @@ bool PathMatcher::matches(const Wanted& wanted, const PathEntry& entry) const
     return wanted.segment.kind != PathSegment::Prefix || m_names.folded(entry.name).startsWith(wanted.segment.name);
 }
 
-static bool matchesIndex(const PathSegment& segment, const FieldInfo* info)
+static bool matchesIndex(const PathSegment& segment, const PathField& field)
 {
-    return segment.index < 0 || info->isRepeated();
-}
-
-bool PathMatcher::matches(const PathSegment& segment, const PathStep& step) const
-{
-    if ((segment.ordinal && segment.ordinal != step.occurrence) || !matchesIndex(segment, step.info))
-        return false;
-    if (segment.kind == PathSegment::Name)
-        return segment.name == step.info->getName();
-    return segment.kind != PathSegment::Prefix || PathText::fold(step.info->getName()).startsWith(segment.name);
+    return segment.index < 0 || field.repeated;
 }
 
 bool PathMatcher::isLookedAt(const PathType& type) const
@@ -63,21 +57,15 @@ void PathMatcher::run(int levels, PathSink* sink)
     m_sink = sink;
     m_hit.steps = &m_steps;
     const std::vector<PathFormat*>& formats = PathIndex::getInstance()->formats();
-    m_format = want(m_pattern.format);
     for (size_t i = 0; i < formats.size(); ++i) {
-        PathFormat* format = formats[i];
-        if (!matches(m_format, *format))
+        if (!matches(m_format, *formats[i]))
             continue;
-        m_hit.format = format;
+        m_hit.format = formats[i];
         m_hit.type = nullptr;
         m_hit.field = nullptr;
-        if (levels > 1)
-            format->types(); // numbers the names
-        if (levels > 2)
-            format->fields();
-        m_message = want(m_pattern.message);
-        m_firstField = want(m_fields.first());
-        const PathSink::Answer answer = levels == 1 ? report() : levels == 2 ? runTypes(format) : runFields(format);
+        const PathSink::Answer answer = levels == 1   ? report()
+                                        : levels == 2 ? runTypes(formats[i])
+                                                      : runFields(formats[i]);
         if (answer == PathSink::Stop)
             return;
     }
@@ -86,11 +74,11 @@ void PathMatcher::run(int levels, PathSink* sink)
 PathSink::Answer PathMatcher::report()
 {
     ++m_found;
-    m_effort += m_steps.empty() ? 0 : m_fields.size();
+    m_effort += m_steps.empty() ? 0 : static_cast<int>(m_fields.size());
     return m_sink->found(m_hit);
 }
 
-std::vector<int> PathMatcher::matchingTypes(PathFormat* format) const
+std::vector<int> PathMatcher::matchingTypes(const PathFormat* format) const
 {
     const std::vector<PathType>& types = format->types();
     std::vector<int> found;
@@ -109,7 +97,7 @@ std::vector<int> PathMatcher::matchingTypes(PathFormat* format) const
     return found;
 }
 
-PathSink::Answer PathMatcher::runTypes(PathFormat* format)
+PathSink::Answer PathMatcher::runTypes(const PathFormat* format)
 {
     const std::vector<int> types = matchingTypes(format);
     for (size_t i = 0; i < types.size(); ++i) {
@@ -121,51 +109,69 @@ PathSink::Answer PathMatcher::runTypes(PathFormat* format)
     return PathSink::Next;
 }
 
+/** The matching fields of @p types; where more levels follow, only those that have something below them. */
+std::vector<int> PathMatcher::fieldsOfTypes(const PathFormat* format, const std::vector<int>& types) const
+{
+    const std::vector<PathField>& fields = format->fields();
+    const std::vector<int>& parents = format->parentFields();
+    std::vector<int> found;
+    for (size_t i = 0; i < types.size(); ++i) {
+        const PathType& type = format->types()[static_cast<size_t>(types[i])];
+        if (m_fields.size() > 1) {
+            std::vector<int>::const_iterator it = std::lower_bound(parents.begin(), parents.end(), type.firstField);
+            for (; it != parents.end() && *it < type.endField; ++it)
+                if (matches(m_fields.front(), fields[static_cast<size_t>(*it)]))
+                    found.push_back(*it);
+            continue;
+        }
+        for (int field = type.firstField; field < type.endField; ++field)
+            if (matches(m_fields.front(), fields[static_cast<size_t>(field)]))
+                found.push_back(field);
+    }
+    return found;
+}
+
 /** The fields of the name on the first level of the field path in matching types, in order, whatever their number. */
-std::vector<int> PathMatcher::candidateFields(PathFormat* format) const
+std::vector<int> PathMatcher::candidateFields(const PathFormat* format) const
 {
     const std::vector<int> types = matchingTypes(format);
-    const std::vector<PathField>& fields = format->fields();
-    std::vector<int> found;
-    const PathSegment& first = m_firstField.segment;
+    const PathSegment& first = m_fields.front().segment;
+    const bool everyName = first.kind == PathSegment::Open || first.kind == PathSegment::Wild;
+    const bool everyType = types.size() == format->types().size();
+    const bool distinct = m_sink->wantsDistinctFields() && everyType;
+    if (everyName && distinct)
+        return format->distinctFields();
     // A single type's fields are soon looked at; a name in many types is looked up.
-    if (types.size() <= 1 || first.kind == PathSegment::Open || first.kind == PathSegment::Wild) {
-        for (size_t i = 0; i < types.size(); ++i) {
-            const PathType& type = format->types()[static_cast<size_t>(types[i])];
-            for (int field = type.firstField; field < type.endField; ++field)
-                if (matches(m_firstField, fields[static_cast<size_t>(field)]))
-                    found.push_back(field);
-        }
-        return found;
-    }
+    if (types.size() <= 1 || everyName)
+        return fieldsOfTypes(format, types);
     const std::vector<int> named = first.kind == PathSegment::Name
-                                       ? (m_firstField.name < 0 ? found : format->fieldsNamed(m_firstField.name))
-                                       : format->fieldsBeginningWith(first.name);
-    if (types.size() == format->types().size())
+                                       ? format->fieldsNamed(m_names, m_fields.front().name)
+                                       : format->fieldsBeginningWith(m_names, first.name, distinct);
+    if (everyType)
         return named;
     std::vector<char> ticks(format->types().size(), 0);
     for (size_t i = 0; i < types.size(); ++i)
         ticks[static_cast<size_t>(types[i])] = 1;
+    std::vector<int> found;
     for (size_t i = 0; i < named.size(); ++i)
-        if (ticks[static_cast<size_t>(fields[static_cast<size_t>(named[i])].type)])
+        if (ticks[static_cast<size_t>(format->fields()[static_cast<size_t>(named[i])].type)])
             found.push_back(named[i]);
     return found;
 }
 
-PathSink::Answer PathMatcher::runFields(PathFormat* format)
+PathSink::Answer PathMatcher::runFields(const PathFormat* format)
 {
     const std::vector<int> candidates = candidateFields(format);
-    const std::vector<PathField>& fields = format->fields();
-    const PathSegment& first = m_firstField.segment;
+    const PathSegment& first = m_fields.front().segment;
     int finishedType = -1;
     for (size_t i = 0; i < candidates.size(); ++i) {
-        const PathField& field = fields[static_cast<size_t>(candidates[i])];
+        const PathField& field = format->fields()[static_cast<size_t>(candidates[i])];
         if (field.type == finishedType || (first.ordinal && first.ordinal != field.occurrence) ||
-            !matchesIndex(first, field.info))
+            !matchesIndex(first, field))
             continue;
         m_hit.type = &format->types()[static_cast<size_t>(field.type)];
         m_hit.field = &field;
-        const PathSink::Answer answer = m_fields.size() == 1 ? report() : descend(field.info, 1);
+        const PathSink::Answer answer = m_fields.size() == 1 ? report() : descend(&field, 1);
         if (answer >= PathSink::NextFormat)
             return answer;
         if (answer == PathSink::NextType)
@@ -174,22 +180,24 @@ PathSink::Answer PathMatcher::runFields(PathFormat* format)
     return PathSink::Next;
 }
 
-PathSink::Answer PathMatcher::descend(const FieldInfo* parent, int level)
+PathSink::Answer PathMatcher::descend(const PathField* parent, int level)
 {
-    const Place place(parent, level);
+    const Place place(identityBelow(parent), level);
     if (!hasChildren(parent) || m_done.contains(place))
         return PathSink::Next;
     if (!m_sink->wantsEveryWay())
         m_done.insert(place);
     const int foundBefore = m_found;
-    const std::vector<PathStep>& steps = children(parent);
-    for (size_t i = 0; i < steps.size(); ++i) {
-        if (!matches(m_fields.at(level), steps[i]))
+    const Wanted& wanted = m_fields[static_cast<size_t>(level)];
+    const bool last = level + 1 == static_cast<int>(m_fields.size());
+    const Children& below = children(parent);
+    for (const PathField* field = below.begin; field != below.end; ++field) {
+        if (!matches(wanted, *field) || !matchesIndex(wanted.segment, *field))
             continue;
-        if (++m_effort > maximumEffort)
+        if (++m_effort > maximumEffort && m_sink->wantsEveryWay())
             return PathSink::Stop;
-        m_steps.push_back(steps[i]);
-        const PathSink::Answer answer = level + 1 == m_fields.size() ? report() : descend(steps[i].info, level + 1);
+        m_steps.push_back(field);
+        const PathSink::Answer answer = last ? report() : descend(field, level + 1);
         m_steps.pop_back();
         if (answer != PathSink::Next)
             return answer;
@@ -199,33 +207,39 @@ PathSink::Answer PathMatcher::descend(const FieldInfo* parent, int level)
     return PathSink::Next;
 }
 
-bool PathMatcher::hasChildren(const FieldInfo* parent) const
+bool PathMatcher::hasChildren(const PathField* parent) const
 {
-    return (m_considerSubMessages && parent->getType().getSubMessageInfo()) || !parent->getSubFieldInfos().isEmpty();
+    return (m_considerSubMessages && parent->subMessage) || parent->hasComponents;
 }
 
-const std::vector<PathStep>& PathMatcher::children(const FieldInfo* parent)
+/** The same for fields that the same lies below. */
+const void* PathMatcher::identityBelow(const PathField* parent) const
 {
-    const std::unordered_map<const FieldInfo*, std::vector<PathStep>>::const_iterator known = m_children.find(parent);
+    if (parent->hasComponents || !m_considerSubMessages)
+        return parent->info;
+    return parent->subMessage;
+}
+
+const PathMatcher::Children& PathMatcher::children(const PathField* parent)
+{
+    const void* identity = identityBelow(parent);
+    const std::unordered_map<const void*, Children>::const_iterator known = m_children.find(identity);
     if (known != m_children.end())
         return known->second;
-    QVector<const FieldInfo*> infos = parent->getSubFieldInfos();
-    if (m_considerSubMessages && parent->getType().getSubMessageInfo())
-        infos += parent->getType().getSubMessageInfo()->getFieldInfos();
-    std::vector<PathStep> steps;
-    QHash<QString, int> last; // by name
-    for (int i = 0; i < infos.size(); ++i) {
-        PathStep step = {infos.at(i), 1, false};
-        const QString name = infos.at(i)->getName();
-        const QHash<QString, int>::const_iterator former = last.constFind(name);
-        if (former != last.constEnd()) {
-            PathStep& other = steps[static_cast<size_t>(former.value())];
-            other.ambiguous = true;
-            step.ambiguous = true;
-            step.occurrence = other.occurrence + 1;
-        }
-        last.insert(name, i);
-        steps.push_back(step);
+    PathIndex* index = PathIndex::getInstance();
+    Children& below = m_children[identity];
+    int type = -1;
+    const PathFormat* format = parent->hasComponents ? nullptr : index->findType(parent->subMessage, &type);
+    if (format) {
+        below.begin = format->fields().data() + format->types()[static_cast<size_t>(type)].firstField;
+        below.end = format->fields().data() + format->types()[static_cast<size_t>(type)].endField;
+        return below;
     }
-    return m_children[parent] = steps;
+    QVector<const FieldInfo*> infos = parent->info->getSubFieldInfos();
+    if (m_considerSubMessages && parent->subMessage)
+        infos += parent->subMessage->getFieldInfos();
+    PathFormat::readFields(infos, -1, &m_names, &index->numbering(), &below.own);
+    below.begin = below.own.data();
+    below.end = below.own.data() + below.own.size();
+    return below;
 }

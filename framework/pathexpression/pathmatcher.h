@@ -9,24 +9,16 @@
 
 #include <unordered_map>
 
-/** A field on the way to a match, below one that stands directly in a type. */
-struct PathStep
-{
-    const FieldInfo* info;
-    int occurrence; ///< as of PathEntry, among the fields below the same field
-    bool ambiguous;
-};
-
 /** Something that matches. It is as deep as was looked for: what lies deeper is null. */
 struct PathHit
 {
     const PathFormat* format;
     const PathType* type;
     const PathField* field;
-    const std::vector<PathStep>* steps; ///< below field; never null
+    const std::vector<const PathField*>* steps; ///< on the way to the match, below field; never null
 
     /** The matched field: the last step, or field when there is none. */
-    const FieldInfo* lastField() const { return steps->empty() ? field->info : steps->back().info; }
+    const PathField* lastField() const { return steps->empty() ? field : steps->back(); }
 };
 
 /** Takes what a PathMatcher finds. */
@@ -48,6 +40,9 @@ public:
 
     /** Whether a field that is reached in several ways is to be found in each of them. */
     virtual bool wantsEveryWay() const { return true; }
+
+    /** Whether of fields that are called the same, on the first level and in any type, one of a format is enough. */
+    virtual bool wantsDistinctFields() const { return false; }
 };
 
 /** Finds what a pattern matches among the formats, in their order. */
@@ -70,38 +65,45 @@ private:
     struct Wanted
     {
         PathSegment segment;
-        int name; // of a segment that is a name; -1 when nothing has it
+        int name; // of a segment that is a name
     };
-    typedef QPair<const FieldInfo*, int> Place;
+    /** The fields below one: a type's in the index, or own. */
+    struct Children
+    {
+        const PathField* begin;
+        const PathField* end;
+        std::vector<PathField> own;
+    };
+    typedef QPair<const void*, int> Place;
 
     Wanted want(const PathSegment& segment) const;
     bool matches(const Wanted& wanted, const PathEntry& entry) const;
-    bool matches(const PathSegment& segment, const PathStep& step) const;
     bool isLookedAt(const PathType& type) const;
-    std::vector<int> matchingTypes(PathFormat* format) const;
-    std::vector<int> candidateFields(PathFormat* format) const;
-    PathSink::Answer runTypes(PathFormat* format);
-    PathSink::Answer runFields(PathFormat* format);
-    PathSink::Answer descend(const FieldInfo* parent, int level);
+    std::vector<int> matchingTypes(const PathFormat* format) const;
+    std::vector<int> fieldsOfTypes(const PathFormat* format, const std::vector<int>& types) const;
+    std::vector<int> candidateFields(const PathFormat* format) const;
+    PathSink::Answer runTypes(const PathFormat* format);
+    PathSink::Answer runFields(const PathFormat* format);
+    PathSink::Answer descend(const PathField* parent, int level);
     PathSink::Answer report();
-    bool hasChildren(const FieldInfo* parent) const;
-    const std::vector<PathStep>& children(const FieldInfo* parent);
+    bool hasChildren(const PathField* parent) const;
+    const void* identityBelow(const PathField* parent) const;
+    const Children& children(const PathField* parent);
 
     const PathPattern m_pattern;
     const bool m_considerSubMessages;
-    const PathNames& m_names;
-    Wanted m_format;
-    Wanted m_message;
-    QVector<PathSegment> m_fields;
-    Wanted m_firstField;
+    PathNames& m_names;
+    const Wanted m_format;
+    const Wanted m_message;
+    std::vector<Wanted> m_fields;
 
     PathSink* m_sink;
     PathHit m_hit;
-    std::vector<PathStep> m_steps;
+    std::vector<const PathField*> m_steps;
     int m_found;
     int m_effort;
-    std::unordered_map<const FieldInfo*, std::vector<PathStep>> m_children; // whose values keep their addresses
-    QSet<Place> m_done; // field and level below it where looking again would find nothing more
+    std::unordered_map<const void*, Children> m_children; // whose values keep their addresses
+    QSet<Place> m_done; // what lies below, and the level, where looking again would find nothing more
 };
 
 #endif
