@@ -23,6 +23,7 @@ private Q_SLOTS:
     void wildCardStandsForEverything();
     void matchesTellTheWayAndTheIndexes();
     void recursiveSubMessagesEnd();
+    void typesThatComeLaterAreFound();
     void indexFindsWhatALookAtEveryFieldFinds();
 };
 
@@ -198,6 +199,9 @@ void tst_PathExpressionMatches::optionsAreThoseThatMatch()
     expression.setConsiderSubMessages(true);
     expression.setString(whole);
     QTEST(optionsOf(expression, parts), "options");
+    const QStringList all = expression.getMatchingExpressionsStringList(Parts(parts));
+    for (int maximum = 0; maximum <= all.size() + 1; ++maximum)
+        QCOMPARE(expression.getMatchingExpressionsStringList(Parts(parts), maximum), all.mid(0, maximum));
 }
 
 void tst_PathExpressionMatches::optionsEndWhereTheUserTypes_data()
@@ -302,6 +306,43 @@ void tst_PathExpressionMatches::recursiveSubMessagesEnd()
     QCOMPARE(matchesOf(expression), text("0.Node | 0.Node.value"));
     const int count = expression.getMatchingExpressionsStringList(PathExpression::FieldPart).size();
     QVERIFY2(count > 10000 && count < 100000, qPrintable(QString::number(count)));
+    QCOMPARE(expression.getMatchingExpressionsStringList(PathExpression::FieldPart, 200).size(), 200);
+
+    // A name resolves at any depth, and the next is offered, by looking at what lies on the way only.
+    const QString way = QString::fromLatin1("f/Node/") + QString::fromLatin1("left/right/").repeated(31);
+    expression.setString(way + text("value"));
+    QCOMPARE(matchesOf(expression), text("0.Node | 0.Node.value"));
+    expression.setStringPrefix(way + text("R"), PathExpression::AllParts);
+    QCOMPARE(optionsOf(expression, 15), way + text("right"));
+}
+
+void tst_PathExpressionMatches::typesThatComeLaterAreFound()
+{
+    FormatInfo hidden(text("hidden")); // not in the registry, but what it describes lies in a format that is
+    FormatInfo format(text("f"));
+    MessageInfo* node = addTestType(&format, "Node", "value");
+    FormatRegistry::getInstance()->addFormat(&format);
+    PathExpression expression;
+    expression.setConsiderSubMessages(true);
+    expression.setString(text("f/*/*/x"));
+    QCOMPARE(optionsOf(expression, 15), QString());
+
+    MessageInfo* point = addTestType(&format, "Point", "x value");
+    Formats::addSub(node, "at", point); // the type changes, so that what follows it is numbered anew
+    addTestType(&format, "Node", "node");
+    FormatRegistry::getInstance()->updateFormat(&format);
+    QCOMPARE(optionsOf(expression, 15), text("f/Node#1/at/x"));
+    Formats::addSub(point, "next", point);
+    Formats::addSub(point, "other", addTestType(&hidden, "Hidden", "x x", false));
+    addTestType(&format, "Last", "x");
+    FormatRegistry::getInstance()->updateFormat(&format);
+    QCOMPARE(optionsOf(expression, 15), text("f/Node#1/at/x f/Point/next/x f/Point/other/x#1 f/Point/other/x#2"));
+    expression.setString(text("*/*/*"));
+    QCOMPARE(optionsOf(expression, 4), text("value at x next other node"));
+    expression.setStringPrefix(text("*/*/X"), PathExpression::AllParts);
+    QCOMPARE(optionsOf(expression, 15), text("f/Point/x f/Last/x"));
+    FormatRegistry::getInstance()->removeFormat(&format);
+    QCOMPARE(optionsOf(expression, 15), QString());
 }
 
 /** What the index must find, by looking at everything: names that begin so, or are so. */
@@ -318,34 +359,50 @@ static QVector<const FieldInfo*> lookAtEveryField(const FormatInfo& format, cons
     return found;
 }
 
+/** The names among @p fields, each once. */
+static QStringList distinctNames(const QVector<const FieldInfo*>& fields)
+{
+    QStringList names;
+    Q_FOREACH (const FieldInfo* field, fields)
+        if (!names.contains(field->getName()))
+            names.append(field->getName());
+    return names;
+}
+
 void tst_PathExpressionMatches::indexFindsWhatALookAtEveryFieldFinds()
 {
     const QString letters = text("abcABC_\xc3\xa4\xc3\x84ß\xce\xa3\xcf\x83\xcf\x82");
     srand(1511);
     FormatInfo format(text("f"));
-    for (int type = 0; type < 60; ++type) {
-        MessageInfo* info = new MessageInfo(QString::number(type));
-        for (int field = rand() % 60; field > 0; --field) {
-            QString name;
-            for (int length = rand() % 4; length > 0; --length)
-                name += letters.at(rand() % letters.size());
-            info->addField(new TestFieldInfo(name));
-        }
-        format.addMessageInfo(info);
-    }
     FormatRegistry::getInstance()->addFormat(&format);
     PathExpression expression;
     int found = 0;
     for (int i = 0; i < 500; ++i) {
+        if (i % 50 == 0) { // the format grows while it is looked at
+            for (int type = 0; type < 6; ++type) {
+                MessageInfo* info = new MessageInfo(QString::number(type));
+                for (int field = rand() % 60; field > 0; --field) {
+                    QString name;
+                    for (int length = 1 + rand() % 4; length > 0; --length)
+                        name += letters.at(rand() % letters.size());
+                    if (!info->getFieldInfo(name)) // so that names are listed as they are
+                        info->addField(new TestFieldInfo(name));
+                }
+                format.addMessageInfo(info);
+            }
+            FormatRegistry::getInstance()->updateFormat(&format);
+        }
         QString name;
-        for (int length = 1 + rand() % 3; length > 0; --length)
+        for (int length = rand() % 4; length > 0; --length)
             name += letters.at(rand() % letters.size());
         expression.setStringPrefix(text("f/*/") + name, PathExpression::AllParts);
         const QVector<const FieldInfo*> begin = lookAtEveryField(format, name, true);
         QVERIFY(expression.getMatchingFieldInfos() == begin);
         QCOMPARE(expression.getMatchingExpressionsStringList(PathExpression::AllParts).size(), begin.size());
+        QCOMPARE(expression.getMatchingExpressionsStringList(PathExpression::FieldPart), distinctNames(begin));
         expression.completeEditing();
-        QVERIFY(expression.getMatchingFieldInfos() == lookAtEveryField(format, name, false));
+        if (!name.isEmpty())
+            QVERIFY(expression.getMatchingFieldInfos() == lookAtEveryField(format, name, false));
         found += begin.size();
     }
     QVERIFY(found > 1000);
