@@ -112,8 +112,8 @@ void WatchEditor::narrow(PathExpression::Parts changed)
 
 void WatchEditor::complete()
 {
-    const QStringList texts = m_expression.getMatchingExpressionsStringList(Format | MessageType | Field);
-    m_completions->setStringList(texts.mid(0, MostCompletions));
+    m_completions->setStringList(
+        m_expression.getMatchingExpressionsStringList(Format | MessageType | Field, MostCompletions));
 }
 
 void WatchEditor::resolve()
