@@ -5,6 +5,7 @@
 #include "latestmessagesource.h"
 #include "messageinfo.h"
 
+#include <QEvent>
 #include <QInputDialog>
 #include <QMenu>
 #include <QToolButton>
@@ -51,6 +52,15 @@ Watch::Watch(const QString& expression, const QString& name, LatestMessageSource
 Watch::~Watch()
 {
     m_label->setTimeOut(-1); // a label leaves its timer behind unless told so
+}
+
+bool Watch::event(QEvent* event)
+{
+    // Grows with its values, as one that is cut off is another number; and does not shrink, or all behind it would
+    // move.
+    if (event->type() == QEvent::LayoutRequest && m_label->sizeHint().width() > m_label->minimumWidth())
+        m_label->setMinimumWidth(m_label->sizeHint().width());
+    return QFrame::event(event);
 }
 
 QString Watch::getExpression() const

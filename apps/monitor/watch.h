@@ -43,6 +43,9 @@ public:
 Q_SIGNALS:
     void removeRequested();
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
     void resolve();
     void rename();

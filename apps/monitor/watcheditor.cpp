@@ -8,7 +8,9 @@
 #include "pathexpressionlineedit.h"
 #include "watch.h"
 
+#include <QAbstractItemView>
 #include <QCompleter>
+#include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -18,6 +20,7 @@
 // Nobody reads further down a list of completions, and nobody means to pin more at once.
 static const int MostCompletions = 200;
 static const int MostPinned = 50;
+static const int MostVisible = 15;
 
 static const PathExpression::Parts Format(PathExpression::FormatPart);
 static const PathExpression::Parts MessageType(PathExpression::MessagePart);
@@ -53,16 +56,21 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
         box.first->setToolTip(box.second);
         box.first->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box.first->setMinimumContentsLength(box.first == messages ? 14 : 9);
+        box.first->setStyleSheet(QLatin1String("combobox-popup: 0")); // a list that scrolls, not a menu of hundreds
+        box.first->setMaxVisibleItems(MostVisible);
+        box.first->view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        box.first->view()->setMinimumWidth(box.first->fontMetrics().averageCharWidth() * 36);
         layout->addWidget(box.first);
     }
 
     QCompleter* completer = new QCompleter(m_completions, this);
     completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
-    completer->setMaxVisibleItems(15);
+    completer->setMaxVisibleItems(MostVisible);
     m_line->setCompleter(completer);
     m_line->setAccessibleName(tr("Path expression"));
     m_line->setToolTip(tr("A path such as */ATTITUDE/roll; Return takes it"));
     m_line->setMinimumWidth(m_line->fontMetrics().averageCharWidth() * 16);
+    m_line->installEventFilter(this);
     connect(m_line, &QLineEdit::textEdited, this, &WatchEditor::complete);
     // The line takes the completion's text at the same signal, maybe after this: so it is used one turn later.
     connect(completer, QOverload<const QString&>::of(&QCompleter::activated), this,
@@ -76,6 +84,9 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
     layout->addWidget(m_value);
     layout->addWidget(m_status);
     layout->addWidget(m_pin);
+    const QWidgetList inOrder = {formats, messages, fields, m_line, m_pin};
+    for (int i = 1; i < inOrder.size(); ++i)
+        setTabOrder(inOrder.at(i - 1), inOrder.at(i));
     connect(m_pin, &QPushButton::clicked, this, &WatchEditor::pin);
     connect(&m_expression, &PathExpression::partsChanged, this, &WatchEditor::narrow);
     connect(&m_expression, &PathExpression::matchesMayHaveChanged, this, &WatchEditor::resolve);
@@ -93,6 +104,14 @@ void WatchEditor::setExpression(const QString& expression)
 QString WatchEditor::getExpression() const
 {
     return m_expression.getString(PathExpression::AllParts);
+}
+
+bool WatchEditor::eventFilter(QObject* watched, QEvent* event)
+{
+    // What is typed into a line that a click led to is a new path, and not the end of the one that stood there.
+    if (event->type() == QEvent::FocusIn && static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason)
+        QTimer::singleShot(0, m_line, &QLineEdit::selectAll);
+    return QWidget::eventFilter(watched, event);
 }
 
 void WatchEditor::narrow(PathExpression::Parts changed)

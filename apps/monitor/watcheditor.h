@@ -30,6 +30,9 @@ Q_SIGNALS:
     /** The user wants to keep these fields in sight. */
     void pinRequested(const QStringList& expressions);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void narrow(PathExpression::Parts changed);
     void complete();

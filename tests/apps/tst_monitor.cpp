@@ -3,6 +3,7 @@
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
+#include "pathexpressionlineedit.h"
 #include "settingsfile.h"
 #include "testbase.h"
 #include "waitfor.h"
@@ -10,9 +11,12 @@
 #include "watchbar.h"
 #include "watcheditor.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QImage>
 #include <QMessageBox>
 #include <QProcess>
+#include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTreeView>
@@ -118,11 +122,21 @@ void tst_monitor::watchesFollowTheirExpressions()
     window.openSimulation();
     QVERIFY(waitFor([&]() { return bar->getWatches().first()->getText() != "N/A"; }, 30000));
 
-    // A wildcard pins every match: each type with a field of that name.
+    // What is typed offers what exists, and a wildcard pins every match: each type with a field of that name.
+    PathExpressionLineEdit* line = bar->getEditor()->findChild<PathExpressionLineEdit*>();
+    line->selectAll();
+    QTest::keyClicks(line, "*/ATTITUDE/rollS");
+    QCOMPARE(line->completer()->model()->rowCount(), 1);
+    QCOMPARE(line->completer()->model()->index(0, 0).data().toString(), QString("corvel/ATTITUDE/rollspeed"));
+    line->completer()->popup()->hide();
     bar->getEditor()->setExpression("*/*/pitch");
-    Q_EMIT bar->getEditor()->pinRequested({"corvel/ATTITUDE/pitch"});
-    QCOMPARE(bar->getWatches().size(), 2);
-    QCOMPARE(bar->getWatches().last()->getName(), QString("ATTITUDE.pitch"));
+    PathExpression everyPitch;
+    everyPitch.setString("*/*/pitch");
+    const QStringList pinned = everyPitch.getMatchingExpressionsStringList(PathExpression::AllParts);
+    QVERIFY(pinned.size() > 1);
+    bar->getEditor()->findChild<QPushButton*>()->click();
+    QCOMPARE(bar->getWatches().size(), 1 + pinned.size());
+    QCOMPARE(bar->getWatches().last()->getExpression(), pinned.last());
 }
 
 void tst_monitor::aRestartFindsThingsAsTheyWere()
