@@ -23,9 +23,15 @@ QString kindText(const StreamProblem& problem)
     case StreamProblem::SkippedBytes:
         return bytesText(problem.length) + QStringLiteral(" skipped");
     case StreamProblem::TruncatedFrame:
+        if (problem.length == 0)
+            return QStringLiteral("stream ends early");
         return QStringLiteral("stream ends inside a frame, after ") + bytesText(problem.length);
     case StreamProblem::InputFailure:
         return QStringLiteral("reading failed");
+    case StreamProblem::UnusableDefinition:
+        return QStringLiteral("not decodable");
+    case StreamProblem::DisorderedTimes:
+        return QStringLiteral("messages are not in the order of their times");
     }
     return QString();
 }

@@ -44,6 +44,8 @@ public:
     const QVector<Chunk>& getChunks() const { return m_chunks; }
     /** Whether the file has a summary with an index, so that it is known to be complete. */
     bool hasSummary() const { return m_summary; }
+    /** Whether there is, or may be, a checksum of all that comes before the summary. */
+    bool hasDataChecksum() const { return m_dataChecksum; }
     /** The number of messages, or -1 when no summary tells it. */
     qint64 getMessageCount() const { return m_messages; }
     /** The records that announce schemas and channels, head included, as far as the index knows them. */
@@ -58,6 +60,7 @@ private:
     QVector<quint64> m_latestEnds; // of each chunk and those before
     QVector<QByteArray> m_definitions;
     bool m_summary;
+    bool m_dataChecksum;
     qint64 m_messages;
 };
 

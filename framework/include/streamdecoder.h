@@ -32,12 +32,14 @@ struct CORVELFRAMEWORK_EXPORT StreamProblem
 {
     enum Kind
     {
-        ChecksumFailure,  ///< a frame of a known type whose checksum is wrong; dropped
-        LengthMismatch,   ///< a frame whose checksum is right and whose length cannot be; dropped
-        UnsupportedFrame, ///< a frame with a feature that is not understood; dropped
-        SkippedBytes,     ///< bytes that belong to no frame
-        TruncatedFrame,   ///< the stream ended inside a frame
-        InputFailure      ///< reading failed; text tells why
+        ChecksumFailure,    ///< a frame of a known type whose checksum is wrong; dropped
+        LengthMismatch,     ///< a frame whose checksum is right and whose length cannot be; dropped
+        UnsupportedFrame,   ///< a frame with a feature that is not understood; dropped
+        SkippedBytes,       ///< bytes that belong to no frame
+        TruncatedFrame,     ///< the stream ended inside a frame or, with a length of 0, before its end mark
+        InputFailure,       ///< reading failed; text tells why
+        UnusableDefinition, ///< the stream brings a definition that cannot be used; text tells which and why
+        DisorderedTimes     ///< messages are handed out in another order than that of their times
     };
 
     StreamProblem();

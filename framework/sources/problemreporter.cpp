@@ -16,7 +16,7 @@ QString ProblemReporter::line(const StreamProblem& problem, const QString& sende
 
 QString ProblemReporter::report(const StreamProblem& problem, const QString& senderName)
 {
-    const quint64 key = static_cast<quint64>(problem.kind) << 32 | (problem.hasFrame ? problem.id : 0);
+    const quint64 key = static_cast<quint64>(problem.kind) << 32 | problem.id;
     const auto known = m_kinds.find(key);
     if (known == m_kinds.end()) {
         m_kinds.insert(key, Kind());

@@ -59,6 +59,8 @@ void ReceptionCounters::countProblem(const StreamProblem& problem)
         m_truncatedBytes += problem.length;
         break;
     case StreamProblem::InputFailure:
+    case StreamProblem::UnusableDefinition:
+    case StreamProblem::DisorderedTimes:
         break; // says nothing about the bytes that came
     }
 }

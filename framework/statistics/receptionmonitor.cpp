@@ -28,6 +28,10 @@ CorvelEvent::Type typeOf(StreamProblem::Kind kind)
         return CorvelEvent::TruncatedMessage;
     case StreamProblem::InputFailure:
         return CorvelEvent::SourceEvent;
+    case StreamProblem::UnusableDefinition:
+        return CorvelEvent::DefinitionProblem;
+    case StreamProblem::DisorderedTimes:
+        return CorvelEvent::ClockJump;
     }
     return CorvelEvent::OtherEvent;
 }

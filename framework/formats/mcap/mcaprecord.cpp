@@ -9,6 +9,9 @@
 namespace Mcap
 {
 
+// What a later version of the format may put behind the records.
+static const quint64 GreatestExtension = 4096;
+
 bool Schema::read(Cursor cursor)
 {
     id = cursor.number<quint16>();

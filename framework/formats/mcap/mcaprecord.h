@@ -162,6 +162,7 @@ struct ChunkHead
     quint32 crc = 0; ///< of the uncompressed records; 0 when not given
     QByteArray compression;
     quint64 recordsSize = 0;
+    quint64 extension = 0; ///< bytes of the body behind the records, of which nothing is known
 };
 
 struct ChunkIndex

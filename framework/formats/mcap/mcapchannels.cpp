@@ -1,0 +1,148 @@
+#include "mcapchannels.h"
+
+#include "mcaprecord.h"
+#include "protobufformat.h"
+
+namespace
+{
+
+// More than any system has; a stream that goes on announcing must not fill the memory.
+const quint64 MostDefinitionBytes = Q_UINT64_C(64) << 20;
+
+// What tables take for an entry, about.
+const quint64 EntryOverhead = 512;
+
+const quint32 FirstUndecodableId = 0x80000000u;
+
+} // namespace
+
+McapChannels::McapChannels(ProtobufFormat* format)
+    : m_format(format)
+    , m_kept(0)
+{
+}
+
+McapChannels::~McapChannels() {}
+
+bool McapChannels::makeRoom(quint64 size)
+{
+    size += EntryOverhead;
+    if (m_kept + size > MostDefinitionBytes)
+        return false;
+    m_kept += size;
+    return true;
+}
+
+QString McapChannels::addSchema(const char* body, quint64 size)
+{
+    Mcap::Schema schema;
+    if (!schema.read(Mcap::Cursor(body, size)))
+        return QStringLiteral("a schema's lengths do not fit its record");
+    const auto known = m_schemas.constFind(schema.id);
+    if (known != m_schemas.constEnd() && known->name == schema.name && known->encoding == schema.encoding &&
+        known->data == schema.data)
+        return QString();
+    if (schema.id == 0)
+        return QStringLiteral("a schema has the number 0, which means none");
+    if (!makeRoom(size))
+        return QStringLiteral("schema %1 is one too many: 64 MiB of schemas and channels are known")
+            .arg(QString::fromUtf8(schema.name));
+    // What was read points into bytes that will be gone.
+    const auto copied = [](const QByteArray& text) { return QByteArray(text.constData(), text.size()); };
+    m_schemas.insert(schema.id, Schema{copied(schema.name), copied(schema.encoding), copied(schema.data)});
+    return QString();
+}
+
+QString McapChannels::addChannel(const char* body, quint64 size)
+{
+    Mcap::Channel channel;
+    if (!channel.read(Mcap::Cursor(body, size)))
+        return QStringLiteral("a channel's lengths do not fit its record");
+    const QByteArray record = QByteArray::fromRawData(body, int(size));
+    const auto known = m_bodies.constFind(channel.id);
+    if (known != m_bodies.constEnd() && *known == record)
+        return QString();
+    const QString topic = QString::fromUtf8(channel.topic);
+    if (!makeRoom(size))
+        return QStringLiteral("channel %1 is one too many: 64 MiB of schemas and channels are known").arg(topic);
+    m_bodies.insert(channel.id, QByteArray(body, int(size)));
+
+    QString kind;
+    QString problem;
+    const MessageInfo* const info = findType(channel, &kind, &problem);
+    const Entry* const entry = add(channel.id, info, topic, kind);
+    if (!problem.isEmpty())
+        return topic + QStringLiteral(": ") + problem;
+    return info ? QString() : describe(entry->id);
+}
+
+/** The type of a channel's messages. Else @p kind says in a word what they are, and @p problem why, when that is wrong.
+ */
+const MessageInfo* McapChannels::findType(const Mcap::Channel& channel, QString* kind, QString* problem)
+{
+    *kind = QString::fromUtf8(channel.encoding);
+    if (channel.encoding != "protobuf") {
+        if (kind->isEmpty())
+            *kind = QStringLiteral("no encoding");
+        return nullptr;
+    }
+    const auto schema = m_schemas.constFind(channel.schema);
+    if (schema == m_schemas.constEnd()) {
+        *kind = QStringLiteral("protobuf without a schema");
+        *problem = channel.schema == 0
+                       ? QStringLiteral("the channel has no schema")
+                       : QStringLiteral("the channel's schema %1 was not announced").arg(channel.schema);
+        return nullptr;
+    }
+    *kind = QString::fromUtf8(schema->name);
+    if (schema->encoding != "protobuf") {
+        *problem = QStringLiteral("the schema %1 is %2 and the messages are protobuf")
+                       .arg(*kind, QString::fromUtf8(schema->encoding));
+        return nullptr;
+    }
+    QString error;
+    const MessageInfo* const info = m_format->addSchema(schema->data, *kind, &error);
+    if (!info)
+        *problem = QStringLiteral("the schema %1 cannot be used: %2").arg(*kind, error);
+    return info;
+}
+
+const McapChannels::Entry* McapChannels::add(quint16 channel, const MessageInfo* info, const QString& topic,
+                                             const QString& kind)
+{
+    // A number that is given to another channel makes another sender: the statistics of the two must not mix.
+    const quint32 version = m_versions[channel]++ & 0xffff;
+    std::unique_ptr<Entry> entry(new Entry{info, 0, version << 16 | channel});
+    if (info)
+        entry->id = *m_ids.insert(info, m_ids.value(info, quint32(m_ids.size()) + 1));
+    else
+        entry->id = FirstUndecodableId + quint32(m_entries.size());
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_topics.insert(entry->sender, topic);
+        if (!info)
+            m_descriptions.insert(entry->id, QStringLiteral("%1 (%2, not decodable)").arg(topic, kind));
+    }
+    if (channel >= m_byNumber.size())
+        m_byNumber.resize(std::size_t(channel) + 1, nullptr);
+    m_entries.push_back(std::move(entry));
+    m_byNumber[channel] = m_entries.back().get();
+    return m_entries.back().get();
+}
+
+const McapChannels::Entry* McapChannels::makeUp(quint16 channel)
+{
+    return add(channel, nullptr, QStringLiteral("channel %1").arg(channel), QStringLiteral("not announced"));
+}
+
+QString McapChannels::getTopic(quint32 sender) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_topics.value(sender);
+}
+
+QString McapChannels::describe(quint32 id) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_descriptions.value(id);
+}

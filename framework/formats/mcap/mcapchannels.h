@@ -1,0 +1,80 @@
+#ifndef MCAPCHANNELS_H
+#define MCAPCHANNELS_H
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+class MessageInfo;
+class ProtobufFormat;
+
+namespace Mcap
+{
+struct Channel;
+}
+
+/**
+ * The schemas and channels that a stream has announced.
+ *
+ * Everything happens on one thread, except that getTopic() and describe() may be called on any.
+ */
+class McapChannels
+{
+public:
+    /** What messages of a channel are. Never moves or changes. */
+    struct Entry
+    {
+        const MessageInfo* info; ///< null when they cannot be decoded
+        quint32 id;              ///< of the type, or of the channel where there is none
+        quint32 sender;
+    };
+
+    explicit McapChannels(ProtobufFormat* format);
+    ~McapChannels();
+
+    /** Takes the body of a schema record; what is wrong, or an empty text. */
+    QString addSchema(const char* body, quint64 size);
+    /** Takes the body of a channel record; what is wrong, or an empty text. */
+    QString addChannel(const char* body, quint64 size);
+
+    /** The channel of that number, or null when none was announced. */
+    const Entry* find(quint16 channel) const { return channel < m_byNumber.size() ? m_byNumber[channel] : nullptr; }
+
+    /** Makes up a channel that was not announced, until it is. */
+    const Entry* makeUp(quint16 channel);
+
+    QString getTopic(quint32 sender) const;
+    /** "/topic (json, not decodable)" of an Entry::id without a type; null when there is none. */
+    QString describe(quint32 id) const;
+
+private:
+    struct Schema
+    {
+        QByteArray name;
+        QByteArray encoding;
+        QByteArray data;
+    };
+
+    bool makeRoom(quint64 size);
+    const MessageInfo* findType(const Mcap::Channel& channel, QString* kind, QString* problem);
+    const Entry* add(quint16 channel, const MessageInfo* info, const QString& topic, const QString& kind);
+
+    ProtobufFormat* m_format;
+    quint64 m_kept; // bytes of definitions
+    QHash<quint16, Schema> m_schemas;
+    QHash<quint16, QByteArray> m_bodies; // of channel records, by channel
+    QHash<const MessageInfo*, quint32> m_ids;
+    std::vector<std::unique_ptr<Entry>> m_entries;
+    std::vector<const Entry*> m_byNumber;
+    QHash<quint16, quint32> m_versions; // how often a channel was announced as something else
+
+    mutable std::mutex m_mutex; // for what follows
+    QHash<quint32, QString> m_topics;
+    QHash<quint32, QString> m_descriptions;
+};
+
+#endif

@@ -1,0 +1,200 @@
+// The part of McapReader that reads chunks.
+
+#include "mcapreader.h"
+
+#include <algorithm>
+#include <limits>
+
+using namespace Mcap;
+
+namespace
+{
+
+const quint64 MostHeldBytes = Q_UINT64_C(256) << 20;
+
+} // namespace
+
+bool McapReader::readChunkHead()
+{
+    const char* const bytes = take(ChunkHeadSize);
+    if (!bytes)
+        return false;
+    account(bytes, ChunkHeadSize);
+    m_chunkHeadBytes = QByteArray(bytes, ChunkHeadSize);
+    if (qFromLittleEndian<quint32>(bytes + ChunkHeadSize - 4) <= quint32(GreatestCompressionName)) {
+        m_state = InChunkName;
+    } else {
+        QByteArray consumed(1, char(ChunkRecord));
+        consumed.resize(RecordHeadSize);
+        qToLittleEndian(m_length, consumed.data() + 1);
+        startSearch(m_recordOffset, std::numeric_limits<quint64>::max(), consumed + m_chunkHeadBytes,
+                    QStringLiteral("a chunk whose lengths contradict each other"));
+    }
+    return true;
+}
+
+bool McapReader::readChunkName()
+{
+    const quint64 size = qFromLittleEndian<quint32>(m_chunkHeadBytes.constData() + ChunkHeadSize - 4) + 8;
+    const char* const bytes = take(size);
+    if (!bytes)
+        return false;
+    account(bytes, size);
+    m_chunkHeadBytes.append(bytes, int(size));
+    const bool agrees =
+        m_chunkHead.read(Cursor(m_chunkHeadBytes.constData(), quint64(m_chunkHeadBytes.size())), m_length);
+    const bool isGreat = m_chunkHead.recordsSize > GreatestChunk;
+    if (!agrees || isGreat) {
+        QByteArray consumed(1, char(ChunkRecord));
+        consumed.resize(RecordHeadSize);
+        qToLittleEndian(m_length, consumed.data() + 1);
+        const quint64 end = agrees ? m_recordOffset + RecordHeadSize + m_length : std::numeric_limits<quint64>::max();
+        startSearch(m_recordOffset, end, consumed + m_chunkHeadBytes,
+                    agrees ? QStringLiteral("a chunk of %1 bytes").arg(m_length)
+                           : QStringLiteral("a chunk whose lengths contradict each other"));
+        return true;
+    }
+    m_left = m_chunkHead.recordsSize + m_chunkHead.extension;
+    m_state = InChunk;
+    QString problem;
+    if (!Decompressor::isKnown(m_chunkHead.compression))
+        problem = QStringLiteral("a chunk with the compression \"%1\"").arg(QString::fromUtf8(m_chunkHead.compression));
+    else if (m_chunkHead.uncompressedSize > GreatestChunk)
+        problem = QStringLiteral("a chunk that holds %1 bytes was passed over, %2 MiB are read")
+                      .arg(m_chunkHead.uncompressedSize)
+                      .arg(GreatestChunk >> 20);
+    if (!problem.isEmpty()) {
+        report(StreamProblem::UnsupportedFrame, m_recordOffset, RecordHeadSize + m_length, problem);
+        m_state = Skipping;
+    }
+    return true;
+}
+
+bool McapReader::readChunk()
+{
+    const char* const bytes = take(m_chunkHead.recordsSize);
+    if (!bytes)
+        return false;
+    account(bytes, m_chunkHead.recordsSize);
+    m_left = m_chunkHead.extension;
+    m_state = Skipping;
+    processChunk(bytes, m_chunkHead.recordsSize);
+    return true;
+}
+
+std::unique_ptr<McapReader::Chunk> McapReader::decompress(const char* bytes, quint64 size, bool* good, quint64* written,
+                                                          QByteArray* error)
+{
+    std::unique_ptr<Chunk> chunk(new Chunk);
+    chunk->offset = m_recordOffset;
+    chunk->size = m_chunkHead.uncompressedSize;
+    chunk->bytes.reset(new char[std::max<quint64>(1, chunk->size)]); // not initialised: it takes nothing until used
+    *good = m_decompressor.run(m_chunkHead.compression, bytes, size, chunk->bytes.get(), chunk->size, written, error);
+    return chunk;
+}
+
+void McapReader::processChunk(const char* bytes, quint64 size)
+{
+    bool good = false;
+    quint64 written = 0;
+    QByteArray error;
+    std::unique_ptr<Chunk> chunk = decompress(bytes, size, &good, &written, &error);
+    const quint64 length = m_position - m_recordOffset;
+    if (!good) {
+        report(StreamProblem::ChecksumFailure, m_recordOffset, length,
+               QStringLiteral("a chunk that does not decompress was dropped (%1)").arg(QString::fromLatin1(error)));
+        return;
+    }
+    if (written != chunk->size) {
+        report(StreamProblem::LengthMismatch, m_recordOffset, length,
+               QStringLiteral("a chunk that says it holds %1 bytes and holds %2 was dropped")
+                   .arg(chunk->size)
+                   .arg(written));
+        return;
+    }
+    if (m_chunkHead.crc != 0 && !checkCrc(m_chunkHead.crc, addCrc(0, chunk->bytes.get(), written),
+                                          QStringLiteral("a chunk, which was dropped,")))
+        return;
+    parseChunk(chunk.get(), written, true);
+    holdChunk(std::move(chunk));
+}
+
+/** Finds the messages in the first @p size bytes of a chunk. */
+void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
+{
+    Cursor cursor(chunk->bytes.get(), size);
+    while (cursor.rest() > 0) {
+        const char* const bytes = cursor.skip(RecordHeadSize);
+        const RecordHead head(bytes ? bytes : "\0\0\0\0\0\0\0\0");
+        const quint64 rest = cursor.rest();
+        const char* const body = bytes ? cursor.skip(head.length) : nullptr;
+        if (!body || (head.opcode == MessageRecord && head.length < MessageHeadSize)) {
+            if (mustBeWhole)
+                report(StreamProblem::LengthMismatch, m_recordOffset, m_position - m_recordOffset,
+                       QStringLiteral("a record in a chunk has %1 bytes where %2 are left; what follows it was dropped")
+                           .arg(head.length)
+                           .arg(rest));
+            return;
+        }
+        switch (head.opcode) {
+        case SchemaRecord:
+            reportDefinition(m_channels.addSchema(body, head.length));
+            break;
+        case ChannelRecord:
+            reportDefinition(m_channels.addChannel(body, head.length));
+            break;
+        case MessageRecord: {
+            const MessageHead message(body);
+            chunk->messages.push_back(
+                McapMessageOrder::Message{message.time, channelOf(message.channel), body + MessageHeadSize,
+                                          quint32(head.length - MessageHeadSize), message.sequence});
+            break;
+        }
+        default:
+            break;
+        }
+    }
+}
+
+/** Keeps the messages of a chunk until their turn, and hands out those whose turn it is now. */
+void McapReader::holdChunk(std::unique_ptr<Chunk> chunk)
+{
+    quint64 latest = 0;
+    for (const McapMessageOrder::Message& message : chunk->messages)
+        latest = std::max(latest, message.time);
+    m_order.add(std::move(chunk));
+    if (m_starts.empty() || m_recordOffset > m_starts.back().offset) {
+        m_order.release(m_greatestTime, m_sink);
+        m_greatestTime = std::max(m_greatestTime, latest);
+    } else {
+        m_order.release(earliestLaterStart(m_recordOffset), m_sink);
+    }
+    while (m_order.getHeldBytes() > MostHeldBytes) {
+        if (!m_orderIsLost)
+            report(StreamProblem::DisorderedTimes, m_recordOffset, 0,
+                   QStringLiteral("chunks overlap by more than %1 MiB").arg(MostHeldBytes >> 20));
+        m_orderIsLost = true;
+        m_order.releaseOne(m_sink);
+    }
+}
+
+/** The earliest time of chunks behind that place. */
+quint64 McapReader::earliestLaterStart(quint64 offset) const
+{
+    const auto next = std::upper_bound(m_starts.begin(), m_starts.end(), offset,
+                                       [](quint64 place, const LaterStart& start) { return place < start.offset; });
+    return next == m_starts.end() ? std::numeric_limits<quint64>::max() : next->earliest;
+}
+
+/** Reads what there is of a chunk that was cut off; the number of messages. */
+int McapReader::salvageChunk()
+{
+    bool good = false;
+    quint64 written = 0;
+    QByteArray error;
+    std::unique_ptr<Chunk> chunk = decompress(m_gathered.data(), m_gathered.size(), &good, &written, &error);
+    parseChunk(chunk.get(), written, false);
+    const int count = int(chunk->messages.size());
+    m_order.add(std::move(chunk));
+    return count;
+}

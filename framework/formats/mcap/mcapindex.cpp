@@ -1,0 +1,312 @@
+#include "mcapindex.h"
+
+#include "mcaprecord.h"
+#include "message.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+using namespace Mcap;
+
+namespace
+{
+
+const int FooterRecordSize = RecordHeadSize + FooterSize;
+const int DataEndRecordSize = RecordHeadSize + DataEndSize;
+
+// A summary of a gigabyte has an index of millions of chunks.
+const qint64 GreatestSummary = qint64(1) << 30;
+const quint64 GreatestDefinition = quint64(16) << 20;
+const quint64 MostDefinitionBytes = quint64(64) << 20;
+
+// Of messages outside of chunks.
+const quint64 GreatestStretch = quint64(1) << 20;
+
+qint64 microseconds(quint64 nanoseconds)
+{
+    return qint64(nanoseconds / 1000);
+}
+
+/** A file of which a piece is in memory. */
+class FileWindow
+{
+public:
+    explicit FileWindow(QFile* file)
+        : m_file(file)
+        , m_offset(0)
+    {
+    }
+
+    /** At most @p size bytes from @p offset on; fewer at the end of the file. */
+    QByteArray read(quint64 offset, int size)
+    {
+        if (offset < m_offset || offset + quint64(size) > m_offset + quint64(m_bytes.size())) {
+            // Where reading goes on in small steps much is read at once, and little behind a leap.
+            const bool isNear = offset >= m_offset && offset <= m_offset + quint64(m_bytes.size());
+            m_offset = offset;
+            m_bytes.clear();
+            if (m_file->seek(qint64(offset)))
+                m_bytes = m_file->read(std::max(size, isNear ? 256 * 1024 : 256));
+        }
+        const int at = int(offset - m_offset);
+        return QByteArray::fromRawData(m_bytes.constData() + at, std::min(size, int(m_bytes.size()) - at));
+    }
+
+private:
+    QFile* m_file;
+    QByteArray m_bytes;
+    quint64 m_offset;
+};
+
+} // namespace
+
+/** Makes an index of a file. */
+class McapIndexReader
+{
+public:
+    explicit McapIndexReader(const QString& path)
+        : m_file(path)
+        , m_index(new McapIndex)
+        , m_definitionBytes(0)
+        , m_inStretch(false)
+    {
+    }
+
+    McapIndex* load(QString* error)
+    {
+        if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+            *error = m_file.fileName() + QStringLiteral(": ") + m_file.errorString();
+            return nullptr;
+        }
+        if (m_file.read(MagicSize) != QByteArray(Magic, MagicSize)) {
+            *error = QCoreApplication::translate("McapIndex", "%1: this is no MCAP file").arg(m_file.fileName());
+            return nullptr;
+        }
+        if (!readSummary()) {
+            m_index.reset(new McapIndex);
+            m_definitionBytes = 0;
+            walk();
+        }
+        std::stable_sort(
+            m_index->m_chunks.begin(), m_index->m_chunks.end(),
+            [](const McapIndex::Chunk& left, const McapIndex::Chunk& right) { return left.offset < right.offset; });
+        quint64 latest = 0;
+        for (const McapIndex::Chunk& chunk : std::as_const(m_index->m_chunks)) {
+            latest = std::max(latest, chunk.end);
+            m_index->m_latestEnds.append(latest);
+        }
+        return m_index.release();
+    }
+
+private:
+    bool readSummary();
+    bool readSummaryRecord(const RecordHead& head, const char* record, quint64 dataEnd, Statistics* statistics);
+    bool readDataEnd(qint64 summaryStart);
+    void walk();
+    bool walkRecord(quint64 offset, const QByteArray& bytes, const RecordHead& head);
+    void addDefinition(const char* record, quint64 size);
+
+    QFile m_file;
+    std::unique_ptr<McapIndex> m_index;
+    quint64 m_definitionBytes;
+    bool m_inStretch; // the last chunk is one of messages outside of chunks
+};
+
+/** Whether the file has a summary that tells where the messages are. */
+bool McapIndexReader::readSummary()
+{
+    const qint64 footerStart = m_file.size() - MagicSize - FooterRecordSize;
+    if (footerStart < MagicSize || !m_file.seek(footerStart))
+        return false;
+    const QByteArray end = m_file.read(FooterRecordSize + MagicSize);
+    if (end.size() != FooterRecordSize + MagicSize || !end.endsWith(QByteArray::fromRawData(Magic, MagicSize)))
+        return false;
+    const RecordHead footerHead(end.constData());
+    Footer footer;
+    footer.read(Cursor(end.constData() + RecordHeadSize, FooterSize));
+    if (footerHead.opcode != FooterRecord || footerHead.length != FooterSize ||
+        footer.summaryStart < quint64(MagicSize) || footer.summaryStart >= quint64(footerStart) ||
+        footerStart - qint64(footer.summaryStart) > GreatestSummary || !m_file.seek(qint64(footer.summaryStart)))
+        return false;
+    const QByteArray summary = m_file.read(footerStart - qint64(footer.summaryStart));
+    if (summary.size() != footerStart - qint64(footer.summaryStart))
+        return false;
+    const quint32 crc = addCrc(addCrc(0, summary.constData(), quint64(summary.size())), end.constData(),
+                               FooterRecordSize - sizeof footer.crc);
+    if (footer.crc != 0 && footer.crc != crc)
+        return false;
+
+    Statistics statistics;
+    bool hasStatistics = false;
+    Cursor cursor(summary.constData(), quint64(summary.size()));
+    while (cursor.rest() > 0) {
+        const char* const record = cursor.skip(RecordHeadSize);
+        if (!record)
+            return false;
+        const RecordHead head(record);
+        if (!cursor.skip(head.length) || !readSummaryRecord(head, record, footer.summaryStart, &statistics))
+            return false;
+        hasStatistics = hasStatistics || head.opcode == StatisticsRecord;
+    }
+    // An index of chunks is not of much use where some or all messages are outside of them.
+    const bool hasIndex =
+        !m_index->m_chunks.isEmpty() && (!hasStatistics || statistics.chunks == quint32(m_index->m_chunks.size()));
+    if (!hasIndex && !(hasStatistics && statistics.messages == 0))
+        return false;
+    if (hasStatistics)
+        m_index->m_messages = qint64(statistics.messages);
+    m_index->m_summary = true;
+    m_index->m_dataChecksum = readDataEnd(qint64(footer.summaryStart));
+    return true;
+}
+
+bool McapIndexReader::readSummaryRecord(const RecordHead& head, const char* record, quint64 dataEnd,
+                                        Statistics* statistics)
+{
+    const Cursor body(record + RecordHeadSize, head.length);
+    switch (head.opcode) {
+    case SchemaRecord:
+    case ChannelRecord:
+        addDefinition(record, RecordHeadSize + head.length);
+        return true;
+    case ChunkIndexRecord: {
+        ChunkIndex chunk;
+        if (!chunk.read(body) || chunk.offset < quint64(MagicSize) || chunk.offset >= dataEnd ||
+            chunk.length > dataEnd - chunk.offset || chunk.start > chunk.end)
+            return false;
+        m_index->m_chunks.append(McapIndex::Chunk{chunk.offset, chunk.length, chunk.start, chunk.end});
+        return true;
+    }
+    case StatisticsRecord:
+        return statistics->read(body);
+    default:
+        return true;
+    }
+}
+
+/** Whether the data's end says a checksum, or cannot be found. */
+bool McapIndexReader::readDataEnd(qint64 summaryStart)
+{
+    if (!m_file.seek(summaryStart - DataEndRecordSize))
+        return true;
+    const QByteArray record = m_file.read(DataEndRecordSize);
+    if (record.size() != DataEndRecordSize)
+        return true;
+    const RecordHead head(record.constData());
+    return head.opcode != DataEndRecord || head.length != quint64(DataEndSize) ||
+           qFromLittleEndian<quint32>(record.constData() + RecordHeadSize) != 0;
+}
+
+void McapIndexReader::walk()
+{
+    FileWindow window(&m_file);
+    const quint64 size = quint64(m_file.size());
+    quint64 offset = MagicSize;
+    while (offset < size) {
+        const QByteArray bytes =
+            window.read(offset, RecordHeadSize + ChunkHeadSize + GreatestCompressionName + int(sizeof(quint64)));
+        if (bytes.size() < RecordHeadSize)
+            return;
+        const RecordHead head(bytes.constData());
+        if (head.length > size || !walkRecord(offset, bytes, head))
+            return;
+        offset += RecordHeadSize + head.length;
+    }
+}
+
+/** Takes note of the record at @p offset, which begins with @p bytes; false where the data ends. */
+bool McapIndexReader::walkRecord(quint64 offset, const QByteArray& bytes, const RecordHead& head)
+{
+    const char* const body = bytes.constData() + RecordHeadSize;
+    const quint64 size = quint64(bytes.size()) - RecordHeadSize;
+    switch (head.opcode) {
+    case 0:
+    case DataEndRecord:
+    case FooterRecord:
+        return false;
+    case ChunkRecord: {
+        ChunkHead chunk;
+        if (!chunk.read(Cursor(body, size), head.length))
+            return false;
+        m_index->m_chunks.append(McapIndex::Chunk{offset, RecordHeadSize + head.length, chunk.start, chunk.end});
+        m_inStretch = false;
+        return true;
+    }
+    case MessageRecord: {
+        if (head.length < quint64(MessageHeadSize) || size < quint64(MessageHeadSize))
+            return false;
+        const quint64 time = MessageHead(body).time;
+        QVector<McapIndex::Chunk>& chunks = m_index->m_chunks;
+        const bool continues = !chunks.isEmpty() && chunks.constLast().offset + chunks.constLast().length == offset &&
+                               chunks.constLast().length < GreatestStretch && m_inStretch;
+        if (!continues)
+            chunks.append(McapIndex::Chunk{offset, 0, time, time});
+        McapIndex::Chunk& stretch = chunks.last();
+        stretch.length += RecordHeadSize + head.length;
+        stretch.start = std::min(stretch.start, time);
+        stretch.end = std::max(stretch.end, time);
+        m_inStretch = true;
+        return true;
+    }
+    case SchemaRecord:
+    case ChannelRecord:
+        if (head.length <= GreatestDefinition && m_file.seek(qint64(offset))) {
+            const QByteArray record = m_file.read(qint64(RecordHeadSize + head.length));
+            if (quint64(record.size()) == RecordHeadSize + head.length)
+                addDefinition(record.constData(), quint64(record.size()));
+        }
+        return true;
+    default:
+        return true;
+    }
+}
+
+void McapIndexReader::addDefinition(const char* record, quint64 size)
+{
+    m_definitionBytes += size;
+    if (m_definitionBytes <= MostDefinitionBytes)
+        m_index->m_definitions.append(QByteArray(record, int(size)));
+}
+
+McapIndex::McapIndex()
+    : m_summary(false)
+    , m_dataChecksum(true)
+    , m_messages(-1)
+{
+}
+
+McapIndex::~McapIndex() {}
+
+McapIndex* McapIndex::load(const QString& path, QString* error)
+{
+    return McapIndexReader(path).load(error);
+}
+
+qint64 McapIndex::getStartTime() const
+{
+    if (m_chunks.isEmpty())
+        return Message::NoTime;
+    const auto first = std::min_element(m_chunks.begin(), m_chunks.end(),
+                                        [](const Chunk& left, const Chunk& right) { return left.start < right.start; });
+    return microseconds(first->start);
+}
+
+qint64 McapIndex::getEndTime() const
+{
+    return m_chunks.isEmpty() ? Message::NoTime : microseconds(m_latestEnds.constLast());
+}
+
+quint64 McapIndex::findOffset(qint64 time)
+{
+    const auto found = std::lower_bound(m_latestEnds.constBegin(), m_latestEnds.constEnd(), time,
+                                        [](quint64 end, qint64 wanted) { return microseconds(end) < wanted; });
+    if (found == m_latestEnds.constBegin())
+        return 0;
+    if (found == m_latestEnds.constEnd())
+        return m_chunks.constLast().offset + m_chunks.constLast().length;
+    return m_chunks.at(int(found - m_latestEnds.constBegin())).offset;
+}

@@ -1,0 +1,81 @@
+#include "mcapmessageorder.h"
+
+#include "message.h"
+#include "streamdecoder.h"
+
+#include <algorithm>
+
+McapMessageOrder::McapMessageOrder()
+    : m_held(0)
+{
+}
+
+bool McapMessageOrder::isLater(const std::unique_ptr<Chunk>& left, const std::unique_ptr<Chunk>& right)
+{
+    if (left->nextTime() != right->nextTime())
+        return left->nextTime() > right->nextTime();
+    return left->offset > right->offset;
+}
+
+void McapMessageOrder::add(std::unique_ptr<Chunk> chunk)
+{
+    if (chunk->messages.empty())
+        return;
+    const auto isEarlier = [](const Message& left, const Message& right) { return left.time < right.time; };
+    if (!std::is_sorted(chunk->messages.begin(), chunk->messages.end(), isEarlier))
+        std::stable_sort(chunk->messages.begin(), chunk->messages.end(), isEarlier);
+    m_held += chunk->heldBytes();
+    m_chunks.push_back(std::move(chunk));
+    std::push_heap(m_chunks.begin(), m_chunks.end(), isLater);
+}
+
+void McapMessageOrder::release(quint64 until, StreamSink* sink)
+{
+    while (!m_chunks.empty() && m_chunks.front()->nextTime() <= until) {
+        std::pop_heap(m_chunks.begin(), m_chunks.end(), isLater);
+        std::unique_ptr<Chunk> chunk = std::move(m_chunks.back());
+        m_chunks.pop_back();
+        // As far as no other chunk has its turn.
+        const Chunk* const other = m_chunks.empty() ? nullptr : m_chunks.front().get();
+        const std::size_t count = chunk->messages.size();
+        do {
+            handOut(chunk->messages[chunk->next], chunk->offset, sink);
+            ++chunk->next;
+        } while (chunk->next < count && chunk->nextTime() <= until &&
+                 (!other || chunk->nextTime() < other->nextTime() ||
+                  (chunk->nextTime() == other->nextTime() && chunk->offset < other->offset)));
+        if (chunk->next == count) {
+            m_held -= chunk->heldBytes();
+        } else {
+            m_chunks.push_back(std::move(chunk));
+            std::push_heap(m_chunks.begin(), m_chunks.end(), isLater);
+        }
+    }
+}
+
+void McapMessageOrder::releaseOne(StreamSink* sink)
+{
+    if (!m_chunks.empty())
+        release(m_chunks.front()->messages.back().time, sink);
+}
+
+void McapMessageOrder::clear()
+{
+    m_chunks.clear();
+    m_held = 0;
+}
+
+void McapMessageOrder::handOut(const Message& message, quint64 offset, StreamSink* sink)
+{
+    ReceivedMessage received;
+    received.info = message.channel->info;
+    received.id = message.channel->id;
+    received.sender = message.channel->sender;
+    received.data = message.data;
+    received.size = int(message.size);
+    received.time = qint64(message.time / 1000);
+    if (message.sequence != 0)
+        received.sequence = message.sequence;
+    received.offset = offset;
+    sink->processReceived(received);
+}

@@ -1,0 +1,62 @@
+#ifndef MCAPMESSAGEORDER_H
+#define MCAPMESSAGEORDER_H
+
+#include "mcapchannels.h"
+
+#include <memory>
+#include <vector>
+
+class StreamSink;
+
+/** Holds the messages of chunks until they can be handed out in the order of their times. */
+class McapMessageOrder
+{
+public:
+    struct Message
+    {
+        quint64 time; ///< nanoseconds since 1970
+        const McapChannels::Entry* channel;
+        const char* data;
+        quint32 size;
+        quint32 sequence; ///< 0 for none
+    };
+
+    struct Chunk
+    {
+        quint64 offset = 0; ///< in the stream
+        quint64 size = 0;   ///< of the bytes
+        std::unique_ptr<char[]> bytes;
+        std::vector<Message> messages;
+        std::size_t next = 0; ///< first of the messages that has not been handed out
+
+        quint64 nextTime() const { return messages[next].time; }
+        quint64 heldBytes() const { return size + messages.capacity() * sizeof(Message); }
+    };
+
+    McapMessageOrder();
+
+    bool isEmpty() const { return m_chunks.empty(); }
+    /** Bytes of memory that the chunks take. */
+    quint64 getHeldBytes() const { return m_held; }
+
+    /** Takes a chunk with its messages in the order of the file. */
+    void add(std::unique_ptr<Chunk> chunk);
+
+    /** Hands out everything of that time, in nanoseconds since 1970, and before; of equal times the first chunk's
+     * first.
+     */
+    void release(quint64 until, StreamSink* sink);
+    /** Hands out all of the chunk that begins earliest, and what belongs before. */
+    void releaseOne(StreamSink* sink);
+    void clear();
+
+    static void handOut(const Message& message, quint64 offset, StreamSink* sink);
+
+private:
+    static bool isLater(const std::unique_ptr<Chunk>& left, const std::unique_ptr<Chunk>& right);
+
+    std::vector<std::unique_ptr<Chunk>> m_chunks; // a heap: the one whose next message is the earliest is on top
+    quint64 m_held;
+};
+
+#endif

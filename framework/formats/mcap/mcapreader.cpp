@@ -1,0 +1,520 @@
+#include "mcapreader.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+using namespace Mcap;
+
+namespace
+{
+
+const quint64 Never = std::numeric_limits<quint64>::max();
+
+// What a record of another version may have behind the fields that are known.
+const quint64 GreatestExtension = 4096;
+
+// What is looked at to tell whether a record begins.
+const int LongestHead = RecordHeadSize + ChunkHeadSize + GreatestCompressionName + 8;
+
+QString megabytes(quint64 size)
+{
+    return QStringLiteral("%1 MiB").arg(size >> 20);
+}
+
+QString recordName(quint8 opcode)
+{
+    switch (opcode) {
+    case SchemaRecord:
+        return QStringLiteral("a schema");
+    case ChannelRecord:
+        return QStringLiteral("a channel");
+    case MessageRecord:
+        return QStringLiteral("a message");
+    case ChunkRecord:
+        return QStringLiteral("a chunk");
+    case AttachmentRecord:
+        return QStringLiteral("an attachment");
+    default:
+        return QStringLiteral("a record 0x%1").arg(opcode, 2, 16, QLatin1Char('0'));
+    }
+}
+
+} // namespace
+
+McapReader::McapReader(ProtobufFormat* format, bool mustEnd)
+    : m_channels(format)
+    , m_mustEnd(mustEnd)
+    , m_fed(false)
+    , m_sink(nullptr)
+    , m_input(nullptr)
+    , m_inputSize(0)
+    , m_gatheredTaken(false)
+    , m_state(AtMagic)
+    , m_position(0)
+    , m_recordOffset(0)
+    , m_opcode(0)
+    , m_length(0)
+    , m_left(0)
+    , m_definitionProblems(0)
+    , m_windowOffset(0)
+    , m_searchStart(0)
+    , m_searchEnd(Never)
+    , m_crc(0)
+    , m_crcCovers(true)
+    , m_dataCrcIsWanted(true)
+    , m_summaryOffset(0)
+    , m_ended(false)
+    , m_greatestTime(0)
+    , m_orderIsLost(false)
+{
+}
+
+void McapReader::setIndex(const McapIndex& index)
+{
+    quint64 earliest = Never;
+    const QVector<McapIndex::Chunk>& chunks = index.getChunks();
+    m_starts.resize(std::size_t(chunks.size()));
+    for (int i = int(chunks.size()) - 1; i >= 0; --i) {
+        earliest = std::min(earliest, chunks.at(i).start);
+        m_starts[std::size_t(i)] = LaterStart{chunks.at(i).offset, earliest};
+    }
+    m_dataCrcIsWanted = index.hasDataChecksum();
+    for (const QByteArray& record : index.getDefinitions()) {
+        const RecordHead head(record.constData());
+        const char* const body = record.constData() + RecordHeadSize;
+        const quint64 size = quint64(record.size()) - RecordHeadSize;
+        const QString problem =
+            head.opcode == SchemaRecord ? m_channels.addSchema(body, size) : m_channels.addChannel(body, size);
+        if (!problem.isEmpty())
+            m_earlyProblems.append(problem);
+    }
+}
+
+void McapReader::feed(const char* bytes, quint64 size, StreamSink* sink)
+{
+    m_sink = sink;
+    m_input = bytes;
+    m_inputSize = size;
+    m_fed = m_fed || size > 0;
+    for (const QString& problem : std::as_const(m_earlyProblems))
+        reportDefinition(problem);
+    m_earlyProblems.clear();
+    while (step()) {
+    }
+    m_backlog.clear();
+    m_sink = nullptr;
+}
+
+/** Works one part of a record off; false when that needs more bytes. */
+bool McapReader::step()
+{
+    switch (m_state) {
+    case AtMagic:
+        return readMagic();
+    case AtRecord:
+        return readRecordHead();
+    case InRecord:
+        return readRecord();
+    case InChunkHead:
+        return readChunkHead();
+    case InChunkName:
+        return readChunkName();
+    case InChunk:
+        return readChunk();
+    case Skipping:
+        return skip();
+    case Searching:
+        return search();
+    case AtEndMagic:
+        return readEndMagic();
+    case AtEnd:
+        return passOverEnd();
+    }
+    return false;
+}
+
+/** The next @p size bytes, valid until the next call; null, with those that are there kept, when there are fewer. */
+const char* McapReader::take(quint64 size)
+{
+    if (m_gatheredTaken) {
+        // What a great record took is given back.
+        if (m_gathered.capacity() > 4 << 20)
+            std::vector<char>().swap(m_gathered);
+        m_gathered.clear();
+        m_gatheredTaken = false;
+    }
+    const char* const bytes = m_input;
+    const quint64 used = std::min(size - m_gathered.size(), m_inputSize);
+    m_input += used;
+    m_inputSize -= used;
+    if (m_gathered.empty() && used == size)
+        return bytes ? bytes : "";
+    m_gathered.insert(m_gathered.end(), bytes, bytes + used);
+    if (m_gathered.size() < size)
+        return nullptr;
+    m_gatheredTaken = true;
+    return m_gathered.data();
+}
+
+/** Counts bytes as worked off. */
+void McapReader::account(const char* bytes, quint64 size)
+{
+    m_position += size;
+    if (m_crcCovers && (m_dataCrcIsWanted || m_summaryOffset != 0))
+        m_crc = addCrc(m_crc, bytes, size);
+}
+
+bool McapReader::readMagic()
+{
+    const char* const bytes = take(MagicSize);
+    if (!bytes)
+        return false;
+    account(bytes, MagicSize);
+    if (std::memcmp(bytes, Magic, MagicSize) == 0)
+        m_state = AtRecord;
+    else
+        startSearch(m_position - MagicSize, Never, QByteArray(bytes, MagicSize),
+                    QStringLiteral("an MCAP file begins otherwise"));
+    return true;
+}
+
+/** What cannot be about a record; empty when it can be. */
+QString McapReader::whyImpossible(const RecordHead& head) const
+{
+    quint64 least = 0;
+    quint64 most = GreatestRecord;
+    switch (head.opcode) {
+    case 0:
+        return QStringLiteral("no record has the number 0");
+    case MessageRecord:
+        least = MessageHeadSize;
+        break;
+    case ChunkRecord:
+        least = ChunkHeadSize + 8;
+        most = Never;
+        break;
+    case AttachmentRecord:
+        most = Never;
+        break;
+    case DataEndRecord:
+        least = DataEndSize;
+        most = GreatestExtension;
+        break;
+    case FooterRecord:
+        least = FooterSize;
+        most = GreatestExtension;
+        break;
+    default:
+        break;
+    }
+    if (head.length >= least && head.length <= most && head.length <= Never - m_position)
+        return QString();
+    return QStringLiteral("%1 of %2 bytes").arg(recordName(head.opcode)).arg(head.length);
+}
+
+bool McapReader::readRecordHead()
+{
+    const char* const bytes = take(RecordHeadSize);
+    if (!bytes)
+        return false;
+    const RecordHead head(bytes);
+    m_recordOffset = m_position;
+    const QString impossible = whyImpossible(head);
+    if (!impossible.isEmpty()) {
+        // A record that is merely too long is believed when nothing in it speaks against that.
+        const bool isLong = head.opcode != 0 && head.length > GreatestExtension && head.length < Never - m_position;
+        const quint64 end = isLong ? m_position + RecordHeadSize + head.length : Never;
+        const QByteArray consumed(bytes, RecordHeadSize);
+        m_position += RecordHeadSize;
+        startSearch(m_recordOffset, end, consumed, impossible);
+        return true;
+    }
+    if (head.opcode == DataEndRecord)
+        m_position += RecordHeadSize; // the checksum in it is that of what comes before
+    else
+        account(bytes, RecordHeadSize);
+    m_opcode = head.opcode;
+    m_length = head.length;
+    m_left = head.length;
+    switch (head.opcode) {
+    case SchemaRecord:
+    case ChannelRecord:
+    case MessageRecord:
+    case DataEndRecord:
+    case FooterRecord:
+        m_state = InRecord;
+        break;
+    case ChunkRecord:
+        m_state = InChunkHead;
+        break;
+    default:
+        m_state = Skipping;
+        break;
+    }
+    return true;
+}
+
+bool McapReader::readRecord()
+{
+    const char* const body = take(m_length);
+    if (!body)
+        return false;
+    if (m_opcode == DataEndRecord)
+        m_position += m_length;
+    else if (m_opcode == FooterRecord)
+        account(body, FooterSize - 4);
+    else
+        account(body, m_length);
+    m_state = AtRecord;
+    processRecord(body, m_length);
+    return true;
+}
+
+void McapReader::processRecord(const char* body, quint64 size)
+{
+    switch (m_opcode) {
+    case SchemaRecord:
+        // In the summary they stand once more.
+        reportDefinition(m_channels.addSchema(body, size));
+        break;
+    case ChannelRecord:
+        reportDefinition(m_channels.addChannel(body, size));
+        break;
+    case MessageRecord:
+        processMessage(body, size);
+        break;
+    case DataEndRecord:
+        m_order.release(Never, m_sink);
+        if (m_crcCovers && m_dataCrcIsWanted)
+            checkCrc(qFromLittleEndian<quint32>(body), m_crc, QStringLiteral("the data of the file"));
+        m_crc = 0;
+        m_crcCovers = true;
+        m_summaryOffset = m_position;
+        break;
+    case FooterRecord: {
+        m_order.release(Never, m_sink);
+        Footer footer;
+        footer.read(Cursor(body, size));
+        const bool covers = m_crcCovers && (footer.summaryStart == m_summaryOffset || footer.summaryStart == 0);
+        if (covers && m_summaryOffset != 0)
+            checkCrc(footer.crc, m_crc, QStringLiteral("the summary"));
+        m_position += m_length - (FooterSize - 4);
+        m_ended = true;
+        m_state = AtEndMagic;
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+bool McapReader::checkCrc(quint32 given, quint32 right, const QString& what)
+{
+    if (given == 0 || given == right)
+        return true;
+    const auto hex = [](quint32 crc) { return QStringLiteral("0x%1").arg(crc, 8, 16, QLatin1Char('0')); };
+    report(StreamProblem::ChecksumFailure, m_recordOffset, m_position - m_recordOffset,
+           QStringLiteral("%1 should have the CRC %2 and has %3").arg(what, hex(given), hex(right)));
+    return false;
+}
+
+void McapReader::processMessage(const char* body, quint64 size)
+{
+    const MessageHead head(body);
+    const McapMessageOrder::Message message = {head.time, channelOf(head.channel), body + MessageHeadSize,
+                                               quint32(size - MessageHeadSize), head.sequence};
+    m_order.release(head.time, m_sink);
+    McapMessageOrder::handOut(message, m_recordOffset, m_sink);
+}
+
+const McapChannels::Entry* McapReader::channelOf(quint16 number)
+{
+    const McapChannels::Entry* const entry = m_channels.find(number);
+    if (entry)
+        return entry;
+    reportDefinition(QStringLiteral("messages of channel %1, which was not announced").arg(number));
+    return m_channels.makeUp(number);
+}
+
+bool McapReader::skip()
+{
+    const quint64 used = std::min(m_left, m_inputSize);
+    account(m_input, used);
+    m_input += used;
+    m_inputSize -= used;
+    m_left -= used;
+    if (m_left > 0)
+        return false;
+    m_state = AtRecord;
+    return true;
+}
+
+/**
+ * Gives up a record that cannot be one, and looks for the next that can.
+ *
+ * @param since     where the record begins
+ * @param until     where it ends, if it is to be believed when nothing is found before; else Never
+ * @param consumed  bytes from @p since on
+ */
+void McapReader::startSearch(quint64 since, quint64 until, const QByteArray& consumed, const QString& reason)
+{
+    m_state = Searching;
+    m_crcCovers = false;
+    m_window = consumed;
+    m_windowOffset = since;
+    m_searchStart = since;
+    m_searchEnd = until;
+    m_searchReason = reason;
+}
+
+/** Whether a chunk begins there, or what follows the last: all others are too easily mistaken. */
+bool McapReader::isPlausible(const char* bytes, quint64 size) const
+{
+    const RecordHead head(bytes);
+    switch (head.opcode) {
+    case ChunkRecord: {
+        ChunkHead chunk;
+        return head.length < Never - m_position &&
+               chunk.read(Cursor(bytes + RecordHeadSize, size - RecordHeadSize), head.length) && chunk.extension == 0;
+    }
+    case DataEndRecord:
+        return head.length == DataEndSize;
+    case FooterRecord:
+        return head.length == FooterSize;
+    default:
+        return false;
+    }
+}
+
+bool McapReader::search()
+{
+    m_window.append(m_input, int(m_inputSize));
+    m_position = m_windowOffset + quint64(m_window.size());
+    m_inputSize = 0;
+    const char* const begin = m_window.constData();
+    const char* const end = begin + m_window.size();
+    // The bytes of DataEnd and footer are enough for these; a chunk at the very end of the window waits.
+    const char* candidate = begin + (m_windowOffset == m_searchStart ? 1 : 0);
+    for (; end - candidate >= LongestHead; ++candidate) {
+        const quint64 offset = m_windowOffset + quint64(candidate - begin);
+        if (offset == m_searchEnd || isPlausible(candidate, quint64(end - candidate))) {
+            endSearch(offset);
+            return true;
+        }
+    }
+    const int searched = int(qMax(qint64(0), qint64(candidate - begin)));
+    m_window.remove(0, searched);
+    m_windowOffset += quint64(searched);
+    return false;
+}
+
+void McapReader::endSearch(quint64 found)
+{
+    if (found == m_searchEnd)
+        report(StreamProblem::UnsupportedFrame, m_searchStart, found - m_searchStart,
+               QStringLiteral("%1 was passed over, %2 are read").arg(m_searchReason, megabytes(GreatestRecord)));
+    else
+        report(StreamProblem::SkippedBytes, m_searchStart, found - m_searchStart, m_searchReason);
+    m_backlog = m_window.mid(int(found - m_windowOffset));
+    m_window.clear();
+    m_input = m_backlog.constData();
+    m_inputSize = quint64(m_backlog.size());
+    m_position = found;
+    m_searchEnd = Never;
+    m_state = AtRecord;
+}
+
+bool McapReader::readEndMagic()
+{
+    const char* const bytes = take(MagicSize);
+    if (!bytes)
+        return false;
+    m_position += MagicSize;
+    if (std::memcmp(bytes, Magic, MagicSize) != 0)
+        report(StreamProblem::SkippedBytes, m_position - MagicSize, MagicSize,
+               QStringLiteral("an MCAP file ends otherwise"));
+    m_left = 0;
+    m_state = AtEnd;
+    return true;
+}
+
+bool McapReader::passOverEnd()
+{
+    m_left += m_inputSize;
+    m_position += m_inputSize;
+    m_inputSize = 0;
+    return false;
+}
+
+void McapReader::finish(StreamSink* sink)
+{
+    m_sink = sink;
+    const quint64 kept = m_gatheredTaken ? 0 : m_gathered.size();
+    const quint64 end = m_position + kept;
+    const quint64 start =
+        m_state == AtRecord || m_state == AtMagic || m_state == AtEndMagic ? m_position : m_recordOffset;
+    if (m_state == Searching) {
+        report(StreamProblem::SkippedBytes, m_searchStart, end - m_searchStart, m_searchReason);
+    } else if (m_state == AtEnd) {
+        if (m_left > 0)
+            report(StreamProblem::SkippedBytes, m_position - m_left, m_left,
+                   QStringLiteral("they follow the end of the recording"));
+    } else if (end > start) {
+        QString text;
+        if (m_state == InChunk) {
+            text = QStringLiteral("inside a chunk, of which %1 messages can be read").arg(salvageChunk());
+        } else if (m_state != AtRecord && m_state != AtMagic && m_state != AtEndMagic) {
+            text = QStringLiteral("inside %1").arg(recordName(m_opcode));
+        }
+        report(StreamProblem::TruncatedFrame, start, end - start, text);
+    } else if (m_mustEnd && m_fed && m_state != AtMagic) {
+        report(StreamProblem::TruncatedFrame, end, 0,
+               m_ended ? QStringLiteral("the last 8 bytes are missing")
+                       : QStringLiteral("the recording has no end mark, it was not finished"));
+    }
+    m_order.release(Never, m_sink);
+    m_sink = nullptr;
+    m_fed = false;
+    restart(end);
+}
+
+void McapReader::restart(quint64 offset)
+{
+    std::vector<char>().swap(m_gathered);
+    m_gatheredTaken = false;
+    m_window.clear();
+    m_chunkHeadBytes.clear();
+    m_order.clear();
+    m_state = offset == 0 ? AtMagic : AtRecord;
+    m_position = offset;
+    m_searchEnd = Never;
+    m_crc = 0;
+    m_crcCovers = offset == 0;
+    m_summaryOffset = 0;
+    m_ended = false;
+    m_greatestTime = 0;
+}
+
+void McapReader::report(StreamProblem::Kind kind, quint64 offset, quint64 length, const QString& text)
+{
+    StreamProblem problem;
+    problem.kind = kind;
+    problem.offset = offset;
+    problem.length = length;
+    problem.text = text;
+    m_sink->processProblem(problem);
+}
+
+void McapReader::reportDefinition(const QString& text)
+{
+    if (text.isEmpty())
+        return;
+    StreamProblem problem;
+    problem.kind = StreamProblem::UnusableDefinition;
+    problem.offset = m_recordOffset;
+    // Each is about something else.
+    problem.id = ++m_definitionProblems;
+    problem.text = text;
+    m_sink->processProblem(problem);
+}

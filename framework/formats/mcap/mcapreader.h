@@ -1,0 +1,128 @@
+#ifndef MCAPREADER_H
+#define MCAPREADER_H
+
+#include "mcapchannels.h"
+#include "mcapindex.h"
+#include "mcapmessageorder.h"
+#include "mcaprecord.h"
+#include "streamdecoder.h"
+
+#include <QStringList>
+
+/** What McapStreamDecoder does: finds records in a stream and hands out the messages. */
+class McapReader
+{
+public:
+    /** @param mustEnd  whether a stream without an end mark was cut off */
+    McapReader(ProtobufFormat* format, bool mustEnd);
+
+    void setIndex(const McapIndex& index);
+    void feed(const char* bytes, quint64 size, StreamSink* sink);
+    void finish(StreamSink* sink);
+    void restart(quint64 offset);
+
+    const McapChannels& getChannels() const { return m_channels; }
+
+private:
+    enum State
+    {
+        AtMagic,
+        AtRecord,
+        InRecord,
+        InChunkHead,
+        InChunkName,
+        InChunk,
+        Skipping,  // m_left bytes
+        Searching, // for a record that makes sense, since m_searchStart
+        AtEndMagic,
+        AtEnd
+    };
+
+    typedef McapMessageOrder::Chunk Chunk;
+
+    bool step();
+    const char* take(quint64 size);
+    void account(const char* bytes, quint64 size);
+
+    bool readMagic();
+    bool readRecordHead();
+    bool readRecord();
+    bool readChunkHead();
+    bool readChunkName();
+    bool readChunk();
+    bool skip();
+    bool search();
+    bool readEndMagic();
+    bool passOverEnd();
+
+    QString whyImpossible(const Mcap::RecordHead& head) const;
+    void startSearch(quint64 since, quint64 until, const QByteArray& consumed, const QString& reason);
+    void endSearch(quint64 found);
+    bool isPlausible(const char* bytes, quint64 size) const;
+
+    void processRecord(const char* body, quint64 size);
+    void processMessage(const char* body, quint64 size);
+    void processChunk(const char* bytes, quint64 size);
+    bool checkChunk(bool decompressed, const QByteArray& error, quint64 written, const Chunk& chunk);
+    std::unique_ptr<Chunk> decompress(const char* bytes, quint64 size, bool* good, quint64* written, QByteArray* error);
+    void parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole);
+    void holdChunk(std::unique_ptr<Chunk> chunk);
+    int salvageChunk();
+    void finishRecord();
+    quint64 earliestLaterStart(quint64 offset) const;
+    const McapChannels::Entry* channelOf(quint16 number);
+    bool checkCrc(quint32 given, quint32 right, const QString& what);
+
+    void report(StreamProblem::Kind kind, quint64 offset, quint64 length, const QString& text);
+    void reportDefinition(const QString& text);
+
+    McapChannels m_channels;
+    McapMessageOrder m_order;
+    Mcap::Decompressor m_decompressor;
+    const bool m_mustEnd;
+    bool m_fed;                  // anything since the last end
+    QStringList m_earlyProblems; // of definitions that were known before the first byte
+    StreamSink* m_sink;          // of the call
+
+    // What is fed, and what was fed before and is not complete.
+    const char* m_input;
+    quint64 m_inputSize;
+    QByteArray m_backlog; // behind a search: what is to be read again
+    std::vector<char> m_gathered;
+    bool m_gatheredTaken;
+
+    State m_state;
+    quint64 m_position;     // in the stream, of the next byte to be worked off
+    quint64 m_recordOffset; // of the record being read
+    quint8 m_opcode;
+    quint64 m_length; // of the record's body
+    quint64 m_left;   // bytes to skip
+    quint32 m_definitionProblems;
+
+    QByteArray m_chunkHeadBytes;
+    Mcap::ChunkHead m_chunkHead;
+
+    QByteArray m_window; // that is searched
+    quint64 m_windowOffset;
+    quint64 m_searchStart;
+    quint64 m_searchEnd; // where a record ends that is too long to be believed; the greatest number for none
+    QString m_searchReason;
+
+    quint32 m_crc; // of the data section, and then of the summary
+    bool m_crcCovers;
+    bool m_dataCrcIsWanted;
+    quint64 m_summaryOffset;
+    bool m_ended; // the footer was seen
+
+    // For the order of messages.
+    struct LaterStart
+    {
+        quint64 offset;
+        quint64 earliest; // of chunks from that offset on
+    };
+    std::vector<LaterStart> m_starts;
+    quint64 m_greatestTime; // of messages in chunks before the newest
+    bool m_orderIsLost;
+};
+
+#endif

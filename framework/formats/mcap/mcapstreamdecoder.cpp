@@ -1,0 +1,82 @@
+#include "mcapstreamdecoder.h"
+
+#include "mcapreader.h"
+#include "protobufformat.h"
+
+struct McapStreamDecoder::Private
+{
+    Private(ProtobufFormat* protobuf, Mode how)
+        : format(protobuf)
+        , mode(how)
+        , reader(protobuf, how == Recording)
+    {
+    }
+
+    ProtobufFormat* const format;
+    const Mode mode;
+    McapReader reader;
+};
+
+McapStreamDecoder::McapStreamDecoder(ProtobufFormat* format, Mode mode)
+    : m_private(new Private(format, mode))
+{
+}
+
+McapStreamDecoder::~McapStreamDecoder() {}
+
+void McapStreamDecoder::setIndex(const McapIndex* index)
+{
+    m_private->reader.setIndex(*index);
+}
+
+void McapStreamDecoder::feed(const char* bytes, int size, qint64, StreamSink* sink)
+{
+    m_private->reader.feed(bytes, quint64(size), sink);
+}
+
+void McapStreamDecoder::finish(StreamSink* sink)
+{
+    m_private->reader.finish(sink);
+}
+
+void McapStreamDecoder::restart(quint64 offset)
+{
+    m_private->reader.restart(offset);
+}
+
+// Live, messages are shown as they come and not at the pace of the sender's clock.
+bool McapStreamDecoder::hasTimes() const
+{
+    return m_private->mode == Recording;
+}
+
+const FormatInfo* McapStreamDecoder::getFormatInfo() const
+{
+    return m_private->format;
+}
+
+QString McapStreamDecoder::getSenderName(quint32 sender) const
+{
+    return m_private->reader.getChannels().getTopic(sender);
+}
+
+void McapStreamDecoder::publishTypes() const
+{
+    m_private->format->publish();
+}
+
+QString McapStreamDecoder::describeUnknown(quint32 id) const
+{
+    const QString text = m_private->reader.getChannels().describe(id);
+    return text.isEmpty() ? StreamDecoder::describeUnknown(id) : text;
+}
+
+quint64 McapStreamDecoder::getSequenceModulus() const
+{
+    return Q_UINT64_C(1) << 32;
+}
+
+bool McapStreamDecoder::isMcap(const QByteArray& head)
+{
+    return head.startsWith(QByteArray::fromRawData(Mcap::Magic, Mcap::MagicSize));
+}
