@@ -14,7 +14,8 @@ struct CORVELFRAMEWORK_EXPORT InputAddress
         File,          ///< a path
         StandardInput, ///< "-"
         UdpListen,     ///< "udp:", "udp::PORT", "udp:ADDRESS", "udp:ADDRESS:PORT"; 0.0.0.0:14550 unless told
-        TcpConnect     ///< "tcp:HOST", "tcp:HOST:PORT"; port 5760 unless told
+        TcpConnect,    ///< "tcp:HOST", "tcp:HOST:PORT"; port 5760 unless told
+        WebSocket      ///< "ws://HOST", "ws://HOST:PORT/PATH", "wss://...": a Foxglove server; port 8765 unless told
     };
 
     /** Standard input. */
@@ -35,7 +36,7 @@ struct CORVELFRAMEWORK_EXPORT InputAddress
     QString toString() const;
 
     Kind kind;
-    QString path; ///< of a file; else empty
+    QString path; ///< of a file, or the whole URL of a WebSocket; else empty
     QString host; ///< address to bind, or host to connect to; an IPv6 address without brackets; else empty
     quint16 port; ///< 0 where there is none
 };
@@ -98,6 +99,8 @@ protected:
 
     /** Sets getErrorString() to the name and @p reason. */
     void setError(const QString& reason);
+    /** Sets getErrorString() to that of @p other, for an input that reads from another. */
+    void takeError(const ByteInput& other) { m_error = other.m_error; }
 
 private:
     Q_DISABLE_COPY(ByteInput)

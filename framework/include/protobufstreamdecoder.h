@@ -11,9 +11,8 @@ class ProtobufFormat;
  * Finds the messages of one type in a stream of serialized messages, each with its length before it.
  *
  * Nothing in such a stream tells where a message begins but the lengths before it. After a length that cannot be right
- * (more than 128 MiB, or a varint of more than 5 bytes) nothing can be found any more: the rest is reported as skipped.
- * So is a length of which the stream ends too early. Whether what is found are messages of the type, the stream does
- * not tell either.
+ * (more than 128 MiB, or a varint of more than 5 bytes) nothing can be found any more: that is reported at once, and
+ * the rest is skipped. Whether what is found are messages of the type, the stream does not tell either.
  *
  * Times are those of arrival. There is one sender, without a name.
  */
@@ -55,8 +54,8 @@ private:
     Q_DISABLE_COPY(ProtobufStreamDecoder)
 
     int readLength(const char* bytes, int size, quint64* length) const;
+    void lose(quint64 size, StreamSink* sink);
     void handOut(const char* bytes, int size, quint64 offset, StreamSink* sink) const;
-    void lose(StreamSink* sink);
 
     ProtobufFormat* m_format;
     const MessageInfo* m_info;
@@ -64,8 +63,8 @@ private:
     QByteArray m_pending; // the beginning of a message, its length included
     quint64 m_offset;     // of m_pending, or of the next byte fed
     qint64 m_arrivalTime;
-    bool m_lost; // a length was wrong: nothing can be found any more
-    quint64 m_lostSince;
+    bool m_lost;         // a length was wrong: nothing can be found any more
+    quint64 m_lostSince; // what follows has not been reported
 };
 
 #endif

@@ -1,6 +1,7 @@
 #include "byteinput.h"
 
 #include "fileinput.h"
+#include "foxgloveinput.h"
 #include "tcpinput.h"
 #include "udpinput.h"
 
@@ -36,6 +37,8 @@ ByteInput* ByteInput::create(const InputAddress& address)
         return new UdpInput(address);
     case InputAddress::TcpConnect:
         return new TcpInput(address);
+    case InputAddress::WebSocket:
+        return new FoxgloveInput(address);
     case InputAddress::File:
     case InputAddress::StandardInput:
         break;

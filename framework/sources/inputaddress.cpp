@@ -2,12 +2,14 @@
 
 #include <QCoreApplication>
 #include <QHostAddress>
+#include <QUrl>
 
 namespace
 {
 
 const quint16 DefaultUdpPort = 14550;
 const quint16 DefaultTcpPort = 5760;
+const quint16 DefaultWebSocketPort = 8765;
 
 QString tr(const char* text)
 {
@@ -63,6 +65,22 @@ bool splitHostAndPort(const QString& text, QString* host, QString* port, QString
     return true;
 }
 
+bool parseWebSocket(const QString& text, InputAddress* address, QString* error)
+{
+    QUrl url(text, QUrl::StrictMode);
+    if (!url.isValid() || url.host().isEmpty() || url.port() == 0) {
+        *error = tr("%1: this is no address; ws://HOST:PORT is one").arg(text);
+        return false;
+    }
+    if (url.port() < 0)
+        url.setPort(DefaultWebSocketPort);
+    address->kind = InputAddress::WebSocket;
+    address->path = url.toString(QUrl::FullyEncoded);
+    address->host = url.host();
+    address->port = quint16(url.port());
+    return true;
+}
+
 QString bracketed(const QString& host)
 {
     return host.contains(QLatin1Char(':')) ? QLatin1Char('[') + host + QLatin1Char(']') : host;
@@ -82,6 +100,12 @@ bool InputAddress::parse(const QString& text, InputAddress* address, QString* er
     if (text.isEmpty()) {
         *error = tr("no input is named");
         return false;
+    }
+    if (text.startsWith(QLatin1String("ws://")) || text.startsWith(QLatin1String("wss://"))) {
+        if (!parseWebSocket(text, &result, error))
+            return false;
+        *address = result;
+        return true;
     }
     const bool udp = text.startsWith(QLatin1String("udp:"));
     if (!udp && !text.startsWith(QLatin1String("tcp:"))) {
@@ -132,6 +156,7 @@ QString InputAddress::toString() const
     case TcpConnect:
         return QString::fromLatin1("tcp:%1:%2").arg(bracketed(host)).arg(port);
     case File:
+    case WebSocket:
         break;
     }
     return path;

@@ -1,0 +1,250 @@
+#include "recordingopener.h"
+
+#include "mavlinkstreamdecoder.h"
+#include "mcapindex.h"
+#include "mcapstreamdecoder.h"
+#include "prefixedinput.h"
+#include "protobufformat.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace
+{
+
+const int GreatestHead = 64 * 1024;
+const int TimeoutMs = 100;
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("RecordingOpener", text);
+}
+
+/** The first bytes of an input. */
+struct Head
+{
+    QByteArray bytes;
+    bool isAll = false; // nothing follows
+};
+
+class Opener
+{
+public:
+    Opener(const InputAddress& address, const RecordingOptions& options, const std::function<bool()>& goOn)
+        : m_address(address)
+        , m_options(options)
+        , m_goOn(goOn)
+    {
+        m_result.input.reset(ByteInput::create(address));
+    }
+
+    OpenedRecording run();
+
+private:
+    bool mustLook() const;
+    bool look();
+    bool recognize();
+    bool makeDecoder();
+    bool makeDelimited();
+    bool fail(const QString& reason);
+    bool isSocket() const
+    {
+        return m_address.kind == InputAddress::UdpListen || m_address.kind == InputAddress::TcpConnect;
+    }
+
+    bool isFile() const { return m_address.kind == InputAddress::File && QFileInfo(m_address.path).isFile(); }
+
+    const InputAddress m_address;
+    RecordingOptions m_options; // what was not told is filled in
+    const std::function<bool()> m_goOn;
+    OpenedRecording m_result;
+    Head m_head;
+};
+
+bool Opener::fail(const QString& reason)
+{
+    m_result.error = m_result.input->getName() + QStringLiteral(": ") + reason;
+    return false;
+}
+
+bool Opener::mustLook() const
+{
+    if (isSocket() || m_address.kind == InputAddress::WebSocket)
+        return false;
+    return m_options.format == RecordingOptions::DetectFormat ||
+           (m_options.format == RecordingOptions::DelimitedFormat && !m_options.hasFraming);
+}
+
+/** Reads first bytes until they can be recognised; what was read comes once more from the input. */
+bool Opener::look()
+{
+    if (!m_result.input->open()) {
+        m_result.error = m_result.input->getErrorString();
+        return false;
+    }
+    bool recognized = false;
+    while (!recognized && !m_head.isAll && m_head.bytes.size() < GreatestHead) {
+        if (m_goOn && !m_goOn())
+            return false;
+        QByteArray piece;
+        const ByteInput::Status status = m_result.input->read(&piece, TimeoutMs);
+        if (status == ByteInput::Failed) {
+            m_result.error = m_result.input->getErrorString();
+            return false;
+        }
+        m_head.isAll = status == ByteInput::End;
+        m_head.bytes += piece;
+        // A pipe may bring its first bytes one by one: the same is asked again with more.
+        recognized = (!piece.isEmpty() || m_head.isAll) && recognize();
+    }
+    if (isFile())
+        m_result.input.reset(ByteInput::create(m_address));
+    else
+        m_result.input.reset(new PrefixedInput(m_result.input.release(), m_head.bytes));
+    if (recognized)
+        return true;
+    if (m_head.bytes.isEmpty())
+        return fail(tr("the input is empty"));
+    ProtobufStreamDecoder::Framing framing = ProtobufStreamDecoder::VarintFraming;
+    if (m_options.format == RecordingOptions::DelimitedFormat || !m_options.typeName.isEmpty())
+        return fail(tr("no lengths of messages found that lead from one to the next"));
+    if (ProtobufStreamDecoder::detectFraming(m_head.bytes, m_head.isAll, &framing))
+        return fail(tr("these look like messages of Protocol Buffers with lengths between them; a schema and a type "
+                       "must be named to read them"));
+    return fail(tr("no MAVLink frames found, and it is no MCAP recording"));
+}
+
+/** Whether it is plain what the input is; then the options say so. */
+bool Opener::recognize()
+{
+    const bool typed = !m_options.typeName.isEmpty() || m_options.format == RecordingOptions::DelimitedFormat;
+    if (m_options.format == RecordingOptions::DetectFormat) {
+        if (m_head.bytes.size() < 8 && !m_head.isAll)
+            return false;
+        if (McapStreamDecoder::isMcap(m_head.bytes)) {
+            m_options.format = RecordingOptions::McapFormat;
+            return true;
+        }
+        MavlinkStreamDecoder::Layout layout = MavlinkStreamDecoder::RawLayout;
+        if (!typed && MavlinkStreamDecoder::detectLayout(m_head.bytes, &layout)) {
+            m_options.format = layout == MavlinkStreamDecoder::TlogLayout ? RecordingOptions::TlogFormat
+                                                                          : RecordingOptions::RawMavlinkFormat;
+            return true;
+        }
+    }
+    if (!typed)
+        return false;
+    if (m_options.hasFraming || ProtobufStreamDecoder::detectFraming(m_head.bytes, m_head.isAll, &m_options.framing)) {
+        m_options.format = RecordingOptions::DelimitedFormat;
+        m_options.hasFraming = true;
+        return true;
+    }
+    return false;
+}
+
+bool Opener::makeDelimited()
+{
+    QString name = m_options.typeName;
+    if (name.isEmpty()) {
+        const QStringList names = m_options.protobuf->getLoadedTypeNames();
+        if (names.size() != 1)
+            return fail(names.isEmpty() ? tr("a schema and a type must be named to read messages of Protocol Buffers")
+                                        : tr("the schema has several types; one of them must be named"));
+        name = names.constFirst();
+    }
+    QString error;
+    const MessageInfo* const info = m_options.protobuf->findType(name, &error);
+    if (!info)
+        return fail(error);
+    if (!m_options.hasFraming)
+        m_options.framing = m_address.kind == InputAddress::UdpListen ? ProtobufStreamDecoder::DatagramFraming
+                                                                      : ProtobufStreamDecoder::VarintFraming;
+    m_result.decoder.reset(new ProtobufStreamDecoder(m_options.protobuf, info, m_options.framing));
+    return true;
+}
+
+bool Opener::makeDecoder()
+{
+    switch (m_options.format) {
+    case RecordingOptions::TlogFormat:
+        m_result.decoder.reset(new MavlinkStreamDecoder(m_options.dialect, MavlinkStreamDecoder::TlogLayout));
+        return true;
+    case RecordingOptions::RawMavlinkFormat:
+    case RecordingOptions::DetectFormat:
+        m_result.decoder.reset(new MavlinkStreamDecoder(m_options.dialect, MavlinkStreamDecoder::RawLayout));
+        return true;
+    case RecordingOptions::DelimitedFormat:
+        return makeDelimited();
+    case RecordingOptions::McapFormat:
+        break;
+    }
+    const bool live = isSocket() || m_address.kind == InputAddress::WebSocket;
+    std::unique_ptr<McapStreamDecoder> decoder(
+        new McapStreamDecoder(m_options.protobuf, live ? McapStreamDecoder::Live : McapStreamDecoder::Recording));
+    if (isFile()) {
+        QString error; // a file that cannot be indexed is read all the same, and says then what is wrong
+        std::unique_ptr<McapIndex> index(McapIndex::load(m_address.path, &error));
+        if (index)
+            decoder->setIndex(index.get());
+        m_result.index = std::move(index);
+    }
+    m_result.decoder = std::move(decoder);
+    return true;
+}
+
+OpenedRecording Opener::run()
+{
+    if (m_address.kind == InputAddress::WebSocket)
+        m_options.format = RecordingOptions::McapFormat;
+    else if (isSocket() && m_options.format == RecordingOptions::DetectFormat && !m_options.typeName.isEmpty())
+        m_options.format = RecordingOptions::DelimitedFormat;
+    if ((mustLook() && !look()) || !makeDecoder()) {
+        m_result.input.reset();
+        m_result.decoder.reset();
+        m_result.index.reset();
+    }
+    return std::move(m_result);
+}
+
+} // namespace
+
+RecordingOptions::RecordingOptions()
+    : dialect(nullptr)
+    , protobuf(nullptr)
+    , format(DetectFormat)
+    , hasFraming(false)
+    , framing(ProtobufStreamDecoder::VarintFraming)
+{
+}
+
+bool RecordingOptions::parseFormat(const QString& text, Format* format)
+{
+    const QStringList names{QStringLiteral("tlog"), QStringLiteral("raw"), QStringLiteral("mcap"),
+                            QStringLiteral("delimited")};
+    const int index = int(names.indexOf(text));
+    if (index < 0)
+        return false;
+    *format = static_cast<Format>(TlogFormat + index);
+    return true;
+}
+
+bool RecordingOptions::parseFraming(const QString& text, ProtobufStreamDecoder::Framing* framing)
+{
+    const QStringList names{QStringLiteral("varint"), QStringLiteral("u32"), QStringLiteral("datagram")};
+    const int index = int(names.indexOf(text));
+    if (index < 0)
+        return false;
+    *framing = static_cast<ProtobufStreamDecoder::Framing>(index);
+    return true;
+}
+
+OpenedRecording::OpenedRecording() {}
+OpenedRecording::~OpenedRecording() {}
+OpenedRecording::OpenedRecording(OpenedRecording&& other) = default;
+OpenedRecording& OpenedRecording::operator=(OpenedRecording&& other) = default;
+
+OpenedRecording openRecording(const InputAddress& address, const RecordingOptions& options,
+                              const std::function<bool()>& goOn)
+{
+    return Opener(address, options, goOn).run();
+}
