@@ -8,7 +8,11 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
         "Prints the messages of a recording or a live stream: one JSON object a line and message.\n\n"
-        "INPUT is a file, \"-\" for standard input, udp:[ADDRESS][:PORT] to listen for datagrams, or tcp:HOST[:PORT].\n"
+        "INPUT is a file, \"-\" for standard input, udp:[ADDRESS][:PORT] to listen for datagrams, tcp:HOST[:PORT], or\n"
+        "ws://HOST[:PORT] for a Foxglove server. Of a file or standard input the format is found out: MAVLink with\n"
+        "times (tlog) or without (raw), MCAP, or, with --type, messages of Protocol Buffers with lengths between "
+        "them.\n"
+        "UDP and TCP bring raw MAVLink or, with --type, one message a datagram and messages with varint lengths.\n"
         "Problems go to the error stream. Exit status: 0; 1 for wrong usage; 2 for an input or a definition that\n"
         "cannot be read, an input that is not recognised, and an output that cannot be written."));
     const QCommandLineOption interpreted(QStringLiteral("interpreted"),
@@ -22,9 +26,24 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                          QStringLiteral("Annotation file (JSON), such as for virtual fields."),
                                          QStringLiteral("FILE"));
     const QCommandLineOption format(QStringLiteral("format"),
-                                    QStringLiteral("How frames lie in the input, \"tlog\" or \"raw\", instead of "
-                                                   "finding out."),
+                                    QStringLiteral("What the input is, \"tlog\", \"raw\", \"mcap\" or \"delimited\", "
+                                                   "instead of finding out."),
                                     QStringLiteral("NAME"));
+    const QCommandLineOption schema(QStringLiteral("schema"),
+                                    QStringLiteral("Protocol Buffers schema, a .proto text or a descriptor set; can "
+                                                   "be repeated. MCAP recordings bring their own."),
+                                    QStringLiteral("FILE"));
+    const QCommandLineOption importPath(QStringLiteral("import-path"),
+                                        QStringLiteral("Folder in which imports of schemas are looked for; can be "
+                                                       "repeated."),
+                                        QStringLiteral("FOLDER"));
+    const QCommandLineOption type(QStringLiteral("type"),
+                                  QStringLiteral("Full name of the type of all messages, such as \"demo.Car\"."),
+                                  QStringLiteral("NAME"));
+    const QCommandLineOption framing(QStringLiteral("framing"),
+                                     QStringLiteral("How messages of --type lie in the input, \"varint\" or \"u32\" "
+                                                    "for the length before each, or \"datagram\" for none."),
+                                     QStringLiteral("NAME"));
     const QCommandLineOption confidential(QStringLiteral("confidential"),
                                           QStringLiteral("Print confidential fields too, which are null else."));
     const QCommandLineOption select(QStringLiteral("select"),
@@ -35,7 +54,8 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                   QStringLiteral("Print this text."));
     const QCommandLineOption version(QStringList{QStringLiteral("v"), QStringLiteral("version")},
                                      QStringLiteral("Print the version."));
-    parser.addOptions({interpreted, stats, select, dialect, annotations, format, confidential, help, version});
+    parser.addOptions({interpreted, stats, select, dialect, schema, importPath, type, framing, annotations, format,
+                       confidential, help, version});
     parser.addPositionalArgument(QStringLiteral("INPUT"), QStringLiteral("What to read."));
 
     if (!parser.parse(arguments)) {
@@ -48,7 +68,7 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                          QCoreApplication::applicationVersion() + QLatin1Char('\n');
         return InfoAsked;
     }
-    for (const QCommandLineOption* option : {&dialect, &annotations, &format}) {
+    for (const QCommandLineOption* option : {&dialect, &annotations, &format, &type, &framing}) {
         if (parser.values(*option).size() > 1) {
             *text = QStringLiteral("--%1 can be given once").arg(option->names().constFirst());
             return Wrong;
@@ -61,15 +81,21 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
     }
     if (!InputAddress::parse(inputs.constFirst(), &options->input, text))
         return Wrong;
-    const QString layout = parser.value(format);
-    if (layout == QLatin1String("tlog")) {
-        options->layout = MavlinkStreamDecoder::TlogLayout;
-    } else if (layout == QLatin1String("raw")) {
-        options->layout = MavlinkStreamDecoder::RawLayout;
-    } else if (parser.isSet(format)) {
-        *text = QStringLiteral("--format is \"%1\"; it can be \"tlog\" or \"raw\"").arg(layout);
+    RecordingOptions& recording = options->recording;
+    if (parser.isSet(format) && !RecordingOptions::parseFormat(parser.value(format), &recording.format)) {
+        *text = QStringLiteral("--format is \"%1\"; it can be \"tlog\", \"raw\", \"mcap\" or \"delimited\"")
+                    .arg(parser.value(format));
         return Wrong;
     }
+    recording.hasFraming = parser.isSet(framing);
+    if (recording.hasFraming && !RecordingOptions::parseFraming(parser.value(framing), &recording.framing)) {
+        *text = QStringLiteral("--framing is \"%1\"; it can be \"varint\", \"u32\" or \"datagram\"")
+                    .arg(parser.value(framing));
+        return Wrong;
+    }
+    recording.typeName = parser.value(type);
+    options->schemas = parser.values(schema);
+    options->importPaths = parser.values(importPath);
     options->dialect = parser.value(dialect);
     options->annotations = parser.value(annotations);
     options->selections = parser.values(select);

@@ -1,12 +1,9 @@
 #ifndef DUMPOPTIONS_H
 #define DUMPOPTIONS_H
 
-#include "byteinput.h"
-#include "mavlinkstreamdecoder.h"
+#include "recordingopener.h"
 
 #include <QStringList>
-
-#include <optional>
 
 /** What the command line asks for. */
 struct DumpOptions
@@ -24,8 +21,10 @@ struct DumpOptions
     InputAddress input;
     QString dialect;     ///< empty for the built-in one
     QString annotations; ///< empty for none but the file beside the dialect
-    std::optional<MavlinkStreamDecoder::Layout> layout;
-    QStringList selections; ///< path expressions; empty for everything
+    QStringList schemas; ///< .proto texts or descriptor sets
+    QStringList importPaths;
+    RecordingOptions recording; ///< without the formats, which are loaded later
+    QStringList selections;     ///< path expressions; empty for everything
     bool interpreted = false;
     bool statistics = false;
     bool confidential = false;

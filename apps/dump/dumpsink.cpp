@@ -1,5 +1,7 @@
 #include "dumpsink.h"
 
+#include "messageinfo.h"
+
 #include <cerrno>
 
 DumpSink::DumpSink(const QString& inputName, const StreamDecoder* decoder)
@@ -13,10 +15,12 @@ void DumpSink::processReceived(const ReceivedMessage& message)
 {
     if (!message.info && !m_unknownIds.contains(message.id)) {
         m_unknownIds.insert(message.id);
-        printProblem(message.offset, QStringLiteral("unknown message id %1, sender %2")
-                                         .arg(message.id)
-                                         .arg(m_decoder->getSenderName(message.sender)));
+        printProblem(message.offset,
+                     QStringLiteral("unknown message %1, sender %2")
+                         .arg(m_decoder->describeUnknown(message.id), m_decoder->getSenderName(message.sender)));
     }
+    if (message.info && !message.info->getFormatInfo())
+        m_decoder->publishTypes();
     consume(message);
 }
 

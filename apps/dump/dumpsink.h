@@ -21,6 +21,9 @@ public:
     /** Prints what is printed at the end. */
     virtual void finish() = 0;
 
+    /** What else was wrong, when everything was read; empty when nothing was. */
+    virtual QString getComplaint() const { return QString(); }
+
     /** Whether standard output cannot be written to any more; errno of the first failure, else 0. */
     int getOutputError() const { return m_outputError; }
 

@@ -1,10 +1,11 @@
 #include "annotations.h"
 #include "corvel.h"
 #include "dumpoptions.h"
-#include "inputhead.h"
 #include "mavlinkdialect.h"
 #include "message.h"
 #include "messageprinter.h"
+#include "protobufformat.h"
+#include "recordingindex.h"
 #include "selection.h"
 #include "statisticsprinter.h"
 
@@ -55,22 +56,40 @@ void handleSignals()
     std::signal(SIGPIPE, SIG_IGN);
 }
 
-std::unique_ptr<MavlinkDialect> loadDialect(const DumpOptions& options)
+bool complainAll(const QStringList& errors)
 {
-    QStringList errors;
-    std::unique_ptr<MavlinkDialect> dialect(options.dialect.isEmpty() ? MavlinkDialect::loadBuiltIn()
-                                                                      : MavlinkDialect::load(options.dialect, &errors));
-    QStringList annotations;
-    if (!options.dialect.isEmpty() && QFileInfo::exists(Annotations::pathBeside(options.dialect)))
-        annotations.append(Annotations::pathBeside(options.dialect));
-    if (!options.annotations.isEmpty())
-        annotations.append(options.annotations);
-    if (dialect)
-        for (const QString& path : annotations)
-            Annotations::apply(path, dialect.get(), &errors);
     for (const QString& error : errors)
         complain(error);
-    return errors.isEmpty() ? std::move(dialect) : nullptr;
+    return errors.isEmpty();
+}
+
+bool loadSchemas(const DumpOptions& options, ProtobufFormat* format)
+{
+    QStringList errors;
+    for (const QString& schema : options.schemas)
+        format->loadSchema(schema, options.importPaths, &errors);
+    return complainAll(errors);
+}
+
+// The files describe fields of the format that the input turned out to have.
+bool applyAnnotations(const DumpOptions& options, const FormatInfo* format, MavlinkDialect* dialect,
+                      ProtobufFormat* protobuf)
+{
+    QStringList paths;
+    if (format == dialect && !options.dialect.isEmpty() && QFileInfo::exists(Annotations::pathBeside(options.dialect)))
+        paths.append(Annotations::pathBeside(options.dialect));
+    if (!options.annotations.isEmpty())
+        paths.append(options.annotations);
+    QStringList errors;
+    for (const QString& path : paths) {
+        if (format == dialect)
+            Annotations::apply(path, dialect, &errors);
+        else
+            errors.append(path + QStringLiteral(": annotations of Protocol Buffers cannot be read yet"));
+    }
+    if (format == protobuf)
+        protobuf->publish(&errors);
+    return complainAll(errors);
 }
 
 qint64 now()
@@ -80,12 +99,13 @@ qint64 now()
 }
 
 // Reads to the end; the status is that of the last read.
-ByteInput::Status decode(ByteInput* input, const InputHead& head, StreamDecoder* decoder, DumpSink* sink)
+ByteInput::Status decode(ByteInput* input, StreamDecoder* decoder, DumpSink* sink)
 {
     const bool live = input->isLive();
-    ByteInput::Status status = head.status;
-    QByteArray bytes = head.bytes;
+    ByteInput::Status status = ByteInput::Nothing;
+    QByteArray bytes;
     for (;;) {
+        status = input->read(&bytes, ReadTimeoutMs);
         if (!bytes.isEmpty())
             decoder->feed(bytes.constData(), static_cast<int>(bytes.size()), live ? now() : Message::NoTime, sink);
         if (input->isDatagram() && status == ByteInput::Data)
@@ -94,7 +114,6 @@ ByteInput::Status decode(ByteInput* input, const InputHead& head, StreamDecoder*
             std::fflush(stdout);
         if (status == ByteInput::End || status == ByteInput::Failed || interrupted || sink->getOutputError() != 0)
             break;
-        status = input->read(&bytes, ReadTimeoutMs);
     }
     // Where nobody reads on, the stream does not end.
     if (sink->getOutputError() == 0)
@@ -115,48 +134,54 @@ int closeOutput(const DumpSink& sink)
 
 int dump(const DumpOptions& options)
 {
-    const std::unique_ptr<MavlinkDialect> dialect = loadDialect(options);
-    if (!dialect)
+    QStringList errors;
+    const std::unique_ptr<MavlinkDialect> dialect(
+        options.dialect.isEmpty() ? MavlinkDialect::loadBuiltIn() : MavlinkDialect::load(options.dialect, &errors));
+    ProtobufFormat protobuf;
+    if (!complainAll(errors) || !loadSchemas(options, &protobuf))
+        return Unreadable;
+    RecordingOptions recordingOptions = options.recording;
+    recordingOptions.dialect = dialect.get();
+    recordingOptions.protobuf = &protobuf;
+    const OpenedRecording recording = openRecording(options.input, recordingOptions, [] { return !interrupted; });
+    if (!recording.isGood()) {
+        if (recording.error.isEmpty())
+            return Success; // interrupted
+        complain(recording.error);
+        return Unreadable;
+    }
+
+    ByteInput* const input = recording.input.get();
+    StreamDecoder* const decoder = recording.decoder.get();
+    if (!applyAnnotations(options, decoder->getFormatInfo(), dialect.get(), &protobuf))
         return Unreadable;
     Selection selection;
     QString error;
-    if (!selection.setUp(options.selections, dialect.get(), &error)) {
+    if (!selection.setUp(options.selections, decoder->getFormatInfo(), decoder->getFormatInfo() == dialect.get(),
+                         &error)) {
         complain(error);
         return WrongUsage;
     }
-    const std::unique_ptr<ByteInput> input(ByteInput::create(options.input));
     if (!input->open()) {
         complain(input->getErrorString());
         return Unreadable;
     }
-
-    InputHead head;
-    const bool network =
-        options.input.kind == InputAddress::UdpListen || options.input.kind == InputAddress::TcpConnect;
-    if (options.layout) {
-        head.layout = *options.layout;
-    } else if (!network && !head.recognize(input.get(), [] { return !interrupted; })) {
-        if (interrupted)
-            return Success;
-        complain(head.status == ByteInput::Failed ? input->getErrorString()
-                 : head.bytes.isEmpty()           ? input->getName() + QStringLiteral(": the input is empty")
-                                                  : input->getName() + QStringLiteral(": no MAVLink frames found"));
-        return Unreadable;
-    }
-
-    MavlinkStreamDecoder decoder(dialect.get(), head.layout);
     std::unique_ptr<DumpSink> sink;
     if (options.statistics)
-        sink.reset(new StatisticsPrinter(input->getName(), &decoder));
+        sink.reset(new StatisticsPrinter(input->getName(), decoder));
     else
-        sink.reset(new MessagePrinter(input->getName(), &decoder, options.interpreted, selection));
-    const ByteInput::Status status = decode(input.get(), head, &decoder, sink.get());
+        sink.reset(new MessagePrinter(input->getName(), decoder, options.interpreted, selection));
+    const ByteInput::Status status = decode(input, decoder, sink.get());
     sink->finish();
     const int result = closeOutput(*sink);
-    if (status != ByteInput::Failed)
+    if (status == ByteInput::Failed) {
+        complain(input->getErrorString());
+        return Unreadable;
+    }
+    if (result != Success || interrupted || sink->getComplaint().isEmpty())
         return result;
-    complain(input->getErrorString());
-    return Unreadable;
+    complain(sink->getComplaint());
+    return WrongUsage;
 }
 
 } // namespace

@@ -22,6 +22,7 @@ public:
                    const Selection& selection);
 
     void finish() override;
+    QString getComplaint() const override { return m_selection.getComplaint(); }
 
 protected:
     void consume(const ReceivedMessage& message) override;

@@ -3,8 +3,6 @@
 #include "fieldinfo.h"
 #include "formatregistry.h"
 
-#include <QSet>
-
 #include <utility>
 
 static QString keyOf(const PathExpression::Match& match)
@@ -19,11 +17,37 @@ static QString keyOf(const PathExpression::Match& match)
     return names.join(QLatin1Char('/'));
 }
 
-bool Selection::setUp(const QStringList& expressions, const FormatInfo* format, QString* error)
+bool Selection::setUp(const QStringList& expressions, const FormatInfo* format, bool complete, QString* error)
 {
     FormatRegistry::getInstance()->addFormat(format);
+    m_expressions = expressions;
+    m_all = expressions.isEmpty();
+    if (!resolve(error))
+        return false;
+    if (complete)
+        *error = m_complaint;
+    return !complete || m_complaint.isEmpty();
+}
+
+bool Selection::has(const MessageInfo* info)
+{
+    if (m_all)
+        return true;
+    if (!m_seen.contains(info)) {
+        m_seen.insert(info);
+        QString error; // was looked for when it was set up
+        resolve(&error);
+    }
+    return m_fields.contains(info);
+}
+
+/** Finds what the expressions name among the types that there are now; false when one is malformed. */
+bool Selection::resolve(QString* error)
+{
+    m_fields.clear();
+    m_complaint.clear();
     QSet<const MessageInfo*> whole;
-    for (const QString& text : expressions) {
+    for (const QString& text : std::as_const(m_expressions)) {
         PathExpression expression;
         expression.setConsiderSubMessages(true);
         expression.setString(text);
@@ -33,10 +57,8 @@ bool Selection::setUp(const QStringList& expressions, const FormatInfo* format, 
         }
         const bool named = !expression.getString(PathExpression::FieldPart | PathExpression::IndexPart).isEmpty();
         const QVector<const MessageInfo*> infos = expression.getMatchingMessageInfos();
-        if (infos.isEmpty()) {
-            *error = QStringLiteral("--select \"%1\" names nothing in the definitions").arg(text);
-            return false;
-        }
+        if (infos.isEmpty() && m_complaint.isEmpty())
+            m_complaint = QStringLiteral("--select \"%1\" names nothing in the definitions").arg(text);
         if (named) {
             const QVector<PathExpression::Match> matches = expression.getMatches();
             for (const PathExpression::Match& match : matches)
@@ -51,6 +73,5 @@ bool Selection::setUp(const QStringList& expressions, const FormatInfo* format, 
     // A type that is also named without a field is printed with all its fields.
     for (const MessageInfo* info : std::as_const(whole))
         m_fields[info].clear();
-    m_all = expressions.isEmpty();
     return true;
 }

@@ -4,6 +4,7 @@
 #include "pathexpression.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 #include <QVector>
 
@@ -23,18 +24,27 @@ public:
     /**
      * Finds what @p expressions name in @p format.
      *
-     * @param error  set when false is returned: an expression is malformed or names nothing
+     * @param complete  whether the format has all its types already; else what names nothing may do so later
+     * @param error     set when false is returned: an expression is malformed or names nothing
      */
-    bool setUp(const QStringList& expressions, const FormatInfo* format, QString* error);
+    bool setUp(const QStringList& expressions, const FormatInfo* format, bool complete, QString* error);
 
-    /** Whether messages of the type are to be printed. */
-    bool has(const MessageInfo* info) const { return m_all || m_fields.contains(info); }
+    /** Whether messages of the type are to be printed. A type that was not asked for before is looked up anew. */
+    bool has(const MessageInfo* info);
+
+    /** What is wrong when no more types come: an expression that names none of them; else empty. */
+    QString getComplaint() const { return m_complaint; }
 
     /** The fields of a type to print, in the order of the expressions; empty means all of them. */
     QVector<Field> getFields(const MessageInfo* info) const { return m_fields.value(info); }
 
 private:
+    bool resolve(QString* error);
+
     bool m_all = true;
+    QStringList m_expressions;
+    QSet<const MessageInfo*> m_seen;
+    QString m_complaint; // about the first expression that names nothing
     QHash<const MessageInfo*, QVector<Field>> m_fields;
 };
 

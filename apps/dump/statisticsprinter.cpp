@@ -23,6 +23,13 @@ void appendMember(std::string* text, Separator* separator, const char* key, quin
     appendMember(text, separator, QString::fromLatin1(key), number);
 }
 
+// Of a number that says all there is to be known, no more than that.
+QString unknownName(const StreamDecoder& decoder, quint32 id)
+{
+    const QString text = decoder.describeUnknown(id);
+    return text == decoder.StreamDecoder::describeUnknown(id) ? QString::number(id) : text;
+}
+
 void appendGaps(std::string* text, const MessageStatistics& statistics)
 {
     text->push_back('[');
@@ -110,7 +117,7 @@ std::string StatisticsPrinter::unknownText() const
     std::string text = "{";
     Separator separator(&text);
     for (auto count = counts.cbegin(); count != counts.cend(); ++count)
-        appendMember(&text, &separator, QString::number(count.key()), count.value());
+        appendMember(&text, &separator, unknownName(*getDecoder(), count.key()), count.value());
     return text + '}';
 }
 

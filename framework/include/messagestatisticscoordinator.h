@@ -86,9 +86,10 @@ public:
      * @param info        the type, or null for a type that the definitions do not know ("Unknown 203")
      * @param id          the format's number of the type
      * @param senderName  as people of the format write it; asked for only when the statistics are made
+     * @param unknownName what to call a type that the definitions do not know; empty for its number
      */
     MessageStatistics* findOrCreate(int stream, const MessageInfo* info, quint32 id, quint32 sender,
-                                    const QString& senderName);
+                                    const QString& senderName, const QString& unknownName = QString());
 
     /**
      * Accounts for the number of a message.
@@ -127,7 +128,7 @@ private:
     struct Sender;
 
     MessageStatistics* create(Stream* stream, const MessageInfo* info, quint32 id, quint32 sender,
-                              const QString& senderName);
+                              const QString& senderName, const QString& unknownName);
     static QString nameOf(const Stream* stream, const Row* row);
     void rename(const Stream* stream);
     void dropRows(Stream* stream);

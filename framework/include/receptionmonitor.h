@@ -100,6 +100,7 @@ private:
     void checkClock(qint64 time);
     void report(int type, const QString& text, const QDateTime& time, const QString& kind = QString());
     QDateTime streamTime() const;
+    QString unknownName(quint32 id) const;
     const QString& senderName(quint32 sender);
     qint64 now() const;
 

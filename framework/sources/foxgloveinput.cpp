@@ -76,6 +76,7 @@ FoxgloveInput::FoxgloveInput(const InputAddress& address)
     , m_address(address)
     , m_cancelled(false)
     , m_loop(nullptr)
+    , m_quitting(false)
     , m_writer(&m_buffer, streamSettings())
     , m_lastSubscription(0)
     , m_greeted(false)
@@ -136,6 +137,7 @@ void FoxgloveInput::wait(int timeoutMs)
     timeout.start(timeoutMs);
     check.start(CancelCheckMs);
     m_loop = &loop;
+    m_quitting = false;
     loop.exec();
     m_loop = nullptr;
 }
@@ -264,6 +266,7 @@ void FoxgloveInput::processData(const QByteArray& frame)
     // Not before what has arrived meanwhile was taken too: a loop for each message would be slow.
     if (m_loop && m_buffer.buffer().size() >= GreatestPiece)
         m_loop->quit();
-    else if (m_loop)
+    else if (m_loop && !m_quitting)
         QTimer::singleShot(0, m_loop, &QEventLoop::quit);
+    m_quitting = true;
 }

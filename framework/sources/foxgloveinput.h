@@ -48,6 +48,7 @@ private:
     std::atomic<bool> m_cancelled;
     std::unique_ptr<QWebSocket> m_socket;
     QEventLoop* m_loop; // that waits; null else
+    bool m_quitting;    // it will quit soon
     QBuffer m_buffer;   // what was received as MCAP
     McapWriter m_writer;
     QHash<QByteArray, quint16> m_schemas;        // numbers in the stream, by what they are

@@ -177,15 +177,17 @@ MessageStatistics* MessageStatisticsCoordinator::find(int number, quint32 id, qu
 }
 
 MessageStatistics* MessageStatisticsCoordinator::findOrCreate(int number, const MessageInfo* info, quint32 id,
-                                                              quint32 sender, const QString& senderName)
+                                                              quint32 sender, const QString& senderName,
+                                                              const QString& unknownName)
 {
     Stream* const stream = m_streams.value(number);
     Row* const row = stream->rows.value(keyOf(id, sender));
-    return row ? row->statistics : create(stream, info, id, sender, senderName);
+    return row ? row->statistics : create(stream, info, id, sender, senderName, unknownName);
 }
 
 MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const MessageInfo* info, quint32 id,
-                                                        quint32 sender, const QString& senderName)
+                                                        quint32 sender, const QString& senderName,
+                                                        const QString& unknownName)
 {
     if (!info && stream->unknownTypes >= MaxUnknownTypes && stream->otherUnknown)
         return stream->otherUnknown->statistics;
@@ -203,7 +205,10 @@ MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const Me
         }
     } else if (stream->unknownTypes < MaxUnknownTypes) {
         ++stream->unknownTypes;
-        row->plainName = QString::fromLatin1("Unknown %1").arg(id);
+        row->plainName = unknownName.isEmpty() ? QString::fromLatin1("Unknown %1").arg(id) : unknownName;
+        // A name of its own tells the sender too.
+        if (!unknownName.isEmpty())
+            row->senderName.clear();
     } else {
         stream->otherUnknown = row;
         row->senderName.clear();

@@ -105,15 +105,17 @@ void ReceptionMonitor::changeFormat(const StreamDecoder* decoder, const QHash<qu
 void ReceptionMonitor::processReceived(const ReceivedMessage& message)
 {
     const QString& sender = senderName(message.sender);
-    MessageStatistics* const statistics =
-        m_coordinator->findOrCreate(m_stream, message.info, message.id, message.sender, sender);
+    MessageStatistics* statistics = m_coordinator->find(m_stream, message.id, message.sender);
+    if (!statistics)
+        statistics = m_coordinator->findOrCreate(m_stream, message.info, message.id, message.sender, sender,
+                                                 message.info ? QString() : unknownName(message.id));
     statistics->addReception(message.time);
     m_coordinator->countNumber(m_stream, message.sender, sender, message.sequence, m_modulus);
     if (message.time != Message::NoTime)
         checkClock(message.time);
     if (!message.info)
-        report(CorvelEvent::UnknownMessage, tr("unknown message id %1, sender %2").arg(message.id).arg(sender),
-               streamTime());
+        report(CorvelEvent::UnknownMessage,
+               tr("unknown message %1, sender %2").arg(m_decoder->describeUnknown(message.id), sender), streamTime());
 }
 
 void ReceptionMonitor::processProblem(const StreamProblem& problem)
@@ -150,8 +152,12 @@ void ReceptionMonitor::refresh()
 {
     if (m_log)
         m_log->flush(now());
-    if (m_decoder && !m_decoder->hasTimes() && m_time != Message::NoTime)
-        m_coordinator->setCurrentTime(m_stream, QDateTime::currentMSecsSinceEpoch() * 1000);
+    if (!m_decoder || m_decoder->hasTimes() || m_time == Message::NoTime)
+        return;
+    // Live streams may carry the times of another clock, such as that of a simulation, which says nothing about now.
+    const qint64 time = QDateTime::currentMSecsSinceEpoch() * 1000;
+    if (qAbs(time - m_time) < LeastForwardJump)
+        m_coordinator->setCurrentTime(m_stream, time);
 }
 
 void ReceptionMonitor::finish()
@@ -197,6 +203,13 @@ void ReceptionMonitor::report(int type, const QString& text, const QDateTime& ti
 QDateTime ReceptionMonitor::streamTime() const
 {
     return m_time == Message::NoTime ? QDateTime() : QDateTime::fromMSecsSinceEpoch(m_time / 1000).toUTC();
+}
+
+/** What the decoder calls an unknown type; empty when it knows no more than the number. */
+QString ReceptionMonitor::unknownName(quint32 id) const
+{
+    const QString text = m_decoder->describeUnknown(id);
+    return text == m_decoder->StreamDecoder::describeUnknown(id) ? QString() : text;
 }
 
 const QString& ReceptionMonitor::senderName(quint32 sender)
