@@ -269,9 +269,10 @@ private Q_SLOTS:
         const auto row = [](const char* name, const QStringList& arguments, int status, const QString& error) {
             QTest::newRow(name) << arguments << status << "corvel-dump: " + error;
         };
-        row("random", {write("random", random)}, 2, m_folder.filePath("random") + ": no MAVLink frames found");
+        row("random", {write("random", random)}, 2,
+            m_folder.filePath("random") + ": no MAVLink frames found, and it is no MCAP recording");
         row("text", {write("text", QByteArray("Not a recording.\n").repeated(99))}, 2,
-            m_folder.filePath("text") + ": no MAVLink frames found");
+            m_folder.filePath("text") + ": no MAVLink frames found, and it is no MCAP recording");
         row("empty", {write("empty", "")}, 2, m_folder.filePath("empty") + ": the input is empty");
         row("empty pipe", {"-"}, 2, "standard input: the input is empty");
         row("missing", {m_folder.filePath("none")}, 2, m_folder.filePath("none") + ": No such file or directory");
@@ -284,7 +285,9 @@ private Q_SLOTS:
         row("no input", {}, 1, "no input is named");
         row("two inputs", {good, good}, 1, "more than one input is named");
         row("bad option", {"--nonsense", good}, 1, "Unknown option 'nonsense'.");
-        row("bad format", {"--format", "xml", good}, 1, "--format is \"xml\"; it can be \"tlog\" or \"raw\"");
+        row("bad format", {"--format", "xml", good}, 1,
+            "--format is \"xml\"; it can be \"tlog\", \"raw\", \"mcap\" or "
+            "\"delimited\"");
         row("bad port", {"udp::99999"}, 1, "udp::99999: \"99999\" is no port; ports are 1 to 65535");
         row("option twice", {"--format", "raw", "--format", "raw", good}, 1, "--format can be given once");
     }
