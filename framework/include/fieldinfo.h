@@ -159,7 +159,7 @@ public:
      *
      * An enumerator as "NAME (3)"; the set flags of a bit mask by name, separated by " | ", with what has no name in
      * hexadecimal; the value that means so as "not available"; a time as ISO 8601; a scaled value with its decimals;
-     * the plain text of everything else. An invalid value gives an empty text, a sub-message the name of its type.
+     * bytes in hexadecimal with their number, of more than 64 the beginning; the plain text of everything else. An invalid value gives an empty text, a sub-message the name of its type.
      *
      * @param withUnit  appends the unit, when there is one
      */

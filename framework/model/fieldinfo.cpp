@@ -182,12 +182,27 @@ QString FieldInfo::textOfTime(const FieldValue& value) const
     return text + QLatin1Char('Z');
 }
 
+static QString textOfBytes(const QByteArray& bytes)
+{
+    // Images and the like come as bytes as well: what a person looks at is their beginning and their length.
+    const int greatestShown = 64;
+    QString text = QString::fromLatin1(bytes.left(greatestShown).toHex().constData());
+    if (bytes.size() > greatestShown)
+        text += QChar(0x2026);
+    if (!text.isEmpty())
+        text += QLatin1Char(' ');
+    return text + (bytes.size() == 1 ? QCoreApplication::translate("FieldInfo", "(1 byte)")
+                                     : QCoreApplication::translate("FieldInfo", "(%1 bytes)").arg(bytes.size()));
+}
+
 QString FieldInfo::getInterpretedString(const FieldValue& value, bool withUnit) const
 {
     if (!value.isValid())
         return QString();
     if (means(value, m_invalidValue))
         return QCoreApplication::translate("FieldInfo", "not available");
+    if (value.getKind() == FieldValue::BytesKind)
+        return textOfBytes(value.toBytes());
     QString text;
     if (m_bitmask && value.isInteger())
         return textOfFlags(value.toUnsigned());

@@ -141,7 +141,7 @@ FieldValue ProtobufFieldInfo::repeatedValue(const google::protobuf::Message& con
 FieldValue ProtobufFieldInfo::textValue(const std::string& text) const
 {
     if (m_isBytes)
-        return FieldValue::fromBytes(QByteArray(text.data(), static_cast<int>(text.size())));
+        return FieldValue::fromBytes(ProtobufText::toBytes(text));
     return FieldValue::fromText(ProtobufText::fromUtf8(text));
 }
 

@@ -38,7 +38,7 @@ public:
         std::string name;
         if (!m_tree->VirtualFileToDiskFile(file, &name))
             name = file;
-        QString text = QFile::decodeName(QByteArray(name.data(), static_cast<int>(name.size())));
+        QString text = QFile::decodeName(ProtobufText::toBytes(name));
         if (line >= 0)
             text += QStringLiteral(":%1:%2").arg(line + 1).arg(column + 1);
         m_errors->append(text + QStringLiteral(": ") + ProtobufText::fromUtf8(message));
@@ -115,6 +115,5 @@ QByteArray ProtobufImporter::read(const QString& path, const QStringList& import
     google::protobuf::FileDescriptorSet set;
     std::set<const google::protobuf::FileDescriptor*> known;
     appendFile(file, &set, &known);
-    const std::string bytes = set.SerializeAsString();
-    return QByteArray(bytes.data(), static_cast<int>(bytes.size()));
+    return ProtobufText::toBytes(set.SerializeAsString());
 }

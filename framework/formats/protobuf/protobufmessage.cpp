@@ -49,13 +49,11 @@ ProtobufContent::ProtobufContent(const ProtobufMessageInfo* info, const QByteArr
     // What the library would write to the standard error is said in the message itself.
     const google::protobuf::LogSilencer silencer;
     if (!parsed->ParsePartialFromArray(data.constData(), static_cast<int>(data.size()))) {
-        ProtobufWireCheck check(parsed->GetDescriptor(), data);
+        const ProtobufWireCheck check(parsed->GetDescriptor(), data);
         problems = check.getProblems();
-        if (check.isRepaired()) {
-            parsed->Clear();
-            parsed->ParsePartialFromArray(check.getRepaired().constData(), static_cast<int>(data.size()));
-        }
-        if (problems.isEmpty())
+        const QByteArray& repaired = check.getRepaired();
+        if (problems.isEmpty() ||
+            !parsed->ParsePartialFromArray(repaired.constData(), static_cast<int>(repaired.size())))
             problems.append(QCoreApplication::translate("ProtobufFormat", "cannot be parsed to its end"));
     }
     if (info->canBeIncomplete() && !parsed->IsInitialized()) {

@@ -10,7 +10,6 @@ namespace
 const qint64 BeginOfYear1 = -Q_INT64_C(62135596800);
 const qint64 EndOfYear9999 = Q_INT64_C(253402300799);
 const qint32 NanosPerSecond = 1000000000;
-const std::size_t GreatestBytesShown = 64;
 
 // ".5" of 500000000; empty of 0.
 QString fractionText(qint32 nanos)
@@ -29,19 +28,6 @@ QString partsText(qint64 seconds, qint32 nanos)
 }
 
 } // namespace
-
-QString ProtobufText::bytesText(const std::string& bytes)
-{
-    const bool isLong = bytes.size() > GreatestBytesShown;
-    const QByteArray shown(bytes.data(), static_cast<int>(isLong ? GreatestBytesShown : bytes.size()));
-    QString text = QString::fromLatin1(shown.toHex());
-    if (isLong)
-        text += QChar(0x2026);
-    if (!text.isEmpty())
-        text += QLatin1Char(' ');
-    return text + (bytes.size() == 1 ? QStringLiteral("(1 byte)")
-                                     : QStringLiteral("(%1 bytes)").arg(static_cast<qint64>(bytes.size())));
-}
 
 QString ProtobufText::commentText(const std::string& leading, const std::string& trailing)
 {

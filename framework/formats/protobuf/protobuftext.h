@@ -15,8 +15,10 @@ inline QString fromUtf8(const std::string& text)
     return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
 }
 
-/** "0a0bff (3 bytes)"; of long ones the beginning. */
-QString bytesText(const std::string& bytes);
+inline QByteArray toBytes(const std::string& bytes)
+{
+    return QByteArray(bytes.data(), static_cast<int>(bytes.size()));
+}
 
 /** What a comment says, as one paragraph a line. */
 QString commentText(const std::string& leading, const std::string& trailing);

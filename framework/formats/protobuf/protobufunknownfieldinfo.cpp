@@ -17,7 +17,7 @@ namespace
 // Only so much of a group is written down; the rest is counted.
 const int GreatestGroupSize = 16;
 
-QString textOf(const UnknownField& field)
+QString textOf(const UnknownField& field, const FieldInfo& info)
 {
     const QString number = QString::number(field.number());
     switch (field.type()) {
@@ -28,14 +28,15 @@ QString textOf(const UnknownField& field)
     case UnknownField::TYPE_FIXED64:
         return number + QStringLiteral(": fixed64 0x%1").arg(field.fixed64(), 16, 16, QLatin1Char('0'));
     case UnknownField::TYPE_LENGTH_DELIMITED:
-        return number + QStringLiteral(": bytes ") + ProtobufText::bytesText(field.length_delimited());
+        return number + QStringLiteral(": bytes ") +
+               info.getInterpretedString(FieldValue::fromBytes(ProtobufText::toBytes(field.length_delimited())), false);
     case UnknownField::TYPE_GROUP:
         break;
     }
     const UnknownFieldSet& group = field.group();
     QString text = number + QStringLiteral(": group {");
     for (int i = 0; i < group.field_count() && i < GreatestGroupSize; ++i)
-        text += (i == 0 ? QStringLiteral(" ") : QStringLiteral(", ")) + textOf(group.field(i));
+        text += (i == 0 ? QStringLiteral(" ") : QStringLiteral(", ")) + textOf(group.field(i), info);
     if (group.field_count() > GreatestGroupSize)
         text += QStringLiteral(", and %1 more").arg(group.field_count() - GreatestGroupSize);
     return text + QStringLiteral(" }");
@@ -86,5 +87,5 @@ FieldValue ProtobufUnknownFieldInfo::getValue(const Message* message, unsigned i
     if (!fields || index >= static_cast<unsigned int>(fields->field_count()))
         return FieldValue::invalid();
     const UnknownField& field = fields->field(static_cast<int>(index));
-    return FieldValue::fromText(textOf(field) + reasonOf(field, m_prototype->GetDescriptor()));
+    return FieldValue::fromText(textOf(field, *this) + reasonOf(field, m_prototype->GetDescriptor()));
 }

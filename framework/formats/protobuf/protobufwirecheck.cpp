@@ -49,14 +49,21 @@ int characterSize(const unsigned char* bytes, qint64 size)
     return length;
 }
 
+void appendVarint(std::uint64_t value, QByteArray* bytes)
+{
+    for (; value >= 0x80; value >>= 7)
+        bytes->append(static_cast<char>(value | 0x80));
+    bytes->append(static_cast<char>(value));
+}
+
 } // namespace
 
 ProtobufWireCheck::ProtobufWireCheck(const Descriptor* type, const QByteArray& message)
     : m_bytes(message)
-    , m_isRepaired(false)
 {
     qint64 place = 0;
-    checkMessage(type, &place, m_bytes.size(), 0, google::protobuf::io::CodedInputStream::GetDefaultRecursionLimit());
+    copyFields(type, &place, m_bytes.size(), 0, google::protobuf::io::CodedInputStream::GetDefaultRecursionLimit(),
+               &m_repaired);
 }
 
 bool ProtobufWireCheck::fail(const FieldDescriptor* field, qint64 place, const QString& text)
@@ -87,75 +94,112 @@ bool ProtobufWireCheck::readVarint(qint64* place, qint64 end, std::uint64_t* val
     return false;
 }
 
-bool ProtobufWireCheck::checkMessage(const Descriptor* type, qint64* place, qint64 end, std::uint32_t group, int depth)
+void ProtobufWireCheck::copyBytes(qint64 begin, qint64 end, QByteArray* copy) const
 {
-    if (depth < 0)
-        return fail(nullptr, *place, tr("nested too deeply; what follows is not decoded"));
+    copy->append(m_bytes.constData() + begin, static_cast<int>(end - begin));
+}
+
+// False when the rest of the message, or of the group of that number, cannot be read.
+bool ProtobufWireCheck::copyFields(const Descriptor* type, qint64* place, qint64 end, std::uint32_t group, int depth,
+                                   QByteArray* copy)
+{
     while (*place < end) {
         const qint64 begin = *place;
         std::uint64_t tag;
-        if (!readVarint(place, end, &tag))
-            return fail(nullptr, begin, tr("breaks off inside the number of a field; what follows is not decoded"));
-        const std::uint32_t number = static_cast<std::uint32_t>(tag >> 3);
-        if (tag >> 32 != 0 || number == 0)
-            return fail(nullptr, begin, tr("no number of a field; what follows is not decoded"));
-        const FieldDescriptor* const field = type ? type->FindFieldByNumber(static_cast<int>(number)) : nullptr;
-        std::uint64_t value = 0;
-        switch (tag & 7) {
-        case WireFormatLite::WIRETYPE_VARINT:
-            if (!readVarint(place, end, &value))
-                return fail(field, begin, tr("a number breaks off; what follows is not decoded"));
-            break;
-        case WireFormatLite::WIRETYPE_FIXED64:
-        case WireFormatLite::WIRETYPE_FIXED32:
-            *place += (tag & 7) == WireFormatLite::WIRETYPE_FIXED64 ? 8 : 4;
-            if (*place > end)
-                return fail(field, begin, tr("a number breaks off; what follows is not decoded"));
-            break;
-        case WireFormatLite::WIRETYPE_LENGTH_DELIMITED: {
-            if (!readVarint(place, end, &value))
-                return fail(field, begin, tr("a length breaks off; what follows is not decoded"));
-            if (value > static_cast<std::uint64_t>(end - *place))
-                return fail(
-                    field, begin,
-                    tr("claims %1 bytes where %2 are left; what follows is not decoded").arg(value).arg(end - *place));
-            const qint64 fieldEnd = *place + static_cast<qint64>(value);
-            if (field && field->type() == FieldDescriptor::TYPE_MESSAGE) {
-                m_path.append(ProtobufText::fromUtf8(field->name()));
-                const bool good = checkMessage(field->message_type(), place, fieldEnd, 0, depth - 1);
-                m_path.removeLast();
-                if (!good)
-                    return false;
-            } else if (field && field->type() == FieldDescriptor::TYPE_STRING) {
-                checkText(field, *place, fieldEnd);
-            }
-            *place = fieldEnd;
-            break;
-        }
-        case WireFormatLite::WIRETYPE_START_GROUP: {
-            const bool known = field && field->type() == FieldDescriptor::TYPE_GROUP;
-            m_path.append(known ? ProtobufText::fromUtf8(field->name()) : QString::number(number));
-            const bool good = checkMessage(known ? field->message_type() : nullptr, place, end, number, depth - 1);
-            m_path.removeLast();
-            if (!good)
-                return false;
-            break;
-        }
-        case WireFormatLite::WIRETYPE_END_GROUP:
-            if (number == group)
-                return true;
-            return fail(nullptr, begin, tr("the end of a group that did not begin; what follows is not decoded"));
-        default:
-            return fail(field, begin, tr("an unknown kind of value; what follows is not decoded"));
-        }
+        if (readVarint(place, end, &tag) &&
+            tag == WireFormatLite::MakeTag(static_cast<int>(group), WireFormatLite::WIRETYPE_END_GROUP))
+            return true;
+        *place = begin;
+        if (!copyField(type, place, end, depth, copy))
+            return false;
     }
-    if (group != 0)
-        return fail(nullptr, *place, tr("a group does not end"));
+    return group == 0 || fail(nullptr, *place, tr("a group does not end"));
+}
+
+bool ProtobufWireCheck::copyField(const Descriptor* type, qint64* place, qint64 end, int depth, QByteArray* copy)
+{
+    const qint64 begin = *place;
+    std::uint64_t tag;
+    if (!readVarint(place, end, &tag))
+        return fail(nullptr, begin, tr("the number of a field breaks off; the rest is not decoded"));
+    const std::uint32_t number = static_cast<std::uint32_t>(tag >> 3);
+    if (tag >> 32 != 0 || number == 0)
+        return fail(nullptr, begin, tr("no number of a field; the rest is not decoded"));
+    const FieldDescriptor* const field = type ? type->FindFieldByNumber(static_cast<int>(number)) : nullptr;
+    std::uint64_t value = 0;
+    switch (tag & 7) {
+    case WireFormatLite::WIRETYPE_VARINT:
+        if (!readVarint(place, end, &value))
+            return fail(field, begin, tr("a number breaks off; the rest is not decoded"));
+        break;
+    case WireFormatLite::WIRETYPE_FIXED64:
+    case WireFormatLite::WIRETYPE_FIXED32:
+        *place += (tag & 7) == WireFormatLite::WIRETYPE_FIXED64 ? 8 : 4;
+        if (*place > end)
+            return fail(field, begin, tr("a number breaks off; the rest is not decoded"));
+        break;
+    case WireFormatLite::WIRETYPE_LENGTH_DELIMITED: {
+        const qint64 tagEnd = *place;
+        if (!readVarint(place, end, &value))
+            return fail(field, begin, tr("a length breaks off; the rest is not decoded"));
+        if (value > static_cast<std::uint64_t>(end - *place))
+            return fail(field, begin,
+                        tr("claims %1 bytes where %2 are left; the rest is not decoded").arg(value).arg(end - *place));
+        const qint64 content = *place;
+        *place += static_cast<qint64>(value);
+        if (!field || (field->type() != FieldDescriptor::TYPE_MESSAGE && field->type() != FieldDescriptor::TYPE_STRING))
+            break;
+        QByteArray part;
+        if (field->type() == FieldDescriptor::TYPE_STRING) {
+            copyText(field, content, *place, &part);
+        } else if (depth == 0) {
+            fail(field, begin, tr("nested too deeply; it is not decoded"));
+            return true;
+        } else {
+            qint64 partPlace = content;
+            m_path.append(ProtobufText::fromUtf8(field->name()));
+            copyFields(field->message_type(), &partPlace, *place, 0, depth - 1, &part);
+            m_path.removeLast();
+        }
+        copyBytes(begin, tagEnd, copy);
+        appendVarint(static_cast<std::uint64_t>(part.size()), copy);
+        copy->append(part);
+        return true;
+    }
+    case WireFormatLite::WIRETYPE_START_GROUP: {
+        const bool known = field && field->type() == FieldDescriptor::TYPE_GROUP;
+        return copyGroup(known ? field->message_type() : nullptr,
+                         known ? ProtobufText::fromUtf8(field->name()) : QString::number(number), number, place, end,
+                         depth, copy);
+    }
+    case WireFormatLite::WIRETYPE_END_GROUP:
+        return fail(nullptr, begin, tr("the end of a group that did not begin; the rest is not decoded"));
+    default:
+        return fail(field, begin, tr("an unknown kind of value; the rest is not decoded"));
+    }
+    copyBytes(begin, *place, copy);
     return true;
 }
 
-bool ProtobufWireCheck::checkText(const FieldDescriptor* field, qint64 place, qint64 end)
+bool ProtobufWireCheck::copyGroup(const Descriptor* type, const QString& name, std::uint32_t number, qint64* place,
+                                  qint64 end, int depth, QByteArray* copy)
 {
+    // Nobody knows where a group ends that is not read.
+    if (depth == 0)
+        return fail(nullptr, *place, tr("nested too deeply; the rest is not decoded"));
+    QByteArray part;
+    m_path.append(name);
+    const bool good = copyFields(type, place, end, number, depth - 1, &part);
+    m_path.removeLast();
+    appendVarint(WireFormatLite::MakeTag(static_cast<int>(number), WireFormatLite::WIRETYPE_START_GROUP), copy);
+    copy->append(part);
+    appendVarint(WireFormatLite::MakeTag(static_cast<int>(number), WireFormatLite::WIRETYPE_END_GROUP), copy);
+    return good;
+}
+
+void ProtobufWireCheck::copyText(const FieldDescriptor* field, qint64 place, qint64 end, QByteArray* copy)
+{
+    copyBytes(place, end, copy);
     bool good = true;
     for (qint64 i = place; i < end;) {
         const int size = characterSize(reinterpret_cast<const unsigned char*>(m_bytes.constData()) + i, end - i);
@@ -163,11 +207,8 @@ bool ProtobufWireCheck::checkText(const FieldDescriptor* field, qint64 place, qi
             if (good)
                 fail(field, i, tr("not valid UTF-8; wrong bytes are shown as question marks"));
             good = false;
-            m_bytes[static_cast<int>(i)] = '?';
-            m_isRepaired = true;
-            ++i;
+            (*copy)[static_cast<int>(i - place)] = '?';
         }
-        i += size;
+        i += size == 0 ? 1 : size;
     }
-    return good;
 }
