@@ -143,6 +143,13 @@ void JsonText::appendString(std::string* text, const QString& string)
     appendString(text, string.toUtf8());
 }
 
+std::string JsonText::toString(const QString& string)
+{
+    std::string text;
+    appendString(&text, string);
+    return text;
+}
+
 void JsonText::appendNumber(std::string* text, std::int64_t number)
 {
     appendWithToChars(text, number);

@@ -17,6 +17,9 @@ void appendString(std::string* text, const char* bytes, std::size_t size);
 void appendString(std::string* text, const QByteArray& utf8);
 void appendString(std::string* text, const QString& string);
 
+/** A string with its quotes. */
+std::string toString(const QString& string);
+
 void appendNumber(std::string* text, std::int64_t number);
 void appendNumber(std::string* text, std::uint64_t number);
 /** The shortest number that reads back the same; the strings "nan", "inf" and "-inf" for what JSON has no numbers for.

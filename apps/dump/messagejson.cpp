@@ -1,0 +1,123 @@
+#include "messagejson.h"
+
+#include "corvel.h"
+#include "fieldinfo.h"
+#include "jsontext.h"
+#include "message.h"
+#include "messageinfo.h"
+
+using namespace JsonText;
+
+static bool isHidden(const FieldInfo* field)
+{
+    return field->isConfidential() && !Corvel::confidentialInformationDisplayEnabled();
+}
+
+MessageJson::MessageJson(bool interpreted)
+    : m_interpreted(interpreted)
+{
+}
+
+const MessageJson::Fields& MessageJson::fieldsOf(const MessageInfo* info)
+{
+    const auto known = m_fields.find(info);
+    if (known != m_fields.end())
+        return known->second;
+    Fields fields;
+    const QVector<const FieldInfo*> infos = info->getFieldInfos();
+    for (const FieldInfo* field : infos)
+        fields.push_back(Field{field, toString(field->getName()) + ':'});
+    return m_fields.emplace(info, std::move(fields)).first->second;
+}
+
+void MessageJson::appendFields(const Message* message, std::string* line)
+{
+    line->push_back('{');
+    Separator separator(line);
+    for (const Field& field : fieldsOf(message->getInfo())) {
+        const unsigned int count = field.info->getValueCount(message);
+        // A repeated field without elements is an empty array, unless the message can lack it.
+        if (count == 0 && (!field.info->isRepeated() || field.info->isOptional()))
+            continue;
+        separator.next();
+        line->append(field.key);
+        appendField(field.info, message, count, line);
+    }
+    line->push_back('}');
+}
+
+void MessageJson::appendField(const FieldInfo* field, const Message* message, unsigned int count, std::string* line)
+{
+    if (isHidden(field)) {
+        line->append("null");
+    } else if (field->isStringField()) {
+        appendText(field, message, count, line);
+    } else if (!field->isRepeated()) {
+        appendValue(field, field->getValue(message, 0), line);
+    } else {
+        line->push_back('[');
+        Separator separator(line);
+        for (unsigned int i = 0; i < count; ++i) {
+            separator.next();
+            appendValue(field, field->getValue(message, i), line);
+        }
+        line->push_back(']');
+    }
+}
+
+// FieldInfo::getStringValue() without its QString.
+void MessageJson::appendText(const FieldInfo* field, const Message* message, unsigned int count, std::string* line)
+{
+    m_characters.clear();
+    for (unsigned int i = 0; i < count; ++i) {
+        const char character = static_cast<char>(field->getValue(message, i).toUnsigned());
+        if (!character)
+            break;
+        m_characters.push_back(character);
+    }
+    appendString(line, m_characters.data(), m_characters.size());
+}
+
+void MessageJson::appendValue(const FieldInfo* field, const FieldValue& value, std::string* line)
+{
+    if (isHidden(field))
+        line->append("null");
+    else if (const Message* const subMessage = value.getSubMessage())
+        appendFields(subMessage, line);
+    else if (m_interpreted)
+        appendString(line, field->getInterpretedString(value, true));
+    else
+        appendRawValue(value, line);
+}
+
+void MessageJson::appendRawValue(const FieldValue& value, std::string* line)
+{
+    switch (value.getKind()) {
+    case FieldValue::SignedKind:
+        appendNumber(line, std::int64_t(value.toSigned()));
+        break;
+    case FieldValue::UnsignedKind:
+    case FieldValue::CharKind:
+        appendNumber(line, std::uint64_t(value.toUnsigned()));
+        break;
+    case FieldValue::FloatKind:
+        appendNumber(line, static_cast<float>(value.toDouble()));
+        break;
+    case FieldValue::DoubleKind:
+        appendNumber(line, value.toDouble());
+        break;
+    case FieldValue::BoolKind:
+        line->append(value.toUnsigned() ? "true" : "false");
+        break;
+    case FieldValue::TextKind:
+        appendString(line, value.toText());
+        break;
+    case FieldValue::BytesKind:
+        appendString(line, value.toBytes().toHex());
+        break;
+    case FieldValue::InvalidKind:
+    case FieldValue::SubMessageKind:
+        line->append("null");
+        break;
+    }
+}
