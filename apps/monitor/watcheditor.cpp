@@ -131,8 +131,8 @@ void WatchEditor::narrow(PathExpression::Parts changed)
 
 void WatchEditor::complete()
 {
-    m_completions->setStringList(
-        m_expression.getMatchingExpressionsStringList(Format | MessageType | Field, MostCompletions));
+    const QStringList texts = m_expression.getMatchingExpressionsStringList(Format | MessageType | Field);
+    m_completions->setStringList(texts.mid(0, MostCompletions));
 }
 
 void WatchEditor::resolve()

@@ -95,28 +95,14 @@ PathExpression::Parts PathExpressionComboBox::getParts() const
     return m_parts;
 }
 
-// Only what differs is exchanged: while a path is typed the thousands of options stay, and nobody must wait for them.
-static void exchangeItems(QComboBox* box, const QStringList& texts)
-{
-    const int common = qMin(box->count(), int(texts.size()));
-    int before = 0;
-    while (before < common && box->itemText(before) == texts.at(before))
-        ++before;
-    int behind = 0;
-    while (before + behind < common &&
-           box->itemText(box->count() - 1 - behind) == texts.at(int(texts.size()) - 1 - behind))
-        ++behind;
-    if (before + behind < box->count())
-        box->model()->removeRows(before, box->count() - before - behind, box->rootModelIndex());
-    box->insertItems(before, texts.mid(before, int(texts.size()) - before - behind));
-}
-
 void PathExpressionComboBox::updateContents()
 {
     CORVEL_DEBUG_HOOK();
     if (m_settingFromCurrent)
         return;
     m_updatingContents = true;
+    while (count() > 0)
+        removeItem(0);
     QStringList options;
     int index = 0;
     if (!m_pathExpression) {
@@ -140,7 +126,7 @@ void PathExpressionComboBox::updateContents()
             }
         }
     }
-    exchangeItems(this, options);
+    insertItems(count(), options);
     setCurrentIndex(index);
     m_updatingContents = false;
 }
