@@ -85,7 +85,7 @@ bool applyAnnotations(const DumpOptions& options, const FormatInfo* format, Mavl
         if (format == dialect)
             Annotations::apply(path, dialect, &errors);
         else
-            errors.append(path + QStringLiteral(": annotations of Protocol Buffers cannot be read yet"));
+            protobuf->addAnnotations(path, &errors);
     }
     if (format == protobuf)
         protobuf->publish(&errors);

@@ -1,4 +1,5 @@
 #include "annotations.h"
+#include "annotationfile.h"
 
 #include "fieldinfo.h"
 #include "formatinfo.h"
@@ -31,13 +32,15 @@ QString tr(const char* text)
 class AnnotationReader
 {
 public:
-    AnnotationReader(const QByteArray& text, FormatInfo* format)
-        : m_locator(text)
-        , m_format(format)
+    AnnotationReader(const JsonLocator& locator, const QVector<const MessageInfo*>& infos,
+                     AnnotationFile::Extent extent)
+        : m_locator(locator)
+        , m_infos(infos)
+        , m_isComplete(extent == AnnotationFile::AllTypes)
     {
     }
 
-    void apply(const QJsonDocument& document);
+    void apply(const QJsonObject& root);
 
     /** As "line: text", in the order of the file. */
     QStringList getErrors();
@@ -70,8 +73,11 @@ private:
     void addVirtualField(const MessageInfo* info, const QJsonObject& members, const QStringList& path);
     QString string(const QJsonObject& members, const QString& key, const QStringList& path, const QString& subject);
 
+    QVector<const MessageInfo*> infosNamed(const QString& name) const;
+
     JsonLocator m_locator;
-    FormatInfo* m_format;
+    QVector<const MessageInfo*> m_infos;
+    bool m_isComplete;
     QVector<Error> m_errors;
 };
 
@@ -100,12 +106,20 @@ Info* changeable(const Info* info)
     return const_cast<Info*>(info);
 }
 
-void AnnotationReader::apply(const QJsonDocument& document)
+// A format can have several types of one name.
+QVector<const MessageInfo*> AnnotationReader::infosNamed(const QString& name) const
+{
+    QVector<const MessageInfo*> named;
+    for (const MessageInfo* info : m_infos)
+        if (info->getName() == name)
+            named.append(info);
+    return named;
+}
+
+void AnnotationReader::apply(const QJsonObject& root)
 {
     for (const JsonLocator::Duplicate& duplicate : m_locator.getDuplicates())
         m_errors.append({duplicate.line, tr("the key \"%1\" is there twice").arg(duplicate.key)});
-    const QJsonObject root = object(document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object()),
-                                    QStringList(), QString());
     checkKeys(root, {messagesKey}, QStringList(), QString());
     const QStringList path{messagesKey};
     const QJsonObject messages = object(root.value(messagesKey), path, QString());
@@ -116,15 +130,18 @@ void AnnotationReader::apply(const QJsonDocument& document)
     for (const QString& name : messages.keys()) {
         if (name == everyMessage)
             continue;
-        const MessageInfo* info = m_format->getMessageInfo(name);
-        if (!info) {
-            fail(path / name, name, tr("unknown message type"));
+        const QVector<const MessageInfo*> named = infosNamed(name);
+        if (named.isEmpty()) {
+            if (m_isComplete)
+                fail(path / name, name, tr("unknown message type"));
             continue;
         }
-        infos.append(info);
+        infos += named;
         const QJsonObject members = object(messages.value(name), path / name, name);
         checkKeys(members, {fieldsKey, virtualKey}, path / name, name);
-        applyToFields(info, object(members.value(fieldsKey), path / name / fieldsKey, name), path / name / fieldsKey);
+        const QJsonObject fields = object(members.value(fieldsKey), path / name / fieldsKey, name);
+        for (const MessageInfo* info : named)
+            applyToFields(info, fields, path / name / fieldsKey);
     }
     for (const MessageInfo* info : infos)
         addVirtualFields(info, messages.value(info->getName()).toObject().value(virtualKey),
@@ -173,13 +190,13 @@ void AnnotationReader::applyToEveryMessage(const QJsonObject& members, const QSt
         checkKeys(fieldMembers, {roleKey, confidentialKey}, fieldsPath / name, subject);
         const Properties common = properties(fieldMembers, fieldsPath / name, subject);
         bool found = false;
-        for (const MessageInfo* info : m_format->getMessageInfos()) {
+        for (const MessageInfo* info : m_infos) {
             if (const FieldInfo* field = info->getFieldInfo(name)) {
                 common.applyTo(changeable(field));
                 found = true;
             }
         }
-        if (!found)
+        if (!found && m_isComplete)
             fail(fieldsPath / name, subject, tr("no message type has that field"));
     }
 }
@@ -294,21 +311,28 @@ QString AnnotationReader::string(const QJsonObject& members, const QString& key,
 
 } // namespace
 
-bool Annotations::apply(const QString& path, FormatInfo* format, QStringList* errors)
+AnnotationFile::AnnotationFile(const QString& path, const QByteArray& text, const QJsonObject& root)
+    : m_path(path)
+    , m_locator(text)
+    , m_root(root)
+{
+}
+
+std::unique_ptr<AnnotationFile> AnnotationFile::read(const QString& path, QStringList* errors)
 {
     const QString first = path + QLatin1String(":1: ");
     QFile file(path);
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
         errors->append(first + tr("cannot be read: not a file"));
-        return false;
+        return nullptr;
     }
     if (!file.open(QIODevice::ReadOnly)) {
         errors->append(first + tr("cannot be read: %1").arg(file.errorString()));
-        return false;
+        return nullptr;
     }
     if (file.size() > GreatestFileSize) {
         errors->append(first + tr("cannot be read: larger than %1 bytes").arg(GreatestFileSize));
-        return false;
+        return nullptr;
     }
     const QByteArray text = file.readAll();
     QJsonParseError parseError;
@@ -317,14 +341,34 @@ bool Annotations::apply(const QString& path, FormatInfo* format, QStringList* er
         const int line = JsonLocator::lineAt(text, parseError.offset);
         errors->append(QStringLiteral("%1:%2: ").arg(path).arg(line) +
                        tr("malformed JSON: %1").arg(parseError.errorString()));
-        return false;
+        return nullptr;
     }
-    AnnotationReader reader(text, format);
-    reader.apply(document);
+    if (document.isArray()) {
+        errors->append(first + tr("not an object"));
+        return nullptr;
+    }
+    return std::unique_ptr<AnnotationFile>(new AnnotationFile(path, text, document.object()));
+}
+
+void AnnotationFile::apply(const QVector<const MessageInfo*>& infos, Extent extent, QStringList* errors)
+{
+    AnnotationReader reader(m_locator, infos, extent);
+    reader.apply(m_root);
     const QStringList found = reader.getErrors();
-    for (const QString& error : found)
-        errors->append(path + QLatin1Char(':') + error);
-    return found.isEmpty();
+    for (const QString& error : found) {
+        if (m_told.contains(error))
+            continue;
+        m_told.insert(error);
+        errors->append(m_path + QLatin1Char(':') + error);
+    }
+}
+
+bool Annotations::apply(const QString& path, FormatInfo* format, QStringList* errors)
+{
+    const int before = static_cast<int>(errors->size());
+    if (const std::unique_ptr<AnnotationFile> file = AnnotationFile::read(path, errors))
+        file->apply(format->getMessageInfos(), AnnotationFile::AllTypes, errors);
+    return errors->size() == before;
 }
 
 QString Annotations::pathBeside(const QString& definitionPath)

@@ -70,6 +70,8 @@ bool VirtualFieldInfo::compile(const QString& expression, const MessageInfo* inf
         m_parser.ClearConst();
         m_parser.DefineConst("_pi", 3.14159265358979323846);
         m_parser.DefineConst("_e", 2.71828182845904523536);
+        // With the point, for fields of sub-messages.
+        m_parser.DefineNameChars("0123456789_abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ.");
         m_parser.SetExpr(expression.toStdString());
         const mu::varmap_type used = m_parser.GetUsedVar();
         for (const auto& variable : used) {
@@ -77,7 +79,9 @@ bool VirtualFieldInfo::compile(const QString& expression, const MessageInfo* inf
             if (!findInput(QString::fromStdString(variable.first), info, &input, error))
                 return false;
             m_inputs.push_back(input);
-            setConfidential(isConfidential() || input.field->isConfidential());
+            setConfidential(isConfidential() || input.value.field->isConfidential());
+            for (const Element& part : input.way)
+                setConfidential(isConfidential() || part.field->isConfidential());
         }
         m_values.resize(m_inputs.size());
         std::size_t i = 0;
@@ -95,28 +99,48 @@ bool VirtualFieldInfo::compile(const QString& expression, const MessageInfo* inf
     return true;
 }
 
+bool VirtualFieldInfo::findElement(const QString& name, const MessageInfo* info, Element* element, QString* error)
+{
+    element->index = 0;
+    element->field = info->getFieldInfo(name);
+    bool isElement = false;
+    if (!element->field) {
+        const int mark = static_cast<int>(name.lastIndexOf(QLatin1Char('_')));
+        element->index = name.mid(mark + 1).toUInt(&isElement);
+        element->field = isElement ? info->getFieldInfo(name.left(mark)) : nullptr;
+        if (element->field && !element->field->isRepeated())
+            element->field = nullptr;
+    }
+    if (!element->field)
+        *error = tr("the expression names \"%1\", which is no field").arg(name);
+    else if (element->field->isRepeated() && !isElement && !element->field->isStringField())
+        *error = tr("the expression names \"%1\", which has several values: name one as in \"%1_0\"").arg(name);
+    else
+        return true;
+    return false;
+}
+
 bool VirtualFieldInfo::findInput(const QString& name, const MessageInfo* info, Input* input, QString* error)
 {
-    const FieldInfo* field = info->getFieldInfo(name);
-    bool isElement = false;
-    if (!field) {
-        const int mark = static_cast<int>(name.lastIndexOf(QLatin1Char('_')));
-        input->index = name.mid(mark + 1).toUInt(&isElement);
-        field = isElement ? info->getFieldInfo(name.left(mark)) : nullptr;
-        if (field && !field->isRepeated())
-            field = nullptr;
+    const QStringList levels = name.split(QLatin1Char('.'));
+    for (const QString& level : levels.mid(0, levels.size() - 1)) {
+        Element part{};
+        if (!findElement(level, info, &part, error))
+            return false;
+        info = part.field->getType().getSubMessageInfo();
+        if (!info) {
+            *error = tr("the expression names \"%1\", which is no sub-message").arg(level);
+            return false;
+        }
+        input->way.push_back(part);
     }
-    if (!field)
-        *error = tr("the expression names \"%1\", which is no field").arg(name);
-    else if (!isNumberType(field))
+    if (!findElement(levels.last(), info, &input->value, error))
+        return false;
+    if (!isNumberType(input->value.field)) {
         *error = tr("the expression names \"%1\", which is no number").arg(name);
-    else if (field->isRepeated() && !isElement)
-        *error = tr("the expression names \"%1\", which has several values: name one as in \"%1_0\"").arg(name);
-    else {
-        input->field = field;
-        return true;
+        return false;
     }
-    return false;
+    return true;
 }
 
 bool VirtualFieldInfo::takeInputs(const Message* message) const
@@ -125,10 +149,17 @@ bool VirtualFieldInfo::takeInputs(const Message* message) const
         return false;
     for (std::size_t i = 0; i < m_inputs.size(); ++i) {
         const Input& input = m_inputs[i];
-        const FieldValue value = input.field->getValue(message, input.index);
-        if (!value.isNumber() || input.field->isNotAvailable(value))
+        const Message* holder = message;
+        for (const Element& part : input.way)
+            if (holder)
+                holder = part.field->getValue(holder, part.index).getSubMessage();
+        if (!holder)
             return false;
-        m_values[i] = value.toDouble() * input.field->getScaleFactor();
+        const FieldInfo* const field = input.value.field;
+        const FieldValue value = field->getValue(holder, input.value.index);
+        if (!value.isNumber() || field->isNotAvailable(value))
+            return false;
+        m_values[i] = value.toDouble() * field->getScaleFactor();
     }
     return true;
 }

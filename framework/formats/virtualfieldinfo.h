@@ -19,7 +19,8 @@ public:
     /**
      * A field of messages of the type @p info, owned by the caller. It is confidential when an input is.
      *
-     * @param expression  names fields of @p info; elements of a repeated field as NAME_0, NAME_1 and so on
+     * @param expression  names fields of @p info; elements of a repeated field as NAME_0, NAME_1 and so on; fields of a
+     *                    sub-message as NAME.FIELD
      * @param error       why null is returned; must not be null
      */
     static VirtualFieldInfo* create(const QString& name, const QString& expression, const MessageInfo* info,
@@ -29,15 +30,22 @@ public:
     FieldValue getValue(const Message* message, unsigned int index) const override;
 
 private:
-    struct Input
+    /** One value of a field. */
+    struct Element
     {
         const FieldInfo* field;
         unsigned int index;
+    };
+    struct Input
+    {
+        std::vector<Element> way; // sub-messages, outermost first
+        Element value;
     };
 
     explicit VirtualFieldInfo(const QString& name);
 
     bool compile(const QString& expression, const MessageInfo* info, QString* error);
+    static bool findElement(const QString& name, const MessageInfo* info, Element* element, QString* error);
     static bool findInput(const QString& name, const MessageInfo* info, Input* input, QString* error);
     bool takeInputs(const Message* message) const;
 

@@ -79,7 +79,7 @@ public:
     /**
      * Adds the types made since the last call to the format, annotated, and tells the FormatRegistry. GUI thread.
      *
-     * @param errors  what was wrong with annotations of these types; may be null
+     * @param errors  what was wrong with annotations of these types; when null, these are warnings
      */
     void publish(QStringList* errors = nullptr);
 

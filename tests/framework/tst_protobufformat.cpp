@@ -53,6 +53,7 @@ private Q_SLOTS:
     void saysWhatIsMissing();
     void refusesTooDeepMessages();
     void typesAreTheSameForTheSameSchema();
+    void annotationsReachTypesThatComeLater();
     void partsLiveAsLongAsTheirReferences();
     void readsOnlyItsOwnMessages();
     void schemaErrorsTellThePlace_data();
@@ -513,6 +514,42 @@ void tst_ProtobufFormat::typesAreTheSameForTheSameSchema()
     // With comments, which the other one does not have.
     QVERIFY(format.loadSchema(fileOf(type), QStringList(importFolder), &errors));
     QVERIFY(format.findType(type, &error) != info);
+}
+
+void tst_ProtobufFormat::annotationsReachTypesThatComeLater()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.json"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("{ \"messages\": {\n"
+               "\"*\": { \"fields\": { \"a_int32\": { \"role\": \"secondary\" } } },\n"
+               "\"kinds2.All\": { \"fields\": { \"a_string\": { \"confidential\": true } },\n"
+               "\"virtual\": [ { \"name\": \"sum\", \"expression\": \"child.a_int32 + children_1.child.a_int64 + 0.5\" "
+               "} ] },\n"
+               "\"kinds3.All\": { \"fields\": { \"nothing\": { \"confidential\": true } } },\n"
+               "\"other.Type\": { \"fields\": { \"nothing\": { \"confidential\": true } } } } }\n");
+    file.close();
+    ProtobufFormat format;
+    QStringList errors;
+    QVERIFY(format.addAnnotations(path, &errors));
+    for (const char* type : {"kinds2.All", "kinds3.All"})
+        format.loadSchema(fileOf(QLatin1String(type)), QStringList(importFolder), &errors);
+    QString error;
+    const MessageInfo* const info = format.findType(QStringLiteral("kinds2.All"), &error);
+    const MessageReference decoded = MessageReference::adopt(info->newMessage(
+        encode(info->getName(), "child { a_int32: 3 } children {} children { child { a_int64: 4 } } a_string: 's'")));
+    format.publish(&errors);
+    QCOMPARE(errors, QStringList());
+    QCOMPARE(rowText(info->getFieldInfo(QStringLiteral("a_int32"))),
+             QStringLiteral("a_int32 | int32 | 1 | optional secondary |  | "));
+    QVERIFY(info->getFieldInfo(QStringLiteral("a_string"))->isConfidential());
+    QCOMPARE(shown(decoded.get(), QStringLiteral("sum")), QStringLiteral("7.5"));
+    QCOMPARE(shown(decoded.get(), QStringLiteral("child/sum")), QStringLiteral("absent"));
+
+    QVERIFY(format.findType(QStringLiteral("kinds3.All"), &error));
+    format.publish(&errors);
+    QCOMPARE(errors, QStringList(path + QStringLiteral(":5: kinds3.All.nothing: unknown field")));
 }
 
 void tst_ProtobufFormat::partsLiveAsLongAsTheirReferences()

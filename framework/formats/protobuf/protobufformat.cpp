@@ -1,5 +1,6 @@
 #include "protobufformat.h"
 
+#include "../annotationfile.h"
 #include "formatregistry.h"
 #include "protobufimporter.h"
 #include "protobufmessage.h"
@@ -46,6 +47,7 @@ struct ProtobufFormat::Private
     QHash<QByteArray, Entry> schemas; // by their bytes
     QVector<Entry> loaded;            // in the order of loading
     QVector<MessageInfo*> made;       // not published yet; owned
+    std::vector<std::unique_ptr<AnnotationFile>> annotations;
 };
 
 ProtobufFormat::ProtobufFormat(const QString& name)
@@ -127,9 +129,20 @@ QStringList ProtobufFormat::getLoadedTypeNames() const
     return names;
 }
 
+bool ProtobufFormat::addAnnotations(const QString& path, QStringList* errors)
+{
+    const int before = static_cast<int>(errors->size());
+    publish(errors);
+    if (std::unique_ptr<AnnotationFile> file = AnnotationFile::read(path, errors)) {
+        file->apply(getMessageInfos(), AnnotationFile::SomeTypes, errors);
+        m_private->annotations.push_back(std::move(file));
+        FormatRegistry::getInstance()->updateFormat(this);
+    }
+    return errors->size() == before;
+}
+
 void ProtobufFormat::publish(QStringList* errors)
 {
-    Q_UNUSED(errors);
     QVector<MessageInfo*> made;
     {
         const QMutexLocker locker(&m_private->mutex);
@@ -137,7 +150,18 @@ void ProtobufFormat::publish(QStringList* errors)
     }
     if (made.isEmpty())
         return;
-    for (MessageInfo* info : made)
+    QVector<const MessageInfo*> infos;
+    for (MessageInfo* info : made) {
         addMessageInfo(info);
+        infos.append(info);
+    }
+    QStringList problems;
+    for (const std::unique_ptr<AnnotationFile>& file : m_private->annotations)
+        file->apply(infos, AnnotationFile::SomeTypes, &problems);
+    if (errors)
+        errors->append(problems);
+    else
+        for (const QString& problem : problems)
+            qWarning("%s", qPrintable(problem));
     FormatRegistry::getInstance()->updateFormat(this);
 }
