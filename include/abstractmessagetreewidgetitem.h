@@ -73,13 +73,19 @@ public:
 
 private:
     Q_DISABLE_COPY(AbstractMessageTreeWidgetItem)
+    friend class MessageTreeWidget;
+    friend class MessageTreeWidgetItem;
 
+    void forgetPlaceInTree();
     void writeText(MessageTreeWidget* tree, int column, const QString& text);
 
     MessageTreeWidget* m_messageTreeWidget;
     InitialExpansionPolicy m_initialExpansionPolicy;
     // A bit for each column whose text was written by this class and is one ordinary line, as high as its font.
     unsigned int m_ordinaryColumns;
+    // Kept by the tree: when the row was last on the screen, and a bit for each column that changed since.
+    unsigned int m_screenNumber;
+    unsigned int m_changedColumns;
 };
 
 #endif

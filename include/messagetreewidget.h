@@ -136,6 +136,8 @@ public Q_SLOTS:
     /** Sets the opposite of setShowPrimaryFieldsOnly(): true shows secondary fields. Deliberate and kept. */
     void setHideSecondaryFields(bool hideSecondary);
 
+    void doItemsLayout() override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void customEvent(QEvent* event) override;
@@ -148,11 +150,14 @@ private Q_SLOTS:
 private:
     Q_DISABLE_COPY(MessageTreeWidget)
     friend class AbstractMessageTreeWidgetItem;
+    friend class MessageTreeWidgetItem;
 
     void createActions();
-    bool isCheapChange(const QModelIndex& index) const;
+    void deleteRows(const QList<QTreeWidgetItem*>& rows);
+    bool isServedTogether(const QModelIndex& index) const;
     void noteChange(const QModelIndex& index);
     void followRowsOnScreen(bool repaintChanged);
+    void repaintColumns(const QModelIndex& index, unsigned int columns, const QRect& rowRect);
 
     static QHash<const MessageInfo*, bool> sMessageInfoExpandedCollapsedMap;
     static QHash<const FieldInfo*, bool> sFieldInfoExpandedCollapsedMap;
@@ -166,13 +171,21 @@ private:
     bool m_showPrimaryFieldsOnly;
     bool m_showVirtualFields;
 
-    // What getTopLevelAbstractMessageTreeWidgetItems() gives, while it is known: it is asked for every message.
+    // What getTopLevelAbstractMessageTreeWidgetItems() gives, while it is known: it is asked for every message. With
+    // each row the one type whose messages concern it, or null when only the row knows that.
     QList<AbstractMessageTreeWidgetItem*> m_topLevelRows;
+    QVector<const MessageInfo*> m_topLevelInfos;
     bool m_topLevelRowsKnown;
-    // The row whose text changes now in a way that leaves its height as it is; null otherwise.
-    const QTreeWidgetItem* m_rowBeingWritten;
-    // The rows last painted, each with a bit for every column to be repainted. Compared only, as a row may be gone.
-    QHash<const QTreeWidgetItem*, unsigned int> m_rowsOnScreen;
+    unsigned int m_topLevelRowsChanges;
+    // How many calls that make all rows anew are under way, and the rows that they left behind.
+    int m_reconfigurations;
+    QList<QTreeWidgetItem*> m_rowsToDelete;
+    // The row whose text changes now from one ordinary line to another; null otherwise.
+    AbstractMessageTreeWidgetItem* m_rowBeingWritten;
+    // Whether ordinary lines are all of one height, as the delegates and settings of the last layout have it.
+    bool m_ordinaryLinesKeepHeight;
+    // The rows that were on the screen last bear this number.
+    unsigned int m_screenNumber;
     bool m_repaintPosted;
 };
 

@@ -7,6 +7,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QVector>
 
 class AbstractFieldTreeWidgetItem;
 class FieldInfo;
@@ -77,6 +78,7 @@ private:
     QHash<const FieldInfo*, AbstractFieldTreeWidgetItem*> m_childRows;
     const Message* m_displayedMessage;
     QTreeWidgetItem* m_confidentialityRow;
+    QVector<AbstractFieldTreeWidgetItem*> m_childRowsInOrder; // those of the hash, in the order of the fields
 };
 
 #endif

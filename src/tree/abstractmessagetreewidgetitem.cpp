@@ -15,6 +15,8 @@ AbstractMessageTreeWidgetItem::AbstractMessageTreeWidgetItem(MessageTreeWidget* 
     CORVEL_ALLOCATED("AbstractMessageTreeWidgetItem");
     m_initialExpansionPolicy = CollapseInitially;
     m_ordinaryColumns = 0;
+    m_screenNumber = 0;
+    m_changedColumns = 0;
 }
 
 AbstractMessageTreeWidgetItem::~AbstractMessageTreeWidgetItem()
@@ -22,6 +24,12 @@ AbstractMessageTreeWidgetItem::~AbstractMessageTreeWidgetItem()
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("AbstractMessageTreeWidgetItem");
     // Before the tree tells anybody of the removal: from here on this is no row any more.
+    forgetPlaceInTree();
+}
+
+void AbstractMessageTreeWidgetItem::forgetPlaceInTree()
+{
+    CORVEL_DEBUG_HOOK();
     MessageTreeWidget* tree = parent() ? nullptr : dynamic_cast<MessageTreeWidget*>(treeWidget());
     if (tree)
         tree->forgetTopLevelRows();
@@ -112,7 +120,7 @@ void AbstractMessageTreeWidgetItem::writeText(MessageTreeWidget* tree, int colum
     const bool ordinary = isOneOrdinaryLine(text);
     const bool keepsHeight = ordinary && (m_ordinaryColumns & bitOfColumn(column));
     // Writing can lead to writing another row, when somebody listens.
-    const QTreeWidgetItem* outer = tree->m_rowBeingWritten;
+    AbstractMessageTreeWidgetItem* outer = tree->m_rowBeingWritten;
     tree->m_rowBeingWritten = keepsHeight ? this : nullptr;
     setData(column, Qt::DisplayRole, QVariant(text));
     tree->m_rowBeingWritten = outer;

@@ -2,6 +2,7 @@
 
 #include "abstractfieldtreewidgetitem.h"
 #include "diagnostics.h"
+#include "message.h"
 #include "messagetreewidgetitem.h"
 #include "pathexpression.h"
 
@@ -26,7 +27,11 @@ QHash<const FieldInfo*, bool> MessageTreeWidget::sFieldInfoExpandedCollapsedMap;
 MessageTreeWidget::MessageTreeWidget(QWidget* parent)
     : QTreeWidget(parent)
     , m_topLevelRowsKnown(false)
+    , m_topLevelRowsChanges(0)
+    , m_reconfigurations(0)
     , m_rowBeingWritten(nullptr)
+    , m_ordinaryLinesKeepHeight(false)
+    , m_screenNumber(1)
     , m_repaintPosted(false)
 {
     CORVEL_DEBUG_HOOK();
@@ -189,29 +194,54 @@ QList<AbstractMessageTreeWidgetItem*> MessageTreeWidget::getTopLevelAbstractMess
     QTreeWidgetItem* root = invisibleRootItem();
     // A look at a child lets the tree do sorting that it put off, which is the order that counts.
     root->child(0);
-    if (!m_topLevelRowsKnown) {
-        m_topLevelRows.clear();
-        for (int i = 0; i < root->childCount(); ++i) {
-            if (AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(root->child(i)))
-                m_topLevelRows.append(row);
-        }
-        m_topLevelRowsKnown = true;
+    if (m_topLevelRowsKnown)
+        return m_topLevelRows;
+    m_topLevelRows.clear();
+    m_topLevelInfos.clear();
+    for (int i = 0; i < root->childCount(); ++i) {
+        AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(root->child(i));
+        if (!row)
+            continue;
+        m_topLevelRows.append(row);
+        // A class derived from it may take messages of other types, too.
+        const bool takesOneType = typeid(*row) == typeid(MessageTreeWidgetItem);
+        m_topLevelInfos.append(takesOneType ? dynamic_cast<MessageTreeWidgetItem*>(row)->getMessageInfo() : nullptr);
     }
+    m_topLevelRowsKnown = true;
     return m_topLevelRows;
 }
 
 void MessageTreeWidget::forgetTopLevelRows(const QModelIndex& parent)
 {
     CORVEL_DEBUG_HOOK();
-    if (!parent.isValid())
-        m_topLevelRowsKnown = false;
+    if (parent.isValid())
+        return;
+    m_topLevelRowsKnown = false;
+    ++m_topLevelRowsChanges;
 }
 
 void MessageTreeWidget::reconfigureTopLevelAbstractMessageTreeWidgetItems()
 {
     CORVEL_DEBUG_HOOK();
+    ++m_reconfigurations;
     Q_FOREACH (AbstractMessageTreeWidgetItem* row, getTopLevelAbstractMessageTreeWidgetItems())
         row->configureInTreeWidget();
+    if (--m_reconfigurations > 0)
+        return;
+    const QList<QTreeWidgetItem*> rows = m_rowsToDelete;
+    m_rowsToDelete.clear();
+    qDeleteAll(rows);
+}
+
+void MessageTreeWidget::deleteRows(const QList<QTreeWidgetItem*>& rows)
+{
+    CORVEL_DEBUG_HOOK();
+    // Rows that are created in the gaps of deleted ones lie scattered in memory, which costs a third more for each
+    // value that they show from then on. So all old rows stay until all new ones exist.
+    if (m_reconfigurations > 0)
+        m_rowsToDelete += rows;
+    else
+        qDeleteAll(rows);
 }
 
 bool MessageTreeWidget::mustInitiallyBeExpanded(AbstractMessageTreeWidgetItem* item)
@@ -307,8 +337,19 @@ void MessageTreeWidget::loadExpansionState(QSettings& settings)
 void MessageTreeWidget::processMessage(const Message* message)
 {
     CORVEL_DEBUG_HOOK();
-    Q_FOREACH (AbstractMessageTreeWidgetItem* row, getTopLevelAbstractMessageTreeWidgetItems())
-        row->processMessage(message);
+    const QList<AbstractMessageTreeWidgetItem*> rows = getTopLevelAbstractMessageTreeWidgetItems();
+    const QVector<const MessageInfo*> infos = m_topLevelInfos;
+    const unsigned int changes = m_topLevelRowsChanges;
+    for (int i = 0; i < rows.size(); ++i) {
+        if (changes == m_topLevelRowsChanges) {
+            // Nearly all rows ignore the message. Finding that out here spares a look at each of them.
+            if (message && infos.at(i) && infos.at(i) != message->getInfo())
+                continue;
+        } else if (indexOfTopLevelItem(rows.at(i)) < 0) {
+            continue; // removed by somebody who listens to changes
+        }
+        rows.at(i)->processMessage(message);
+    }
 }
 
 void MessageTreeWidget::setShowVirtualFields(bool showVirtualFields)
@@ -403,10 +444,22 @@ static QEvent::Type repaintEventType()
     return type;
 }
 
+void MessageTreeWidget::doItemsLayout()
+{
+    CORVEL_DEBUG_HOOK();
+    // The view lays its rows out anew whenever any of this changes.
+    m_ordinaryLinesKeepHeight = !wordWrap() && typeid(*itemDelegate()) == typeid(QStyledItemDelegate);
+    for (int column = 0; column < columnCount(); ++column) {
+        if (itemDelegateForColumn(column))
+            m_ordinaryLinesKeepHeight = false;
+    }
+    QTreeWidget::doItemsLayout();
+}
+
 void MessageTreeWidget::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight)
 {
     CORVEL_DEBUG_HOOK();
-    if (m_rowBeingWritten && topLeft == bottomRight && isCheapChange(topLeft))
+    if (m_rowBeingWritten && isServedTogether(topLeft))
         noteChange(topLeft);
     else
         QTreeWidget::dataChanged(topLeft, bottomRight);
@@ -415,28 +468,30 @@ void MessageTreeWidget::dataChanged(const QModelIndex& topLeft, const QModelInde
 void MessageTreeWidget::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QVector<int>&)
 {
     CORVEL_DEBUG_HOOK();
-    dataChanged(topLeft, bottomRight);
+    if (m_rowBeingWritten && isServedTogether(topLeft))
+        noteChange(topLeft);
+    else
+        QTreeWidget::dataChanged(topLeft, bottomRight);
 }
 
-bool MessageTreeWidget::isCheapChange(const QModelIndex& index) const
+bool MessageTreeWidget::isServedTogether(const QModelIndex& index) const
 {
     CORVEL_DEBUG_HOOK();
-    // A listener may write to other rows meanwhile; and editors and screen readers are served by the view itself.
-    return itemFromIndex(index) == m_rowBeingWritten && !wordWrap() && !indexWidget(index) &&
-           !QAccessible::isActive() && !itemDelegateForColumn(index.column()) && !itemDelegateForRow(index.row()) &&
-           typeid(*itemDelegate()) == typeid(QStyledItemDelegate);
+    // A listener may write elsewhere meanwhile; the pointer in an index of this model is the item. Editors, which are
+    // children of the viewport, and screen readers are served by the view itself.
+    return index.internalPointer() == static_cast<QTreeWidgetItem*>(m_rowBeingWritten) && m_ordinaryLinesKeepHeight &&
+           !itemDelegateForRow(index.row()) && (viewport()->children().isEmpty() || !indexWidget(index)) &&
+           !QAccessible::isActive();
 }
 
 void MessageTreeWidget::noteChange(const QModelIndex& index)
 {
     CORVEL_DEBUG_HOOK();
-    const QHash<const QTreeWidgetItem*, unsigned int>::iterator columns = m_rowsOnScreen.find(m_rowBeingWritten);
-    if (columns == m_rowsOnScreen.end())
+    if (m_rowBeingWritten->m_screenNumber != m_screenNumber)
         return;
-    if (m_repaintPosted) {
-        *columns |= 1u << qMin(index.column(), 31);
+    m_rowBeingWritten->m_changedColumns |= 1u << qMin(index.column(), 31);
+    if (m_repaintPosted)
         return;
-    }
     m_repaintPosted = true;
     QCoreApplication::postEvent(this, new QEvent(repaintEventType()));
     // The first cell at once: the request to paint then stands behind the event, and both are served in one pass.
@@ -464,31 +519,41 @@ void MessageTreeWidget::paintEvent(QPaintEvent* event)
 void MessageTreeWidget::followRowsOnScreen(bool repaintChanged)
 {
     CORVEL_DEBUG_HOOK();
-    const QHash<const QTreeWidgetItem*, unsigned int> before = m_rowsOnScreen;
-    m_rowsOnScreen = QHash<const QTreeWidgetItem*, unsigned int>();
-    if (!isVisible() || header()->count() == 0)
+    ++m_screenNumber;
+    if (!isVisible())
         return;
-    // In any column: where there is none at a place, the view finds no row either.
-    const int left = columnViewportPosition(header()->logicalIndex(0));
-    QModelIndex index = indexAt(QPoint(left, 0));
+    // Below a column that is shown, whichever it is: beside the columns, the view finds no rows.
+    int position = 0;
+    while (position < header()->count() && header()->isSectionHidden(header()->logicalIndex(position)))
+        ++position;
+    if (position == header()->count())
+        return;
+    QModelIndex index = indexAt(QPoint(columnViewportPosition(header()->logicalIndex(position)), 0));
     index = index.sibling(index.row(), 0);
     int top = visualRect(index).top();
     while (index.isValid() && top < viewport()->height()) {
-        const QTreeWidgetItem* item = itemFromIndex(index);
         const int height = rowHeight(index);
-        unsigned int columns = before.value(item);
-        if (repaintChanged && columns) {
-            const bool whole = isFirstColumnSpanned(index.row(), index.parent());
-            for (int column = 0; column < columnCount(); ++column) {
-                if (columns & (1u << qMin(column, 31)))
-                    viewport()->update(columnViewportPosition(column), top, columnWidth(column), height);
-            }
-            if (whole)
-                viewport()->update(0, top, viewport()->width(), height);
-            columns = 0;
+        if (AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(itemFromIndex(index))) {
+            if (repaintChanged && row->m_changedColumns)
+                repaintColumns(index, row->m_changedColumns, QRect(0, top, viewport()->width(), height));
+            if (repaintChanged || !m_repaintPosted)
+                row->m_changedColumns = 0;
+            row->m_screenNumber = m_screenNumber;
         }
-        m_rowsOnScreen.insert(item, columns);
         top += height;
         index = indexBelow(index);
+    }
+}
+
+void MessageTreeWidget::repaintColumns(const QModelIndex& index, unsigned int columns, const QRect& rowRect)
+{
+    CORVEL_DEBUG_HOOK();
+    if (isFirstColumnSpanned(index.row(), index.parent())) {
+        viewport()->update(rowRect);
+        return;
+    }
+    for (int column = 0; column < columnCount(); ++column) {
+        if (columns & (1u << qMin(column, 31)))
+            viewport()->update(columnViewportPosition(column), rowRect.top(), columnWidth(column), rowRect.height());
     }
 }

@@ -85,6 +85,7 @@ void MessageTreeWidgetItem::setMessageInfo(const MessageInfo* info)
         return;
     setDisplayedMessage(nullptr);
     m_messageInfo = info;
+    forgetPlaceInTree(); // the tree remembers which types its rows wait for
     m_messageNeed.setMessageNeeded(info);
     deleteAllChildItems();
     // A type can contain itself: below a row of the same type, rows are created only when there is something to show.
@@ -107,7 +108,9 @@ void MessageTreeWidgetItem::displayMessage(const Message* message)
     setDisplayedMessage(message);
     setValueText();
     setRawValueText();
-    Q_FOREACH (AbstractFieldTreeWidgetItem* row, m_childRows)
+    // A hash has no order of its own, so that any is its order: that of the fields is the one in which the rows lie in
+    // memory, and with many types the time goes into waiting for memory.
+    Q_FOREACH (AbstractFieldTreeWidgetItem* row, m_childRowsInOrder)
         row->processMessage(message);
 }
 
@@ -181,6 +184,7 @@ void MessageTreeWidgetItem::createChildItems()
             setNameItalic(row);
         addChild(row);
         m_childRows.insert(field, row);
+        m_childRowsInOrder.append(row);
         if (treeWidget())
             row->configureInTreeWidget();
     }
@@ -194,8 +198,13 @@ void MessageTreeWidgetItem::createChildItems()
 void MessageTreeWidgetItem::deleteAllChildItems()
 {
     CORVEL_DEBUG_HOOK();
-    qDeleteAll(takeChildren());
+    MessageTreeWidget* tree = getMessageTreeWidget();
+    if (tree)
+        tree->deleteRows(takeChildren());
+    else
+        qDeleteAll(takeChildren());
     m_childRows = QHash<const FieldInfo*, AbstractFieldTreeWidgetItem*>();
+    m_childRowsInOrder.clear();
     m_confidentialityRow = nullptr;
 }
 
