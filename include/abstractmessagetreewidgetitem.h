@@ -82,7 +82,9 @@ private:
     MessageTreeWidget* m_messageTreeWidget;
     InitialExpansionPolicy m_initialExpansionPolicy;
     // A bit for each column whose text was written by this class and is one ordinary line, as high as its font.
-    unsigned int m_ordinaryColumns;
+    unsigned int m_ordinaryColumns : 31;
+    // Whether the text to be stored next comes from this class.
+    unsigned int m_writesOwnText : 1;
     // Kept by the tree: when the row was last on the screen, and a bit for each column that changed since.
     unsigned int m_screenNumber;
     unsigned int m_changedColumns;

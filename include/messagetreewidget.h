@@ -154,8 +154,7 @@ private:
 
     void createActions();
     void deleteRows(const QList<QTreeWidgetItem*>& rows);
-    bool isServedTogether(const QModelIndex& index) const;
-    void noteChange(const QModelIndex& index);
+    bool serveTogether(const QModelIndex& index);
     void followRowsOnScreen(bool repaintChanged);
     void repaintColumns(const QModelIndex& index, unsigned int columns, const QRect& rowRect);
 

@@ -15,6 +15,7 @@ AbstractMessageTreeWidgetItem::AbstractMessageTreeWidgetItem(MessageTreeWidget* 
     CORVEL_ALLOCATED("AbstractMessageTreeWidgetItem");
     m_initialExpansionPolicy = CollapseInitially;
     m_ordinaryColumns = 0;
+    m_writesOwnText = 0;
     m_screenNumber = 0;
     m_changedColumns = 0;
 }
@@ -88,13 +89,16 @@ void AbstractMessageTreeWidgetItem::configureInTreeWidget()
 static unsigned int bitOfColumn(int column)
 {
     CORVEL_DEBUG_HOOK();
-    return column >= 0 && column < 32 ? 1u << column : 0;
+    return column >= 0 && column < 31 ? 1u << column : 0;
 }
 
 void AbstractMessageTreeWidgetItem::setData(int column, int role, const QVariant& value)
 {
     CORVEL_DEBUG_HOOK();
-    if (role == Qt::DisplayRole || role == Qt::EditRole)
+    // Only this once: whoever listens to the change may write here, too.
+    const bool isOwnText = m_writesOwnText;
+    m_writesOwnText = 0;
+    if (!isOwnText && (role == Qt::DisplayRole || role == Qt::EditRole))
         m_ordinaryColumns &= ~bitOfColumn(column);
     QTreeWidgetItem::setData(column, role, value);
 }
@@ -117,15 +121,16 @@ static bool isOneOrdinaryLine(const QString& text)
 void AbstractMessageTreeWidgetItem::writeText(MessageTreeWidget* tree, int column, const QString& text)
 {
     CORVEL_DEBUG_HOOK();
-    const bool ordinary = isOneOrdinaryLine(text);
-    const bool keepsHeight = ordinary && (m_ordinaryColumns & bitOfColumn(column));
+    const unsigned int bit = bitOfColumn(column);
+    const bool wasOrdinary = m_ordinaryColumns & bit;
+    const bool isOrdinary = isOneOrdinaryLine(text);
+    m_ordinaryColumns = isOrdinary ? m_ordinaryColumns | bit : m_ordinaryColumns & ~bit;
+    m_writesOwnText = 1;
     // Writing can lead to writing another row, when somebody listens.
     AbstractMessageTreeWidgetItem* outer = tree->m_rowBeingWritten;
-    tree->m_rowBeingWritten = keepsHeight ? this : nullptr;
+    tree->m_rowBeingWritten = wasOrdinary && isOrdinary ? this : nullptr;
     setData(column, Qt::DisplayRole, QVariant(text));
     tree->m_rowBeingWritten = outer;
-    if (ordinary)
-        m_ordinaryColumns |= bitOfColumn(column);
 }
 
 MessageTreeWidget* AbstractMessageTreeWidgetItem::getMessageTreeWidget()

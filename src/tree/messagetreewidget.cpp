@@ -448,7 +448,8 @@ void MessageTreeWidget::doItemsLayout()
 {
     CORVEL_DEBUG_HOOK();
     // The view lays its rows out anew whenever any of this changes.
-    m_ordinaryLinesKeepHeight = !wordWrap() && typeid(*itemDelegate()) == typeid(QStyledItemDelegate);
+    const QAbstractItemDelegate* delegate = itemDelegate();
+    m_ordinaryLinesKeepHeight = !wordWrap() && delegate && typeid(*delegate) == typeid(QStyledItemDelegate);
     for (int column = 0; column < columnCount(); ++column) {
         if (itemDelegateForColumn(column))
             m_ordinaryLinesKeepHeight = false;
@@ -459,43 +460,40 @@ void MessageTreeWidget::doItemsLayout()
 void MessageTreeWidget::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight)
 {
     CORVEL_DEBUG_HOOK();
-    if (m_rowBeingWritten && isServedTogether(topLeft))
-        noteChange(topLeft);
-    else
+    if (!serveTogether(topLeft))
         QTreeWidget::dataChanged(topLeft, bottomRight);
 }
 
 void MessageTreeWidget::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QVector<int>&)
 {
     CORVEL_DEBUG_HOOK();
-    if (m_rowBeingWritten && isServedTogether(topLeft))
-        noteChange(topLeft);
-    else
+    if (!serveTogether(topLeft))
         QTreeWidget::dataChanged(topLeft, bottomRight);
 }
 
-bool MessageTreeWidget::isServedTogether(const QModelIndex& index) const
+bool MessageTreeWidget::serveTogether(const QModelIndex& index)
 {
     CORVEL_DEBUG_HOOK();
-    // A listener may write elsewhere meanwhile; the pointer in an index of this model is the item. Editors, which are
-    // children of the viewport, and screen readers are served by the view itself.
-    return index.internalPointer() == static_cast<QTreeWidgetItem*>(m_rowBeingWritten) && m_ordinaryLinesKeepHeight &&
-           !itemDelegateForRow(index.row()) && (viewport()->children().isEmpty() || !indexWidget(index)) &&
-           !QAccessible::isActive();
-}
-
-void MessageTreeWidget::noteChange(const QModelIndex& index)
-{
-    CORVEL_DEBUG_HOOK();
-    if (m_rowBeingWritten->m_screenNumber != m_screenNumber)
-        return;
-    m_rowBeingWritten->m_changedColumns |= 1u << qMin(index.column(), 31);
+    // A listener may write elsewhere meanwhile; the pointer in an index of this model is the item.
+    AbstractMessageTreeWidgetItem* row = m_rowBeingWritten;
+    if (!row || index.internalPointer() != static_cast<QTreeWidgetItem*>(row))
+        return false;
+    // What comes next for this row comes from a listener: the view was told first.
+    m_rowBeingWritten = nullptr;
+    // Editors, which are children of the viewport, and screen readers are served by the view itself.
+    if (!m_ordinaryLinesKeepHeight || itemDelegateForRow(index.row()) ||
+        (!viewport()->children().isEmpty() && indexWidget(index)) || QAccessible::isActive())
+        return false;
+    if (row->m_screenNumber != m_screenNumber)
+        return true;
+    row->m_changedColumns |= 1u << qMin(index.column(), 31);
     if (m_repaintPosted)
-        return;
+        return true;
     m_repaintPosted = true;
     QCoreApplication::postEvent(this, new QEvent(repaintEventType()));
     // The first cell at once: the request to paint then stands behind the event, and both are served in one pass.
     update(index);
+    return true;
 }
 
 void MessageTreeWidget::customEvent(QEvent* event)

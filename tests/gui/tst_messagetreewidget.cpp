@@ -53,9 +53,13 @@ private Q_SLOTS:
     void remembersExpansion();
     void tellsEveryListenerOfEveryChange();
     void repaintsWhatChangedOnTheScreen();
+    void leavesNothingStaleOnTheScreen_data();
+    void leavesNothingStaleOnTheScreen();
     void growsRowsWithTheirTexts();
     void growsRowsOfTextsWrittenByOthers();
+    void growsRowsOfTextsWrittenByListeners();
     void leavesHeightsToOtherDelegates();
+    void takesTheRowsThatListenersLeave();
     void survivesNull();
 };
 
@@ -431,33 +435,105 @@ void TestMessageTreeWidget::repaintsWhatChangedOnTheScreen()
     PaintWatcher watcher(shown.tree.viewport());
     shown.feed(1000);
     QCoreApplication::processEvents();
-    const QRect last = shown.tree.viewport()->rect();
-    const QModelIndex bottom = shown.tree.indexAt(QPoint(5, last.bottom() - 5));
-    QVERIFY(bottom.isValid());
-    // Every value on the screen, and no name.
-    for (int i = 0; i < 5; ++i) {
-        const QModelIndex name = shown.tree.model()->index(i, 0, shown.tree.model()->index(0, 0));
-        const QModelIndex value = name.sibling(i, 2);
-        QVERIFY(watcher.region.contains(shown.tree.visualRect(value).center()));
-        QVERIFY(!watcher.region.contains(shown.tree.visualRect(name).center()));
-    }
-    QVERIFY(watcher.region.contains(shown.tree.visualRect(bottom.sibling(bottom.row(), 2)).center()));
-
-    // After scrolling, the rows that came on the screen are followed.
-    shown.tree.scrollToItem(shown.row->child(150), QAbstractItemView::PositionAtTop);
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
-    watcher.region = QRegion();
-    shown.feedText(150, "new");
-    QCoreApplication::processEvents();
-    const QModelIndex row150 = shown.tree.model()->index(150, 2, shown.tree.model()->index(0, 0));
-    QVERIFY(watcher.region.contains(shown.tree.visualRect(row150).center()));
+    // Values, and no names.
+    const QModelIndex name = shown.tree.model()->index(2, 0, shown.tree.model()->index(0, 0));
+    QVERIFY(watcher.region.contains(shown.tree.visualRect(name.sibling(2, 2)).center()));
+    QVERIFY(!watcher.region.contains(shown.tree.visualRect(name).center()));
 
     // What is off the screen costs no painting.
     watcher.region = QRegion();
-    shown.feedText(3, "new");
+    shown.feedText(150, "new");
     QCoreApplication::processEvents();
     QCOMPARE(watcher.region, QRegion());
+}
+
+/** Brings a shown tree into one of the situations in which the place of a cell is not what it was. */
+static void arrange(ShownTree* shown, const QString& situation)
+{
+    Tree& tree = shown->tree;
+    QTreeWidgetItem* row = shown->row->child(2);
+    if (situation == QLatin1String("scrolled"))
+        tree.scrollToItem(shown->row->child(60), QAbstractItemView::PositionAtTop);
+    if (situation == QLatin1String("scrolled sideways")) {
+        tree.setColumnWidth(0, 700);
+        tree.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+        tree.scrollTo(tree.model()->index(0, 2), QAbstractItemView::PositionAtCenter);
+    }
+    if (situation == QLatin1String("resized"))
+        tree.setColumnWidth(1, 7);
+    if (situation == QLatin1String("hidden"))
+        tree.setColumnHidden(0, true);
+    if (situation == QLatin1String("moved"))
+        tree.header()->moveSection(2, 0);
+    if (situation == QLatin1String("from right to left"))
+        tree.setLayoutDirection(Qt::RightToLeft);
+    if (situation == QLatin1String("spanned")) {
+        tree.setColumns(QVector<Tree::ColumnType>() << Tree::ValueColumn << Tree::NameColumn);
+        row = shown->row->child(2); // made anew
+        row->setFirstColumnSpanned(true);
+    }
+    if (situation == QLatin1String("large")) {
+        QFont font = tree.font();
+        font.setPointSize(2 * font.pointSize());
+        tree.setFont(font);
+    }
+    if (situation == QLatin1String("sorted")) {
+        tree.sortByColumn(2, Qt::DescendingOrder);
+        tree.setSortingEnabled(true);
+    }
+    if (situation == QLatin1String("wrapped")) {
+        tree.setWordWrap(true);
+        tree.setColumnWidth(2, 30);
+    }
+    if (situation == QLatin1String("two lines"))
+        shown->feedText(2, "two\nlines");
+    if (situation == QLatin1String("edited")) {
+        row->setFlags(row->flags() | Qt::ItemIsEditable);
+        tree.openPersistentEditor(row, 2);
+    }
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+}
+
+static QImage pictureOf(Tree* tree)
+{
+    QImage picture(tree->viewport()->size(), QImage::Format_RGB32);
+    tree->viewport()->render(&picture);
+    return picture;
+}
+
+void TestMessageTreeWidget::leavesNothingStaleOnTheScreen_data()
+{
+    QTest::addColumn<QString>("situation");
+    Q_FOREACH (const QString& situation,
+               lines("plain\nscrolled\nscrolled sideways\nresized\nhidden\nmoved\nfrom right to left\nspanned\n"
+                     "large\nsorted\nwrapped\ntwo lines\nedited"))
+        QTest::newRow(qPrintable(situation)) << situation;
+}
+
+void TestMessageTreeWidget::leavesNothingStaleOnTheScreen()
+{
+    // What was on the screen is drawn from a second tree, so that drawing it cannot help the first.
+    QFETCH(QString, situation);
+    ShownTree twin(100);
+    arrange(&twin, situation);
+    ShownTree shown(100);
+    arrange(&shown, situation);
+    const QImage before = pictureOf(&twin.tree);
+    PaintWatcher watcher(shown.tree.viewport());
+    shown.feed(500);
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    const QRegion painted = watcher.region;
+    const QImage after = pictureOf(&shown.tree);
+    QCOMPARE(before.size(), after.size());
+    QVERIFY(before != after);
+    int stale = 0;
+    for (int y = 0; y < after.height(); ++y) {
+        for (int x = 0; x < after.width(); ++x)
+            stale += before.pixel(x, y) != after.pixel(x, y) && !painted.contains(QPoint(x, y));
+    }
+    QCOMPARE(stale, 0);
 }
 
 void TestMessageTreeWidget::growsRowsWithTheirTexts()
@@ -493,6 +569,90 @@ void TestMessageTreeWidget::growsRowsOfTextsWrittenByOthers()
     shown.feed(500);
     QCoreApplication::processEvents();
     QCOMPARE(shown.height(1), one);
+}
+
+/** Answers the first change of a row by a text of its own. */
+class AnsweringListener : public QObject
+{
+    Q_OBJECT
+
+public:
+    AnsweringListener(Tree* tree, QTreeWidgetItem* row)
+        : m_row(row)
+    {
+        connect(tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), SLOT(answer(QTreeWidgetItem*)));
+    }
+
+private Q_SLOTS:
+    void answer(QTreeWidgetItem* row)
+    {
+        if (row != m_row)
+            return;
+        m_row = nullptr;
+        row->setText(2, QLatin1String("two\nlines"));
+    }
+
+private:
+    QTreeWidgetItem* m_row;
+};
+
+void TestMessageTreeWidget::growsRowsOfTextsWrittenByListeners()
+{
+    ShownTree shown(5);
+    const int one = shown.height(1);
+    AnsweringListener listener(&shown.tree, shown.row->child(1));
+    shown.feed(500);
+    QCoreApplication::processEvents();
+    QVERIFY(shown.height(1) > one);
+    shown.feed(700);
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.height(1), one);
+}
+
+/** Deletes a row as soon as another changes. */
+class DeletingListener : public QObject
+{
+    Q_OBJECT
+
+public:
+    DeletingListener(Tree* tree, QTreeWidgetItem* row)
+        : m_row(row)
+    {
+        connect(tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), SLOT(deleteRow()));
+    }
+
+private Q_SLOTS:
+    void deleteRow()
+    {
+        QTreeWidgetItem* row = m_row;
+        m_row = nullptr;
+        delete row;
+    }
+
+private:
+    QTreeWidgetItem* m_row;
+};
+
+void TestMessageTreeWidget::takesTheRowsThatListenersLeave()
+{
+    TestInfo info("T");
+    TestFieldInfo* x = info.add("x");
+    OwnedMessage message(&info);
+    message->set(x, 1);
+    Tree tree;
+    addRow(&tree, &info);
+    MessageTreeWidgetItem* second = addRow(&tree, &info);
+    MessageTreeWidgetItem* last = addRow(&tree, nullptr);
+    last->setMessageInfo(&info);
+    DeletingListener listener(&tree, second);
+    tree.processMessage(message);
+    QCOMPARE(tree.topLevelItemCount(), 2);
+    QCOMPARE(rowsBelow(last), lines("x | double | 1"));
+    TestInfo other("OTHER");
+    last->setMessageInfo(&other);
+    last->setMessageInfo(&info);
+    tree.processMessage(message);
+    QCOMPARE(rowsBelow(last), lines("x | double | 1"));
 }
 
 /** A delegate whose rows are the higher the longer their texts are. */
