@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <memory>
 #include <vector>
@@ -205,10 +206,20 @@ public:
         m_times.push_back(processorTime() - start);
     }
 
-    double middle()
+    /** The middle of the ratios to what was taken in turns with this: a machine that gets slower slows both. */
+    double middleRatioTo(const Timings& other) const
     {
-        std::nth_element(m_times.begin(), m_times.begin() + m_times.size() / 2, m_times.end());
-        return m_times[m_times.size() / 2];
+        Timings ratios;
+        for (std::size_t i = 0; i < m_times.size(); ++i)
+            ratios.m_times.push_back(m_times[i] / other.m_times[i]);
+        return ratios.middle();
+    }
+
+    double middle() const
+    {
+        std::vector<double> times = m_times;
+        std::nth_element(times.begin(), times.begin() + times.size() / 2, times.end());
+        return times[times.size() / 2];
     }
 
 private:
@@ -220,9 +231,14 @@ struct Measured
 {
     double ours = 0;       ///< ns a field, processMessage()
     double floor = 0;      ///< ns a field, formatting and storing
+    double unchanged = 0;  ///< ns a field, processMessage() with the values shown already
+    double same = 0;       ///< ns a field, formatting and storing what is stored already
     double view = 0;       ///< ns a field, storing in the shown plain tree
     double frame = 0;      ///< us, the frame after a message of each type
     double plainFrame = 0; ///< us, the same of the shown plain tree
+    double ratio = 0;
+    double unchangedRatio = 0;
+    double frameRatio = 0;
 };
 
 Measured measure(int types, bool expanded)
@@ -266,12 +282,21 @@ Measured measure(int types, bool expanded)
         ours.take(rounds, feedOurs);
         QCoreApplication::processEvents();
     }
+    Timings unchanged;
+    Timings same;
+    feedOurs(0);
+    feedUnlaid(0);
+    for (int i = 0; i < repetitions; ++i) {
+        same.take(rounds, [&](int) { feedUnlaid(0); });
+        unchanged.take(rounds, [&](int) { feedOurs(0); });
+        QCoreApplication::processEvents();
+    }
     Timings view;
     view.take(2, feedPlain);
 
     Timings frame;
     Timings plainFrame;
-    for (int round = 0; round < (types > 100 ? 9 : 25); ++round) {
+    for (int round = 0; round < 25; ++round) {
         feedPlain(round);
         plainFrame.take([] { QCoreApplication::processEvents(); });
         feedOurs(round);
@@ -281,6 +306,11 @@ Measured measure(int types, bool expanded)
     Measured result;
     result.ours = ours.middle() / fields;
     result.floor = floor.middle() / fields;
+    result.unchanged = unchanged.middle() / fields;
+    result.same = same.middle() / fields;
+    result.ratio = ours.middleRatioTo(floor);
+    result.unchangedRatio = unchanged.middleRatioTo(same);
+    result.frameRatio = frame.middleRatioTo(plainFrame);
     result.view = view.middle() / fields;
     result.frame = frame.middle() / 1000;
     result.plainFrame = plainFrame.middle() / 1000;
@@ -289,14 +319,16 @@ Measured measure(int types, bool expanded)
 
 void printTable(const std::vector<int>& numbersOfTypes)
 {
-    std::printf("%5s %-9s %12s %12s %7s %14s %12s %12s %7s\n", "types", "", "ours ns/fld", "floor ns/fld", "ratio",
-                "plain ns/fld", "frame us", "plain us", "ratio");
+    std::printf("%-15s | %-20s | %-20s | %-8s | %s\n", "", "new values, ns/field", "same again, ns/field", "plain,",
+                "frame, us");
+    std::printf("%5s %9s | %6s %6s %6s | %6s %6s %6s | %8s | %8s %8s %6s\n", "types", "", "ours", "floor", "ratio",
+                "ours", "floor", "ratio", "ns/field", "ours", "plain", "ratio");
     for (const bool expanded : {true, false}) {
         for (const int types : numbersOfTypes) {
             const Measured m = measure(types, expanded);
-            std::printf("%5d %-9s %12.1f %12.1f %7.2f %14.1f %12.1f %12.1f %7.2f\n", types,
-                        expanded ? "expanded" : "collapsed", m.ours, m.floor, m.ours / m.floor, m.view, m.frame,
-                        m.plainFrame, m.frame / m.plainFrame);
+            std::printf("%5d %9s | %6.0f %6.0f %6.2f | %6.0f %6.0f %6.2f | %8.0f | %8.1f %8.1f %6.2f\n", types,
+                        expanded ? "expanded" : "collapsed", m.ours, m.floor, m.ratio, m.unchanged, m.same,
+                        m.unchangedRatio, m.view, m.frame, m.plainFrame, m.frameRatio);
             std::fflush(stdout);
         }
     }
