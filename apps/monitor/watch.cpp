@@ -2,8 +2,6 @@
 
 #include "fieldinfo.h"
 #include "fieldvaluelabel.h"
-#include "latestmessagesource.h"
-#include "messageinfo.h"
 
 #include <QEvent>
 #include <QInputDialog>
@@ -20,10 +18,11 @@ static QString shortName(const PathExpression& expression)
 }
 
 Watch::Watch(const QString& expression, const QString& name, LatestMessageSource* source)
-    : m_source(source)
-    , m_caption(new QToolButton)
-    , m_label(new FieldValueLabel(nullptr, source, true, -1))
+    : m_caption(new QToolButton)
+    , m_label(new FieldValueLabel(nullptr, nullptr, true, -1))
+    , m_field(m_label, source)
 {
+    m_expression.setConsiderSubMessages(true);
     m_expression.setString(expression);
     setFrameShape(QFrame::StyledPanel);
     QVBoxLayout* layout = new QVBoxLayout(this);
@@ -86,24 +85,11 @@ void Watch::setTimeOut(int milliseconds)
     m_label->setTimeOut(milliseconds);
 }
 
-int Watch::indexOf(const PathExpression& expression)
-{
-    QString text = expression.getString(PathExpression::Parts(PathExpression::IndexPart));
-    text.remove(QLatin1Char('[')).remove(QLatin1Char(']'));
-    bool ok = false;
-    const int index = text.toInt(&ok);
-    return ok && index >= 0 ? index : -1;
-}
-
 void Watch::resolve()
 {
-    const QVector<const FieldInfo*> fields = m_expression.getMatchingFieldInfos();
-    const FieldInfo* field = fields.size() == 1 ? fields.first() : nullptr;
-    const int index = indexOf(m_expression);
-    if (index >= 0)
-        m_label->setIndex(uint(index));
+    const FieldInfo* field = m_field.follow(m_expression);
     QString toolTip = getExpression();
-    if (!field && fields.isEmpty())
+    if (!field && m_expression.getMatchingFieldInfos().isEmpty())
         toolTip += QLatin1Char('\n') + tr("No loaded definition has this field.");
     else if (!field)
         toolTip += QLatin1Char('\n') + tr("More than one field has this name.");
@@ -111,15 +97,6 @@ void Watch::resolve()
         toolTip += QLatin1Char('\n') + field->getDescription();
     m_caption->setToolTip(toolTip);
     m_label->setToolTip(toolTip);
-    if (field == m_label->getFieldInfo())
-        return;
-    m_label->setFieldInfo(field);
-    m_label->clearValue();
-    if (field && !field->getMessageInfos().isEmpty()) {
-        const MessageReference latest = m_source->getLatest(field->getMessageInfos().first());
-        if (!latest.isNull())
-            m_label->processMessage(latest.get());
-    }
 }
 
 void Watch::rename()

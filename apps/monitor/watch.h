@@ -2,6 +2,7 @@
 #define WATCH_H
 
 #include "pathexpression.h"
+#include "watchedfield.h"
 
 #include <QFrame>
 
@@ -37,9 +38,6 @@ public:
     /** Milliseconds after which a value that was not refreshed goes; negative means never. */
     void setTimeOut(int milliseconds);
 
-    /** The number of an index part, "[2]"; -1 for a field as a whole. */
-    static int indexOf(const PathExpression& expression);
-
 Q_SIGNALS:
     void removeRequested();
 
@@ -52,9 +50,9 @@ private:
 
     PathExpression m_expression;
     QString m_name;
-    LatestMessageSource* m_source;
     QToolButton* m_caption;
     FieldValueLabel* m_label;
+    WatchedField m_field;
 };
 
 #endif

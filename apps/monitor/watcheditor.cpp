@@ -2,11 +2,8 @@
 
 #include "fieldinfo.h"
 #include "fieldvaluelabel.h"
-#include "latestmessagesource.h"
-#include "messageinfo.h"
 #include "pathexpressioncombobox.h"
 #include "pathexpressionlineedit.h"
-#include "watch.h"
 
 #include <QAbstractItemView>
 #include <QCompleter>
@@ -33,13 +30,14 @@ static QString orAll(const QString& text)
 
 WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
     : QWidget(parent)
-    , m_source(source)
     , m_line(new PathExpressionLineEdit(&m_expression, PathExpression::AllParts, this))
     , m_completions(new QStringListModel(this))
-    , m_value(new FieldValueLabel(nullptr, source, true, -1))
+    , m_value(new FieldValueLabel(nullptr, nullptr, true, -1))
+    , m_watched(m_value, source)
     , m_status(new QLabel)
     , m_pin(new QPushButton(tr("&Pin")))
 {
+    m_expression.setConsiderSubMessages(true);
     m_expression.setWildCard(Format | MessageType);
     narrow(PathExpression::AllParts);
 
@@ -131,15 +129,19 @@ void WatchEditor::narrow(PathExpression::Parts changed)
 
 void WatchEditor::complete()
 {
-    const QStringList texts = m_expression.getMatchingExpressionsStringList(Format | MessageType | Field);
-    m_completions->setStringList(texts.mid(0, MostCompletions));
+    m_completions->setStringList(
+        m_expression.getMatchingExpressionsStringList(Format | MessageType | Field, MostCompletions));
 }
 
 void WatchEditor::resolve()
 {
     const bool named = !m_expression.getString(Field).isEmpty();
     const QVector<const FieldInfo*> fields = named ? m_expression.getMatchingFieldInfos() : QVector<const FieldInfo*>();
-    const FieldInfo* field = fields.size() == 1 ? fields.first() : nullptr;
+    const FieldInfo* field = nullptr;
+    if (named)
+        field = m_watched.follow(m_expression);
+    else
+        m_watched.followNothing();
     if (!m_expression.errorString().isEmpty())
         m_status->setText(m_expression.errorString());
     else if (!named)
@@ -149,18 +151,6 @@ void WatchEditor::resolve()
     m_value->setVisible(field);
     m_status->setVisible(!field);
     m_pin->setEnabled(!fields.isEmpty() && fields.size() <= MostPinned);
-    const int index = Watch::indexOf(m_expression);
-    if (index >= 0)
-        m_value->setIndex(uint(index));
-    else
-        m_value->clearIndex();
-    m_value->setFieldInfo(field);
-    m_value->clearValue();
-    if (field && !field->getMessageInfos().isEmpty()) {
-        const MessageReference latest = m_source->getLatest(field->getMessageInfos().first());
-        if (!latest.isNull())
-            m_value->processMessage(latest.get());
-    }
 }
 
 void WatchEditor::pin()

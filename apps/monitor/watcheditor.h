@@ -2,6 +2,7 @@
 #define WATCHEDITOR_H
 
 #include "pathexpression.h"
+#include "watchedfield.h"
 
 #include <QWidget>
 
@@ -43,10 +44,10 @@ private:
     PathExpression m_formats; // what the boxes offer
     PathExpression m_messages;
     PathExpression m_fields;
-    LatestMessageSource* m_source;
     PathExpressionLineEdit* m_line;
     QStringListModel* m_completions;
     FieldValueLabel* m_value;
+    WatchedField m_watched;
     QLabel* m_status;
     QPushButton* m_pin;
 };

@@ -1,11 +1,16 @@
 #include "eventlogtablewidget.h"
+#include "formatinfo.h"
+#include "formatregistry.h"
+#include "latestmessagesource.h"
 #include "mainwindow.h"
+#include "messageneed.h"
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
 #include "pathexpressionlineedit.h"
 #include "settingsfile.h"
 #include "testbase.h"
+#include "testformat.h"
 #include "waitfor.h"
 #include "watch.h"
 #include "watchbar.h"
@@ -29,6 +34,7 @@ private Q_SLOTS:
     void aSimulatedVehicleFillsTheViews();
     void typesComeAndGoWithTheirTicks();
     void watchesFollowTheirExpressions();
+    void watchesLookIntoSubMessages();
     void aRestartFindsThingsAsTheyWere();
     void aDamagedSettingsFileIsPutAside();
     void whatCannotBeOpenedLeavesWhatIsShown();
@@ -137,6 +143,33 @@ void tst_monitor::watchesFollowTheirExpressions()
     bar->getEditor()->findChild<QPushButton*>()->click();
     QCOMPARE(bar->getWatches().size(), 1 + pinned.size());
     QCOMPARE(bar->getWatches().last()->getExpression(), pinned.last());
+}
+
+void tst_monitor::watchesLookIntoSubMessages()
+{
+    FormatInfo format("rig");
+    MessageInfo* position = new MessageInfo("Position", false);
+    TestFieldInfo* x = new TestFieldInfo("x");
+    position->addField(x);
+    MessageInfo* vehicle = new MessageInfo("Vehicle");
+    TestFieldInfo* places = new TestFieldInfo("places", TestFieldInfo::Repeated, FieldType(position));
+    vehicle->addField(places);
+    format.addMessageInfo(vehicle);
+    format.addMessageInfo(position);
+    FormatRegistry::getInstance()->addFormat(&format);
+    const auto placed = [&](double value) { return (new TestMessage(position))->set(x, value); };
+    MessageReference two = MessageReference::adopt(new TestMessage(vehicle));
+    static_cast<TestMessage*>(const_cast<Message*>(two.get()))->setSubMessages(places, {placed(1.5), placed(2.5)});
+    const MessageReference none = MessageReference::adopt(new TestMessage(vehicle));
+
+    LatestMessageSource source;
+    MessageNeed need(nullptr);
+    need.setMessageNeeded(vehicle);
+    Watch watch("rig/Vehicle/places[1]/x", QString(), &source);
+    QVERIFY(source.deliver(two.get()));
+    QCOMPARE(watch.getText(), QString("2.5"));
+    QVERIFY(source.deliver(none.get()));
+    QCOMPARE(watch.getText(), QString("N/A"));
 }
 
 void tst_monitor::aRestartFindsThingsAsTheyWere()
