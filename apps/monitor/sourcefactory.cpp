@@ -32,11 +32,6 @@ std::vector<LoadedDialect>& dialects()
     return loaded;
 }
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("SourceFactory", text);
-}
-
 } // namespace
 
 SourceFactory::SourceFactory()
@@ -90,7 +85,8 @@ const MavlinkDialect* SourceFactory::findDialect(const QString& path, QString* e
     QStringList problems;
     std::unique_ptr<MavlinkDialect> dialect(MavlinkDialect::load(path, &problems));
     if (!dialect) {
-        *error = tr("The definitions could not be loaded.") + QLatin1Char('\n') + problems.join(QLatin1Char('\n'));
+        *error = QCoreApplication::translate("SourceFactory", "The definitions could not be loaded.") +
+                 QLatin1Char('\n') + problems.join(QLatin1Char('\n'));
         return nullptr;
     }
     dialects().push_back({std::move(dialect), path});
@@ -105,7 +101,7 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     if (options.isSimulation()) {
         parts->input.reset(new SimulatorInput);
         parts->decoder.reset(new MavlinkStreamDecoder(dialect, MavlinkStreamDecoder::RawLayout));
-        parts->name = tr("simulated vehicle");
+        parts->name = QCoreApplication::translate("SourceFactory", "simulated vehicle");
         return true;
     }
     InputAddress address;
@@ -115,11 +111,14 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     if (address.kind == InputAddress::File) {
         QFile file(address.path);
         if (!file.open(QIODevice::ReadOnly)) {
-            *error = tr("%1 cannot be opened: %2").arg(address.path, file.errorString());
+            *error = QCoreApplication::translate("SourceFactory", "%1 cannot be opened: %2")
+                         .arg(address.path, file.errorString());
             return false;
         }
         if (!MavlinkStreamDecoder::detectLayout(file.read(HeadBytes), &layout)) {
-            *error = tr("%1 is no recording that this program knows: no MAVLink frames were found at its beginning.")
+            *error = QCoreApplication::translate(
+                         "SourceFactory",
+                         "%1 is no recording that this program knows: no MAVLink frames were found at its beginning.")
                          .arg(address.path);
             return false;
         }
@@ -128,7 +127,9 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
         if (layout == MavlinkStreamDecoder::TlogLayout)
             parts->index.reset(new TlogIndex(address.path, dialect));
     } else {
-        parts->name = address.kind == InputAddress::StandardInput ? tr("standard input") : address.toString();
+        parts->name = address.kind == InputAddress::StandardInput
+                          ? QCoreApplication::translate("SourceFactory", "standard input")
+                          : address.toString();
     }
     if (address.kind == InputAddress::StandardInput)
         parts->decoder.reset(new DetectingDecoder(dialect));

@@ -23,11 +23,6 @@ namespace
 const qint64 GreatestFileSize = 16 * 1024 * 1024;
 const int GreatestDecimals = 17;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Annotations", text);
-}
-
 /** Goes through a parsed file. A path is the keys and indices that lead to a place. */
 class AnnotationReader
 {
@@ -119,7 +114,9 @@ QVector<const MessageInfo*> AnnotationReader::infosNamed(const QString& name) co
 void AnnotationReader::apply(const QJsonObject& root)
 {
     for (const JsonLocator::Duplicate& duplicate : m_locator.getDuplicates())
-        m_errors.append({duplicate.line, tr("the key \"%1\" is there twice").arg(duplicate.key)});
+        m_errors.append(
+            {duplicate.line,
+             QCoreApplication::translate("Annotations", "the key \"%1\" is there twice").arg(duplicate.key)});
     checkKeys(root, {messagesKey}, QStringList(), QString());
     const QStringList path{messagesKey};
     const QJsonObject messages = object(root.value(messagesKey), path, QString());
@@ -133,7 +130,7 @@ void AnnotationReader::apply(const QJsonObject& root)
         const QVector<const MessageInfo*> named = infosNamed(name);
         if (named.isEmpty()) {
             if (m_isComplete)
-                fail(path / name, name, tr("unknown message type"));
+                fail(path / name, name, QCoreApplication::translate("Annotations", "unknown message type"));
             continue;
         }
         infos += named;
@@ -167,7 +164,9 @@ void AnnotationReader::fail(const QStringList& path, const QString& subject, con
 QJsonObject AnnotationReader::object(const QJsonValue& value, const QStringList& path, const QString& subject)
 {
     if (!value.isObject() && !value.isUndefined())
-        fail(path, subject, path.isEmpty() ? tr("not an object") : tr("\"%1\" is not an object").arg(path.last()));
+        fail(path, subject,
+             path.isEmpty() ? QCoreApplication::translate("Annotations", "not an object")
+                            : QCoreApplication::translate("Annotations", "\"%1\" is not an object").arg(path.last()));
     return value.toObject();
 }
 
@@ -176,7 +175,7 @@ void AnnotationReader::checkKeys(const QJsonObject& members, const QStringList& 
 {
     for (const QString& key : members.keys())
         if (!known.contains(key))
-            fail(path / key, subject, tr("unknown key \"%1\"").arg(key));
+            fail(path / key, subject, QCoreApplication::translate("Annotations", "unknown key \"%1\"").arg(key));
 }
 
 void AnnotationReader::applyToEveryMessage(const QJsonObject& members, const QStringList& path)
@@ -197,7 +196,8 @@ void AnnotationReader::applyToEveryMessage(const QJsonObject& members, const QSt
             }
         }
         if (!found && m_isComplete)
-            fail(fieldsPath / name, subject, tr("no message type has that field"));
+            fail(fieldsPath / name, subject,
+                 QCoreApplication::translate("Annotations", "no message type has that field"));
     }
 }
 
@@ -211,7 +211,7 @@ void AnnotationReader::applyToFields(const MessageInfo* info, const QJsonObject&
         if (const FieldInfo* field = info->getFieldInfo(name))
             own.applyTo(changeable(field));
         else
-            fail(path / name, subject, tr("unknown field"));
+            fail(path / name, subject, QCoreApplication::translate("Annotations", "unknown field"));
     }
 }
 
@@ -228,13 +228,16 @@ AnnotationReader::Properties AnnotationReader::properties(const QJsonObject& mem
     } else {
         result.hasRole = false;
         if (!role.isEmpty())
-            fail(path / roleKey, subject, tr("the role \"%1\" is neither \"primary\" nor \"secondary\"").arg(role));
+            fail(path / roleKey, subject,
+                 QCoreApplication::translate("Annotations", "the role \"%1\" is neither \"primary\" nor \"secondary\"")
+                     .arg(role));
     }
     const QJsonValue confidential = members.value(confidentialKey);
     result.hasConfidential = confidential.isBool();
     result.confidential = confidential.toBool();
     if (!confidential.isBool() && !confidential.isUndefined())
-        fail(path / confidentialKey, subject, tr("\"confidential\" is neither true nor false"));
+        fail(path / confidentialKey, subject,
+             QCoreApplication::translate("Annotations", "\"confidential\" is neither true nor false"));
     return result;
 }
 
@@ -249,14 +252,16 @@ void AnnotationReader::Properties::applyTo(FieldInfo* field) const
 void AnnotationReader::addVirtualFields(const MessageInfo* info, const QJsonValue& value, const QStringList& path)
 {
     if (!value.isArray() && !value.isUndefined())
-        fail(path, info->getName(), tr("\"%1\" is not an array").arg(virtualKey));
+        fail(path, info->getName(),
+             QCoreApplication::translate("Annotations", "\"%1\" is not an array").arg(virtualKey));
     const QJsonArray elements = value.toArray();
     for (int i = 0; i < elements.size(); ++i) {
         const QStringList elementPath = path / QString::number(i);
         if (elements.at(i).isObject())
             addVirtualField(info, elements.at(i).toObject(), elementPath);
         else
-            fail(elementPath, info->getName(), tr("a virtual field is not an object"));
+            fail(elementPath, info->getName(),
+                 QCoreApplication::translate("Annotations", "a virtual field is not an object"));
     }
 }
 
@@ -264,7 +269,7 @@ void AnnotationReader::addVirtualField(const MessageInfo* info, const QJsonObjec
 {
     const QString name = string(members, nameKey, path, info->getName());
     if (name.isEmpty()) {
-        fail(path, info->getName(), tr("a virtual field without a name"));
+        fail(path, info->getName(), QCoreApplication::translate("Annotations", "a virtual field without a name"));
         return;
     }
     const QString subject = info->getName() + QLatin1Char('.') + name;
@@ -277,13 +282,16 @@ void AnnotationReader::addVirtualField(const MessageInfo* info, const QJsonObjec
     const QJsonValue decimals = members.value(decimalsKey);
     const int digits = decimals.toInt(-1);
     if (!decimals.isUndefined() && (digits < 0 || digits > GreatestDecimals))
-        fail(path / decimalsKey, subject, tr("\"decimals\" is not a number from 0 to %1").arg(GreatestDecimals));
+        fail(path / decimalsKey, subject,
+             QCoreApplication::translate("Annotations", "\"decimals\" is not a number from 0 to %1")
+                 .arg(GreatestDecimals));
     if (info->getFieldInfo(name)) {
-        fail(path / nameKey, subject, tr("there already is a field of that name"));
+        fail(path / nameKey, subject,
+             QCoreApplication::translate("Annotations", "there already is a field of that name"));
         return;
     }
     if (expression.isEmpty()) {
-        fail(path, subject, tr("a virtual field without an expression"));
+        fail(path, subject, QCoreApplication::translate("Annotations", "a virtual field without an expression"));
         return;
     }
     QString error;
@@ -305,7 +313,7 @@ QString AnnotationReader::string(const QJsonObject& members, const QString& key,
 {
     const QJsonValue value = members.value(key);
     if (!value.isString() && !value.isUndefined())
-        fail(path / key, subject, tr("\"%1\" is not a text").arg(key));
+        fail(path / key, subject, QCoreApplication::translate("Annotations", "\"%1\" is not a text").arg(key));
     return value.toString();
 }
 
@@ -323,15 +331,18 @@ std::unique_ptr<AnnotationFile> AnnotationFile::read(const QString& path, QStrin
     const QString first = path + QLatin1String(":1: ");
     QFile file(path);
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
-        errors->append(first + tr("cannot be read: not a file"));
+        errors->append(first + QCoreApplication::translate("Annotations", "cannot be read: not a file"));
         return nullptr;
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        errors->append(first + tr("cannot be read: %1").arg(file.errorString()));
+        errors->append(first +
+                       QCoreApplication::translate("Annotations", "cannot be read: %1").arg(file.errorString()));
         return nullptr;
     }
     if (file.size() > GreatestFileSize) {
-        errors->append(first + tr("cannot be read: larger than %1 bytes").arg(GreatestFileSize));
+        errors->append(
+            first +
+            QCoreApplication::translate("Annotations", "cannot be read: larger than %1 bytes").arg(GreatestFileSize));
         return nullptr;
     }
     const QByteArray text = file.readAll();
@@ -340,11 +351,11 @@ std::unique_ptr<AnnotationFile> AnnotationFile::read(const QString& path, QStrin
     if (parseError.error != QJsonParseError::NoError) {
         const int line = JsonLocator::lineAt(text, parseError.offset);
         errors->append(QStringLiteral("%1:%2: ").arg(path).arg(line) +
-                       tr("malformed JSON: %1").arg(parseError.errorString()));
+                       QCoreApplication::translate("Annotations", "malformed JSON: %1").arg(parseError.errorString()));
         return nullptr;
     }
     if (document.isArray()) {
-        errors->append(first + tr("not an object"));
+        errors->append(first + QCoreApplication::translate("Annotations", "not an object"));
         return nullptr;
     }
     return std::unique_ptr<AnnotationFile>(new AnnotationFile(path, text, document.object()));

@@ -13,11 +13,6 @@
 namespace
 {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Annotations", text);
-}
-
 // bit(value, number): 1 or 0.
 double bitOf(double value, double number)
 {
@@ -61,7 +56,7 @@ bool VirtualFieldInfo::compile(const QString& expression, const MessageInfo* inf
     // The parser would take it as an assignment to the input.
     static const QRegularExpression assignment(QStringLiteral("(?<![=<>!])=(?!=)"));
     if (expression.contains(assignment)) {
-        *error = tr("\"=\" in the expression: a comparison is written \"==\"");
+        *error = QCoreApplication::translate("Annotations", "\"=\" in the expression: a comparison is written \"==\"");
         return false;
     }
     try {
@@ -89,11 +84,12 @@ bool VirtualFieldInfo::compile(const QString& expression, const MessageInfo* inf
             m_parser.DefineVar(variable.first, &m_values[i++]);
         m_parser.Eval();
     } catch (const mu::Parser::exception_type& exception) {
-        *error = tr("the expression cannot be understood: %1").arg(QString::fromStdString(exception.GetMsg()));
+        *error = QCoreApplication::translate("Annotations", "the expression cannot be understood: %1")
+                     .arg(QString::fromStdString(exception.GetMsg()));
         return false;
     }
     if (m_parser.GetNumResults() != 1) {
-        *error = tr("the expression has several results");
+        *error = QCoreApplication::translate("Annotations", "the expression has several results");
         return false;
     }
     return true;
@@ -112,9 +108,11 @@ bool VirtualFieldInfo::findElement(const QString& name, const MessageInfo* info,
             element->field = nullptr;
     }
     if (!element->field)
-        *error = tr("the expression names \"%1\", which is no field").arg(name);
+        *error = QCoreApplication::translate("Annotations", "the expression names \"%1\", which is no field").arg(name);
     else if (element->field->isRepeated() && !isElement && !element->field->isStringField())
-        *error = tr("the expression names \"%1\", which has several values: name one as in \"%1_0\"").arg(name);
+        *error = QCoreApplication::translate(
+                     "Annotations", "the expression names \"%1\", which has several values: name one as in \"%1_0\"")
+                     .arg(name);
     else
         return true;
     return false;
@@ -129,7 +127,8 @@ bool VirtualFieldInfo::findInput(const QString& name, const MessageInfo* info, I
             return false;
         info = part.field->getType().getSubMessageInfo();
         if (!info) {
-            *error = tr("the expression names \"%1\", which is no sub-message").arg(level);
+            *error = QCoreApplication::translate("Annotations", "the expression names \"%1\", which is no sub-message")
+                         .arg(level);
             return false;
         }
         input->way.push_back(part);
@@ -137,7 +136,8 @@ bool VirtualFieldInfo::findInput(const QString& name, const MessageInfo* info, I
     if (!findElement(levels.last(), info, &input->value, error))
         return false;
     if (!isNumberType(input->value.field)) {
-        *error = tr("the expression names \"%1\", which is no number").arg(name);
+        *error =
+            QCoreApplication::translate("Annotations", "the expression names \"%1\", which is no number").arg(name);
         return false;
     }
     return true;

@@ -10,11 +10,6 @@ static const QLatin1Char indexBegin('[');
 static const QLatin1Char indexEnd(']');
 static const QLatin1Char emptyMark('0'); // behind the escape mark
 
-static QString tr(const char* text)
-{
-    return QCoreApplication::translate("PathExpression", text);
-}
-
 static bool isSpecial(QChar character)
 {
     return character == separator || character == wildCard || character == escapeMark || character == ordinalMark ||
@@ -212,19 +207,23 @@ bool SegmentParser::parseCharacter()
     if (character == indexBegin)
         return parseIndex();
     if (character == separator)
-        return fail(tr("this part has one level only; a separator in a name is written \\/"));
+        return fail(QCoreApplication::translate("PathExpression",
+                                                "this part has one level only; a separator in a name is written \\/"));
     if (character == indexEnd)
-        return fail(tr("no bracket was opened; one in a name is written \\]"));
+        return fail(
+            QCoreApplication::translate("PathExpression", "no bracket was opened; one in a name is written \\]"));
     if (character == ordinalMark && m_hasName && !m_segment.ordinal)
         return parseOrdinal();
     if (m_finished)
-        return fail(m_field ? tr("only an index can stand here") : tr("nothing can stand here"));
+        return fail(m_field ? QCoreApplication::translate("PathExpression", "only an index can stand here")
+                            : QCoreApplication::translate("PathExpression", "nothing can stand here"));
     if (character == escapeMark)
         return parseEscape();
     if (character == wildCard)
         return parseWildCard();
     if (character == ordinalMark)
-        return fail(tr("the name before the # is missing; this character in a name is written \\#"));
+        return fail(QCoreApplication::translate(
+            "PathExpression", "the name before the # is missing; this character in a name is written \\#"));
     m_segment.name += character;
     m_hasName = true;
     ++m_at;
@@ -235,7 +234,7 @@ bool SegmentParser::parseEscape()
 {
     if (m_at + 1 >= m_end) {
         if (!m_typed)
-            return fail(tr("the character behind the \\ is missing"));
+            return fail(QCoreApplication::translate("PathExpression", "the character behind the \\ is missing"));
         m_at = m_end;
         return true;
     }
@@ -245,7 +244,8 @@ bool SegmentParser::parseEscape()
     else if (isSpecial(character))
         m_segment.name += character;
     else
-        return fail(tr("only / * # [ ] and \\ can stand behind a \\, or 0 alone for an empty name"));
+        return fail(QCoreApplication::translate(
+            "PathExpression", "only / * # [ ] and \\ can stand behind a \\, or 0 alone for an empty name"));
     m_hasName = true;
     m_at += 2;
     return true;
@@ -254,7 +254,8 @@ bool SegmentParser::parseEscape()
 bool SegmentParser::parseWildCard()
 {
     if (m_hasName)
-        return fail(tr("the wildcard stands alone; a star in a name is written \\*"));
+        return fail(QCoreApplication::translate("PathExpression",
+                                                "the wildcard stands alone; a star in a name is written \\*"));
     m_segment.kind = PathSegment::Wild;
     m_finished = true;
     ++m_at;
@@ -272,7 +273,8 @@ bool SegmentParser::parseOrdinal()
     else
         m_finished = true;
     if (!ok || (!m_finished && m_segment.ordinal < 1))
-        return fail(tr("a number from 1 must follow the #; this character in a name is written \\#"));
+        return fail(QCoreApplication::translate(
+            "PathExpression", "a number from 1 must follow the #; this character in a name is written \\#"));
     m_finished = true;
     m_at = end;
     return true;
@@ -295,21 +297,22 @@ static bool readIndex(const QString& text, int* index)
 bool SegmentParser::parseIndex()
 {
     if (!m_field)
-        return fail(tr("only fields have an index; a bracket in a name is written \\["));
+        return fail(QCoreApplication::translate("PathExpression",
+                                                "only fields have an index; a bracket in a name is written \\["));
     const int close = m_text.indexOf(indexEnd, m_at);
     if (close < 0 || close >= m_end) {
         if (!m_typed)
-            return fail(tr("the ] is missing"));
+            return fail(QCoreApplication::translate("PathExpression", "the ] is missing"));
         m_finished = true;
         m_at = m_end;
         return true;
     }
     if (!readIndex(m_text.mid(m_at + 1, close - m_at - 1), &m_segment.index))
-        return fail(tr("an index is a number or *"));
+        return fail(QCoreApplication::translate("PathExpression", "an index is a number or *"));
     m_finished = true;
     if (close + 1 < m_end) {
         m_at = close + 1;
-        return fail(tr("nothing can stand behind an index"));
+        return fail(QCoreApplication::translate("PathExpression", "nothing can stand behind an index"));
     }
     m_at = m_end;
     return true;
@@ -371,7 +374,7 @@ void PatternParser::parseFields()
     int begin = 0;
     while (begin >= 0) {
         if (m_pattern.fields.size() == PathText::maximumFieldLevels) {
-            fail(PathText::Field, begin, tr("the path has too many levels"));
+            fail(PathText::Field, begin, QCoreApplication::translate("PathExpression", "the path has too many levels"));
             return;
         }
         const int end = findUnescaped(text, separator, begin);
@@ -386,9 +389,9 @@ void PatternParser::parseIndexPart()
         m_pattern.fields.append(PathSegment());
     PathSegment& last = m_pattern.fields.last();
     if (last.index != PathSegment::NoIndex)
-        fail(PathText::Index, -1, tr("nothing can stand behind an index"));
+        fail(PathText::Index, -1, QCoreApplication::translate("PathExpression", "nothing can stand behind an index"));
     else if (!readIndex(m_texts[PathText::Index], &last.index))
-        fail(PathText::Index, 0, tr("an index is a number or *"));
+        fail(PathText::Index, 0, QCoreApplication::translate("PathExpression", "an index is a number or *"));
     m_pattern.hasIndexPart = true;
 }
 

@@ -30,11 +30,6 @@ const quint8 MessageData = 1;
 const int MessageDataHead = 1 + 4 + 8;
 const int ErrorLevel = 2;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("FoxgloveInput", text);
-}
-
 // Qt takes the wanted protocols as an option since 6.4 and as a header before.
 void openSocket(QWebSocket* socket, const QUrl& url)
 {
@@ -109,15 +104,17 @@ bool FoxgloveInput::open()
     if (m_greeted)
         return true;
     if (m_cancelled)
-        setError(tr("cancelled"));
+        setError(QCoreApplication::translate("FoxgloveInput", "cancelled"));
     else if (!m_refusal.isEmpty())
         setError(m_refusal);
     else if (m_socket->state() == QAbstractSocket::ConnectedState)
-        setError(tr("it does not speak the Foxglove protocol: no greeting within %1 s").arg(ConnectTimeoutMs / 1000));
+        setError(QCoreApplication::translate("FoxgloveInput",
+                                             "it does not speak the Foxglove protocol: no greeting within %1 s")
+                     .arg(ConnectTimeoutMs / 1000));
     else if (m_socket->state() == QAbstractSocket::UnconnectedState)
         setError(m_socket->errorString());
     else
-        setError(tr("no answer within %1 s").arg(ConnectTimeoutMs / 1000));
+        setError(QCoreApplication::translate("FoxgloveInput", "no answer within %1 s").arg(ConnectTimeoutMs / 1000));
     m_socket->abort();
     return false;
 }
@@ -195,7 +192,7 @@ void FoxgloveInput::processText(const QString& text)
     const QJsonObject object = QJsonDocument::fromJson(text.toUtf8(), &error).object();
     const QString operation = object.value(QLatin1String("op")).toString();
     if (operation.isEmpty()) {
-        refuse(tr("it does not speak the Foxglove protocol"));
+        refuse(QCoreApplication::translate("FoxgloveInput", "it does not speak the Foxglove protocol"));
     } else if (operation == QLatin1String("serverInfo")) {
         m_greeted = true;
         if (m_loop)

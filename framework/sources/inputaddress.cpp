@@ -11,11 +11,6 @@ const quint16 DefaultUdpPort = 14550;
 const quint16 DefaultTcpPort = 5760;
 const quint16 DefaultWebSocketPort = 8765;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("InputAddress", text);
-}
-
 bool parsePort(const QString& text, quint16* port)
 {
     // toUInt() alone would also take a sign and blanks.
@@ -37,18 +32,18 @@ bool splitHostAndPort(const QString& text, QString* host, QString* port, QString
     if (text.startsWith(QLatin1Char('['))) {
         end = int(text.indexOf(QLatin1Char(']')));
         if (end < 0) {
-            *error = tr("the bracket of the IPv6 address is not closed");
+            *error = QCoreApplication::translate("InputAddress", "the bracket of the IPv6 address is not closed");
             return false;
         }
         *host = text.mid(1, end - 1);
         if (QHostAddress(*host).protocol() != QAbstractSocket::IPv6Protocol) {
-            *error = tr("\"%1\" is no IPv6 address").arg(*host);
+            *error = QCoreApplication::translate("InputAddress", "\"%1\" is no IPv6 address").arg(*host);
             return false;
         }
         ++end;
     } else {
         if (text.count(QLatin1Char(':')) > 1) {
-            *error = tr("an IPv6 address stands in brackets");
+            *error = QCoreApplication::translate("InputAddress", "an IPv6 address stands in brackets");
             return false;
         }
         end = int(text.indexOf(QLatin1Char(':')));
@@ -58,7 +53,7 @@ bool splitHostAndPort(const QString& text, QString* host, QString* port, QString
     }
     const QString rest = text.mid(end);
     if (!rest.isEmpty() && !rest.startsWith(QLatin1Char(':'))) {
-        *error = tr("\"%1\" is not expected behind the host").arg(rest);
+        *error = QCoreApplication::translate("InputAddress", "\"%1\" is not expected behind the host").arg(rest);
         return false;
     }
     *port = rest.mid(1);
@@ -69,7 +64,7 @@ bool parseWebSocket(const QString& text, InputAddress* address, QString* error)
 {
     QUrl url(text, QUrl::StrictMode);
     if (!url.isValid() || url.host().isEmpty() || url.port() == 0) {
-        *error = tr("%1: this is no address; ws://HOST:PORT is one").arg(text);
+        *error = QCoreApplication::translate("InputAddress", "%1: this is no address; ws://HOST:PORT is one").arg(text);
         return false;
     }
     if (url.port() < 0)
@@ -98,7 +93,7 @@ bool InputAddress::parse(const QString& text, InputAddress* address, QString* er
 {
     InputAddress result;
     if (text.isEmpty()) {
-        *error = tr("no input is named");
+        *error = QCoreApplication::translate("InputAddress", "no input is named");
         return false;
     }
     if (text.startsWith(QLatin1String("ws://")) || text.startsWith(QLatin1String("wss://"))) {
@@ -129,17 +124,20 @@ bool InputAddress::parse(const QString& text, InputAddress* address, QString* er
         return false;
     }
     if (!port.isEmpty() && !parsePort(port, &result.port)) {
-        *error = tr("%1: \"%2\" is no port; ports are 1 to 65535").arg(text, port);
+        *error =
+            QCoreApplication::translate("InputAddress", "%1: \"%2\" is no port; ports are 1 to 65535").arg(text, port);
         return false;
     }
     if (udp && result.host.isEmpty())
         result.host = QLatin1String("0.0.0.0");
     if (udp && QHostAddress(result.host).isNull()) {
-        *error = tr("%1: \"%2\" is no address to listen on; it is written in numbers").arg(text, result.host);
+        *error = QCoreApplication::translate("InputAddress",
+                                             "%1: \"%2\" is no address to listen on; it is written in numbers")
+                     .arg(text, result.host);
         return false;
     }
     if (!udp && result.host.isEmpty()) {
-        *error = tr("%1: no host is named").arg(text);
+        *error = QCoreApplication::translate("InputAddress", "%1: no host is named").arg(text);
         return false;
     }
     *address = result;

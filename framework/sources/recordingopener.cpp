@@ -15,11 +15,6 @@ namespace
 const int GreatestHead = 64 * 1024;
 const int TimeoutMs = 100;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("RecordingOpener", text);
-}
-
 /** The first bytes of an input. */
 struct Head
 {
@@ -104,14 +99,17 @@ bool Opener::look()
     if (recognized)
         return true;
     if (m_head.bytes.isEmpty())
-        return fail(tr("the input is empty"));
+        return fail(QCoreApplication::translate("RecordingOpener", "the input is empty"));
     ProtobufStreamDecoder::Framing framing = ProtobufStreamDecoder::VarintFraming;
     if (m_options.format == RecordingOptions::DelimitedFormat || !m_options.typeName.isEmpty())
-        return fail(tr("no lengths of messages found that lead from one to the next"));
+        return fail(QCoreApplication::translate("RecordingOpener",
+                                                "no lengths of messages found that lead from one to the next"));
     if (ProtobufStreamDecoder::detectFraming(m_head.bytes, m_head.isAll, &framing))
-        return fail(tr("these look like messages of Protocol Buffers with lengths between them; a schema and a type "
-                       "must be named to read them"));
-    return fail(tr("no MAVLink frames found, and it is no MCAP recording"));
+        return fail(QCoreApplication::translate(
+            "RecordingOpener",
+            "these look like messages of Protocol Buffers with lengths between them; a schema and a type "
+            "must be named to read them"));
+    return fail(QCoreApplication::translate("RecordingOpener", "no MAVLink frames found, and it is no MCAP recording"));
 }
 
 /** Whether it is plain what the input is; then the options say so. */
@@ -148,8 +146,12 @@ bool Opener::makeDelimited()
     if (name.isEmpty()) {
         const QStringList names = m_options.protobuf->getLoadedTypeNames();
         if (names.size() != 1)
-            return fail(names.isEmpty() ? tr("a schema and a type must be named to read messages of Protocol Buffers")
-                                        : tr("the schema has several types; one of them must be named"));
+            return fail(
+                names.isEmpty()
+                    ? QCoreApplication::translate(
+                          "RecordingOpener", "a schema and a type must be named to read messages of Protocol Buffers")
+                    : QCoreApplication::translate("RecordingOpener",
+                                                  "the schema has several types; one of them must be named"));
         name = names.constFirst();
     }
     QString error;

@@ -33,11 +33,6 @@ const ElementType elementTypes[] = {
     {"uint8_t_mavlink_version", "uint8_t", FieldType::UnsignedType, 1},
 };
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("MavlinkDialect", text);
-}
-
 // Decimal, 0x hexadecimal, 0b binary, or 2**n.
 quint64 entryValue(const QString& text, bool* ok)
 {
@@ -70,7 +65,7 @@ QStringList MavlinkDefinitionErrors::toStringList() const
 {
     QStringList texts = m_texts;
     if (m_more > 0)
-        texts.append(tr("%1 more errors").arg(m_more));
+        texts.append(QCoreApplication::translate("MavlinkDialect", "%1 more errors").arg(m_more));
     return texts;
 }
 
@@ -99,7 +94,8 @@ MavlinkDefinitionFile MavlinkDefinitionParser::parse()
                 }
             }
         } else {
-            fail(tr("no message definitions: the outermost element is <%1> instead of <mavlink>")
+            fail(QCoreApplication::translate(
+                     "MavlinkDialect", "no message definitions: the outermost element is <%1> instead of <mavlink>")
                      .arg(m_xml.name().toString()));
             return m_file;
         }
@@ -107,7 +103,7 @@ MavlinkDefinitionFile MavlinkDefinitionParser::parse()
     while (!m_xml.atEnd())
         m_xml.readNext(); // what follows the definitions must be well-formed too
     if (m_xml.hasError())
-        fail(tr("malformed XML: %1").arg(m_xml.errorString()));
+        fail(QCoreApplication::translate("MavlinkDialect", "malformed XML: %1").arg(m_xml.errorString()));
     return m_file;
 }
 
@@ -169,7 +165,7 @@ void MavlinkDefinitionParser::parseEnum()
     definition.name = attribute("name");
     definition.bitmask = attribute("bitmask") == QLatin1String("true");
     if (definition.name.isEmpty())
-        fail(tr("an enum without a name"));
+        fail(QCoreApplication::translate("MavlinkDialect", "an enum without a name"));
     while (m_xml.readNextStartElement()) {
         if (atElement("entry"))
             definition.entries.append(parseEntry());
@@ -185,13 +181,14 @@ MavlinkEntryDefinition MavlinkDefinitionParser::parseEntry()
     entry.place = here();
     entry.enumerator.name = attribute("name");
     if (entry.enumerator.name.isEmpty())
-        fail(tr("an enum entry without a name"));
+        fail(QCoreApplication::translate("MavlinkDialect", "an enum entry without a name"));
     entry.hasValue = m_xml.attributes().hasAttribute(QLatin1String("value"));
     if (entry.hasValue) {
         bool ok = false;
         entry.enumerator.value = entryValue(attribute("value"), &ok);
         if (!ok)
-            fail(tr("%1: the value \"%2\" is not a number").arg(entry.enumerator.name, attribute("value")));
+            fail(QCoreApplication::translate("MavlinkDialect", "%1: the value \"%2\" is not a number")
+                     .arg(entry.enumerator.name, attribute("value")));
     }
     while (m_xml.readNextStartElement()) {
         if (atElement("description"))
@@ -218,11 +215,11 @@ void MavlinkDefinitionParser::parseMessage()
     message.place = here();
     message.name = attribute("name");
     if (message.name.isEmpty())
-        fail(tr("a message without a name"));
+        fail(QCoreApplication::translate("MavlinkDialect", "a message without a name"));
     bool ok = false;
     message.id = attribute("id").toUInt(&ok);
     if (!ok || message.id > GreatestId)
-        fail(tr("%1: the id \"%2\" is not a number from 0 to %3")
+        fail(QCoreApplication::translate("MavlinkDialect", "%1: the id \"%2\" is not a number from 0 to %3")
                  .arg(message.name, attribute("id"), QString::number(GreatestId)));
     bool extension = false;
     while (m_xml.readNextStartElement()) {
@@ -246,7 +243,7 @@ MavlinkFieldDefinition MavlinkDefinitionParser::parseField(bool extension)
     field.name = attribute("name");
     field.extension = extension;
     if (field.name.isEmpty())
-        fail(tr("a field without a name"));
+        fail(QCoreApplication::translate("MavlinkDialect", "a field without a name"));
     parseType(attribute("type"), &field);
     field.displayAsBitmask = attribute("display") == QLatin1String("bitmask");
     field.units = attribute("units");
@@ -276,9 +273,10 @@ void MavlinkDefinitionParser::parseType(const QString& text, MavlinkFieldDefinit
         if (ok && field->count > 0 && field->count <= GreatestArray)
             return;
         field->count = 1;
-        fail(tr("%1: the array length of \"%2\" is not a number from 1 to %3")
-                 .arg(field->name, text, QString::number(GreatestArray)));
+        fail(
+            QCoreApplication::translate("MavlinkDialect", "%1: the array length of \"%2\" is not a number from 1 to %3")
+                .arg(field->name, text, QString::number(GreatestArray)));
         return;
     }
-    fail(tr("%1: unknown type \"%2\"").arg(field->name, text));
+    fail(QCoreApplication::translate("MavlinkDialect", "%1: unknown type \"%2\"").arg(field->name, text));
 }

@@ -20,11 +20,6 @@ namespace
 
 const int GreatestPayload = 255;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("MavlinkDialect", text);
-}
-
 QString textOf(const MavlinkPlace& place)
 {
     return place.file + QLatin1Char(':') + QString::number(place.line);
@@ -85,16 +80,17 @@ bool MavlinkDialectReader::readFile(const QString& path, QByteArray* bytes, QStr
 {
     // A pipe or a device could keep the reader waiting for ever.
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
-        *error = tr("cannot be read: not a file");
+        *error = QCoreApplication::translate("MavlinkDialect", "cannot be read: not a file");
         return false;
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        *error = tr("cannot be read: %1").arg(file.errorString());
+        *error = QCoreApplication::translate("MavlinkDialect", "cannot be read: %1").arg(file.errorString());
         return false;
     }
     if (file.size() > GreatestFileSize) {
-        *error = tr("cannot be read: larger than %1 bytes").arg(GreatestFileSize);
+        *error =
+            QCoreApplication::translate("MavlinkDialect", "cannot be read: larger than %1 bytes").arg(GreatestFileSize);
         return false;
     }
     *bytes = file.readAll();
@@ -134,17 +130,23 @@ void MavlinkDialectReader::parseInclude(const MavlinkIncludeDefinition& include)
     const int known = m_indices.value(identity, -1);
     if (known >= 0) {
         if (isOpen(known))
-            m_errors.add(include.place, tr("files include each other: %1").arg(describeCycle(known)));
+            m_errors.add(include.place, QCoreApplication::translate("MavlinkDialect", "files include each other: %1")
+                                            .arg(describeCycle(known)));
         return;
     }
     QByteArray bytes;
     QString error;
     if (!readFile(path, &bytes, &error))
-        m_errors.add(include.place, tr("the included file \"%1\" %2").arg(include.name, error));
+        m_errors.add(
+            include.place,
+            QCoreApplication::translate("MavlinkDialect", "the included file \"%1\" %2").arg(include.name, error));
     else if (m_files.size() >= GreatestFileCount)
-        m_errors.add(include.place, tr("more than %1 files").arg(GreatestFileCount));
+        m_errors.add(include.place,
+                     QCoreApplication::translate("MavlinkDialect", "more than %1 files").arg(GreatestFileCount));
     else if (m_totalSize + bytes.size() > GreatestTotalSize)
-        m_errors.add(include.place, tr("more than %1 bytes in all files").arg(GreatestTotalSize));
+        m_errors.add(
+            include.place,
+            QCoreApplication::translate("MavlinkDialect", "more than %1 bytes in all files").arg(GreatestTotalSize));
     else
         parseFile(path, identity, bytes);
 }
@@ -199,7 +201,8 @@ void MavlinkDialectReader::mergeEnums(const MavlinkDefinitionFile& file)
             const QString key = definition.name + QLatin1Char(' ') + enumerator.name;
             const auto earlier = m_enumEntries.constFind(key);
             if (earlier != m_enumEntries.constEnd()) {
-                m_errors.add(entry.place, tr("the entry %1 of %2 is already defined at %3")
+                m_errors.add(entry.place, QCoreApplication::translate("MavlinkDialect",
+                                                                      "the entry %1 of %2 is already defined at %3")
                                               .arg(enumerator.name, definition.name, textOf(*earlier)));
                 continue;
             }
@@ -224,11 +227,11 @@ bool MavlinkDialectReader::checkMessage(const MavlinkMessageDefinition& message)
     const auto sameName = m_byName.constFind(message.name);
     if (sameId != m_byId.constEnd())
         m_errors.add(message.place,
-                     tr("%1: the id %2 is already that of %3 at %4")
+                     QCoreApplication::translate("MavlinkDialect", "%1: the id %2 is already that of %3 at %4")
                          .arg(message.name, QString::number(message.id), sameId->name, textOf(sameId->place)));
     else if (sameName != m_byName.constEnd())
-        m_errors.add(message.place,
-                     tr("%1: the name is already taken at %2").arg(message.name, textOf(sameName->place)));
+        m_errors.add(message.place, QCoreApplication::translate("MavlinkDialect", "%1: the name is already taken at %2")
+                                        .arg(message.name, textOf(sameName->place)));
     m_byId.insert(message.id, message);
     m_byName.insert(message.name, message);
 
@@ -236,12 +239,14 @@ bool MavlinkDialectReader::checkMessage(const MavlinkMessageDefinition& message)
     QSet<QString> names;
     for (const MavlinkFieldDefinition& field : message.fields) {
         if (names.contains(field.name))
-            m_errors.add(field.place, tr("%1: the field %2 is there twice").arg(message.name, field.name));
+            m_errors.add(field.place, QCoreApplication::translate("MavlinkDialect", "%1: the field %2 is there twice")
+                                          .arg(message.name, field.name));
         names.insert(field.name);
         const bool fitted = length <= GreatestPayload;
         length += field.getLength();
         if (fitted && length > GreatestPayload)
-            m_errors.add(field.place, tr("%1: the payload is longer than %2 bytes with the field %3")
+            m_errors.add(field.place, QCoreApplication::translate(
+                                          "MavlinkDialect", "%1: the payload is longer than %2 bytes with the field %3")
                                           .arg(message.name, QString::number(GreatestPayload), field.name));
     }
     return m_errors.isEmpty();

@@ -13,16 +13,6 @@
 #include <QMutex>
 #include <QMutexLocker>
 
-namespace
-{
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ProtobufFormat", text);
-}
-
-} // namespace
-
 struct ProtobufFormat::Private
 {
     /** One schema, built when its first type is asked for. */
@@ -68,7 +58,7 @@ const MessageInfo* ProtobufFormat::addSchema(const QByteArray& fileDescriptorSet
     const Private::Entry& entry = m_private->entryOf(fileDescriptorSet);
     if (const MessageInfo* const info = entry.schema->findType(fullTypeName, &m_private->made))
         return info;
-    *error = tr("the schema has no message type \"%1\"").arg(fullTypeName);
+    *error = QCoreApplication::translate("ProtobufFormat", "the schema has no message type \"%1\"").arg(fullTypeName);
     if (!entry.errors.isEmpty())
         *error = entry.errors.join(QStringLiteral("; "));
     return nullptr;
@@ -113,8 +103,10 @@ const MessageInfo* ProtobufFormat::findType(const QString& fullTypeName, QString
     for (int i = static_cast<int>(m_private->loaded.size()) - 1; i >= 0; --i)
         if (const MessageInfo* const info = m_private->loaded.at(i).schema->findType(fullTypeName, &m_private->made))
             return info;
-    *error = m_private->loaded.isEmpty() ? tr("no schema is loaded")
-                                         : tr("no schema has a message type \"%1\"").arg(fullTypeName);
+    *error =
+        m_private->loaded.isEmpty()
+            ? QCoreApplication::translate("ProtobufFormat", "no schema is loaded")
+            : QCoreApplication::translate("ProtobufFormat", "no schema has a message type \"%1\"").arg(fullTypeName);
     return nullptr;
 }
 

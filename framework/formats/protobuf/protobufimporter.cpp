@@ -18,11 +18,6 @@ using google::protobuf::compiler::DiskSourceTree;
 namespace
 {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ProtobufFormat", text);
-}
-
 /** Writes down errors with the names that files have on the disk. */
 class ErrorList : public google::protobuf::compiler::MultiFileErrorCollector
 {
@@ -73,13 +68,15 @@ QByteArray ProtobufImporter::read(const QString& path, const QStringList& import
     const QFileInfo info(path);
     if (!info.isFile() || !info.isReadable()) {
         errors->append(path + QStringLiteral(": ") +
-                       (info.exists() ? tr("cannot be read") : tr("there is no such file")));
+                       (info.exists() ? QCoreApplication::translate("ProtobufFormat", "cannot be read")
+                                      : QCoreApplication::translate("ProtobufFormat", "there is no such file")));
         return QByteArray();
     }
     DiskSourceTree tree;
     for (const QString& folder : importPaths) {
         if (!QFileInfo(folder).isDir())
-            errors->append(folder + QStringLiteral(": ") + tr("there is no such folder to import from"));
+            errors->append(folder + QStringLiteral(": ") +
+                           QCoreApplication::translate("ProtobufFormat", "there is no such folder to import from"));
         tree.MapPath("", diskName(QDir(folder).absolutePath()));
     }
     tree.MapPath("", diskName(info.absolutePath()));
@@ -90,11 +87,12 @@ QByteArray ProtobufImporter::read(const QString& path, const QStringList& import
         break;
     case DiskSourceTree::SHADOWED:
         errors->append(path + QStringLiteral(": ") +
-                       tr("an import path has another file of that name: %1").arg(ProtobufText::fromUtf8(shadowing)));
+                       QCoreApplication::translate("ProtobufFormat", "an import path has another file of that name: %1")
+                           .arg(ProtobufText::fromUtf8(shadowing)));
         break;
     case DiskSourceTree::CANNOT_OPEN:
     case DiskSourceTree::NO_MAPPING:
-        errors->append(path + QStringLiteral(": ") + tr("cannot be read"));
+        errors->append(path + QStringLiteral(": ") + QCoreApplication::translate("ProtobufFormat", "cannot be read"));
         break;
     }
     if (!errors->isEmpty())
@@ -109,7 +107,8 @@ QByteArray ProtobufImporter::read(const QString& path, const QStringList& import
     const google::protobuf::FileDescriptor* const file = pool.FindFileByName(name);
     if (!file) {
         if (errors->isEmpty())
-            errors->append(path + QStringLiteral(": ") + tr("cannot be understood"));
+            errors->append(path + QStringLiteral(": ") +
+                           QCoreApplication::translate("ProtobufFormat", "cannot be understood"));
         return QByteArray();
     }
     google::protobuf::FileDescriptorSet set;

@@ -18,11 +18,6 @@ namespace
 const int GreatestSchemaSize = 64 * 1024 * 1024;
 const int GreatestErrorCount = 20;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ProtobufFormat", text);
-}
-
 class ErrorList : public google::protobuf::DescriptorPool::ErrorCollector
 {
 public:
@@ -107,13 +102,16 @@ bool ProtobufSchema::build(const QByteArray& fileDescriptorSet, QStringList* err
     const int before = static_cast<int>(errors->size());
     google::protobuf::FileDescriptorSet set;
     if (fileDescriptorSet.size() > GreatestSchemaSize) {
-        errors->append(tr("the schema is longer than %1 bytes").arg(GreatestSchemaSize));
+        errors->append(QCoreApplication::translate("ProtobufFormat", "the schema is longer than %1 bytes")
+                           .arg(GreatestSchemaSize));
         return false;
     }
     if (!set.ParseFromArray(fileDescriptorSet.constData(), static_cast<int>(fileDescriptorSet.size())) ||
         set.file_size() == 0) {
-        errors->append(fileDescriptorSet.isEmpty() ? tr("the schema is empty")
-                                                   : tr("the schema is no serialized FileDescriptorSet"));
+        errors->append(
+            fileDescriptorSet.isEmpty()
+                ? QCoreApplication::translate("ProtobufFormat", "the schema is empty")
+                : QCoreApplication::translate("ProtobufFormat", "the schema is no serialized FileDescriptorSet"));
         return false;
     }
     FileBuilder builder(&m_pool, errors);

@@ -14,11 +14,6 @@ namespace
 
 const int GreatestProblemCount = 20;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ProtobufFormat", text);
-}
-
 // The number of bytes of the character that begins at bytes, or 0 when that is no UTF-8.
 int characterSize(const unsigned char* bytes, qint64 size)
 {
@@ -69,14 +64,16 @@ ProtobufWireCheck::ProtobufWireCheck(const Descriptor* type, const QByteArray& m
 bool ProtobufWireCheck::fail(const FieldDescriptor* field, qint64 place, const QString& text)
 {
     if (m_problems.size() == GreatestProblemCount)
-        m_problems.append(tr("and more"));
+        m_problems.append(QCoreApplication::translate("ProtobufFormat", "and more"));
     if (m_problems.size() > GreatestProblemCount)
         return false;
     QStringList path = m_path;
     if (field)
         path.append(ProtobufText::fromUtf8(field->name()));
-    const QString where =
-        path.isEmpty() ? tr("byte %1: ").arg(place) : tr("%1 at byte %2: ").arg(path.join(QLatin1Char('.'))).arg(place);
+    const QString where = path.isEmpty() ? QCoreApplication::translate("ProtobufFormat", "byte %1: ").arg(place)
+                                         : QCoreApplication::translate("ProtobufFormat", "%1 at byte %2: ")
+                                               .arg(path.join(QLatin1Char('.')))
+                                               .arg(place);
     m_problems.append(where + text);
     return false;
 }
@@ -113,7 +110,7 @@ bool ProtobufWireCheck::copyFields(const Descriptor* type, qint64* place, qint64
         if (!copyField(type, place, end, depth, copy))
             return false;
     }
-    return group == 0 || fail(nullptr, *place, tr("a group does not end"));
+    return group == 0 || fail(nullptr, *place, QCoreApplication::translate("ProtobufFormat", "a group does not end"));
 }
 
 bool ProtobufWireCheck::copyField(const Descriptor* type, qint64* place, qint64 end, int depth, QByteArray* copy)
@@ -121,30 +118,39 @@ bool ProtobufWireCheck::copyField(const Descriptor* type, qint64* place, qint64 
     const qint64 begin = *place;
     std::uint64_t tag;
     if (!readVarint(place, end, &tag))
-        return fail(nullptr, begin, tr("the number of a field breaks off; the rest is not decoded"));
+        return fail(
+            nullptr, begin,
+            QCoreApplication::translate("ProtobufFormat", "the number of a field breaks off; the rest is not decoded"));
     const std::uint32_t number = static_cast<std::uint32_t>(tag >> 3);
     if (tag >> 32 != 0 || number == 0)
-        return fail(nullptr, begin, tr("no number of a field; the rest is not decoded"));
+        return fail(nullptr, begin,
+                    QCoreApplication::translate("ProtobufFormat", "no number of a field; the rest is not decoded"));
     const FieldDescriptor* const field = type ? type->FindFieldByNumber(static_cast<int>(number)) : nullptr;
     std::uint64_t value = 0;
     switch (tag & 7) {
     case WireFormatLite::WIRETYPE_VARINT:
         if (!readVarint(place, end, &value))
-            return fail(field, begin, tr("a number breaks off; the rest is not decoded"));
+            return fail(field, begin,
+                        QCoreApplication::translate("ProtobufFormat", "a number breaks off; the rest is not decoded"));
         break;
     case WireFormatLite::WIRETYPE_FIXED64:
     case WireFormatLite::WIRETYPE_FIXED32:
         *place += (tag & 7) == WireFormatLite::WIRETYPE_FIXED64 ? 8 : 4;
         if (*place > end)
-            return fail(field, begin, tr("a number breaks off; the rest is not decoded"));
+            return fail(field, begin,
+                        QCoreApplication::translate("ProtobufFormat", "a number breaks off; the rest is not decoded"));
         break;
     case WireFormatLite::WIRETYPE_LENGTH_DELIMITED: {
         const qint64 tagEnd = *place;
         if (!readVarint(place, end, &value))
-            return fail(field, begin, tr("a length breaks off; the rest is not decoded"));
+            return fail(field, begin,
+                        QCoreApplication::translate("ProtobufFormat", "a length breaks off; the rest is not decoded"));
         if (value > static_cast<std::uint64_t>(end - *place))
             return fail(field, begin,
-                        tr("claims %1 bytes where %2 are left; the rest is not decoded").arg(value).arg(end - *place));
+                        QCoreApplication::translate("ProtobufFormat",
+                                                    "claims %1 bytes where %2 are left; the rest is not decoded")
+                            .arg(value)
+                            .arg(end - *place));
         const qint64 content = *place;
         *place += static_cast<qint64>(value);
         if (!field || (field->type() != FieldDescriptor::TYPE_MESSAGE && field->type() != FieldDescriptor::TYPE_STRING))
@@ -153,7 +159,7 @@ bool ProtobufWireCheck::copyField(const Descriptor* type, qint64* place, qint64 
         if (field->type() == FieldDescriptor::TYPE_STRING) {
             copyText(field, content, *place, &part);
         } else if (depth == 0) {
-            fail(field, begin, tr("nested too deeply; it is not decoded"));
+            fail(field, begin, QCoreApplication::translate("ProtobufFormat", "nested too deeply; it is not decoded"));
             return true;
         } else {
             qint64 partPlace = content;
@@ -173,9 +179,12 @@ bool ProtobufWireCheck::copyField(const Descriptor* type, qint64* place, qint64 
                          depth, copy);
     }
     case WireFormatLite::WIRETYPE_END_GROUP:
-        return fail(nullptr, begin, tr("the end of a group that did not begin; the rest is not decoded"));
+        return fail(nullptr, begin,
+                    QCoreApplication::translate("ProtobufFormat",
+                                                "the end of a group that did not begin; the rest is not decoded"));
     default:
-        return fail(field, begin, tr("an unknown kind of value; the rest is not decoded"));
+        return fail(field, begin,
+                    QCoreApplication::translate("ProtobufFormat", "an unknown kind of value; the rest is not decoded"));
     }
     copyBytes(begin, *place, copy);
     return true;
@@ -186,7 +195,8 @@ bool ProtobufWireCheck::copyGroup(const Descriptor* type, const QString& name, s
 {
     // Nobody knows where a group ends that is not read.
     if (depth == 0)
-        return fail(nullptr, *place, tr("nested too deeply; the rest is not decoded"));
+        return fail(nullptr, *place,
+                    QCoreApplication::translate("ProtobufFormat", "nested too deeply; the rest is not decoded"));
     QByteArray part;
     m_path.append(name);
     const bool good = copyFields(type, place, end, number, depth - 1, &part);
@@ -205,7 +215,9 @@ void ProtobufWireCheck::copyText(const FieldDescriptor* field, qint64 place, qin
         const int size = characterSize(reinterpret_cast<const unsigned char*>(m_bytes.constData()) + i, end - i);
         if (size == 0) {
             if (good)
-                fail(field, i, tr("not valid UTF-8; wrong bytes are shown as question marks"));
+                fail(field, i,
+                     QCoreApplication::translate("ProtobufFormat",
+                                                 "not valid UTF-8; wrong bytes are shown as question marks"));
             good = false;
             (*copy)[static_cast<int>(i - place)] = '?';
         }
