@@ -1,5 +1,9 @@
 #include "frameoutput.h"
 
+#include "drivesimulation.h"
+#include "mcapwriter.h"
+
+#include <QBuffer>
 #include <QFile>
 #include <QHostInfo>
 #include <QtEndian>
@@ -50,6 +54,96 @@ private:
     bool m_withTimes;
 };
 
+/** A recording of a DriveSimulation, of which bytes get changed in some chunks. */
+class McapOutput : public FrameOutput
+{
+public:
+    explicit McapOutput(const Options& options)
+        : m_file(options.path)
+        , m_corruptRate(options.settings.corruptRate)
+        , m_channels(DriveSimulation(options.settings).getChannels())
+        , m_numbers(options.settings.seed, 1)
+        , m_writer(&m_buffer, settings())
+    {
+    }
+
+    bool open() override
+    {
+        const bool opened =
+            m_file.fileName().isEmpty() ? m_file.open(stdout, QIODevice::WriteOnly) : m_file.open(QIODevice::WriteOnly);
+        if (!opened)
+            return failWrite();
+        m_buffer.open(QIODevice::WriteOnly);
+        m_writer.open();
+        const QByteArray schema = DriveSimulation::getSchema();
+        QHash<QByteArray, quint16> schemas;
+        for (const DriveSimulation::Channel& channel : m_channels) {
+            if (!schemas.contains(channel.type))
+                schemas.insert(channel.type, m_writer.addSchema(channel.type, "protobuf", schema));
+            m_numbersOfChannels.append(m_writer.addChannel(channel.topic, "protobuf", schemas.value(channel.type)));
+        }
+        return drain();
+    }
+
+    bool write(const SimulatedFrame& frame) override
+    {
+        m_writer.writeMessage(m_numbersOfChannels.at(frame.channel), frame.sequence, quint64(frame.time) * 1000,
+                              frame.bytes);
+        return drain();
+    }
+
+    bool flush() override { return m_file.flush() || failWrite(); }
+
+    bool close() override
+    {
+        m_writer.flush();
+        if (!drain())
+            return false;
+        m_writer.close();
+        return drain() && flush();
+    }
+
+private:
+    static McapWriter::Settings settings()
+    {
+        McapWriter::Settings settings;
+        settings.libraryName = "corvel-simulate " CORVEL_VERSION;
+        return settings;
+    }
+
+    /** Writes to the file what is in the buffer: nothing, definitions, or a chunk with its index. */
+    bool drain()
+    {
+        const int firstRecord = 1 + 8 + 8 + 8 + 8 + 4 + 4 + 4 + 8; // of a chunk with the compression "zstd"
+        QByteArray& bytes = m_buffer.buffer();
+        if (bytes.startsWith('\x06')) {
+            const quint64 length = qFromLittleEndian<quint64>(bytes.constData() + 1) + 9;
+            const bool corrupted = m_numbers.uniform() < m_corruptRate;
+            const int position = firstRecord + m_numbers.below(int(length) - firstRecord);
+            if (corrupted)
+                bytes[position] = char(bytes.at(position) ^ (1 + m_numbers.below(255)));
+        }
+        const bool written = m_file.write(bytes) == bytes.size();
+        bytes.clear();
+        m_buffer.seek(0);
+        return written || failWrite();
+    }
+
+    bool failWrite()
+    {
+        return fail(m_file.fileName().isEmpty() ? QStringLiteral("standard output") : m_file.fileName(),
+                    m_file.errorString());
+    }
+
+    QFile m_file; // without a name for standard output
+    double m_corruptRate;
+    QVector<DriveSimulation::Channel> m_channels;
+    QVector<quint16> m_numbersOfChannels;
+    RandomNumbers m_numbers;
+    QBuffer m_buffer;
+    McapWriter m_writer;
+};
+
 /** A datagram for each frame. */
 class UdpOutput : public FrameOutput
 {
@@ -95,6 +189,8 @@ std::unique_ptr<FrameOutput> FrameOutput::create(const Options& options)
 {
     if (!options.host.isEmpty())
         return std::make_unique<UdpOutput>(options.host, options.port);
+    if (options.isMcap)
+        return std::make_unique<McapOutput>(options);
     return std::make_unique<FileOutput>(options.path, options.withTimes);
 }
 

@@ -18,6 +18,8 @@ public:
     virtual bool write(const SimulatedFrame& frame) = 0;
     /** Hands on what is kept back; false when it can't be written. */
     virtual bool flush() = 0;
+    /** Ends what is written; false when it can't be written. */
+    virtual bool close() { return flush(); }
 
     /** Why the last operation failed; names the output. */
     const QString& getError() const { return m_error; }

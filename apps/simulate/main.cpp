@@ -1,3 +1,4 @@
+#include "drivesimulation.h"
 #include "frameoutput.h"
 
 #include <QCoreApplication>
@@ -46,13 +47,14 @@ bool run(const Options& options, FrameOutput* output)
 {
     if (!output->open())
         return false;
-    Simulation simulation(options.settings);
+    const std::unique_ptr<Simulation> flight(options.isMcap ? nullptr : new Simulation(options.settings));
+    const std::unique_ptr<DriveSimulation> drive(options.isMcap ? new DriveSimulation(options.settings) : nullptr);
     const Pacer pacer(options.speed, options.settings.startTime);
     const double end = double(options.settings.startTime) + options.duration * 1000000;
     for (;;) {
-        const SimulatedFrame frame = simulation.takeNext();
+        const SimulatedFrame frame = drive ? drive->takeNext() : flight->takeNext();
         if (options.duration > 0 && double(frame.time) >= end)
-            return output->flush();
+            return output->close();
         if (pacer.mustWait(frame.time)) {
             if (!output->flush())
                 return false;

@@ -8,11 +8,13 @@ namespace
 {
 
 const char Description[] =
-    "Writes what a made-up multicopter sends: MAVLink version 2, 18 message types at 1 to 50 Hz.\n"
+    "Writes what a made-up multicopter sends: MAVLink version 2, 18 message types at 1 to 50 Hz. Or, as MCAP, what a\n"
+    "car sends: nested messages of Protocol Buffers, 2 types at 20 and 1 Hz.\n"
     "The same options write the same bytes.";
 
 const char OutputHelp[] =
-    "A file (a tlog when its name ends with .tlog, else a raw stream), - for standard output, or udp:HOST:PORT.";
+    "A file (a tlog or MCAP when its name ends with .tlog or .mcap, else a raw stream), - for standard output, or "
+    "udp:HOST:PORT.";
 
 const int DefaultPort = 14550;
 const double FileDuration = 60;
@@ -76,12 +78,17 @@ public:
         return result;
     }
 
-    bool isTlog(const QString& name, const QString& path)
+    /** "tlog", "mcap" or "raw". */
+    QString format(const QString& name, const QString& path)
     {
+        const QStringList formats{QStringLiteral("tlog"), QStringLiteral("mcap"), QStringLiteral("raw")};
         const QString format = m_parser.value(name);
-        if (!format.isEmpty() && format != QLatin1String("tlog") && format != QLatin1String("raw"))
+        if (!format.isEmpty() && !formats.contains(format))
             refuse(name, format);
-        return format.isEmpty() ? path.endsWith(QLatin1String(".tlog")) : format == QLatin1String("tlog");
+        if (!format.isEmpty())
+            return format;
+        const QString suffix = path.section(QLatin1Char('.'), -1);
+        return path.contains(QLatin1Char('.')) && formats.contains(suffix) ? suffix : formats.constLast();
     }
 
     void refuse(const QString& name, const QString& value)
@@ -110,10 +117,12 @@ void addOptions(QCommandLineParser* parser)
     add("senders", "Vehicles, 1 to 255. Default 1.", "number");
     add("rate", "Multiplies the rates of all messages. Default 1.", "factor");
     add("drop", "Share of the frames that get lost, 0 to 1. Default 0.", "share");
-    add("corrupt", "Share of the frames of which a byte gets changed, 0 to 1. Default 0.", "share");
+    add("corrupt",
+        "Share of the frames, or of an MCAP recording's chunks, of which a byte gets changed, 0 to 1. Default 0.",
+        "share");
     add("pause", "No reception from START on for LENGTH seconds. Can be given several times.", "START:LENGTH");
     add("start", "Time at the start, ISO 8601. Default 2024-01-01T12:00:00Z, over UDP now.", "time");
-    add("format", "tlog or raw, in place of what the file's name says.", "format");
+    add("format", "tlog, raw or mcap, in place of what the file's name says.", "format");
 }
 
 bool parseOutput(const QCommandLineParser& parser, Options* options, QString* error)
@@ -167,7 +176,11 @@ Options::Result Options::parse(const QStringList& arguments, Options* options, Q
     Simulation::Settings& settings = options->settings;
     options->duration = reader.number(QStringLiteral("duration"), 0, most, live ? 0 : FileDuration);
     options->speed = reader.number(QStringLiteral("speed"), 0, most, live ? 1 : 0);
-    options->withTimes = reader.isTlog(QStringLiteral("format"), options->path);
+    const QString format = reader.format(QStringLiteral("format"), options->path);
+    options->withTimes = format == QLatin1String("tlog");
+    options->isMcap = format == QLatin1String("mcap");
+    if (options->isMcap && live)
+        reader.refuse(QStringLiteral("format"), format);
     settings.seed = reader.seed(QStringLiteral("seed"), settings.seed);
     settings.senders = int(reader.number(QStringLiteral("senders"), 1, 255, settings.senders));
     settings.rateFactor = reader.number(QStringLiteral("rate"), 0.001, 1000, settings.rateFactor);

@@ -96,5 +96,8 @@ void SimulatedVehicle::append(qint64 sinceStart, quint8 component, const Mavlink
     header.system = m_number;
     header.component = component;
     header.sequence = m_sequences[component]++;
-    m_ready.append(SimulatedFrame{m_startTime + sinceStart, message.toFrame(header)});
+    SimulatedFrame frame;
+    frame.time = m_startTime + sinceStart;
+    frame.bytes = message.toFrame(header);
+    m_ready.append(frame);
 }

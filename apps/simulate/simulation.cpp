@@ -30,15 +30,15 @@ SimulatedFrame Simulation::takeNext()
     const int difference = 1 + m_linkNumbers.below(255);
     if (corrupted)
         frame.bytes[position] = char(frame.bytes.at(position) ^ difference);
-    if (dropped || isPaused(frame.time))
+    if (dropped || m_settings.isPaused(frame.time))
         frame.bytes.clear();
     return frame;
 }
 
-bool Simulation::isPaused(qint64 time) const
+bool Simulation::Settings::isPaused(qint64 time) const
 {
-    const double seconds = double(time - m_settings.startTime) / 1000000;
-    return std::any_of(m_settings.pauses.begin(), m_settings.pauses.end(), [seconds](const Pause& pause) {
+    const double seconds = double(time - startTime) / 1000000;
+    return std::any_of(pauses.begin(), pauses.end(), [seconds](const Pause& pause) {
         return seconds >= pause.start && seconds < pause.start + pause.length;
     });
 }

@@ -26,6 +26,9 @@ public:
         double corruptRate = 0; ///< share of frames of which a byte gets changed, 0 to 1
         qint64 startTime = 0;   ///< microseconds since 1970
         QVector<Pause> pauses;
+
+        /** Whether nothing is received at that time, in microseconds since 1970. */
+        bool isPaused(qint64 time) const;
     };
 
     explicit Simulation(const Settings& settings);
@@ -42,8 +45,6 @@ public:
 
 private:
     Q_DISABLE_COPY(Simulation)
-
-    bool isPaused(qint64 time) const;
 
     Settings m_settings;
     std::unique_ptr<MavlinkDialect> m_dialect;

@@ -1,6 +1,7 @@
 #include "dumprunner.h"
 #include "testbase.h"
 
+#include <QFile>
 #include <QJsonArray>
 
 /** corvel-dump on recordings of real devices. */
@@ -12,6 +13,10 @@ private:
     static QString sample(const QString& name)
     {
         return QString::fromLocal8Bit(qgetenv("CORVEL_SAMPLES_DIR")) + QLatin1String("/mavlink/") + name;
+    }
+    static QString protobuf(const QString& name)
+    {
+        return QString::fromLocal8Bit(qgetenv("CORVEL_SAMPLES_DIR")) + QLatin1String("/protobuf/") + name;
     }
     static QStringList arguments(const QStringList& rest)
     {
@@ -53,6 +58,71 @@ private Q_SLOTS:
                             "\"base_mode\":0,\"custom_mode\":0,\"system_status\":0,\"mavlink_version\":3}}"));
         for (const QByteArray& line : lines)
             QVERIFY2(QJsonDocument::fromJson(line).isObject(), line.constData());
+    }
+
+    // The numbers were counted by a script that takes the files apart by itself.
+    void recordingsOfASimulator_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("messages");
+        QTest::addColumn<QString>("sender");
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("last");
+        QTest::addColumn<int>("interval");
+        const QString schemas = protobuf("proto-osi-3.7.0");
+        const QStringList typed{"--type", "osi3.SensorView", "--import-path",
+                                schemas,  "--schema",        schemas + "/osi_sensorview.proto"};
+        QTest::newRow("40 ms") << QStringList{protobuf("MovingHostWithStopLine.mcap")} << 152 << "/osi3/sensor_view"
+                               << "1970-01-01T00:00:00.000000Z"
+                               << "1970-01-01T00:00:06.040000Z" << 40;
+        QTest::newRow("50 ms") << QStringList{protobuf("disappearingVehicle.mcap")} << 364 << "/PMSF.SensorView"
+                               << "1970-01-01T00:00:00.300000Z"
+                               << "1970-01-01T00:00:18.449999Z" << 50;
+        QTest::newRow("lengths between") << typed + QStringList{protobuf(
+                                                        "20240618T122540Z_sv_370_244_20_minimal_valid_example.osi")}
+                                         << 20 << ""
+                                         << ""
+                                         << "" << 0;
+    }
+
+    void recordingsOfASimulator()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, messages);
+        QFETCH(QString, sender);
+        QFETCH(QString, first);
+        QFETCH(QString, last);
+        QFETCH(int, interval);
+        const DumpRun run(QStringList{"--select", "*/osi3.SensorView/timestamp"} + arguments);
+        QCOMPARE(run.errors, QStringList());
+        const QList<QByteArray> lines = run.lines();
+        QCOMPARE(int(lines.size()), messages);
+        const QJsonObject object = QJsonDocument::fromJson(lines.constLast()).object();
+        QCOMPARE(QJsonDocument::fromJson(lines.constFirst()).object().value("time").toString(), first);
+        QCOMPARE(object.value("time").toString(), last);
+        QCOMPARE(object.value("sender").toString(), sender);
+        QCOMPARE(object.value("fields").toObject().keys(), QStringList{"timestamp"});
+
+        const DumpRun stats(QStringList{"--stats"} + arguments);
+        QCOMPARE(stats.object().value("messages").toInt(), messages);
+        const QJsonObject intervals =
+            stats.object().value("statistics").toArray().at(0).toObject().value("intervals").toObject();
+        QCOMPARE(intervals.value(QString::number(interval)).toInt(), interval > 0 ? messages : 0);
+    }
+
+    void aRecordingThroughAPipeAndOneThatWasCut()
+    {
+        QFile file(protobuf("MovingHostWithStopLine.mcap"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        const DumpRun whole({file.fileName()});
+        QCOMPARE(DumpRun({"-"}, bytes).output, whole.output);
+        const DumpRun cut({"-"}, bytes.left(20000));
+        QCOMPARE(cut.status, 0);
+        QCOMPARE(cut.errors, QStringList("standard input at byte 42: stream ends inside a frame, after 19958 bytes: "
+                                         "inside a chunk, of which 82 messages can be read"));
+        QVERIFY(whole.output.startsWith(cut.output));
+        QCOMPARE(int(cut.lines().size()), 82);
     }
 
     void aStreamThatEndsInsideAFrame()

@@ -1,7 +1,11 @@
+#include "drivesimulation.h"
 #include "fieldinfo.h"
 #include "mavlinkdialect.h"
 #include "mavlinkstreamdecoder.h"
+#include "mcapstreamdecoder.h"
 #include "message.h"
+#include "messagereference.h"
+#include "protobufformat.h"
 #include "receptioncounters.h"
 #include "simulatorinput.h"
 #include "testbase.h"
@@ -47,6 +51,29 @@ Simulation::Settings defaults()
     settings.startTime = Start;
     return settings;
 }
+
+/** Counts messages by topic and type. */
+class CarReceiver : public StreamSink
+{
+public:
+    explicit CarReceiver(const StreamDecoder* decoder)
+        : m_decoder(decoder)
+    {
+    }
+
+    void processReceived(const ReceivedMessage& message) override
+    {
+        ++counts[m_decoder->getSenderName(message.sender) + QLatin1Char(' ') +
+                 (message.info ? message.info->getName() : QString())];
+    }
+    void processProblem(const StreamProblem& problem) override { problems.append(problem.describe(QString())); }
+
+    QMap<QString, int> counts;
+    QStringList problems;
+
+private:
+    const StreamDecoder* m_decoder;
+};
 
 /** Counts, and keeps the messages of one type. */
 class Receiver : public StreamSink
@@ -134,6 +161,8 @@ private Q_SLOTS:
     void isAnInputInRealTime();
     void stopsWaitingWhenCancelled();
     void writesFilesAndStandardOutput();
+    void writesRecordingsOfCars();
+    void carsHaveNestedAndOptionalFields();
     void sendsDatagrams();
     void refusesWhatIsNotPossible_data();
     void refusesWhatIsNotPossible();
@@ -340,6 +369,67 @@ void TestSimulate::writesFilesAndStandardOutput()
     QCOMPARE(qFromBigEndian<qint64>(later.output.constData()), Q_INT64_C(1896321906000000));
 }
 
+void TestSimulate::writesRecordingsOfCars()
+{
+    const auto decode = [](const QStringList& options, QStringList* problems) {
+        const ProgramResult result =
+            runProgram(options + QStringList{QStringLiteral("--format=mcap"), QStringLiteral("--senders=2"),
+                                             QStringLiteral("--duration=30"), QStringLiteral("-")});
+        ProtobufFormat format;
+        McapStreamDecoder decoder(&format);
+        CarReceiver receiver(&decoder);
+        decoder.feed(result.output.constData(), int(result.output.size()), Message::NoTime, &receiver);
+        decoder.finish(&receiver);
+        *problems = receiver.problems;
+        return receiver.counts;
+    };
+    typedef QMap<QString, int> Counts;
+    const QString car = QStringLiteral("/vehicle/1 corvel.demo.Vehicle");
+    QStringList problems;
+    const Counts all{{car, 600},
+                     {QStringLiteral("/vehicle/1/parts corvel.demo.Part"), 30},
+                     {QStringLiteral("/vehicle/2 corvel.demo.Vehicle"), 600},
+                     {QStringLiteral("/vehicle/2/parts corvel.demo.Part"), 30}};
+    QCOMPARE(decode({}, &problems), all);
+    QCOMPARE(problems, QStringList());
+    const int kept = decode({QStringLiteral("--drop=0.25")}, &problems).value(car);
+    QVERIFY2(kept > 400 && kept < 500, qPrintable(QString::number(kept)));
+    QCOMPARE(problems, QStringList());
+    // Half of the 30 chunks, and the checksum of everything.
+    const int undamaged = decode({QStringLiteral("--corrupt=0.5")}, &problems).value(car);
+    QVERIFY2(undamaged > 150 && undamaged < 450, qPrintable(QString::number(undamaged)));
+    QCOMPARE(int(problems.size()), 1 + (600 - undamaged) / 20);
+    QVERIFY(problems.constLast().contains(QLatin1String("the data of the file should have the CRC")));
+}
+
+/** What a car sends has all that messages of Protocol Buffers can have, also in what is absent. */
+void TestSimulate::carsHaveNestedAndOptionalFields()
+{
+    Simulation::Settings settings = defaults();
+    settings.seed = 5;
+    DriveSimulation drive(settings);
+    ProtobufFormat format;
+    QString error;
+    const MessageInfo* const info =
+        format.addSchema(DriveSimulation::getSchema(), QStringLiteral("corvel.demo.Vehicle"), &error);
+    QVERIFY2(info, qPrintable(error));
+    QMap<QString, QSet<int>> counts; // of values, by field
+    for (int i = 0; i < 1300; ++i) {
+        const SimulatedFrame frame = drive.takeNext();
+        if (frame.channel != 0)
+            continue;
+        const MessageReference message = MessageReference::adopt(info->newMessage(frame.bytes));
+        for (const FieldInfo* field : info->getFieldInfos())
+            counts[field->getName()].insert(int(field->getValueCount(message.get())));
+    }
+    QCOMPARE(counts.value(QStringLiteral("wheels")), QSet<int>{4});
+    QCOMPARE(counts.value(QStringLiteral("pose")), QSet<int>{1});
+    QCOMPARE(counts.value(QStringLiteral("ranges")), QSet<int>{8});
+    QCOMPARE(counts.value(QStringLiteral("temperatures")), (QSet<int>{2, 3}));
+    for (const char* optional : {"trailer", "motor", "engine", "target_speed"})
+        QCOMPARE(counts.value(QLatin1String(optional)), (QSet<int>{0, 1}));
+}
+
 void TestSimulate::sendsDatagrams()
 {
     QUdpSocket socket;
@@ -379,6 +469,7 @@ void TestSimulate::refusesWhatIsNotPossible_data()
     row("time", "--start=yesterday -", "--start: \"yesterday\"");
     row("format", "--format=csv -", "--format: \"csv\"");
     row("address", "udp:host:port", "udp:host:port");
+    row("datagrams of a recording", "--format=mcap udp:localhost:1", "--format: \"mcap\"");
 }
 
 void TestSimulate::refusesWhatIsNotPossible()

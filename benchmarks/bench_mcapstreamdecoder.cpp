@@ -1,0 +1,195 @@
+#include "mcapfixtures.h"
+#include "mcapindex.h"
+#include "mcaprecord.h"
+#include "mcapstreamdecoder.h"
+#include "message.h"
+#include "messagestatisticscoordinator.h"
+#include "protobufformat.h"
+#include "receptioncounters.h"
+#include "receptionmonitor.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <ctime>
+#include <memory>
+
+// Reading a recording as corvel-dump --stats does: finding, checking and counting messages and keeping the statistics.
+// Reported beside it is how many times as long that takes as decompressing the same chunks and walking their records
+// without looking into them, measured in the same run, with and without the checksum of the chunks.
+
+namespace
+{
+
+using namespace Mcap;
+
+const int PieceSize = 65536;
+
+/** Counts like corvel-dump. */
+class Statistics : public StreamSink
+{
+public:
+    explicit Statistics(const StreamDecoder* decoder)
+        : m_decoder(decoder)
+        , m_monitor(&m_coordinator)
+    {
+        m_monitor.begin(decoder);
+    }
+
+    void processReceived(const ReceivedMessage& message) override
+    {
+        if (message.info && !message.info->getFormatInfo())
+            m_decoder->publishTypes();
+        counters.countMessage(message);
+        m_monitor.processReceived(message);
+    }
+    void processProblem(const StreamProblem& problem) override
+    {
+        counters.countProblem(problem);
+        m_monitor.processProblem(problem);
+    }
+
+    ReceptionCounters counters;
+
+private:
+    const StreamDecoder* m_decoder;
+    MessageStatisticsCoordinator m_coordinator;
+    ReceptionMonitor m_monitor;
+};
+
+quint64 decode(const QByteArray& bytes, ProtobufFormat* format, const McapIndex* index)
+{
+    McapStreamDecoder decoder(format);
+    decoder.setIndex(index);
+    Statistics sink(&decoder);
+    for (int i = 0; i < bytes.size(); i += PieceSize)
+        decoder.feed(bytes.constData() + i, std::min(PieceSize, int(bytes.size()) - i), Message::NoTime, &sink);
+    decoder.finish(&sink);
+    return sink.counters.getMessageCount();
+}
+
+/** Messages, found with no more than it takes. */
+quint64 walk(const QByteArray& bytes, bool withChecksum)
+{
+    quint64 messages = 0;
+    Decompressor decompressor;
+    QByteArray error;
+    std::unique_ptr<char[]> buffer;
+    quint64 capacity = 0;
+    Cursor file(bytes.constData() + MagicSize, quint64(bytes.size()) - MagicSize);
+    while (file.rest() > RecordHeadSize) {
+        const RecordHead head(file.skip(RecordHeadSize));
+        const char* const body = file.skip(head.length);
+        if (head.opcode == FooterRecord)
+            return messages;
+        messages += head.opcode == MessageRecord;
+        ChunkHead chunk;
+        if (head.opcode != ChunkRecord || !chunk.read(Cursor(body, head.length), head.length))
+            continue;
+        if (chunk.uncompressedSize > capacity) {
+            capacity = chunk.uncompressedSize;
+            buffer.reset(new char[capacity]);
+        }
+        quint64 size = 0;
+        decompressor.run(chunk.compression, body + chunk.size(), chunk.recordsSize, buffer.get(), capacity, &size,
+                         &error);
+        if (withChecksum && addCrc(0, buffer.get(), size) != chunk.crc)
+            return 0;
+        Cursor records(buffer.get(), size);
+        while (records.rest() > 0) {
+            const RecordHead record(records.skip(RecordHeadSize));
+            records.skip(record.length);
+            messages += record.opcode == MessageRecord;
+        }
+    }
+    return messages;
+}
+
+/** Processor seconds, so that the ratio means something on a busy computer too. */
+template <typename Function>
+double measure(const Function& function)
+{
+    const std::clock_t start = std::clock();
+    function();
+    return double(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+void run(benchmark::State& state, const QByteArray& bytes)
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("recording.mcap")));
+    QString error;
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
+        state.SkipWithError("the recording cannot be written");
+        return;
+    }
+    const std::unique_ptr<McapIndex> index(McapIndex::load(file.fileName(), &error));
+    ProtobufFormat format;
+    double least = 1e9;
+    double walked = 1e9;
+    double checked = 1e9;
+    quint64 messages = 0;
+    for (auto _ : state) {
+        least = std::min(least, measure([&] { messages = decode(bytes, &format, index.get()); }));
+        state.PauseTiming();
+        walked = std::min(walked, measure([&] { benchmark::DoNotOptimize(walk(bytes, false)); }));
+        checked = std::min(checked, measure([&] { benchmark::DoNotOptimize(walk(bytes, true)); }));
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(qint64(messages) * qint64(state.iterations()));
+    state.SetBytesProcessed(qint64(bytes.size()) * qint64(state.iterations()));
+    state.counters["messages"] = double(messages);
+    state.counters["times_walk"] = least / walked;
+    state.counters["times_walk_with_checksum"] = least / checked;
+}
+
+/** Two minutes of 20 topics, of messages that compress about as numbers of sensors do. */
+void statistics(benchmark::State& state)
+{
+    McapFixtures::Recording recording(
+        McapFixtures::settings(static_cast<McapWriter::Compression>(state.range(0)), 1 << 20));
+    QVector<quint16> channels;
+    for (int i = 0; i < 20; ++i)
+        channels.append(recording.addPoints("/topic/" + QByteArray::number(i)));
+    quint32 random = 1;
+    const int payload = int(state.range(1));
+    for (int i = 0; i < 60000000 / (payload + 31) / 2; ++i) {
+        QByteArray message = McapFixtures::point(i);
+        while (message.size() < payload) {
+            random = random * 1664525 + 1013904223;
+            const QByteArray noise = McapFixtures::little(random);
+            message += McapFixtures::part(15, QByteArray(12, char(i)) + noise);
+        }
+        recording.writer.writeMessage(channels.at(i % 20), quint32(i / 20 + 1), quint64(i) * McapFixtures::Millisecond,
+                                      message);
+    }
+    run(state, recording.finished());
+}
+
+} // namespace
+
+BENCHMARK(statistics)
+    ->ArgNames({"compression", "payload"})
+    ->ArgsProduct({{McapWriter::NoCompression, McapWriter::Lz4, McapWriter::Zstd}, {200, 2000}})
+    ->Unit(benchmark::kMillisecond);
+
+// The sample recordings that are named on the command line.
+int main(int argc, char** argv)
+{
+    benchmark::Initialize(&argc, argv);
+    for (int i = 1; i < argc; ++i) {
+        const QString path = QString::fromLocal8Bit(argv[i]);
+        benchmark::RegisterBenchmark(argv[i], [path](benchmark::State& state) {
+            QFile file(path);
+            if (file.open(QIODevice::ReadOnly))
+                run(state, file.readAll());
+            else
+                state.SkipWithError("the recording cannot be read");
+        })->Unit(benchmark::kMillisecond);
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

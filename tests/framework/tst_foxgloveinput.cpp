@@ -1,0 +1,243 @@
+#include "byteinput.h"
+#include "mcapfixtures.h"
+#include "mcapstreamdecoder.h"
+#include "message.h"
+#include "messageinfo.h"
+#include "protobufformat.h"
+#include "streamsource.h"
+#include "testbase.h"
+#include "waitfor.h"
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTcpServer>
+#include <QWebSocket>
+#include <QWebSocketServer>
+
+#include <memory>
+#include <thread>
+
+using namespace McapFixtures;
+
+namespace
+{
+
+/** A server with one channel of points and one of something else; sends a message as soon as one is subscribed. */
+class Server : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Server(const QString& protocol)
+        : m_server(QStringLiteral("test"), QWebSocketServer::NonSecureMode)
+    {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 4, 0)
+        if (!protocol.isEmpty())
+            m_server.setSupportedSubprotocols({protocol});
+#else
+        Q_UNUSED(protocol);
+#endif
+        m_server.listen(QHostAddress::LocalHost);
+        connect(&m_server, SIGNAL(newConnection()), this, SLOT(greet()));
+    }
+
+    QString address() const
+    {
+        return QStringLiteral("ws://127.0.0.1:%1").arg(m_server.serverPort());
+    }
+
+    void send(const QJsonObject& object)
+    {
+        m_socket->sendTextMessage(text(object));
+    }
+    void sendPoint(int subscription, int n)
+    {
+        m_socket->sendBinaryMessage(QByteArray(1, '\x01') + little(quint32(subscription)) +
+                                    little(quint64(n) * Millisecond) + point(n));
+    }
+    QWebSocket* socket() const
+    {
+        return m_socket.get();
+    }
+
+    QJsonArray subscriptions;
+    QString greeting = QStringLiteral("{\"op\":\"serverInfo\",\"name\":\"test\",\"capabilities\":[]}");
+
+private Q_SLOTS:
+    void greet()
+    {
+        m_socket.reset(m_server.nextPendingConnection());
+        connect(m_socket.get(), SIGNAL(textMessageReceived(QString)), this, SLOT(receive(QString)));
+        m_socket->sendTextMessage(greeting);
+    }
+
+    void receive(const QString& text)
+    {
+        const QJsonObject request = QJsonDocument::fromJson(text.toUtf8()).object();
+        for (const QJsonValue& wanted : request.value(QLatin1String("subscriptions")).toArray())
+            subscriptions.append(wanted);
+    }
+
+private:
+    static QString text(const QJsonObject& object)
+    {
+        return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+    }
+
+    QWebSocketServer m_server;
+    std::unique_ptr<QWebSocket> m_socket;
+};
+
+QJsonObject channel(int id, const QString& topic, const QString& encoding)
+{
+    return QJsonObject{{QStringLiteral("id"), id},
+                       {QStringLiteral("topic"), topic},
+                       {QStringLiteral("encoding"), encoding},
+                       {QStringLiteral("schemaName"), QStringLiteral("demo.Point")},
+                       {QStringLiteral("schema"), encoding == QLatin1String("protobuf")
+                                                      ? QString::fromLatin1(schema().toBase64())
+                                                      : QStringLiteral("{}")}};
+}
+
+InputAddress addressOf(const QString& text)
+{
+    InputAddress address;
+    QString error;
+    if (!InputAddress::parse(text, &address, &error))
+        qWarning("%s", qPrintable(error));
+    return address;
+}
+
+/** What came: "/a demo.Point 5000". */
+class Lines : public StreamSink
+{
+public:
+    explicit Lines(const StreamDecoder* decoder)
+        : m_decoder(decoder)
+    {
+    }
+    void processReceived(const ReceivedMessage& message) override
+    {
+        lines.append(QStringLiteral("%1 %2 %3")
+                         .arg(m_decoder->getSenderName(message.sender),
+                              message.info ? message.info->getName() : m_decoder->describeUnknown(message.id))
+                         .arg(message.time));
+    }
+    void processProblem(const StreamProblem& problem) override { lines.append(problem.text); }
+
+    QStringList lines;
+
+private:
+    const StreamDecoder* m_decoder;
+};
+
+} // namespace
+
+class TestFoxgloveInput : public TestBase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void channelsOfAServerAreReceived_data()
+    {
+        QTest::addColumn<QString>("protocol");
+        QTest::newRow("v1") << QStringLiteral("foxglove.websocket.v1");
+        QTest::newRow("sdk") << QStringLiteral("foxglove.sdk.v1");
+        QTest::newRow("server that names none") << QString();
+    }
+
+    void channelsOfAServerAreReceived()
+    {
+        QFETCH(QString, protocol);
+        Server server(protocol);
+        ProtobufFormat format;
+        McapStreamDecoder* const decoder = new McapStreamDecoder(&format, McapStreamDecoder::Live);
+        Lines found(decoder);
+        StreamSource source(ByteInput::create(addressOf(server.address())), decoder);
+        source.addObserver(&found);
+        source.start();
+        QVERIFY(waitFor([&] { return source.getState() == StreamSource::Running; }));
+#if QT_VERSION >= QT_VERSION_CHECK(6, 4, 0)
+        QCOMPARE(server.socket()->subprotocol(), protocol);
+#endif
+        server.send(
+            {{QStringLiteral("op"), QStringLiteral("advertise")},
+             {QStringLiteral("channels"), QJsonArray{channel(7, QStringLiteral("/a"), QStringLiteral("protobuf")),
+                                                     channel(9, QStringLiteral("/j"), QStringLiteral("json"))}}});
+        QVERIFY(waitFor([&] { return server.subscriptions.size() == 2; }));
+        QCOMPARE(server.subscriptions.at(0).toObject().value(QLatin1String("channelId")).toInt(), 7);
+        QCOMPARE(server.subscriptions.at(1).toObject().value(QLatin1String("channelId")).toInt(), 9);
+        const int first = server.subscriptions.at(0).toObject().value(QLatin1String("id")).toInt();
+        const int second = server.subscriptions.at(1).toObject().value(QLatin1String("id")).toInt();
+        server.sendPoint(first, 5);
+        server.sendPoint(second, 6);
+        server.sendPoint(99, 7); // nobody asked for it
+        server.socket()->sendBinaryMessage(QByteArray("\x02\0\0", 3));
+        server.send(
+            {{QStringLiteral("op"), QStringLiteral("unadvertise")}, {QStringLiteral("channelIds"), QJsonArray{7}}});
+        server.sendPoint(first, 8); // on its way when the channel ended
+        server.send(
+            {{QStringLiteral("op"), QStringLiteral("advertise")},
+             {QStringLiteral("channels"), QJsonArray{channel(8, QStringLiteral("/a"), QStringLiteral("protobuf"))}}});
+        QVERIFY(waitFor([&] { return server.subscriptions.size() == 3; }));
+        server.sendPoint(server.subscriptions.at(2).toObject().value(QLatin1String("id")).toInt(), 10);
+        server.socket()->close();
+        QVERIFY(waitFor([&] { return source.getState() == StreamSource::Finished; }));
+        QCOMPARE(
+            found.lines,
+            QStringList({QStringLiteral("/j (json, not decodable)"), QStringLiteral("/a demo.Point 5000"),
+                         QStringLiteral("/j /j (json, not decodable) 6000"), QStringLiteral("/a demo.Point 10000")}));
+    }
+
+    void whoSpeaksSomethingElseIsRefused()
+    {
+        Server server(QString{});
+        server.greeting = QStringLiteral("hello");
+        ProtobufFormat format;
+        StreamSource source(ByteInput::create(addressOf(server.address())), new McapStreamDecoder(&format));
+        source.start();
+        QVERIFY(waitFor([&] { return source.getState() == StreamSource::Failed; }));
+        QCOMPARE(source.getErrorString(),
+                 server.address() + QStringLiteral(": it does not speak the Foxglove protocol"));
+    }
+
+    void nobodyThereIsAnErrorAndNoWait()
+    {
+        const std::unique_ptr<ByteInput> input(ByteInput::create(addressOf(QStringLiteral("ws://127.0.0.1:1"))));
+        QVERIFY(!input->open());
+        QVERIFY2(input->getErrorString().startsWith(QLatin1String("ws://127.0.0.1:1: ")),
+                 qPrintable(input->getErrorString()));
+        QVERIFY(input->getErrorString().size() > 20);
+    }
+
+    void waitingCanBeCancelled()
+    {
+        // A server that accepts and says nothing: open() waits.
+        QTcpServer silent;
+        QVERIFY(silent.listen(QHostAddress::LocalHost));
+        const std::unique_ptr<ByteInput> input(
+            ByteInput::create(addressOf(QStringLiteral("ws://127.0.0.1:%1").arg(silent.serverPort()))));
+        QElapsedTimer timer;
+        timer.start();
+        std::thread canceller([&] { input->cancel(); });
+        QVERIFY(!input->open());
+        canceller.join();
+        QVERIFY(timer.elapsed() < 1000);
+        QVERIFY(input->getErrorString().endsWith(QLatin1String("cancelled")));
+    }
+
+    void addresses()
+    {
+        InputAddress address = addressOf(QStringLiteral("wss://host.example/some/path"));
+        QCOMPARE(int(address.kind), int(InputAddress::WebSocket));
+        QCOMPARE(address.toString(), QStringLiteral("wss://host.example:8765/some/path"));
+        QString error;
+        QVERIFY(!InputAddress::parse(QStringLiteral("ws://:99"), &address, &error));
+        QCOMPARE(error, QStringLiteral("ws://:99: this is no address; ws://HOST:PORT is one"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestFoxgloveInput)
+#include "tst_foxgloveinput.moc"
