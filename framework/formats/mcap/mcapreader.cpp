@@ -14,6 +14,9 @@ const quint64 Never = std::numeric_limits<quint64>::max();
 // What a record of another version may have behind the fields that are known.
 const quint64 GreatestExtension = 4096;
 
+// A record that is passed over is looked through when it is longer than this: its length may be wrong.
+const quint64 GreatestTrusted = 64 * 1024;
+
 // What is looked at to tell whether a record begins.
 const int LongestHead = RecordHeadSize + ChunkHeadSize + GreatestCompressionName + 8;
 
@@ -60,6 +63,7 @@ McapReader::McapReader(ProtobufFormat* format, bool mustEnd)
     , m_windowOffset(0)
     , m_searchStart(0)
     , m_searchEnd(Never)
+    , m_searchIsQuiet(false)
     , m_crc(0)
     , m_crcCovers(true)
     , m_dataCrcIsWanted(true)
@@ -248,8 +252,16 @@ bool McapReader::readRecordHead()
     case ChunkRecord:
         m_state = InChunkHead;
         break;
+    case AttachmentRecord: // may well contain a recording
+        m_state = Skipping;
+        break;
     default:
         m_state = Skipping;
+        if (head.length > GreatestTrusted) {
+            startSearch(m_recordOffset, m_position + head.length, QByteArray(bytes, RecordHeadSize),
+                        QStringLiteral("%1 of %2 bytes").arg(recordName(head.opcode)).arg(head.length));
+            m_searchIsQuiet = true;
+        }
         break;
     }
     return true;
@@ -366,6 +378,7 @@ void McapReader::startSearch(quint64 since, quint64 until, const QByteArray& con
     m_searchStart = since;
     m_searchEnd = until;
     m_searchReason = reason;
+    m_searchIsQuiet = false;
 }
 
 /** Whether a chunk begins there, or what follows the last: all others are too easily mistaken. */
@@ -411,7 +424,9 @@ bool McapReader::search()
 
 void McapReader::endSearch(quint64 found)
 {
-    if (found == m_searchEnd)
+    if (found == m_searchEnd && m_searchIsQuiet)
+        m_searchIsQuiet = false;
+    else if (found == m_searchEnd)
         report(StreamProblem::UnsupportedFrame, m_searchStart, found - m_searchStart,
                QStringLiteral("%1 was passed over, %2 are read").arg(m_searchReason, megabytes(GreatestRecord)));
     else
@@ -455,7 +470,8 @@ void McapReader::finish(StreamSink* sink)
     const quint64 start =
         m_state == AtRecord || m_state == AtMagic || m_state == AtEndMagic ? m_position : m_recordOffset;
     if (m_state == Searching) {
-        report(StreamProblem::SkippedBytes, m_searchStart, end - m_searchStart, m_searchReason);
+        report(m_searchIsQuiet ? StreamProblem::TruncatedFrame : StreamProblem::SkippedBytes, m_searchStart,
+               end - m_searchStart, m_searchReason);
     } else if (m_state == AtEnd) {
         if (m_left > 0)
             report(StreamProblem::SkippedBytes, m_position - m_left, m_left,

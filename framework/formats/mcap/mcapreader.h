@@ -107,6 +107,7 @@ private:
     quint64 m_searchStart;
     quint64 m_searchEnd; // where a record ends that is too long to be believed; the greatest number for none
     QString m_searchReason;
+    bool m_searchIsQuiet; // nothing speaks against that record so far
 
     quint32 m_crc; // of the data section, and then of the summary
     bool m_crcCovers;
