@@ -3,6 +3,7 @@
 #include "mcaprecord.h"
 #include "mcapstreamdecoder.h"
 #include "message.h"
+#include "messageinfo.h"
 #include "messagestatisticscoordinator.h"
 #include "protobufformat.h"
 #include "receptioncounters.h"

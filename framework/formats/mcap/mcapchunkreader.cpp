@@ -75,10 +75,20 @@ bool McapReader::readChunk()
     const char* const bytes = take(m_chunkHead.recordsSize);
     if (!bytes)
         return false;
-    account(bytes, m_chunkHead.recordsSize);
+    const quint64 size = m_chunkHead.recordsSize;
+    // Of records that are not compressed the checksum is part of that of the file: it is calculated once.
+    const bool isPlain = m_chunkHead.compression.isEmpty() && m_chunkHead.crc != 0;
+    const quint32 crc = isPlain ? addCrc(0, bytes, size) : 0;
+    if (isPlain) {
+        m_position += size;
+        if (isCrcWanted())
+            m_crc = combineCrc(m_crc, crc, size);
+    } else {
+        account(bytes, size);
+    }
     m_left = m_chunkHead.extension;
     m_state = Skipping;
-    processChunk(bytes, m_chunkHead.recordsSize);
+    processChunk(bytes, size, isPlain ? &crc : nullptr);
     return true;
 }
 
@@ -93,7 +103,8 @@ std::unique_ptr<McapReader::Chunk> McapReader::decompress(const char* bytes, qui
     return chunk;
 }
 
-void McapReader::processChunk(const char* bytes, quint64 size)
+/** Takes a chunk's records; @p crc is the checksum that they have, or null when it is not known yet. */
+void McapReader::processChunk(const char* bytes, quint64 size, const quint32* crc)
 {
     bool good = false;
     quint64 written = 0;
@@ -112,9 +123,11 @@ void McapReader::processChunk(const char* bytes, quint64 size)
                    .arg(written));
         return;
     }
-    if (m_chunkHead.crc != 0 && !checkCrc(m_chunkHead.crc, addCrc(0, chunk->bytes.get(), written),
-                                          QStringLiteral("a chunk, which was dropped,")))
-        return;
+    if (m_chunkHead.crc != 0) {
+        const quint32 right = crc ? *crc : addCrc(0, chunk->bytes.get(), written);
+        if (!checkCrc(m_chunkHead.crc, right, QStringLiteral("a chunk, which was dropped,")))
+            return;
+    }
     parseChunk(chunk.get(), written, true);
     holdChunk(std::move(chunk));
 }

@@ -165,7 +165,7 @@ const char* McapReader::take(quint64 size)
 void McapReader::account(const char* bytes, quint64 size)
 {
     m_position += size;
-    if (m_crcCovers && (m_dataCrcIsWanted || m_summaryOffset != 0))
+    if (isCrcWanted())
         m_crc = addCrc(m_crc, bytes, size);
 }
 

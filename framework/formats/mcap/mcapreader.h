@@ -43,6 +43,7 @@ private:
     bool step();
     const char* take(quint64 size);
     void account(const char* bytes, quint64 size);
+    bool isCrcWanted() const { return m_crcCovers && (m_dataCrcIsWanted || m_summaryOffset != 0); }
 
     bool readMagic();
     bool readRecordHead();
@@ -62,8 +63,7 @@ private:
 
     void processRecord(const char* body, quint64 size);
     void processMessage(const char* body, quint64 size);
-    void processChunk(const char* bytes, quint64 size);
-    bool checkChunk(bool decompressed, const QByteArray& error, quint64 written, const Chunk& chunk);
+    void processChunk(const char* bytes, quint64 size, const quint32* crc);
     std::unique_ptr<Chunk> decompress(const char* bytes, quint64 size, bool* good, quint64* written, QByteArray* error);
     void parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole);
     void holdChunk(std::unique_ptr<Chunk> chunk);

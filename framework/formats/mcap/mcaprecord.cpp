@@ -74,6 +74,11 @@ quint32 addCrc(quint32 crc, const char* bytes, quint64 size)
     return quint32(crc32_z(crc, reinterpret_cast<const Bytef*>(bytes), size));
 }
 
+quint32 combineCrc(quint32 first, quint32 second, quint64 size)
+{
+    return quint32(crc32_combine(first, second, z_off_t(size)));
+}
+
 Decompressor::Decompressor()
     : m_zstd(nullptr)
     , m_lz4(nullptr)

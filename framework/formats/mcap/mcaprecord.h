@@ -196,6 +196,9 @@ struct Footer
 /** Goes on from zlib's CRC-32 of what came before; 0 at the beginning. */
 quint32 addCrc(quint32 crc, const char* bytes, quint64 size);
 
+/** The CRC-32 of bytes with the CRC-32 @p first and @p size bytes with the CRC-32 @p second behind them. */
+quint32 combineCrc(quint32 first, quint32 second, quint64 size);
+
 /** Takes the records of a chunk out of their compression. */
 class Decompressor
 {
