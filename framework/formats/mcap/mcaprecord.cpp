@@ -1,5 +1,6 @@
 #include "mcaprecord.h"
 
+#include <libdeflate.h>
 #include <lz4frame.h>
 #include <zlib.h>
 #include <zstd.h>
@@ -71,7 +72,8 @@ bool Footer::read(Cursor cursor)
 
 quint32 addCrc(quint32 crc, const char* bytes, quint64 size)
 {
-    return quint32(crc32_z(crc, reinterpret_cast<const Bytef*>(bytes), size));
+    // Several times as fast as zlib's.
+    return libdeflate_crc32(crc, bytes, size);
 }
 
 quint32 combineCrc(quint32 first, quint32 second, quint64 size)
