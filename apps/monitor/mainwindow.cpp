@@ -147,6 +147,7 @@ void MainWindow::addSession(SourceSession* session)
 {
     m_types->addSession(session);
     connect(session, &SourceSession::formatChanged, m_sources, &SourceModel::followFormats);
+    connect(session, &SourceSession::recordingFailed, this, &MainWindow::showError);
     connect(session, &SourceSession::problem, this, &MainWindow::noteProblem);
     connect(session, &SourceSession::changed, this, &MainWindow::refresh);
 }

@@ -116,7 +116,8 @@ private:
     void createStatusBar();
 
     void openFile();
-    void askAddress(const QString& title, const QString& label, const QString& suggestion);
+    void askSource();
+    void record(bool on);
     void askDialect();
     void saveEvents();
     void rememberFile(const QString& path);
@@ -179,6 +180,7 @@ private:
     QPointer<SourceSession> m_demonstration; // goes when another source comes
     std::unique_ptr<QSettings> m_settings;
     QStringList m_recentFiles;
+    SourceOptions m_lastOptions; // of the dialog
     StreamSource::Playback m_playback;
     QString m_lastProblem;
     bool m_arranged = false; // docks have sizes, their first or restored ones

@@ -3,6 +3,7 @@
 #include "mainwindow.h"
 
 #include "abstractmessagetreewidgetitem.h"
+#include "connectdialog.h"
 #include "eventlogtablewidget.h"
 #include "fieldinfo.h"
 #include "formpanel.h"
@@ -21,7 +22,6 @@
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QHeaderView>
-#include <QInputDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -107,6 +107,8 @@ void MainWindow::createDocks()
     sourceDock->setObjectName(QLatin1String("sources"));
     sourceDock->setWidget(m_sourcePanel);
     addDockWidget(Qt::LeftDockWidgetArea, sourceDock);
+    connect(m_sourcePanel, &SourcePanel::connectRequested, this, &MainWindow::askSource);
+    connect(m_sourcePanel, &SourcePanel::recordRequested, this, &MainWindow::record);
     connect(m_sourcePanel, &SourcePanel::currentChanged, this, &MainWindow::updateStatus);
 
     QDockWidget* typeDock = new QDockWidget(tr("Message Types"), this);
@@ -168,13 +170,13 @@ void MainWindow::createFileMenu()
     file->addAction(tr("&Open Recording..."), this, &MainWindow::openFile)->setShortcut(QKeySequence::Open);
     m_recentMenu = file->addMenu(tr("Open &Recent"));
     connect(m_recentMenu, &QMenu::aboutToShow, this, &MainWindow::fillRecentFiles);
-    file->addAction(tr("Listen on &UDP..."), this, [this]() {
-        askAddress(tr("Listen on UDP"), tr("Address and port to listen on:"), QLatin1String("udp:0.0.0.0:14550"));
-    });
-    file->addAction(tr("Connect to &TCP..."), this, [this]() {
-        askAddress(tr("Connect to TCP"), tr("Host and port to connect to:"), QLatin1String("tcp:localhost:5760"));
-    });
-    file->addAction(tr("&Simulated Vehicle"), this, &MainWindow::openSimulation);
+    file->addAction(tr("Co&nnect..."), this, &MainWindow::askSource)->setShortcut(QKeySequence(tr("Ctrl+K")));
+    file->addAction(tr("&Simulated Vehicle"), this, [this]() { openSimulation(); });
+    file->addSeparator();
+    file->addAction(tr("&Record..."), this, [this]() { record(true); })->setShortcut(QKeySequence(tr("Ctrl+R")));
+    file->addAction(tr("S&top Recording"), this, [this]() { record(false); });
+    file->addAction(tr("C&lose Source"), this, [this]() { m_sources->close(m_sourcePanel->getCurrent()); })
+        ->setShortcut(QKeySequence(tr("Ctrl+W")));
     file->addSeparator();
     file->addAction(tr("Load &Definitions..."), this, &MainWindow::askDialect);
     file->addSeparator();
@@ -255,9 +257,9 @@ void MainWindow::createActions()
 
 void MainWindow::openFile()
 {
-    const QString path = QFileDialog::getOpenFileName(this, tr("Open Recording"), QString(),
-                                                      tr("Recordings (*.tlog *.mavlink *.bin *.raw);;All files (*)"));
-    if (!path.isEmpty())
+    const QStringList paths = QFileDialog::getOpenFileNames(
+        this, tr("Open Recordings"), QString(), tr("Recordings (*.tlog *.mavlink *.mcap *.bin *.raw);;All files (*)"));
+    for (const QString& path : paths)
         openAddress(path);
 }
 
@@ -290,12 +292,34 @@ void MainWindow::fillRecentFiles()
         m_recentMenu->addAction(tr("No recordings yet"))->setEnabled(false);
 }
 
-void MainWindow::askAddress(const QString& title, const QString& label, const QString& suggestion)
+void MainWindow::askSource()
 {
-    bool accepted = false;
-    const QString address = QInputDialog::getText(this, title, label, QLineEdit::Normal, suggestion, &accepted);
-    if (accepted && !address.trimmed().isEmpty())
-        openAddress(address.trimmed());
+    ConnectDialog dialog(
+        &m_factory,
+        [this](const SourceOptions& options, QString* error) { return openSource(options, error) != nullptr; }, this);
+    if (!m_lastOptions.isSimulation())
+        dialog.setOptions(m_lastOptions);
+    if (dialog.exec() == QDialog::Accepted)
+        m_lastOptions = dialog.getOptions();
+}
+
+void MainWindow::record(bool on)
+{
+    SourceSession* const session = m_sourcePanel->getCurrent();
+    if (!session)
+        return;
+    if (!on) {
+        session->stopRecording();
+        return;
+    }
+    const bool isTlog = Recorder::kindFor(session->getSource()->getDecoder()) == Recorder::TlogKind;
+    const QString suggestion = QDateTime::currentDateTime().toString(QLatin1String("yyyy-MM-dd-HHmmss")) +
+                               (isTlog ? QLatin1String(".tlog") : QLatin1String(".mcap"));
+    const QString path = QFileDialog::getSaveFileName(
+        this, tr("Record"), suggestion, isTlog ? tr("MAVLink recordings (*.tlog)") : tr("MCAP recordings (*.mcap)"));
+    QString error;
+    if (!path.isEmpty() && !session->startRecording(path, &error))
+        showError(error);
 }
 
 void MainWindow::askDialect()

@@ -101,7 +101,7 @@ void PlaybackBar::setSession(SourceSession* session)
 void PlaybackBar::refresh()
 {
     const StreamSource* const stream = source();
-    const bool isRecording = m_session && m_session->isRecording();
+    const bool isRecording = m_session && m_session->isPlayback();
     setVisible(isRecording);
     for (QAction* const action : getActions())
         action->setEnabled(isRecording);

@@ -5,6 +5,8 @@
 #include "formatregistry.h"
 #include "mavlinkdialect.h"
 #include "mavlinkstreamdecoder.h"
+#include "protobufformat.h"
+#include "recordingopener.h"
 #include "simulatorinput.h"
 #include "tlogindex.h"
 
@@ -17,8 +19,6 @@
 namespace
 {
 
-const int HeadBytes = 4096;
-
 struct LoadedDialect
 {
     std::unique_ptr<MavlinkDialect> dialect;
@@ -30,6 +30,13 @@ std::vector<LoadedDialect>& dialects()
 {
     static std::vector<LoadedDialect> loaded;
     return loaded;
+}
+
+// Stays as long for the same reason.
+ProtobufFormat* protobufFormat()
+{
+    static ProtobufFormat format;
+    return &format;
 }
 
 } // namespace
@@ -95,7 +102,7 @@ const MavlinkDialect* SourceFactory::findDialect(const QString& path, QString* e
 
 bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QString* error)
 {
-    const MavlinkDialect* const dialect = findDialect(options.definitions, error);
+    const MavlinkDialect* const dialect = findDialect(options.isSchema() ? QString() : options.definitions, error);
     if (!dialect)
         return false;
     if (options.isSimulation()) {
@@ -107,44 +114,64 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     InputAddress address;
     if (!InputAddress::parse(options.address, &address, error))
         return false;
-    MavlinkStreamDecoder::Layout layout = MavlinkStreamDecoder::RawLayout;
-    if (address.kind == InputAddress::File) {
-        QFile file(address.path);
-        if (!file.open(QIODevice::ReadOnly)) {
-            *error = QCoreApplication::translate("SourceFactory", "%1 cannot be opened: %2")
-                         .arg(address.path, file.errorString());
-            return false;
-        }
-        if (!MavlinkStreamDecoder::detectLayout(file.read(HeadBytes), &layout)) {
-            *error = QCoreApplication::translate(
-                         "SourceFactory",
-                         "%1 is no recording that this program knows: no MAVLink frames were found at its beginning.")
-                         .arg(address.path);
-            return false;
-        }
-        parts->name = QFileInfo(address.path).fileName();
+    const bool isFile = address.kind == InputAddress::File;
+    parts->name = isFile ? QFileInfo(address.path).fileName()
+                  : address.kind == InputAddress::StandardInput
+                      ? QCoreApplication::translate("SourceFactory", "standard input")
+                      : address.toString();
+    if (isFile)
         parts->path = QFileInfo(address.path).absoluteFilePath();
-        if (layout == MavlinkStreamDecoder::TlogLayout)
-            parts->index.reset(new TlogIndex(address.path, dialect));
-    } else {
-        parts->name = address.kind == InputAddress::StandardInput
-                          ? QCoreApplication::translate("SourceFactory", "standard input")
-                          : address.toString();
-    }
-    if (address.kind == InputAddress::StandardInput)
+    parts->isLive = !isFile && address.kind != InputAddress::StandardInput;
+    const bool isPipe = address.kind == InputAddress::StandardInput ||
+                        (isFile && QFileInfo::exists(address.path) && !QFileInfo(address.path).isFile());
+    if (isPipe && !options.isSchema()) {
+        // What comes through it is not waited for here.
+        parts->input.reset(ByteInput::create(address));
         parts->decoder.reset(new DetectingDecoder(dialect));
-    else
-        parts->decoder.reset(new MavlinkStreamDecoder(dialect, layout));
-    parts->input.reset(ByteInput::create(address));
-    parts->isLive = address.kind != InputAddress::File && address.kind != InputAddress::StandardInput;
+        return true;
+    }
+
+    RecordingOptions recording;
+    recording.dialect = dialect;
+    recording.protobuf = protobufFormat();
+    recording.typeName = options.typeName;
+    if (options.isSchema()) {
+        loadSchema(options, error);
+        if (!error->isEmpty())
+            return false;
+        if (isPipe || !isFile)
+            recording.format = RecordingOptions::DelimitedFormat;
+        recording.hasFraming = RecordingOptions::parseFraming(options.framing, &recording.framing) || isPipe;
+    }
+    OpenedRecording opened = openRecording(address, recording);
+    if (!opened.isGood()) {
+        *error = opened.error;
+        return false;
+    }
+    parts->input = std::move(opened.input);
+    parts->decoder = std::move(opened.decoder);
+    parts->index = std::move(opened.index);
+    if (!parts->index && isFile && parts->decoder->hasTimes() &&
+        dynamic_cast<const MavlinkStreamDecoder*>(parts->decoder.get()))
+        parts->index.reset(new TlogIndex(address.path, dialect));
     return true;
+}
+
+QStringList SourceFactory::loadSchema(const SourceOptions& options, QString* error)
+{
+    QStringList problems;
+    const bool good = protobufFormat()->loadSchema(options.definitions, options.importPaths, &problems);
+    if (!good)
+        *error = QCoreApplication::translate("SourceFactory", "The schema could not be loaded.") + QLatin1Char('\n') +
+                 problems.join(QLatin1Char('\n'));
+    return good ? protobufFormat()->getLoadedTypeNames() : QStringList();
 }
 
 StreamDecoder* SourceFactory::createDecoder(const SourceOptions& options, const StreamDecoder* old)
 {
     QString error;
     const MavlinkDialect* const dialect = findDialect(options.definitions, &error);
-    if (!dialect || old->getFormatInfo() == dialect)
+    if (!dialect || options.isSchema() || old->getFormatInfo() == dialect)
         return nullptr;
     if (const DetectingDecoder* const detecting = dynamic_cast<const DetectingDecoder*>(old))
         return detecting->isTlog() ? new MavlinkStreamDecoder(dialect, MavlinkStreamDecoder::TlogLayout)

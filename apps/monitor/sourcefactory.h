@@ -17,9 +17,17 @@ class MavlinkDialect;
 /** What the user said of a source: enough to open it, and to open it again after a loss. */
 struct SourceOptions
 {
-    QString address;     ///< as InputAddress reads it; empty for the simulated vehicle
-    QString definitions; ///< a file of its own with the message types; empty for those in use
+    QString address;         ///< as InputAddress reads it; empty for the simulated vehicle
+    QString definitions;     ///< a file of its own with the message types; empty for those in use or in the source
+    QStringList importPaths; ///< where a schema's imports are looked for
+    QString typeName;        ///< the one type of all messages of Protocol Buffers; empty where the source tells
+    QString framing;         ///< "varint", "u32", "datagram", or empty to find out
 
+    /** Whether the definitions are a schema of Protocol Buffers, and no MAVLink dialect. */
+    bool isSchema() const
+    {
+        return !definitions.isEmpty() && !definitions.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
+    }
     bool isSimulation() const { return address.isEmpty(); }
 };
 
@@ -54,6 +62,9 @@ public:
 
     /** Adds the annotations in @p path to the definitions in use; false with what is wrong with them. */
     bool annotate(const QString& path, QStringList* problems);
+
+    /** The types of the schema that @p options name; empty with what is wrong in @p error, which must not be null. */
+    QStringList loadSchema(const SourceOptions& options, QString* error);
 
     /** What @p options describe; false with one sentence for the user in @p error, which must not be null. */
     bool create(const SourceOptions& options, SourceParts* parts, QString* error);

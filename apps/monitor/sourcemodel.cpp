@@ -1,5 +1,7 @@
 #include "sourcemodel.h"
 
+#include "playbacktime.h"
+
 #include <QLocale>
 
 SourceModel::SourceModel(SourceFactory* factory, const SourceSession::Receivers& receivers, QObject* parent)
@@ -105,7 +107,7 @@ void SourceModel::refresh()
     for (const std::unique_ptr<SourceSession>& session : m_sessions)
         session->refresh();
     if (!m_sessions.empty())
-        Q_EMIT dataChanged(index(0, RateColumn), index(getCount() - 1, RateColumn));
+        Q_EMIT dataChanged(index(0, StateColumn), index(getCount() - 1, RateColumn));
 }
 
 double SourceModel::getMessageRate() const
@@ -134,6 +136,16 @@ int SourceModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : int(ColumnCount);
 }
 
+QString SourceModel::stateText(const SourceSession* session)
+{
+    const Recorder& recorder = session->getRecorder();
+    if (!recorder.isRecording())
+        return session->getStateText();
+    return tr("%1, recorded %2 in %3", "state, size, duration")
+        .arg(session->getStateText(), QLocale().formattedDataSize(recorder.getSize(), 1, QLocale::DataSizeSIFormat),
+             PlaybackTime::lengthText(recorder.getDuration() * 1000));
+}
+
 QVariant SourceModel::data(const QModelIndex& index, int role) const
 {
     const SourceSession* const session = index.isValid() ? getSession(index.row()) : nullptr;
@@ -142,14 +154,16 @@ QVariant SourceModel::data(const QModelIndex& index, int role) const
     if (role == Qt::TextAlignmentRole && index.column() == RateColumn)
         return int(Qt::AlignRight | Qt::AlignVCenter);
     if (role == Qt::ToolTipRole)
-        return session->getName() + QLatin1String(": ") + session->getStateText();
+        return session->getName() + QLatin1String(": ") + stateText(session) +
+               (session->getRecorder().isRecording() ? QLatin1Char('\n') + session->getRecorder().getPath()
+                                                     : QString());
     if (role != Qt::DisplayRole)
         return QVariant();
     switch (index.column()) {
     case SourceColumn:
         return session->getName();
     case StateColumn:
-        return session->getStateText();
+        return stateText(session);
     default:
         return tr("%1 /s").arg(QLocale().toString(session->getMessageRate(), 'f', 0));
     }

@@ -54,6 +54,7 @@ Q_SIGNALS:
     void sessionChanged(SourceSession* session);
 
 private:
+    static QString stateText(const SourceSession* session);
     QString uniqueName(const QString& name) const;
     QVector<const FormatInfo*> knownFormats() const;
     void followNumber();

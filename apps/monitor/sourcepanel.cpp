@@ -13,6 +13,7 @@ SourcePanel::SourcePanel(SourceModel* model, QWidget* parent)
     , m_model(model)
     , m_view(new QTreeView)
     , m_reconnect(new QPushButton(tr("&Reconnect")))
+    , m_record(new QPushButton(tr("Recor&d...")))
     , m_close(new QPushButton(tr("C&lose")))
 {
     m_view->setModel(model);
@@ -39,17 +40,30 @@ SourcePanel::SourcePanel(SourceModel* model, QWidget* parent)
             m_model->close(session);
     });
 
+    m_record->setCheckable(true);
+    connect(m_record, &QPushButton::clicked, this, [this](bool checked) {
+        follow(); // it is pressed when there is a recording, and that is still to come
+        Q_EMIT recordRequested(checked);
+    });
+
     QHBoxLayout* const buttons = new QHBoxLayout;
-    for (QPushButton* const button : {open, m_reconnect, m_close})
+    for (QPushButton* const button : {open, m_reconnect, m_record, m_close})
         buttons->addWidget(button);
     QVBoxLayout* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(2, 2, 2, 2);
     layout->addWidget(m_view);
     layout->addLayout(buttons);
 
-    connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &SourcePanel::follow);
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this]() {
+        follow();
+        Q_EMIT currentChanged();
+    });
     connect(model, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first) { choose(first); });
-    connect(model, &SourceModel::sessionRemoved, this, &SourcePanel::follow);
+    connect(model, &SourceModel::sessionRemoved, this, [this]() {
+        follow();
+        Q_EMIT currentChanged();
+    });
+    connect(model, &SourceModel::sessionChanged, this, &SourcePanel::follow);
     follow();
 }
 
@@ -69,5 +83,10 @@ void SourcePanel::follow()
 {
     m_reconnect->setEnabled(getCurrent());
     m_close->setEnabled(getCurrent());
-    Q_EMIT currentChanged();
+    m_record->setEnabled(getCurrent());
+    const bool isRecording = getCurrent() && getCurrent()->getRecorder().isRecording();
+    m_record->setChecked(isRecording);
+    m_record->setText(isRecording ? tr("Stop Recor&ding") : tr("Recor&d..."));
+    m_record->setToolTip(isRecording ? tr("Finish the recording in %1").arg(getCurrent()->getRecorder().getPath())
+                                     : tr("Write down what arrives, byte for byte"));
 }

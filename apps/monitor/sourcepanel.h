@@ -25,14 +25,20 @@ Q_SIGNALS:
     void currentChanged();
     /** The user wants to open something. */
     void connectRequested();
+    /** The user wants the source recorded, or not any more. */
+    void recordRequested(bool record);
+
+public Q_SLOTS:
+    /** Brings the buttons up to date. */
+    void follow();
 
 private:
     void choose(int row);
-    void follow();
 
     SourceModel* m_model;
     QTreeView* m_view;
     QPushButton* m_reconnect;
+    QPushButton* m_record;
     QPushButton* m_close;
 };
 

@@ -7,6 +7,8 @@
 #include "messagestatisticscoordinator.h"
 #include "playbacktime.h"
 
+#include <QFileInfo>
+
 static const int LongestWait = 30;
 static const int LeastRateMilliseconds = 1000;
 
@@ -21,6 +23,11 @@ SourceSession::SourceSession(const SourceOptions& options, SourceFactory* factor
     , m_reception(new ReceptionMonitor(receivers.coordinator, receivers.log))
 {
     connect(&m_retryTimer, &QTimer::timeout, this, &SourceSession::countDown);
+    connect(&m_recorder, &Recorder::failed, this, [this](const QString& text) {
+        m_receivers.log->append(CorvelEvent(CorvelEvent::SourceEvent, text), QDateTime::currentDateTimeUtc());
+        Q_EMIT recordingFailed(text);
+        Q_EMIT changed();
+    });
     m_receivers.latest->addSession(this, &m_latest);
 }
 
@@ -57,6 +64,8 @@ void SourceSession::start(SourceParts parts)
     source->setPlayback(m_playback);
     m_reception->follow(source.get(), m_name);
     source->addObserver(&m_latest);
+    source->addObserver(&m_recorder);
+    m_recorder.setDecoder(source->getDecoder());
     connect(source.get(), &StreamSource::received, m_receivers.latest, &LatestMessageSource::noteArrival);
     connect(source.get(), &StreamSource::stateChanged, this, &SourceSession::processState);
     connect(source.get(), &StreamSource::sought, this, &SourceSession::processSought);
@@ -68,7 +77,36 @@ void SourceSession::start(SourceParts parts)
     m_source->start();
 }
 
-bool SourceSession::isRecording() const
+bool SourceSession::startRecording(const QString& path, QString* error)
+{
+    if (QFileInfo(path).absoluteFilePath() == m_path) {
+        *error = tr("%1 is being read; a recording of it needs another name.").arg(path);
+        return false;
+    }
+    if (!m_recorder.start(path, m_source->getDecoder(), error))
+        return false;
+    m_receivers.log->append(CorvelEvent(CorvelEvent::SourceEvent, tr("%1: recording to %2").arg(m_name, path)),
+                            QDateTime::currentDateTimeUtc());
+    Q_EMIT changed();
+    return true;
+}
+
+void SourceSession::stopRecording()
+{
+    if (!m_recorder.isRecording())
+        return;
+    const QString path = m_recorder.getPath();
+    const bool good = m_recorder.stop();
+    m_receivers.log->append(
+        CorvelEvent(CorvelEvent::SourceEvent, good ? tr("%1: recorded to %2").arg(m_name, path)
+                                                   : tr("%1: the end of %2 could not be written").arg(m_name, path)),
+        QDateTime::currentDateTimeUtc());
+    if (!good)
+        Q_EMIT recordingFailed(tr("The end of %1 could not be written.").arg(path));
+    Q_EMIT changed();
+}
+
+bool SourceSession::isPlayback() const
 {
     return m_source && m_source->getState() >= StreamSource::Running && !m_source->isLive();
 }
@@ -87,6 +125,7 @@ void SourceSession::processDecoderChange()
     counters.changeTypes(infos);
     m_source->setCounters(counters);
     m_reception->changeFormat(m_source->getDecoder(), infos);
+    m_recorder.setDecoder(m_source->getDecoder());
     m_senderNames.clear();
     ++m_generation;
     m_receivers.latest->noteArrival();

@@ -3,6 +3,7 @@
 
 #include "latestmessages.h"
 #include "receptionmonitor.h"
+#include "recorder.h"
 #include "sourcefactory.h"
 #include "streamsource.h"
 
@@ -77,7 +78,12 @@ public:
     void setPlayback(const StreamSource::Playback& playback);
     const StreamSource::Playback& getPlayback() const { return m_playback; }
     /** Whether it is a recording, which can be played faster, slower and not at all. */
-    bool isRecording() const;
+    bool isPlayback() const;
+
+    /** Records what arrives from now on, also over reconnections; false with the reason in @p error. */
+    bool startRecording(const QString& path, QString* error);
+    void stopRecording();
+    const Recorder& getRecorder() const { return m_recorder; }
 
     /** Decodes with the definitions that the factory has for it now: also what is kept of what came before. */
     void useNewDefinitions();
@@ -98,6 +104,8 @@ Q_SIGNALS:
     void changed();
     /** The source has other definitions now. */
     void formatChanged();
+    /** Recording ended because it could not be written. */
+    void recordingFailed(const QString& text);
     /** Something was wrong with the stream, see StreamSource::problem(). */
     void problem(const QString& text);
 
@@ -123,6 +131,7 @@ private:
     StreamSource::Playback m_playback;
 
     LatestMessages m_latest;
+    Recorder m_recorder;
     std::unique_ptr<StreamSource> m_source;
     std::unique_ptr<ReceptionMonitor> m_reception; // follows m_source, and goes first
     mutable QHash<quint32, QString> m_senderNames;

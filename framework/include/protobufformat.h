@@ -62,6 +62,12 @@ public:
      */
     const MessageInfo* findType(const QString& fullTypeName, QString* error);
 
+    /**
+     * The schema of a type as a recording keeps it: a serialized FileDescriptorSet of its file and all imports. Empty
+     * for a type that is none of Protocol Buffers.
+     */
+    static QByteArray schemaOf(const MessageInfo* info);
+
     /** The types that stand at the top of the files given to loadSchema(), then those of files they import. */
     QStringList getLoadedTypeNames() const;
 

@@ -1,0 +1,65 @@
+#ifndef CONNECTDIALOG_H
+#define CONNECTDIALOG_H
+
+#include "sourcefactory.h"
+
+#include <QDialog>
+
+#include <functional>
+
+class QComboBox;
+class QDialogButtonBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QSpinBox;
+
+/** Asks for a source and the definitions that its messages are decoded with. Stays until it is open or given up. */
+class ConnectDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /** Opens what was asked for; false with one sentence for the user. */
+    using Opener = std::function<bool(const SourceOptions& options, QString* error)>;
+
+    ConnectDialog(SourceFactory* factory, const Opener& opener, QWidget* parent = nullptr);
+
+    /** What the controls say now. */
+    SourceOptions getOptions() const;
+    /** Sets the controls, such as to what was used last. */
+    void setOptions(const SourceOptions& options);
+
+    void accept() override;
+
+private:
+    enum Kind
+    {
+        UdpKind,
+        TcpKind,
+        WebSocketKind,
+        FileKind,
+        StandardInputKind
+    };
+
+    void followKind();
+    void followDefinitions();
+    void browse(QLineEdit* edit, const QString& title, const QString& filter);
+    void showError(const QString& text);
+
+    SourceFactory* m_factory;
+    Opener m_opener;
+    QComboBox* m_kind;
+    QLabel* m_addressLabel;
+    QLineEdit* m_address;
+    QPushButton* m_browse;
+    QLabel* m_portLabel;
+    QSpinBox* m_port;
+    QLineEdit* m_definitions;
+    QLineEdit* m_imports;
+    QComboBox* m_type;
+    QComboBox* m_framing;
+    QLabel* m_error;
+};
+
+#endif
