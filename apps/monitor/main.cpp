@@ -1,5 +1,6 @@
 #include "mainwindow.h"
 #include "settingsfile.h"
+#include "sourcemodel.h"
 #include "watchbar.h"
 
 #include <QApplication>
@@ -67,6 +68,8 @@ int main(int argc, char** argv)
          QLatin1String("type")},
         {QLatin1String("watch"), QLatin1String("Watch the field that <expression> names; can be repeated."),
          QLatin1String("expression")},
+        {QLatin1String("record"), QLatin1String("Record what the first input brings in <file>."),
+         QLatin1String("file")},
         {QLatin1String("screenshot"), QLatin1String("Save a picture of the window to <file> and exit."),
          QLatin1String("file")},
         {QLatin1String("after"), QLatin1String("Wait <seconds> before the picture is taken; default 5."),
@@ -121,6 +124,12 @@ int main(int argc, char** argv)
         opened = opened && window.openAddress(input);
     if (opened && inputs.isEmpty())
         window.openSimulation(true);
+    if (opened && parser.isSet(QLatin1String("record"))) {
+        QString error;
+        opened = window.getSources()->getSession(0)->startRecording(parser.value(QLatin1String("record")), &error);
+        if (!opened)
+            window.showError(error);
+    }
     if (!opened) {
         std::fprintf(stderr, "corvel-monitor: %s\n", qPrintable(window.getLastProblem()));
         if (forPicture)

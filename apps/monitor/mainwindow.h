@@ -88,6 +88,10 @@ public:
     void setViewsPaused(bool paused);
     bool areViewsPaused() const { return m_viewsPaused; }
 
+    /** How often a second the views are brought up to date, 1 to 60. */
+    void setDisplayRate(int rate);
+    int getDisplayRate() const;
+
     /** Goes to @p time, microseconds since 1970, in the recording that has it. */
     void jumpTo(qint64 time);
 

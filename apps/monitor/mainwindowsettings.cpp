@@ -50,6 +50,7 @@ void MainWindow::saveSettings(QSettings& settings)
     settings.endGroup();
 
     settings.setValue(QLatin1String("recentFiles"), m_recentFiles);
+    settings.setValue(QLatin1String("displayRate"), getDisplayRate());
     settings.setValue(QLatin1String("definitions"), m_factory.getDefinitionsPath());
 }
 
@@ -59,6 +60,7 @@ void MainWindow::restoreSettings(QSettings& settings)
     const QString definitions = settings.value(QLatin1String("definitions")).toString();
     if (m_factory.getDefinitionsPath().isEmpty() && !definitions.isEmpty() && QFile::exists(definitions))
         loadDialect(definitions, QString());
+    setDisplayRate(settings.value(QLatin1String("displayRate"), getDisplayRate()).toInt());
     m_recentFiles = settings.value(QLatin1String("recentFiles")).toStringList();
 
     settings.beginGroup(QLatin1String("window"));

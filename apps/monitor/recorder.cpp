@@ -14,6 +14,8 @@
 // A chunk of MCAP is compressed, and the better the longer it is.
 static const int TlogFlushMilliseconds = 100;
 static const int McapFlushMilliseconds = 1000;
+static const uchar MagicV1 = 0xFE;
+static const uchar MagicV2 = 0xFD;
 static const int FullBuffer = 64 * 1024;
 
 static qint64 now()
@@ -160,8 +162,11 @@ void Recorder::processProblem(const StreamProblem& problem)
 {
     if (!m_file || m_mcap || !problem.data)
         return;
-    // A bad frame has its time before it like a good one; stray bytes stand for themselves.
-    if (problem.hasFrame)
+    // A bad frame has its time before it like a good one, also one of which there is only a bit; stray bytes stand for
+    // themselves.
+    const uchar first = problem.length > 0 ? uchar(problem.data[0]) : 0;
+    const bool isCut = problem.kind == StreamProblem::TruncatedFrame && (first == MagicV1 || first == MagicV2);
+    if (problem.hasFrame || isCut)
         writeTime(m_lastTime == Message::NoTime ? now() : m_lastTime);
     m_buffer.append(problem.data, int(problem.length));
     if (m_buffer.size() >= FullBuffer)

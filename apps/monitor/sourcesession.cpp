@@ -70,6 +70,7 @@ void SourceSession::start(SourceParts parts)
     connect(source.get(), &StreamSource::stateChanged, this, &SourceSession::processState);
     connect(source.get(), &StreamSource::sought, this, &SourceSession::processSought);
     connect(source.get(), &StreamSource::decoderChanged, this, &SourceSession::processDecoderChange);
+    connect(source.get(), &StreamSource::datagramsDropped, this, [this](qint64 count) { m_dropped += count; });
     connect(source.get(), &StreamSource::problem, this, &SourceSession::problem);
     m_source = std::move(source);
     m_senderNames.clear();
@@ -272,6 +273,15 @@ void SourceSession::refresh()
     if (elapsed < LeastRateMilliseconds)
         return;
     m_sinceRate.restart();
+    if (m_dropped > 0) {
+        m_receivers.log->append(
+            CorvelEvent(CorvelEvent::SourceEvent,
+                        tr("%1: the system dropped %2 datagrams, which came faster than they could be taken")
+                            .arg(m_name)
+                            .arg(m_dropped)),
+            QDateTime::currentDateTimeUtc());
+        m_dropped = 0;
+    }
     const ReceptionCounters& counters = getCounters();
     const quint64 messages = counters.getMessageCount() + counters.getUnknownCount();
     const double seconds = double(elapsed) / 1000;

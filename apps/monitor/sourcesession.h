@@ -140,6 +140,7 @@ private:
     int m_retrySeconds = 0; // of the next wait
     int m_secondsLeft = 0;
 
+    qint64 m_dropped = 0; // datagrams, of which the log does not know yet
     QElapsedTimer m_sinceRate;
     quint64 m_rateMessages = 0;
     quint64 m_rateBytes = 0;

@@ -81,6 +81,9 @@ public:
     /** The number of bytes in all, or -1 when not known. Known once it is open. */
     virtual qint64 getSize() const = 0;
 
+    /** Datagrams that arrived and that the system had no room for, since open(); -1 where that cannot be known. */
+    virtual qint64 getDroppedCount() const;
+
     /** Whether seek() works. Known once it is open. */
     virtual bool isSeekable() const;
     /** Goes on reading at byte @p offset, also after End; false with getErrorString() set when that fails. */

@@ -112,6 +112,8 @@ public:
     /** How many bytes lie before the end of the newest message, and bytes in all, or -1 when not known. */
     qint64 getPosition() const { return m_position; }
     qint64 getSize() const { return m_size; }
+    /** Datagrams that the system dropped because they were not read soon enough; -1 when that is not known. */
+    qint64 getDroppedCount() const { return m_dropped; }
     /** Whether the input brings bytes in their own time, see ByteInput::isLive(). Known when the state is Running. */
     bool isLive() const { return m_live; }
 
@@ -139,6 +141,8 @@ Q_SIGNALS:
     void stateChanged(int state);
     /** The recording goes on at @p time: what was counted before is forgotten. */
     void sought(qint64 time);
+    /** The system dropped @p count datagrams that are in no other count. */
+    void datagramsDropped(qint64 count);
     /** What follows was decoded by another decoder, which getDecoder() gives. */
     void decoderChanged();
     /** Batches were worked off: getCounters() changed. */
@@ -176,6 +180,7 @@ private:
     bool m_seekable;
     bool m_live;
     qint64 m_size;
+    qint64 m_dropped;
     qint64 m_position;
     qint64 m_startTime;
     qint64 m_endTime;

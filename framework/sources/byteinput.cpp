@@ -14,6 +14,11 @@ ByteInput::ByteInput(const QString& name)
 
 ByteInput::~ByteInput() {}
 
+qint64 ByteInput::getDroppedCount() const
+{
+    return -1;
+}
+
 bool ByteInput::isSeekable() const
 {
     return false;

@@ -98,6 +98,7 @@ struct StreamBatch
     std::vector<char> arena;
     std::vector<Record> records;
     std::vector<Problem> problems;
+    qint64 dropped = -1; ///< datagrams that the system dropped so far, where that is known
     std::optional<Facts> facts;
     std::optional<qint64> soughtTime;         ///< what follows in later batches lies at this time
     std::shared_ptr<StreamDecoder> decoder;   ///< what follows in later batches was decoded by this

@@ -239,7 +239,8 @@ bool StreamReader::goTo(qint64 time)
     m_tail.clear();
     m_tailOffset = offset;
     m_done = offset;
-    m_leaveOutTill = time;
+    // What stands before the first message belongs to the beginning.
+    m_leaveOutTill = m_index && time <= m_index->getStartTime() ? qint64(Message::NoTime) : time;
     m_playbackChanged = true;
     m_batch->soughtTime = time;
     flushState(StreamSource::Running);
@@ -381,6 +382,7 @@ void StreamReader::flush()
     }
     if (m_seekTime)
         m_batch->dropContents();
+    m_batch->dropped = m_input->getDroppedCount();
     m_queue.push_back(std::move(m_batch));
     if (m_spare.empty()) {
         m_batch.reset(new StreamBatch);

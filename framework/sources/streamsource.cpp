@@ -78,6 +78,7 @@ StreamSource::StreamSource(ByteInput* input, StreamDecoder* decoder, QObject* pa
     , m_seekable(false)
     , m_live(false)
     , m_size(-1)
+    , m_dropped(-1)
     , m_position(0)
     , m_startTime(Message::NoTime)
     , m_endTime(Message::NoTime)
@@ -289,9 +290,13 @@ bool StreamSource::finishBatch()
         m_startTime = facts->startTime;
         m_endTime = facts->endTime;
     }
+    const qint64 dropped = m_work->batch->dropped - qMax(qint64(0), m_dropped);
+    m_dropped = qMax(m_dropped, m_work->batch->dropped);
     m_reader->recycle(std::move(m_work->batch));
     const QPointer<StreamSource> self(this);
-    if (decoder) {
+    if (dropped > 0)
+        Q_EMIT datagramsDropped(dropped);
+    if (self && decoder) {
         m_work->decoder = decoder;
         m_senderNames.clear();
         Q_EMIT decoderChanged();

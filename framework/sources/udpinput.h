@@ -21,10 +21,16 @@ public:
     bool isLive() const override { return true; }
     bool isDatagram() const override { return true; }
     qint64 getSize() const override { return -1; }
+    qint64 getDroppedCount() const override;
 
 private:
     InputAddress m_address;
+    struct Batch;
+
+    Status readBatch(QByteArray* bytes, int timeoutMs);
+
     std::unique_ptr<QUdpSocket> m_socket;
+    std::unique_ptr<Batch> m_batch; // where the system gives several datagrams at once
     std::atomic<bool> m_cancelled;
 };
 

@@ -1,58 +1,231 @@
 #include "eventlogtablewidget.h"
+#include "latestmessagesource.h"
 #include "mainwindow.h"
 #include "messageinfo.h"
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
+#include "sourcemodel.h"
 #include "testbase.h"
 #include "waitfor.h"
 
-#include <QSet>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
 
-/** A real recording in the real window. */
+/** A real recording in the real window, against what corvel-dump says of the same file. */
 class tst_monitorsamples : public TestBase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aFlightPlaysToItsEnd();
+    void initTestCase();
+    void aFlightIsShownAsItIs();
+    void whatIsRecordedIsTheSameAgain();
+    void recordingsOfTwoFormatsPlaySideBySide();
+
+private:
+    QByteArray dump(const QStringList& arguments) const;
+    std::unique_ptr<MainWindow> openFlight() const;
+    static bool isOver(const StreamSource* source) { return source->getState() == StreamSource::Finished; }
+    static QStringList statisticsOf(const MainWindow& window);
+    static QStringList countsOf(const StreamSource* source);
+
+    QString m_samples;
+    QString m_dialect;
+    QString m_flight;
+    QJsonObject m_stats; // of the flight
 };
 
-void tst_monitorsamples::aFlightPlaysToItsEnd()
+QByteArray tst_monitorsamples::dump(const QStringList& arguments) const
 {
-    const QString folder = QString::fromLocal8Bit(qgetenv("CORVEL_SAMPLES_DIR")) + "/mavlink";
+    QProcess process;
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.start(QStringLiteral(CORVEL_DUMP_PROGRAM), QStringList{"--dialect", m_dialect} + arguments);
+    process.waitForFinished(60000);
+    return process.readAllStandardOutput();
+}
+
+void tst_monitorsamples::initTestCase()
+{
+    m_samples = QString::fromLocal8Bit(qgetenv("CORVEL_SAMPLES_DIR"));
+    m_dialect = m_samples + "/mavlink/dialects/ardupilotmega.xml";
+    m_flight = m_samples + "/mavlink/dronekit-flight.tlog";
+    m_stats = QJsonDocument::fromJson(dump({"--stats", m_flight})).object();
+    QCOMPARE(m_stats["messages"].toInt(), 75477);
+}
+
+std::unique_ptr<MainWindow> tst_monitorsamples::openFlight() const
+{
+    std::unique_ptr<MainWindow> window(new MainWindow);
+    StreamSource::Playback playback;
+    playback.factor = 0;
+    window->setPlayback(playback);
+    if (!window->loadDialect(m_dialect, QString()))
+        return nullptr;
+    window->show();
+    if (!window->openAddress(m_flight) ||
+        !waitFor([&]() { return isOver(window->getSource()) && window->getTree()->topLevelItemCount() == 35; }, 60000))
+        return nullptr;
+    return window;
+}
+
+/** Each row of a message type: its name, its count, and how many gaps stand below it. */
+QStringList tst_monitorsamples::statisticsOf(const MainWindow& window)
+{
+    window.getStatistics()->updateTree();
+    QStringList rows;
+    for (int i = 0; i < window.getStatistics()->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem* format = window.getStatistics()->topLevelItem(i);
+        for (int j = 0; j < format->childCount(); ++j) {
+            MessageStatisticsTreeWidgetItem* row = dynamic_cast<MessageStatisticsTreeWidgetItem*>(format->child(j));
+            rows.append(QString("%1: %2, %3 gaps")
+                            .arg(row->text(0), row->text(1))
+                            .arg(row->getMessageStatistics()->getNumberOfGaps()));
+        }
+    }
+    rows.sort();
+    return rows;
+}
+
+QStringList tst_monitorsamples::countsOf(const StreamSource* source)
+{
+    QStringList rows;
+    for (const ReceptionCounters::Row& row : source->getCounters().getRows())
+        rows.append(QString("%1 %2 %3").arg(row.id).arg(source->getSenderName(row.sender)).arg(row.count));
+    rows.sort();
+    rows.append(QString("%1 checksum failures").arg(source->getCounters().getChecksumFailureCount()));
+    return rows;
+}
+
+void tst_monitorsamples::aFlightIsShownAsItIs()
+{
+    const std::unique_ptr<MainWindow> window = openFlight();
+    QVERIFY(window);
+
+    QStringList expected;
+    for (const QJsonValue& value : m_stats["statistics"].toArray())
+        expected.append(QString("%1 (%2): %3, %4 gaps")
+                            .arg(value["type"].toString(), value["sender"].toString())
+                            .arg(value["messages"].toInt())
+                            .arg(value["gapCount"].toInt()));
+    expected.sort();
+    QCOMPARE(statisticsOf(*window), expected);
+    QStringList top;
+    for (int i = 0; i < window->getStatistics()->topLevelItemCount(); ++i)
+        top.append(window->getStatistics()->topLevelItem(i)->text(0) + ": " +
+                   window->getStatistics()->topLevelItem(i)->text(1));
+    top.sort();
+    QCOMPARE(top, QStringList() << QString("CRC Errors: %1").arg(m_stats["events"].toObject()["CRC error"].toInt())
+                                << "ardupilotmega: ");
+
+    QString events;
+    QVERIFY(waitFor([&]() {
+        events.clear();
+        for (int i = 0; i < window->getEvents()->rowCount(); ++i)
+            events += window->getEvents()->item(i, 1)->text() + '\n';
+        return events.contains("ended");
+    }));
+    QVERIFY2(events.contains("(1,314 in all)") && events.contains("checksum failure, id 142, sender 255:0"),
+             qPrintable(events));
+    QVERIFY(window->getEvents()->rowCount() < 100);
+
+    // The newest message of each type, as the dump has it.
+    QHash<QString, QJsonObject> newest;
+    for (const QByteArray& line : dump({"--interpreted", m_flight}).split('\n')) {
+        const QJsonObject message = QJsonDocument::fromJson(line).object();
+        newest.insert(message["type"].toString(), message["fields"].toObject());
+    }
+    MessageTreeWidget* const tree = window->getTree();
+    const int column = tree->getColumnIndex(MessageTreeWidget::ValueColumn);
+    QVERIFY(waitFor([&]() { return !tree->topLevelItem(0)->child(0)->text(column).isEmpty(); }));
+    int compared = 0;
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem* row = tree->topLevelItem(i);
+        const QJsonObject fields = newest.value(row->text(0));
+        for (int j = 0; j < row->childCount(); ++j) {
+            const QJsonValue value = fields[row->child(j)->text(0)];
+            if (!value.isString() || value.toString().isEmpty())
+                continue;
+            QCOMPARE(row->text(0) + '/' + row->child(j)->text(0) + '=' + row->child(j)->text(column),
+                     row->text(0) + '/' + row->child(j)->text(0) + '=' + value.toString());
+            ++compared;
+        }
+    }
+    QVERIFY2(compared > 200, qPrintable(QString::number(compared)));
+}
+
+void tst_monitorsamples::whatIsRecordedIsTheSameAgain()
+{
+    const std::unique_ptr<MainWindow> window = openFlight();
+    QVERIFY(window);
+    SourceSession* const session = window->getSources()->getSession(0);
+    const QStringList counts = countsOf(session->getSource());
+    QTemporaryDir folder;
+    const QString path = folder.filePath("again.tlog");
+    QString error;
+    QVERIFY2(session->startRecording(path, &error), qPrintable(error));
+
+    // The views stand still meanwhile, and nothing is lost over it.
+    window->setViewsPaused(true);
+    const int shownEvents = window->getEvents()->rowCount();
+    QSignalSpy jumps(session->getSource(), &StreamSource::sought);
+    window->jumpTo(session->getSource()->getStartTime());
+    QVERIFY(waitFor([&]() { return jumps.size() == 1 && isOver(session->getSource()); }, 60000));
+    QCOMPARE(window->getEvents()->rowCount(), shownEvents);
+    session->stopRecording();
+    window->setViewsPaused(false);
+    QVERIFY(window->getEvents()->rowCount() > shownEvents);
+    QCOMPARE(countsOf(session->getSource()), counts);
+
+    QVERIFY(window->openAddress(path));
+    SourceSession* const again = window->getSources()->getSession(1);
+    QVERIFY(waitFor([&]() { return isOver(again->getSource()); }, 60000));
+    QCOMPARE(countsOf(again->getSource()), counts);
+    QCOMPARE(again->getSource()->getEndTime(), session->getSource()->getEndTime());
+    // The end of the flight, a frame that was cut off, is there too.
+    QCOMPARE(again->getCounters().getTruncatedBytes(), session->getCounters().getTruncatedBytes());
+
+    // Only one of them, and what belongs to the other goes.
+    window->getSources()->close(session);
+    QVERIFY(waitFor([&]() { return window->getTree()->topLevelItemCount() == 35; }));
+    QCOMPARE(statisticsOf(*window).size(), counts.size() - 1);
+}
+
+void tst_monitorsamples::recordingsOfTwoFormatsPlaySideBySide()
+{
     MainWindow window;
     StreamSource::Playback playback;
     playback.factor = 0;
     window.setPlayback(playback);
-    QVERIFY(window.loadDialect(folder + "/dialects/ardupilotmega.xml", QString()));
     window.show();
-    QVERIFY(window.openAddress(folder + "/dronekit-flight.tlog"));
-    QVERIFY(waitFor([&]() { return window.getSource()->getState() == StreamSource::Finished; }, 60000));
-    QCoreApplication::processEvents();
+    const QString path = m_samples + "/protobuf/disappearingVehicle.mcap";
+    QVERIFY(window.openAddress(m_samples + "/mavlink/data.mavlink"));
+    QVERIFY(window.openAddress(path));
+    SourceSession* const session = window.getSources()->getSession(1);
+    QVERIFY(waitFor([&]() { return isOver(session->getSource()); }, 60000));
+    QVERIFY(session->getSource()->isSeekable());
+    const quint64 count = session->getCounters().getMessageCount();
+    QVERIFY(count > 0);
 
-    const ReceptionCounters& counters = window.getSource()->getCounters();
-    QCOMPARE(counters.getMessageCount(), quint64(75477));
-    QCOMPARE(counters.getChecksumFailureCount(), quint64(1314));
-    QSet<QString> types;
-    for (const ReceptionCounters::Row& row : counters.getRows())
-        types.insert(row.info ? row.info->getName() : QString());
-    QCOMPARE(int(types.size()), 35);
-    QCOMPARE(window.getTree()->topLevelItemCount(), 35);
-
-    window.getStatistics()->updateTree();
-    QStringList top;
-    for (int i = 0; i < window.getStatistics()->topLevelItemCount(); ++i)
-        top.append(window.getStatistics()->topLevelItem(i)->text(0) + ": " +
-                   window.getStatistics()->topLevelItem(i)->text(1));
-    top.sort();
-    QCOMPARE(top, QStringList() << "CRC Errors: 1314"
-                                << "ardupilotmega: ");
-
-    QString events;
-    for (int i = 0; i < window.getEvents()->rowCount(); ++i)
-        events += window.getEvents()->item(i, 1)->text() + '\n';
-    QVERIFY2(events.contains("checksum failure, id 142, sender 255:0"), qPrintable(events));
-    QVERIFY(window.getEvents()->rowCount() < 100);
+    QTemporaryDir folder;
+    QString error;
+    QVERIFY(session->startRecording(folder.filePath("again.mcap"), &error));
+    QSignalSpy jumps(session->getSource(), &StreamSource::sought);
+    session->getSource()->seek(session->getSource()->getStartTime());
+    QVERIFY(waitFor([&]() { return jumps.size() == 1 && isOver(session->getSource()); }, 60000));
+    session->stopRecording();
+    QCOMPARE(session->getCounters().getMessageCount(), count);
+    QVERIFY(window.openAddress(folder.filePath("again.mcap")));
+    SourceSession* const again = window.getSources()->getSession(2);
+    QVERIFY(waitFor([&]() { return isOver(again->getSource()); }, 60000));
+    QCOMPARE(again->getCounters().getMessageCount(), count);
+    QCOMPARE(again->getSource()->getStartTime(), session->getSource()->getStartTime());
+    // The same schema gives the same type, so that a tree shows it once.
+    QCOMPARE(again->getCounters().getRows().first().info->getName(),
+             session->getCounters().getRows().first().info->getName());
 }
 
 QTEST_MAIN(tst_monitorsamples)

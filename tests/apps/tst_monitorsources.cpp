@@ -1,0 +1,297 @@
+#include "connectdialog.h"
+#include "latestmessagesource.h"
+#include "mainwindow.h"
+#include "mavlinkdialect.h"
+#include "mavlinkencoder.h"
+#include "messagestatisticswidget.h"
+#include "messagetreewidget.h"
+#include "playbacktime.h"
+#include "recorder.h"
+#include "sourcemodel.h"
+#include "testbase.h"
+#include "waitfor.h"
+
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QProcess>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QUdpSocket>
+
+#include <memory>
+
+/** Sources that come, go, fail and are recorded, in the real window. */
+class tst_monitorsources : public TestBase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { m_dialect.reset(MavlinkDialect::loadBuiltIn()); }
+    void countsGoOnOverAReconnection();
+    void twoSourcesOfOneSenderStayApart();
+    void definitionsThatComeLaterAreUsedForWhatCameBefore();
+    void recordingKeepsDamageAndOutlivesTheProgram();
+    void recordingThatFailsLeavesReceptionAlone();
+    void theDialogSaysWhatIsWrongInPlace();
+    void timesAreReadAsTheyAreTyped_data();
+    void timesAreReadAsTheyAreTyped();
+
+private:
+    QByteArray heartbeat(int sequence, quint8 system = 1) const
+    {
+        MavlinkEncoder encoder(m_dialect->find(0));
+        encoder.set("type", 2);
+        MavlinkEncoder::FrameHeader header;
+        header.sequence = quint8(sequence);
+        header.system = system;
+        return encoder.toFrame(header);
+    }
+
+    QString writeFile(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(m_folder.filePath(name));
+        const bool good = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+        return good ? file.fileName() : QString();
+    }
+
+    static QStringList statisticsNames(const MainWindow& window)
+    {
+        QStringList names;
+        window.getStatistics()->updateTree();
+        for (int i = 0; i < window.getStatistics()->topLevelItemCount(); ++i)
+            for (int j = 0; j < window.getStatistics()->topLevelItem(i)->childCount(); ++j)
+                names.append(window.getStatistics()->topLevelItem(i)->child(j)->text(0) + ' ' +
+                             window.getStatistics()->topLevelItem(i)->child(j)->text(1));
+        names.sort();
+        return names;
+    }
+
+    std::unique_ptr<MavlinkDialect> m_dialect;
+    QTemporaryDir m_folder;
+};
+
+void tst_monitorsources::countsGoOnOverAReconnection()
+{
+    SourceSession::setSecondOfWaiting(5);
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    MainWindow window;
+    window.show();
+    QVERIFY(window.openAddress(QString("tcp:127.0.0.1:%1").arg(server.serverPort())));
+    const SourceSession* const session = window.getSources()->getSession(0);
+    QStringList states;
+    connect(session, &SourceSession::changed, this, [&]() { states.append(session->getStateText()); });
+    for (int i = 1; i <= 3; ++i) {
+        QVERIFY(waitFor([&]() { return server.hasPendingConnections(); }));
+        const std::unique_ptr<QTcpSocket> socket(server.nextPendingConnection());
+        socket->write(heartbeat(i));
+        QVERIFY(waitFor([&]() { return session->getCounters().getMessageCount() == quint64(i); }));
+        QCOMPARE(int(session->getState()), int(SourceSession::Receiving));
+    }
+    QVERIFY(waitFor([&]() { return states.contains("ended, again in 1 s"); }));
+    QCOMPARE(statisticsNames(window), QStringList("HEARTBEAT 3"));
+
+    // Nobody is there any more: the waits become longer, and end with thirty seconds.
+    server.close();
+    QVERIFY(waitFor([&]() { return !states.filter("again in 30 s: ").isEmpty(); }, 30000));
+    QVERIFY(!states.filter("again in 8 s: ").isEmpty());
+    QVERIFY(states.filter("again in 31 s").isEmpty());
+    SourceSession::setSecondOfWaiting(1000);
+}
+
+void tst_monitorsources::twoSourcesOfOneSenderStayApart()
+{
+    MainWindow window;
+    window.show();
+    QVERIFY(window.openAddress(writeFile("north.raw", heartbeat(0) + heartbeat(1) + heartbeat(2))));
+    QVERIFY(waitFor([&]() { return statisticsNames(window) == QStringList("HEARTBEAT 3"); }));
+    QVERIFY(window.openAddress(writeFile("south.raw", heartbeat(0) + heartbeat(1))));
+    QVERIFY(waitFor([&]() {
+        return statisticsNames(window) == QStringList({"HEARTBEAT (north.raw) 3", "HEARTBEAT (south.raw) 2"});
+    }));
+    QCOMPARE(window.getSources()->getSession(1)->getSenderName(257), QString("1:1 @ south.raw"));
+    window.getSources()->close(window.getSources()->getSession(0));
+    QCOMPARE(statisticsNames(window), QStringList("HEARTBEAT 2"));
+    QCOMPARE(window.getSources()->getSession(0)->getSenderName(257), QString("1:1"));
+}
+
+void tst_monitorsources::definitionsThatComeLaterAreUsedForWhatCameBefore()
+{
+    const QString poor = writeFile("poor.xml", "<mavlink><messages><message id=\"4711\" name=\"OTHER\"><field "
+                                               "type=\"uint8_t\" name=\"a\">A</field></message></messages></mavlink>");
+    const QString rich = writeFile(
+        "rich.xml", "<mavlink><messages><message id=\"0\" name=\"HEARTBEAT\"><field type=\"uint8_t\" name=\"type\">T"
+                    "</field><field type=\"uint8_t\" name=\"autopilot\">A</field><field type=\"uint8_t\" "
+                    "name=\"base_mode\">B</field><field type=\"uint32_t\" name=\"custom_mode\">C</field><field "
+                    "type=\"uint8_t\" name=\"system_status\">S</field><field type=\"uint8_t_mavlink_version\" "
+                    "name=\"mavlink_version\">V</field></message></messages></mavlink>");
+    MainWindow window;
+    window.show();
+    QVERIFY(window.loadDialect(poor, QString()));
+    QVERIFY(window.openAddress("udp:127.0.0.1:24550"));
+    const SourceSession* const session = window.getSources()->getSession(0);
+    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Receiving; }));
+    QUdpSocket sender;
+    for (int i = 0; i < 5; ++i)
+        sender.writeDatagram(heartbeat(i), QHostAddress::LocalHost, 24550);
+    QVERIFY(waitFor([&]() { return session->getCounters().getUnknownCount() == 5; }));
+    QCOMPARE(window.getTree()->topLevelItemCount(), 0);
+
+    QVERIFY(window.loadDialect(rich, QString()));
+    QVERIFY(waitFor([&]() { return window.getTree()->topLevelItemCount() == 1; }));
+    QTreeWidgetItem* const type = window.getTree()->topLevelItem(0)->child(0);
+    QVERIFY(waitFor([&]() { return type->text(2) == "2"; }));
+    QCOMPARE(session->getCounters().getMessageCount(), quint64(5));
+    QCOMPARE(statisticsNames(window), QStringList("HEARTBEAT 5"));
+    sender.writeDatagram(heartbeat(5), QHostAddress::LocalHost, 24550);
+    QVERIFY(waitFor([&]() { return statisticsNames(window) == QStringList("HEARTBEAT 6"); }));
+}
+
+void tst_monitorsources::recordingKeepsDamageAndOutlivesTheProgram()
+{
+    // Damage of every kind, which comes back from the recording as it was.
+    QByteArray bad = heartbeat(1);
+    bad[12] = char(bad[12] + 1);
+    const QByteArray stream = heartbeat(0) + "stray bytes" + heartbeat(1) + bad + heartbeat(2) + heartbeat(3).left(9);
+    SourceFactory factory;
+    MessageStatisticsCoordinator coordinator;
+    EventLog log;
+    LatestMessageSource latest;
+    SourceModel model(&factory, {&coordinator, &log, &latest});
+    SourceOptions options;
+    options.address = writeFile("damaged.raw", stream);
+    QString error;
+    SourceSession* session = model.open(options, StreamSource::Playback(), &error);
+    QVERIFY2(session, qPrintable(error));
+    const QString path = m_folder.filePath("damaged.tlog");
+    QVERIFY(session->startRecording(path, &error));
+    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
+    session->stopRecording();
+    QCOMPARE(QFileInfo(path).size(), qint64(stream.size() + 5 * 8));
+    const ReceptionCounters before = session->getCounters();
+    options.address = path;
+    session = model.open(options, StreamSource::Playback(), &error);
+    QVERIFY2(session, qPrintable(error));
+    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
+    for (const ReceptionCounters& counters : {before, session->getCounters()}) {
+        QCOMPARE(counters.getMessageCount(), quint64(3));
+        QCOMPARE(counters.getChecksumFailureCount(), quint64(1));
+        QCOMPARE(counters.getSkippedBytes(), quint64(11));
+        QCOMPARE(counters.getTruncatedBytes(), quint64(9));
+    }
+
+    // A program that is killed leaves a recording that can be read.
+    const QString killed = m_folder.filePath("killed.tlog");
+    QProcess process;
+    process.start(CORVEL_MONITOR_PROGRAM, {"--record", killed, "--settings", m_folder.filePath("no.ini")});
+    QVERIFY(waitFor([&]() { return QFileInfo(killed).size() > 5000; }, 60000));
+    process.kill();
+    process.waitForFinished();
+    options.address = killed;
+    StreamSource::Playback playback;
+    playback.factor = 0;
+    session = model.open(options, playback, &error);
+    QVERIFY2(session, qPrintable(error));
+    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
+    QVERIFY(session->getCounters().getMessageCount() > 80);
+    QCOMPARE(session->getCounters().getChecksumFailureCount(), quint64(0));
+    QCOMPARE(session->getCounters().getSkippedBytes(), quint64(0));
+    model.closeAll();
+}
+
+void tst_monitorsources::recordingThatFailsLeavesReceptionAlone()
+{
+    if (!QFileInfo::exists("/dev/full"))
+        QSKIP("needs a device that is always full");
+    MainWindow window;
+    window.show();
+    window.openSimulation();
+    SourceSession* const session = window.getSources()->getSession(0);
+    QString error;
+    QVERIFY(!session->startRecording(m_folder.filePath("no/such/folder.tlog"), &error));
+    QVERIFY(error.contains("no/such/folder.tlog"));
+    QVERIFY(session->startRecording("/dev/full", &error));
+    QVERIFY(waitFor([&]() { return !session->getRecorder().isRecording(); }, 30000));
+    QVERIFY2(window.getLastProblem().contains("/dev/full"), qPrintable(window.getLastProblem()));
+    const quint64 count = session->getCounters().getMessageCount();
+    QVERIFY(waitFor([&]() { return session->getCounters().getMessageCount() > count; }));
+    QCOMPARE(int(session->getState()), int(SourceSession::Receiving));
+    for (QMessageBox* box : window.findChildren<QMessageBox*>())
+        box->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void tst_monitorsources::theDialogSaysWhatIsWrongInPlace()
+{
+    SourceFactory factory;
+    int opened = 0;
+    ConnectDialog dialog(&factory, [&](const SourceOptions& options, QString* error) {
+        ++opened;
+        SourceParts parts;
+        return factory.create(options, &parts, error);
+    });
+    SourceOptions options;
+    options.address = "udp:[::1]:14560";
+    dialog.setOptions(options);
+    QCOMPARE(dialog.getOptions().address, options.address);
+    options.address = m_folder.filePath("missing.tlog");
+    dialog.setOptions(options);
+    dialog.accept();
+    QCOMPARE(dialog.result(), 0);
+    QLabel* shown = nullptr;
+    for (QLabel* label : dialog.findChildren<QLabel*>())
+        if (label->accessibleName() == "What is wrong")
+            shown = label;
+    QVERIFY(shown->text().contains("missing.tlog") && !shown->isHidden());
+
+    options.address = "udp:0.0.0.0:14561";
+    options.definitions = writeFile("car.proto", "syntax = \"proto3\";\nmessage Car {\n  double speed = \"x\";\n}\n");
+    dialog.setOptions(options);
+    QVERIFY2(shown->text().contains("car.proto:3:"), qPrintable(shown->text()));
+    options.definitions = writeFile("bus.proto", "syntax = \"proto3\";\nmessage Bus {\n  double speed = 1;\n}\n");
+    options.typeName = "Bus";
+    options.framing = "datagram";
+    dialog.setOptions(options);
+    QVERIFY(shown->isHidden());
+    dialog.accept();
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QCOMPARE(opened, 2);
+}
+
+void tst_monitorsources::timesAreReadAsTheyAreTyped_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("time");
+    QTest::newRow("seconds since the start") << "+90"
+                                             << "2015-07-04 23:51:30.500";
+    QTest::newRow("minutes since the start") << "+1:30.5"
+                                             << "2015-07-04 23:51:31.000";
+    QTest::newRow("hours since the start") << "+1:02:03"
+                                           << "2015-07-05 00:52:03.500";
+    QTest::newRow("time of day") << " 23:55:01.25"
+                                 << "2015-07-04 23:55:01.250";
+    QTest::newRow("of the start itself") << "23:50:00"
+                                         << "2015-07-04 23:50:00.000";
+    QTest::newRow("of the next day") << "0:10"
+                                     << "2015-07-05 00:10:00.000";
+    QTest::newRow("date") << "2015-07-05 00:49:40.5"
+                          << "2015-07-05 00:49:40.500";
+    for (const char* text : {"", "12", "1:70", "1:2:3:4", "-5:00", "+", "+a", "25:00", "nan:1", "2015-13-05 00:00:00"})
+        QTest::newRow(text) << text << "";
+}
+
+void tst_monitorsources::timesAreReadAsTheyAreTyped()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, time);
+    const qint64 start =
+        QDateTime::fromString("2015-07-04T23:50:00.500Z", Qt::ISODateWithMs).toMSecsSinceEpoch() * 1000;
+    qint64 result = 0;
+    QCOMPARE(PlaybackTime::parse(text, start, &result), !time.isEmpty());
+    if (!time.isEmpty())
+        QCOMPARE(PlaybackTime::clockText(result), time);
+}
+
+QTEST_MAIN(tst_monitorsources)
+#include "tst_monitorsources.moc"
