@@ -13,6 +13,21 @@ static bool isHidden(const FieldInfo* field)
     return field->isConfidential() && !Corvel::confidentialInformationDisplayEnabled();
 }
 
+// A repeated field without elements is an empty array, unless the message can lack it.
+static bool isAbsent(const FieldInfo* field, unsigned int count)
+{
+    return count == 0 && (!field->isRepeated() || field->isOptional());
+}
+
+// A component has the index of the field that it is a part of.
+static int indexOf(const PathExpression::Match& match, int level)
+{
+    const int index = match.indexes.at(level);
+    const bool isComponent =
+        level > 0 && match.fieldInfos.at(level - 1)->getType().getTypeCode() != FieldType::SubMessageType;
+    return index < 0 && isComponent ? indexOf(match, level - 1) : index;
+}
+
 MessageJson::MessageJson(bool interpreted)
     : m_interpreted(interpreted)
 {
@@ -36,8 +51,7 @@ void MessageJson::appendFields(const Message* message, std::string* line)
     Separator separator(line);
     for (const Field& field : fieldsOf(message->getInfo())) {
         const unsigned int count = field.info->getValueCount(message);
-        // A repeated field without elements is an empty array, unless the message can lack it.
-        if (count == 0 && (!field.info->isRepeated() || field.info->isOptional()))
+        if (isAbsent(field.info, count))
             continue;
         separator.next();
         line->append(field.key);
@@ -88,6 +102,44 @@ void MessageJson::appendValue(const FieldInfo* field, const FieldValue& value, s
         appendString(line, field->getInterpretedString(value, true));
     else
         appendRawValue(value, line);
+}
+
+bool MessageJson::appendMatch(const PathExpression::Match& match, const Message* holder, std::string* line, int level)
+{
+    const FieldInfo* const field = match.fieldInfos.at(level);
+    const unsigned int count = field->getValueCount(holder);
+    const int index = indexOf(match, level);
+    if (index < 0 ? isAbsent(field, count) : static_cast<unsigned int>(index) >= count)
+        return false;
+    if (isHidden(field)) {
+        line->append("null");
+        return true;
+    }
+    if (level == match.fieldInfos.size() - 1) {
+        if (index < 0)
+            appendField(field, holder, count, line);
+        else
+            appendValue(field, field->getValue(holder, static_cast<unsigned int>(index)), line);
+        return true;
+    }
+    // Components are read from the message that their whole field lies in.
+    if (field->getType().getTypeCode() != FieldType::SubMessageType)
+        return appendMatch(match, holder, line, level + 1);
+    const auto appendElement = [&](unsigned int element) {
+        const Message* const subMessage = field->getValue(holder, element).getSubMessage();
+        return subMessage && appendMatch(match, subMessage, line, level + 1);
+    };
+    if (index >= 0 || !field->isRepeated())
+        return appendElement(static_cast<unsigned int>(qMax(0, index)));
+    line->push_back('[');
+    Separator separator(line);
+    for (unsigned int i = 0; i < count; ++i) {
+        separator.next();
+        if (!appendElement(i))
+            line->append("null");
+    }
+    line->push_back(']');
+    return true;
 }
 
 void MessageJson::appendRawValue(const FieldValue& value, std::string* line)

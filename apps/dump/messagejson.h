@@ -1,6 +1,8 @@
 #ifndef MESSAGEJSON_H
 #define MESSAGEJSON_H
 
+#include "pathexpression.h"
+
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -24,6 +26,15 @@ public:
     void appendField(const FieldInfo* field, const Message* message, unsigned int count, std::string* line);
 
     void appendValue(const FieldInfo* field, const FieldValue& value, std::string* line);
+
+    /**
+     * What lies at the end of a way through sub-messages. Each repeated field on it that no number is given for becomes
+     * an array with one element for each of its own, null where the rest of the way is absent.
+     *
+     * @param holder  the message in which the field number @p level of the way lies
+     * @return false, with nothing appended, when it is absent
+     */
+    bool appendMatch(const PathExpression::Match& match, const Message* holder, std::string* line, int level = 0);
 
 private:
     /** A field with what is always the same about it. */

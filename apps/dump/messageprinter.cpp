@@ -65,30 +65,15 @@ void MessagePrinter::finish() {}
 void MessagePrinter::appendSelected(const Message* message, const QVector<Selection::Field>& fields)
 {
     m_line.push_back('{');
-    Separator separator(&m_line);
+    const std::size_t begin = m_line.size();
     for (const Selection::Field& selected : fields) {
-        // Down into sub-messages; components are read from the message that their whole field lies in.
-        const Message* holder = message;
-        const int last = int(selected.match.fieldInfos.size()) - 1;
-        for (int i = 0; i < last && holder; ++i) {
-            const FieldInfo* way = selected.match.fieldInfos.at(i);
-            if (way->getType().getTypeCode() == FieldType::SubMessageType) {
-                const unsigned int index = unsigned(qMax(0, selected.match.indexes.at(i)));
-                holder = index < way->getValueCount(holder) ? way->getValue(holder, index).getSubMessage() : nullptr;
-            }
-        }
-        const FieldInfo* info = selected.match.fieldInfos.at(last);
-        const unsigned int count = holder ? info->getValueCount(holder) : 0;
-        const int index = selected.match.indexes.at(last);
-        if (count == 0 || (index >= 0 && unsigned(index) >= count))
-            continue;
-        separator.next();
+        const std::size_t end = m_line.size();
+        if (end > begin)
+            m_line.push_back(',');
         appendString(&m_line, selected.key);
         m_line.push_back(':');
-        if (index < 0)
-            m_json.appendField(info, holder, count, &m_line);
-        else
-            m_json.appendValue(info, info->getValue(holder, unsigned(index)), &m_line);
+        if (!m_json.appendMatch(selected.match, message, &m_line))
+            m_line.resize(end);
     }
     m_line.push_back('}');
 }

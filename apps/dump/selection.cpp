@@ -3,6 +3,7 @@
 #include "fieldinfo.h"
 #include "formatregistry.h"
 
+#include <algorithm>
 #include <utility>
 
 static QString keyOf(const PathExpression::Match& match)
@@ -15,6 +16,14 @@ static QString keyOf(const PathExpression::Match& match)
         names.append(name);
     }
     return names.join(QLatin1Char('/'));
+}
+
+// What is printed under one key is the same for "[*]" as for no index.
+static bool contains(const QVector<Selection::Field>& fields, const Selection::Field& field)
+{
+    return std::any_of(fields.begin(), fields.end(), [&](const Selection::Field& other) {
+        return other.key == field.key && other.match.fieldInfos == field.match.fieldInfos;
+    });
 }
 
 bool Selection::setUp(const QStringList& expressions, const FormatInfo* format, bool complete, QString* error)
@@ -61,8 +70,12 @@ bool Selection::resolve(QString* error)
             m_complaint = QStringLiteral("--select \"%1\" names nothing in the definitions").arg(text);
         if (named) {
             const QVector<PathExpression::Match> matches = expression.getMatches();
-            for (const PathExpression::Match& match : matches)
-                m_fields[match.messageInfo].append(Field{match, keyOf(match)});
+            for (const PathExpression::Match& match : matches) {
+                const Field field{match, keyOf(match)};
+                QVector<Field>& fields = m_fields[match.messageInfo];
+                if (!contains(fields, field))
+                    fields.append(field);
+            }
         }
         for (const MessageInfo* info : infos) {
             m_fields[info];

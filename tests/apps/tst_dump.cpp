@@ -217,6 +217,37 @@ private Q_SLOTS:
         QCOMPARE(other.lines(), QList<QByteArray>());
     }
 
+    void aPathThroughRepeatedFieldsIsEveryElement()
+    {
+        const QString schema = write("car.proto", "syntax = 'proto3'; package t;\n"
+                                                  "message Part { optional int32 n = 1; repeated Part parts = 2; }\n"
+                                                  "message Car { repeated Part parts = 1; Part spare = 2; }\n");
+        // Parts {parts {n 5}, parts {}} and {n 7}
+        const QByteArray car = QByteArray("\x0a\x06\x12\x02\x08\x05\x12\x00\x0a\x02\x08\x07", 12);
+        const QString path = write("cars", char(car.size()) + car);
+        const QString annotations = write("a.json", "{\"messages\": {\"t.Car\": {\"fields\": "
+                                                    "{\"parts\": {\"confidential\": true}}}}}");
+        const auto fieldsOf = [&](QStringList options) {
+            options << "--schema" << schema << "--type"
+                    << "t.Car"
+                    << "--framing"
+                    << "varint";
+            const DumpRun run(options << path);
+            const QByteArray line = run.lines().value(0);
+            return run.status == 0 ? line.mid(line.indexOf("\"fields\":")) : run.errors.join('\n').toUtf8();
+        };
+        QCOMPARE(fieldsOf({"--select", "*/t.Car/spare/parts", "--select", "*/t.Car/parts/n", "--select",
+                           "*/t.Car/parts[*]/n", "--select", "*/t.Car/parts/parts/n"}),
+                 QByteArray("\"fields\":{\"parts/n\":[null,7],\"parts/parts/n\":[[5,null],[]]}}"));
+        QCOMPARE(fieldsOf({"--select", "*/t.Car/parts[0]/parts/n", "--select", "*/t.Car/parts/parts[0]/n", "--select",
+                           "*/t.Car/parts[1]/parts[0]/n", "--select", "*/t.Car/parts/parts"}),
+                 QByteArray("\"fields\":{\"parts[0]/parts/n\":[5,null],\"parts/parts[0]/n\":[5,null],"
+                            "\"parts/parts\":[[{\"n\":5,\"parts\":[]},{\"parts\":[]}],[]]}}"));
+        // What is hidden as a whole is not to be had in pieces.
+        QCOMPARE(fieldsOf({"--annotations", annotations, "--select", "*/t.Car/parts[1]/n"}),
+                 QByteArray("\"fields\":{\"parts[1]/n\":null}}"));
+    }
+
     void troubleIsToldWithItsPlaceAndCounted()
     {
         QByteArray broken = heartbeat(3);
