@@ -95,11 +95,10 @@ bool McapReader::readChunk()
 std::unique_ptr<McapReader::Chunk> McapReader::decompress(const char* bytes, quint64 size, bool* good, quint64* written,
                                                           QByteArray* error)
 {
-    std::unique_ptr<Chunk> chunk(new Chunk);
+    const quint64 capacity = m_chunkHead.uncompressedSize;
+    std::unique_ptr<Chunk> chunk = m_order.make(capacity);
     chunk->offset = m_recordOffset;
-    chunk->size = m_chunkHead.uncompressedSize;
-    chunk->bytes.reset(new char[std::max<quint64>(1, chunk->size)]); // not initialised: it takes nothing until used
-    *good = m_decompressor.run(m_chunkHead.compression, bytes, size, chunk->bytes.get(), chunk->size, written, error);
+    *good = m_decompressor.run(m_chunkHead.compression, bytes, size, chunk->bytes.get(), capacity, written, error);
     return chunk;
 }
 
@@ -116,10 +115,10 @@ void McapReader::processChunk(const char* bytes, quint64 size, const quint32* cr
                QStringLiteral("a chunk that does not decompress was dropped (%1)").arg(QString::fromLatin1(error)));
         return;
     }
-    if (written != chunk->size) {
+    if (written != m_chunkHead.uncompressedSize) {
         report(StreamProblem::LengthMismatch, m_recordOffset, length,
                QStringLiteral("a chunk that says it holds %1 bytes and holds %2 was dropped")
-                   .arg(chunk->size)
+                   .arg(m_chunkHead.uncompressedSize)
                    .arg(written));
         return;
     }

@@ -5,6 +5,9 @@
 
 #include <algorithm>
 
+// Chunks are seldom greater.
+static const quint64 GreatestSpare = 4 << 20;
+
 McapMessageOrder::McapMessageOrder()
     : m_held(0)
 {
@@ -15,6 +18,19 @@ bool McapMessageOrder::isLater(const std::unique_ptr<Chunk>& left, const std::un
     if (left->nextTime() != right->nextTime())
         return left->nextTime() > right->nextTime();
     return left->offset > right->offset;
+}
+
+std::unique_ptr<McapMessageOrder::Chunk> McapMessageOrder::make(quint64 size)
+{
+    if (m_spare && m_spare->size >= size && m_spare->size / 4 <= size) {
+        m_spare->messages.clear();
+        m_spare->next = 0;
+        return std::move(m_spare);
+    }
+    std::unique_ptr<Chunk> chunk(new Chunk);
+    chunk->size = std::max<quint64>(1, size);
+    chunk->bytes.reset(new char[chunk->size]); // not initialised: it takes nothing until used
+    return chunk;
 }
 
 void McapMessageOrder::add(std::unique_ptr<Chunk> chunk)
@@ -46,6 +62,8 @@ void McapMessageOrder::release(quint64 until, StreamSink* sink)
                   (chunk->nextTime() == other->nextTime() && chunk->offset < other->offset)));
         if (chunk->next == count) {
             m_held -= chunk->heldBytes();
+            if (chunk->size <= GreatestSpare)
+                m_spare = std::move(chunk);
         } else {
             m_chunks.push_back(std::move(chunk));
             std::push_heap(m_chunks.begin(), m_chunks.end(), isLater);
@@ -62,6 +80,7 @@ void McapMessageOrder::releaseOne(StreamSink* sink)
 void McapMessageOrder::clear()
 {
     m_chunks.clear();
+    m_spare.reset();
     m_held = 0;
 }
 

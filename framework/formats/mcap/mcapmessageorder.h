@@ -24,7 +24,7 @@ public:
     struct Chunk
     {
         quint64 offset = 0; ///< in the stream
-        quint64 size = 0;   ///< of the bytes
+        quint64 size = 0;   ///< of the room for bytes
         std::unique_ptr<char[]> bytes;
         std::vector<Message> messages;
         std::size_t next = 0; ///< first of the messages that has not been handed out
@@ -38,6 +38,9 @@ public:
     bool isEmpty() const { return m_chunks.empty(); }
     /** Bytes of memory that the chunks take. */
     quint64 getHeldBytes() const { return m_held; }
+
+    /** A chunk without messages, with room for that many bytes: a used one where there is one that fits. */
+    std::unique_ptr<Chunk> make(quint64 size);
 
     /** Takes a chunk with its messages in the order of the file. */
     void add(std::unique_ptr<Chunk> chunk);
@@ -57,6 +60,7 @@ private:
 
     std::vector<std::unique_ptr<Chunk>> m_chunks; // a heap: the one whose next message is the earliest is on top
     quint64 m_held;
+    std::unique_ptr<Chunk> m_spare; // fresh memory would cost as much as decompressing into it
 };
 
 #endif
