@@ -55,8 +55,10 @@ private:
 /** Everything that is found in some bytes. */
 struct Decoded
 {
-    explicit Decoded(const QByteArray& bytes, int piece = 1 << 20, const McapIndex* index = nullptr, quint64 from = 0)
-        : decoder(&format)
+    explicit Decoded(const QByteArray& bytes, int piece = 1 << 20, const McapIndex* index = nullptr, quint64 from = 0,
+                     ProtobufFormat* shared = nullptr)
+        : own(shared ? nullptr : new ProtobufFormat)
+        , decoder(shared ? shared : own.get())
         , lines(&decoder)
     {
         if (index)
@@ -68,7 +70,7 @@ struct Decoded
         decoder.finish(&lines);
     }
 
-    ProtobufFormat format;
+    std::unique_ptr<ProtobufFormat> own;
     McapStreamDecoder decoder;
     Lines lines;
 };
@@ -178,9 +180,10 @@ private Q_SLOTS:
              {McapWriter::NoCompression, McapWriter::Lz4, McapWriter::Zstd}) {
             QStringList expected;
             const QByteArray bytes = recording(settings(compression, 700), &expected, 40);
+            ProtobufFormat format;
             int before = 0;
             for (int size = 1; size < bytes.size(); ++size) {
-                const Decoded decoded(bytes.left(size));
+                const Decoded decoded(bytes.left(size), 1 << 20, nullptr, 0, &format);
                 QCOMPARE(decoded.lines.messages, expected.mid(0, decoded.lines.messages.size()));
                 QVERIFY(decoded.lines.messages.size() >= before);
                 before = int(decoded.lines.messages.size());
@@ -208,6 +211,7 @@ private Q_SLOTS:
         QString error;
         const std::unique_ptr<McapIndex> index(McapIndex::load(write(bytes), &error));
         QCOMPARE(int(index->getChunks().size()), 6);
+        ProtobufFormat format;
         int losses = 0;
         for (int i = 0; i < bytes.size(); ++i) {
             QByteArray damaged = bytes;
@@ -215,7 +219,7 @@ private Q_SLOTS:
             // An index outside of chunks that becomes a message is one until the end, where the checksum of it all is.
             if (bytes.at(i) == 7 && damaged.at(i) == 5)
                 continue;
-            const Decoded decoded(damaged);
+            const Decoded decoded(damaged, 1 << 20, nullptr, 0, &format);
             if (i < dataEnd)
                 QVERIFY2(!decoded.lines.problems.isEmpty(), qPrintable(QString::number(i)));
             int at = 0;
