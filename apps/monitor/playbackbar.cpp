@@ -4,6 +4,7 @@
 #include "playbacktime.h"
 #include "sourcesession.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
