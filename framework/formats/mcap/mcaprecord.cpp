@@ -107,7 +107,8 @@ bool Decompressor::run(const QByteArray& compression, const char* input, quint64
     if (compression == "lz4")
         return runLz4(input, size, output, capacity, written, error);
     *written = std::min(size, capacity);
-    std::memcpy(output, input, *written);
+    if (*written > 0)
+        std::memcpy(output, input, *written);
     if (size > capacity)
         *error = "it is longer than it says";
     return size <= capacity;
