@@ -1,7 +1,7 @@
 # Sourced by run and test: installs Debian packages that are missing, and nothing when all are there.
 
 # Qt, the expression parser, Protocol Buffers, the compressions of recordings, and what compiles them.
-build_packages="build-essential cmake ninja-build qt6-base-dev libmuparser-dev libprotobuf-dev
+build_packages="build-essential cmake ninja-build qt6-base-dev libqcustomplot-dev libmuparser-dev libprotobuf-dev
     liblz4-dev libzstd-dev libdeflate-dev zlib1g-dev qt6-websockets-dev pkg-config fonts-dejavu-core"
 # The second Qt, benchmarks, sanitizers and fuzzers with clang, the style check.
 test_packages="$build_packages qtbase5-dev libqt5websockets5-dev libbenchmark-dev clang clang-format libclang-rt-14-dev xvfb

@@ -31,23 +31,12 @@ void MessagePrinter::consume(const ReceivedMessage& received)
 {
     if (!received.info || !m_selection.has(received.info))
         return;
-    m_line.assign("{\"time\":");
-    if (received.time == Message::NoTime)
-        m_line.append("null");
-    else
-        appendTime(&m_line, received.time);
-    m_line.append(",\"format\":").append(m_format);
-    m_line.append(",\"sender\":").append(senderOf(received.sender));
     std::string& typeName = m_typeNames[received.info];
     if (typeName.empty())
         typeName = toString(received.info->getName());
-    m_line.append(",\"type\":").append(typeName);
-    m_line.append(",\"sequence\":");
-    if (received.sequence == Message::NoSequence)
-        m_line.append("null");
-    else
-        appendNumber(&m_line, std::int64_t(received.sequence));
-    m_line.append(",\"fields\":");
+    m_line.clear();
+    MessageJson::appendHead({received.time, &m_format, &senderOf(received.sender), &typeName, received.sequence},
+                            &m_line);
     const MessageReference message = MessageReference::adopt(received.createMessage(QString()));
     const QVector<Selection::Field> selected = m_selection.getFields(received.info);
     if (selected.isEmpty())

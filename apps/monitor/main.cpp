@@ -1,10 +1,14 @@
+#include "findbar.h"
 #include "mainwindow.h"
 #include "settingsfile.h"
 #include "sourcemodel.h"
+#include "theme.h"
+#include "treetools.h"
 #include "watchbar.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
 #include <QTimer>
 
 #include <cstdio>
@@ -50,6 +54,11 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(QLatin1String("corvel-monitor"));
     QCoreApplication::setApplicationVersion(QLatin1String(CORVEL_VERSION));
 
+    QIcon icon;
+    for (const int size : {32, 64, 128})
+        icon.addFile(QStringLiteral(":/icons/corvel-monitor-%1.png").arg(size));
+    QApplication::setWindowIcon(icon);
+
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QLatin1String("Shows live what a device says: every field of every message type."));
@@ -70,6 +79,11 @@ int main(int argc, char** argv)
          QLatin1String("expression")},
         {QLatin1String("record"), QLatin1String("Record what the first input brings in <file>."),
          QLatin1String("file")},
+        {QLatin1String("plot"), QLatin1String("Plot the field that <expression> names; can be repeated."),
+         QLatin1String("expression")},
+        {QLatin1String("find"), QLatin1String("Show only rows of the tree that match <text>."), QLatin1String("text")},
+        {QLatin1String("palette"), QLatin1String("Colours of the window: system, light or dark."),
+         QLatin1String("name")},
         {QLatin1String("screenshot"), QLatin1String("Save a picture of the window to <file> and exit."),
          QLatin1String("file")},
         {QLatin1String("after"), QLatin1String("Wait <seconds> before the picture is taken; default 5."),
@@ -89,6 +103,12 @@ int main(int argc, char** argv)
         !readNumber(parser, QLatin1String("rate"), 0, &playback.messagesPerSecond) ||
         !readNumber(parser, QLatin1String("after"), 0, &after))
         return 1;
+
+    Theme::Kind theme = Theme::System;
+    if (parser.isSet(QLatin1String("palette")) && !Theme::find(parser.value(QLatin1String("palette")), &theme)) {
+        std::fprintf(stderr, "corvel-monitor: --palette takes system, light or dark\n");
+        return 1;
+    }
 
     MainWindow window;
     if (parser.isSet(QLatin1String("size"))) {
@@ -117,8 +137,12 @@ int main(int argc, char** argv)
         if (!problem.isEmpty())
             window.showError(problem);
     }
+    if (parser.isSet(QLatin1String("palette")))
+        Theme::apply(theme);
     for (const QString& expression : parser.values(QLatin1String("watch")))
         window.getWatches()->pin(expression);
+    for (const QString& expression : parser.values(QLatin1String("plot")))
+        window.getTreeTools()->plot(expression);
     const QStringList inputs = parser.positionalArguments();
     for (const QString& input : inputs)
         opened = opened && window.openAddress(input);
@@ -136,6 +160,8 @@ int main(int argc, char** argv)
             return 2;
     }
     window.show();
+    if (parser.isSet(QLatin1String("find")))
+        window.getTreeTools()->getFindBar()->find(parser.value(QLatin1String("find")));
     if (forPicture) {
         QTimer::singleShot(int(after * 1000), &window,
                            [&]() { savePictureAndQuit(&window, parser.value(QLatin1String("screenshot"))); });

@@ -2,17 +2,19 @@
 
 #include "corvel.h"
 #include "eventfeed.h"
-#include "fieldinfo.h"
 #include "formpanel.h"
 #include "latestmessagesource.h"
 #include "messageinfo.h"
 #include "messagestatisticswidget.h"
+#include "messagetap.h"
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
 #include "messagetypemodel.h"
 #include "playbackbar.h"
+#include "pinnedtypes.h"
 #include "sourcemodel.h"
 #include "sourcepanel.h"
+#include "treetools.h"
 #include "watchbar.h"
 
 #include <QAction>
@@ -35,6 +37,7 @@ MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
     , m_types(new MessageTypeModel(this))
     , m_latest(new LatestMessageSource(this))
+    , m_tap(new MessageTap(this))
     , m_eventFeed(new EventFeed(&m_log, &m_shownLog, this))
 {
     setAcceptDrops(true);
@@ -133,7 +136,7 @@ const StreamSource* MainWindow::getSource() const
 
 void MainWindow::createSources()
 {
-    m_sources = new SourceModel(&m_factory, {&m_coordinator, &m_log, m_latest}, this);
+    m_sources = new SourceModel(&m_factory, {&m_coordinator, &m_log, m_latest, m_tap}, this);
     connect(m_sources, &SourceModel::sessionAdded, this, &MainWindow::addSession);
     connect(m_sources, &SourceModel::sessionAboutToBeRemoved, m_types, &MessageTypeModel::removeSession);
     connect(m_sources, &SourceModel::sessionRemoved, this, [this]() {
@@ -305,11 +308,8 @@ void MainWindow::setInTree(const MessageInfo* info, bool inTree)
 {
     MessageTreeWidgetItem* row = findRow(info);
     if (inTree && !row) {
-        int place = 0; // rows stand in the order of their names
-        while (place < m_tree->topLevelItemCount() && m_tree->topLevelItem(place)->text(0) < info->getName())
-            ++place;
         row = new MessageTreeWidgetItem(m_tree, info);
-        m_tree->insertTopLevelItem(place, row);
+        m_tree->insertTopLevelItem(m_tools->getPins()->placeFor(info), row);
         row->configureInTreeWidget();
         const MessageReference latest = m_latest->getLatest(info);
         if (!latest.isNull())

@@ -16,10 +16,10 @@
 
 class EventFeed;
 class EventLogTableWidget;
-class FieldInfo;
 class FormPanel;
 class LatestMessageSource;
 class MessageInfo;
+class MessageTap;
 class MessageStatisticsWidget;
 class MessageTreeWidget;
 class MessageTreeWidgetItem;
@@ -35,6 +35,7 @@ class QTreeWidgetItem;
 class SourceModel;
 class SourcePanel;
 class SourceSession;
+class TreeTools;
 class WatchBar;
 
 /** The monitor's window: the sources that are open, and their types, message tree, forms, watches, statistics and
@@ -77,6 +78,7 @@ public:
     MessageStatisticsWidget* getStatistics() const { return m_statistics; }
     EventLogTableWidget* getEvents() const { return m_events; }
     WatchBar* getWatches() const { return m_watches; }
+    TreeTools* getTreeTools() const { return m_tools; }
     const LatestMessageSource* getLatestMessages() const { return m_latest; }
     SourceModel* getSources() const { return m_sources; }
     /** The stream of the source that is chosen; null while none is open. */
@@ -124,6 +126,8 @@ private:
     void record(bool on);
     void askDialect();
     void saveEvents();
+    void saveStatistics();
+    void saveCsv(const QString& title, const QString& name, const QByteArray& csv);
     void rememberFile(const QString& path);
     void fillRecentFiles();
     void createSources();
@@ -146,9 +150,7 @@ private:
     void updateForms();
     void updateSenders();
     void updateHint();
-    void showTreeMenu(const QPoint& position);
     void setShowConfidential(bool show);
-    const FieldInfo* currentField() const;
 
     MessageTreeWidget* m_tree;
     QLabel* m_treeHint;
@@ -156,6 +158,8 @@ private:
     MessageTypeModel* m_types;
     QSortFilterProxyModel* m_sortedTypes;
     LatestMessageSource* m_latest;
+    MessageTap* m_tap;
+    TreeTools* m_tools;
     FormPanel* m_forms;
     WatchBar* m_watches;
     MessageStatisticsWidget* m_statistics;
@@ -163,6 +167,7 @@ private:
     QAction* m_addAutomatically;
     QAction* m_virtualFields;
     QAction* m_primaryOnly;
+    QAction* m_confidential;
     QMenu* m_recentMenu;
     QComboBox* m_senders;
     QLabel* m_inputStatus;

@@ -5,6 +5,7 @@
 
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
+#include "treetools.h"
 #include "watchbar.h"
 
 #include <QAction>
@@ -41,6 +42,8 @@ void MainWindow::saveSettings(QSettings& settings)
     settings.setValue(QLatin1String("addAutomatically"), m_addAutomatically->isChecked());
     settings.endGroup();
 
+    m_tools->saveSettings(settings);
+
     settings.beginGroup(QLatin1String("statistics"));
     m_statistics->writeSettings(settings);
     settings.endGroup();
@@ -76,6 +79,8 @@ void MainWindow::restoreSettings(QSettings& settings)
     if (settings.contains(QLatin1String("headerstate")))
         m_tree->restoreSettings(settings);
     settings.endGroup();
+
+    m_tools->restoreSettings(settings);
 
     settings.beginGroup(QLatin1String("statistics"));
     m_statistics->readSettings(settings);

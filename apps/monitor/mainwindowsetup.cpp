@@ -2,19 +2,20 @@
 
 #include "mainwindow.h"
 
-#include "abstractmessagetreewidgetitem.h"
 #include "connectdialog.h"
+#include "emptyhint.h"
 #include "eventlogtablewidget.h"
-#include "fieldinfo.h"
 #include "formpanel.h"
 #include "latestmessagesource.h"
-#include "messageinfo.h"
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
-#include "messagetreewidgetitem.h"
 #include "messagetypemodel.h"
+#include "plotpanel.h"
 #include "sourcemodel.h"
 #include "sourcepanel.h"
+#include "statisticscsv.h"
+#include "treeactions.h"
+#include "treetools.h"
 #include "watchbar.h"
 
 #include <QAction>
@@ -33,16 +34,15 @@
 #include <QVBoxLayout>
 
 static const int MostRecentFiles = 10;
+static const int SaidMilliseconds = 4000;
 
 void MainWindow::createTree()
 {
     m_tree = new MessageTreeWidget(this);
     m_tree->setAccessibleName(tr("Message tree"));
     m_tree->setAlternatingRowColors(true);
-    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
     m_tree->header()->resizeSection(0, 260);
     m_tree->header()->resizeSection(1, 90);
-    connect(m_tree, &QWidget::customContextMenuRequested, this, &MainWindow::showTreeMenu);
     connect(m_latest, SIGNAL(newMessage(const Message*)), m_tree, SLOT(processMessage(const Message*)));
 
     m_treeHint = new QLabel(m_tree->viewport());
@@ -52,6 +52,8 @@ void MainWindow::createTree()
     m_treeHint->setAttribute(Qt::WA_TransparentForMouseEvents);
     QVBoxLayout* layout = new QVBoxLayout(m_tree->viewport());
     layout->addWidget(m_treeHint);
+
+    m_tools = new TreeTools(m_tree, m_latest, m_tap, this);
 
     m_pauseBanner = new QLabel;
     m_pauseBanner->setAlignment(Qt::AlignCenter);
@@ -67,8 +69,12 @@ void MainWindow::createTree()
     centralLayout->setContentsMargins(0, 0, 0, 0);
     centralLayout->setSpacing(0);
     centralLayout->addWidget(m_pauseBanner);
-    centralLayout->addWidget(m_tree);
+    centralLayout->addWidget(m_tools->createTreePane(), 1);
     setCentralWidget(central);
+    connect(m_tools->getActions(), &TreeActions::said, this,
+            [this](const QString& text) { statusBar()->showMessage(text, SaidMilliseconds); });
+    connect(m_tools->getPlot(), &PlotPanel::failed, this, &MainWindow::showError);
+    connect(m_tools, &TreeTools::annotationsRequested, this, &MainWindow::loadAnnotations);
 }
 
 void MainWindow::createTypeList()
@@ -147,6 +153,23 @@ void MainWindow::createDocks()
     addDockWidget(Qt::BottomDockWidgetArea, eventDock);
     splitDockWidget(statisticsDock, eventDock, Qt::Horizontal);
 
+    QDockWidget* plotDock = new QDockWidget(tr("Plot"), this);
+    plotDock->setObjectName(QLatin1String("plot"));
+    plotDock->setWidget(m_tools->getPlot());
+    addDockWidget(Qt::BottomDockWidgetArea, plotDock);
+    tabifyDockWidget(eventDock, plotDock);
+    eventDock->raise();
+    connect(m_tools->getActions(), &TreeActions::plotRequested, plotDock, [plotDock]() {
+        plotDock->show();
+        plotDock->raise();
+    });
+    connect(m_tools->getActions(), &TreeActions::watchRequested, m_watches,
+            [this](const QString& expression) { m_watches->pin(expression); });
+
+    new EmptyHint(m_typeView, tr("Message types appear here as they are received."));
+    new EmptyHint(m_statistics, tr("How often and how regularly messages come is told here once some were received."));
+    new EmptyHint(m_events, tr("Nothing happened yet: losses, checksum failures and changes of sources appear here."));
+
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
 }
 
@@ -181,6 +204,7 @@ void MainWindow::createFileMenu()
     file->addAction(tr("Load &Definitions..."), this, &MainWindow::askDialect);
     file->addSeparator();
     file->addAction(tr("Save &Events as CSV..."), this, &MainWindow::saveEvents);
+    file->addAction(tr("Save S&tatistics as CSV..."), this, &MainWindow::saveStatistics);
     file->addAction(tr("&Clear Events"), &m_log, &EventLog::clear);
     file->addSeparator();
     file->addAction(tr("&Quit"), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
@@ -210,22 +234,27 @@ void MainWindow::createActions()
     m_primaryOnly = new QAction(tr("&Primary Fields Only"), this);
     m_primaryOnly->setCheckable(true);
     connect(m_primaryOnly, SIGNAL(toggled(bool)), m_tree, SLOT(setShowPrimaryFieldsOnly(bool)));
-    QAction* confidential = new QAction(tr("Con&fidential Data"), this);
-    confidential->setCheckable(true);
-    confidential->setToolTip(tr("Show fields that are marked as confidential"));
-    connect(confidential, &QAction::toggled, this, &MainWindow::setShowConfidential);
+    m_confidential = new QAction(tr("Con&fidential Data"), this);
+    m_confidential->setCheckable(true);
+    m_confidential->setToolTip(tr("Show fields that are marked as confidential"));
+    connect(m_confidential, &QAction::toggled, this, &MainWindow::setShowConfidential);
+    connect(m_tools, &TreeTools::confidentialRequested, m_confidential, &QAction::setChecked);
+
+    m_tools->fillEditMenu(menuBar()->addMenu(tr("&Edit")));
 
     QMenu* tree = menuBar()->addMenu(tr("&Tree"));
     tree->addActions({addAll, removeAll, m_addAutomatically});
     tree->addSeparator();
     tree->addActions({expand, collapse});
+    tree->addSeparator();
+    m_tools->fillTreeMenu(tree);
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
     QMenu* columns = view->addMenu(tr("&Columns"));
     for (QAction* action : m_tree->getToggleColumnActions())
         columns->addAction(action);
     view->addSeparator();
-    view->addActions({m_virtualFields, m_primaryOnly, confidential});
+    view->addActions({m_virtualFields, m_primaryOnly, m_confidential});
     view->addSeparator();
     for (QDockWidget* dock : findChildren<QDockWidget*>())
         view->addAction(dock->toggleViewAction());
@@ -242,7 +271,7 @@ void MainWindow::createActions()
     for (QAction* action : m_tree->getToggleColumnActions())
         bar->addAction(action);
     bar->addSeparator();
-    bar->addActions({m_virtualFields, m_primaryOnly, confidential});
+    bar->addActions({m_virtualFields, m_primaryOnly, m_confidential});
     bar->addSeparator();
     bar->addAction(m_pauseViews);
     bar->addSeparator();
@@ -265,13 +294,23 @@ void MainWindow::openFile()
 
 void MainWindow::saveEvents()
 {
-    const QString path = QFileDialog::getSaveFileName(this, tr("Save Events"), QLatin1String("events.csv"),
-                                                      tr("Comma-separated values (*.csv);;All files (*)"));
+    m_log.flushAll(); // what is still being counted belongs into the file
+    saveCsv(tr("Save Events"), QLatin1String("events.csv"), m_log.toCsv());
+}
+
+void MainWindow::saveStatistics()
+{
+    saveCsv(tr("Save Statistics"), QLatin1String("statistics.csv"), StatisticsCsv::toCsv(m_coordinator));
+}
+
+void MainWindow::saveCsv(const QString& title, const QString& name, const QByteArray& csv)
+{
+    const QString path =
+        QFileDialog::getSaveFileName(this, title, name, tr("Comma-separated values (*.csv);;All files (*)"));
     if (path.isEmpty())
         return;
-    m_log.flushAll(); // what is still being counted belongs into the file
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(m_log.toCsv()) < 0 || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || file.write(csv) < 0 || !file.commit())
         showError(tr("%1 cannot be written: %2").arg(path, file.errorString()));
 }
 
@@ -328,25 +367,4 @@ void MainWindow::askDialect()
                                                       tr("MAVLink dialects (*.xml);;All files (*)"));
     if (!path.isEmpty() && loadDialect(path, QString()))
         statusBar()->showMessage(tr("The definitions are used from here on, also for what is open."), 5000);
-}
-
-const FieldInfo* MainWindow::currentField() const
-{
-    const AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(m_tree->currentItem());
-    const QTreeWidgetItem* item = m_tree->currentItem();
-    // Rows below a message row stand for its fields, in name and order; only those directly below it are offered.
-    if (!row || !item->parent() || item->parent()->parent())
-        return nullptr;
-    const MessageTreeWidgetItem* message = dynamic_cast<const MessageTreeWidgetItem*>(item->parent());
-    return message && message->getMessageInfo() ? message->getMessageInfo()->getFieldInfo(item->text(0)) : nullptr;
-}
-
-void MainWindow::showTreeMenu(const QPoint& position)
-{
-    m_tree->setCurrentItem(m_tree->itemAt(position));
-    if (const FieldInfo* field = currentField()) {
-        QMenu menu(this);
-        menu.addAction(tr("&Watch"), this, [this, field]() { m_watches->pinField(field); });
-        menu.exec(m_tree->viewport()->mapToGlobal(position));
-    }
 }

@@ -20,6 +20,7 @@ SourceSession::SourceSession(const SourceOptions& options, SourceFactory* factor
     , m_options(options)
     , m_factory(factory)
     , m_receivers(receivers)
+    , m_tap(receivers.tap, this)
     , m_reception(new ReceptionMonitor(receivers.coordinator, receivers.log))
 {
     connect(&m_retryTimer, &QTimer::timeout, this, &SourceSession::countDown);
@@ -66,6 +67,7 @@ void SourceSession::start(SourceParts parts)
     source->addObserver(&m_latest);
     source->addObserver(&m_recorder);
     m_recorder.setDecoder(source->getDecoder());
+    source->addObserver(&m_tap);
     connect(source.get(), &StreamSource::received, m_receivers.latest, &LatestMessageSource::noteArrival);
     connect(source.get(), &StreamSource::stateChanged, this, &SourceSession::processState);
     connect(source.get(), &StreamSource::sought, this, &SourceSession::processSought);

@@ -2,6 +2,7 @@
 #define SOURCESESSION_H
 
 #include "latestmessages.h"
+#include "messagetap.h"
 #include "receptionmonitor.h"
 #include "recorder.h"
 #include "sourcefactory.h"
@@ -44,6 +45,7 @@ public:
         MessageStatisticsCoordinator* coordinator;
         EventLog* log;
         LatestMessageSource* latest;
+        MessageTap* tap = nullptr; ///< may be null
     };
 
     SourceSession(const SourceOptions& options, SourceFactory* factory, const Receivers& receivers,
@@ -132,6 +134,7 @@ private:
 
     LatestMessages m_latest;
     Recorder m_recorder;
+    SessionTap m_tap;
     std::unique_ptr<StreamSource> m_source;
     std::unique_ptr<ReceptionMonitor> m_reception; // follows m_source, and goes first
     mutable QHash<quint32, QString> m_senderNames;

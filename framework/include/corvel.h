@@ -17,6 +17,16 @@ public:
      */
     static void setConfidentialInformationDisplayEnabled(bool enabled);
 
+    /** How many digits behind the point FieldInfo::getInterpretedString() gives floating-point numbers; see below. */
+    static int floatingPointDecimals();
+
+    /**
+     * Sets how many digits behind the point numbers of floating-point fields are shown with, 0 to 17; negative (the
+     * default) shows as many as tell the value exactly. Fields with a scale have their own number of digits, and raw
+     * values are always exact. A number that would be rounded to zero is shown with an exponent instead.
+     */
+    static void setFloatingPointDecimals(int decimals);
+
 private:
     Corvel();
 };

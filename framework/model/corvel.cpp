@@ -1,6 +1,9 @@
 #include "corvel.h"
 
+#include <QtGlobal>
+
 static bool s_confidentialInformationDisplayEnabled = false;
+static int s_floatingPointDecimals = -1;
 
 bool Corvel::confidentialInformationDisplayEnabled()
 {
@@ -10,4 +13,14 @@ bool Corvel::confidentialInformationDisplayEnabled()
 void Corvel::setConfidentialInformationDisplayEnabled(bool enabled)
 {
     s_confidentialInformationDisplayEnabled = enabled;
+}
+
+int Corvel::floatingPointDecimals()
+{
+    return s_floatingPointDecimals;
+}
+
+void Corvel::setFloatingPointDecimals(int decimals)
+{
+    s_floatingPointDecimals = decimals < 0 ? -1 : qMin(decimals, 17);
 }

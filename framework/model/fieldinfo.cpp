@@ -1,5 +1,6 @@
 #include "fieldinfo.h"
 
+#include "corvel.h"
 #include "message.h"
 #include "messageinfo.h"
 #include "numbertext.h"
@@ -195,6 +196,17 @@ static QString textOfBytes(const QByteArray& bytes)
                                      : QCoreApplication::translate("FieldInfo", "(%1 bytes)").arg(bytes.size()));
 }
 
+static QString textOfNumber(const FieldValue& value)
+{
+    const bool isReal = value.getKind() == FieldValue::FloatKind || value.getKind() == FieldValue::DoubleKind;
+    const signed char decimals = isReal ? static_cast<signed char>(Corvel::floatingPointDecimals()) : -1;
+    const double number = isReal ? std::fabs(value.toDouble()) : 0;
+    // What would be rounded to zero says something else than zero.
+    const bool vanishes = decimals >= 0 && number > 0 && number < 0.5 * std::pow(10.0, -decimals);
+    return value.toString(false, decimals,
+                          vanishes ? FieldValue::ScientificRepresentation : FieldValue::PlainRepresentation, false);
+}
+
 QString FieldInfo::getInterpretedString(const FieldValue& value, bool withUnit) const
 {
     if (!value.isValid())
@@ -213,7 +225,7 @@ QString FieldInfo::getInterpretedString(const FieldValue& value, bool withUnit) 
     if (value.isNumber() && m_decimals >= 0)
         text = NumberText::fixed(value.toDouble() * m_scaleFactor, m_decimals);
     else
-        text = value.toString(false, -1, FieldValue::PlainRepresentation, false);
+        text = textOfNumber(value);
     if (withUnit && !m_unit.isEmpty()) {
         if (m_unit != QString(QChar(0xb0))) // the degree sign follows its number directly
             text += QLatin1Char(' ');

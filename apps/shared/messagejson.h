@@ -3,6 +3,8 @@
 
 #include "pathexpression.h"
 
+#include <QString>
+
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -18,6 +20,22 @@ class MessageJson
 public:
     /** @param interpreted  writes values as people read them instead of as they were transmitted */
     explicit MessageJson(bool interpreted);
+
+    /** What stands before a message's fields; what is text is JSON: "null" or a string with its quotes. */
+    struct Head
+    {
+        qint64 time; ///< microseconds since 1970, or Message::NoTime
+        const std::string* format;
+        const std::string* sender;
+        const std::string* type;
+        qint64 sequence; ///< or Message::NoSequence
+    };
+
+    /** Begins the object of a message up to its fields, whose object and a brace are to follow. */
+    static void appendHead(const Head& head, std::string* line);
+
+    /** A whole message as it was transmitted, without a line end. */
+    static QString toText(const Message* message);
 
     /** All fields that the message has, as an object. */
     void appendFields(const Message* message, std::string* line);

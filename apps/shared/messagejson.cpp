@@ -2,6 +2,7 @@
 
 #include "corvel.h"
 #include "fieldinfo.h"
+#include "formatinfo.h"
 #include "jsontext.h"
 #include "message.h"
 #include "messageinfo.h"
@@ -31,6 +32,37 @@ static int indexOf(const PathExpression::Match& match, int level)
 MessageJson::MessageJson(bool interpreted)
     : m_interpreted(interpreted)
 {
+}
+
+void MessageJson::appendHead(const Head& head, std::string* line)
+{
+    line->append("{\"time\":");
+    if (head.time == Message::NoTime)
+        line->append("null");
+    else
+        appendTime(line, head.time);
+    line->append(",\"format\":").append(*head.format);
+    line->append(",\"sender\":").append(*head.sender);
+    line->append(",\"type\":").append(*head.type);
+    line->append(",\"sequence\":");
+    if (head.sequence == Message::NoSequence)
+        line->append("null");
+    else
+        appendNumber(line, std::int64_t(head.sequence));
+    line->append(",\"fields\":");
+}
+
+QString MessageJson::toText(const Message* message)
+{
+    const FormatInfo* const formatInfo = message->getInfo()->getFormatInfo();
+    const std::string format = formatInfo ? toString(formatInfo->getName()) : "null";
+    const std::string sender = message->getSender().isEmpty() ? "null" : toString(message->getSender());
+    const std::string type = toString(message->getInfo()->getName());
+    std::string line;
+    appendHead(Head{message->getTime(), &format, &sender, &type, message->getSequence()}, &line);
+    MessageJson(false).appendFields(message, &line);
+    line.push_back('}');
+    return QString::fromUtf8(line.data(), int(line.size()));
 }
 
 const MessageJson::Fields& MessageJson::fieldsOf(const MessageInfo* info)

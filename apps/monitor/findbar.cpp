@@ -1,0 +1,157 @@
+#include "findbar.h"
+
+#include "messagetreewidget.h"
+#include "treefilter.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMenu>
+#include <QShortcut>
+#include <QStyle>
+#include <QToolButton>
+
+FindBar::FindBar(MessageTreeWidget* tree, LatestMessageSource* latest, QWidget* parent)
+    : QWidget(parent)
+    , m_tree(tree)
+    , m_filter(new TreeFilter(tree, latest, this))
+    , m_edit(new QLineEdit)
+    , m_result(new QLabel)
+{
+    m_edit->setPlaceholderText(tr("Type, field or value, or a path such as */ATTITUDE/roll"));
+    m_edit->setAccessibleName(tr("Find in the message tree"));
+    m_edit->setClearButtonEnabled(true);
+    m_result->setAccessibleName(tr("Matches"));
+    QLabel* const label = new QLabel(tr("&Find:"));
+    label->setBuddy(m_edit);
+
+    QAction* const open = new QAction(tr("&Find..."), this);
+    open->setShortcut(QKeySequence::Find);
+    connect(open, &QAction::triggered, this, &FindBar::open);
+    QAction* const next = new QAction(tr("Find &Next"), this);
+    next->setShortcut(QKeySequence(Qt::Key_F3));
+    connect(next, &QAction::triggered, this, &FindBar::findNext);
+    QAction* const previous = new QAction(tr("Find &Previous"), this);
+    previous->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3));
+    connect(previous, &QAction::triggered, this, &FindBar::findPrevious);
+    m_actions = {open, next, previous};
+
+    QHBoxLayout* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(6, 3, 6, 3);
+    layout->addWidget(label);
+    layout->addWidget(m_edit, 1);
+    layout->addWidget(m_result);
+    const auto addButton = [this, layout](Qt::ArrowType arrow, const QString& name, const QString& toolTip,
+                                          void (FindBar::*slot)()) {
+        QToolButton* const button = new QToolButton;
+        button->setAutoRaise(true);
+        button->setAccessibleName(name);
+        button->setToolTip(toolTip);
+        if (arrow == Qt::NoArrow)
+            button->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+        else
+            button->setArrowType(arrow);
+        connect(button, &QToolButton::clicked, this, slot);
+        layout->addWidget(button);
+    };
+    addButton(Qt::UpArrow, tr("Previous match"), tr("Previous match (Shift+F3)"), &FindBar::findPrevious);
+    addButton(Qt::DownArrow, tr("Next match"), tr("Next match (F3)"), &FindBar::findNext);
+    addButton(Qt::NoArrow, tr("Close the find bar"), tr("Close and show everything (Esc)"), &FindBar::close);
+
+    // The tree has no use of its own for the key; from there as from here it ends the search.
+    m_escape = new QShortcut(QKeySequence(Qt::Key_Escape), tree);
+    m_escape->setContext(Qt::WidgetShortcut);
+    m_escape->setEnabled(false);
+    connect(m_escape, &QShortcut::activated, this, &FindBar::close);
+    connect(m_edit, &QLineEdit::textChanged, this, &FindBar::apply);
+    connect(m_filter, &TreeFilter::matchCountChanged, this, &FindBar::showResult);
+    hide();
+}
+
+void FindBar::addActionsTo(QMenu* menu)
+{
+    menu->addActions(m_actions);
+}
+
+void FindBar::open()
+{
+    show();
+    m_escape->setEnabled(true);
+    m_edit->setFocus(Qt::ShortcutFocusReason);
+    m_edit->selectAll();
+    apply();
+}
+
+void FindBar::find(const QString& text)
+{
+    m_edit->setText(text);
+    open();
+}
+
+void FindBar::close()
+{
+    hide();
+    m_escape->setEnabled(false);
+    m_filter->setText(QString());
+    m_tree->setFocus();
+}
+
+void FindBar::apply()
+{
+    m_filter->setText(m_edit->text());
+    showResult();
+}
+
+void FindBar::showResult()
+{
+    const QString error = m_filter->getErrorString();
+    const int count = m_filter->getMatchCount();
+    m_result->setToolTip(error);
+    if (!m_filter->isActive())
+        m_result->clear();
+    else if (!error.isEmpty())
+        m_result->setText(tr("Not a path yet"));
+    else if (count == 0)
+        m_result->setText(tr("Nothing found"));
+    else
+        m_result->setText(count == 1 ? tr("1 match") : tr("%1 matches").arg(QLocale().toString(count)));
+}
+
+void FindBar::goToMatch(bool forward)
+{
+    if (!isVisible())
+        open();
+    else
+        m_filter->goToMatch(forward);
+}
+
+void FindBar::findNext()
+{
+    goToMatch(true);
+}
+
+void FindBar::findPrevious()
+{
+    goToMatch(false);
+}
+
+void FindBar::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        close();
+        return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        goToMatch(!(event->modifiers() & Qt::ShiftModifier));
+        return;
+    case Qt::Key_Down:
+        m_tree->setFocus();
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}

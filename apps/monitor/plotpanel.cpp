@@ -1,0 +1,400 @@
+#include "plotpanel.h"
+
+#include "csvtext.h"
+#include "latestmessagesource.h"
+#include "message.h"
+#include "plotseries.h"
+#include "plotview.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDateTime>
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMimeData>
+#include <QSaveFile>
+#include <QSplitter>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+static const int RefreshMilliseconds = 50;
+static const int MostSeries = 24; // more than that nobody tells apart
+static const int DefaultSpan = 60;
+static const char RowMimeType[] = "application/x-qabstractitemmodeldatalist";
+
+enum LegendColumn
+{
+    NameColumn,
+    ValueColumn
+};
+
+PlotPanel::PlotPanel(LatestMessageSource* latest, QWidget* parent)
+    : QWidget(parent)
+    , m_latest(latest)
+    , m_view(new PlotView)
+    , m_legend(new QTreeWidget)
+    , m_bar(new QToolBar)
+    , m_span(new QComboBox)
+{
+    createActions();
+    createLegend();
+    m_view->setAccessibleName(tr("Plot"));
+    m_view->setMinimumSize(160, 80);
+    m_hint = new QLabel(tr("Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+G)."));
+    m_hint->setAlignment(Qt::AlignCenter);
+    m_hint->setWordWrap(true);
+    m_hint->setEnabled(false);
+
+    QSplitter* const splitter = new QSplitter;
+    splitter->addWidget(m_view);
+    splitter->addWidget(m_legend);
+    splitter->setStretchFactor(0, 1);
+    splitter->setSizes({600, 230});
+    splitter->setChildrenCollapsible(false);
+    QVBoxLayout* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_bar);
+    layout->addWidget(m_hint, 1);
+    layout->addWidget(splitter, 1);
+    setAcceptDrops(true);
+
+    connect(m_view, &PlotView::moved, this, [this]() { setPaused(true); });
+    m_timer.setInterval(RefreshMilliseconds);
+    connect(&m_timer, &QTimer::timeout, this, &PlotPanel::refresh);
+    m_timer.start();
+    updateEmptiness();
+}
+
+PlotPanel::~PlotPanel() = default;
+
+void PlotPanel::createActions()
+{
+    const auto add = [this](const QString& text, const QString& toolTip, auto slot) {
+        QAction* const action = m_bar->addAction(text, this, slot);
+        action->setToolTip(toolTip);
+        m_needSeries.append(action);
+        return action;
+    };
+    m_pause = add(tr("Pause"), tr("Let the picture stay; what comes is kept (Space)"), [this]() { m_changed = true; });
+    m_pause->setCheckable(true);
+    m_pause->setShortcut(QKeySequence(Qt::Key_Space));
+    m_pause->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(m_pause);
+    const int spans[] = {5, 10, 30, DefaultSpan, 120, 300, 600, 1800};
+    for (const int span : spans)
+        m_span->addItem(span < 120 ? tr("%1 s").arg(span) : tr("%1 min").arg(span / 60), span);
+    m_span->setCurrentIndex(m_span->findData(DefaultSpan));
+    m_span->setAccessibleName(tr("Time that is shown"));
+    m_span->setToolTip(tr("How much time is shown"));
+    connect(m_span, QOverload<int>::of(&QComboBox::activated), this, &PlotPanel::showLive);
+    m_bar->addWidget(m_span);
+    add(tr("Zoom In"), tr("Show less time (turn the wheel; Shift and drag shows a rectangle)"), [this]() {
+        setPaused(true);
+        m_view->zoom(0.5);
+    })->setShortcut(QKeySequence::ZoomIn);
+    add(tr("Zoom Out"), tr("Show more time"), [this]() {
+        setPaused(true);
+        m_view->zoom(2);
+    })->setShortcut(QKeySequence::ZoomOut);
+    add(tr("Show All"), tr("Show all the time that is kept, and pause"), &PlotPanel::showEverything);
+    m_bar->addSeparator();
+    add(tr("Remove"), tr("Remove the chosen series (Del)"), &PlotPanel::removeCurrent);
+    add(tr("Remove All"), tr("Remove all series"), &PlotPanel::removeAll);
+    m_bar->addSeparator();
+    add(tr("Save Picture..."), tr("Save the plot as a PNG picture"), &PlotPanel::savePicture);
+    add(tr("Save Values..."), tr("Save the values as CSV"), &PlotPanel::saveValues);
+    const QList<QAction*> actions = m_bar->actions();
+    for (QAction* action : actions)
+        if (QWidget* const button = m_bar->widgetForAction(action))
+            if (!action->text().isEmpty())
+                button->setAccessibleName(action->text().remove(QLatin1String("...")));
+}
+
+void PlotPanel::createLegend()
+{
+    m_legend->setColumnCount(2);
+    m_legend->setHeaderLabels({tr("Field"), tr("Value")});
+    m_legend->setRootIsDecorated(false);
+    m_legend->setAccessibleName(tr("Plotted fields"));
+    m_legend->header()->setStretchLastSection(true);
+    m_legend->setMinimumWidth(120);
+    connect(m_legend, &QTreeWidget::currentItemChanged, this, [this]() {
+        m_view->emphasize(currentSeries());
+        m_changed = true;
+    });
+    QAction* const remove = new QAction(tr("Remove"), m_legend);
+    remove->setShortcut(QKeySequence::Delete);
+    remove->setShortcutContext(Qt::WidgetShortcut);
+    connect(remove, &QAction::triggered, this, &PlotPanel::removeCurrent);
+    m_legend->addAction(remove);
+    m_legend->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+bool PlotPanel::isPaused() const
+{
+    return m_pause->isChecked();
+}
+
+void PlotPanel::setPaused(bool paused)
+{
+    m_pause->setChecked(paused);
+    m_changed = true;
+}
+
+QTreeWidgetItem* PlotPanel::legendRow(const PlotSeries* series) const
+{
+    for (std::size_t i = 0; i < m_series.size(); ++i)
+        if (m_series[i].get() == series)
+            return m_legend->topLevelItem(int(i));
+    return nullptr;
+}
+
+PlotSeries* PlotPanel::currentSeries() const
+{
+    const int row = m_legend->indexOfTopLevelItem(m_legend->currentItem());
+    return row >= 0 && row < int(m_series.size()) ? m_series[std::size_t(row)].get() : nullptr;
+}
+
+void PlotPanel::addField(const FieldPath& path)
+{
+    if (!path.getField() || path.isWholeRepeatedField())
+        return;
+    for (const auto& series : m_series)
+        if (series->getPath() == path)
+            return;
+    if (!findOrAdd(path, QString()))
+        Q_EMIT failed(tr("No more than %1 series can be plotted at a time.").arg(MostSeries));
+    updateTypes();
+}
+
+PlotSeries* PlotPanel::findOrAdd(const FieldPath& path, const QString& sender)
+{
+    for (const auto& series : m_series) {
+        if (!(series->getPath() == path))
+            continue;
+        if (series->getMessageCount() == 0)
+            series->setSender(sender);
+        if (series->getSender() == sender)
+            return series.get();
+    }
+    if (m_series.size() >= MostSeries)
+        return nullptr;
+    m_series.emplace_back(new PlotSeries(path));
+    PlotSeries* const series = m_series.back().get();
+    series->setSender(sender);
+    m_view->addSeries(series);
+    QTreeWidgetItem* const row = new QTreeWidgetItem(m_legend);
+    QPixmap sample(16, 16);
+    sample.fill(Qt::transparent);
+    QPainter painter(&sample);
+    painter.setPen(QPen(m_view->getColor(series), 3, m_view->findGraph(series)->pen().style()));
+    painter.drawLine(0, 8, 16, 8);
+    row->setIcon(NameColumn, QIcon(sample));
+    updateNames();
+    updateEmptiness();
+    return series;
+}
+
+// Senders are named only where there are several of a field.
+void PlotPanel::updateNames()
+{
+    for (const auto& series : m_series) {
+        int same = 0;
+        for (const auto& other : m_series)
+            same += other->getPath() == series->getPath() ? 1 : 0;
+        QString name = series->getPath().getName();
+        if (same > 1)
+            name += QStringLiteral(" (%1)").arg(series->getSender());
+        QTreeWidgetItem* const row = legendRow(series.get());
+        row->setText(NameColumn, name);
+        row->setToolTip(NameColumn, series->getPath().getExpression());
+        m_view->findGraph(series.get())->setName(name);
+    }
+    m_legend->resizeColumnToContents(NameColumn);
+}
+
+void PlotPanel::updateEmptiness()
+{
+    const bool any = !m_series.empty();
+    m_hint->setVisible(!any);
+    m_view->parentWidget()->setVisible(any);
+    for (QAction* action : std::as_const(m_needSeries))
+        action->setEnabled(any);
+    m_changed = true;
+}
+
+void PlotPanel::updateTypes()
+{
+    m_paths.clear();
+    m_types.clear();
+    for (const auto& series : m_series) {
+        QVector<FieldPath>& paths = m_paths[series->getPath().messageInfo];
+        if (!paths.contains(series->getPath()))
+            paths.append(series->getPath());
+        m_types.insert(series->getPath().messageInfo);
+    }
+    Q_EMIT typesChanged();
+}
+
+void PlotPanel::removeCurrent()
+{
+    const PlotSeries* const series = currentSeries();
+    for (std::size_t i = 0; i < m_series.size(); ++i) {
+        if (m_series[i].get() != series)
+            continue;
+        m_view->removeSeries(series);
+        const std::unique_ptr<PlotSeries> gone = std::move(m_series[i]);
+        m_series.erase(m_series.begin() + std::ptrdiff_t(i));
+        delete m_legend->takeTopLevelItem(int(i));
+        break;
+    }
+    updateNames();
+    updateEmptiness();
+    updateTypes();
+}
+
+void PlotPanel::removeAll()
+{
+    for (const auto& series : m_series)
+        m_view->removeSeries(series.get());
+    m_series.clear();
+    m_legend->clear();
+    setPaused(false);
+    updateEmptiness();
+    updateTypes();
+}
+
+void PlotPanel::processMessage(const Message* message)
+{
+    const auto paths = m_paths.constFind(message->getInfo());
+    if (paths == m_paths.constEnd())
+        return;
+    const bool hasTime = message->getTime() != Message::NoTime;
+    const double seconds =
+        hasTime ? double(message->getTime()) / 1e6 : double(QDateTime::currentMSecsSinceEpoch()) / 1e3;
+    for (const FieldPath& path : *paths)
+        if (PlotSeries* const series = findOrAdd(path, message->getSender()))
+            series->add(message, seconds);
+    m_changed = true;
+}
+
+void PlotPanel::refresh()
+{
+    if (!m_changed || m_latest->isSuspended() || !isVisible())
+        return;
+    m_changed = false;
+    double latest = std::nan("");
+    for (std::size_t i = 0; i < m_series.size(); ++i) {
+        QTreeWidgetItem* const row = m_legend->topLevelItem(int(i));
+        if (row->text(ValueColumn) != m_series[i]->getValueText())
+            row->setText(ValueColumn, m_series[i]->getValueText());
+        if (!(m_series[i]->getLastTime() <= latest))
+            latest = std::isnan(m_series[i]->getLastTime()) ? latest : m_series[i]->getLastTime();
+    }
+    if (!isPaused() && !std::isnan(latest))
+        m_view->showTimes(latest - m_span->currentData().toInt(), latest);
+    m_view->replot(QCustomPlot::rpQueuedReplot);
+}
+
+void PlotPanel::showLive()
+{
+    setPaused(false);
+}
+
+void PlotPanel::showEverything()
+{
+    QCPRange all(0, 0);
+    bool any = false;
+    for (const auto& series : m_series) {
+        bool found = false;
+        const QCPRange range = series->getPoints()->keyRange(found);
+        if (found && any)
+            all.expand(range);
+        else if (found)
+            all = range;
+        any = any || found;
+    }
+    if (!any)
+        return;
+    setPaused(true);
+    m_view->showTimes(all.lower, all.upper);
+    m_view->replot(QCustomPlot::rpQueuedReplot);
+}
+
+QByteArray PlotPanel::toCsv() const
+{
+    QStringList fields(QLatin1String("time"));
+    std::vector<QCPGraphDataContainer::const_iterator> places;
+    for (const auto& series : m_series) {
+        const QString unit = series->getUnit();
+        const QString name = m_view->findGraph(series.get())->name();
+        fields.append(unit.isEmpty() ? name : QStringLiteral("%1 [%2]").arg(name, unit));
+        places.push_back(series->getPoints()->constBegin());
+    }
+    QByteArray csv = CsvText::line(fields);
+    while (true) {
+        double next = std::nan("");
+        for (std::size_t i = 0; i < m_series.size(); ++i)
+            if (places[i] != m_series[i]->getPoints()->constEnd() && !(places[i]->key >= next))
+                next = places[i]->key;
+        if (std::isnan(next))
+            return csv;
+        const qint64 microseconds = qint64(std::llround(next * 1e6));
+        const QDateTime time = QDateTime::fromMSecsSinceEpoch(microseconds / 1000, Qt::UTC);
+        fields = {time.toString(QLatin1String("yyyy-MM-ddTHH:mm:ss.zzz")) +
+                  QStringLiteral("%1Z").arg(microseconds % 1000, 3, 10, QLatin1Char('0'))};
+        bool any = false;
+        for (std::size_t i = 0; i < m_series.size(); ++i) {
+            const bool has = places[i] != m_series[i]->getPoints()->constEnd() && places[i]->key == next;
+            const double value = has ? places[i]->value : std::nan("");
+            places[i] += has ? 1 : 0;
+            any = any || !std::isnan(value);
+            fields.append(std::isnan(value) ? QString() : QString::number(value, 'g', 17));
+        }
+        if (any) // else it is a gap
+            csv += CsvText::line(fields);
+    }
+}
+
+void PlotPanel::savePicture()
+{
+    const QString path = QFileDialog::getSaveFileName(this, tr("Save Picture"), QLatin1String("plot.png"),
+                                                      tr("PNG pictures (*.png);;All files (*)"));
+    if (!path.isEmpty() && !m_view->parentWidget()->grab().save(path, "PNG"))
+        Q_EMIT failed(tr("%1 cannot be written.").arg(path));
+}
+
+void PlotPanel::saveValues()
+{
+    const QString path = QFileDialog::getSaveFileName(this, tr("Save Values"), QLatin1String("plot.csv"),
+                                                      tr("Comma-separated values (*.csv);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(toCsv()) < 0 || !file.commit())
+        Q_EMIT failed(tr("%1 cannot be written: %2").arg(path, file.errorString()));
+}
+
+void PlotPanel::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasFormat(QLatin1String(RowMimeType)))
+        event->acceptProposedAction();
+}
+
+void PlotPanel::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    Q_EMIT rowDropped();
+}
+
+void PlotPanel::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_changed = true;
+}

@@ -1,0 +1,132 @@
+#include "preferencesdialog.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+PreferencesDialog::PreferencesDialog(const Preferences& preferences, bool confidential, QWidget* parent)
+    : QDialog(parent)
+{
+    setWindowTitle(tr("Settings"));
+    QVBoxLayout* const layout = new QVBoxLayout(this);
+    layout->addWidget(createDisplay(preferences));
+    layout->addWidget(createData(preferences, confidential));
+    layout->addStretch(1);
+    QDialogButtonBox* const buttons =
+        new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Apply | QDialogButtonBox::Cancel);
+    layout->addWidget(buttons);
+    connect(buttons, &QDialogButtonBox::accepted, this, [this]() {
+        Q_EMIT applied();
+        accept();
+    });
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(buttons->button(QDialogButtonBox::Apply), &QPushButton::clicked, this, &PreferencesDialog::applied);
+}
+
+static void addRow(QFormLayout* form, const QString& label, QWidget* field, const QString& toolTip)
+{
+    form->addRow(label, field); // makes the field the label's buddy
+    field->setToolTip(toolTip);
+}
+
+QWidget* PreferencesDialog::createDisplay(const Preferences& preferences)
+{
+    QGroupBox* const box = new QGroupBox(tr("Display"));
+    QFormLayout* const form = new QFormLayout(box);
+    m_tick = new QSpinBox;
+    m_tick->setRange(1, 60);
+    m_tick->setSuffix(tr(" Hz"));
+    m_tick->setValue(preferences.tickRate);
+    addRow(form, tr("&Updates:"), m_tick,
+           tr("How often the views show what is new. Every message is counted and recorded at any rate."));
+    m_decimals = new QSpinBox;
+    m_decimals->setRange(Preferences::ExactDecimals, 17);
+    m_decimals->setSpecialValueText(tr("exact"));
+    m_decimals->setValue(preferences.decimals);
+    addRow(form, tr("&Decimals:"), m_decimals,
+           tr("Digits behind the point of floating-point numbers. Raw values are always exact."));
+    m_theme = new QComboBox;
+    m_theme->addItem(tr("As the system"), Theme::System);
+    m_theme->addItem(tr("Light"), Theme::Light);
+    m_theme->addItem(tr("Dark"), Theme::Dark);
+    m_theme->setCurrentIndex(m_theme->findData(preferences.theme));
+    addRow(form, tr("&Colours:"), m_theme, tr("The colours of all windows"));
+    m_highlight = new QCheckBox(tr("&Highlight values that change"));
+    m_highlight->setChecked(preferences.highlight);
+    form->addRow(m_highlight);
+    return box;
+}
+
+QWidget* PreferencesDialog::createData(const Preferences& preferences, bool confidential)
+{
+    QGroupBox* const box = new QGroupBox(tr("Messages"));
+    QFormLayout* const form = new QFormLayout(box);
+    m_silence = new QSpinBox;
+    m_silence->setRange(0, 1000);
+    m_silence->setSpecialValueText(tr("never"));
+    m_silence->setSuffix(tr(" intervals"));
+    m_silence->setValue(preferences.silentIntervals);
+    addRow(form, tr("&Grey types after:"), m_silence,
+           tr("How many of its intervals without a message make a type count as silent"));
+
+    m_annotations = new QLineEdit(preferences.annotations);
+    m_annotations->setClearButtonEnabled(true);
+    m_annotations->setMinimumWidth(fontMetrics().averageCharWidth() * 32);
+    m_annotations->setPlaceholderText(tr("None"));
+    m_annotations->setAccessibleName(tr("Annotation file"));
+    QPushButton* const button = new QPushButton(tr("&Browse..."));
+    connect(button, &QPushButton::clicked, this, &PreferencesDialog::browse);
+    QHBoxLayout* const line = new QHBoxLayout;
+    line->addWidget(m_annotations, 1);
+    line->addWidget(button);
+    QLabel* const label = new QLabel(tr("&Annotations:"));
+    label->setBuddy(m_annotations);
+    m_annotations->setToolTip(tr("A file that adds roles, confidentiality and computed fields to the definitions"));
+    form->addRow(label, line);
+
+    m_confidential = new QCheckBox(tr("Show con&fidential data"));
+    m_confidential->setChecked(confidential);
+    m_warning = new QLabel(
+        tr("Fields that their owner marked as confidential can then be read by anybody who sees this screen, also in "
+           "pictures, copies and plots. The program forgets this choice when it ends."));
+    m_warning->setWordWrap(true);
+    m_warning->setVisible(confidential);
+    m_warning->setAccessibleName(tr("Warning"));
+    connect(m_confidential, &QCheckBox::toggled, m_warning, &QWidget::setVisible);
+    form->addRow(m_confidential);
+    form->addRow(m_warning);
+    return box;
+}
+
+void PreferencesDialog::browse()
+{
+    const QString path = QFileDialog::getOpenFileName(this, tr("Annotations"), m_annotations->text(),
+                                                      tr("Annotations (*.json);;All files (*)"));
+    if (!path.isEmpty())
+        m_annotations->setText(path);
+}
+
+Preferences PreferencesDialog::getPreferences() const
+{
+    Preferences preferences;
+    preferences.tickRate = m_tick->value();
+    preferences.decimals = m_decimals->value();
+    preferences.highlight = m_highlight->isChecked();
+    preferences.theme = static_cast<Theme::Kind>(m_theme->currentData().toInt());
+    preferences.silentIntervals = m_silence->value();
+    preferences.annotations = m_annotations->text().trimmed();
+    return preferences;
+}
+
+bool PreferencesDialog::isConfidentialShown() const
+{
+    return m_confidential->isChecked();
+}

@@ -1,0 +1,45 @@
+#ifndef PREFERENCESDIALOG_H
+#define PREFERENCESDIALOG_H
+
+#include "preferences.h"
+
+#include <QDialog>
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QSpinBox;
+
+/** Lets the user set the preferences. */
+class PreferencesDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /** @param confidential  whether confidential fields are shown now; this is never kept over a restart */
+    PreferencesDialog(const Preferences& preferences, bool confidential, QWidget* parent = nullptr);
+
+    Preferences getPreferences() const;
+    bool isConfidentialShown() const;
+
+Q_SIGNALS:
+    /** What is set is to be used: at OK and Apply. */
+    void applied();
+
+private:
+    QWidget* createDisplay(const Preferences& preferences);
+    QWidget* createData(const Preferences& preferences, bool confidential);
+    void browse();
+
+    QSpinBox* m_tick;
+    QSpinBox* m_decimals;
+    QCheckBox* m_highlight;
+    QComboBox* m_theme;
+    QSpinBox* m_silence;
+    QLineEdit* m_annotations;
+    QCheckBox* m_confidential;
+    QLabel* m_warning;
+};
+
+#endif

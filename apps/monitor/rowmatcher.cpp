@@ -1,0 +1,132 @@
+#include "rowmatcher.h"
+
+#include "fieldinfo.h"
+#include "treerow.h"
+
+static const int MostWords = 32; // a bit each
+
+RowMatcher::RowMatcher()
+{
+    m_expression.setConsiderSubMessages(true);
+}
+
+void RowMatcher::setText(const QString& text)
+{
+    m_words.clear();
+    m_allWords = 0;
+    m_matches.clear();
+    m_isPath = text.contains(QLatin1Char('/'));
+    if (m_isPath) {
+        // Whoever types "ATTITUDE/roll" means a type, whatever its format.
+        if (!takeMatches(text.trimmed()) && !takeMatches(QLatin1String("*/") + text.trimmed()))
+            takeMatches(text.trimmed());
+        return;
+    }
+    m_words = text.toLower().simplified().split(QLatin1Char(' '));
+    m_words.removeAll(QString());
+    m_words = m_words.mid(0, MostWords);
+    for (int i = 0; i < m_words.size(); ++i)
+        m_allWords |= Words(1) << i;
+}
+
+bool RowMatcher::takeMatches(const QString& text)
+{
+    m_expression.setStringPrefix(text, PathExpression::AllParts);
+    const bool hasFields = !m_expression.getString(PathExpression::FieldPart | PathExpression::IndexPart).isEmpty() ||
+                           text.count(QLatin1Char('/')) > 1;
+    if (hasFields) {
+        const QVector<PathExpression::Match> matches = m_expression.getMatches();
+        for (const PathExpression::Match& match : matches)
+            m_matches[match.messageInfo].append(match);
+    } else {
+        const QVector<const MessageInfo*> infos = m_expression.getMatchingMessageInfos();
+        for (const MessageInfo* info : infos)
+            m_matches.insert(info, {});
+    }
+    return !m_matches.isEmpty();
+}
+
+QString RowMatcher::getErrorString() const
+{
+    return m_isPath && m_matches.isEmpty() ? m_expression.errorString() : QString();
+}
+
+static bool isWordStart(const QString& text, int place)
+{
+    if (place == 0)
+        return true;
+    const QChar before = text.at(place - 1);
+    const QChar here = text.at(place);
+    return !before.isLetterOrNumber() || (before.isLower() && here.isUpper()) || before.isDigit() != here.isDigit();
+}
+
+// Each letter of the word follows the one before it, or begins a word.
+static bool abbreviates(const QString& text, int place, const QString& word, int letter)
+{
+    if (letter == word.size())
+        return true;
+    for (int i = place; i < text.size(); ++i) {
+        const bool fits = text.at(i).toLower() == word.at(letter);
+        if (fits && ((letter > 0 && i == place) || isWordStart(text, i)) && abbreviates(text, i + 1, word, letter + 1))
+            return true;
+    }
+    return false;
+}
+
+bool RowMatcher::isAbbreviated(const QString& text, const QString& word)
+{
+    return text.contains(word, Qt::CaseInsensitive) || abbreviates(text, 0, word, 0);
+}
+
+RowMatcher::Words RowMatcher::findInName(const QString& name) const
+{
+    Words found = 0;
+    for (int i = 0; i < m_words.size(); ++i)
+        if (isAbbreviated(name, m_words.at(i)))
+            found |= Words(1) << i;
+    return found;
+}
+
+RowMatcher::Words RowMatcher::findInValue(const QString& text) const
+{
+    Words found = 0;
+    for (int i = 0; i < m_words.size(); ++i)
+        if (text.contains(m_words.at(i), Qt::CaseInsensitive))
+            found |= Words(1) << i;
+    return found;
+}
+
+bool RowMatcher::mayMatch(const MessageInfo* info) const
+{
+    return m_matches.contains(info);
+}
+
+static bool isSame(const FieldPath::Step& step, const FieldInfo* field, int index, bool isLast)
+{
+    if (step.field != field)
+        return false;
+    if (index >= 0)
+        return step.index == index;
+    if (index == PathExpression::AllIndexes)
+        return step.index >= 0;
+    return !isLast || step.index < 0 || !field->isRepeated();
+}
+
+bool RowMatcher::matches(const TreeRow& row) const
+{
+    const FieldPath& path = row.getPath();
+    const auto found = m_matches.constFind(path.messageInfo);
+    if (found == m_matches.constEnd())
+        return false;
+    if (found->isEmpty())
+        return path.steps.isEmpty();
+    for (const PathExpression::Match& match : *found) {
+        const int count = int(match.fieldInfos.size());
+        bool same = path.steps.size() == count;
+        for (int i = 0; same && i < count; ++i)
+            same = isSame(path.steps.at(i), match.fieldInfos.at(i), match.indexes.at(i), i == count - 1);
+        if (same)
+            return true;
+    }
+    return false;
+}

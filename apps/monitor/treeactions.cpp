@@ -1,0 +1,144 @@
+#include "treeactions.h"
+
+#include "messageinfo.h"
+#include "messagetreewidget.h"
+#include "pinnedtypes.h"
+#include "treerow.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QMenu>
+
+static const int MostTold = 60; // characters of what was copied
+
+TreeActions::TreeActions(MessageTreeWidget* tree, PinnedTypes* pins, QObject* parent)
+    : QObject(parent)
+    , m_tree(tree)
+    , m_pins(pins)
+{
+    m_copyValue = addAction(tr("&Copy Value"), QKeySequence::Copy, &TreeActions::copyValue);
+    m_copyRaw = addAction(tr("Copy &Raw Value"), QKeySequence(tr("Ctrl+Shift+C")), &TreeActions::copyRaw);
+    m_copyPath = addAction(tr("Copy &Path"), QKeySequence(tr("Ctrl+Alt+C")), &TreeActions::copyPath);
+    m_copyJson = addAction(tr("Copy as &JSON"), QKeySequence(tr("Ctrl+J")), &TreeActions::copyJson);
+    m_watch = addAction(tr("&Watch"), QKeySequence(tr("Ctrl+Shift+W")), &TreeActions::watch);
+    m_plot = addAction(tr("P&lot"), QKeySequence(tr("Ctrl+G")), &TreeActions::plot);
+    m_pin = addAction(tr("Pi&n"), QKeySequence(tr("Ctrl+D")), &TreeActions::togglePinned);
+    tree->setContextMenuPolicy(Qt::DefaultContextMenu);
+    tree->installEventFilter(this);
+    tree->viewport()->installEventFilter(this);
+    connect(tree, &QTreeWidget::currentItemChanged, this, &TreeActions::update);
+    update();
+}
+
+QAction* TreeActions::addAction(const QString& text, const QKeySequence& key, void (TreeActions::*slot)())
+{
+    QAction* const action = new QAction(text, this);
+    action->setShortcut(key);
+    action->setShortcutContext(Qt::WidgetShortcut);
+    connect(action, &QAction::triggered, this, slot);
+    m_tree->addAction(action);
+    return action;
+}
+
+void TreeActions::update()
+{
+    const TreeRow row(m_tree->currentItem());
+    const FieldInfo* const field = row.getPath().getField();
+    // Whether there is a value now is seen when it is copied: a value may come while the menu is open.
+    m_copyValue->setEnabled(field);
+    m_copyRaw->setEnabled(field);
+    m_copyPath->setEnabled(!row.isNull());
+    m_copyJson->setEnabled(!row.isNull());
+    m_watch->setEnabled(field);
+    m_plot->setEnabled(row.isNumeric());
+    m_pin->setEnabled(!row.isNull());
+    m_pin->setText(m_pins->isPinned(row.getPath().messageInfo)
+                       ? tr("Unpi&n %1").arg(row.getPath().messageInfo->getName())
+                   : row.isNull() ? tr("Pi&n")
+                                  : tr("Pi&n %1 to the Top").arg(row.getPath().messageInfo->getName()));
+}
+
+bool TreeActions::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ContextMenu) {
+        const auto* const request = static_cast<QContextMenuEvent*>(event);
+        if (request->reason() == QContextMenuEvent::Mouse) {
+            m_tree->setCurrentItem(m_tree->itemAt(m_tree->viewport()->mapFromGlobal(request->globalPos())));
+            showMenu(request->globalPos());
+        } else if (m_tree->currentItem()) {
+            const QRect rect = m_tree->visualItemRect(m_tree->currentItem());
+            showMenu(m_tree->viewport()->mapToGlobal(rect.bottomLeft()));
+        }
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void TreeActions::showMenu(const QPoint& globalPosition)
+{
+    update();
+    if (!m_copyPath->isEnabled())
+        return;
+    QMenu* const menu = new QMenu(m_tree);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions(getShowActions());
+    menu->addSeparator();
+    menu->addActions(getCopyActions());
+    menu->popup(globalPosition);
+}
+
+void TreeActions::copy(const QString& text)
+{
+    if (text.isEmpty()) {
+        Q_EMIT said(tr("There is nothing to copy yet."));
+        return;
+    }
+    QGuiApplication::clipboard()->setText(text);
+    const QString line = text.section(QLatin1Char('\n'), 0, 0);
+    Q_EMIT said(tr("Copied: %1").arg(line.size() > MostTold ? line.left(MostTold) + QChar(0x2026) : line));
+}
+
+void TreeActions::copyValue()
+{
+    copy(TreeRow(m_tree->currentItem()).getValueText());
+}
+
+void TreeActions::copyRaw()
+{
+    copy(TreeRow(m_tree->currentItem()).getRawValueText());
+}
+
+void TreeActions::copyPath()
+{
+    copy(TreeRow(m_tree->currentItem()).getPath().getExpression());
+}
+
+void TreeActions::copyJson()
+{
+    copy(TreeRow(m_tree->currentItem()).getJson());
+}
+
+void TreeActions::watch()
+{
+    const TreeRow row(m_tree->currentItem());
+    if (row.getPath().getField())
+        Q_EMIT watchRequested(row.getPath().getExpression());
+}
+
+void TreeActions::plot()
+{
+    const TreeRow row(m_tree->currentItem());
+    if (row.isNumeric())
+        Q_EMIT plotRequested(row.getPath());
+    else
+        Q_EMIT said(tr("Only numbers can be plotted."));
+}
+
+void TreeActions::togglePinned()
+{
+    const MessageInfo* const info = TreeRow(m_tree->currentItem()).getPath().messageInfo;
+    m_pins->setPinned(info, !m_pins->isPinned(info));
+    update();
+}

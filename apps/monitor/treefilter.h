@@ -1,0 +1,68 @@
+#ifndef TREEFILTER_H
+#define TREEFILTER_H
+
+#include "rowmatcher.h"
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+
+class LatestMessageSource;
+class Message;
+class MessageTreeWidget;
+class QTreeWidgetItem;
+
+/**
+ * Shows only those rows of the message tree that somebody looks for, with the rows that they lie in.
+ *
+ * Rows are hidden, not removed: they follow their messages all the same. When values change, the rows of their type are
+ * looked at again soon, a few milliseconds at a time. What is expanded to show a match is not remembered as the user's
+ * wish, and collapsed again at the end.
+ */
+class TreeFilter : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** Both borrowed. The tree has to be connected to @p latest before, so that its rows are up to date. */
+    TreeFilter(MessageTreeWidget* tree, LatestMessageSource* latest, QObject* parent = nullptr);
+
+    /** Looks for @p text from now on; an empty text shows everything as it was before. */
+    void setText(const QString& text);
+    bool isActive() const { return !m_matcher.isEmpty(); }
+    QString getErrorString() const { return m_matcher.getErrorString(); }
+
+    /** The number of rows that match. */
+    int getMatchCount() const { return m_matchCount; }
+    /** Makes the next or the previous match the current row, round the end. False when there is none. */
+    bool goToMatch(bool forward);
+
+Q_SIGNALS:
+    void matchCountChanged(int count);
+
+private Q_SLOTS:
+    void processMessage(const Message* message);
+
+private:
+    void processRows(const QModelIndex& parent, int first, int last);
+    void followChanges();
+    void updateAll();
+    bool updateType(QTreeWidgetItem* row);
+    bool updateRow(QTreeWidgetItem* item, RowMatcher::Words above, bool insideMatch, int* matches);
+    bool isMatch(QTreeWidgetItem* item, RowMatcher::Words* names) const;
+    void collectMatches(QTreeWidgetItem* item, RowMatcher::Words above, QList<QTreeWidgetItem*>* matches) const;
+    void showAll(QTreeWidgetItem* item);
+    void expand(QTreeWidgetItem* item);
+    void countMatches();
+
+    MessageTreeWidget* m_tree;
+    RowMatcher m_matcher;
+    QTimer m_timer;
+    QSet<const MessageInfo*> m_changed;
+    QHash<const MessageInfo*, int> m_matches;
+    QSet<const QTreeWidgetItem*> m_expanded; // by us; compared only, as a row may be gone
+    int m_matchCount = 0;
+};
+
+#endif

@@ -1,0 +1,144 @@
+#ifndef TREEDESK_H
+#define TREEDESK_H
+
+#include "flagfieldinfo.h"
+#include "formatinfo.h"
+#include "formatregistry.h"
+#include "latestmessagesource.h"
+#include "messagetap.h"
+#include "messagetreewidget.h"
+#include "messagetreewidgetitem.h"
+#include "pinnedtypes.h"
+#include "plotpanel.h"
+#include "testformat.h"
+#include "treetools.h"
+
+#include <memory>
+
+/** A message tree with all its tools, and messages that are simply set. */
+struct TreeDesk
+{
+    TreeDesk()
+        : format("desk")
+        , nav(new MessageInfo("NAV_STATE"))
+        , battery(new MessageInfo("BATTERY"))
+        , speed(new TestFieldInfo("ground_speed"))
+        , mode(new TestFieldInfo("mode", TestFieldInfo::Plain, FieldType(FieldType::UnsignedType, 1, "uint8")))
+        , text(new TestFieldInfo("text", TestFieldInfo::String))
+        , cells(new TestFieldInfo("cells", TestFieldInfo::Repeated, FieldType(FieldType::SignedType, 4, "int32")))
+        , point("Point", false)
+        , x(new TestFieldInfo("x"))
+        , place(nullptr)
+    {
+        speed->setUnit("m/s");
+        speed->setDescription("Speed over <ground>");
+        speed->setRangeText("0 to 80");
+        mode->setEnumerators({FieldInfo::Enumerator(1, "IDLE", "waits"), FieldInfo::Enumerator(2, "FLYING")}, false);
+        point.addField(x);
+        place = new TestFieldInfo("place", TestFieldInfo::Repeated, FieldType(&point));
+        nav->setShortDescriptiveText("Where it is");
+        for (TestFieldInfo* field : {speed, mode, text, place})
+            nav->addField(field);
+        battery->addField(cells);
+        format.addMessageInfo(nav);
+        format.addMessageInfo(battery);
+        FormatRegistry::getInstance()->addFormat(&format);
+        tree.setColumns({MessageTreeWidget::NameColumn, MessageTreeWidget::ValueColumn});
+        QObject::connect(&latest, SIGNAL(newMessage(const Message*)), &tree, SLOT(processMessage(const Message*)));
+        tools.reset(new TreeTools(&tree, &latest, &tap));
+        pane.reset(tools->createTreePane());
+        add(battery);
+        add(nav);
+        pane->resize(600, 500);
+        pane->show();
+    }
+
+    ~TreeDesk()
+    {
+        FormatRegistry::getInstance()->removeFormat(&format);
+        tree.setParent(nullptr); // no child of the pane any more, but of this desk
+        delete tools->getPlot();
+    }
+
+    MessageTreeWidgetItem* add(const MessageInfo* info)
+    {
+        auto* const row = new MessageTreeWidgetItem(&tree, info);
+        tree.insertTopLevelItem(tools->getPins()->placeFor(info), row);
+        row->configureInTreeWidget();
+        return row;
+    }
+
+    /** A message of nav; the caller's. */
+    TestMessage* createNav(double number, unsigned int state = 2)
+    {
+        TestMessage* const message = new TestMessage(nav);
+        message->set(speed, number)->set(mode, FieldValue::fromUnsigned(state, 1))->setText(text, "hello \"you\"");
+        TestMessage* const first = new TestMessage(&point);
+        TestMessage* const second = new TestMessage(&point);
+        message->setSubMessages(place, {first->set(x, 1.5), second->set(x, 2.5)});
+        return message;
+    }
+
+    void send(TestMessage* message, qint64 milliseconds = 0)
+    {
+        const MessageReference reference = MessageReference::adopt(message);
+        message->setTime(milliseconds * 1000);
+        Q_EMIT latest.newMessage(message);
+        Q_EMIT tap.newMessage(message);
+    }
+
+    void sendCells(int count)
+    {
+        TestMessage* const message = new TestMessage(battery);
+        message->setNumbers(cells, count, 100);
+        send(message);
+    }
+
+    /** The row on this way of names, "NAV_STATE/place/place [1]/x"; null when there is none. */
+    QTreeWidgetItem* find(const QString& way) const
+    {
+        QTreeWidgetItem* item = tree.invisibleRootItem();
+        for (const QString& name : way.split('/')) {
+            QTreeWidgetItem* found = nullptr;
+            for (int i = 0; item && i < item->childCount(); ++i)
+                if (item->child(i)->text(0) == name)
+                    found = item->child(i);
+            item = found;
+        }
+        return item;
+    }
+
+    /** The rows that can be seen, deeper ones with dots in front: "NAV_STATE, .mode". */
+    QString shown(const QTreeWidgetItem* item = nullptr, const QString& dots = QString()) const
+    {
+        item = item ? item : tree.invisibleRootItem();
+        QStringList names;
+        for (int i = 0; i < item->childCount(); ++i) {
+            const QTreeWidgetItem* const child = item->child(i);
+            if (child->isHidden())
+                continue;
+            names.append(dots + child->text(0));
+            if (child->isExpanded() && child->childCount() > 0)
+                names.append(shown(child, dots + '.'));
+        }
+        return names.join(", ");
+    }
+
+    FormatInfo format;
+    MessageInfo* nav;
+    MessageInfo* battery;
+    TestFieldInfo* speed;
+    TestFieldInfo* mode;
+    TestFieldInfo* text;
+    TestFieldInfo* cells;
+    MessageInfo point;
+    TestFieldInfo* x;
+    TestFieldInfo* place;
+    MessageTap tap;
+    LatestMessageSource latest;
+    MessageTreeWidget tree;
+    std::unique_ptr<TreeTools> tools;
+    std::unique_ptr<QWidget> pane;
+};
+
+#endif

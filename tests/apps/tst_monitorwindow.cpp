@@ -1,0 +1,192 @@
+#include "corvel.h"
+#include "emptyhint.h"
+#include "findbar.h"
+#include "mainwindow.h"
+#include "messagestatisticscoordinator.h"
+#include "messagetreewidget.h"
+#include "plotpanel.h"
+#include "plotseries.h"
+#include "preferencesdialog.h"
+#include "statisticscsv.h"
+#include "testbase.h"
+#include "treetools.h"
+#include "waitfor.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSettings>
+#include <QSpinBox>
+#include <QTemporaryDir>
+
+/** The window as a whole: everything can be reached and named, set and kept. */
+class tst_monitorwindow : public TestBase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyControlHasAName();
+    void emptyViewsSayWhatToDoNext();
+    void aPlotGetsEveryMessage();
+    void preferencesAreUsedAndKept();
+    void statisticsAreSavedAsValues();
+    void everythingFitsASmallScreen();
+};
+
+static bool isInteractive(const QWidget* widget)
+{
+    return qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QAbstractItemView*>(widget) ||
+           qobject_cast<const QAbstractSpinBox*>(widget) || qobject_cast<const QComboBox*>(widget) ||
+           qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QAbstractSlider*>(widget);
+}
+
+// What a screen reader has to say of a widget.
+static QString nameOf(const QWidget* window, const QWidget* widget)
+{
+    if (!widget->accessibleName().isEmpty())
+        return widget->accessibleName();
+    if (const auto* const button = qobject_cast<const QAbstractButton*>(widget))
+        return button->text();
+    for (const QLabel* label : window->findChildren<QLabel*>())
+        if (label->buddy() == widget)
+            return label->text();
+    return QString();
+}
+
+static QStringList namelessIn(const QWidget* window)
+{
+    QStringList nameless;
+    for (const QWidget* widget : window->findChildren<QWidget*>()) {
+        const QString kind = widget->metaObject()->className();
+        // Parts of widgets that Qt makes and names itself, and what only shows.
+        const QWidget* const parent = widget->parentWidget();
+        const bool isPart = kind == "QScrollBar" || kind == "QHeaderView" || kind == "QTabBar" ||
+                            kind.startsWith("QDockWidget") || kind == "QToolBarExtension" ||
+                            kind == "QTableCornerButton" || kind == "QComboBoxListView" || kind == "QMenu" ||
+                            qobject_cast<const QComboBox*>(parent) || qobject_cast<const QAbstractSpinBox*>(parent) ||
+                            qobject_cast<const QLineEdit*>(parent) || qobject_cast<const QAbstractItemView*>(parent);
+        if (isInteractive(widget) && !isPart && nameOf(window, widget).isEmpty())
+            nameless.append(kind + " in " + (parent ? parent->metaObject()->className() : "nothing"));
+    }
+    return nameless;
+}
+
+void tst_monitorwindow::everyControlHasAName()
+{
+    MainWindow window;
+    window.show();
+    window.openSimulation();
+    QVERIFY(waitFor([&]() { return window.getTree()->topLevelItemCount() >= 5; }, 30000));
+    window.getTreeTools()->getFindBar()->find("roll");
+    window.getTreeTools()->plot("corvel/ATTITUDE/roll");
+    QCOMPARE(namelessIn(&window), QStringList());
+    const PreferencesDialog dialog(Preferences(), true);
+    QCOMPARE(namelessIn(&dialog), QStringList());
+}
+
+void tst_monitorwindow::emptyViewsSayWhatToDoNext()
+{
+    MainWindow window;
+    window.show();
+    int views = 0;
+    for (const QAbstractItemView* view : window.findChildren<QAbstractItemView*>()) {
+        if (!view->isVisible() || view->inherits("QComboBoxListView"))
+            continue;
+        ++views;
+        bool says = view->model()->rowCount() > 0;
+        for (const QLabel* label : view->viewport()->findChildren<QLabel*>())
+            says = says || (label->isVisible() && label->text().size() > 20);
+        QVERIFY2(says, qPrintable(view->accessibleName()));
+    }
+    QVERIFY(views >= 4);
+}
+
+void tst_monitorwindow::aPlotGetsEveryMessage()
+{
+    MainWindow window;
+    window.show();
+    window.getTreeTools()->plot("corvel/ATTITUDE/roll");
+    window.openSimulation();
+    const auto& series = window.getTreeTools()->getPlot()->getSeries();
+    QCOMPARE(int(series.size()), 1);
+    QVERIFY(waitFor([&]() { return series.front()->getMessageCount() >= 30; }, 30000));
+    // Fifty a second, of which the views show twenty.
+    quint64 received = 0;
+    for (const ReceptionCounters::Row& row : window.getSource()->getCounters().getRows())
+        received += row.info && row.info->getName() == "ATTITUDE" ? row.count : 0;
+    QCOMPARE(series.front()->getMessageCount(), received);
+}
+
+void tst_monitorwindow::preferencesAreUsedAndKept()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath("preferences.ini");
+    const QPalette before = QApplication::palette();
+    {
+        MainWindow window;
+        window.show();
+        window.getTreeTools()->showPreferences();
+        PreferencesDialog* const dialog = window.findChild<PreferencesDialog*>();
+        QVERIFY(dialog);
+        for (QSpinBox* box : dialog->findChildren<QSpinBox*>())
+            box->setValue(box->maximum() == 60 ? 7 : box->maximum() == 17 ? 3 : box->value());
+        QComboBox* const theme = dialog->findChild<QComboBox*>();
+        theme->setCurrentIndex(theme->findData(Theme::Dark));
+        for (QCheckBox* box : dialog->findChildren<QCheckBox*>())
+            box->toggle(); // no shades, and confidential data
+        dialog->accept();
+        Q_EMIT dialog->applied();
+        QCOMPARE(window.getLatestMessages()->getRate(), 7);
+        QCOMPARE(Corvel::floatingPointDecimals(), 3);
+        QVERIFY(Corvel::confidentialInformationDisplayEnabled());
+        QVERIFY(QApplication::palette().color(QPalette::Base).lightness() < 60);
+        QSettings settings(path, QSettings::IniFormat);
+        window.saveSettings(settings);
+    }
+    Corvel::setConfidentialInformationDisplayEnabled(false);
+    Corvel::setFloatingPointDecimals(-1);
+    MainWindow window;
+    QSettings settings(path, QSettings::IniFormat);
+    settings.setValue("preferences/silentIntervals", "many");
+    window.restoreSettings(settings);
+    QCOMPARE(window.getLatestMessages()->getRate(), 7);
+    QCOMPARE(Corvel::floatingPointDecimals(), 3);
+    QVERIFY(!window.getTreeTools()->getPreferences().highlight);
+    QCOMPARE(window.getTreeTools()->getPreferences().silentIntervals, 5);
+    QVERIFY(!Corvel::confidentialInformationDisplayEnabled()); // never without being asked
+    Preferences usual;
+    window.getTreeTools()->setPreferences(usual);
+    QCOMPARE(Corvel::floatingPointDecimals(), -1);
+    QCOMPARE(QApplication::palette().color(QPalette::Base), before.color(QPalette::Base));
+}
+
+void tst_monitorwindow::statisticsAreSavedAsValues()
+{
+    FormatInfo format("a,b");
+    MessageInfo* const info = new MessageInfo("KIND");
+    format.addMessageInfo(info);
+    MessageStatisticsCoordinator coordinator;
+    const int stream = coordinator.addStream(&format);
+    MessageStatistics* const statistics = coordinator.findOrCreate(stream, info, 1, 1, "1");
+    for (int i = 0; i < 20; ++i)
+        statistics->addReception(1400000000000000 + i * 100000 + (i > 10 ? 300000 : 0));
+    QCOMPARE(StatisticsCsv::toCsv(coordinator),
+             QByteArray("Format,Type,Count,Interval (ms),Gaps,Missing,Without time,Intervals (ms: count)\r\n"
+                        "\"a,b\",KIND,20,100,1,3,0,100: 18; 400: 1\r\n"));
+}
+
+void tst_monitorwindow::everythingFitsASmallScreen()
+{
+    MainWindow window;
+    // What is left of 1280x800 at 150 %, without the desktop's own bars.
+    QVERIFY2(window.minimumSizeHint().width() <= 850 && window.minimumSizeHint().height() <= 500,
+             qPrintable(QString("%1x%2").arg(window.minimumSizeHint().width()).arg(window.minimumSizeHint().height())));
+}
+
+QTEST_MAIN(tst_monitorwindow)
+#include "tst_monitorwindow.moc"
