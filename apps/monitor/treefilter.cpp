@@ -52,7 +52,11 @@ void TreeFilter::setText(const QString& text)
             showAll(m_tree->topLevelItem(i));
         m_tree->setUpdatesEnabled(true);
         m_expanded.clear();
-        if (m_tree->currentItem())
+        // Scrolling to a row would expand everything that it lies in.
+        const QTreeWidgetItem* above = m_tree->currentItem();
+        while (above && (!above->parent() || above->parent()->isExpanded()))
+            above = above->parent();
+        if (!above && m_tree->currentItem())
             m_tree->scrollToItem(m_tree->currentItem());
     }
     Q_EMIT matchCountChanged(0);
