@@ -167,6 +167,8 @@ void MainWindow::createDocks()
             [this](const QString& expression) { m_watches->pin(expression); });
 
     new EmptyHint(m_typeView, tr("Message types appear here as they are received."));
+    new EmptyHint(m_sourcePanel->findChild<QAbstractItemView*>(),
+                  tr("Connect to a device, or drop a recording on the window."));
     new EmptyHint(m_statistics, tr("How often and how regularly messages come is told here once some were received."));
     new EmptyHint(m_events, tr("Nothing happened yet: losses, checksum failures and changes of sources appear here."));
 

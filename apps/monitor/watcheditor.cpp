@@ -53,7 +53,7 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
         box.first->setAccessibleName(box.second);
         box.first->setToolTip(box.second);
         box.first->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        box.first->setMinimumContentsLength(box.first == messages ? 14 : 9);
+        box.first->setMinimumContentsLength(box.first == messages ? 10 : 7);
         box.first->setStyleSheet(QLatin1String("combobox-popup: 0")); // a list that scrolls, not a menu of hundreds
         box.first->setMaxVisibleItems(MostVisible);
         box.first->view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -75,7 +75,7 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
             [this]() { QTimer::singleShot(0, m_line, &PathExpressionLineEdit::processReturnPressed); });
     layout->addWidget(m_line, 1);
 
-    m_value->setMinimumWidth(m_value->fontMetrics().horizontalAdvance(QLatin1String("-000.0000000 m/s")));
+    m_value->setMinimumWidth(m_value->fontMetrics().horizontalAdvance(QLatin1String("-000.0000 m/s")));
     m_value->setAccessibleName(tr("Value"));
     m_status->setEnabled(false);
     m_pin->setToolTip(tr("Keep this value in sight below"));
