@@ -136,11 +136,9 @@ public Q_SLOTS:
     /** Sets the opposite of setShowPrimaryFieldsOnly(): true shows secondary fields. Deliberate and kept. */
     void setHideSecondaryFields(bool hideSecondary);
 
-    void doItemsLayout() override;
-
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void customEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
 
 private Q_SLOTS:
     void toggleColumnActionTriggered(bool checked);
@@ -181,8 +179,6 @@ private:
     QList<QTreeWidgetItem*> m_rowsToDelete;
     // The row whose text changes now from one ordinary line to another; null otherwise.
     AbstractMessageTreeWidgetItem* m_rowBeingWritten;
-    // Whether ordinary lines are all of one height, as the delegates and settings of the last layout have it.
-    bool m_ordinaryLinesKeepHeight;
     // The rows that were on the screen last bear this number.
     unsigned int m_screenNumber;
     bool m_repaintPosted;

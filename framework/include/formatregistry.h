@@ -45,6 +45,9 @@ public:
      */
     quint64 getRevision(const FormatInfo* format) const;
 
+    /** A number that changes with every formatsChanged(), before it is emitted. */
+    quint64 getRevision() const { return m_lastRevision; }
+
 Q_SIGNALS:
     /** A format came or went, or the types or fields of one changed. */
     void formatsChanged();

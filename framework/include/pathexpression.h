@@ -88,8 +88,8 @@ public:
      * formats were added and their types and fields are described.
      *
      * What matches is looked for as deep as the expression or @p parts go; when one of @p parts is being typed, those
-     * behind it are left out, as the user is not there yet. A sub-message's or a structured field's own fields are
-     * listed where the field part goes into it.
+     * behind it that are open are left out, as the user is not there yet. A sub-message's or a structured field's own
+     * fields are listed where the field part goes into it.
      */
     QStringList getMatchingExpressionsStringList(PathExpression::Parts parts) const;
     /** The first @p maximum of them, which is soon done however many there are; negative for all. */
@@ -145,10 +145,10 @@ private:
         PartCount = 4
     };
 
-    void replace(const QString* texts, int typedPart);
+    void replace(const QString* texts, int typedParts);
 
     QString m_texts[PartCount]; // by part
-    int m_typedPart;            // the number of the part whose end is a prefix, or -1
+    int m_typedParts;           // the flags of the parts whose end is a prefix
     bool m_considerSubMessages;
 };
 

@@ -41,6 +41,7 @@ void FormatRegistry::removeFormat(const FormatInfo* format)
     format->m_registered = false;
     m_formats.remove(index);
     m_revisions.remove(index);
+    ++m_lastRevision;
     Q_EMIT formatsChanged();
 }
 

@@ -14,7 +14,7 @@ const PathExpression::Parts PathExpression::AllParts(QFlag(15));
 
 PathExpression::PathExpression(QObject* parent)
     : QObject(parent)
-    , m_typedPart(-1)
+    , m_typedParts(0)
     , m_considerSubMessages(false)
 {
     PathIndex::getInstance(); // which hears of a format before anybody asks for it
@@ -23,7 +23,7 @@ PathExpression::PathExpression(QObject* parent)
 
 PathExpression::~PathExpression() {}
 
-void PathExpression::replace(const QString* texts, int typedPart)
+void PathExpression::replace(const QString* texts, int typedParts)
 {
     Parts changed;
     for (int part = 0; part < PartCount; ++part) {
@@ -31,8 +31,8 @@ void PathExpression::replace(const QString* texts, int typedPart)
             changed |= Part(1 << part);
         m_texts[part] = texts[part];
     }
-    const bool matchesChanged = changed || typedPart != m_typedPart;
-    m_typedPart = typedPart;
+    const bool matchesChanged = changed || typedParts != m_typedParts;
+    m_typedParts = typedParts;
     if (changed) {
         Q_EMIT partsChanged(changed);
         Q_EMIT expressionChanged(getString(AllParts));
@@ -57,7 +57,7 @@ void PathExpression::setString(QString text, PathExpression::Parts parts)
     for (int part = 0; part < PartCount; ++part)
         texts[part] = m_texts[part];
     PathText::split(text, int(parts), texts);
-    replace(texts, isPartOf(m_typedPart, parts) ? -1 : m_typedPart);
+    replace(texts, m_typedParts & ~int(parts));
 }
 
 QString PathExpression::getString(PathExpression::Parts parts) const
@@ -71,7 +71,7 @@ void PathExpression::setStringPrefix(QString text, PathExpression::Parts parts)
     for (int part = 0; part < PartCount; ++part)
         texts[part] = m_texts[part];
     const int last = PathText::split(text, int(parts), texts);
-    replace(texts, last < 0 ? m_typedPart : last);
+    replace(texts, (m_typedParts & ~int(parts)) | (last < 0 ? 0 : 1 << last));
 }
 
 void PathExpression::completeEditing()
@@ -79,7 +79,7 @@ void PathExpression::completeEditing()
     QString texts[PartCount];
     for (int part = 0; part < PartCount; ++part)
         texts[part] = m_texts[part];
-    replace(texts, -1);
+    replace(texts, 0);
 }
 
 void PathExpression::setWildCard(PathExpression::Parts parts)
@@ -87,7 +87,7 @@ void PathExpression::setWildCard(PathExpression::Parts parts)
     QString texts[PartCount];
     for (int part = 0; part < PartCount; ++part)
         texts[part] = isPartOf(part, parts) ? QString(QLatin1Char('*')) : m_texts[part];
-    replace(texts, isPartOf(m_typedPart, parts) ? -1 : m_typedPart);
+    replace(texts, m_typedParts & ~int(parts));
 }
 
 bool PathExpression::isWildCard(PathExpression::Parts parts) const
@@ -110,12 +110,14 @@ QStringList PathExpression::getMatchingExpressionsStringList(PathExpression::Par
 
 QStringList PathExpression::getMatchingExpressionsStringList(PathExpression::Parts parts, int maximum) const
 {
-    const PathPattern pattern = PathText::parse(m_texts, m_typedPart);
+    const PathPattern pattern = PathText::parse(m_texts, m_typedParts);
     int wanted = int(parts);
-    if (isPartOf(m_typedPart, parts))
-        for (int part = m_typedPart + 1; part < PartCount; ++part)
-            if (m_texts[part].isEmpty())
-                wanted &= ~(1 << part);
+    bool typed = false;
+    for (int part = 0; part < PartCount; ++part) {
+        if (typed && m_texts[part].isEmpty())
+            wanted &= ~(1 << part);
+        typed = typed || isPartOf(part, parts & Parts(QFlag(m_typedParts)));
+    }
     if (pattern.errorPosition >= 0 || !wanted || !maximum)
         return QStringList();
     int levels = pattern.levels;
@@ -157,7 +159,7 @@ void PathExpression::setupToMatchUnique(const MessageInfo* info)
         return;
     QString texts[PartCount];
     nameType(info, texts);
-    replace(texts, -1);
+    replace(texts, 0);
 }
 
 /** Of the types that @p field belongs to, the first that can be found by name. */
@@ -202,7 +204,7 @@ void PathExpression::setupToMatchUnique(const FieldInfo* info)
         QString& path = texts[PathText::Field];
         path = field == info ? name : name + QLatin1Char('/') + path;
     }
-    replace(texts, -1);
+    replace(texts, 0);
 }
 
 void PathExpression::setConsiderSubMessages(bool consider)
@@ -285,7 +287,7 @@ private:
 
 QVector<const MessageInfo*> PathExpression::getMatchingMessageInfos() const
 {
-    const PathPattern pattern = PathText::parse(m_texts, m_typedPart);
+    const PathPattern pattern = PathText::parse(m_texts, m_typedParts);
     MessageInfoSink sink;
     if (pattern.errorPosition < 0)
         PathMatcher(pattern, m_considerSubMessages).run(qMax(pattern.levels, 2), &sink);
@@ -294,7 +296,7 @@ QVector<const MessageInfo*> PathExpression::getMatchingMessageInfos() const
 
 QVector<const FieldInfo*> PathExpression::getMatchingFieldInfos() const
 {
-    const PathPattern pattern = PathText::parse(m_texts, m_typedPart);
+    const PathPattern pattern = PathText::parse(m_texts, m_typedParts);
     FieldInfoSink sink;
     if (pattern.errorPosition < 0)
         PathMatcher(pattern, m_considerSubMessages).run(3, &sink);
@@ -303,7 +305,7 @@ QVector<const FieldInfo*> PathExpression::getMatchingFieldInfos() const
 
 QVector<PathExpression::Match> PathExpression::getMatches() const
 {
-    const PathPattern pattern = PathText::parse(m_texts, m_typedPart);
+    const PathPattern pattern = PathText::parse(m_texts, m_typedParts);
     MatchSink sink(pattern);
     if (pattern.errorPosition < 0)
         PathMatcher(pattern, m_considerSubMessages).run(3, &sink);
@@ -312,7 +314,7 @@ QVector<PathExpression::Match> PathExpression::getMatches() const
 
 QString PathExpression::errorString() const
 {
-    const PathPattern pattern = PathText::parse(m_texts, m_typedPart);
+    const PathPattern pattern = PathText::parse(m_texts, m_typedParts);
     if (pattern.errorPosition < 0)
         return QString();
     return tr("character %1: %2").arg(pattern.errorPosition + 1).arg(pattern.error);
@@ -320,7 +322,7 @@ QString PathExpression::errorString() const
 
 int PathExpression::errorPosition() const
 {
-    return PathText::parse(m_texts, m_typedPart).errorPosition;
+    return PathText::parse(m_texts, m_typedParts).errorPosition;
 }
 
 QString PathExpression::escape(const QString& name)

@@ -184,6 +184,7 @@ std::vector<int> PathFormat::fieldsBeginningWith(const PathNames& names, const Q
 
 PathIndex::PathIndex()
     : m_numbering(m_names)
+    , m_revision(0)
 {
     connect(FormatRegistry::getInstance(), SIGNAL(formatsChanged()), this, SLOT(update()));
     update();
@@ -193,6 +194,14 @@ PathIndex* PathIndex::getInstance()
 {
     static PathIndex* const instance = new PathIndex; // never destroyed, as the registry
     return instance;
+}
+
+PathIndex* PathIndex::getUpToDateInstance()
+{
+    PathIndex* const index = getInstance();
+    if (index->m_revision != FormatRegistry::getInstance()->getRevision())
+        index->update();
+    return index;
 }
 
 const PathFormat* PathIndex::findType(const MessageInfo* info, int* type) const
@@ -209,6 +218,7 @@ const PathFormat* PathIndex::findType(const MessageInfo* info, int* type) const
 void PathIndex::update()
 {
     const FormatRegistry* registry = FormatRegistry::getInstance();
+    m_revision = registry->getRevision();
     const QVector<const FormatInfo*> infos = registry->getFormatInfos();
     QHash<const FormatInfo*, PathFormat*> known;
     for (size_t i = 0; i < m_formats.size(); ++i)

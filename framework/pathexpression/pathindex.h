@@ -94,6 +94,9 @@ class PathIndex : public QObject
 public:
     static PathIndex* getInstance();
 
+    /** The index as the registry is now, also for who hears of a change before it does. */
+    static PathIndex* getUpToDateInstance();
+
     const std::vector<PathFormat*>& formats() const { return m_formats; }
     /** The format with the type @p info, when it is known, and the number of the type there. */
     const PathFormat* findType(const MessageInfo* info, int* type) const;
@@ -110,6 +113,7 @@ private:
     PathNames m_names;
     PathNumbering m_numbering;
     std::vector<PathFormat*> m_formats;
+    quint64 m_revision; ///< of the registry, when it was last looked at
 };
 
 #endif

@@ -12,7 +12,7 @@ static const int maximumEffort = 2000000;
 PathMatcher::PathMatcher(const PathPattern& pattern, bool considerSubMessages)
     : m_pattern(pattern)
     , m_considerSubMessages(considerSubMessages)
-    , m_names(PathIndex::getInstance()->names())
+    , m_names(PathIndex::getUpToDateInstance()->names())
     , m_format(want(pattern.format))
     , m_message(want(pattern.message))
     , m_sink(nullptr)

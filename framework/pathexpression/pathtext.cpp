@@ -322,9 +322,9 @@ bool SegmentParser::parseIndex()
 class PatternParser
 {
 public:
-    PatternParser(const QString* texts, int typedPart)
+    PatternParser(const QString* texts, int typedParts)
         : m_texts(texts)
-        , m_typedPart(typedPart)
+        , m_typedParts(typedParts)
     {
     }
 
@@ -337,7 +337,7 @@ private:
     void fail(int part, int position, const QString& error);
 
     const QString* m_texts;
-    const int m_typedPart;
+    const int m_typedParts;
     PathPattern m_pattern;
 };
 
@@ -360,7 +360,7 @@ PathPattern PatternParser::parse()
 
 PathSegment PatternParser::parseSegment(int part, int begin, int end)
 {
-    const bool typed = part == m_typedPart && end == m_texts[part].size();
+    const bool typed = (m_typedParts & (1 << part)) && end == m_texts[part].size();
     SegmentParser parser(m_texts[part], begin, end, typed, part == PathText::Field);
     const PathSegment segment = parser.parse();
     if (!parser.error().isEmpty())
@@ -407,7 +407,7 @@ void PatternParser::fail(int part, int position, const QString& error)
 
 } // namespace
 
-PathPattern PathText::parse(const QString* texts, int typedPart)
+PathPattern PathText::parse(const QString* texts, int typedParts)
 {
-    return PatternParser(texts, typedPart).parse();
+    return PatternParser(texts, typedParts).parse();
 }

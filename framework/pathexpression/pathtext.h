@@ -77,9 +77,9 @@ QString join(const QString* texts, int parts);
  * Takes an expression apart.
  *
  * @param texts      by part
- * @param typedPart  the part whose last name may be unfinished, or -1
+ * @param typedParts  the flags of the parts whose last name may be unfinished
  */
-PathPattern parse(const QString* texts, int typedPart);
+PathPattern parse(const QString* texts, int typedParts);
 
 } // namespace PathText
 

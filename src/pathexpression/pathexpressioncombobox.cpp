@@ -105,12 +105,14 @@ void PathExpressionComboBox::updateContents()
         removeItem(0);
     QStringList options;
     int index = 0;
+    QString current;
+    if (m_pathExpression)
+        current = m_pathExpression->getString(m_parts);
     if (!m_pathExpression) {
         options.append(tr("Null path expression set!"));
     } else if (!m_optionsSourcePathExpression) {
         options.append(tr("Null options source path expression set!"));
     } else {
-        const QString current = m_pathExpression->getString(m_parts);
         options = m_optionsSourcePathExpression->getMatchingExpressionsStringList(m_parts);
         if (options.isEmpty()) {
             options.append(tr("No options"));

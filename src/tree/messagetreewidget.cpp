@@ -21,6 +21,8 @@
 CORVEL_DIAGNOSTICS("MessageTreeWidget");
 static const char* s_szFilename = "src/tree/messagetreewidget.cpp";
 
+static const int GreatestStoredType = 0xFFFF;
+
 QHash<const MessageInfo*, bool> MessageTreeWidget::sMessageInfoExpandedCollapsedMap;
 QHash<const FieldInfo*, bool> MessageTreeWidget::sFieldInfoExpandedCollapsedMap;
 
@@ -30,7 +32,6 @@ MessageTreeWidget::MessageTreeWidget(QWidget* parent)
     , m_topLevelRowsChanges(0)
     , m_reconfigurations(0)
     , m_rowBeingWritten(nullptr)
-    , m_ordinaryLinesKeepHeight(false)
     , m_screenNumber(1)
     , m_repaintPosted(false)
 {
@@ -42,6 +43,8 @@ MessageTreeWidget::MessageTreeWidget(QWidget* parent)
     m_showPrimaryFieldsOnly = false;
     m_showVirtualFields = true;
     connect(model(), SIGNAL(rowsInserted(QModelIndex, int, int)), this, SLOT(forgetTopLevelRows(QModelIndex)));
+    // Rows are gone before they are said to be removed; what they do while they go may come back to the tree.
+    connect(model(), SIGNAL(rowsAboutToBeRemoved(QModelIndex, int, int)), this, SLOT(forgetTopLevelRows(QModelIndex)));
     connect(model(), SIGNAL(rowsRemoved(QModelIndex, int, int)), this, SLOT(forgetTopLevelRows(QModelIndex)));
     connect(model(), SIGNAL(layoutChanged()), this, SLOT(forgetTopLevelRows()));
     connect(model(), SIGNAL(modelReset()), this, SLOT(forgetTopLevelRows()));
@@ -224,8 +227,13 @@ void MessageTreeWidget::reconfigureTopLevelAbstractMessageTreeWidgetItems()
 {
     CORVEL_DEBUG_HOOK();
     ++m_reconfigurations;
-    Q_FOREACH (AbstractMessageTreeWidgetItem* row, getTopLevelAbstractMessageTreeWidgetItems())
-        row->configureInTreeWidget();
+    const QList<AbstractMessageTreeWidgetItem*> current = getTopLevelAbstractMessageTreeWidgetItems();
+    const unsigned int changes = m_topLevelRowsChanges;
+    Q_FOREACH (AbstractMessageTreeWidgetItem* row, current) {
+        // Somebody who listens to changes may have removed it.
+        if (changes == m_topLevelRowsChanges || indexOfTopLevelItem(row) >= 0)
+            row->configureInTreeWidget();
+    }
     if (--m_reconfigurations > 0)
         return;
     const QList<QTreeWidgetItem*> rows = m_rowsToDelete;
@@ -280,8 +288,11 @@ void MessageTreeWidget::restoreSettings(QSettings& settings)
     CORVEL_DEBUG_HOOK();
     if (settings.contains(QLatin1String("columns"))) {
         clearColumns(true);
-        Q_FOREACH (const QVariant& type, listOf(settings.value(QLatin1String("columns"))))
-            addColumn(ColumnType(type.toInt()), true);
+        Q_FOREACH (const QVariant& type, listOf(settings.value(QLatin1String("columns")))) {
+            // Any number is a type; but the table of columns has as many entries, and a damaged file may hold any.
+            if (type.toInt() <= GreatestStoredType)
+                addColumn(ColumnType(type.toInt()), true);
+        }
     }
     const QByteArray headerState = settings.value(QLatin1String("headerstate")).toByteArray();
     if (headerState.isEmpty())
@@ -444,17 +455,15 @@ static QEvent::Type repaintEventType()
     return type;
 }
 
-void MessageTreeWidget::doItemsLayout()
+/** Whether ordinary lines are all of one height in the cell of @p index, and nothing but its painting shows it. */
+static bool isPlainCell(const QTreeWidget* tree, const QModelIndex& index)
 {
     CORVEL_DEBUG_HOOK();
-    // The view lays its rows out anew whenever any of this changes.
-    const QAbstractItemDelegate* delegate = itemDelegate();
-    m_ordinaryLinesKeepHeight = !wordWrap() && delegate && typeid(*delegate) == typeid(QStyledItemDelegate);
-    for (int column = 0; column < columnCount(); ++column) {
-        if (itemDelegateForColumn(column))
-            m_ordinaryLinesKeepHeight = false;
-    }
-    QTreeWidget::doItemsLayout();
+    const QAbstractItemDelegate* delegate = tree->itemDelegate();
+    // Editors, which are children of the viewport, and screen readers are served by the view itself.
+    return delegate && typeid(*delegate) == typeid(QStyledItemDelegate) && !tree->wordWrap() &&
+           !tree->itemDelegateForColumn(index.column()) && !tree->itemDelegateForRow(index.row()) &&
+           (tree->viewport()->children().isEmpty() || !tree->indexWidget(index)) && !QAccessible::isActive();
 }
 
 void MessageTreeWidget::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight)
@@ -480,9 +489,7 @@ bool MessageTreeWidget::serveTogether(const QModelIndex& index)
         return false;
     // What comes next for this row comes from a listener: the view was told first.
     m_rowBeingWritten = nullptr;
-    // Editors, which are children of the viewport, and screen readers are served by the view itself.
-    if (!m_ordinaryLinesKeepHeight || itemDelegateForRow(index.row()) ||
-        (!viewport()->children().isEmpty() && indexWidget(index)) || QAccessible::isActive())
+    if (!isPlainCell(this, index))
         return false;
     if (row->m_screenNumber != m_screenNumber)
         return true;
@@ -496,15 +503,14 @@ bool MessageTreeWidget::serveTogether(const QModelIndex& index)
     return true;
 }
 
-void MessageTreeWidget::customEvent(QEvent* event)
+bool MessageTreeWidget::event(QEvent* event)
 {
     CORVEL_DEBUG_HOOK();
-    if (event->type() != repaintEventType()) {
-        QTreeWidget::customEvent(event);
-        return;
-    }
+    if (event->type() != repaintEventType())
+        return QTreeWidget::event(event);
     m_repaintPosted = false;
     followRowsOnScreen(true);
+    return true;
 }
 
 void MessageTreeWidget::paintEvent(QPaintEvent* event)
@@ -526,9 +532,9 @@ void MessageTreeWidget::followRowsOnScreen(bool repaintChanged)
         ++position;
     if (position == header()->count())
         return;
-    QModelIndex index = indexAt(QPoint(columnViewportPosition(header()->logicalIndex(position)), 0));
-    index = index.sibling(index.row(), 0);
-    int top = visualRect(index).top();
+    const QModelIndex first = indexAt(QPoint(columnViewportPosition(header()->logicalIndex(position)), 0));
+    int top = visualRect(first).top();
+    QModelIndex index = first.sibling(first.row(), 0);
     while (index.isValid() && top < viewport()->height()) {
         const int height = rowHeight(index);
         if (AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(itemFromIndex(index))) {

@@ -9,6 +9,9 @@
 
 CORVEL_DIAGNOSTICS("RepeatedFieldTreeWidgetItem");
 
+// So many rows come and go one by one; more of them together.
+static const int FewRows = 16;
+
 RepeatedFieldTreeWidgetItem::RepeatedFieldTreeWidgetItem(MessageTreeWidget* treeWidget, const FieldInfo* field)
     : AbstractMessageTreeWidgetItem(treeWidget)
     , AbstractFieldTreeWidgetItem(treeWidget)
@@ -126,42 +129,61 @@ bool RepeatedFieldTreeWidgetItem::hasSubMessages() const
 void RepeatedFieldTreeWidgetItem::removeChildItemsFrom(int count)
 {
     CORVEL_DEBUG_HOOK();
-    if (count == 0 && childCount() == m_childRows.size()) {
-        deleteAllChildItems();
-        return;
-    }
-    // From the end, and taken out before it is deleted: a row that deletes itself searches its place from the front.
-    for (int i = m_childRows.size() - 1; i >= count; --i) {
-        AbstractFieldTreeWidgetItem* row = m_childRows.at(i);
-        if (child(childCount() - 1) == row)
-            takeChild(childCount() - 1);
-        delete row;
+    if (m_childRows.size() - count <= FewRows) {
+        for (int i = count; i < m_childRows.size(); ++i)
+            delete m_childRows.at(i);
+    } else if (count == 0 && childCount() == m_childRows.size()) {
+        qDeleteAll(takeChildren());
+    } else {
+        // From the end, and taken out before it is deleted: a row that deletes itself searches its place from the
+        // front.
+        for (int i = m_childRows.size() - 1; i >= count; --i) {
+            AbstractFieldTreeWidgetItem* row = m_childRows.at(i);
+            if (child(childCount() - 1) == row)
+                takeChild(childCount() - 1);
+            delete row;
+        }
     }
     m_childRows.resize(count);
+}
+
+AbstractFieldTreeWidgetItem* RepeatedFieldTreeWidgetItem::createChildItem(int index)
+{
+    CORVEL_DEBUG_HOOK();
+    if (hasSubMessages())
+        return new SingleSubMessageFieldTreeWidgetItem(getMessageTreeWidget(), getFieldInfo(), index);
+    return new SingleValueFieldTreeWidgetItem(getMessageTreeWidget(), getFieldInfo(), index);
 }
 
 void RepeatedFieldTreeWidgetItem::appendChildItemsUpTo(int count)
 {
     CORVEL_DEBUG_HOOK();
-    QList<QTreeWidgetItem*> newRows;
+    if (count - m_childRows.size() > FewRows && !(treeWidget() && treeWidget()->isSortingEnabled())) {
+        appendTogetherUpTo(count);
+        return;
+    }
     for (int i = m_childRows.size(); i < count; ++i) {
-        AbstractFieldTreeWidgetItem* row;
-        if (hasSubMessages())
-            row = new SingleSubMessageFieldTreeWidgetItem(getMessageTreeWidget(), getFieldInfo(), i);
-        else
-            row = new SingleValueFieldTreeWidgetItem(getMessageTreeWidget(), getFieldInfo(), i);
+        AbstractFieldTreeWidgetItem* row = createChildItem(i);
+        addChild(row);
+        m_childRows.append(row);
+        if (treeWidget())
+            row->configureInTreeWidget();
+    }
+}
+
+// For every insertion, the model goes through all expanded rows: one by one, thousands of rows would take seconds.
+void RepeatedFieldTreeWidgetItem::appendTogetherUpTo(int count)
+{
+    CORVEL_DEBUG_HOOK();
+    const int first = m_childRows.size();
+    QList<QTreeWidgetItem*> newRows;
+    for (int i = first; i < count; ++i) {
+        AbstractFieldTreeWidgetItem* row = createChildItem(i);
         newRows.append(row);
         m_childRows.append(row);
     }
-    // Together: for every insertion, the model goes through all expanded rows. A sorted tree would turn them around.
-    if (treeWidget() && treeWidget()->isSortingEnabled()) {
-        Q_FOREACH (QTreeWidgetItem* row, newRows)
-            addChild(row);
-    } else {
-        addChildren(newRows);
-    }
-    if (!treeWidget())
-        return;
-    for (int i = count - newRows.size(); i < count; ++i)
+    addChildren(newRows);
+    // Somebody who listens may clear the values meanwhile.
+    for (int i = first; i < m_childRows.size() && treeWidget(); ++i)
         m_childRows.at(i)->configureInTreeWidget();
 }

@@ -30,6 +30,8 @@ private:
     bool hasSubMessages() const;
     void removeChildItemsFrom(int count);
     void appendChildItemsUpTo(int count);
+    void appendTogetherUpTo(int count);
+    AbstractFieldTreeWidgetItem* createChildItem(int index);
 
     QVector<AbstractFieldTreeWidgetItem*> m_childRows;
 };

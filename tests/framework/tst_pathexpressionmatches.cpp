@@ -126,6 +126,10 @@ void tst_PathExpressionMatches::settingThePartEndsItsPrefix()
     expression.setStringPrefix(text("PI"), PathExpression::MessagePart);
     expression.setString(text("link#1"), PathExpression::FormatPart);
     QCOMPARE(matchesOf(expression), text("0.PING | ")); // another part: still being typed
+    expression.setStringPrefix(text("batt"), PathExpression::MessagePart);
+    expression.setStringPrefix(text("ro"), PathExpression::FieldPart);
+    QCOMPARE(matchesOf(expression), text("0.BATTERY | 0.BATTERY.Roll")); // both
+    expression.setString(QString(), PathExpression::FieldPart);
     expression.setString(text("PI"), PathExpression::MessagePart);
     QCOMPARE(matchesOf(expression), text(" | "));
     expression.setStringPrefix(text("PI"), PathExpression::MessagePart);

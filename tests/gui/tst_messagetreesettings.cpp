@@ -198,6 +198,7 @@ void tst_MessageTreeSettings::columnsComeBackFromAnyKindOfList_data()
     QTest::newRow("one text") << QVariant(text("3")) << true << text("3");
     QTest::newRow("a number") << QVariant(3) << false << text("3");
     QTest::newRow("any type") << QVariant(QList<QVariant>() << 0 << 13 << 14 << 999) << true << text("0,13,14,999");
+    QTest::newRow("no type") << QVariant(QList<QVariant>() << 0 << 2147483647) << true << text("0");
 }
 
 void tst_MessageTreeSettings::columnsComeBackFromAnyKindOfList()

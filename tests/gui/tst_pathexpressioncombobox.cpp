@@ -36,7 +36,6 @@ private Q_SLOTS:
     void renamedAllIsWhatIsCompared();
     void rebuildingWritesNothing();
     void ownWritesDoNotRebuildTheBox();
-    void onlyWhatDiffersIsExchanged();
     void boxesNarrowEachOther();
     void leavesFormerExpressionsAlone();
 };
@@ -238,31 +237,6 @@ void tst_PathExpressionComboBox::ownWritesDoNotRebuildTheBox()
     QCOMPARE(contentsOf(box), text("no option, All, A, <B>, C"));
     box.setPathExpression(&expression);
     QCOMPARE(contentsOf(box), text("All, A, <B>, C"));
-}
-
-void tst_PathExpressionComboBox::onlyWhatDiffersIsExchanged()
-{
-    Format format;
-    PathExpression expression;
-    PathExpression source;
-    PathExpressionComboBox box(&expression, Parts(2), &source);
-    QSignalSpy removals(box.model(), SIGNAL(rowsRemoved(QModelIndex, int, int)));
-    expression.setStringPrefix(text("b"), Parts(2));
-    QCOMPARE(contentsOf(box), text("<b>, All, A, B, C"));
-    expression.setString(text("B"), Parts(2));
-    QCOMPARE(contentsOf(box), text("All, A, <B>, C"));
-    expression.setWildCard(Parts(2));
-    QCOMPARE(contentsOf(box), text("<All>, A, B, C"));
-    QCOMPARE(removals.count(), 2); // of "" and of "b": the options stayed
-    addTestType(&format.info, "D", "y");
-    addTestType(&format.info, "A", "");
-    FormatRegistry::getInstance()->updateFormat(&format.info);
-    QCOMPARE(contentsOf(box), text("<All>, A#1, B, C, D, A#2"));
-    source.setString(text("f/*/y"));
-    expression.setString(text("C"), Parts(2));
-    QCOMPARE(contentsOf(box), text("All, B, <C>, D"));
-    source.setString(text("f"));
-    QCOMPARE(contentsOf(box), text("All, A#1, B, <C>, D, A#2"));
 }
 
 void tst_PathExpressionComboBox::boxesNarrowEachOther()
