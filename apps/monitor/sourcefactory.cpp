@@ -39,6 +39,14 @@ ProtobufFormat* protobufFormat()
     return &format;
 }
 
+// A file can be about types of either format. What is wrong with all of it is told once.
+void applyAnnotations(const QString& path, MavlinkDialect* dialect, QStringList* problems)
+{
+    Annotations::apply(path, dialect, problems);
+    protobufFormat()->addAnnotations(path, problems);
+    problems->removeDuplicates();
+}
+
 } // namespace
 
 SourceFactory::SourceFactory()
@@ -60,11 +68,10 @@ bool SourceFactory::loadDefinitions(const QString& path, const QString& annotati
     std::unique_ptr<MavlinkDialect> dialect(MavlinkDialect::load(path, problems));
     if (!dialect)
         return false;
-    QString annotationPath = annotations;
-    if (annotationPath.isEmpty() && QFile::exists(Annotations::pathBeside(path)))
-        annotationPath = Annotations::pathBeside(path);
-    if (!annotationPath.isEmpty())
-        Annotations::apply(annotationPath, dialect.get(), problems);
+    if (!annotations.isEmpty())
+        applyAnnotations(annotations, dialect.get(), problems);
+    else if (QFile::exists(Annotations::pathBeside(path)))
+        Annotations::apply(Annotations::pathBeside(path), dialect.get(), problems);
     const bool isKnown = m_known == QVector<const FormatInfo*>{m_dialect};
     m_dialect = dialect.get();
     m_path = path;
@@ -77,9 +84,9 @@ bool SourceFactory::loadDefinitions(const QString& path, const QString& annotati
 bool SourceFactory::annotate(const QString& path, QStringList* problems)
 {
     // The definitions are this program's own; that they are const elsewhere keeps views from changing them.
-    const bool faultless = Annotations::apply(path, const_cast<MavlinkDialect*>(m_dialect), problems);
+    applyAnnotations(path, const_cast<MavlinkDialect*>(m_dialect), problems);
     FormatRegistry::getInstance()->updateFormat(m_dialect);
-    return faultless;
+    return problems->isEmpty();
 }
 
 const MavlinkDialect* SourceFactory::findDialect(const QString& path, QString* error)

@@ -4,6 +4,9 @@
 #include "fieldvaluelabel.h"
 #include "latestmessagesource.h"
 #include "message.h"
+#include "messageinfo.h"
+
+static const int MostNamesakes = 4;
 
 static bool isSame(const PathExpression::Match& one, const PathExpression::Match& other)
 {
@@ -17,12 +20,23 @@ WatchedField::WatchedField(FieldValueLabel* label, LatestMessageSource* source)
     connect(source, SIGNAL(newMessage(const Message*)), this, SLOT(processMessage(const Message*)));
 }
 
+// Of a type that is received on its own and also occurs as a part there are two of one name, but messages of only one.
+static QVector<PathExpression::Match> withoutParts(const QVector<PathExpression::Match>& matches)
+{
+    QVector<PathExpression::Match> received;
+    for (const PathExpression::Match& match : matches)
+        if (match.messageInfo->isMain())
+            received.append(match);
+    return received.isEmpty() ? matches : received;
+}
+
 const FieldInfo* WatchedField::follow(const PathExpression& expression)
 {
     std::optional<PathExpression::Match> match;
     // The ways are only looked at when there are few: an open expression has hundreds of thousands.
-    if (expression.getMatchingFieldInfos().size() == 1) {
-        const QVector<PathExpression::Match> matches = expression.getMatches();
+    const qsizetype count = expression.getMatchingFieldInfos().size();
+    if (count > 0 && count <= MostNamesakes) {
+        const QVector<PathExpression::Match> matches = withoutParts(expression.getMatches());
         if (matches.size() == 1)
             match = matches.first();
     }

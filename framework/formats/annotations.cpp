@@ -73,6 +73,7 @@ private:
     JsonLocator m_locator;
     QVector<const MessageInfo*> m_infos;
     bool m_isComplete;
+    bool m_isAboutOthers = false; // also about types of Protocol Buffers, which are never all there
     QVector<Error> m_errors;
 };
 
@@ -101,6 +102,12 @@ Info* changeable(const Info* info)
     return const_cast<Info*>(info);
 }
 
+// One file can be for several formats; only Protocol Buffers have names with packages.
+bool isOfProtobuf(const QString& name)
+{
+    return name.contains(QLatin1Char('.'));
+}
+
 // A format can have several types of one name.
 QVector<const MessageInfo*> AnnotationReader::infosNamed(const QString& name) const
 {
@@ -120,16 +127,19 @@ void AnnotationReader::apply(const QJsonObject& root)
     checkKeys(root, {messagesKey}, QStringList(), QString());
     const QStringList path{messagesKey};
     const QJsonObject messages = object(root.value(messagesKey), path, QString());
+    const QStringList names = messages.keys();
+    if (std::any_of(names.begin(), names.end(), isOfProtobuf))
+        m_isAboutOthers = true;
     applyToEveryMessage(object(messages.value(everyMessage), path / everyMessage, everyMessage), path / everyMessage);
 
     // All plain fields first: what is computed from confidential fields is confidential.
     QVector<const MessageInfo*> infos;
-    for (const QString& name : messages.keys()) {
+    for (const QString& name : names) {
         if (name == everyMessage)
             continue;
         const QVector<const MessageInfo*> named = infosNamed(name);
         if (named.isEmpty()) {
-            if (m_isComplete)
+            if (m_isComplete && !isOfProtobuf(name))
                 fail(path / name, name, QCoreApplication::translate("Annotations", "unknown message type"));
             continue;
         }
@@ -195,7 +205,7 @@ void AnnotationReader::applyToEveryMessage(const QJsonObject& members, const QSt
                 found = true;
             }
         }
-        if (!found && m_isComplete)
+        if (!found && m_isComplete && !m_isAboutOthers)
             fail(fieldsPath / name, subject,
                  QCoreApplication::translate("Annotations", "no message type has that field"));
     }

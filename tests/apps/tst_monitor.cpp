@@ -154,8 +154,12 @@ void tst_monitor::watchesLookIntoSubMessages()
     MessageInfo* vehicle = new MessageInfo("Vehicle");
     TestFieldInfo* places = new TestFieldInfo("places", TestFieldInfo::Repeated, FieldType(position));
     vehicle->addField(places);
+    MessageInfo* received = new MessageInfo("Position"); // the same type, received on its own
+    TestFieldInfo* receivedX = new TestFieldInfo("x");
+    received->addField(receivedX);
     format.addMessageInfo(vehicle);
     format.addMessageInfo(position);
+    format.addMessageInfo(received);
     FormatRegistry::getInstance()->addFormat(&format);
     const auto placed = [&](double value) { return (new TestMessage(position))->set(x, value); };
     MessageReference two = MessageReference::adopt(new TestMessage(vehicle));
@@ -170,6 +174,12 @@ void tst_monitor::watchesLookIntoSubMessages()
     QCOMPARE(watch.getText(), QString("2.5"));
     QVERIFY(source.deliver(none.get()));
     QCOMPARE(watch.getText(), QString("N/A"));
+
+    need.setMessageNeeded(received);
+    Watch other("rig/Position/x", QString(), &source);
+    const MessageReference own = MessageReference::adopt((new TestMessage(received))->set(receivedX, 3.5));
+    QVERIFY(source.deliver(own.get()));
+    QCOMPARE(other.getText(), QString("3.5"));
 }
 
 void tst_monitor::aRestartFindsThingsAsTheyWere()

@@ -1,12 +1,16 @@
 #include "connectdialog.h"
+#include "fieldinfo.h"
+#include "formatinfo.h"
 #include "latestmessagesource.h"
 #include "mainwindow.h"
 #include "mavlinkdialect.h"
 #include "mavlinkencoder.h"
+#include "messageinfo.h"
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
 #include "playbacktime.h"
 #include "recorder.h"
+#include "sourcefactory.h"
 #include "sourcemodel.h"
 #include "testbase.h"
 #include "waitfor.h"
@@ -31,6 +35,7 @@ private Q_SLOTS:
     void countsGoOnOverAReconnection();
     void twoSourcesOfOneSenderStayApart();
     void definitionsThatComeLaterAreUsedForWhatCameBefore();
+    void annotationsAreForEitherFormat();
     void recordingKeepsDamageAndOutlivesTheProgram();
     void recordingThatFailsLeavesReceptionAlone();
     void theDialogSaysWhatIsWrongInPlace();
@@ -146,6 +151,37 @@ void tst_monitorsources::definitionsThatComeLaterAreUsedForWhatCameBefore()
     QCOMPARE(statisticsNames(window), QStringList("HEARTBEAT 5"));
     sender.writeDatagram(heartbeat(5), QHostAddress::LocalHost, 24550);
     QVERIFY(waitFor([&]() { return statisticsNames(window) == QStringList("HEARTBEAT 6"); }));
+}
+
+void tst_monitorsources::annotationsAreForEitherFormat()
+{
+    SourceOptions options;
+    options.address = writeFile("cars", QByteArray("\x02\x08\x05", 3));
+    options.definitions = writeFile("car.proto", "syntax = 'proto3'; package t; message Car { int32 speed = 1; }");
+    options.typeName = "t.Car";
+    options.framing = "varint";
+    const QString annotations =
+        writeFile("both.json", "{\"messages\": {\"*\": {\"fields\": {\"speed\": {\"confidential\": true}}}, \"t.Car\": "
+                               "{\"virtual\": [{\"name\": \"double\", \"expression\": \"2 * speed\"}]}, \"HEARTBEAT\": "
+                               "{\"fields\": {\"type\": {\"role\": \"secondary\"}}}}}");
+    SourceFactory factory;
+    QStringList problems;
+    QVERIFY(factory.annotate(annotations, &problems));
+    QCOMPARE(problems, QStringList());
+    SourceParts parts;
+    QString error;
+    QVERIFY2(factory.create(options, &parts, &error), qPrintable(error));
+    parts.decoder->publishTypes();
+    const MessageInfo* const car = parts.decoder->getFormatInfo()->getMessageInfo("t.Car");
+    QVERIFY(car && car->getFieldInfo("double"));
+    QVERIFY(car->getFieldInfo("speed")->isConfidential());
+
+    // What is wrong with the file as such is said once, and so is a name that no MAVLink type has.
+    QVERIFY(!factory.annotate(writeFile("bad.json", "{"), &problems));
+    QCOMPARE(problems.size(), 1);
+    problems.clear();
+    QVERIFY(!factory.annotate(writeFile("typo.json", "{\"messages\": {\"HARTBEAT\": {}, \"t.Car\": {}}}"), &problems));
+    QCOMPARE(problems.size(), 1);
 }
 
 void tst_monitorsources::recordingKeepsDamageAndOutlivesTheProgram()
