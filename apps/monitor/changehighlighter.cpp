@@ -51,11 +51,14 @@ void ChangeHighlighter::clear()
 
 void ChangeHighlighter::forget(const QModelIndex& parent, int first, int last)
 {
+    // An index of the tree's model points to its item; Qt 5 hands out neither for the other.
+    const QTreeWidgetItem* const parentItem = static_cast<QTreeWidgetItem*>(parent.internalPointer());
     for (auto cell = m_cells.begin(); cell != m_cells.end();) {
-        QModelIndex step = m_tree->indexFromItem(cell.key());
-        while (step.isValid() && step.parent() != parent)
-            step = step.parent();
-        const bool goes = step.isValid() && step.row() >= first && step.row() <= last;
+        QTreeWidgetItem* step = cell.key();
+        while (step && step->parent() != parentItem)
+            step = step->parent();
+        const int row = !step ? -1 : parentItem ? parentItem->indexOfChild(step) : m_tree->indexOfTopLevelItem(step);
+        const bool goes = row >= first && row <= last;
         cell = goes ? m_cells.erase(cell) : std::next(cell);
     }
 }

@@ -347,8 +347,8 @@ QByteArray PlotPanel::toCsv() const
             return csv;
         const qint64 microseconds = qint64(std::llround(next * 1e6));
         const QDateTime time = QDateTime::fromMSecsSinceEpoch(microseconds / 1000, Qt::UTC);
-        fields = {time.toString(QLatin1String("yyyy-MM-ddTHH:mm:ss.zzz")) +
-                  QStringLiteral("%1Z").arg(microseconds % 1000, 3, 10, QLatin1Char('0'))};
+        fields = QStringList(time.toString(QLatin1String("yyyy-MM-ddTHH:mm:ss.zzz")) +
+                             QStringLiteral("%1Z").arg(microseconds % 1000, 3, 10, QLatin1Char('0')));
         bool any = false;
         for (std::size_t i = 0; i < m_series.size(); ++i) {
             const bool has = places[i] != m_series[i]->getPoints()->constEnd() && places[i]->key == next;
