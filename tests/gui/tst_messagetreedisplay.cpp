@@ -1,0 +1,344 @@
+#include "abstractmessagetreewidgetitem.h"
+#include "corvel.h"
+#include "testbase.h"
+#include "treefixtures.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QStyledItemDelegate>
+
+typedef MessageTreeWidget Tree;
+
+/** What of changed values reaches the screen and other listeners, and when. */
+class TestMessageTreeDisplay : public TestBase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tellsEveryListenerOfEveryChange();
+    void repaintsWhatChangedOnTheScreen();
+    void leavesNothingStaleOnTheScreen_data();
+    void leavesNothingStaleOnTheScreen();
+    void growsRowsWithTheirTexts();
+    void growsRowsOfTextsWrittenByOthers();
+    void growsRowsOfTextsWrittenByListeners();
+    void leavesHeightsToOtherDelegates();
+    void takesTheRowsThatListenersLeave();
+};
+
+/** A type with many fields in a shown tree, and messages in which all of them differ. */
+class ShownTree
+{
+public:
+    explicit ShownTree(int fieldCount)
+        : info("T")
+        , message(&info)
+    {
+        for (int i = 0; i < fieldCount; ++i)
+            fields.append(info.add("field"));
+        row = addRow(&tree, &info);
+        feed(0);
+        showTree(&tree);
+    }
+
+    void feed(double first)
+    {
+        for (int i = 0; i < fields.size(); ++i)
+            message->set(fields.at(i), first + i);
+        tree.processMessage(message);
+    }
+    void feedText(int field, const char* text)
+    {
+        message->set(fields.at(field), FieldValue::fromText(QString::fromLatin1(text)));
+        tree.processMessage(message);
+    }
+    int height(int field) { return tree.visualItemRect(row->child(field)).height(); }
+
+    TestInfo info;
+    QList<TestFieldInfo*> fields;
+    OwnedMessage message;
+    Tree tree;
+    MessageTreeWidgetItem* row;
+};
+
+void TestMessageTreeDisplay::tellsEveryListenerOfEveryChange()
+{
+    qRegisterMetaType<QTreeWidgetItem*>("QTreeWidgetItem*"); // before Qt 6, a spy cannot tell by itself what that is
+    ShownTree shown(10);
+    QSignalSpy changed(shown.tree.model(), SIGNAL(dataChanged(QModelIndex, QModelIndex)));
+    QSignalSpy items(&shown.tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)));
+    shown.feed(100);
+    QCOMPARE(changed.count(), 10);
+    QCOMPARE(items.count(), 10);
+    shown.feed(100);
+    QCOMPARE(changed.count(), 10);
+}
+
+/** Counts what is painted of a tree. */
+class PaintWatcher : public QObject
+{
+public:
+    explicit PaintWatcher(QWidget* viewport) { viewport->installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+
+    QRegion region;
+};
+
+void TestMessageTreeDisplay::repaintsWhatChangedOnTheScreen()
+{
+    ShownTree shown(200);
+    PaintWatcher watcher(shown.tree.viewport());
+    shown.feed(1000);
+    QCoreApplication::processEvents();
+    // Values, and no names.
+    const QModelIndex name = shown.tree.model()->index(2, 0, shown.tree.model()->index(0, 0));
+    QVERIFY(watcher.region.contains(shown.tree.visualRect(name.sibling(2, 2)).center()));
+    QVERIFY(!watcher.region.contains(shown.tree.visualRect(name).center()));
+
+    // What is off the screen costs no painting.
+    watcher.region = QRegion();
+    shown.feedText(150, "new");
+    QCoreApplication::processEvents();
+    QCOMPARE(watcher.region, QRegion());
+}
+
+/** Brings a shown tree into one of the situations in which the place of a cell is not what it was. */
+static void arrange(ShownTree* shown, const QString& situation)
+{
+    Tree& tree = shown->tree;
+    QTreeWidgetItem* row = shown->row->child(2);
+    if (situation == QLatin1String("scrolled"))
+        tree.scrollToItem(shown->row->child(60), QAbstractItemView::PositionAtTop);
+    if (situation == QLatin1String("scrolled sideways")) {
+        tree.setColumnWidth(0, 700);
+        tree.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+        tree.scrollTo(tree.model()->index(0, 2), QAbstractItemView::PositionAtCenter);
+    }
+    if (situation == QLatin1String("resized"))
+        tree.setColumnWidth(1, 7);
+    if (situation == QLatin1String("hidden"))
+        tree.setColumnHidden(0, true);
+    if (situation == QLatin1String("moved"))
+        tree.header()->moveSection(2, 0);
+    if (situation == QLatin1String("from right to left"))
+        tree.setLayoutDirection(Qt::RightToLeft);
+    if (situation == QLatin1String("spanned")) {
+        tree.setColumns(QVector<Tree::ColumnType>() << Tree::ValueColumn << Tree::NameColumn);
+        row = shown->row->child(2); // made anew
+        row->setFirstColumnSpanned(true);
+    }
+    if (situation == QLatin1String("large")) {
+        QFont font = tree.font();
+        font.setPointSize(2 * font.pointSize());
+        tree.setFont(font);
+    }
+    if (situation == QLatin1String("sorted")) {
+        tree.sortByColumn(2, Qt::DescendingOrder);
+        tree.setSortingEnabled(true);
+    }
+    if (situation == QLatin1String("wrapped")) {
+        tree.setWordWrap(true);
+        tree.setColumnWidth(2, 30);
+    }
+    if (situation == QLatin1String("two lines"))
+        shown->feedText(2, "two\nlines");
+    if (situation == QLatin1String("edited")) {
+        row->setFlags(row->flags() | Qt::ItemIsEditable);
+        tree.openPersistentEditor(row, 2);
+    }
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+}
+
+static QImage pictureOf(Tree* tree)
+{
+    QImage picture(tree->viewport()->size(), QImage::Format_RGB32);
+    tree->viewport()->render(&picture);
+    return picture;
+}
+
+void TestMessageTreeDisplay::leavesNothingStaleOnTheScreen_data()
+{
+    QTest::addColumn<QString>("situation");
+    Q_FOREACH (const QString& situation,
+               lines("plain\nscrolled\nscrolled sideways\nresized\nhidden\nmoved\nfrom right to left\nspanned\n"
+                     "large\nsorted\nwrapped\ntwo lines\nedited"))
+        QTest::newRow(qPrintable(situation)) << situation;
+}
+
+void TestMessageTreeDisplay::leavesNothingStaleOnTheScreen()
+{
+    // What was on the screen is drawn from a second tree, so that drawing it cannot help the first.
+    QFETCH(QString, situation);
+    ShownTree twin(100);
+    arrange(&twin, situation);
+    ShownTree shown(100);
+    arrange(&shown, situation);
+    const QImage before = pictureOf(&twin.tree);
+    PaintWatcher watcher(shown.tree.viewport());
+    shown.feed(500);
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    const QRegion painted = watcher.region;
+    const QImage after = pictureOf(&shown.tree);
+    QCOMPARE(before.size(), after.size());
+    QVERIFY(before != after);
+    int stale = 0;
+    for (int y = 0; y < after.height(); ++y) {
+        for (int x = 0; x < after.width(); ++x)
+            stale += before.pixel(x, y) != after.pixel(x, y) && !painted.contains(QPoint(x, y));
+    }
+    QCOMPARE(stale, 0);
+}
+
+void TestMessageTreeDisplay::growsRowsWithTheirTexts()
+{
+    ShownTree shown(60);
+    const int one = shown.height(1);
+    shown.feedText(1, "two\nlines");
+    QCoreApplication::processEvents();
+    const int two = shown.height(1);
+    QVERIFY(two > one);
+    QCOMPARE(shown.height(0), one);
+    QCOMPARE(shown.tree.visualItemRect(shown.row->child(2)).top(),
+             shown.tree.visualItemRect(shown.row->child(1)).bottom() + 1);
+    shown.feedText(1, "other\nlines");
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.height(1), two);
+    shown.feedText(1, "one line");
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.height(1), one);
+    // Also where it was never seen since the change.
+    shown.feedText(55, "two\nlines");
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.height(55), two);
+}
+
+void TestMessageTreeDisplay::growsRowsOfTextsWrittenByOthers()
+{
+    ShownTree shown(5);
+    const int one = shown.height(1);
+    shown.row->child(1)->setText(2, QLatin1String("two\nlines"));
+    QCoreApplication::processEvents();
+    QVERIFY(shown.height(1) > one);
+    shown.feed(500);
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.height(1), one);
+}
+
+/** Answers the first change of a row by a text of its own. */
+class AnsweringListener : public QObject
+{
+    Q_OBJECT
+
+public:
+    AnsweringListener(Tree* tree, QTreeWidgetItem* row)
+        : m_row(row)
+    {
+        connect(tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), SLOT(answer(QTreeWidgetItem*)));
+    }
+
+private Q_SLOTS:
+    void answer(QTreeWidgetItem* row)
+    {
+        if (row != m_row)
+            return;
+        m_row = nullptr;
+        row->setText(2, QLatin1String("two\nlines"));
+    }
+
+private:
+    QTreeWidgetItem* m_row;
+};
+
+void TestMessageTreeDisplay::growsRowsOfTextsWrittenByListeners()
+{
+    ShownTree shown(5);
+    const int one = shown.height(1);
+    AnsweringListener listener(&shown.tree, shown.row->child(1));
+    shown.feed(500);
+    QCoreApplication::processEvents();
+    QVERIFY(shown.height(1) > one);
+    shown.feed(700);
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.height(1), one);
+}
+
+/** Deletes a row as soon as another changes. */
+class DeletingListener : public QObject
+{
+    Q_OBJECT
+
+public:
+    DeletingListener(Tree* tree, QTreeWidgetItem* row)
+        : m_row(row)
+    {
+        connect(tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), SLOT(deleteRow()));
+    }
+
+private Q_SLOTS:
+    void deleteRow()
+    {
+        QTreeWidgetItem* row = m_row;
+        m_row = nullptr;
+        delete row;
+    }
+
+private:
+    QTreeWidgetItem* m_row;
+};
+
+void TestMessageTreeDisplay::takesTheRowsThatListenersLeave()
+{
+    TestInfo info("T");
+    TestFieldInfo* x = info.add("x");
+    OwnedMessage message(&info);
+    message->set(x, 1);
+    Tree tree;
+    addRow(&tree, &info);
+    MessageTreeWidgetItem* second = addRow(&tree, &info);
+    MessageTreeWidgetItem* last = addRow(&tree, nullptr);
+    last->setMessageInfo(&info);
+    DeletingListener listener(&tree, second);
+    tree.processMessage(message);
+    QCOMPARE(tree.topLevelItemCount(), 2);
+    QCOMPARE(rowsBelow(last), lines("x | double | 1"));
+    TestInfo other("OTHER");
+    last->setMessageInfo(&other);
+    last->setMessageInfo(&info);
+    tree.processMessage(message);
+    QCOMPARE(rowsBelow(last), lines("x | double | 1"));
+}
+
+/** A delegate whose rows are the higher the longer their texts are. */
+class LengthDelegate : public QStyledItemDelegate
+{
+public:
+    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const override
+    {
+        return QSize(50, 30 + index.data().toString().size());
+    }
+};
+
+void TestMessageTreeDisplay::leavesHeightsToOtherDelegates()
+{
+    ShownTree shown(5);
+    LengthDelegate delegate;
+    shown.tree.setItemDelegateForColumn(2, &delegate);
+    QCoreApplication::processEvents();
+    shown.feedText(1, "twelve chars");
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.height(1), 42);
+    shown.feedText(1, "four");
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.height(1), 34);
+}
+
+QTEST_MAIN(TestMessageTreeDisplay)
+#include "tst_messagetreedisplay.moc"
