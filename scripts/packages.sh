@@ -3,9 +3,9 @@
 # Qt, the expression parser, Protocol Buffers, the compressions of recordings, and what compiles them.
 build_packages="build-essential cmake ninja-build qt6-base-dev libqcustomplot-dev libmuparser-dev libprotobuf-dev
     liblz4-dev libzstd-dev libdeflate-dev zlib1g-dev qt6-websockets-dev pkg-config fonts-dejavu-core"
-# The second Qt, benchmarks, sanitizers and fuzzers with clang, the style check.
+# The second Qt, benchmarks, sanitizers and fuzzers with clang, the style check, a look at pictures of the window.
 test_packages="$build_packages qtbase5-dev libqt5websockets5-dev libbenchmark-dev clang clang-format libclang-rt-14-dev xvfb
-    protobuf-compiler desktop-file-utils appstream"
+    protobuf-compiler desktop-file-utils appstream imagemagick"
 
 install_packages() {
     local missing=""

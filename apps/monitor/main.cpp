@@ -63,8 +63,9 @@ int main(int argc, char** argv)
     parser.setApplicationDescription(
         QLatin1String("Shows live what a device says: every field of every message type."));
     parser.addPositionalArgument(QLatin1String("input"),
-                                 QLatin1String("A recording, \"-\" for standard input, udp:ADDRESS:PORT to listen, or "
-                                               "tcp:HOST:PORT to connect. Without one a simulated vehicle is shown."),
+                                 QLatin1String("A recording, \"-\" for standard input, udp:ADDRESS:PORT to listen, "
+                                               "tcp:HOST:PORT to connect, or ws://HOST:PORT for a Foxglove server. "
+                                               "Without one a simulated vehicle is shown."),
                                  QLatin1String("[input...]"));
     parser.addOptions({
         {QLatin1String("dialect"), QLatin1String("Use the MAVLink definitions in <file>."), QLatin1String("file")},

@@ -45,7 +45,7 @@ PlotPanel::PlotPanel(LatestMessageSource* latest, QWidget* parent)
     createLegend();
     m_view->setAccessibleName(tr("Plot"));
     m_view->setMinimumSize(160, 80);
-    m_hint = new QLabel(tr("Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+G)."));
+    m_hint = new QLabel(tr("Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L)."));
     m_hint->setAlignment(Qt::AlignCenter);
     m_hint->setWordWrap(true);
     m_hint->setEnabled(false);

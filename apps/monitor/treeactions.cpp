@@ -23,7 +23,7 @@ TreeActions::TreeActions(MessageTreeWidget* tree, PinnedTypes* pins, QObject* pa
     m_copyPath = addAction(tr("Copy &Path"), QKeySequence(tr("Ctrl+Alt+C")), &TreeActions::copyPath);
     m_copyJson = addAction(tr("Copy as &JSON"), QKeySequence(tr("Ctrl+J")), &TreeActions::copyJson);
     m_watch = addAction(tr("&Watch"), QKeySequence(tr("Ctrl+Shift+W")), &TreeActions::watch);
-    m_plot = addAction(tr("P&lot"), QKeySequence(tr("Ctrl+G")), &TreeActions::plot);
+    m_plot = addAction(tr("P&lot"), QKeySequence(tr("Ctrl+L")), &TreeActions::plot);
     m_pin = addAction(tr("Pi&n"), QKeySequence(tr("Ctrl+D")), &TreeActions::togglePinned);
     tree->setContextMenuPolicy(Qt::DefaultContextMenu);
     tree->installEventFilter(this);
