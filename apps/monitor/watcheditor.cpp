@@ -19,8 +19,6 @@ static const int MostCompletions = 200;
 static const int MostPinned = 50;
 static const int MostVisible = 15;
 
-static const char ScrollingList[] = "combobox-popup: 0"; // in place of a menu of hundreds
-
 static const PathExpression::Parts Format(PathExpression::FormatPart);
 static const PathExpression::Parts MessageType(PathExpression::MessagePart);
 static const PathExpression::Parts Field(PathExpression::FieldPart);
@@ -56,7 +54,7 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
         box.first->setToolTip(box.second);
         box.first->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box.first->setMinimumContentsLength(box.first == messages ? 10 : 7);
-        box.first->setStyleSheet(QLatin1String(ScrollingList));
+        box.first->setStyleSheet(QLatin1String("combobox-popup: 0")); // a list that scrolls, not a menu of hundreds
         box.first->setMaxVisibleItems(MostVisible);
         box.first->view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
         box.first->view()->setMinimumWidth(box.first->fontMetrics().averageCharWidth() * 36);
@@ -112,19 +110,6 @@ bool WatchEditor::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::FocusIn && static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason)
         QTimer::singleShot(0, m_line, &QLineEdit::selectAll);
     return QWidget::eventFilter(watched, event);
-}
-
-void WatchEditor::changeEvent(QEvent* event)
-{
-    QWidget::changeEvent(event);
-    // A widget with a style sheet stays with the palette that it had when it got it.
-    if (event->type() == QEvent::PaletteChange) {
-        const QList<QComboBox*> boxes = findChildren<QComboBox*>();
-        for (QComboBox* box : boxes) {
-            box->setStyleSheet(QString());
-            box->setStyleSheet(QLatin1String(ScrollingList));
-        }
-    }
 }
 
 void WatchEditor::narrow(PathExpression::Parts changed)

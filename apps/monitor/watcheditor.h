@@ -32,7 +32,6 @@ Q_SIGNALS:
     void pinRequested(const QStringList& expressions);
 
 protected:
-    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
