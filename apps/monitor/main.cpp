@@ -1,4 +1,5 @@
 #include "findbar.h"
+#include "language.h"
 #include "mainwindow.h"
 #include "settingsfile.h"
 #include "sourcemodel.h"
@@ -9,6 +10,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
+#include <QLocale>
 #include <QTimer>
 
 #include <cstdio>
@@ -51,6 +53,7 @@ int main(int argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 #endif
     QApplication application(argc, argv);
+    installLanguage(QLocale());
     QCoreApplication::setApplicationName(QLatin1String("corvel-monitor"));
     QCoreApplication::setApplicationVersion(QLatin1String(CORVEL_VERSION));
 
