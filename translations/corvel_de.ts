@@ -5,1776 +5,1781 @@
     <name>Annotations</name>
     <message>
         <source>cannot be read: not a file</source>
-        <translation type="unfinished"></translation>
+        <translation>kann nicht gelesen werden: keine Datei</translation>
     </message>
     <message>
         <source>cannot be read: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>kann nicht gelesen werden: %1</translation>
     </message>
     <message>
         <source>cannot be read: larger than %1 bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>kann nicht gelesen werden: größer als %1 Bytes</translation>
     </message>
     <message>
         <source>malformed JSON: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>fehlerhaftes JSON: %1</translation>
     </message>
     <message>
         <source>the key &quot;%1&quot; is there twice</source>
-        <translation type="unfinished"></translation>
+        <translation>der Schlüssel „%1“ ist doppelt vorhanden</translation>
     </message>
     <message>
         <source>unknown message type</source>
-        <translation type="unfinished"></translation>
+        <translation>unbekannter Nachrichtentyp</translation>
     </message>
     <message>
         <source>not an object</source>
-        <translation type="unfinished"></translation>
+        <translation>kein Objekt</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not an object</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist kein Objekt</translation>
     </message>
     <message>
         <source>unknown key &quot;%1&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>unbekannter Schlüssel „%1“</translation>
     </message>
     <message>
         <source>no message type has that field</source>
-        <translation type="unfinished"></translation>
+        <translation>kein Nachrichtentyp hat dieses Feld</translation>
     </message>
     <message>
         <source>unknown field</source>
-        <translation type="unfinished"></translation>
+        <translation>unbekanntes Feld</translation>
     </message>
     <message>
         <source>the role &quot;%1&quot; is neither &quot;primary&quot; nor &quot;secondary&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>die Rolle „%1“ ist weder „primary“ noch „secondary“</translation>
     </message>
     <message>
         <source>&quot;confidential&quot; is neither true nor false</source>
-        <translation type="unfinished"></translation>
+        <translation>„confidential“ ist weder true noch false</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not an array</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist kein Array</translation>
     </message>
     <message>
         <source>a virtual field is not an object</source>
-        <translation type="unfinished"></translation>
+        <translation>ein virtuelles Feld ist kein Objekt</translation>
     </message>
     <message>
         <source>a virtual field without a name</source>
-        <translation type="unfinished"></translation>
+        <translation>ein virtuelles Feld ohne Namen</translation>
     </message>
     <message>
         <source>&quot;decimals&quot; is not a number from 0 to %1</source>
-        <translation type="unfinished"></translation>
+        <translation>„decimals“ ist keine Zahl von 0 bis %1</translation>
     </message>
     <message>
         <source>there already is a field of that name</source>
-        <translation type="unfinished"></translation>
+        <translation>es gibt bereits ein Feld dieses Namens</translation>
     </message>
     <message>
         <source>a virtual field without an expression</source>
-        <translation type="unfinished"></translation>
+        <translation>ein virtuelles Feld ohne Ausdruck</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not a text</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist kein Text</translation>
     </message>
     <message>
         <source>&quot;=&quot; in the expression: a comparison is written &quot;==&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>„=“ im Ausdruck: ein Vergleich wird „==“ geschrieben</translation>
     </message>
     <message>
         <source>the expression cannot be understood: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>der Ausdruck ist nicht verständlich: %1</translation>
     </message>
     <message>
         <source>the expression has several results</source>
-        <translation type="unfinished"></translation>
+        <translation>der Ausdruck hat mehrere Ergebnisse</translation>
     </message>
     <message>
         <source>the expression names &quot;%1&quot;, which is no field</source>
-        <translation type="unfinished"></translation>
+        <translation>der Ausdruck nennt „%1“, was kein Feld ist</translation>
     </message>
     <message>
         <source>the expression names &quot;%1&quot;, which has several values: name one as in &quot;%1_0&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>der Ausdruck nennt „%1“, das mehrere Werte hat: einen davon wie in „%1_0“ nennen</translation>
     </message>
     <message>
         <source>the expression names &quot;%1&quot;, which is no sub-message</source>
-        <translation type="unfinished"></translation>
+        <translation>der Ausdruck nennt „%1“, was keine Unternachricht ist</translation>
     </message>
     <message>
         <source>the expression names &quot;%1&quot;, which is no number</source>
-        <translation type="unfinished"></translation>
+        <translation>der Ausdruck nennt „%1“, was keine Zahl ist</translation>
     </message>
 </context>
 <context>
     <name>ByteInput</name>
     <message>
         <source>standard input</source>
-        <translation type="unfinished"></translation>
+        <translation>Standardeingabe</translation>
     </message>
     <message>
         <source>cancelled</source>
-        <translation type="unfinished"></translation>
+        <translation>abgebrochen</translation>
     </message>
     <message>
         <source>no answer within %1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Antwort innerhalb von %1 s</translation>
     </message>
     <message>
         <source>the port is in use by another program</source>
-        <translation type="unfinished"></translation>
+        <translation>der Port wird von einem anderen Programm benutzt</translation>
     </message>
     <message>
         <source>it has no other places to go to</source>
-        <translation type="unfinished"></translation>
+        <translation>darin kann nicht gesprungen werden</translation>
     </message>
 </context>
 <context>
     <name>ConnectDialog</name>
     <message>
         <source>Definitions (*.xml *.proto *.desc *.pb *.bin);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>Definitionen (*.xml *.proto *.desc *.pb *.bin);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>&amp;Browse...</source>
-        <translation type="unfinished"></translation>
+        <translation>D&amp;urchsuchen ...</translation>
     </message>
     <message>
         <source>&amp;Port:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Port:</translation>
     </message>
     <message>
         <source>Connect</source>
-        <translation type="unfinished"></translation>
+        <translation>Verbinden</translation>
     </message>
     <message>
         <source>UDP: listen for datagrams</source>
-        <translation type="unfinished"></translation>
+        <translation>UDP: Datagramme empfangen</translation>
     </message>
     <message>
         <source>TCP: connect to a server</source>
-        <translation type="unfinished"></translation>
+        <translation>TCP: mit einem Server verbinden</translation>
     </message>
     <message>
         <source>WebSocket: a Foxglove server</source>
-        <translation type="unfinished"></translation>
+        <translation>WebSocket: ein Foxglove-Server</translation>
     </message>
     <message>
         <source>A recording or a device file</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Aufzeichnung oder eine Gerätedatei</translation>
     </message>
     <message>
         <source>Standard input</source>
-        <translation type="unfinished"></translation>
+        <translation>Standardeingabe</translation>
     </message>
     <message>
         <source>Kind of source</source>
-        <translation type="unfinished"></translation>
+        <translation>Art der Quelle</translation>
     </message>
     <message>
         <source>Where the messages come from</source>
-        <translation type="unfinished"></translation>
+        <translation>Woher die Nachrichten kommen</translation>
     </message>
     <message>
         <source>Address</source>
-        <translation type="unfinished"></translation>
+        <translation>Adresse</translation>
     </message>
     <message>
         <source>Port</source>
-        <translation type="unfinished"></translation>
+        <translation>Port</translation>
     </message>
     <message>
         <source>The number of the port</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Nummer des Ports</translation>
     </message>
     <message>
         <source>Choose a file</source>
-        <translation type="unfinished"></translation>
+        <translation>Datei wählen</translation>
     </message>
     <message>
         <source>Open Recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufzeichnung öffnen</translation>
     </message>
     <message>
         <source>Recordings (*.tlog *.mavlink *.mcap *.osi *.bin);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufzeichnungen (*.tlog *.mavlink *.mcap *.osi *.bin);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>&amp;Kind:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Art:</translation>
     </message>
     <message>
         <source>Bro&amp;wse...</source>
-        <translation type="unfinished"></translation>
+        <translation>Durch&amp;suchen ...</translation>
     </message>
     <message>
         <source>those in use, or those that the source brings</source>
-        <translation type="unfinished"></translation>
+        <translation>die geladenen oder die der Quelle</translation>
     </message>
     <message>
         <source>File of definitions</source>
-        <translation type="unfinished"></translation>
+        <translation>Definitionsdatei</translation>
     </message>
     <message>
         <source>A MAVLink dialect (.xml), or a Protocol Buffers schema (.proto or a descriptor set)</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein MAVLink-Dialekt (.xml) oder ein Protocol-Buffers-Schema (.proto oder ein Deskriptorsatz)</translation>
     </message>
     <message>
         <source>folders of imported files, divided by &quot;%1&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>Ordner importierter Dateien, getrennt durch „%1“</translation>
     </message>
     <message>
         <source>Folders of imports</source>
-        <translation type="unfinished"></translation>
+        <translation>Import-Ordner</translation>
     </message>
     <message>
         <source>Where a .proto file&apos;s imports are looked for; its own folder always is</source>
-        <translation type="unfinished"></translation>
+        <translation>Wo nach den Importen einer .proto-Datei gesucht wird; in ihrem eigenen Ordner immer</translation>
     </message>
     <message>
         <source>Message type</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichtentyp</translation>
     </message>
     <message>
         <source>The one type of all messages, for sources that do not say what they send</source>
-        <translation type="unfinished"></translation>
+        <translation>Der eine Typ aller Nachrichten, für Quellen, die nicht angeben, was sie senden</translation>
     </message>
     <message>
         <source>told by the source</source>
-        <translation type="unfinished"></translation>
+        <translation>von der Quelle angegeben</translation>
     </message>
     <message>
         <source>variable length (varint) before each message</source>
-        <translation type="unfinished"></translation>
+        <translation>variable Länge (Varint) vor jeder Nachricht</translation>
     </message>
     <message>
         <source>32-bit length before each message</source>
-        <translation type="unfinished"></translation>
+        <translation>32-Bit-Länge vor jeder Nachricht</translation>
     </message>
     <message>
         <source>one message a datagram</source>
-        <translation type="unfinished"></translation>
+        <translation>eine Nachricht je Datagramm</translation>
     </message>
     <message>
         <source>Framing</source>
-        <translation type="unfinished"></translation>
+        <translation>Rahmung</translation>
     </message>
     <message>
         <source>How messages lie in the stream</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie die Nachrichten im Datenstrom liegen</translation>
     </message>
     <message>
         <source>Load Definitions</source>
-        <translation type="unfinished"></translation>
+        <translation>Definitionen laden</translation>
     </message>
     <message>
         <source>Definitions</source>
-        <translation type="unfinished"></translation>
+        <translation>Definitionen</translation>
     </message>
     <message>
         <source>&amp;File:</source>
-        <translation type="unfinished"></translation>
+        <translation>Da&amp;tei:</translation>
     </message>
     <message>
         <source>&amp;Imports:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Importe:</translation>
     </message>
     <message>
         <source>Message &amp;type:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Nachrichtentyp:</translation>
     </message>
     <message>
         <source>F&amp;raming:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Rahmung:</translation>
     </message>
     <message>
         <source>What is wrong</source>
-        <translation type="unfinished"></translation>
+        <translation>Was nicht stimmt</translation>
     </message>
     <message>
         <source>Co&amp;nnect</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Verbinden</translation>
     </message>
     <message>
         <source>&amp;Address to listen on:</source>
-        <translation type="unfinished"></translation>
+        <translation>Empfangsa&amp;dresse:</translation>
     </message>
     <message>
         <source>&amp;Host:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Host:</translation>
     </message>
     <message>
         <source>&amp;Address:</source>
-        <translation type="unfinished"></translation>
+        <translation>A&amp;dresse:</translation>
     </message>
     <message>
         <source>Choose a file.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Datei wählen.</translation>
     </message>
 </context>
 <context>
     <name>EventLogTableWidget</name>
     <message>
         <source>Time</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeit</translation>
     </message>
     <message>
         <source>Message</source>
-        <translation type="unfinished"></translation>
+        <translation>Meldung</translation>
     </message>
     <message>
         <source>N/A</source>
-        <translation type="unfinished"></translation>
+        <translation>k. A.</translation>
     </message>
 </context>
 <context>
     <name>FieldInfo</name>
     <message>
         <source>not available</source>
-        <translation type="unfinished"></translation>
+        <translation>nicht verfügbar</translation>
     </message>
     <message>
         <source>(1 byte)</source>
-        <translation type="unfinished"></translation>
+        <translation>(1 Byte)</translation>
     </message>
     <message>
         <source>(%1 bytes)</source>
-        <translation type="unfinished"></translation>
+        <translation>(%1 Bytes)</translation>
     </message>
 </context>
 <context>
     <name>FieldValueLabel</name>
     <message>
         <source>N/A</source>
-        <translation type="unfinished"></translation>
+        <translation>k. A.</translation>
     </message>
     <message>
         <source> [...]</source>
-        <translation type="unfinished"></translation>
+        <translation> [...]</translation>
     </message>
 </context>
 <context>
     <name>FindBar</name>
     <message>
         <source>Type, field or value, or a path such as */ATTITUDE/roll</source>
-        <translation type="unfinished"></translation>
+        <translation>Typ, Feld oder Wert oder ein Pfad wie */ATTITUDE/roll</translation>
     </message>
     <message>
         <source>Find in the message tree</source>
-        <translation type="unfinished"></translation>
+        <translation>Im Nachrichtenbaum suchen</translation>
     </message>
     <message>
         <source>Matches</source>
-        <translation type="unfinished"></translation>
+        <translation>Treffer</translation>
     </message>
     <message>
         <source>&amp;Find:</source>
-        <translation type="unfinished"></translation>
+        <translation>Suche&amp;n:</translation>
     </message>
     <message>
         <source>&amp;Find...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Suchen ...</translation>
     </message>
     <message>
         <source>Find &amp;Next</source>
-        <translation type="unfinished"></translation>
+        <translation>Nächster &amp;Treffer</translation>
     </message>
     <message>
         <source>Find &amp;Previous</source>
-        <translation type="unfinished"></translation>
+        <translation>Vorheri&amp;ger Treffer</translation>
     </message>
     <message>
         <source>Previous match</source>
-        <translation type="unfinished"></translation>
+        <translation>Vorheriger Treffer</translation>
     </message>
     <message>
         <source>Previous match (Shift+F3)</source>
-        <translation type="unfinished"></translation>
+        <translation>Vorheriger Treffer (Umschalt+F3)</translation>
     </message>
     <message>
         <source>Next match</source>
-        <translation type="unfinished"></translation>
+        <translation>Nächster Treffer</translation>
     </message>
     <message>
         <source>Next match (F3)</source>
-        <translation type="unfinished"></translation>
+        <translation>Nächster Treffer (F3)</translation>
     </message>
     <message>
         <source>Close the find bar</source>
-        <translation type="unfinished"></translation>
+        <translation>Suchleiste schließen</translation>
     </message>
     <message>
         <source>Close and show everything (Esc)</source>
-        <translation type="unfinished"></translation>
+        <translation>Schließen und alles zeigen (Esc)</translation>
     </message>
     <message>
         <source>Not a path yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Noch kein Pfad</translation>
     </message>
     <message>
         <source>Nothing found</source>
-        <translation type="unfinished"></translation>
+        <translation>Nichts gefunden</translation>
     </message>
     <message>
         <source>1 match</source>
-        <translation type="unfinished"></translation>
+        <translation>1 Treffer</translation>
     </message>
     <message>
         <source>%1 matches</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Treffer</translation>
     </message>
 </context>
 <context>
     <name>FormPanel</name>
     <message>
         <source>Select message types in the list to see them here as forms.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichtentypen in der Liste auswählen, um sie hier als Formulare zu sehen.</translation>
     </message>
     <message>
         <source>Message forms</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichtenformulare</translation>
     </message>
 </context>
 <context>
     <name>FoxgloveInput</name>
     <message>
         <source>cancelled</source>
-        <translation type="unfinished"></translation>
+        <translation>abgebrochen</translation>
     </message>
     <message>
         <source>it does not speak the Foxglove protocol: no greeting within %1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>spricht das Foxglove-Protokoll nicht: keine Begrüßung innerhalb von %1 s</translation>
     </message>
     <message>
         <source>no answer within %1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Antwort innerhalb von %1 s</translation>
     </message>
     <message>
         <source>it does not speak the Foxglove protocol</source>
-        <translation type="unfinished"></translation>
+        <translation>spricht das Foxglove-Protokoll nicht</translation>
     </message>
 </context>
 <context>
     <name>InputAddress</name>
     <message>
         <source>no input is named</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Eingabe genannt</translation>
     </message>
     <message>
         <source>%1: &quot;%2&quot; is no port; ports are 1 to 65535</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: „%2“ ist kein Port; Ports gehen von 1 bis 65535</translation>
     </message>
     <message>
         <source>%1: &quot;%2&quot; is no address to listen on; it is written in numbers</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: „%2“ ist keine Empfangsadresse; sie wird in Zahlen geschrieben</translation>
     </message>
     <message>
         <source>%1: no host is named</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: kein Host genannt</translation>
     </message>
     <message>
         <source>the bracket of the IPv6 address is not closed</source>
-        <translation type="unfinished"></translation>
+        <translation>die Klammer der IPv6-Adresse ist nicht geschlossen</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no IPv6 address</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist keine IPv6-Adresse</translation>
     </message>
     <message>
         <source>an IPv6 address stands in brackets</source>
-        <translation type="unfinished"></translation>
+        <translation>eine IPv6-Adresse steht in Klammern</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not expected behind the host</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist hinter dem Host nicht zulässig</translation>
     </message>
     <message>
         <source>%1: this is no address; ws://HOST:PORT is one</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: keine Adresse; eine Adresse ist etwa ws://HOST:PORT</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
         <source>Corvel Monitor</source>
-        <translation type="unfinished"></translation>
+        <translation>Corvel Monitor</translation>
     </message>
     <message>
         <source>The definitions could not be loaded.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Definitionen konnten nicht geladen werden.</translation>
     </message>
     <message>
         <source>The annotations have faults; the rest of them is used.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Anmerkungen enthalten Fehler; der Rest davon wird verwendet.</translation>
     </message>
     <message>
         <source>%1 – Corvel Monitor</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 – Corvel Monitor</translation>
     </message>
     <message>
         <source>Nothing is open</source>
-        <translation type="unfinished"></translation>
+        <translation>Nichts geöffnet</translation>
     </message>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2</translation>
     </message>
     <message>
         <source>Tick a message type in the list to see its fields here, or add all of them from the tool bar.</source>
-        <translation type="unfinished"></translation>
+        <translation>Einen Nachrichtentyp in der Liste ankreuzen, um hier seine Felder zu sehen, oder alle über die Werkzeugleiste hinzufügen.</translation>
     </message>
     <message>
         <source>Waiting for messages from %1 ...</source>
-        <translation type="unfinished"></translation>
+        <translation>Warten auf Nachrichten von %1 ...</translation>
     </message>
     <message>
         <source>Open a recording or connect to a vehicle from the File menu, or drop a recording here.</source>
-        <translation type="unfinished"></translation>
+        <translation>Über das Menü „Datei“ eine Aufzeichnung öffnen oder ein Fahrzeug verbinden oder eine Aufzeichnung hier ablegen.</translation>
     </message>
     <message>
         <source>Message tree</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichtenbaum</translation>
     </message>
     <message>
         <source>Message types</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichtentypen</translation>
     </message>
     <message>
         <source>Watches</source>
-        <translation type="unfinished"></translation>
+        <translation>Beobachtungen</translation>
     </message>
     <message>
         <source>Message Types</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichtentypen</translation>
     </message>
     <message>
         <source>Forms</source>
-        <translation type="unfinished"></translation>
+        <translation>Formulare</translation>
     </message>
     <message>
         <source>Message statistics</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichtenstatistik</translation>
     </message>
     <message>
         <source>Statistics</source>
-        <translation type="unfinished"></translation>
+        <translation>Statistik</translation>
     </message>
     <message>
         <source>Events</source>
-        <translation type="unfinished"></translation>
+        <translation>Ereignisse</translation>
     </message>
     <message>
         <source>Last problem</source>
-        <translation type="unfinished"></translation>
+        <translation>Letztes Problem</translation>
     </message>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Datei</translation>
     </message>
     <message>
         <source>&amp;Open Recording...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Aufzeichnung öffnen ...</translation>
     </message>
     <message>
         <source>Open &amp;Recent</source>
-        <translation type="unfinished"></translation>
+        <translation>Z&amp;uletzt geöffnet</translation>
     </message>
     <message>
         <source>&amp;Simulated Vehicle</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Simuliertes Fahrzeug</translation>
     </message>
     <message>
         <source>Load &amp;Definitions...</source>
-        <translation type="unfinished"></translation>
+        <translation>Definitionen &amp;laden ...</translation>
     </message>
     <message>
         <source>Save &amp;Events as CSV...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Ereignisse als CSV speichern ...</translation>
     </message>
     <message>
         <source>&amp;Clear Events</source>
-        <translation type="unfinished"></translation>
+        <translation>Ereignisse lös&amp;chen</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Beenden</translation>
     </message>
     <message>
         <source>&amp;Add All Types</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Alle Typen hinzufügen</translation>
     </message>
     <message>
         <source>Ctrl+Shift+A</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+Shift+A</translation>
     </message>
     <message>
         <source>&amp;Remove All Types</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Typen &amp;entfernen</translation>
     </message>
     <message>
         <source>Add &amp;New Types Automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Neue Typen automatisch hinzufügen</translation>
     </message>
     <message>
         <source>&amp;Collapse All</source>
-        <translation type="unfinished"></translation>
+        <translation>Alles &amp;zuklappen</translation>
     </message>
     <message>
         <source>&amp;Expand All</source>
-        <translation type="unfinished"></translation>
+        <translation>Alles au&amp;fklappen</translation>
     </message>
     <message>
         <source>&amp;Virtual Fields</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Virtuelle Felder</translation>
     </message>
     <message>
         <source>&amp;Primary Fields Only</source>
-        <translation type="unfinished"></translation>
+        <translation>Nur &amp;primäre Felder</translation>
     </message>
     <message>
         <source>Con&amp;fidential Data</source>
-        <translation type="unfinished"></translation>
+        <translation>Vertrau&amp;liche Daten</translation>
     </message>
     <message>
         <source>Show fields that are marked as confidential</source>
-        <translation type="unfinished"></translation>
+        <translation>Felder zeigen, die als vertraulich gekennzeichnet sind</translation>
     </message>
     <message>
         <source>&amp;Tree</source>
-        <translation type="unfinished"></translation>
+        <translation>Ba&amp;um</translation>
     </message>
     <message>
         <source>&amp;View</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Ansicht</translation>
     </message>
     <message>
         <source>&amp;Columns</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Spalten</translation>
     </message>
     <message>
         <source>Tree</source>
-        <translation type="unfinished"></translation>
+        <translation>Baum</translation>
     </message>
     <message>
         <source>All senders</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Sender</translation>
     </message>
     <message>
         <source>Sender shown</source>
-        <translation type="unfinished"></translation>
+        <translation>Gezeigter Sender</translation>
     </message>
     <message>
         <source>Whose messages the tree, the forms and the values show</source>
-        <translation type="unfinished"></translation>
+        <translation>Wessen Nachrichten Baum, Formulare und Werte zeigen</translation>
     </message>
     <message>
         <source>Save Events</source>
-        <translation type="unfinished"></translation>
+        <translation>Ereignisse speichern</translation>
     </message>
     <message>
         <source>Comma-separated values (*.csv);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>Kommagetrennte Werte (*.csv);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>%1 cannot be written: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
     </message>
     <message>
         <source>No recordings yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Noch keine Aufzeichnungen</translation>
     </message>
     <message>
         <source>Load Definitions</source>
-        <translation type="unfinished"></translation>
+        <translation>Definitionen laden</translation>
     </message>
     <message>
         <source>MAVLink dialects (*.xml);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>MAVLink-Dialekte (*.xml);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>%1 sources</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Quellen</translation>
     </message>
     <message>
         <source>%1 sources – Corvel Monitor</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Quellen – Corvel Monitor</translation>
     </message>
     <message>
         <source>%1 messages   %2 /s   %3 kB/s   %4 not displayed   %5 checksum failures</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Nachrichten   %2 /s   %3 kB/s   %4 nicht angezeigt   %5 Prüfsummenfehler</translation>
     </message>
     <message>
         <source>Pause &amp;Views</source>
-        <translation type="unfinished"></translation>
+        <translation>Ansichten an&amp;halten</translation>
     </message>
     <message>
         <source>F8</source>
-        <translation type="unfinished"></translation>
+        <translation>F8</translation>
     </message>
     <message>
         <source>Let the views stand still while what arrives is counted and recorded (F8)</source>
-        <translation type="unfinished"></translation>
+        <translation>Ansichten stillstehen lassen, während weiter gezählt und aufgezeichnet wird, was ankommt (F8)</translation>
     </message>
     <message>
         <source>The views are paused. What arrives is counted and recorded all the same; press %1 to catch up.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Ansichten sind angehalten. Was ankommt, wird trotzdem gezählt und aufgezeichnet; %1 drücken, um aufzuholen.</translation>
     </message>
     <message>
         <source>Double-click an event, or press Return, to go to its time in the recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Ereignis doppelklicken oder die Eingabetaste drücken, um in der Aufzeichnung zu seiner Zeit zu springen</translation>
     </message>
     <message>
         <source>&amp;Playback</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Wiedergabe</translation>
     </message>
     <message>
         <source>No recording that is open has this time.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine geöffnete Aufzeichnung enthält diese Zeit.</translation>
     </message>
     <message>
         <source>Paused views</source>
-        <translation type="unfinished"></translation>
+        <translation>Ansichten angehalten</translation>
     </message>
     <message>
         <source>Sources</source>
-        <translation type="unfinished"></translation>
+        <translation>Quellen</translation>
     </message>
     <message>
         <source>Plot</source>
-        <translation type="unfinished"></translation>
+        <translation>Verlauf</translation>
     </message>
     <message>
         <source>Message types appear here as they are received.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichtentypen erscheinen hier, sobald sie empfangen werden.</translation>
     </message>
     <message>
         <source>Connect to a device, or drop a recording on the window.</source>
-        <translation type="unfinished"></translation>
+        <translation>Mit einem Gerät verbinden oder eine Aufzeichnung auf dem Fenster ablegen.</translation>
     </message>
     <message>
         <source>How often and how regularly messages come is told here once some were received.</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie oft und wie regelmäßig Nachrichten kommen, steht hier, sobald welche empfangen wurden.</translation>
     </message>
     <message>
         <source>Nothing happened yet: losses, checksum failures and changes of sources appear here.</source>
-        <translation type="unfinished"></translation>
+        <translation>Noch ist nichts geschehen: Verluste, Prüfsummenfehler und Änderungen der Quellen erscheinen hier.</translation>
     </message>
     <message>
         <source>Co&amp;nnect...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Verbinden ...</translation>
     </message>
     <message>
         <source>Ctrl+K</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+K</translation>
     </message>
     <message>
         <source>&amp;Record...</source>
-        <translation type="unfinished"></translation>
+        <translation>Auf&amp;zeichnen ...</translation>
     </message>
     <message>
         <source>Ctrl+R</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+R</translation>
     </message>
     <message>
         <source>S&amp;top Recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufzeichnung sto&amp;ppen</translation>
     </message>
     <message>
         <source>C&amp;lose Source</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Quelle schließen</translation>
     </message>
     <message>
         <source>Ctrl+W</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+W</translation>
     </message>
     <message>
         <source>Save S&amp;tatistics as CSV...</source>
-        <translation type="unfinished"></translation>
+        <translation>S&amp;tatistik als CSV speichern ...</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Bearbeiten</translation>
     </message>
     <message>
         <source>Open Recordings</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufzeichnungen öffnen</translation>
     </message>
     <message>
         <source>Recordings (*.tlog *.mavlink *.mcap *.bin *.raw);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufzeichnungen (*.tlog *.mavlink *.mcap *.bin *.raw);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>Save Statistics</source>
-        <translation type="unfinished"></translation>
+        <translation>Statistik speichern</translation>
     </message>
     <message>
         <source>Record</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufzeichnen</translation>
     </message>
     <message>
         <source>MAVLink recordings (*.tlog)</source>
-        <translation type="unfinished"></translation>
+        <translation>MAVLink-Aufzeichnungen (*.tlog)</translation>
     </message>
     <message>
         <source>MCAP recordings (*.mcap)</source>
-        <translation type="unfinished"></translation>
+        <translation>MCAP-Aufzeichnungen (*.mcap)</translation>
     </message>
     <message>
         <source>The definitions are used from here on, also for what is open.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Definitionen gelten von hier an, auch für das, was geöffnet ist.</translation>
     </message>
 </context>
 <context>
     <name>MavlinkDialect</name>
     <message>
         <source>%1 to %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 bis %2</translation>
     </message>
     <message>
         <source>at least %1</source>
-        <translation type="unfinished"></translation>
+        <translation>mindestens %1</translation>
     </message>
     <message>
         <source>at most %1</source>
-        <translation type="unfinished"></translation>
+        <translation>höchstens %1</translation>
     </message>
     <message>
         <source>%1 more errors</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 weitere Fehler</translation>
     </message>
     <message>
         <source>no message definitions: the outermost element is &lt;%1&gt; instead of &lt;mavlink&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Nachrichtendefinitionen: das äußerste Element ist &lt;%1&gt; statt &lt;mavlink&gt;</translation>
     </message>
     <message>
         <source>malformed XML: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>fehlerhaftes XML: %1</translation>
     </message>
     <message>
         <source>an enum without a name</source>
-        <translation type="unfinished"></translation>
+        <translation>eine Aufzählung ohne Namen</translation>
     </message>
     <message>
         <source>an enum entry without a name</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Aufzählungseintrag ohne Namen</translation>
     </message>
     <message>
         <source>%1: the value &quot;%2&quot; is not a number</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: der Wert „%2“ ist keine Zahl</translation>
     </message>
     <message>
         <source>a message without a name</source>
-        <translation type="unfinished"></translation>
+        <translation>eine Nachricht ohne Namen</translation>
     </message>
     <message>
         <source>%1: the id &quot;%2&quot; is not a number from 0 to %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: die Kennung „%2“ ist keine Zahl von 0 bis %3</translation>
     </message>
     <message>
         <source>a field without a name</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Feld ohne Namen</translation>
     </message>
     <message>
         <source>%1: the array length of &quot;%2&quot; is not a number from 1 to %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: die Array-Länge von „%2“ ist keine Zahl von 1 bis %3</translation>
     </message>
     <message>
         <source>%1: unknown type &quot;%2&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: unbekannter Typ „%2“</translation>
     </message>
     <message>
         <source>cannot be read: not a file</source>
-        <translation type="unfinished"></translation>
+        <translation>kann nicht gelesen werden: keine Datei</translation>
     </message>
     <message>
         <source>cannot be read: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>kann nicht gelesen werden: %1</translation>
     </message>
     <message>
         <source>cannot be read: larger than %1 bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>kann nicht gelesen werden: größer als %1 Bytes</translation>
     </message>
     <message>
         <source>files include each other: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Dateien binden einander ein: %1</translation>
     </message>
     <message>
         <source>the included file &quot;%1&quot; %2</source>
-        <translation type="unfinished"></translation>
+        <translation>die eingebundene Datei „%1“ %2</translation>
     </message>
     <message>
         <source>more than %1 files</source>
-        <translation type="unfinished"></translation>
+        <translation>mehr als %1 Dateien</translation>
     </message>
     <message>
         <source>more than %1 bytes in all files</source>
-        <translation type="unfinished"></translation>
+        <translation>mehr als %1 Bytes in allen Dateien</translation>
     </message>
     <message>
         <source>the entry %1 of %2 is already defined at %3</source>
-        <translation type="unfinished"></translation>
+        <translation>der Eintrag %1 von %2 ist bereits in %3 definiert</translation>
     </message>
     <message>
         <source>%1: the id %2 is already that of %3 at %4</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: die Kennung %2 gehört bereits %3 in %4</translation>
     </message>
     <message>
         <source>%1: the name is already taken at %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: der Name ist bereits in %2 vergeben</translation>
     </message>
     <message>
         <source>%1: the field %2 is there twice</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: das Feld %2 ist doppelt vorhanden</translation>
     </message>
     <message>
         <source>%1: the payload is longer than %2 bytes with the field %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: die Nutzlast ist mit dem Feld %3 länger als %2 Bytes</translation>
     </message>
 </context>
 <context>
     <name>McapIndex</name>
     <message>
         <source>%1: this is no MCAP file</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: keine MCAP-Datei</translation>
     </message>
 </context>
 <context>
     <name>MessageStatisticsWidget</name>
     <message>
         <source>Message</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachricht</translation>
     </message>
     <message>
         <source>Count</source>
-        <translation type="unfinished"></translation>
+        <translation>Anzahl</translation>
     </message>
     <message>
         <source>Current rate/interval</source>
-        <translation type="unfinished"></translation>
+        <translation>Aktuelle Rate/Intervall</translation>
     </message>
     <message>
         <source>Gaps</source>
-        <translation type="unfinished"></translation>
+        <translation>Lücken</translation>
     </message>
     <message>
         <source>CRC Errors</source>
-        <translation type="unfinished"></translation>
+        <translation>CRC-Fehler</translation>
     </message>
 </context>
 <context>
     <name>MessageTreeWidget</name>
     <message>
         <source>Name</source>
-        <translation type="unfinished"></translation>
+        <translation>Name</translation>
     </message>
     <message>
         <source>Raw value</source>
-        <translation type="unfinished"></translation>
+        <translation>Rohwert</translation>
     </message>
     <message>
         <source>Value</source>
-        <translation type="unfinished"></translation>
+        <translation>Wert</translation>
     </message>
     <message>
         <source>Type</source>
-        <translation type="unfinished"></translation>
+        <translation>Typ</translation>
     </message>
     <message>
         <source>Custom 1</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigene 1</translation>
     </message>
     <message>
         <source>Custom 2</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigene 2</translation>
     </message>
     <message>
         <source>Custom 3</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigene 3</translation>
     </message>
     <message>
         <source>Custom 4</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigene 4</translation>
     </message>
     <message>
         <source>Custom 5</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigene 5</translation>
     </message>
     <message>
         <source>Custom 6</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigene 6</translation>
     </message>
     <message>
         <source>Custom 7</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigene 7</translation>
     </message>
     <message>
         <source>Custom 8</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigene 8</translation>
     </message>
     <message>
         <source>Custom 9</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigene 9</translation>
     </message>
     <message>
         <source>Custom 10</source>
-        <translation type="unfinished"></translation>
+        <translation>Eigene 10</translation>
     </message>
     <message>
         <source>Column type %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Spaltentyp %1</translation>
     </message>
     <message>
         <source>Duplicate column</source>
-        <translation type="unfinished"></translation>
+        <translation>Doppelte Spalte</translation>
     </message>
     <message>
         <source>Attempt to add to a MessageTreeWidget a column that is already present: %1. Duplicate column was not added.</source>
-        <translation type="unfinished"></translation>
+        <translation>Einem MessageTreeWidget sollte eine Spalte hinzugefügt werden, die bereits vorhanden ist: %1. Die doppelte Spalte wurde nicht hinzugefügt.</translation>
     </message>
     <message>
         <source>&amp;Type</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Typ</translation>
     </message>
     <message>
         <source>&amp;Raw Value</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Rohwert</translation>
     </message>
 </context>
 <context>
     <name>MessageTreeWidgetItem</name>
     <message>
         <source>No message type set</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Nachrichtentyp gesetzt</translation>
     </message>
     <message>
         <source>Message</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachricht</translation>
     </message>
     <message>
         <source>No message</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Nachricht</translation>
     </message>
     <message>
         <source>Hidden data</source>
-        <translation type="unfinished"></translation>
+        <translation>Verborgene Daten</translation>
     </message>
     <message>
         <source>Due to confidentiality, the data in this message has been (partly) hidden.</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus Gründen der Vertraulichkeit wurden die Daten dieser Nachricht (teilweise) verborgen.</translation>
     </message>
 </context>
 <context>
     <name>MessageTypeModel</name>
     <message>
         <source>Unknown %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Unbekannt: %1</translation>
     </message>
     <message>
         <source>%1 /s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 /s</translation>
     </message>
     <message>
         <source>The loaded definitions do not know this type; its messages are counted only.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die geladenen Definitionen kennen diesen Typ nicht; seine Nachrichten werden nur gezählt.</translation>
     </message>
     <message>
         <source>Type</source>
-        <translation type="unfinished"></translation>
+        <translation>Typ</translation>
     </message>
     <message>
         <source>Sender</source>
-        <translation type="unfinished"></translation>
+        <translation>Sender</translation>
     </message>
     <message>
         <source>Count</source>
-        <translation type="unfinished"></translation>
+        <translation>Anzahl</translation>
     </message>
     <message>
         <source>Rate</source>
-        <translation type="unfinished"></translation>
+        <translation>Rate</translation>
     </message>
 </context>
 <context>
     <name>MessageWidget</name>
     <message>
         <source>No message type set</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Nachrichtentyp gesetzt</translation>
     </message>
 </context>
 <context>
     <name>PathExpression</name>
     <message>
         <source>character %1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeichen %1: %2</translation>
     </message>
     <message>
         <source>this part has one level only; a separator in a name is written \/</source>
-        <translation type="unfinished"></translation>
+        <translation>dieser Teil hat nur eine Ebene; ein Trennzeichen in einem Namen wird \/ geschrieben</translation>
     </message>
     <message>
         <source>no bracket was opened; one in a name is written \]</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Klammer wurde geöffnet; eine in einem Namen wird \] geschrieben</translation>
     </message>
     <message>
         <source>only an index can stand here</source>
-        <translation type="unfinished"></translation>
+        <translation>hier kann nur ein Index stehen</translation>
     </message>
     <message>
         <source>nothing can stand here</source>
-        <translation type="unfinished"></translation>
+        <translation>hier kann nichts stehen</translation>
     </message>
     <message>
         <source>the name before the # is missing; this character in a name is written \#</source>
-        <translation type="unfinished"></translation>
+        <translation>der Name vor dem # fehlt; dieses Zeichen in einem Namen wird \# geschrieben</translation>
     </message>
     <message>
         <source>the character behind the \ is missing</source>
-        <translation type="unfinished"></translation>
+        <translation>das Zeichen hinter dem \ fehlt</translation>
     </message>
     <message>
         <source>only / * # [ ] and \ can stand behind a \, or 0 alone for an empty name</source>
-        <translation type="unfinished"></translation>
+        <translation>nur / * # [ ] und \ können hinter einem \ stehen, oder allein 0 für einen leeren Namen</translation>
     </message>
     <message>
         <source>the wildcard stands alone; a star in a name is written \*</source>
-        <translation type="unfinished"></translation>
+        <translation>der Platzhalter steht allein; ein Stern in einem Namen wird \* geschrieben</translation>
     </message>
     <message>
         <source>a number from 1 must follow the #; this character in a name is written \#</source>
-        <translation type="unfinished"></translation>
+        <translation>auf das # muss eine Zahl ab 1 folgen; dieses Zeichen in einem Namen wird \# geschrieben</translation>
     </message>
     <message>
         <source>only fields have an index; a bracket in a name is written \[</source>
-        <translation type="unfinished"></translation>
+        <translation>nur Felder haben einen Index; eine Klammer in einem Namen wird \[ geschrieben</translation>
     </message>
     <message>
         <source>the ] is missing</source>
-        <translation type="unfinished"></translation>
+        <translation>das ] fehlt</translation>
     </message>
     <message>
         <source>an index is a number or *</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Index ist eine Zahl oder *</translation>
     </message>
     <message>
         <source>nothing can stand behind an index</source>
-        <translation type="unfinished"></translation>
+        <translation>hinter einem Index kann nichts stehen</translation>
     </message>
     <message>
         <source>the path has too many levels</source>
-        <translation type="unfinished"></translation>
+        <translation>der Pfad hat zu viele Ebenen</translation>
     </message>
 </context>
 <context>
     <name>PathExpressionComboBox</name>
     <message>
         <source>Null path expression set!</source>
-        <translation type="unfinished"></translation>
+        <translation>Pfadausdruck ist null!</translation>
     </message>
     <message>
         <source>Null options source path expression set!</source>
-        <translation type="unfinished"></translation>
+        <translation>Pfadausdruck der Auswahlquelle ist null!</translation>
     </message>
     <message>
         <source>No options</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Auswahl</translation>
     </message>
 </context>
 <context>
     <name>PathExpressionLabel</name>
     <message>
         <source>No path expression set!</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Pfadausdruck gesetzt!</translation>
     </message>
 </context>
 <context>
     <name>PathExpressionLineEdit</name>
     <message>
         <source>No path expression set!</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Pfadausdruck gesetzt!</translation>
     </message>
 </context>
 <context>
     <name>PathExpressionListWidget</name>
     <message>
         <source>Null options source path expression set!</source>
-        <translation type="unfinished"></translation>
+        <translation>Pfadausdruck der Auswahlquelle ist null!</translation>
     </message>
     <message>
         <source>No options</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Auswahl</translation>
     </message>
 </context>
 <context>
     <name>PinnedTypes</name>
     <message>
         <source>pinned</source>
-        <translation type="unfinished"></translation>
+        <translation>angeheftet</translation>
     </message>
 </context>
 <context>
     <name>PlaybackBar</name>
     <message>
         <source>Playback</source>
-        <translation type="unfinished"></translation>
+        <translation>Wiedergabe</translation>
     </message>
     <message>
         <source>&amp;Play or Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Abspielen oder anhalten</translation>
     </message>
     <message>
         <source>Ctrl+Space</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+Space</translation>
     </message>
     <message>
         <source>&amp;Step One Message</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Eine Nachricht weiter</translation>
     </message>
     <message>
         <source>Ctrl+.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+.</translation>
     </message>
     <message>
         <source>Stop &amp;Reading</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Lesen beenden</translation>
     </message>
     <message>
         <source>End reading here; what was read stays</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Lesen hier beenden; was gelesen wurde, bleibt</translation>
     </message>
     <message>
         <source>%1 x</source>
         <comment>speed of playback</comment>
-        <translation type="unfinished"></translation>
+        <translation>%1 x</translation>
     </message>
     <message>
         <source>As fast as possible</source>
-        <translation type="unfinished"></translation>
+        <translation>So schnell wie möglich</translation>
     </message>
     <message>
         <source>Speed of playback</source>
-        <translation type="unfinished"></translation>
+        <translation>Geschwindigkeit der Wiedergabe</translation>
     </message>
     <message>
         <source>How fast the recording is played</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie schnell die Aufzeichnung abgespielt wird</translation>
     </message>
     <message>
         <source>Place in the recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Stelle in der Aufzeichnung</translation>
     </message>
     <message>
         <source>Where the recording is; counts and statistics begin anew where you go</source>
-        <translation type="unfinished"></translation>
+        <translation>Wo die Aufzeichnung steht; nach einem Sprung beginnen Zählung und Statistik neu</translation>
     </message>
     <message>
         <source>Part of the recording that was read</source>
-        <translation type="unfinished"></translation>
+        <translation>Gelesener Teil der Aufzeichnung</translation>
     </message>
     <message>
         <source>Time in the recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeit in der Aufzeichnung</translation>
     </message>
     <message>
         <source>Go to time</source>
-        <translation type="unfinished"></translation>
+        <translation>Zu Zeit springen</translation>
     </message>
     <message>
         <source>Time to go to</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeit, zu der gesprungen wird</translation>
     </message>
     <message>
         <source>A time to go to: 14:05:30 (UTC), +1:30 since the start, or 2015-07-05 14:05:30</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Zeit als Ziel: 14:05:30 (UTC), +1:30 seit dem Beginn oder 2015-07-05 14:05:30</translation>
     </message>
     <message>
         <source>&amp;Go to Time...</source>
-        <translation type="unfinished"></translation>
+        <translation>Zu Zeit s&amp;pringen ...</translation>
     </message>
     <message>
         <source>Ctrl+G</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+G</translation>
     </message>
     <message>
         <source>Pause the recording (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufzeichnung anhalten (%1)</translation>
     </message>
     <message>
         <source>Play the recording (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufzeichnung abspielen (%1)</translation>
     </message>
     <message>
         <source>Show the next message and stop there (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>Die nächste Nachricht zeigen und dort anhalten (%1)</translation>
     </message>
     <message>
         <source>%1 UTC</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 UTC</translation>
     </message>
     <message>
         <source>%1 UTC   %2 / %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 UTC   %2 / %3</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no time; a time is written as 14:05:30, +1:30 or 2015-07-05 14:05:30.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist keine Zeit; eine Zeit wird 14:05:30, +1:30 oder 2015-07-05 14:05:30 geschrieben.</translation>
     </message>
 </context>
 <context>
     <name>PlotPanel</name>
     <message>
         <source>Plot</source>
-        <translation type="unfinished"></translation>
+        <translation>Verlauf</translation>
     </message>
     <message>
         <source>Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+G).</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Zahl aus dem Nachrichtenbaum hierher ziehen oder in ihrem Kontextmenü „Im Verlauf zeigen“ wählen (Strg+G).</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Anhalten</translation>
     </message>
     <message>
         <source>Let the picture stay; what comes is kept (Space)</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Bild stehen lassen; was kommt, wird behalten (Leertaste)</translation>
     </message>
     <message>
         <source>%1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 s</translation>
     </message>
     <message>
         <source>%1 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 min</translation>
     </message>
     <message>
         <source>Time that is shown</source>
-        <translation type="unfinished"></translation>
+        <translation>Gezeigte Zeit</translation>
     </message>
     <message>
         <source>How much time is shown</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie viel Zeit gezeigt wird</translation>
     </message>
     <message>
         <source>Zoom In</source>
-        <translation type="unfinished"></translation>
+        <translation>Vergrößern</translation>
     </message>
     <message>
         <source>Show less time (turn the wheel; Shift and drag shows a rectangle)</source>
-        <translation type="unfinished"></translation>
+        <translation>Weniger Zeit zeigen (Mausrad drehen; Umschalt und Ziehen zeigt ein Rechteck)</translation>
     </message>
     <message>
         <source>Zoom Out</source>
-        <translation type="unfinished"></translation>
+        <translation>Verkleinern</translation>
     </message>
     <message>
         <source>Show more time</source>
-        <translation type="unfinished"></translation>
+        <translation>Mehr Zeit zeigen</translation>
     </message>
     <message>
         <source>Show All</source>
-        <translation type="unfinished"></translation>
+        <translation>Alles zeigen</translation>
     </message>
     <message>
         <source>Show all the time that is kept, and pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Die gesamte behaltene Zeit zeigen und anhalten</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Entfernen</translation>
     </message>
     <message>
         <source>Remove the chosen series (Del)</source>
-        <translation type="unfinished"></translation>
+        <translation>Die gewählte Reihe entfernen (Entf)</translation>
     </message>
     <message>
         <source>Remove All</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle entfernen</translation>
     </message>
     <message>
         <source>Remove all series</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Reihen entfernen</translation>
     </message>
     <message>
         <source>Save Picture...</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild speichern ...</translation>
     </message>
     <message>
         <source>Save the plot as a PNG picture</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Verlauf als PNG-Bild speichern</translation>
     </message>
     <message>
         <source>Save Values...</source>
-        <translation type="unfinished"></translation>
+        <translation>Werte speichern ...</translation>
     </message>
     <message>
         <source>Save the values as CSV</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Werte als CSV speichern</translation>
     </message>
     <message>
         <source>Field</source>
-        <translation type="unfinished"></translation>
+        <translation>Feld</translation>
     </message>
     <message>
         <source>Value</source>
-        <translation type="unfinished"></translation>
+        <translation>Wert</translation>
     </message>
     <message>
         <source>Plotted fields</source>
-        <translation type="unfinished"></translation>
+        <translation>Felder im Verlauf</translation>
     </message>
     <message>
         <source>No more than %1 series can be plotted at a time.</source>
-        <translation type="unfinished"></translation>
+        <translation>Mehr als %1 Reihen können nicht gleichzeitig gezeigt werden.</translation>
     </message>
     <message>
         <source>Save Picture</source>
-        <translation type="unfinished"></translation>
+        <translation>Bild speichern</translation>
     </message>
     <message>
         <source>PNG pictures (*.png);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>PNG-Bilder (*.png);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>%1 cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht geschrieben werden.</translation>
     </message>
     <message>
         <source>Save Values</source>
-        <translation type="unfinished"></translation>
+        <translation>Werte speichern</translation>
     </message>
     <message>
         <source>Comma-separated values (*.csv);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>Kommagetrennte Werte (*.csv);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>%1 cannot be written: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
     </message>
 </context>
 <context>
     <name>PlotView</name>
     <message>
         <source>without unit</source>
-        <translation type="unfinished"></translation>
+        <translation>ohne Einheit</translation>
     </message>
     <message>
         <source>%1 UTC</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 UTC</translation>
     </message>
 </context>
 <context>
     <name>PreferencesDialog</name>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Einstellungen</translation>
     </message>
     <message>
         <source>Display</source>
-        <translation type="unfinished"></translation>
+        <translation>Anzeige</translation>
     </message>
     <message>
         <source> Hz</source>
-        <translation type="unfinished"></translation>
+        <translation> Hz</translation>
     </message>
     <message>
         <source>&amp;Updates:</source>
-        <translation type="unfinished"></translation>
+        <translation>Akt&amp;ualisierung:</translation>
     </message>
     <message>
         <source>How often the views show what is new. Every message is counted and recorded at any rate.</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie oft die Ansichten Neues zeigen. Jede Nachricht wird bei jeder Rate gezählt und aufgezeichnet.</translation>
     </message>
     <message>
         <source>exact</source>
-        <translation type="unfinished"></translation>
+        <translation>exakt</translation>
     </message>
     <message>
         <source>&amp;Decimals:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Nachkommastellen:</translation>
     </message>
     <message>
         <source>Digits behind the point of floating-point numbers. Raw values are always exact.</source>
-        <translation type="unfinished"></translation>
+        <translation>Stellen hinter dem Komma von Gleitkommazahlen. Rohwerte sind immer exakt.</translation>
     </message>
     <message>
         <source>As the system</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie das System</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>Hell</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>Dunkel</translation>
     </message>
     <message>
         <source>&amp;Colours:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Farben:</translation>
     </message>
     <message>
         <source>The colours of all windows</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Farben aller Fenster</translation>
     </message>
     <message>
         <source>&amp;Highlight values that change</source>
-        <translation type="unfinished"></translation>
+        <translation>Geänderte Werte &amp;hervorheben</translation>
     </message>
     <message>
         <source>Messages</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichten</translation>
     </message>
     <message>
         <source>never</source>
-        <translation type="unfinished"></translation>
+        <translation>nie</translation>
     </message>
     <message>
         <source> intervals</source>
-        <translation type="unfinished"></translation>
+        <translation> Intervallen</translation>
     </message>
     <message>
         <source>&amp;Grey types after:</source>
-        <translation type="unfinished"></translation>
+        <translation>Typen aus&amp;grauen nach:</translation>
     </message>
     <message>
         <source>How many of its intervals without a message make a type count as silent</source>
-        <translation type="unfinished"></translation>
+        <translation>Nach wie vielen seiner Intervalle ohne Nachricht ein Typ als verstummt gilt</translation>
     </message>
     <message>
         <source>None</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine</translation>
     </message>
     <message>
         <source>Annotation file</source>
-        <translation type="unfinished"></translation>
+        <translation>Anmerkungsdatei</translation>
     </message>
     <message>
         <source>&amp;Browse...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Durchsuchen ...</translation>
     </message>
     <message>
         <source>&amp;Annotations:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Anmerkungen:</translation>
     </message>
     <message>
         <source>A file that adds roles, confidentiality and computed fields to the definitions</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Datei, die den Definitionen Rollen, Vertraulichkeit und berechnete Felder hinzufügt</translation>
     </message>
     <message>
         <source>Show con&amp;fidential data</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Vertrauliche Daten zeigen</translation>
     </message>
     <message>
         <source>Fields that their owner marked as confidential can then be read by anybody who sees this screen, also in pictures, copies and plots. The program forgets this choice when it ends.</source>
-        <translation type="unfinished"></translation>
+        <translation>Felder, die ihr Eigentümer als vertraulich gekennzeichnet hat, kann dann jeder lesen, der diesen Bildschirm sieht, auch in Bildern, Kopien und Verläufen. Das Programm vergisst diese Wahl, wenn es endet.</translation>
     </message>
     <message>
         <source>Warning</source>
-        <translation type="unfinished"></translation>
+        <translation>Warnung</translation>
     </message>
     <message>
         <source>Annotations</source>
-        <translation type="unfinished"></translation>
+        <translation>Anmerkungen</translation>
     </message>
     <message>
         <source>Annotations (*.json);;All files (*)</source>
-        <translation type="unfinished"></translation>
+        <translation>Anmerkungen (*.json);;Alle Dateien (*)</translation>
     </message>
 </context>
 <context>
     <name>ProtobufFormat</name>
     <message>
         <source>the schema has no message type &quot;%1&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>das Schema hat keinen Nachrichtentyp „%1“</translation>
     </message>
     <message>
         <source>no schema is loaded</source>
-        <translation type="unfinished"></translation>
+        <translation>kein Schema ist geladen</translation>
     </message>
     <message>
         <source>no schema has a message type &quot;%1&quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>kein Schema hat einen Nachrichtentyp „%1“</translation>
     </message>
     <message>
         <source>cannot be read</source>
-        <translation type="unfinished"></translation>
+        <translation>kann nicht gelesen werden</translation>
     </message>
     <message>
         <source>there is no such file</source>
-        <translation type="unfinished"></translation>
+        <translation>es gibt keine solche Datei</translation>
     </message>
     <message>
         <source>there is no such folder to import from</source>
-        <translation type="unfinished"></translation>
+        <translation>es gibt keinen solchen Import-Ordner</translation>
     </message>
     <message>
         <source>an import path has another file of that name: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>ein Importpfad hat eine andere Datei dieses Namens: %1</translation>
     </message>
     <message>
         <source>cannot be understood</source>
-        <translation type="unfinished"></translation>
+        <translation>ist nicht verständlich</translation>
     </message>
     <message>
         <source>not decoded: longer than %1 bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>nicht dekodiert: länger als %1 Bytes</translation>
     </message>
     <message>
         <source>cannot be parsed to its end</source>
-        <translation type="unfinished"></translation>
+        <translation>kann nicht bis zum Ende gelesen werden</translation>
     </message>
     <message>
         <source>the required field &quot;%1&quot; is missing</source>
-        <translation type="unfinished"></translation>
+        <translation>das erforderliche Feld „%1“ fehlt</translation>
     </message>
     <message>
         <source>the schema is longer than %1 bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>das Schema ist länger als %1 Bytes</translation>
     </message>
     <message>
         <source>the schema is empty</source>
-        <translation type="unfinished"></translation>
+        <translation>das Schema ist leer</translation>
     </message>
     <message>
         <source>the schema is no serialized FileDescriptorSet</source>
-        <translation type="unfinished"></translation>
+        <translation>das Schema ist kein serialisiertes FileDescriptorSet</translation>
     </message>
     <message>
         <source>and more</source>
-        <translation type="unfinished"></translation>
+        <translation>und weitere</translation>
     </message>
     <message>
         <source>byte %1: </source>
-        <translation type="unfinished"></translation>
+        <translation>Byte %1: </translation>
     </message>
     <message>
         <source>%1 at byte %2: </source>
-        <translation type="unfinished"></translation>
+        <translation>%1 bei Byte %2: </translation>
     </message>
     <message>
         <source>a group does not end</source>
-        <translation type="unfinished"></translation>
+        <translation>eine Gruppe endet nicht</translation>
     </message>
     <message>
         <source>the number of a field breaks off; the rest is not decoded</source>
-        <translation type="unfinished"></translation>
+        <translation>die Nummer eines Felds bricht ab; der Rest wird nicht dekodiert</translation>
     </message>
     <message>
         <source>no number of a field; the rest is not decoded</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Feldnummer; der Rest wird nicht dekodiert</translation>
     </message>
     <message>
         <source>a number breaks off; the rest is not decoded</source>
-        <translation type="unfinished"></translation>
+        <translation>eine Zahl bricht ab; der Rest wird nicht dekodiert</translation>
     </message>
     <message>
         <source>a length breaks off; the rest is not decoded</source>
-        <translation type="unfinished"></translation>
+        <translation>eine Länge bricht ab; der Rest wird nicht dekodiert</translation>
     </message>
     <message>
         <source>claims %1 bytes where %2 are left; the rest is not decoded</source>
-        <translation type="unfinished"></translation>
+        <translation>gibt %1 Bytes an, wo noch %2 übrig sind; der Rest wird nicht dekodiert</translation>
     </message>
     <message>
         <source>nested too deeply; it is not decoded</source>
-        <translation type="unfinished"></translation>
+        <translation>zu tief verschachtelt; wird nicht dekodiert</translation>
     </message>
     <message>
         <source>the end of a group that did not begin; the rest is not decoded</source>
-        <translation type="unfinished"></translation>
+        <translation>das Ende einer Gruppe, die nicht begonnen hat; der Rest wird nicht dekodiert</translation>
     </message>
     <message>
         <source>an unknown kind of value; the rest is not decoded</source>
-        <translation type="unfinished"></translation>
+        <translation>eine unbekannte Art von Wert; der Rest wird nicht dekodiert</translation>
     </message>
     <message>
         <source>nested too deeply; the rest is not decoded</source>
-        <translation type="unfinished"></translation>
+        <translation>zu tief verschachtelt; der Rest wird nicht dekodiert</translation>
     </message>
     <message>
         <source>not valid UTF-8; wrong bytes are shown as question marks</source>
-        <translation type="unfinished"></translation>
+        <translation>kein gültiges UTF-8; falsche Bytes werden als Fragezeichen gezeigt</translation>
     </message>
 </context>
 <context>
     <name>QObject</name>
     <message>
         <source>Gaps start</source>
-        <translation type="unfinished"></translation>
+        <translation>Beginn der Lücke</translation>
     </message>
     <message>
         <source>Missing epochs</source>
-        <translation type="unfinished"></translation>
+        <translation>Fehlende Epochen</translation>
     </message>
     <message>
         <source>Duration</source>
-        <translation type="unfinished"></translation>
+        <translation>Dauer</translation>
     </message>
     <message>
         <source>%1 ms</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ms</translation>
     </message>
     <message>
         <source>%1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 s</translation>
     </message>
     <message>
         <source>Message statistics for the messages
 in the %1 format.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichtenstatistik der Nachrichten
+im Format %1.</translation>
     </message>
     <message>
         <source>%1 (unknown)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (unbekannt)</translation>
     </message>
     <message>
         <source>Number of times the %1
 message has been received.</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie oft die Nachricht %1
+empfangen wurde.</translation>
     </message>
     <message>
         <source>Most recent regular rate/interval at which the %1
 message has been received.</source>
-        <translation type="unfinished"></translation>
+        <translation>Letzte regelmäßige Rate bzw. letztes Intervall,
+mit der oder dem die Nachricht %1 empfangen wurde.</translation>
     </message>
     <message>
         <source>Detected gaps in regular data segments with valid time, if any.</source>
-        <translation type="unfinished"></translation>
+        <translation>Erkannte Lücken in regelmäßigen Datenabschnitten mit gültiger Zeit, falls vorhanden.</translation>
     </message>
     <message>
         <source>Rates/Intervals</source>
-        <translation type="unfinished"></translation>
+        <translation>Raten/Intervalle</translation>
     </message>
     <message>
         <source>The rates/intervals in which this message has been received,
 together with the corresponding count.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Raten bzw. Intervalle, in denen diese Nachricht empfangen wurde,
+mit der jeweiligen Anzahl.</translation>
     </message>
     <message>
         <source>N/A</source>
-        <translation type="unfinished"></translation>
+        <translation>k. A.</translation>
     </message>
     <message>
         <source>%1 (%2 epochs)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2 Epochen)</translation>
     </message>
     <message>
         <source>No time</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Zeit</translation>
     </message>
     <message>
         <source>The number of times this message 
 has been received without a valid time tag.</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie oft diese Nachricht
+ohne gültige Zeitangabe empfangen wurde.</translation>
     </message>
     <message>
         <source>Unknown interval/rate</source>
-        <translation type="unfinished"></translation>
+        <translation>Intervall/Rate unbekannt</translation>
     </message>
     <message>
         <source>Number of times this message has been received 
@@ -1783,595 +1788,600 @@ could not be determined:
 there was no previous message with valid time, 
 and the following messages did not 
 come in at a regular rate.</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie oft diese Nachricht mit gültiger Zeitangabe
+empfangen wurde, ohne dass sich das Intervall
+bestimmen ließ: Es gab keine vorige Nachricht
+mit gültiger Zeit, und die folgenden Nachrichten
+kamen nicht mit regelmäßiger Rate.</translation>
     </message>
     <message>
         <source>Number of times the messages was received
 with the same time stamp as previous.</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie oft die Nachricht mit demselben
+Zeitstempel wie die vorige empfangen wurde.</translation>
     </message>
     <message>
         <source>Number of times the message was received at %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie oft die Nachricht mit %1 empfangen wurde.</translation>
     </message>
     <message>
         <source>Gaps, with time and duration</source>
-        <translation type="unfinished"></translation>
+        <translation>Lücken mit Zeit und Dauer</translation>
     </message>
     <message>
         <source>Gaps (incomplete list)</source>
-        <translation type="unfinished"></translation>
+        <translation>Lücken (unvollständige Liste)</translation>
     </message>
     <message>
         <source>Gaps</source>
-        <translation type="unfinished"></translation>
+        <translation>Lücken</translation>
     </message>
     <message>
         <source>Column %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Spalte %1</translation>
     </message>
     <message>
         <source>No field set</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Feld gesetzt</translation>
     </message>
     <message>
         <source>No values for optional field</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Werte für optionales Feld</translation>
     </message>
     <message>
         <source>%1 %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %2</translation>
     </message>
     <message>
         <source>%1 %2s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %2s</translation>
     </message>
     <message>
         <source>Optional submessage not present</source>
-        <translation type="unfinished"></translation>
+        <translation>Optionale Unternachricht nicht vorhanden</translation>
     </message>
     <message>
         <source>No value for optional field</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Wert für optionales Feld</translation>
     </message>
     <message>
         <source>string</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeichenkette</translation>
     </message>
 </context>
 <context>
     <name>ReceptionMonitor</name>
     <message>
         <source>bytes skipped</source>
-        <translation type="unfinished"></translation>
+        <translation>Bytes übersprungen</translation>
     </message>
     <message>
         <source>the time of messages goes back by %1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>die Zeit der Nachrichten geht um %1 s zurück</translation>
     </message>
     <message>
         <source>the time of messages goes back</source>
-        <translation type="unfinished"></translation>
+        <translation>die Zeit der Nachrichten geht zurück</translation>
     </message>
     <message>
         <source>the time of messages leaps by %1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>die Zeit der Nachrichten springt um %1 s vor</translation>
     </message>
     <message>
         <source>the time of messages leaps</source>
-        <translation type="unfinished"></translation>
+        <translation>die Zeit der Nachrichten springt vor</translation>
     </message>
     <message>
         <source>%1: receiving</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: empfängt</translation>
     </message>
     <message>
         <source>%1: ended</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: beendet</translation>
     </message>
     <message>
         <source>%1: failed: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: fehlgeschlagen: %2</translation>
     </message>
     <message>
         <source>unknown message %1, sender %2</source>
-        <translation type="unfinished"></translation>
+        <translation>unbekannte Nachricht %1, Sender %2</translation>
     </message>
 </context>
 <context>
     <name>Recorder</name>
     <message>
         <source>%1 cannot be written: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
     </message>
     <message>
         <source>Recording to %1 ended: %2. What is in the file can be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Aufzeichnung in %1 endete: %2. Was in der Datei ist, kann gelesen werden.</translation>
     </message>
 </context>
 <context>
     <name>RecordingFile</name>
     <message>
         <source>the disk is too slow for what arrives</source>
-        <translation type="unfinished"></translation>
+        <translation>der Datenträger ist zu langsam für das, was ankommt</translation>
     </message>
 </context>
 <context>
     <name>RecordingOpener</name>
     <message>
         <source>the input is empty</source>
-        <translation type="unfinished"></translation>
+        <translation>die Eingabe ist leer</translation>
     </message>
     <message>
         <source>no lengths of messages found that lead from one to the next</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Nachrichtenlängen gefunden, die von einer zur nächsten führen</translation>
     </message>
     <message>
         <source>these look like messages of Protocol Buffers with lengths between them; a schema and a type must be named to read them</source>
-        <translation type="unfinished"></translation>
+        <translation>dies sieht nach Protocol-Buffers-Nachrichten mit Längen dazwischen aus; um sie zu lesen, müssen ein Schema und ein Typ genannt werden</translation>
     </message>
     <message>
         <source>no MAVLink frames found, and it is no MCAP recording</source>
-        <translation type="unfinished"></translation>
+        <translation>keine MAVLink-Rahmen gefunden, und es ist keine MCAP-Aufzeichnung</translation>
     </message>
     <message>
         <source>a schema and a type must be named to read messages of Protocol Buffers</source>
-        <translation type="unfinished"></translation>
+        <translation>um Protocol-Buffers-Nachrichten zu lesen, müssen ein Schema und ein Typ genannt werden</translation>
     </message>
     <message>
         <source>the schema has several types; one of them must be named</source>
-        <translation type="unfinished"></translation>
+        <translation>das Schema hat mehrere Typen; einer davon muss genannt werden</translation>
     </message>
 </context>
 <context>
     <name>RowToolTips</name>
     <message>
         <source>Path:</source>
-        <translation type="unfinished"></translation>
+        <translation>Pfad:</translation>
     </message>
     <message>
         <source>Time:</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeit:</translation>
     </message>
     <message>
         <source>Sender:</source>
-        <translation type="unfinished"></translation>
+        <translation>Sender:</translation>
     </message>
     <message>
         <source>Number:</source>
-        <translation type="unfinished"></translation>
+        <translation>Nummer:</translation>
     </message>
     <message>
         <source>Silent:</source>
-        <translation type="unfinished"></translation>
+        <translation>Verstummt:</translation>
     </message>
     <message>
         <source>message type</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichtentyp</translation>
     </message>
     <message>
         <source>and %1 more</source>
-        <translation type="unfinished"></translation>
+        <translation>und %1 weitere</translation>
     </message>
     <message>
         <source>computed</source>
-        <translation type="unfinished"></translation>
+        <translation>berechnet</translation>
     </message>
     <message>
         <source>optional</source>
-        <translation type="unfinished"></translation>
+        <translation>optional</translation>
     </message>
     <message>
         <source>confidential</source>
-        <translation type="unfinished"></translation>
+        <translation>vertraulich</translation>
     </message>
     <message>
         <source>Unit:</source>
-        <translation type="unfinished"></translation>
+        <translation>Einheit:</translation>
     </message>
     <message>
         <source>Range:</source>
-        <translation type="unfinished"></translation>
+        <translation>Bereich:</translation>
     </message>
     <message>
         <source>Raw value:</source>
-        <translation type="unfinished"></translation>
+        <translation>Rohwert:</translation>
     </message>
 </context>
 <context>
     <name>SettingsFile</name>
     <message>
         <source>The settings were damaged. They were put aside as %1, and the program starts with its defaults.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Einstellungen waren beschädigt. Sie wurden als %1 beiseitegelegt; das Programm startet mit seinen Vorgaben.</translation>
     </message>
     <message>
         <source>The settings in %1 cannot be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Einstellungen in %1 können nicht gelesen werden.</translation>
     </message>
 </context>
 <context>
     <name>SilenceWatch</name>
     <message>
         <source>%1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 s</translation>
     </message>
     <message>
         <source>%1 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 min</translation>
     </message>
     <message>
         <source>no message for %1</source>
-        <translation type="unfinished"></translation>
+        <translation>seit %1 keine Nachricht</translation>
     </message>
     <message>
         <source>no message for %1, since %2 UTC</source>
-        <translation type="unfinished"></translation>
+        <translation>seit %1 keine Nachricht, zuletzt um %2 UTC</translation>
     </message>
 </context>
 <context>
     <name>SourceFactory</name>
     <message>
         <source>The definitions could not be loaded.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Definitionen konnten nicht geladen werden.</translation>
     </message>
     <message>
         <source>simulated vehicle</source>
-        <translation type="unfinished"></translation>
+        <translation>simuliertes Fahrzeug</translation>
     </message>
     <message>
         <source>standard input</source>
-        <translation type="unfinished"></translation>
+        <translation>Standardeingabe</translation>
     </message>
     <message>
         <source>The schema could not be loaded.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Schema konnte nicht geladen werden.</translation>
     </message>
 </context>
 <context>
     <name>SourceModel</name>
     <message>
         <source>%1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2)</translation>
     </message>
     <message>
         <source>%1, recorded %2 in %3</source>
         <comment>state, size, duration</comment>
-        <translation type="unfinished"></translation>
+        <translation>%1, %2 in %3 aufgezeichnet</translation>
     </message>
     <message>
         <source>%1 /s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 /s</translation>
     </message>
     <message>
         <source>Source</source>
-        <translation type="unfinished"></translation>
+        <translation>Quelle</translation>
     </message>
     <message>
         <source>State</source>
-        <translation type="unfinished"></translation>
+        <translation>Zustand</translation>
     </message>
     <message>
         <source>Rate</source>
-        <translation type="unfinished"></translation>
+        <translation>Rate</translation>
     </message>
 </context>
 <context>
     <name>SourcePanel</name>
     <message>
         <source>&amp;Reconnect</source>
-        <translation type="unfinished"></translation>
+        <translation>Neu verb&amp;inden</translation>
     </message>
     <message>
         <source>Recor&amp;d...</source>
-        <translation type="unfinished"></translation>
+        <translation>Auf&amp;zeichnen ...</translation>
     </message>
     <message>
         <source>C&amp;lose</source>
-        <translation type="unfinished"></translation>
+        <translation>S&amp;chließen</translation>
     </message>
     <message>
         <source>Sources</source>
-        <translation type="unfinished"></translation>
+        <translation>Quellen</translation>
     </message>
     <message>
         <source>Co&amp;nnect...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Verbinden ...</translation>
     </message>
     <message>
         <source>Open another source: UDP, TCP, a file, with its definitions</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine weitere Quelle öffnen: UDP, TCP, eine Datei, mit ihren Definitionen</translation>
     </message>
     <message>
         <source>Open the chosen source anew, now</source>
-        <translation type="unfinished"></translation>
+        <translation>Die gewählte Quelle jetzt neu öffnen</translation>
     </message>
     <message>
         <source>Close the chosen source, and forget what it received</source>
-        <translation type="unfinished"></translation>
+        <translation>Die gewählte Quelle schließen und vergessen, was sie empfing</translation>
     </message>
     <message>
         <source>Stop Recor&amp;ding</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufzeichnung stoppe&amp;n</translation>
     </message>
     <message>
         <source>Finish the recording in %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Aufzeichnung in %1 abschließen</translation>
     </message>
     <message>
         <source>Write down what arrives, byte for byte</source>
-        <translation type="unfinished"></translation>
+        <translation>Byte für Byte aufzeichnen, was ankommt</translation>
     </message>
 </context>
 <context>
     <name>SourceSession</name>
     <message>
         <source>%1 is being read; a recording of it needs another name.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wird gerade gelesen; eine Aufzeichnung davon braucht einen anderen Namen.</translation>
     </message>
     <message>
         <source>%1: recording to %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: wird in %2 aufgezeichnet</translation>
     </message>
     <message>
         <source>%1: recorded to %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: in %2 aufgezeichnet</translation>
     </message>
     <message>
         <source>%1: the end of %2 could not be written</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: das Ende von %2 konnte nicht geschrieben werden</translation>
     </message>
     <message>
         <source>The end of %1 could not be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Ende von %1 konnte nicht geschrieben werden.</translation>
     </message>
     <message>
         <source>%1: other definitions (%2); what came before was counted without them</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: andere Definitionen (%2); was vorher kam, wurde ohne sie gezählt</translation>
     </message>
     <message>
         <source>%1: jumped to %2; counts and statistics begin there</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: zu %2 gesprungen; Zählung und Statistik beginnen dort</translation>
     </message>
     <message>
         <source>%1: read again from the beginning</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: wird von Anfang an neu gelesen</translation>
     </message>
     <message>
         <source>opening</source>
-        <translation type="unfinished"></translation>
+        <translation>wird geöffnet</translation>
     </message>
     <message>
         <source>receiving</source>
-        <translation type="unfinished"></translation>
+        <translation>empfängt</translation>
     </message>
     <message>
         <source>ended</source>
-        <translation type="unfinished"></translation>
+        <translation>beendet</translation>
     </message>
     <message>
         <source>failed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>fehlgeschlagen: %1</translation>
     </message>
     <message>
         <source>ended, again in %1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>beendet, neuer Versuch in %1 s</translation>
     </message>
     <message>
         <source>again in %1 s: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>neuer Versuch in %1 s: %2</translation>
     </message>
     <message>
         <source>%1 @ %2</source>
         <comment>sender and source</comment>
-        <translation type="unfinished"></translation>
+        <translation>%1 @ %2</translation>
     </message>
     <message>
         <source>%1: the system dropped %2 datagrams, which came faster than they could be taken</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: das System hat %2 Datagramme verworfen, die schneller kamen, als sie abgenommen werden konnten</translation>
     </message>
 </context>
 <context>
     <name>StreamSource</name>
     <message>
         <source>%1 at byte %2: %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 bei Byte %2: %3</translation>
     </message>
     <message>
         <source> (%1 times since byte %2)</source>
-        <translation type="unfinished"></translation>
+        <translation> (%1-mal seit Byte %2)</translation>
     </message>
 </context>
 <context>
     <name>TreeActions</name>
     <message>
         <source>&amp;Copy Value</source>
-        <translation type="unfinished"></translation>
+        <translation>Wert &amp;kopieren</translation>
     </message>
     <message>
         <source>Copy &amp;Raw Value</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Rohwert kopieren</translation>
     </message>
     <message>
         <source>Ctrl+Shift+C</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+Shift+C</translation>
     </message>
     <message>
         <source>Copy &amp;Path</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Pfad kopieren</translation>
     </message>
     <message>
         <source>Ctrl+Alt+C</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+Alt+C</translation>
     </message>
     <message>
         <source>Copy as &amp;JSON</source>
-        <translation type="unfinished"></translation>
+        <translation>Als &amp;JSON kopieren</translation>
     </message>
     <message>
         <source>Ctrl+J</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+J</translation>
     </message>
     <message>
         <source>&amp;Watch</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Beobachten</translation>
     </message>
     <message>
         <source>Ctrl+Shift+W</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+Shift+W</translation>
     </message>
     <message>
         <source>P&amp;lot</source>
-        <translation type="unfinished"></translation>
+        <translation>Im &amp;Verlauf zeigen</translation>
     </message>
     <message>
         <source>Ctrl+G</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+G</translation>
     </message>
     <message>
         <source>Pi&amp;n</source>
-        <translation type="unfinished"></translation>
+        <translation>A&amp;nheften</translation>
     </message>
     <message>
         <source>Ctrl+D</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+D</translation>
     </message>
     <message>
         <source>Unpi&amp;n %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 &amp;nicht mehr anheften</translation>
     </message>
     <message>
         <source>Pi&amp;n %1 to the Top</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 oben a&amp;nheften</translation>
     </message>
     <message>
         <source>There is nothing to copy yet.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt noch nichts zu kopieren.</translation>
     </message>
     <message>
         <source>Copied: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Kopiert: %1</translation>
     </message>
     <message>
         <source>Only numbers can be plotted.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nur Zahlen können im Verlauf gezeigt werden.</translation>
     </message>
 </context>
 <context>
     <name>TreeTools</name>
     <message>
         <source>%1 names no field that can be plotted.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 nennt kein Feld, das im Verlauf gezeigt werden kann.</translation>
     </message>
     <message>
         <source>&amp;Settings...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Einstellungen ...</translation>
     </message>
     <message>
         <source>Ctrl+,</source>
-        <translation type="unfinished"></translation>
+        <translation>Ctrl+,</translation>
     </message>
 </context>
 <context>
     <name>Watch</name>
     <message>
         <source>&amp;Rename...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Umbenennen ...</translation>
     </message>
     <message>
         <source>Re&amp;move</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Entfernen</translation>
     </message>
     <message>
         <source>Watch %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Beobachtung %1</translation>
     </message>
     <message>
         <source>No loaded definition has this field.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine geladene Definition hat dieses Feld.</translation>
     </message>
     <message>
         <source>More than one field has this name.</source>
-        <translation type="unfinished"></translation>
+        <translation>Mehr als ein Feld hat diesen Namen.</translation>
     </message>
     <message>
         <source>Rename Watch</source>
-        <translation type="unfinished"></translation>
+        <translation>Beobachtung umbenennen</translation>
     </message>
     <message>
         <source>&amp;Name of %1:</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Name von %1:</translation>
     </message>
 </context>
 <context>
     <name>WatchBar</name>
     <message>
         <source> s</source>
-        <translation type="unfinished"></translation>
+        <translation> s</translation>
     </message>
     <message>
         <source>never</source>
-        <translation type="unfinished"></translation>
+        <translation>nie</translation>
     </message>
     <message>
         <source>Time-out of watches</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeitlimit der Beobachtungen</translation>
     </message>
     <message>
         <source>How long a pinned value stays when no message brings a new one</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie lange ein angehefteter Wert bleibt, wenn keine Nachricht einen neuen bringt</translation>
     </message>
     <message>
         <source>Time-&amp;out:</source>
-        <translation type="unfinished"></translation>
+        <translation>Zei&amp;tlimit:</translation>
     </message>
 </context>
 <context>
     <name>WatchEditor</name>
     <message>
         <source>&amp;Pin</source>
-        <translation type="unfinished"></translation>
+        <translation>An&amp;heften</translation>
     </message>
     <message>
         <source>Format</source>
-        <translation type="unfinished"></translation>
+        <translation>Format</translation>
     </message>
     <message>
         <source>Message type</source>
-        <translation type="unfinished"></translation>
+        <translation>Nachrichtentyp</translation>
     </message>
     <message>
         <source>Field</source>
-        <translation type="unfinished"></translation>
+        <translation>Feld</translation>
     </message>
     <message>
         <source>Watch:</source>
-        <translation type="unfinished"></translation>
+        <translation>Beobachten:</translation>
     </message>
     <message>
         <source>Path expression</source>
-        <translation type="unfinished"></translation>
+        <translation>Pfadausdruck</translation>
     </message>
     <message>
         <source>A path such as */ATTITUDE/roll; Return takes it</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Pfad wie */ATTITUDE/roll; die Eingabetaste übernimmt ihn</translation>
     </message>
     <message>
         <source>Value</source>
-        <translation type="unfinished"></translation>
+        <translation>Wert</translation>
     </message>
     <message>
         <source>Keep this value in sight below</source>
-        <translation type="unfinished"></translation>
+        <translation>Diesen Wert unten im Blick behalten</translation>
     </message>
     <message>
         <source>Choose a field</source>
-        <translation type="unfinished"></translation>
+        <translation>Feld wählen</translation>
     </message>
     <message numerus="yes">
         <source>%n field(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Feld</numerusform>
+            <numerusform>%n Felder</numerusform>
         </translation>
     </message>
 </context>
