@@ -1829,14 +1829,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Keine Werte für optionales Feld</translation>
     </message>
     <message>
-        <source>%1 %2</source>
-        <translation>%1 %2</translation>
-    </message>
-    <message>
-        <source>%1 %2s</source>
-        <translation>%1 %2s</translation>
-    </message>
-    <message>
         <source>Optional submessage not present</source>
         <translation>Optionale Unternachricht nicht vorhanden</translation>
     </message>
@@ -1847,6 +1839,22 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>string</source>
         <translation>Zeichenkette</translation>
+    </message>
+    <message>
+        <source>%1 submessage</source>
+        <translation>%1 Unternachricht</translation>
+    </message>
+    <message>
+        <source>%1 submessages</source>
+        <translation>%1 Unternachrichten</translation>
+    </message>
+    <message>
+        <source>%1 repeated value</source>
+        <translation>%1 wiederholter Wert</translation>
+    </message>
+    <message>
+        <source>%1 repeated values</source>
+        <translation>%1 wiederholte Werte</translation>
     </message>
 </context>
 <context>
