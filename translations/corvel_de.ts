@@ -619,7 +619,7 @@
     </message>
     <message>
         <source>Add &amp;New Types Automatically</source>
-        <translation>&amp;Neue Typen automatisch hinzufügen</translation>
+        <translation>Neue T&amp;ypen automatisch hinzufügen</translation>
     </message>
     <message>
         <source>&amp;Collapse All</source>
@@ -1332,10 +1332,6 @@
         <translation>Verlauf</translation>
     </message>
     <message>
-        <source>Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+G).</source>
-        <translation>Eine Zahl aus dem Nachrichtenbaum hierher ziehen oder in ihrem Kontextmenü „Im Verlauf zeigen“ wählen (Strg+G).</translation>
-    </message>
-    <message>
         <source>Pause</source>
         <translation>Anhalten</translation>
     </message>
@@ -1454,6 +1450,10 @@
     <message>
         <source>%1 cannot be written: %2</source>
         <translation>%1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L).</source>
+        <translation>Eine Zahl aus dem Nachrichtenbaum hierher ziehen oder in ihrem Kontextmenü „Im Verlauf zeigen“ wählen (Strg+L).</translation>
     </message>
 </context>
 <context>
@@ -2242,10 +2242,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Im &amp;Verlauf zeigen</translation>
     </message>
     <message>
-        <source>Ctrl+G</source>
-        <translation>Ctrl+G</translation>
-    </message>
-    <message>
         <source>Pi&amp;n</source>
         <translation>A&amp;nheften</translation>
     </message>
@@ -2272,6 +2268,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Only numbers can be plotted.</source>
         <translation>Nur Zahlen können im Verlauf gezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Ctrl+L</source>
+        <translation>Ctrl+L</translation>
     </message>
 </context>
 <context>
@@ -2391,6 +2391,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
             <numerusform>%n Feld</numerusform>
             <numerusform>%n Felder</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
     </message>
 </context>
 </TS>

@@ -147,7 +147,7 @@ QVariant MessageTypeModel::displayData(const Row& row, int column) const
         return QLocale().toString(row.counter.count);
     case RateColumn:
         // A rate below one is better told in more than one digit, or 0.2 and 0.25 look the same.
-        return row.rate > 0 ? tr("%1 /s").arg(row.rate, 0, 'f', row.rate < 10 ? 1 : 0) : QString();
+        return row.rate > 0 ? tr("%1 /s").arg(QLocale().toString(row.rate, 'f', row.rate < 10 ? 1 : 0)) : QString();
     default:
         return QVariant();
     }

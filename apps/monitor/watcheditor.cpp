@@ -50,6 +50,7 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(new QLabel(tr("Watch:")));
     for (const QPair<PathExpressionComboBox*, QString>& box : boxes) {
+        box.first->setAllOptionEnabled(true, tr("All"));
         box.first->setAccessibleName(box.second);
         box.first->setToolTip(box.second);
         box.first->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
