@@ -111,7 +111,7 @@ void SourceSession::stopRecording()
 
 bool SourceSession::isPlayback() const
 {
-    return m_source && m_source->getState() >= StreamSource::Running && !m_source->isLive();
+    return m_source && !m_live && m_source->getState() >= StreamSource::Running && !m_source->isLive();
 }
 
 void SourceSession::useNewDefinitions()
