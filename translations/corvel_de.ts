@@ -1841,20 +1841,12 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Zeichenkette</translation>
     </message>
     <message>
-        <source>%1 submessage</source>
-        <translation>%1 Unternachricht</translation>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
     </message>
     <message>
-        <source>%1 submessages</source>
-        <translation>%1 Unternachrichten</translation>
-    </message>
-    <message>
-        <source>%1 repeated value</source>
-        <translation>%1 wiederholter Wert</translation>
-    </message>
-    <message>
-        <source>%1 repeated values</source>
-        <translation>%1 wiederholte Werte</translation>
+        <source>%1 %2s</source>
+        <translation>%1 %2s</translation>
     </message>
 </context>
 <context>

