@@ -1,6 +1,7 @@
 #include "findbar.h"
 #include "language.h"
 #include "mainwindow.h"
+#include "recordingopener.h"
 #include "settingsfile.h"
 #include "sourcemodel.h"
 #include "theme.h"
@@ -73,6 +74,17 @@ int main(int argc, char** argv)
     parser.addOptions({
         {QLatin1String("dialect"), QLatin1String("Use the MAVLink definitions in <file>."), QLatin1String("file")},
         {QLatin1String("annotations"), QLatin1String("Add the annotations in <file> to them."), QLatin1String("file")},
+        {QLatin1String("schema"),
+         QLatin1String("Decode inputs with the Protocol Buffers schema in <file>. MCAP recordings bring their own."),
+         QLatin1String("file")},
+        {QLatin1String("import-path"), QLatin1String("Look for imports of the schema in <folder>; can be repeated."),
+         QLatin1String("folder")},
+        {QLatin1String("type"), QLatin1String("Full <name> of the type of all messages, such as demo.Car."),
+         QLatin1String("name")},
+        {QLatin1String("framing"),
+         QLatin1String("How messages of --type lie in the input: varint or u32 for the length before each, or "
+                       "datagram for none."),
+         QLatin1String("name")},
         {QLatin1String("speed"), QLatin1String("Play a recording <factor> times as fast; 0 is as fast as possible."),
          QLatin1String("factor")},
         {QLatin1String("rate"), QLatin1String("Play a recording without times at <number> messages a second."),
@@ -108,12 +120,28 @@ int main(int argc, char** argv)
         !readNumber(parser, QLatin1String("after"), 0, &after))
         return 1;
 
+    SourceOptions definitions;
+    definitions.definitions = parser.value(QLatin1String("schema"));
+    definitions.importPaths = parser.values(QLatin1String("import-path"));
+    definitions.typeName = parser.value(QLatin1String("type"));
+    definitions.framing = parser.value(QLatin1String("framing"));
+    RecordingOptions recording;
+    if (!definitions.framing.isEmpty() && !RecordingOptions::parseFraming(definitions.framing, &recording.framing)) {
+        std::fprintf(stderr, "corvel-monitor: --framing takes varint, u32 or datagram\n");
+        return 1;
+    }
+    if (!definitions.typeName.isEmpty() && definitions.definitions.isEmpty()) {
+        std::fprintf(stderr, "corvel-monitor: --type needs a --schema\n");
+        return 1;
+    }
+
     Theme::Kind theme = Theme::System;
     if (parser.isSet(QLatin1String("palette")) && !Theme::find(parser.value(QLatin1String("palette")), &theme)) {
         std::fprintf(stderr, "corvel-monitor: --palette takes system, light or dark\n");
         return 1;
     }
 
+    Theme::initialize();
     MainWindow window;
     if (parser.isSet(QLatin1String("size"))) {
         const QStringList sides = parser.value(QLatin1String("size")).split(QLatin1Char('x'));
@@ -125,6 +153,7 @@ int main(int argc, char** argv)
     }
     const bool forPicture = parser.isSet(QLatin1String("screenshot"));
     window.setPlayback(playback);
+    window.setSourceDefinitions(definitions);
     window.showFormsWhenSeen(parser.values(QLatin1String("form")));
     bool opened =
         !parser.isSet(QLatin1String("dialect")) ||

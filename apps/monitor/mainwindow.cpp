@@ -10,8 +10,9 @@
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
 #include "messagetypemodel.h"
-#include "playbackbar.h"
 #include "pinnedtypes.h"
+#include "playbackbar.h"
+#include "preferencesdialog.h"
 #include "sourcemodel.h"
 #include "sourcepanel.h"
 #include "treetools.h"
@@ -32,6 +33,8 @@
 #include <QTreeView>
 
 static const int RefreshMilliseconds = 250;
+// A window of fewer lines' heights than this in width has no room for docks on both sides.
+static const int NarrowLines = 70;
 
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
@@ -97,7 +100,7 @@ void MainWindow::showError(const QString& text)
 
 bool MainWindow::openAddress(const QString& text)
 {
-    SourceOptions options;
+    SourceOptions options = m_definitions;
     options.address = text;
     QString error;
     if (openSource(options, &error))
@@ -173,9 +176,31 @@ void MainWindow::arrangeDocks()
     QHash<QString, QDockWidget*> docks;
     for (QDockWidget* dock : findChildren<QDockWidget*>())
         docks.insert(dock->objectName(), dock);
-    resizeDocks({docks.value(QLatin1String("types")), docks.value(QLatin1String("forms"))}, {340, 300}, Qt::Horizontal);
-    resizeDocks({docks.value(QLatin1String("statistics"))}, {190}, Qt::Vertical);
-    resizeDocks({docks.value(QLatin1String("sources")), docks.value(QLatin1String("types"))}, {120, 520}, Qt::Vertical);
+    QDockWidget* const types = docks.value(QLatin1String("types"));
+    QDockWidget* const forms = docks.value(QLatin1String("forms"));
+    QDockWidget* const statistics = docks.value(QLatin1String("statistics"));
+    // On a small screen the tree needs the room: what else there is lies behind tabs, or waits for its first watch.
+    const bool isSmall = width() < NarrowLines * fontMetrics().height();
+    if (isSmall) {
+        tabifyDockWidget(types, forms);
+        types->raise();
+        tabifyDockWidget(statistics, docks.value(QLatin1String("events")));
+        tabifyDockWidget(statistics, docks.value(QLatin1String("plot")));
+        statistics->raise();
+        docks.value(QLatin1String("watches"))->setVisible(!m_watches->isEmpty());
+    }
+    resizeDocks({types, forms}, isSmall ? QList<int>{width() * 3 / 10, 0} : QList<int>{width() * 3 / 10, width() / 5},
+                Qt::Horizontal);
+    resizeDocks({statistics}, {height() / (isSmall ? 5 : 4)}, Qt::Vertical);
+    resizeDocks({docks.value(QLatin1String("sources")), types}, {height() / 6, height() / 2}, Qt::Vertical);
+    if (!isSmall)
+        resizeDocks({statistics, docks.value(QLatin1String("events"))}, {width() * 2 / 5, width() * 3 / 10},
+                    Qt::Horizontal);
+    // Once the docks have left the tree what it gets.
+    QTimer::singleShot(0, m_tree, [this]() {
+        m_tree->header()->resizeSection(0, m_tree->width() * 2 / 5);
+        m_tree->header()->resizeSection(1, m_tree->width() / 6);
+    });
 }
 
 void MainWindow::showEvent(QShowEvent* event)
@@ -367,6 +392,18 @@ void MainWindow::setShowConfidential(bool show)
 {
     Corvel::setConfidentialInformationDisplayEnabled(show);
     m_tree->reconfigureTopLevelAbstractMessageTreeWidgetItems();
+}
+
+void MainWindow::warnOfConfidential(bool shown)
+{
+    if (!shown)
+        return;
+    QMessageBox* const box =
+        new QMessageBox(QMessageBox::Warning, windowTitle(), PreferencesDialog::getConfidentialWarning(),
+                        QMessageBox::Ok | QMessageBox::Cancel, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    connect(box, &QDialog::rejected, m_confidential, [this]() { m_confidential->setChecked(false); });
+    box->open();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

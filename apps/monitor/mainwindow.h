@@ -57,6 +57,9 @@ public:
 
     void setPlayback(const StreamSource::Playback& playback) { m_playback = playback; }
 
+    /** What addresses are opened with that come without any of it: the schema, type and framing of @p definitions. */
+    void setSourceDefinitions(const SourceOptions& definitions) { m_definitions = definitions; }
+
     /** Opens @p address beside what is open. False after showing why not. */
     bool openAddress(const QString& address);
     /** Opens what @p options describe beside what is open; null with the reason in @p error. */
@@ -151,6 +154,7 @@ private:
     void updateSenders();
     void updateHint();
     void setShowConfidential(bool show);
+    void warnOfConfidential(bool shown);
 
     MessageTreeWidget* m_tree;
     QLabel* m_treeHint;
@@ -190,6 +194,7 @@ private:
     std::unique_ptr<QSettings> m_settings;
     QStringList m_recentFiles;
     SourceOptions m_lastOptions; // of the dialog
+    SourceOptions m_definitions; // of the command line
     StreamSource::Playback m_playback;
     QString m_lastProblem;
     bool m_arranged = false; // docks have sizes, their first or restored ones

@@ -93,9 +93,12 @@ void MainWindow::createTypeList()
     m_typeView->setAccessibleName(tr("Message types"));
     m_typeView->header()->setStretchLastSection(false);
     m_typeView->header()->setSectionResizeMode(MessageTypeModel::TypeColumn, QHeaderView::Stretch);
-    m_typeView->header()->resizeSection(MessageTypeModel::SenderColumn, 60);
-    m_typeView->header()->resizeSection(MessageTypeModel::CountColumn, 70);
-    m_typeView->header()->resizeSection(MessageTypeModel::RateColumn, 70);
+    // Widths of their own would let the columns jump with every number that grows.
+    const QFontMetrics metrics = m_typeView->fontMetrics();
+    m_typeView->header()->resizeSection(MessageTypeModel::SenderColumn,
+                                        metrics.horizontalAdvance(QLatin1String(" Sender  ^ ")));
+    for (const int column : {MessageTypeModel::CountColumn, MessageTypeModel::RateColumn})
+        m_typeView->header()->resizeSection(column, metrics.horizontalAdvance(QLatin1String(" 000,000 ")));
     connect(m_typeView->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainWindow::updateForms);
     connect(m_types, &QAbstractItemModel::modelReset, this, &MainWindow::updateForms);
 }
@@ -164,7 +167,10 @@ void MainWindow::createDocks()
         plotDock->raise();
     });
     connect(m_tools->getActions(), &TreeActions::watchRequested, m_watches,
-            [this](const QString& expression) { m_watches->pin(expression); });
+            [this, watchDock](const QString& expression) {
+                m_watches->pin(expression);
+                watchDock->show();
+            });
 
     new EmptyHint(m_typeView, tr("Message types appear here as they are received."));
     new EmptyHint(m_sourcePanel->findChild<QAbstractItemView*>(),
@@ -240,6 +246,7 @@ void MainWindow::createActions()
     m_confidential->setCheckable(true);
     m_confidential->setToolTip(tr("Show fields that are marked as confidential"));
     connect(m_confidential, &QAction::toggled, this, &MainWindow::setShowConfidential);
+    connect(m_confidential, &QAction::triggered, this, &MainWindow::warnOfConfidential); // the dialog warns by itself
     connect(m_tools, &TreeTools::confidentialRequested, m_confidential, &QAction::setChecked);
 
     m_tools->fillEditMenu(menuBar()->addMenu(tr("&Edit")));

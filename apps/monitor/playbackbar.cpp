@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QPainter>
 #include <QProgressBar>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -99,6 +100,29 @@ void PlaybackBar::setSession(SourceSession* session)
     refresh();
 }
 
+// The style's own pictures are black, whatever they lie on.
+static QIcon iconInColour(const QStyle* style, QStyle::StandardPixmap kind, const QColor& colour)
+{
+    QPixmap pixmap = style->standardIcon(kind).pixmap(64);
+    QPainter painter(&pixmap);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(QRect(QPoint(), pixmap.size()), colour);
+    painter.end();
+    return QIcon(pixmap);
+}
+
+void PlaybackBar::updateIcons(bool isPlaying)
+{
+    const QColor colour = palette().color(QPalette::ButtonText);
+    if (colour == m_iconColour && isPlaying == m_playingIcon)
+        return;
+    m_iconColour = colour;
+    m_playingIcon = isPlaying;
+    m_play->setIcon(iconInColour(style(), isPlaying ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay, colour));
+    m_step->setIcon(iconInColour(style(), QStyle::SP_MediaSkipForward, colour));
+    m_stop->setIcon(iconInColour(style(), QStyle::SP_MediaStop, colour));
+}
+
 void PlaybackBar::refresh()
 {
     const StreamSource* const stream = source();
@@ -111,7 +135,7 @@ void PlaybackBar::refresh()
     showSpeed();
     const bool isOver = stream->getState() == StreamSource::Finished || stream->getState() == StreamSource::Failed;
     const bool isPlaying = !isOver && !stream->isPaused();
-    m_play->setIcon(style()->standardIcon(isPlaying ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
+    updateIcons(isPlaying);
     m_play->setToolTip(isPlaying ? tr("Pause the recording (%1)").arg(m_play->shortcut().toString())
                                  : tr("Play the recording (%1)").arg(m_play->shortcut().toString()));
     m_step->setEnabled(!isOver);

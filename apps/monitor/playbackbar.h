@@ -3,6 +3,7 @@
 
 #include "streamsource.h"
 
+#include <QColor>
 #include <QPointer>
 #include <QToolBar>
 
@@ -43,6 +44,7 @@ private:
     void goToTyped();
     void applySpeed();
     void showSpeed();
+    void updateIcons(bool isPlaying);
     void followSlider(int value);
     StreamSource* source() const;
 
@@ -58,6 +60,8 @@ private:
     QAction* m_sliderAction;
     QLabel* m_clock;
     QLineEdit* m_time;
+    QColor m_iconColour; // of the pictures that are shown
+    bool m_playingIcon = false;
 };
 
 #endif

@@ -94,9 +94,7 @@ QWidget* PreferencesDialog::createData(const Preferences& preferences, bool conf
 
     m_confidential = new QCheckBox(tr("Show con&fidential data"));
     m_confidential->setChecked(confidential);
-    m_warning = new QLabel(
-        tr("Fields that their owner marked as confidential can then be read by anybody who sees this screen, also in "
-           "pictures, copies and plots. The program forgets this choice when it ends."));
+    m_warning = new QLabel(getConfidentialWarning());
     m_warning->setWordWrap(true);
     m_warning->setVisible(confidential);
     m_warning->setAccessibleName(tr("Warning"));
@@ -104,6 +102,12 @@ QWidget* PreferencesDialog::createData(const Preferences& preferences, bool conf
     form->addRow(m_confidential);
     form->addRow(m_warning);
     return box;
+}
+
+QString PreferencesDialog::getConfidentialWarning()
+{
+    return tr("Fields that their owner marked as confidential can then be read by anybody who sees this screen, also "
+              "in pictures, copies and plots. The program forgets this choice when it ends.");
 }
 
 void PreferencesDialog::browse()

@@ -22,6 +22,8 @@ public:
 
     Preferences getPreferences() const;
     bool isConfidentialShown() const;
+    /** What the user is told who wants to see confidential data, here or elsewhere. */
+    static QString getConfidentialWarning();
 
 Q_SIGNALS:
     /** What is set is to be used: at OK and Apply. */

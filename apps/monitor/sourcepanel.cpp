@@ -23,8 +23,10 @@ SourcePanel::SourcePanel(SourceModel* model, QWidget* parent)
     m_view->setMinimumHeight(3 * fontMetrics().height());
     m_view->header()->setStretchLastSection(false);
     m_view->header()->setSectionResizeMode(SourceModel::SourceColumn, QHeaderView::Stretch);
-    m_view->header()->resizeSection(SourceModel::StateColumn, 90);
-    m_view->header()->resizeSection(SourceModel::RateColumn, 70);
+    m_view->header()->setSectionResizeMode(SourceModel::StateColumn, QHeaderView::Stretch);
+    m_view->header()->resizeSection(SourceModel::RateColumn,
+                                    fontMetrics().horizontalAdvance(QLatin1String(" 000,000 /s ")));
+    m_view->setTextElideMode(Qt::ElideRight);
 
     QPushButton* const open = new QPushButton(tr("Co&nnect..."));
     open->setToolTip(tr("Open another source: UDP, TCP, a file, with its definitions"));

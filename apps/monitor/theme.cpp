@@ -2,11 +2,44 @@
 
 #include <QApplication>
 #include <QPalette>
-#include <QStyle>
+#include <QProxyStyle>
 #include <QStyleFactory>
 #include <QToolTip>
 
 static const char* const names[] = {"system", "light", "dark"};
+
+namespace
+{
+
+// Combo boxes open a list that scrolls, and no menu of hundreds. A style sheet could tell them so too, but then they
+// keep the colours from before a change of palette.
+class ScrollingListStyle : public QProxyStyle
+{
+public:
+    explicit ScrollingListStyle(const QString& name)
+        : QProxyStyle(QStyleFactory::create(name))
+    {
+    }
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override
+    {
+        return hint == SH_ComboBox_Popup ? 0 : QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+};
+
+} // namespace
+
+static QString systemStyleName()
+{
+    static const QString name = QApplication::style()->objectName(); // asked first before any style is set
+    return name;
+}
+
+void Theme::initialize()
+{
+    QApplication::setStyle(new ScrollingListStyle(systemStyleName()));
+}
 
 static QPalette makePalette(bool dark)
 {
@@ -43,15 +76,15 @@ static QPalette makePalette(bool dark)
 void Theme::apply(Kind kind)
 {
     static const QPalette systemPalette = QApplication::palette();
-    static const QString systemStyle = QApplication::style()->objectName();
+    const QString systemStyle = systemStyleName();
     if (kind == System) {
-        QApplication::setStyle(QStyleFactory::create(systemStyle));
+        QApplication::setStyle(new ScrollingListStyle(systemStyle));
         QApplication::setPalette(systemPalette);
         QToolTip::setPalette(systemPalette);
         return;
     }
     // Not every style takes the colours that it is told; this one does.
-    QApplication::setStyle(QStyleFactory::create(QLatin1String("Fusion")));
+    QApplication::setStyle(new ScrollingListStyle(QLatin1String("Fusion")));
     const QPalette palette = makePalette(kind == Dark);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);

@@ -14,6 +14,8 @@ enum Kind
     Dark
 };
 
+/** To be called once, before there are windows: what apply() does to widgets, without colours. */
+void initialize();
 /** Uses these colours from now on, in every window. */
 void apply(Kind kind);
 /** The kind of that name, "system", "light" or "dark"; false when there is none. */

@@ -89,6 +89,7 @@ void TreeTools::setPreferences(const Preferences& preferences)
     if (preferences.decimals != Corvel::floatingPointDecimals()) {
         Corvel::setFloatingPointDecimals(preferences.decimals);
         m_latest->showAgain();
+        m_tree->reconfigureTopLevelAbstractMessageTreeWidgetItems(); // also while nothing new is shown
     }
     if (preferences.annotations != before.annotations && !preferences.annotations.isEmpty())
         Q_EMIT annotationsRequested(preferences.annotations);

@@ -30,6 +30,8 @@ public:
     /** Pins a field of a message type. */
     void pinField(const FieldInfo* field);
     void removeAll();
+    /** Whether nothing is pinned. */
+    bool isEmpty() const { return m_watches.isEmpty(); }
 
     /** The watches in order. */
     const QVector<Watch*>& getWatches() const { return m_watches; }

@@ -55,7 +55,6 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
         box.first->setToolTip(box.second);
         box.first->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box.first->setMinimumContentsLength(box.first == messages ? 10 : 7);
-        box.first->setStyleSheet(QLatin1String("combobox-popup: 0")); // a list that scrolls, not a menu of hundreds
         box.first->setMaxVisibleItems(MostVisible);
         box.first->view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
         box.first->view()->setMinimumWidth(box.first->fontMetrics().averageCharWidth() * 36);
