@@ -12,6 +12,8 @@
 #include "messagetypemodel.h"
 #include "pinnedtypes.h"
 #include "playbackbar.h"
+#include "plotpanel.h"
+#include "plotseries.h"
 #include "preferencesdialog.h"
 #include "sourcemodel.h"
 #include "sourcepanel.h"
@@ -186,7 +188,8 @@ void MainWindow::arrangeDocks()
         types->raise();
         tabifyDockWidget(statistics, docks.value(QLatin1String("events")));
         tabifyDockWidget(statistics, docks.value(QLatin1String("plot")));
-        statistics->raise();
+        if (m_tools->getPlot()->getSeries().empty())
+            statistics->raise();
         docks.value(QLatin1String("watches"))->setVisible(!m_watches->isEmpty());
     }
     resizeDocks({types, forms}, isSmall ? QList<int>{width() * 3 / 10, 0} : QList<int>{width() * 3 / 10, width() / 5},
@@ -194,8 +197,7 @@ void MainWindow::arrangeDocks()
     resizeDocks({statistics}, {height() / (isSmall ? 5 : 4)}, Qt::Vertical);
     resizeDocks({docks.value(QLatin1String("sources")), types}, {height() / 6, height() / 2}, Qt::Vertical);
     if (!isSmall)
-        resizeDocks({statistics, docks.value(QLatin1String("events"))}, {width() * 2 / 5, width() * 3 / 10},
-                    Qt::Horizontal);
+        resizeDocks({statistics, docks.value(QLatin1String("events"))}, {width() / 3, width() / 3}, Qt::Horizontal);
     // Once the docks have left the tree what it gets.
     QTimer::singleShot(0, m_tree, [this]() {
         m_tree->header()->resizeSection(0, m_tree->width() * 2 / 5);

@@ -13,6 +13,7 @@
 #include "preferencesdialog.h"
 #include "statisticscsv.h"
 #include "testbase.h"
+#include "treeactions.h"
 #include "treetools.h"
 #include "waitfor.h"
 
@@ -20,10 +21,14 @@
 #include <QAbstractItemView>
 #include <QAbstractSlider>
 #include <QAbstractSpinBox>
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDockWidget>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QSettings>
 #include <QSpinBox>
 #include <QTemporaryDir>
@@ -40,6 +45,8 @@ private Q_SLOTS:
     void preferencesAreUsedAndKept();
     void statisticsAreSavedAsValues();
     void everythingFitsASmallScreen();
+    void smallScreenLeavesTheTreeItsRoom();
+    void confidentialDataIsWarnedOfInTheMenu();
 };
 
 static bool isInteractive(const QWidget* widget)
@@ -196,6 +203,38 @@ void tst_monitorwindow::everythingFitsASmallScreen()
             large.append(QString("%1 %2").arg(part->metaObject()->className(), part->objectName()));
     QCOMPARE(large.join(", "), QString());
     QVERIFY(window.minimumSizeHint().height() <= room.height());
+}
+
+void tst_monitorwindow::smallScreenLeavesTheTreeItsRoom()
+{
+    MainWindow window;
+    window.resize(853, 533);
+    window.show();
+    QHeaderView* const header = window.getTree()->header();
+    QTRY_VERIFY(window.getTree()->width() * 2 > window.width());
+    QTRY_VERIFY(header->sectionPosition(2) * 10 < window.getTree()->width() * 7); // the values are in view
+    QVERIFY(window.findChild<QDockWidget*>("watches")->isHidden());
+    Q_EMIT window.getTreeTools()->getActions()->watchRequested("*/ATTITUDE/roll");
+    QVERIFY(!window.findChild<QDockWidget*>("watches")->isHidden());
+}
+
+void tst_monitorwindow::confidentialDataIsWarnedOfInTheMenu()
+{
+    MainWindow window;
+    window.show();
+    QAction* confidential = nullptr;
+    for (QAction* const action : window.findChildren<QAction*>())
+        if (action->text().remove('&') == "Confidential Data")
+            confidential = action;
+    QVERIFY(confidential);
+    confidential->trigger();
+    QVERIFY(Corvel::confidentialInformationDisplayEnabled());
+    QMessageBox* const box = window.findChild<QMessageBox*>();
+    QVERIFY(box);
+    QCOMPARE(box->text(), PreferencesDialog::getConfidentialWarning());
+    box->button(QMessageBox::Cancel)->click();
+    QVERIFY(!Corvel::confidentialInformationDisplayEnabled());
+    QVERIFY(!confidential->isChecked());
 }
 
 QTEST_MAIN(tst_monitorwindow)
