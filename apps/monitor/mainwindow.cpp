@@ -192,8 +192,9 @@ void MainWindow::arrangeDocks()
             statistics->raise();
         docks.value(QLatin1String("watches"))->setVisible(!m_watches->isEmpty());
     }
-    resizeDocks({types, forms}, isSmall ? QList<int>{width() * 3 / 10, 0} : QList<int>{width() * 3 / 10, width() / 5},
-                Qt::Horizontal);
+    resizeDocks({types}, {width() * 3 / 10}, Qt::Horizontal);
+    if (!isSmall)
+        resizeDocks({forms}, {width() / 5}, Qt::Horizontal);
     resizeDocks({statistics}, {height() / (isSmall ? 5 : 4)}, Qt::Vertical);
     resizeDocks({docks.value(QLatin1String("sources")), types}, {height() / 6, height() / 2}, Qt::Vertical);
     if (!isSmall)
