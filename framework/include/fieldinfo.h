@@ -155,11 +155,11 @@ public:
     void setRangeText(const QString& text) { m_rangeText = text; }
 
     /**
-     * The value as a person wants to read it.
-     *
-     * An enumerator as "NAME (3)"; the set flags of a bit mask by name, separated by " | ", with what has no name in
-     * hexadecimal; the value that means so as "not available"; a time as ISO 8601; a scaled value with its decimals;
-     * bytes in hexadecimal with their number, of more than 64 the beginning; the plain text of everything else. An invalid value gives an empty text, a sub-message the name of its type.
+     * The value as a person wants to read it: an enumerator as "NAME (3)"; the set flags of a bit mask by name, with
+     * " | " between them and what has no name in hexadecimal; the value that means so as "not available"; a time as
+     * ISO 8601; a scaled value with its decimals; of bytes the first 64 in hexadecimal and their number; the plain text
+     * of all else.
+     * An invalid value gives an empty text, a sub-message the name of its type.
      *
      * @param withUnit  appends the unit, when there is one
      */
