@@ -55,6 +55,7 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
         box.first->setToolTip(box.second);
         box.first->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box.first->setMinimumContentsLength(box.first == messages ? 10 : 7);
+        box.first->setMinimumWidth(box.first->fontMetrics().averageCharWidth() * (box.first == messages ? 13 : 10));
         box.first->setMaxVisibleItems(MostVisible);
         box.first->view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
         box.first->view()->setMinimumWidth(box.first->fontMetrics().averageCharWidth() * 36);
@@ -67,7 +68,7 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
     m_line->setCompleter(completer);
     m_line->setAccessibleName(tr("Path expression"));
     m_line->setToolTip(tr("A path such as */ATTITUDE/roll; Return takes it"));
-    m_line->setMinimumWidth(m_line->fontMetrics().averageCharWidth() * 16);
+    m_line->setMinimumWidth(m_line->fontMetrics().averageCharWidth() * 12);
     m_line->installEventFilter(this);
     connect(m_line, &QLineEdit::textEdited, this, &WatchEditor::complete);
     // The line takes the completion's text at the same signal, maybe after this: so it is used one turn later.
@@ -78,6 +79,7 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
     m_value->setMinimumWidth(m_value->fontMetrics().horizontalAdvance(QLatin1String("-000.0000 m/s")));
     m_value->setAccessibleName(tr("Value"));
     m_status->setEnabled(false);
+    m_status->setMinimumWidth(1); // where there is no room, the boxes need it more
     m_pin->setToolTip(tr("Keep this value in sight below"));
     layout->addWidget(m_value);
     layout->addWidget(m_status);
