@@ -57,7 +57,7 @@ bool Recorder::start(const QString& path, const StreamDecoder* decoder, QString*
     m_file = std::move(file);
     if (m_kind == McapKind) {
         McapWriter::Settings settings;
-        settings.libraryName = "corvel-monitor";
+        settings.writerName = "corvel-monitor";
         m_mcap.reset(new McapWriter(m_file.get(), settings));
         m_mcap->open();
     }

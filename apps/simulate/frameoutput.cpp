@@ -107,7 +107,7 @@ private:
     static McapWriter::Settings settings()
     {
         McapWriter::Settings settings;
-        settings.libraryName = "corvel-simulate " CORVEL_VERSION;
+        settings.writerName = "corvel-simulate " CORVEL_VERSION;
         return settings;
     }
 

@@ -45,10 +45,10 @@ public:
         Settings();
 
         Compression compression;
-        int chunkSize;          ///< bytes of records that make a chunk full; 0 writes messages outside of chunks
-        quint64 chunkDuration;  ///< nanoseconds between the first and the last message that make a chunk full
-        QByteArray profile;     ///< of the header
-        QByteArray libraryName; ///< of the header: the program that writes
+        int chunkSize;         ///< bytes of records that make a chunk full; 0 writes messages outside of chunks
+        quint64 chunkDuration; ///< nanoseconds between the first and the last message that make a chunk full
+        QByteArray profile;    ///< of the header
+        QByteArray writerName; ///< of the header: the program that writes
     };
 
     /** @param device  open for writing; must not be null, and must live until close(). Need not be seekable. */

@@ -63,7 +63,7 @@ McapWriter::Settings::Settings()
     : compression(Zstd)
     , chunkSize(1 << 20)
     , chunkDuration(Q_UINT64_C(1000000000))
-    , libraryName("corvel")
+    , writerName("corvel")
 {
 }
 
@@ -301,7 +301,7 @@ bool McapWriter::open()
 {
     QByteArray body;
     appendText(&body, m_private->settings.profile);
-    appendText(&body, m_private->settings.libraryName);
+    appendText(&body, m_private->settings.writerName);
     return m_private->write(QByteArray(Magic, MagicSize) + record(HeaderRecord, body));
 }
 
