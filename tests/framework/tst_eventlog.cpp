@@ -1,36 +1,20 @@
 #include "eventlog.h"
 #include "testbase.h"
+#include "textrows.h"
 
 #include <QSignalSpy>
 
-class tst_EventLog : public TestBase
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void entriesAreAnnouncedAndKept();
-    void stormIsOneEntryAtOnceAndItsNumberLater();
-    void stormThatPausedBeginsAnew();
-    void windowsGrow();
-    void differentEventsAreFoldedApart();
-    void kindFoldsTextsThatDiffer();
-    void noiseOfEverNewTextsIsBounded();
-    void fullLogSaysSo();
-    void clearingForgetsWhatIsCounted();
-    void csv();
-};
-
-static QStringList texts(const EventLog& log)
+static QString textsOf(const EventLog& log)
 {
     QStringList list;
     Q_FOREACH (const EventLog::Entry& entry, log.getEntries())
         list += entry.event.getMessage();
-    return list;
+    return list.join(QLatin1String("; "));
 }
 
-static CorvelEvent crcError(const char* text = "checksum failure, id 142, sender 255:190")
+static CorvelEvent crc(const char* message, CorvelEvent::Type type = CorvelEvent::CrcError)
 {
-    return CorvelEvent(CorvelEvent::CrcError, QLatin1String(text));
+    return CorvelEvent(type, text(message));
 }
 
 static QDateTime at(int second)
@@ -38,140 +22,106 @@ static QDateTime at(int second)
     return QDateTime(QDate(2015, 7, 5), QTime(0, 30), Qt::UTC).addSecs(second);
 }
 
-void tst_EventLog::entriesAreAnnouncedAndKept()
+class tst_EventLog : public TestBase
 {
-    EventLog log;
-    QSignalSpy entries(&log, SIGNAL(newEntry(EventLog::Entry)));
-    QSignalSpy clearings(&log, SIGNAL(cleared()));
-    log.append(crcError(), at(1));
-    log.append(crcError(), QDateTime());
-    QCOMPARE(int(entries.count()), 2);
-    const EventLog::Entry announced = entries.first().first().value<EventLog::Entry>();
-    QCOMPARE(announced.time, at(1));
-    QCOMPARE(announced.event.getType(), CorvelEvent::CrcError);
-    QCOMPARE(announced.event.getMessage(), crcError().getMessage());
-    QVERIFY(!log.getEntries().last().time.isValid());
-    log.clear();
-    QCOMPARE(int(clearings.count()), 1);
-    QVERIFY(log.getEntries().isEmpty());
-}
+    Q_OBJECT
 
-void tst_EventLog::stormIsOneEntryAtOnceAndItsNumberLater()
-{
-    EventLog log;
-    for (int i = 0; i < 1314; ++i)
-        log.log(crcError(), at(i), 100);
-    QCOMPARE(texts(log), QStringList(crcError().getMessage()));
-    log.flush(1099);
-    QCOMPARE(int(log.getEntries().size()), 1);
-    log.flush(1100);
-    QCOMPARE(texts(log).last(), QString::fromLatin1("1,313 x checksum failure, id 142, sender 255:190 (1,314 in all)"));
-    QCOMPARE(log.getEntries().last().time, at(1313));
-    QCOMPARE(log.getEntries().last().event.getType(), CorvelEvent::CrcError);
-    log.flushAll();
-    QCOMPARE(int(log.getEntries().size()), 2);
-}
-
-void tst_EventLog::stormThatPausedBeginsAnew()
-{
-    EventLog log;
-    log.log(crcError(), at(0), 0);
-    log.log(crcError(), at(5), 5000);
-    QCOMPARE(texts(log), QStringList() << crcError().getMessage() << crcError().getMessage());
-    log.log(crcError(), at(5), 5500);
-    log.flushAll();
-    QCOMPARE(texts(log).last(), QString::fromLatin1("1 x checksum failure, id 142, sender 255:190 (2 in all)"));
-}
-
-void tst_EventLog::windowsGrow()
-{
-    EventLog log;
-    const int seconds = 24 * 3600;
-    for (int i = 0; i < seconds * 2; ++i)
-        log.log(crcError(), QDateTime(), qint64(i) * 500);
-    // 1, 2, 4 ... 512 seconds, then every ten minutes.
-    QVERIFY2(log.getEntries().size() > 140 && log.getEntries().size() < 160,
-             qPrintable(QString::number(log.getEntries().size())));
-    log.flushAll();
-    QVERIFY(texts(log).last().endsWith(QLatin1String("(172,800 in all)")));
-}
-
-void tst_EventLog::differentEventsAreFoldedApart()
-{
-    EventLog log;
-    for (int i = 0; i < 3; ++i) {
-        log.log(crcError("a"), at(i), 0);
-        log.log(crcError("b"), at(i), 0);
-        log.log(CorvelEvent(CorvelEvent::ClockJump, QLatin1String("a")), at(i), 0);
+private Q_SLOTS:
+    void stormIsOneEntryAtOnceAndItsNumberLater()
+    {
+        EventLog log;
+        for (int i = 0; i < 1314; ++i)
+            log.log(crc("bad"), at(i), 100);
+        log.flush(1099);
+        QCOMPARE(textsOf(log), text("bad"));
+        log.flush(1100);
+        QCOMPARE(textsOf(log), text("bad; 1,313 x bad (1,314 in all)"));
+        QCOMPARE(log.getEntries().last().time, at(1313));
+        // When it paused, it begins anew.
+        log.log(crc("bad"), at(2000), 5000);
+        log.log(crc("bad"), at(2000), 5500);
+        log.flushAll();
+        log.flushAll();
+        QCOMPARE(textsOf(log), text("bad; 1,313 x bad (1,314 in all); bad; 1 x bad (2 in all)"));
     }
-    log.flushAll();
-    QCOMPARE(texts(log),
-             QString::fromLatin1("a;b;a;2 x a (3 in all);2 x b (3 in all);2 x a (3 in all)").split(QLatin1Char(';')));
-}
 
-void tst_EventLog::kindFoldsTextsThatDiffer()
-{
-    EventLog log;
-    for (int i = 1; i < 5; ++i)
-        log.log(CorvelEvent(CorvelEvent::Resynchronisation, QString::fromLatin1("%1 bytes skipped").arg(i)), at(i), 0,
-                QLatin1String("bytes skipped"));
-    log.flushAll();
-    QCOMPARE(texts(log),
-             QStringList() << QLatin1String("1 bytes skipped") << QLatin1String("3 x bytes skipped (4 in all)"));
-}
+    void windowsGrow()
+    {
+        EventLog log;
+        for (int i = 0; i < 24 * 3600 * 2; ++i)
+            log.log(crc("bad"), QDateTime(), qint64(i) * 500);
+        // 1, 2, 4 ... 512 seconds, then every ten minutes.
+        QVERIFY2(log.getEntries().size() > 140 && log.getEntries().size() < 160, qPrintable(textsOf(log)));
+        log.flushAll();
+        QVERIFY(textsOf(log).endsWith(QLatin1String("(172,800 in all)")));
+    }
 
-void tst_EventLog::noiseOfEverNewTextsIsBounded()
-{
-    EventLog log;
-    for (int i = 0; i < 100000; ++i)
-        log.log(CorvelEvent(CorvelEvent::UnknownMessage, QString::fromLatin1("unknown message id %1").arg(i)), at(0),
-                i / 100);
-    log.flushAll();
-    QVERIFY2(log.getEntries().size() < 100, qPrintable(QString::number(log.getEntries().size())));
-    QCOMPARE(texts(log).filter(QLatin1String("Unknown message, various")).isEmpty(), false);
-}
+    void eventsAreFoldedByTypeAndKind()
+    {
+        EventLog log;
+        for (int i = 0; i < 3; ++i) {
+            log.log(crc("a"), at(i), 0);
+            log.log(crc("b"), at(i), 0);
+            log.log(crc("a", CorvelEvent::ClockJump), at(i), 0);
+            log.log(CorvelEvent(CorvelEvent::Resynchronisation, QString::number(i)), at(i), 0, text("skipped"));
+        }
+        log.flushAll();
+        QCOMPARE(textsOf(log), text("a; b; a; 0; 2 x a (3 in all); 2 x b (3 in all); 2 x a (3 in all); "
+                                    "2 x skipped (3 in all)"));
+    }
 
-void tst_EventLog::fullLogSaysSo()
-{
-    EventLog log;
-    log.setEntryLimit(3);
-    QSignalSpy entries(&log, SIGNAL(newEntry(EventLog::Entry)));
-    for (int i = 0; i < 10; ++i)
-        log.append(crcError("x"), at(i));
-    QCOMPARE(int(entries.count()), 3);
-    QCOMPARE(texts(log).mid(0, 2), QStringList() << QLatin1String("x") << QLatin1String("x"));
-    QVERIFY(texts(log).last().startsWith(QLatin1String("The log is full with 3 entries")));
-    log.clear();
-    log.append(crcError("y"), at(0));
-    QCOMPARE(texts(log), QStringList(QLatin1String("y")));
-}
+    void noiseOfEverNewTextsIsBounded()
+    {
+        EventLog log;
+        for (int i = 0; i < 100000; ++i)
+            log.log(CorvelEvent(CorvelEvent::UnknownMessage, QString::number(i)), at(0), i / 100);
+        log.flushAll();
+        QVERIFY2(log.getEntries().size() < 100, qPrintable(textsOf(log)));
+        QVERIFY(textsOf(log).contains(QLatin1String("Unknown message, various")));
+    }
 
-void tst_EventLog::clearingForgetsWhatIsCounted()
-{
-    EventLog log;
-    log.log(crcError(), at(0), 0);
-    log.log(crcError(), at(0), 0);
-    log.clear();
-    log.flushAll();
-    QVERIFY(log.getEntries().isEmpty());
-    log.log(crcError(), at(1), 1);
-    QCOMPARE(texts(log), QStringList(crcError().getMessage()));
-}
+    void fullLogSaysSoUntilItIsCleared()
+    {
+        EventLog log;
+        log.setEntryLimit(3);
+        QSignalSpy entries(&log, SIGNAL(newEntry(EventLog::Entry)));
+        QSignalSpy clearings(&log, SIGNAL(cleared()));
+        for (int i = 0; i < 10; ++i)
+            log.append(crc("x"), at(i));
+        QCOMPARE(int(entries.count()), 3);
+        QCOMPARE(entries.first().first().value<EventLog::Entry>().time, at(0));
+        QVERIFY2(textsOf(log).startsWith(QLatin1String("x; x; The log is full with 3 entries")),
+                 qPrintable(textsOf(log)));
+        log.log(crc("x"), at(0), 0);
+        log.log(crc("x"), at(0), 0);
+        log.clear();
+        log.flushAll();
+        QCOMPARE(textsOf(log), QString());
+        QCOMPARE(int(clearings.count()), 1);
+        log.log(crc("x"), at(1), 1);
+        log.log(crc("x"), at(1), 1);
+        log.clear();
+        log.log(crc("x"), at(1), 1);
+        QCOMPARE(textsOf(log), text("x"));
+    }
 
-void tst_EventLog::csv()
-{
-    EventLog log;
-    QCOMPARE(log.toCsv(), QByteArray("Time,Type,Message\r\n"));
-    log.append(crcError(), at(1).addMSecs(5));
-    log.append(CorvelEvent(CorvelEvent::SourceEvent, QString::fromUtf8("\"b\u00e4d\"\nfile")), QDateTime());
-    log.append(CorvelEvent(), at(2));
-    QCOMPARE(log.toCsv(),
-             QByteArray("Time,Type,Message\r\n"
-                        "2015-07-05T00:30:01.005Z,CRC error,\"checksum failure, id 142, sender 255:190\"\r\n"
-                        ",Source,\"\"\"b\xc3\xa4"
-                        "d\"\"\nfile\"\r\n"
-                        "2015-07-05T00:30:02.000Z,Other,\r\n"));
-}
+    void csv()
+    {
+        EventLog log;
+        log.append(crc("checksum failure, id 142"), at(1).addMSecs(5));
+        log.append(crc("\"b\xc3\xa4"
+                         "d\"\nfile",
+                         CorvelEvent::SourceEvent),
+                   QDateTime());
+        log.append(CorvelEvent(), at(2));
+        QCOMPARE(QString::fromUtf8(log.toCsv().constData()),
+                 text("Time,Type,Message\r\n"
+                      "2015-07-05T00:30:01.005Z,CRC error,\"checksum failure, id 142\"\r\n"
+                      ",Source,\"\"\"b\xc3\xa4"
+                      "d\"\"\nfile\"\r\n"
+                      "2015-07-05T00:30:02.000Z,Other,\r\n"));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_EventLog)
 #include "tst_eventlog.moc"

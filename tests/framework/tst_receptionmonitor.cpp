@@ -6,6 +6,7 @@
 #include "streamfixtures.h"
 #include "streamsource.h"
 #include "testbase.h"
+#include "textrows.h"
 #include "waitfor.h"
 
 std::atomic<int> ScriptedInput::alive(0);
@@ -13,17 +14,68 @@ std::atomic<int> ScriptedInput::alive(0);
 namespace
 {
 
-class SettableClock : public ReceptionMonitor::Clock
+/** A monitor with what it writes to, and a clock that is set. */
+struct Monitored
 {
-public:
-    explicit SettableClock(qint64* time)
-        : m_time(time)
+    class Clock : public ReceptionMonitor::Clock
     {
-    }
-    qint64 now() const override { return *m_time; }
+    public:
+        explicit Clock(const qint64* time)
+            : m_time(time)
+        {
+        }
+        qint64 now() const override { return *m_time; }
 
-private:
-    qint64* m_time;
+    private:
+        const qint64* m_time;
+    };
+
+    Monitored() { monitor->setClock(new Clock(&now)); }
+
+    void receive(qint64 milliseconds, const char* type = "A")
+    {
+        ReceivedMessage message;
+        message.info = format.type(type);
+        message.id = static_cast<quint32>(type[0]);
+        message.sender = 1;
+        message.time = milliseconds * 1000;
+        monitor->processReceived(message);
+    }
+
+    /** What the source of the script left, once it is at its end. */
+    QString play(const QList<QByteArray>& script, ByteInput::Status last = ByteInput::End)
+    {
+        StreamSource source(new ScriptedInput(script, last), new LineDecoder(&format, true));
+        StreamSource::Playback fast;
+        fast.factor = 0;
+        source.setPlayback(fast);
+        QObject::connect(&source, &StreamSource::newMessage,
+                         [this] { countAtDelivery = coordinator.getAllMessageStatistics().constFirst()->getCount(); });
+        monitor->follow(&source, text("script"));
+        if (isToVanish)
+            monitor.reset();
+        source.start();
+        if (!waitFor([&] { return source.getState() >= StreamSource::Finished; }))
+            return text("no end");
+        return entries();
+    }
+
+    QString entries() const
+    {
+        QStringList list;
+        for (const EventLog::Entry& entry : log.getEntries())
+            list += CorvelEvent::getTypeName(entry.event.getType()) + QLatin1String(": ") + entry.event.getMessage();
+        return list.join(QLatin1String("; "));
+    }
+
+    LineFormat format;
+    LineDecoder decoder{&format, true};
+    MessageStatisticsCoordinator coordinator;
+    EventLog log;
+    qint64 now = 0;
+    bool isToVanish = false; // before the source
+    unsigned int countAtDelivery = 0;
+    std::unique_ptr<ReceptionMonitor> monitor{new ReceptionMonitor(&coordinator, &log)};
 };
 
 } // namespace
@@ -33,237 +85,111 @@ class TestReceptionMonitor : public TestBase
 {
     Q_OBJECT
 
-public:
-    TestReceptionMonitor() { setUp(); }
-    ~TestReceptionMonitor() { tearDown(); }
-
 private Q_SLOTS:
-    void countsWhatNobodyNeedsBeforeItIsDelivered();
-    void followsTheStateOfASource();
-    void sourceOutlivesItsMonitor();
-    void everyProblemIsAnEvent_data();
-    void everyProblemIsAnEvent();
-    void unknownTypesAreEvents();
-    void clockJumpsAreEvents();
-    void stormIsFoldedAndCountedExactly();
-    void silenceOfALiveStreamEndsRegularity();
-    void worksWithoutALog();
-
-public Q_SLOTS:
-    void noteMessage(const Message*)
+    void countsWhatNobodyNeedsBeforeItIsDelivered()
     {
-        m_countAtDelivery = m_coordinator->getAllMessageStatistics().constFirst()->getCount();
+        Monitored m;
+        QByteArray script;
+        for (int i = 0; i < 10; ++i)
+            script += QByteArray::number(1000 + 100 * i) + " A\n" + QByteArray::number(1050 + 100 * i) + " B\n";
+        MessageNeed need(nullptr);
+        need.setMessageNeeded(m.format.type("A"));
+        QCOMPARE(m.play({script, "! A\n! A\n"}),
+                 text("Source: script: receiving; CRC error: checksum failure, id 65, sender sender 1; "
+                      "CRC error: 1 x checksum failure, id 65, sender sender 1 (2 in all); Source: script: ended"));
+        QCOMPARE(m.coordinator.getAllMessageStatistics().size(), 2);
+        QCOMPARE(m.coordinator.getAllMessageStatistics().at(1)->getMessageName(), text("B"));
+        QCOMPARE(m.coordinator.getAllMessageStatistics().at(1)->getIntervalCountHash().value(100), 10u);
+        QCOMPARE(m.countAtDelivery, 10u);
+        QCOMPARE(m.coordinator.getEventCount(CorvelEvent::CrcError), 2u);
+        QCOMPARE(m.log.getEntries().at(1).time.toMSecsSinceEpoch(), 1950);
     }
 
-private:
-    QStringList entries() const
+    void sourceMayFailOrOutliveItsMonitor()
     {
-        QStringList list;
-        for (const EventLog::Entry& entry : m_log->getEntries())
-            list += CorvelEvent::getTypeName(entry.event.getType()) + QLatin1String(": ") + entry.event.getMessage();
-        return list;
-    }
-    void receive(qint64 milliseconds, const char* type = "A")
-    {
-        ReceivedMessage message;
-        message.info = m_format->type(type);
-        message.id = static_cast<quint32>(type[0]);
-        message.sender = 1;
-        message.time = milliseconds * 1000;
-        m_monitor->processReceived(message);
+        Monitored failing;
+        QVERIFY(failing.play({}, ByteInput::Failed).endsWith(text("Source: script: failed: script: it is gone")));
+        QVERIFY(failing.log.getEntries().constLast().time.isValid());
+        Monitored vanishing;
+        vanishing.isToVanish = true;
+        QCOMPARE(vanishing.play({"1000 A\n"}), QString());
+        QVERIFY(vanishing.coordinator.getAllMessageStatistics().isEmpty());
     }
 
-    void setUp();
-    void tearDown();
-    void startAnew()
+    void everyProblemIsAnEvent()
     {
-        tearDown();
-        setUp();
+        Monitored m;
+        m.monitor->begin(&m.decoder);
+        for (int kind = StreamProblem::ChecksumFailure; kind <= StreamProblem::InputFailure; ++kind) {
+            StreamProblem problem;
+            problem.kind = static_cast<StreamProblem::Kind>(kind);
+            problem.length = 17;
+            m.monitor->processProblem(problem);
+        }
+        QStringList entries = m.entries().split(text("; "));
+        entries.sort();
+        QCOMPARE(entries.join(QLatin1String("; ")),
+                 text("CRC error: checksum failure; Resynchronisation: 17 bytes skipped; Source: reading failed; "
+                      "Truncated message: stream ends inside a frame, after 17 bytes; "
+                      "Unsupported message: frame with an unsupported feature; "
+                      "Unsupported message: length does not fit the message type"));
+        QCOMPARE(m.coordinator.getEventCount(CorvelEvent::UnsupportedMessage), 2u);
+        // Nothing tells the time yet.
+        QVERIFY(!m.log.getEntries().constFirst().time.isValid());
     }
 
-    LineFormat* m_format;
-    LineDecoder* m_decoder;
-    MessageStatisticsCoordinator* m_coordinator;
-    EventLog* m_log;
-    ReceptionMonitor* m_monitor;
-    qint64 m_now;
-    unsigned int m_countAtDelivery;
+    void unknownTypesAndClockJumpsAreEvents()
+    {
+        Monitored unknown;
+        unknown.monitor->begin(&unknown.decoder);
+        for (int i = 0; i < 3; ++i)
+            unknown.receive(1000 * i, "Z");
+        QCOMPARE(unknown.coordinator.getEventCount(CorvelEvent::UnknownMessage), 3u);
+        QCOMPARE(unknown.entries(), text("Unknown message: unknown message id 90, sender sender 1"));
+        QCOMPARE(unknown.coordinator.getAllMessageStatistics().constFirst()->getMessageName(), text("Unknown 90"));
+
+        Monitored m;
+        m.monitor->begin(&m.decoder);
+        for (const int tenths : {100, 95, 200, 150, 150 + 72000})
+            m.receive(tenths * 100);
+        QCOMPARE(m.entries(), text("Clock jump: the time of messages goes back by 5.0 s; "
+                                   "Clock jump: the time of messages leaps by 7200.0 s"));
+    }
+
+    void stormIsFoldedAndCountedExactly()
+    {
+        Monitored m;
+        m.monitor->begin(&m.decoder);
+        StreamProblem problem;
+        for (int i = 0; i < 2001; ++i) {
+            problem.length = quint64(17 + i);
+            m.monitor->processProblem(problem);
+        }
+        m.now = 1000;
+        m.monitor->refresh();
+        QCOMPARE(m.entries(), text("Resynchronisation: 17 bytes skipped; "
+                                   "Resynchronisation: 2,000 x bytes skipped (2,001 in all)"));
+        QCOMPARE(m.coordinator.getEventCount(CorvelEvent::Resynchronisation), 2001u);
+    }
+
+    void silenceOfALiveStreamEndsRegularity()
+    {
+        Monitored m;
+        LineDecoder live(&m.format, false);
+        m.monitor.reset(new ReceptionMonitor(&m.coordinator)); // works without a log, too
+        m.monitor->begin(&live);
+        const qint64 minuteAgo = QDateTime::currentMSecsSinceEpoch() - 60000;
+        for (int i = 0; i < 20; ++i)
+            m.receive(minuteAgo + 100 * i);
+        m.monitor->processProblem(StreamProblem());
+        QCOMPARE(m.coordinator.getEventCount(CorvelEvent::Resynchronisation), 1u);
+        const MessageStatistics* const statistics = m.coordinator.getAllMessageStatistics().constFirst();
+        QVERIFY(statistics->isCurrentlyRegular());
+        m.monitor->refresh();
+        QVERIFY(!statistics->isCurrentlyRegular());
+        m.monitor->finish();
+    }
 };
-
-void TestReceptionMonitor::setUp()
-{
-    m_format = new LineFormat;
-    m_decoder = new LineDecoder(m_format, true);
-    m_coordinator = new MessageStatisticsCoordinator;
-    m_log = new EventLog;
-    m_monitor = new ReceptionMonitor(m_coordinator, m_log);
-    m_now = 0;
-    m_monitor->setClock(new SettableClock(&m_now));
-    m_countAtDelivery = 0;
-}
-
-void TestReceptionMonitor::tearDown()
-{
-    delete m_monitor;
-    delete m_log;
-    delete m_coordinator;
-    delete m_decoder;
-    delete m_format;
-}
-
-void TestReceptionMonitor::countsWhatNobodyNeedsBeforeItIsDelivered()
-{
-    startAnew();
-    QByteArray script;
-    for (int i = 0; i < 10; ++i)
-        script += QByteArray::number(1000 + 100 * i) + " A\n" + QByteArray::number(1050 + 100 * i) + " B\n";
-    StreamSource source(new ScriptedInput({script, "! A\n"}, ByteInput::End), new LineDecoder(m_format, true));
-    StreamSource::Playback fast;
-    fast.factor = 0;
-    source.setPlayback(fast);
-    MessageNeed need(nullptr);
-    need.setMessageNeeded(m_format->type("A"));
-    connect(&source, SIGNAL(newMessage(const Message*)), this, SLOT(noteMessage(const Message*)));
-    m_monitor->follow(&source, QStringLiteral("script"));
-    source.start();
-    QVERIFY(waitFor([&] { return source.getState() == StreamSource::Finished; }));
-
-    const QList<MessageStatistics*> all = m_coordinator->getAllMessageStatistics();
-    QCOMPARE(all.size(), 2);
-    QCOMPARE(all.at(0)->getMessageName(), QStringLiteral("A"));
-    QCOMPARE(all.at(1)->getMessageName(), QStringLiteral("B"));
-    QCOMPARE(all.at(1)->getIntervalCountHash().value(100), 10u);
-    QCOMPARE(m_countAtDelivery, 10u);
-    QCOMPARE(m_coordinator->getEventCount(CorvelEvent::CrcError), 1u);
-    QCOMPARE(entries(), (QStringList{QStringLiteral("Source: script: receiving"),
-                                     QStringLiteral("CRC error: checksum failure, id 65, sender sender 1"),
-                                     QStringLiteral("Source: script: ended")}));
-    QCOMPARE(m_log->getEntries().at(1).time.toMSecsSinceEpoch(), 1950);
-}
-
-void TestReceptionMonitor::followsTheStateOfASource()
-{
-    startAnew();
-    StreamSource source(new ScriptedInput({}, ByteInput::Failed), new LineDecoder(m_format, true));
-    m_monitor->follow(&source, QStringLiteral("script"));
-    source.start();
-    QVERIFY(waitFor([&] { return source.getState() == StreamSource::Failed; }));
-    QCOMPARE(entries().constLast(), QStringLiteral("Source: script: failed: script: it is gone"));
-    QVERIFY(m_log->getEntries().constLast().time.isValid());
-    QVERIFY(m_coordinator->getEventCount(CorvelEvent::SourceEvent) >= 2);
-}
-
-void TestReceptionMonitor::sourceOutlivesItsMonitor()
-{
-    startAnew();
-    StreamSource source(new ScriptedInput({"1000 A\n"}, ByteInput::End), new LineDecoder(m_format, true));
-    m_monitor->follow(&source, QStringLiteral("script"));
-    delete m_monitor;
-    m_monitor = nullptr;
-    source.start();
-    QVERIFY(waitFor([&] { return source.getState() == StreamSource::Finished; }));
-    QCOMPARE(source.getCounters().getMessageCount(), quint64(1));
-    QVERIFY(m_coordinator->getAllMessageStatistics().isEmpty());
-}
-
-void TestReceptionMonitor::everyProblemIsAnEvent_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<int>("type");
-    QTest::newRow("checksum") << int(StreamProblem::ChecksumFailure) << int(CorvelEvent::CrcError);
-    QTest::newRow("length") << int(StreamProblem::LengthMismatch) << int(CorvelEvent::UnsupportedMessage);
-    QTest::newRow("feature") << int(StreamProblem::UnsupportedFrame) << int(CorvelEvent::UnsupportedMessage);
-    QTest::newRow("bytes") << int(StreamProblem::SkippedBytes) << int(CorvelEvent::Resynchronisation);
-    QTest::newRow("cut off") << int(StreamProblem::TruncatedFrame) << int(CorvelEvent::TruncatedMessage);
-    QTest::newRow("input") << int(StreamProblem::InputFailure) << int(CorvelEvent::SourceEvent);
-}
-
-void TestReceptionMonitor::everyProblemIsAnEvent()
-{
-    startAnew();
-    QFETCH(int, kind);
-    QFETCH(int, type);
-    m_monitor->begin(m_decoder);
-    StreamProblem problem;
-    problem.kind = static_cast<StreamProblem::Kind>(kind);
-    problem.length = 17;
-    m_monitor->processProblem(problem);
-    QCOMPARE(m_coordinator->getEventCount(static_cast<CorvelEvent::Type>(type)), 1u);
-    QCOMPARE(m_log->getEntries().size(), 1);
-    QCOMPARE(int(m_log->getEntries().constFirst().event.getType()), type);
-    QCOMPARE(m_log->getEntries().constFirst().event.getMessage(), problem.describe(QString()));
-    // Nothing tells the time yet.
-    QVERIFY(!m_log->getEntries().constFirst().time.isValid());
-}
-
-void TestReceptionMonitor::unknownTypesAreEvents()
-{
-    startAnew();
-    m_monitor->begin(m_decoder);
-    for (int i = 0; i < 3; ++i)
-        receive(1000 * i, "Z");
-    QCOMPARE(m_coordinator->getEventCount(CorvelEvent::UnknownMessage), 3u);
-    QCOMPARE(entries(), QStringList(QStringLiteral("Unknown message: unknown message id 90, sender sender 1")));
-    QCOMPARE(m_coordinator->getAllMessageStatistics().constFirst()->getMessageName(), QStringLiteral("Unknown 90"));
-}
-
-void TestReceptionMonitor::clockJumpsAreEvents()
-{
-    startAnew();
-    m_monitor->begin(m_decoder);
-    receive(10000);
-    receive(9500, "B");
-    receive(20000);
-    QCOMPARE(m_coordinator->getEventCount(CorvelEvent::ClockJump), 0u);
-    receive(15000, "B");
-    receive(15000 + 2 * 3600 * 1000);
-    QCOMPARE(entries(), (QStringList{QStringLiteral("Clock jump: the time of messages goes back by 5.0 s"),
-                                     QStringLiteral("Clock jump: the time of messages leaps by 7200.0 s")}));
-}
-
-void TestReceptionMonitor::stormIsFoldedAndCountedExactly()
-{
-    startAnew();
-    m_monitor->begin(m_decoder);
-    StreamProblem problem;
-    problem.kind = StreamProblem::ChecksumFailure;
-    problem.hasFrame = true;
-    problem.id = 142;
-    problem.sender = 1;
-    for (int i = 0; i < 2001; ++i)
-        m_monitor->processProblem(problem);
-    QCOMPARE(m_log->getEntries().size(), 1);
-    m_now = 1000;
-    m_monitor->refresh();
-    QCOMPARE(entries().constLast(),
-             QStringLiteral("CRC error: 2,000 x checksum failure, id 142, sender sender 1 (2,001 in all)"));
-    QCOMPARE(m_coordinator->getEventCount(CorvelEvent::CrcError), 2001u);
-}
-
-void TestReceptionMonitor::silenceOfALiveStreamEndsRegularity()
-{
-    startAnew();
-    LineDecoder live(m_format, false);
-    m_monitor->begin(&live);
-    const qint64 minuteAgo = QDateTime::currentMSecsSinceEpoch() - 60000;
-    for (int i = 0; i < 20; ++i)
-        receive(minuteAgo + 100 * i);
-    const MessageStatistics* const statistics = m_coordinator->getAllMessageStatistics().constFirst();
-    QVERIFY(statistics->isCurrentlyRegular());
-    m_monitor->refresh();
-    QVERIFY(!statistics->isCurrentlyRegular());
-}
-
-void TestReceptionMonitor::worksWithoutALog()
-{
-    startAnew();
-    ReceptionMonitor monitor(m_coordinator);
-    monitor.begin(m_decoder);
-    monitor.processProblem(StreamProblem());
-    monitor.refresh();
-    monitor.finish();
-    QCOMPARE(m_coordinator->getEventCount(CorvelEvent::Resynchronisation), 1u);
-}
 
 QTEST_GUILESS_MAIN(TestReceptionMonitor)
 #include "tst_receptionmonitor.moc"
