@@ -3,13 +3,9 @@
 
 #include "flagfieldinfo.h"
 #include "pathfixtures.h"
+#include "textrows.h"
 
 typedef PathExpression::Parts Parts;
-
-inline QString text(const char* utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /** Two formats of one name, two types of one name, flags, sub-messages, repeated fields. */
 class Formats
@@ -83,6 +79,15 @@ inline QString matchesOf(const PathExpression& expression)
 {
     return namesOf(expression.getMatchingMessageInfos()) + QLatin1String(" | ") +
            namesOf(expression.getMatchingFieldInfos());
+}
+
+/** Takes the parts off @p given, a number and a blank before the text of an expression. */
+inline Parts takeParts(QString* given)
+{
+    const int blank = given->indexOf(QLatin1Char(' '));
+    const Parts parts(given->left(blank).toInt());
+    given->remove(0, blank + 1);
+    return parts;
 }
 
 inline QString optionsOf(const PathExpression& expression, int parts)
