@@ -108,9 +108,11 @@ void receptions(benchmark::State& state)
         for (const qint64 interval : intervals) {
             time += interval;
             for (quint32 type = 0; type < Types; ++type) {
+                ++number;
+                if (coordinator.countMessage(stream, type, 257, time + type, number % 256, 256))
+                    continue;
                 coordinator.findOrCreate(stream, infos[type], type, 257, sender)->addReception(time + type);
-                coordinator.countNumber(stream, 257, sender, ++number % 256, 256);
-                coordinator.setCurrentTime(stream, time);
+                coordinator.countNumber(stream, 257, sender, number % 256, 256);
             }
         }
     };

@@ -92,6 +92,18 @@ public:
                                     const QString& senderName, const QString& unknownName = QString());
 
     /**
+     * Does all that is to be done for a message, at once: adds it to the statistics of its type and sender, accounts
+     * for its number, and tells its time to the stream when it has one.
+     *
+     * @param time     when it was sent or received, in microseconds since 1970, or Message::NoTime
+     * @param number   the number, or Message::NoSequence
+     * @param modulus  as for countNumber()
+     * @return whether both the type of that sender and the sender are known; else nothing was done, and findOrCreate()
+     *         and countNumber() have to come first
+     */
+    bool countMessage(int stream, quint32 id, quint32 sender, qint64 time, qint64 number, quint64 modulus);
+
+    /**
      * Accounts for the number of a message.
      *
      * @param number   the number, or Message::NoSequence
@@ -135,8 +147,7 @@ private:
     void retire(MessageStatistics* statistics);
     void listAll();
 
-    QHash<int, Stream*> m_streams;
-    int m_nextStream;
+    QVector<Stream*> m_streams;      // by number; null where a stream was removed
     QList<Row*> m_rows;              // of all streams, in order
     QList<MessageStatistics*> m_all; // those of m_rows, as the view asks for them once a row
     QList<MessageStatistics*> m_retired;

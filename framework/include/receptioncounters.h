@@ -1,6 +1,7 @@
 #ifndef RECEPTIONCOUNTERS_H
 #define RECEPTIONCOUNTERS_H
 
+#include "keyindex.h"
 #include "streamdecoder.h"
 
 #include <QHash>
@@ -45,7 +46,7 @@ public:
 
 private:
     QVector<Row> m_rows;
-    QHash<quint64, int> m_rowIndices; // key: id in the high half, sender in the low
+    KeyIndex m_rowIndices;
     QMap<quint32, quint64> m_checksumFailures;
     quint64 m_messages;
     quint64 m_unknown;

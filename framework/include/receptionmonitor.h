@@ -97,6 +97,7 @@ private Q_SLOTS:
 private:
     Q_DISABLE_COPY(ReceptionMonitor)
 
+    void countFirst(const ReceivedMessage& message);
     void checkClock(qint64 time);
     void report(int type, const QString& text, const QDateTime& time, const QString& kind = QString());
     QDateTime streamTime() const;

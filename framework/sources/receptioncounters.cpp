@@ -14,10 +14,10 @@ ReceptionCounters::ReceptionCounters()
 
 void ReceptionCounters::countMessage(const ReceivedMessage& message)
 {
-    const quint64 key = quint64(message.id) << 32 | message.sender;
-    const QHash<quint64, int>::const_iterator found = m_rowIndices.constFind(key);
-    if (found != m_rowIndices.constEnd()) {
-        ++m_rows[found.value()].count;
+    const quint64 key = KeyIndex::keyOf(message.id, message.sender);
+    const int row = m_rowIndices.find(key);
+    if (row >= 0) {
+        ++m_rows[row].count;
     } else {
         m_rowIndices.insert(key, int(m_rows.size()));
         m_rows.append(Row{message.info, message.id, message.sender, 1});

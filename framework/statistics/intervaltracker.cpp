@@ -14,8 +14,10 @@ const qint64 LongestPause = Q_INT64_C(3600) * 1000 * 1000; // what is longer is 
 const qint64 LeastInterval = 500;                          // below, whole milliseconds cannot tell it
 const qint64 LeastStretch = 100 * 1000;                    // a rate that lasts less is a burst
 const double Likeness = 0.3; // how far intervals that begin a segment may be from their mean
-const int BurstRatio = 8;    // a pause so much longer than what is inside makes a burst
-const int Memory = 256;      // intervals that an estimate looks back to
+const double LeastDeviation = 0.001;
+const double LeastUncertainty = 0.005;
+const int BurstRatio = 8; // a pause so much longer than what is inside makes a burst
+const int Memory = 256;   // intervals that an estimate looks back to
 const int MaxStrain = 16;
 const unsigned int Trusted = 10; // messages that a segment needs for a gap to be believed
 const int PlausibleGap = 10;     // and it is trusted to go on over so many times the messages it has
@@ -40,36 +42,37 @@ bool areAlike(const qint64* intervals, int count)
 } // namespace
 
 IntervalTracker::IntervalTracker()
-    : m_sameTime(0)
-    , m_unknown(0)
-    , m_total(0)
+    : m_total(0)
     , m_hasLast(false)
-    , m_last(0)
     , m_hasEarlier(false)
-    , m_earlier(0)
-    , m_burstTime(0)
-    , m_recentCount(0)
-    , m_firstIsOpen(false)
-    , m_alikeTime(0)
-    , m_alikeCount(0)
     , m_regular(false)
-    , m_segmentCount(0)
+    , m_last(0)
+    , m_burstTime(0)
     , m_interval(0)
     , m_nominal(0)
     , m_deviation(0)
     , m_limit(0)
+    , m_lastNominal(0)
+    , m_segmentCount(0)
     , m_measured(0)
-    , m_windowSum(0)
-    , m_windowPosition(0)
     , m_misfitCount(0)
     , m_strain(0)
-    , m_lastNominal(0)
+    , m_windowSum(0)
+    , m_windowPosition(0)
+    , m_recentCount(0)
+    , m_firstIsOpen(false)
+    , m_alikeTime(0)
+    , m_alikeCount(0)
+    , m_earlier(0)
+    , m_sameTime(0)
+    , m_unknown(0)
     , m_gapLimit(MessageStatistics::DefaultGapLimit)
     , m_numberOfGaps(0)
     , m_missingEpochs(0)
 {
 }
 
+// What is inline here is what every message of a regular type runs through.
 void IntervalTracker::addTime(qint64 time, int untimed)
 {
     ++m_total;
@@ -98,7 +101,7 @@ void IntervalTracker::addTime(qint64 time, int untimed)
 }
 
 // Whether a message comes that soon behind its predecessor that both are one epoch.
-bool IntervalTracker::isInBurst(qint64 interval)
+inline bool IntervalTracker::isInBurst(qint64 interval)
 {
     const double scale = m_regular ? m_nominal : m_recentCount > 0 ? double(m_recent[m_recentCount - 1]) : 0;
     if (double(interval) * BurstRatio >= scale)
@@ -112,14 +115,14 @@ bool IntervalTracker::isInBurst(qint64 interval)
     return true;
 }
 
-qint64 IntervalTracker::takeBurstTime()
+inline qint64 IntervalTracker::takeBurstTime()
 {
     const qint64 time = m_burstTime;
     m_burstTime = 0;
     return time;
 }
 
-bool IntervalTracker::acceptTime(qint64 time, qint64* interval)
+inline bool IntervalTracker::acceptTime(qint64 time, qint64* interval)
 {
     if (!m_hasLast) {
         beginAnew(time);
@@ -216,7 +219,7 @@ void IntervalTracker::beginSegment(const qint64* intervals, int count, unsigned 
     for (int i = 0; i < count; ++i)
         deviations += std::fabs(double(intervals[i] - mean));
     m_interval = double(mean);
-    m_deviation = std::max(deviations / count, m_interval / 1000);
+    m_deviation = std::max(deviations / count, LeastDeviation * m_interval);
     m_measured = count;
     m_nominal = 0;
     updateNominal();
@@ -254,7 +257,7 @@ void IntervalTracker::endSegment()
     m_segmentCount = 0;
 }
 
-void IntervalTracker::continueSegment(qint64 interval)
+inline void IntervalTracker::continueSegment(qint64 interval)
 {
     ++m_segmentCount;
     if (m_strain > 0)
@@ -268,7 +271,7 @@ void IntervalTracker::continueSegment(qint64 interval)
     }
 }
 
-void IntervalTracker::measure(qint64 interval)
+inline void IntervalTracker::measure(qint64 interval)
 {
     m_windowSum += interval - m_window[m_windowPosition];
     m_window[m_windowPosition] = interval;
@@ -277,14 +280,21 @@ void IntervalTracker::measure(qint64 interval)
     if (m_measured < Memory)
         ++m_measured;
     const double difference = double(interval) - m_interval;
-    m_interval += difference / m_measured;
-    const double step = m_deviation / std::min(m_measured, Memory / 4);
+    double step;
+    if (m_measured == Memory) {
+        // As below; but to divide by a power of two that the compiler knows takes no time.
+        m_interval += difference / Memory;
+        step = m_deviation / (Memory / 4);
+    } else {
+        m_interval += difference / m_measured;
+        step = m_deviation / std::min(m_measured, Memory / 4);
+    }
     m_deviation += std::fabs(difference) > m_deviation ? step : -step;
-    m_deviation = std::max(m_deviation, m_interval / 1000);
+    m_deviation = std::max(m_deviation, LeastDeviation * m_interval);
     updateNominal();
 }
 
-bool IntervalTracker::hasRateChanged() const
+inline bool IntervalTracker::hasRateChanged() const
 {
     const double shift = double(m_windowSum) / Window - m_interval;
     if (std::fabs(shift) < std::max(0.015 * m_interval, 2.5 * m_deviation))
@@ -312,16 +322,20 @@ void IntervalTracker::forgetWindow()
 double IntervalTracker::getUncertainty() const
 {
     const double ofMean = 2.5 * m_deviation / std::sqrt(double(m_measured));
-    return std::min(0.1 * m_interval, 0.005 * m_interval + ofMean);
+    return std::min(0.1 * m_interval, LeastUncertainty * m_interval + ofMean);
 }
 
-void IntervalTracker::updateNominal()
+inline void IntervalTracker::updateNominal()
 {
-    const double uncertainty = getUncertainty();
-    // What was taken once is kept for longer than it would be taken anew, so that it does not flicker.
+    const double error = std::fabs(m_nominal - m_interval);
     const bool knowsBetter = m_measured < Memory && (m_measured & (m_measured - 1)) == 0;
-    if (m_nominal <= 0 || knowsBetter || std::fabs(m_nominal - m_interval) > 1.5 * uncertainty)
-        m_nominal = roundInterval(m_interval, uncertainty);
+    // What is that near need not be compared with the uncertainty, which takes a root.
+    if (m_nominal <= 0 || knowsBetter || error > LeastUncertainty * m_interval) {
+        // What was taken once is kept for longer than it would be taken anew, so that it does not flicker.
+        const double uncertainty = getUncertainty();
+        if (m_nominal <= 0 || knowsBetter || error > 1.5 * uncertainty)
+            m_nominal = roundInterval(m_interval, uncertainty);
+    }
     m_limit = std::max(1.5 * m_nominal, m_nominal + 3.5 * m_deviation);
     m_lastNominal = m_nominal;
 }

@@ -76,40 +76,40 @@ private:
     long long keyOf(double interval) const;
     const Row* findRow(long long interval) const;
 
-    QVector<Row> m_rows; // of the segments that ended
-    unsigned int m_sameTime;
-    unsigned int m_unknown;
+    // In the order in which they are needed: of a regular type, a message touches the first few cache lines only.
     unsigned int m_total;
-
     bool m_hasLast;
-    qint64 m_last;     // the time that the next interval is measured from
     bool m_hasEarlier; // whether the newest message was older than m_last
-    qint64 m_earlier;  // and then its time
-
+    bool m_regular;
+    qint64 m_last;      // the time that the next interval is measured from
     qint64 m_burstTime; // since the message that began a burst; 0 outside of bursts
 
-    // While no segment is regular.
+    // While a segment is regular.
+    double m_interval;  // measured
+    double m_nominal;   // what it is taken for
+    double m_deviation; // half of the intervals are nearer to m_interval
+    double m_limit;     // what is as long or longer is a gap
+    double m_lastNominal;
+    unsigned int m_segmentCount; // messages that belong to it
+    int m_measured;
+    int m_misfitCount;
+    int m_strain;
+    qint64 m_windowSum;
+    int m_windowPosition;
+    qint64 m_window[Window]; // the newest intervals, in no order
+    Misfit m_misfits[Least];
+
+    // While none is.
     qint64 m_recent[Least];
     int m_recentCount;
     bool m_firstIsOpen;        // whether the message before m_recent[0] began the stretch and may be claimed by it
     qint64 m_alikeTime;        // how long the intervals have been alike; 0 when they are not
     unsigned int m_alikeCount; // messages of that time
 
-    // While one is.
-    bool m_regular;
-    unsigned int m_segmentCount; // messages that belong to it
-    double m_interval;           // measured
-    double m_nominal;            // what it is taken for
-    double m_deviation;          // half of the intervals are nearer to m_interval
-    double m_limit;              // what is as long or longer is a gap
-    int m_measured;
-    qint64 m_window[Window]; // the newest intervals, in no order
-    qint64 m_windowSum;
-    int m_windowPosition;
-    Misfit m_misfits[Least];
-    int m_misfitCount;
-    int m_strain;
-    double m_lastNominal;
+    qint64 m_earlier; // the time of the newest message, if m_hasEarlier
+    unsigned int m_sameTime;
+    unsigned int m_unknown;
+    QVector<Row> m_rows; // of the segments that ended
 
     QVector<MessageStatistics::Gap> m_gaps;
     int m_gapLimit;

@@ -1,12 +1,11 @@
 #include "messagestatisticscoordinator.h"
 
+#include "keyindex.h"
 #include "message.h"
 #include "messageinfo.h"
 #include "messagestatistics.h"
 
 #include <QStringList>
-
-#include <algorithm>
 
 namespace
 {
@@ -14,12 +13,15 @@ namespace
 // Frames of unknown types cannot be verified: noise may look like any number of types and senders.
 const int MaxUnknownTypes = 1000;
 
-quint64 keyOf(quint32 id, quint32 sender)
-{
-    return quint64(id) << 32 | sender;
-}
-
 } // namespace
+
+struct MessageStatisticsCoordinator::Sender
+{
+    void countNumber(qint64 number, quint64 modulus);
+
+    SenderStatistics statistics;
+    quint64 settled; // bit n: the number that lies n before the newest one came, or was never expected
+};
 
 struct MessageStatisticsCoordinator::Row
 {
@@ -29,12 +31,7 @@ struct MessageStatisticsCoordinator::Row
     quint32 sender;
     QString senderName;
     MessageStatistics* statistics;
-};
-
-struct MessageStatisticsCoordinator::Sender
-{
-    SenderStatistics statistics;
-    quint64 settled; // bit n: the number that lies n before the newest one came, or was never expected
+    Sender* account; // null until its first number was accounted for
 };
 
 struct MessageStatisticsCoordinator::Stream
@@ -43,14 +40,30 @@ struct MessageStatisticsCoordinator::Stream
     const FormatInfo* format;
     QString label;
     QHash<int, unsigned int> events;
-    QHash<quint64, Row*> rows;
+    Row* findRow(quint32 id, quint32 sender) const;
+    Sender* findSender(quint32 sender) const;
+
+    QVector<Row*> rows; // without otherUnknown
+    KeyIndex rowIndices;
     Row* otherUnknown; // for what is beyond MaxUnknownTypes; null until then
     int unknownTypes;
     qint64 time;
     QList<quint32> knownSenders; // whose messages are of known types
-    QHash<quint32, Sender> senders;
-    QList<quint32> senderOrder;
+    QVector<Sender*> senders;
+    KeyIndex senderIndices;
 };
+
+MessageStatisticsCoordinator::Row* MessageStatisticsCoordinator::Stream::findRow(quint32 id, quint32 sender) const
+{
+    const int index = rowIndices.find(KeyIndex::keyOf(id, sender));
+    return index < 0 ? nullptr : rows.at(index);
+}
+
+MessageStatisticsCoordinator::Sender* MessageStatisticsCoordinator::Stream::findSender(quint32 sender) const
+{
+    const int index = senderIndices.find(sender);
+    return index < 0 ? nullptr : senders.at(index);
+}
 
 MessageStatisticsCoordinator::SenderStatistics::SenderStatistics()
     : stream(0)
@@ -66,10 +79,7 @@ MessageStatisticsCoordinator::SenderStatistics::SenderStatistics()
 {
 }
 
-MessageStatisticsCoordinator::MessageStatisticsCoordinator()
-    : m_nextStream(0)
-{
-}
+MessageStatisticsCoordinator::MessageStatisticsCoordinator() {}
 
 MessageStatisticsCoordinator::~MessageStatisticsCoordinator()
 {
@@ -81,12 +91,12 @@ MessageStatisticsCoordinator::~MessageStatisticsCoordinator()
 int MessageStatisticsCoordinator::addStream(const FormatInfo* format)
 {
     Stream* const stream = new Stream;
-    stream->number = m_nextStream++;
+    stream->number = int(m_streams.size());
     stream->format = format;
     stream->otherUnknown = nullptr;
     stream->unknownTypes = 0;
     stream->time = Message::NoTime;
-    m_streams.insert(stream->number, stream);
+    m_streams.append(stream);
     return stream->number;
 }
 
@@ -99,20 +109,23 @@ void MessageStatisticsCoordinator::dropRows(Stream* stream)
         }
     }
     stream->rows.clear();
+    stream->rowIndices.clear();
     stream->otherUnknown = nullptr;
     stream->unknownTypes = 0;
     stream->time = Message::NoTime;
     stream->knownSenders.clear();
+    qDeleteAll(stream->senders);
     stream->senders.clear();
-    stream->senderOrder.clear();
+    stream->senderIndices.clear();
     listAll();
 }
 
 void MessageStatisticsCoordinator::removeStream(int number)
 {
-    Stream* const stream = m_streams.take(number);
+    Stream* const stream = m_streams.value(number);
     if (!stream)
         return;
+    m_streams[number] = nullptr;
     dropRows(stream);
     delete stream;
 }
@@ -129,6 +142,8 @@ void MessageStatisticsCoordinator::clearStream(int number)
 void MessageStatisticsCoordinator::clear()
 {
     Q_FOREACH (Stream* stream, m_streams) {
+        if (!stream)
+            continue;
         dropRows(stream);
         stream->events.clear();
     }
@@ -172,7 +187,7 @@ void MessageStatisticsCoordinator::changeFormat(int number, const FormatInfo* fo
 MessageStatistics* MessageStatisticsCoordinator::find(int number, quint32 id, quint32 sender) const
 {
     const Stream* const stream = m_streams.value(number);
-    const Row* const row = stream ? stream->rows.value(keyOf(id, sender)) : nullptr;
+    const Row* const row = stream ? stream->findRow(id, sender) : nullptr;
     return row ? row->statistics : nullptr;
 }
 
@@ -181,7 +196,7 @@ MessageStatistics* MessageStatisticsCoordinator::findOrCreate(int number, const 
                                                               const QString& unknownName)
 {
     Stream* const stream = m_streams.value(number);
-    Row* const row = stream->rows.value(keyOf(id, sender));
+    Row* const row = stream->findRow(id, sender);
     return row ? row->statistics : create(stream, info, id, sender, senderName, unknownName);
 }
 
@@ -196,6 +211,7 @@ MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const Me
     row->id = id;
     row->sender = sender;
     row->senderName = senderName;
+    row->account = nullptr;
     if (info) {
         row->plainName = info->getName();
         if (!stream->knownSenders.contains(sender)) {
@@ -216,8 +232,10 @@ MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const Me
     }
     row->statistics = new MessageStatistics(stream->format, info, nameOf(stream, row));
     row->statistics->m_streamTime = &stream->time;
-    if (row != stream->otherUnknown)
-        stream->rows.insert(keyOf(id, sender), row);
+    if (row != stream->otherUnknown) {
+        stream->rowIndices.insert(KeyIndex::keyOf(id, sender), int(stream->rows.size()));
+        stream->rows.append(row);
+    }
     m_rows.append(row);
     m_all.append(row->statistics);
     return row->statistics;
@@ -262,36 +280,58 @@ void MessageStatisticsCoordinator::listAll()
         m_all.append(row->statistics);
 }
 
+bool MessageStatisticsCoordinator::countMessage(int number, quint32 id, quint32 sender, qint64 time, qint64 sequence,
+                                                quint64 modulus)
+{
+    Stream* const stream = m_streams.value(number);
+    Row* const row = stream ? stream->findRow(id, sender) : nullptr;
+    if (!row)
+        return false;
+    if (!row->account)
+        row->account = stream->findSender(sender);
+    if (!row->account)
+        return false;
+    row->statistics->addReception(time);
+    row->account->countNumber(sequence, modulus);
+    if (time != Message::NoTime)
+        stream->time = time;
+    return true;
+}
+
 void MessageStatisticsCoordinator::countNumber(int number, quint32 sender, const QString& senderName, qint64 sequence,
                                                quint64 modulus)
 {
     Stream* const stream = m_streams.value(number);
-    const QHash<quint32, Sender>::iterator found = stream->senders.find(sender);
-    if (found == stream->senders.end()) {
-        Sender added;
-        added.settled = ~quint64(0);
-        SenderStatistics& statistics = added.statistics;
-        statistics.stream = number;
-        statistics.sender = sender;
-        statistics.name = senderName;
-        statistics.received = 1;
-        statistics.numbered = sequence >= 0 && modulus > 0;
-        statistics.lastNumber = statistics.numbered ? sequence : -1;
-        stream->senders.insert(sender, added);
-        stream->senderOrder.append(sender);
+    if (Sender* const known = stream->findSender(sender)) {
+        known->countNumber(sequence, modulus);
         return;
     }
-    SenderStatistics& statistics = found.value().statistics;
-    quint64& settled = found.value().settled;
+    Sender* const added = new Sender;
+    added->settled = ~quint64(0);
+    SenderStatistics& statistics = added->statistics;
+    statistics.stream = number;
+    statistics.sender = sender;
+    statistics.name = senderName;
+    statistics.received = 1;
+    statistics.numbered = sequence >= 0 && modulus > 0;
+    statistics.lastNumber = statistics.numbered ? sequence : -1;
+    stream->senderIndices.insert(sender, int(stream->senders.size()));
+    stream->senders.append(added);
+}
+
+void MessageStatisticsCoordinator::Sender::countNumber(qint64 number, quint64 modulus)
+{
     ++statistics.received;
-    if (sequence < 0 || modulus == 0)
+    if (number < 0 || modulus == 0)
         return;
     statistics.numbered = true;
     if (statistics.lastNumber < 0) {
-        statistics.lastNumber = sequence;
+        statistics.lastNumber = number;
         return;
     }
-    const quint64 step = (quint64(sequence) + modulus - quint64(statistics.lastNumber)) % modulus;
+    quint64 step = quint64(number) - quint64(statistics.lastNumber) + (number < statistics.lastNumber ? modulus : 0);
+    if (step >= modulus) // seldom; it would be the slowest of all that is done for a message
+        step %= modulus;
     const quint64 latest = qMin(modulus / 32, quint64(63));
     if (step == 0) {
         ++statistics.repeated;
@@ -310,22 +350,20 @@ void MessageStatisticsCoordinator::countNumber(int number, quint32 sender, const
         return;
     }
     // A loss that ends at 0 by chance is short, as losses mostly are.
-    if (sequence == 0 && step > modulus / 8) {
+    if (number == 0 && step > modulus / 8) {
         ++statistics.restarts;
         settled = ~quint64(0);
     } else {
         statistics.lost += step - 1;
         settled = (step < 64 ? settled << step : 0) | 1;
     }
-    statistics.lastNumber = sequence;
+    statistics.lastNumber = number;
 }
 
 void MessageStatisticsCoordinator::countFailure(int number, quint32 sender)
 {
-    Stream* const stream = m_streams.value(number);
-    const QHash<quint32, Sender>::iterator found = stream->senders.find(sender);
-    if (found != stream->senders.end())
-        ++found.value().statistics.failed;
+    if (Sender* const known = m_streams.value(number)->findSender(sender))
+        ++known->statistics.failed;
 }
 
 void MessageStatisticsCoordinator::setCurrentTime(int number, qint64 time)
@@ -352,13 +390,12 @@ unsigned int MessageStatisticsCoordinator::getEventCount(CorvelEvent::Type type)
 
 QList<MessageStatisticsCoordinator::SenderStatistics> MessageStatisticsCoordinator::getSenderStatistics() const
 {
-    QList<int> numbers = m_streams.keys();
-    std::sort(numbers.begin(), numbers.end());
     QList<SenderStatistics> all;
-    Q_FOREACH (int number, numbers) {
-        const Stream* const stream = m_streams.value(number);
-        Q_FOREACH (quint32 sender, stream->senderOrder)
-            all.append(stream->senders.value(sender).statistics);
+    Q_FOREACH (const Stream* stream, m_streams) {
+        if (!stream)
+            continue;
+        Q_FOREACH (const Sender* sender, stream->senders)
+            all.append(sender->statistics);
     }
     return all;
 }

@@ -104,18 +104,28 @@ void ReceptionMonitor::changeFormat(const StreamDecoder* decoder, const QHash<qu
 
 void ReceptionMonitor::processReceived(const ReceivedMessage& message)
 {
-    const QString& sender = senderName(message.sender);
-    MessageStatistics* statistics = m_coordinator->find(m_stream, message.id, message.sender);
-    if (!statistics)
-        statistics = m_coordinator->findOrCreate(m_stream, message.info, message.id, message.sender, sender,
-                                                 message.info ? QString() : unknownName(message.id));
-    statistics->addReception(message.time);
-    m_coordinator->countNumber(m_stream, message.sender, sender, message.sequence, m_modulus);
+    if (!m_coordinator->countMessage(m_stream, message.id, message.sender, message.time, message.sequence, m_modulus))
+        countFirst(message);
     if (message.time != Message::NoTime)
         checkClock(message.time);
     if (!message.info)
-        report(CorvelEvent::UnknownMessage,
-               tr("unknown message %1, sender %2").arg(m_decoder->describeUnknown(message.id), sender), streamTime());
+        report(
+            CorvelEvent::UnknownMessage,
+            tr("unknown message %1, sender %2").arg(m_decoder->describeUnknown(message.id), senderName(message.sender)),
+            streamTime());
+}
+
+/** Counts a message of a type and sender that has no statistics of its own, at least not yet. */
+void ReceptionMonitor::countFirst(const ReceivedMessage& message)
+{
+    const QString& sender = senderName(message.sender);
+    m_coordinator
+        ->findOrCreate(m_stream, message.info, message.id, message.sender, sender,
+                       message.info ? QString() : unknownName(message.id))
+        ->addReception(message.time);
+    m_coordinator->countNumber(m_stream, message.sender, sender, message.sequence, m_modulus);
+    if (message.time != Message::NoTime)
+        m_coordinator->setCurrentTime(m_stream, message.time);
 }
 
 void ReceptionMonitor::processProblem(const StreamProblem& problem)
@@ -133,7 +143,6 @@ void ReceptionMonitor::checkClock(qint64 time)
 {
     const qint64 previous = m_time;
     m_time = time;
-    m_coordinator->setCurrentTime(m_stream, time);
     if (previous == Message::NoTime)
         return;
     const qint64 step = time - previous;

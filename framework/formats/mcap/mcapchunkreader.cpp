@@ -66,44 +66,70 @@ bool McapReader::readChunkName()
     if (!problem.isEmpty()) {
         report(StreamProblem::UnsupportedFrame, m_recordOffset, RecordHeadSize + m_length, problem);
         m_state = Skipping;
+    } else if (m_chunkHead.compression.isEmpty() && m_chunkHead.recordsSize == m_chunkHead.uncompressedSize) {
+        m_plainChunk = makeChunk();
+        m_plainSize = 0;
+        m_plainCrc = 0;
     }
     return true;
 }
 
 bool McapReader::readChunk()
 {
+    if (m_plainChunk)
+        return readPlainChunk();
     const char* const bytes = take(m_chunkHead.recordsSize);
     if (!bytes)
         return false;
     const quint64 size = m_chunkHead.recordsSize;
-    // Of records that are not compressed the checksum is part of that of the file: it is calculated once.
-    const bool isPlain = m_chunkHead.compression.isEmpty() && m_chunkHead.crc != 0;
-    const quint32 crc = isPlain ? addCrc(0, bytes, size) : 0;
-    if (isPlain) {
-        m_position += size;
-        if (isCrcWanted())
-            m_crc = combineCrc(m_crc, crc, size);
-    } else {
-        account(bytes, size);
-    }
+    account(bytes, size);
     m_left = m_chunkHead.extension;
     m_state = Skipping;
-    processChunk(bytes, size, isPlain ? &crc : nullptr);
+    processChunk(bytes, size);
     return true;
+}
+
+/** Puts the records where they are to stay at once, and calculates their checksum while they pass by. */
+bool McapReader::readPlainChunk()
+{
+    const quint64 size = m_chunkHead.recordsSize;
+    const quint64 used = std::min(size - m_plainSize, m_inputSize);
+    if (used > 0) {
+        std::memcpy(m_plainChunk->bytes.get() + m_plainSize, m_input, used);
+        if (m_chunkHead.crc != 0 || isCrcWanted())
+            m_plainCrc = addCrc(m_plainCrc, m_input, used);
+        m_plainSize += used;
+        m_input += used;
+        m_inputSize -= used;
+        m_position += used;
+    }
+    if (m_plainSize < size)
+        return false;
+    if (isCrcWanted())
+        m_crc = combineCrc(m_crc, m_plainCrc, size);
+    m_left = m_chunkHead.extension;
+    m_state = Skipping;
+    processRecords(std::move(m_plainChunk), size, m_plainCrc);
+    return true;
+}
+
+std::unique_ptr<McapReader::Chunk> McapReader::makeChunk()
+{
+    std::unique_ptr<Chunk> chunk = m_order.make(m_chunkHead.uncompressedSize);
+    chunk->offset = m_recordOffset;
+    return chunk;
 }
 
 std::unique_ptr<McapReader::Chunk> McapReader::decompress(const char* bytes, quint64 size, bool* good, quint64* written,
                                                           QByteArray* error)
 {
-    const quint64 capacity = m_chunkHead.uncompressedSize;
-    std::unique_ptr<Chunk> chunk = m_order.make(capacity);
-    chunk->offset = m_recordOffset;
-    *good = m_decompressor.run(m_chunkHead.compression, bytes, size, chunk->bytes.get(), capacity, written, error);
+    std::unique_ptr<Chunk> chunk = makeChunk();
+    *good = m_decompressor.run(m_chunkHead.compression, bytes, size, chunk->bytes.get(), m_chunkHead.uncompressedSize,
+                               written, error);
     return chunk;
 }
 
-/** Takes a chunk's records; @p crc is the checksum that they have, or null when it is not known yet. */
-void McapReader::processChunk(const char* bytes, quint64 size, const quint32* crc)
+void McapReader::processChunk(const char* bytes, quint64 size)
 {
     bool good = false;
     quint64 written = 0;
@@ -122,12 +148,16 @@ void McapReader::processChunk(const char* bytes, quint64 size, const quint32* cr
                    .arg(written));
         return;
     }
-    if (m_chunkHead.crc != 0) {
-        const quint32 right = crc ? *crc : addCrc(0, chunk->bytes.get(), written);
-        if (!checkCrc(m_chunkHead.crc, right, QStringLiteral("a chunk, which was dropped,")))
-            return;
-    }
-    parseChunk(chunk.get(), written, true);
+    const quint32 crc = m_chunkHead.crc == 0 ? 0 : addCrc(0, chunk->bytes.get(), written);
+    processRecords(std::move(chunk), written, crc);
+}
+
+/** Takes the records of a chunk when @p crc, their checksum, is the one that the chunk gives, or when it gives none. */
+void McapReader::processRecords(std::unique_ptr<Chunk> chunk, quint64 size, quint32 crc)
+{
+    if (!checkCrc(m_chunkHead.crc, crc, QStringLiteral("a chunk, which was dropped,")))
+        return;
+    parseChunk(chunk.get(), size, true);
     holdChunk(std::move(chunk));
 }
 
@@ -201,11 +231,14 @@ quint64 McapReader::earliestLaterStart(quint64 offset) const
 /** Reads what there is of a chunk that was cut off; the number of messages. */
 int McapReader::salvageChunk()
 {
-    bool good = false;
-    quint64 written = 0;
-    QByteArray error;
-    std::unique_ptr<Chunk> chunk = decompress(m_gathered.data(), m_gathered.size(), &good, &written, &error);
-    parseChunk(chunk.get(), written, false);
+    quint64 size = m_plainSize;
+    std::unique_ptr<Chunk> chunk = std::move(m_plainChunk);
+    if (!chunk) {
+        bool good = false;
+        QByteArray error;
+        chunk = decompress(m_gathered.data(), m_gathered.size(), &good, &size, &error);
+    }
+    parseChunk(chunk.get(), size, false);
     const int count = int(chunk->messages.size());
     m_order.add(std::move(chunk));
     return count;

@@ -8,6 +8,33 @@
 // Chunks are seldom greater.
 static const quint64 GreatestSpare = 4 << 20;
 
+namespace
+{
+
+/** What a sink gets, made of one message after another of a chunk. */
+class Found
+{
+public:
+    explicit Found(quint64 offset) { m_message.offset = offset; }
+
+    const ReceivedMessage& set(const McapMessageOrder::Message& message)
+    {
+        m_message.info = message.channel->info;
+        m_message.id = message.channel->id;
+        m_message.sender = message.channel->sender;
+        m_message.data = message.data;
+        m_message.size = int(message.size);
+        m_message.time = qint64(message.time / 1000);
+        m_message.sequence = message.sequence != 0 ? qint64(message.sequence) : qint64(Message::NoSequence);
+        return m_message;
+    }
+
+private:
+    ReceivedMessage m_message;
+};
+
+} // namespace
+
 McapMessageOrder::McapMessageOrder()
     : m_held(0)
 {
@@ -51,11 +78,12 @@ void McapMessageOrder::release(quint64 until, StreamSink* sink)
         std::pop_heap(m_chunks.begin(), m_chunks.end(), isLater);
         std::unique_ptr<Chunk> chunk = std::move(m_chunks.back());
         m_chunks.pop_back();
+        Found found(chunk->offset);
         // As far as no other chunk has its turn.
         const Chunk* const other = m_chunks.empty() ? nullptr : m_chunks.front().get();
         const std::size_t count = chunk->messages.size();
         do {
-            handOut(chunk->messages[chunk->next], chunk->offset, sink);
+            sink->processReceived(found.set(chunk->messages[chunk->next]));
             ++chunk->next;
         } while (chunk->next < count && chunk->nextTime() <= until &&
                  (!other || chunk->nextTime() < other->nextTime() ||
@@ -77,24 +105,14 @@ void McapMessageOrder::releaseOne(StreamSink* sink)
         release(m_chunks.front()->messages.back().time, sink);
 }
 
+void McapMessageOrder::handOut(const Message& message, quint64 offset, StreamSink* sink)
+{
+    sink->processReceived(Found(offset).set(message));
+}
+
 void McapMessageOrder::clear()
 {
     m_chunks.clear();
     m_spare.reset();
     m_held = 0;
-}
-
-void McapMessageOrder::handOut(const Message& message, quint64 offset, StreamSink* sink)
-{
-    ReceivedMessage received;
-    received.info = message.channel->info;
-    received.id = message.channel->id;
-    received.sender = message.channel->sender;
-    received.data = message.data;
-    received.size = int(message.size);
-    received.time = qint64(message.time / 1000);
-    if (message.sequence != 0)
-        received.sequence = message.sequence;
-    received.offset = offset;
-    sink->processReceived(received);
 }

@@ -60,6 +60,8 @@ McapReader::McapReader(ProtobufFormat* format, bool mustEnd)
     , m_length(0)
     , m_left(0)
     , m_definitionProblems(0)
+    , m_plainSize(0)
+    , m_plainCrc(0)
     , m_windowOffset(0)
     , m_searchStart(0)
     , m_searchEnd(Never)
@@ -501,6 +503,7 @@ void McapReader::restart(quint64 offset)
     m_gatheredTaken = false;
     m_window.clear();
     m_chunkHeadBytes.clear();
+    m_plainChunk.reset();
     m_order.clear();
     m_state = offset == 0 ? AtMagic : AtRecord;
     m_position = offset;

@@ -51,6 +51,7 @@ private:
     bool readChunkHead();
     bool readChunkName();
     bool readChunk();
+    bool readPlainChunk();
     bool skip();
     bool search();
     bool readEndMagic();
@@ -63,7 +64,9 @@ private:
 
     void processRecord(const char* body, quint64 size);
     void processMessage(const char* body, quint64 size);
-    void processChunk(const char* bytes, quint64 size, const quint32* crc);
+    void processChunk(const char* bytes, quint64 size);
+    void processRecords(std::unique_ptr<Chunk> chunk, quint64 size, quint32 crc);
+    std::unique_ptr<Chunk> makeChunk();
     std::unique_ptr<Chunk> decompress(const char* bytes, quint64 size, bool* good, quint64* written, QByteArray* error);
     void parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole);
     void holdChunk(std::unique_ptr<Chunk> chunk);
@@ -101,6 +104,9 @@ private:
 
     QByteArray m_chunkHeadBytes;
     Mcap::ChunkHead m_chunkHead;
+    std::unique_ptr<Chunk> m_plainChunk; // being filled, when there is nothing to decompress
+    quint64 m_plainSize;
+    quint32 m_plainCrc; // of these bytes
 
     QByteArray m_window; // that is searched
     quint64 m_windowOffset;
