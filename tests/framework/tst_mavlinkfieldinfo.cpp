@@ -4,39 +4,10 @@
 #include "message.h"
 #include "messagereference.h"
 #include "testbase.h"
+#include "textrows.h"
 
 #include <cmath>
 #include <memory>
-
-class tst_MavlinkFieldInfo : public TestBase
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-    void cleanupTestCase();
-
-    void valuesOfEveryType_data();
-    void valuesOfEveryType();
-    void trailingZerosAreRestored();
-    void extensionsAreAbsentInVersion1();
-    void texts_data();
-    void texts();
-    void neverReadsBeyondTheBytes();
-    void otherBytesHaveNoValues();
-    void interpretation_data();
-    void interpretation();
-    void invalidValues_data();
-    void invalidValues();
-    void flagsAreComponents();
-    void addressesAreSecondary();
-
-private:
-    const FieldInfo* field(const char* name) const { return m_info->getFieldInfo(QLatin1String(name)); }
-
-    std::unique_ptr<MavlinkDialect> m_dialect;
-    const MavlinkMessageInfo* m_info = nullptr;
-};
 
 // In wire order: the position of every byte is then plain to see.
 static const char definition[] = R"(<mavlink><enums>
@@ -66,12 +37,12 @@ static const int baseLength = 55;
 static const int fullLength = 63;
 
 // Bytes 1, 2, 3, ... with a text in the place of "word".
-static QByteArray fullPayload()
+static QByteArray fullPayload(const QByteArray& word = QByteArray("ab\0cde", 6))
 {
     QByteArray payload;
     for (int i = 1; i <= fullLength; ++i)
         payload.append(static_cast<char>(i));
-    payload.replace(47, 6, QByteArray("ab\0cde", 6));
+    payload.replace(47, 6, word);
     payload.replace(59, 4, QByteArray("wxyz"));
     return payload;
 }
@@ -86,291 +57,241 @@ static QByteArray frame2(const QByteArray& payload)
     return QByteArray("\xfd") + static_cast<char>(payload.size()) + QByteArray(8, '\x7f') + payload + "CC";
 }
 
-static QString valueTexts(const FieldInfo* field, const QByteArray& frame)
-{
-    const MessageReference message = MessageReference::adopt(new Message(field->getMessageInfos().first(), frame));
-    QStringList texts;
-    for (const FieldValue& value : field->getValues(message.get()))
-        texts.append(value.isValid() ? field->getRawString(value) : QStringLiteral("invalid"));
-    const FieldValue beyond = field->getValue(message.get(), field->getValueCount(message.get()));
-    return texts.join(QLatin1Char(' ')) + (beyond.isValid() ? QLatin1String(" and more") : QLatin1String(""));
-}
-
-static QString textOf(const FieldInfo* field, const QByteArray& frame)
-{
-    const MessageReference message = MessageReference::adopt(new Message(field->getMessageInfos().first(), frame));
-    return field->getStringValue(message.get());
-}
-
-void tst_MavlinkFieldInfo::initTestCase()
+static std::unique_ptr<MavlinkDialect> dialectWith(const QByteArray& field)
 {
     QStringList errors;
-    m_dialect.reset(MavlinkDialectReader::readBytes(QStringLiteral("x.xml"), definition, &errors));
-    QCOMPARE(errors, QStringList());
-    m_info = m_dialect->find(300);
-    QCOMPARE(m_info->getBaseLength(), baseLength);
-    QCOMPARE(m_info->getFullLength(), fullLength);
-}
-
-void tst_MavlinkFieldInfo::cleanupTestCase()
-{
-    m_dialect.reset();
-}
-
-void tst_MavlinkFieldInfo::valuesOfEveryType_data()
-{
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<QString>("values");
-    QTest::newRow("u64") << QByteArray("u64") << "uint64_t" << QString::number(0x0807060504030201);
-    QTest::newRow("i64") << QByteArray("i64") << "int64_t" << QString::number(0x100f0e0d0c0b0a09);
-    QTest::newRow("u32") << QByteArray("u32") << "uint32_t" << QString::number(0x1c1b1a19);
-    QTest::newRow("i32") << QByteArray("i32") << "int32_t" << QString::number(0x201f1e1d);
-    QTest::newRow("u16") << QByteArray("u16") << "uint16_t" << QString::number(0x2625);
-    QTest::newRow("shorts") << QByteArray("shorts") << "int16_t[]"
-                            << QStringLiteral("%1 %2 %3").arg(0x2827).arg(0x2a29).arg(0x2c2b);
-    QTest::newRow("u8") << QByteArray("u8") << "uint8_t" << QStringLiteral("45");
-    QTest::newRow("i8") << QByteArray("i8") << "int8_t" << QStringLiteral("46");
-    QTest::newRow("letter") << QByteArray("letter") << "char" << QStringLiteral("47");
-    QTest::newRow("target_system") << QByteArray("target_system") << "uint8_t" << QStringLiteral("54");
-    QTest::newRow("extra") << QByteArray("extra") << "uint16_t[]" << QStringLiteral("%1 %2").arg(0x3938).arg(0x3b3a);
-}
-
-void tst_MavlinkFieldInfo::valuesOfEveryType()
-{
-    QFETCH(QByteArray, name);
-    QFETCH(QString, type);
-    QFETCH(QString, values);
-    const FieldInfo* info = field(name.constData());
-    QCOMPARE(info->getType().toShortString() + (info->isRepeated() ? QLatin1String("[]") : QLatin1String("")), type);
-    QCOMPARE(valueTexts(info, frame2(fullPayload())), values);
-    if (!info->isOptional())
-        QCOMPARE(valueTexts(info, frame1(fullPayload().left(baseLength))), values);
-}
-
-void tst_MavlinkFieldInfo::trailingZerosAreRestored()
-{
-    // Cut within the real number, which then reads as if its last bytes were zeros.
-    QByteArray payload(24, '\0');
-    payload[22] = '\xf8';
-    payload[23] = '\x3f';
-    QCOMPARE(valueTexts(field("real"), frame2(payload)), QStringLiteral("1.5"));
-    payload[16] = '\1';
-    QCOMPARE(valueTexts(field("real"), frame2(payload.left(17))), QStringLiteral("5e-324"));
-    QCOMPARE(valueTexts(field("real"), frame2(payload.left(16))), QStringLiteral("0"));
-    QCOMPARE(valueTexts(field("i8"), frame2(payload)), QStringLiteral("0"));
-    QCOMPARE(valueTexts(field("shorts"), frame2(QByteArray(39, '\1'))), QStringLiteral("1 0 0"));
-    QCOMPARE(valueTexts(field("extra"), frame2(QByteArray("\1"))), QStringLiteral("0 0"));
-    const QByteArray minusOne(fullLength, '\xff');
-    for (const char* name : {"i64", "i32", "i8"})
-        QCOMPARE(valueTexts(field(name), frame2(minusOne)), QStringLiteral("-1"));
-    QCOMPARE(valueTexts(field("u64"), frame2(minusOne)), QStringLiteral("18446744073709551615"));
-    QCOMPARE(valueTexts(field("single"), frame2(minusOne)), QStringLiteral("nan"));
-}
-
-void tst_MavlinkFieldInfo::extensionsAreAbsentInVersion1()
-{
-    for (const char* name : {"extra", "tail"}) {
-        QVERIFY(field(name)->isOptional());
-        QCOMPARE(valueTexts(field(name), frame1(fullPayload())), QString());
-        QCOMPARE(textOf(field(name), frame1(fullPayload())), QString());
-    }
-    QVERIFY(!field("u8")->isOptional());
-    QCOMPARE(textOf(field("tail"), frame2(fullPayload())), QStringLiteral("wxyz"));
-}
-
-void tst_MavlinkFieldInfo::texts_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("up to the zero") << QByteArray("ab\0cde", 6) << "ab";
-    QTest::newRow("without a zero") << QByteArray("abcdef") << "abcdef";
-    QTest::newRow("empty") << QByteArray(6, '\0') << "";
-    QTest::newRow("UTF-8") << QByteArray("\xc3\xa4\xe2\x82\xac!") << QString::fromUtf8("\xc3\xa4\xe2\x82\xac!");
-    QTest::newRow("no UTF-8") << QByteArray("a\xff"
-                                            "b\0\0\0",
-                                            6)
-                              << QLatin1Char('a') + QString(QChar(0xfffd)) + QLatin1Char('b');
-}
-
-void tst_MavlinkFieldInfo::texts()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, text);
-    const FieldInfo* word = field("word");
-    QVERIFY(word->isStringField() && word->isRepeated());
-    QCOMPARE(word->getType().getTypeCode(), int(FieldType::CharType));
-    QByteArray payload = fullPayload();
-    payload.replace(47, 6, bytes);
-    QCOMPARE(textOf(word, frame2(payload)), text);
-    QCOMPARE(textOf(word, frame1(payload.left(baseLength))), text);
-    QCOMPARE(word->FieldInfo::getStringValue(MessageReference::adopt(new Message(m_info, frame2(payload))).get()),
-             text);
-    // The sender left off what follows the text.
-    while (bytes.endsWith('\0'))
-        bytes.chop(1);
-    QCOMPARE(textOf(word, frame2(payload.left(47) + bytes)), text);
-}
-
-void tst_MavlinkFieldInfo::neverReadsBeyondTheBytes()
-{
-    // The sanitizer build notices a byte too many; what is missing reads as zero.
-    for (const QByteArray& whole : {frame1(fullPayload()), frame2(fullPayload())}) {
-        const int headerSize = whole.startsWith('\xfe') ? 6 : 10;
-        for (int size = 0; size < whole.size(); ++size) {
-            // A copy of exactly that size, without the zero that a byte array ends with.
-            const std::unique_ptr<char[]> bytes(new char[static_cast<std::size_t>(size) + 1]);
-            std::copy(whole.constData(), whole.constData() + size, bytes.get() + 1);
-            const QByteArray frame = QByteArray::fromRawData(bytes.get() + 1, size);
-            for (const FieldInfo* info : m_info->getFieldInfos()) {
-                const QString texts = valueTexts(info, frame);
-                QVERIFY(!texts.contains(QStringLiteral("invalid")));
-                textOf(info, frame);
-                if (size <= headerSize && !texts.isEmpty())
-                    QVERIFY2(QString(texts).remove(QLatin1Char(' ')).count(QLatin1Char('0')) ==
-                                 texts.split(QLatin1Char(' ')).size(),
-                             qPrintable(texts));
-            }
-        }
-    }
-}
-
-void tst_MavlinkFieldInfo::otherBytesHaveNoValues()
-{
-    for (const QByteArray& bytes : {QByteArray(), QByteArray("\xfd"), QByteArray(80, 'x')})
-        QCOMPARE(valueTexts(field("u8"), bytes), QString());
-    const MessageInfo other(QStringLiteral("OTHER"));
-    const MessageReference message = MessageReference::adopt(new Message(&other, frame2(fullPayload())));
-    QCOMPARE(field("u8")->getValueCount(message.get()), 0U);
-    QVERIFY(!field("u8")->getValue(message.get(), 0).isValid());
-}
-
-static std::unique_ptr<MavlinkDialect> dialectOfField(const QByteArray& attributes)
-{
-    QStringList errors;
-    const QByteArray text =
-        QByteArray(definition)
-            .replace("<extensions/>", "<field name=\"f\" " + attributes.split('>').first() + "/><extensions/>");
-    std::unique_ptr<MavlinkDialect> dialect(MavlinkDialectReader::readBytes(QStringLiteral("x.xml"), text, &errors));
+    const QByteArray whole = QByteArray(definition).replace("<extensions/>", field + "<extensions/>");
+    std::unique_ptr<MavlinkDialect> dialect(MavlinkDialectReader::readBytes(QStringLiteral("x.xml"), whole, &errors));
     if (!dialect)
         qWarning("%s", qPrintable(errors.join(QLatin1Char('\n'))));
     return dialect;
 }
 
+/** What a field of such attributes shows. */
 static QString interpreted(const QByteArray& attributes, const FieldValue& value)
 {
-    const auto dialect = dialectOfField(attributes);
-    return dialect->find(300)->getFieldInfo(QStringLiteral("f"))->getInterpretedString(value, true);
+    const auto dialect = dialectWith("<field name='f' " + attributes + "/>");
+    return dialect->find(300)->getFieldInfo(text("f"))->getInterpretedString(value, true);
 }
 
-void tst_MavlinkFieldInfo::interpretation_data()
+class tst_MavlinkFieldInfo : public TestBase
 {
-    QTest::addColumn<QByteArray>("attributes");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("text");
-    const QString degree(QChar(0xb0));
-    const auto row = [](const char* attributes, double value, const QString& text) {
-        QTest::newRow(attributes) << QByteArray("type=\"int32_t\" ") + attributes << value << text;
-    };
-    row("", 5, QStringLiteral("5"));
-    row("units=\"mV\"", 12100, QStringLiteral("12100 mV"));
-    row("units=\"degE7\"", -353632621, QStringLiteral("-35.3632621") + degree);
-    row("units=\"degE5\"", 1234567, QStringLiteral("12.34567") + degree);
-    row("units=\"cdeg\"", 35999, QStringLiteral("359.99") + degree);
-    row("units=\"deg\"", 90, QStringLiteral("90") + degree);
-    row("units=\"deg/2\"", 90, QStringLiteral("180") + degree);
-    row("units=\"ddeg/s\"", 15, QStringLiteral("1.5 ") + degree + QStringLiteral("/s"));
-    row("units=\"cdegC\"", -450, QStringLiteral("-4.50 ") + degree + QStringLiteral("C"));
-    row("units=\"degC\"", 21, QStringLiteral("21 ") + degree + QStringLiteral("C"));
-    row("units=\"d%\"", 1000, QStringLiteral("100.0 %"));
-    row("units=\"c%\"", 50, QStringLiteral("0.50 %"));
-    row("units=\"cA\"", -1, QStringLiteral("-0.01 A"));
-    row("units=\"m/s*5\"", 12, QStringLiteral("2.4 m/s"));
-    row("multiplier=\"1E-2\"", 121, QStringLiteral("1.21"));
-    row("units=\"cm\" multiplier=\"1e-1\"", 121, QStringLiteral("12.1 cm"));
-    row("units=\"deg\" multiplier=\"360/255\"", 255, QStringLiteral("360.0") + degree);
-    row("units=\"degE7\" multiplier=\"1E-7\"", 10000000, QStringLiteral("1.0000000") + degree);
-    row("multiplier=\"many\"", 3, QStringLiteral("3"));
-    row("enum=\"KIND\"", 1, QStringLiteral("ONE (1)"));
-    row("enum=\"FLAGS\"", 5, QStringLiteral("A | B"));
-    row("display=\"bitmask\"", 18, QStringLiteral("0x12"));
-    row("enum=\"KIND\" invalid=\"NONE\"", 0, QStringLiteral("not available"));
-}
+    Q_OBJECT
 
-void tst_MavlinkFieldInfo::interpretation()
-{
-    QFETCH(QByteArray, attributes);
-    QFETCH(double, value);
-    QFETCH(QString, text);
-    QCOMPARE(interpreted(attributes, FieldValue::fromSigned(static_cast<qint64>(value), 4)), text);
-}
+private:
+    const FieldInfo* field(const char* name) const { return m_info->getFieldInfo(QLatin1String(name)); }
 
-void tst_MavlinkFieldInfo::invalidValues_data()
-{
-    QTest::addColumn<QByteArray>("type");
-    QTest::addColumn<QByteArray>("invalid");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<bool>("available");
-    const auto row = [](const char* type, const char* invalid, double value, bool available) {
-        QTest::newRow(
-            qPrintable(QStringLiteral("%1 %2 %3").arg(QLatin1String(type), QLatin1String(invalid)).arg(value)))
-            << QByteArray(type) << QByteArray(invalid) << value << available;
-    };
-    const double nan = std::nan("");
-    row("uint16_t", "UINT16_MAX", 65535, false);
-    row("uint16_t", "UINT16_MAX", 65534, true);
-    row("uint16_t", "0xFFFF", 65535, false);
-    row("uint16_t", "-1", 65535, false);
-    row("int16_t", "-1", -1, false);
-    row("int16_t", "INT16_MAX", 32767, false);
-    row("int8_t", "INT8_MIN", -128, false);
-    row("float", "NaN", nan, false);
-    row("float", "NAN", nan, false);
-    row("float", "NaN", 0, true);
-    row("float", "-1.0", -1, false);
-    row("float", "-1000", -1000, false);
-    row("float", "0", 0, false);
-    row("float", "nonsense", 0, true);
-    row("uint16_t[4]", "[UINT16_MAX]", 65535, false);
-    row("uint16_t[4]", "[0]", 0, false);
-    row("uint16_t[4]", "[5:]", 5, true);
-    row("uint16_t[4]", "[5,,6]", 5, true);
-    row("float[4]", "[NaN]", nan, false);
-    row("float[4]", "[NaN:]", nan, false);
-    row("float[4]", "[0]", 0, true);
-}
+    static QString valueTexts(const FieldInfo* field, const QByteArray& frame)
+    {
+        const MessageReference message = MessageReference::adopt(new Message(field->getMessageInfos().first(), frame));
+        QStringList texts;
+        for (const FieldValue& value : field->getValues(message.get()))
+            texts.append(value.isValid() ? field->getRawString(value) : QStringLiteral("invalid"));
+        const FieldValue beyond = field->getValue(message.get(), field->getValueCount(message.get()));
+        return texts.join(QLatin1Char(' ')) + QLatin1String(beyond.isValid() ? " and more" : "");
+    }
 
-void tst_MavlinkFieldInfo::invalidValues()
-{
-    QFETCH(QByteArray, type);
-    QFETCH(QByteArray, invalid);
-    QFETCH(double, value);
-    QFETCH(bool, available);
-    const FieldValue number = type.startsWith("float") ? FieldValue::fromFloat(static_cast<float>(value))
-                              : type.startsWith('u')   ? FieldValue::fromUnsigned(static_cast<quint64>(value))
-                                                       : FieldValue::fromSigned(static_cast<qint64>(value));
-    const QString text = interpreted("type=\"" + type + "\" invalid=\"" + invalid + '"', number);
-    QCOMPARE(text != QLatin1String("not available"), available);
-}
+    static QString textOf(const FieldInfo* field, const QByteArray& frame)
+    {
+        const MessageReference message = MessageReference::adopt(new Message(field->getMessageInfos().first(), frame));
+        const QString shown = field->getStringValue(message.get());
+        return field->FieldInfo::getStringValue(message.get()) == shown ? shown : QStringLiteral("another text");
+    }
 
-void tst_MavlinkFieldInfo::flagsAreComponents()
-{
-    const FieldInfo* mask = field("u8");
-    QVERIFY(mask->isBitmask());
-    QCOMPARE(int(mask->getSubFieldInfos().size()), 2);
-    QByteArray payload = fullPayload();
-    payload[44] = 4;
-    QCOMPARE(valueTexts(mask->getSubFieldInfos().at(0), frame2(payload)), QStringLiteral("false"));
-    QCOMPARE(valueTexts(mask->getSubFieldInfos().at(1), frame2(payload)), QStringLiteral("true"));
-    QCOMPARE(mask->getSubFieldInfos().at(1)->getName(), QStringLiteral("B"));
-}
+    std::unique_ptr<MavlinkDialect> m_dialect;
+    const MavlinkMessageInfo* m_info = nullptr;
 
-void tst_MavlinkFieldInfo::addressesAreSecondary()
-{
-    QCOMPARE(field("target_system")->getRole(), FieldInfo::AddressRole);
-    QCOMPARE(field("target_component")->getRole(), FieldInfo::AddressRole);
-    QCOMPARE(field("u8")->getRole(), FieldInfo::UnspecifiedRole);
-}
+private Q_SLOTS:
+    void initTestCase()
+    {
+        m_dialect = dialectWith("");
+        m_info = m_dialect->find(300);
+        QCOMPARE(m_info->getBaseLength(), baseLength);
+        QCOMPARE(m_info->getFullLength(), fullLength);
+    }
+
+    void cleanupTestCase() { m_dialect.reset(); }
+
+    void valuesOfEveryType()
+    {
+        QStringList fields;
+        for (const FieldInfo* info : m_info->getFieldInfos()) {
+            const QString values = valueTexts(info, frame2(fullPayload()));
+            fields += info->getName() + QLatin1Char(' ') + info->getType().toShortString() +
+                      QLatin1String(info->isRepeated() ? "[] " : " ") + values +
+                      QLatin1String(info->getRole() == FieldInfo::AddressRole ? " address" : "");
+            const QString version1 = valueTexts(info, frame1(fullPayload()));
+            QCOMPARE(version1, info->isOptional() ? QString() : values);
+        }
+        QCOMPARE(fields, text("u64 uint64_t 578437695752307201; i64 int64_t 1157159078456920585; "
+                              "real double 1.2650169649295773e-192; u32 uint32_t 471538201; i32 int32_t 538910237; "
+                              "single float 3.53739e-17; u16 uint16_t 9765; shorts int16_t[] 10279 10793 11307; "
+                              "u8 uint8_t 45; i8 int8_t 46; letter char 47; word char[] a b 0 c d e; "
+                              "target_system uint8_t 54 address; target_component uint8_t 55 address; "
+                              "extra uint16_t[] 14648 15162; tail char[] w x y z")
+                             .split(text("; ")));
+        const QByteArray minusOne(fullLength, '\xff');
+        for (const char* name : {"i64", "i32", "i8"})
+            QCOMPARE(valueTexts(field(name), frame2(minusOne)), text("-1"));
+        QCOMPARE(valueTexts(field("shorts"), frame2(minusOne)), text("-1 -1 -1"));
+        QCOMPARE(valueTexts(field("u64"), frame2(minusOne)), text("18446744073709551615"));
+        QCOMPARE(valueTexts(field("single"), frame2(minusOne)), text("nan"));
+    }
+
+    void trailingZerosAreRestored()
+    {
+        // Cut within the real number, which then reads as if its last bytes were zeros.
+        QByteArray payload(24, '\0');
+        payload[22] = '\xf8';
+        payload[23] = '\x3f';
+        QCOMPARE(valueTexts(field("real"), frame2(payload)), text("1.5"));
+        payload[16] = '\1';
+        QCOMPARE(valueTexts(field("real"), frame2(payload.left(17))), text("5e-324"));
+        QCOMPARE(valueTexts(field("real"), frame2(payload.left(16))), text("0"));
+        QCOMPARE(valueTexts(field("shorts"), frame2(QByteArray(39, '\1'))), text("1 0 0"));
+        QCOMPARE(valueTexts(field("extra"), frame2(QByteArray("\1"))), text("0 0"));
+    }
+
+    void texts()
+    {
+        const FieldInfo* word = field("word");
+        QVERIFY(word->isStringField() && word->isRepeated());
+        const QByteArray contents[] = {QByteArray("ab\0cde", 6), "abcdef", QByteArray(6, '\0'), "\xc3\xa4\xe2\x82\xac!",
+                                       QByteArray("a\xff"
+                                                  "b\0\0\0",
+                                                  6)};
+        const char* const expected[] = {"ab", "abcdef", "", "\xc3\xa4\xe2\x82\xac!",
+                                        "a\xef\xbf\xbd"
+                                        "b"};
+        for (int i = 0; i < 5; ++i) {
+            const QByteArray payload = fullPayload(contents[i]);
+            QCOMPARE(textOf(word, frame2(payload)), text(expected[i]));
+            QCOMPARE(textOf(word, frame1(payload.left(baseLength))), text(expected[i]));
+            // The sender left off what follows the text.
+            QByteArray bytes = contents[i];
+            while (bytes.endsWith('\0'))
+                bytes.chop(1);
+            QCOMPARE(textOf(word, frame2(payload.left(47) + bytes)), text(expected[i]));
+        }
+        QCOMPARE(textOf(field("tail"), frame2(fullPayload())), text("wxyz"));
+        QCOMPARE(textOf(field("tail"), frame1(fullPayload())), QString());
+    }
+
+    void neverReadsBeyondTheBytes()
+    {
+        // The sanitizer build notices a byte too many; what is missing reads as zero.
+        for (const QByteArray& whole : {frame1(fullPayload()), frame2(fullPayload())}) {
+            const int headerSize = whole.startsWith('\xfe') ? 6 : 10;
+            for (int size = 0; size < whole.size(); ++size) {
+                // A copy of exactly that size, without the zero that a byte array ends with.
+                const std::unique_ptr<char[]> bytes(new char[static_cast<std::size_t>(size) + 1]);
+                std::copy(whole.constData(), whole.constData() + size, bytes.get() + 1);
+                const QByteArray frame = QByteArray::fromRawData(bytes.get() + 1, size);
+                for (const FieldInfo* info : m_info->getFieldInfos()) {
+                    const QString texts = valueTexts(info, frame);
+                    QVERIFY(!texts.contains(QStringLiteral("invalid")));
+                    textOf(info, frame);
+                    if (size <= headerSize && !texts.isEmpty())
+                        QVERIFY2(QString(texts).remove(QLatin1Char(' ')).count(QLatin1Char('0')) ==
+                                     texts.split(QLatin1Char(' ')).size(),
+                                 qPrintable(texts));
+                }
+            }
+        }
+    }
+
+    void otherBytesHaveNoValues()
+    {
+        for (const QByteArray& bytes : {QByteArray(), QByteArray("\xfd"), QByteArray(80, 'x')})
+            QCOMPARE(valueTexts(field("u8"), bytes), QString());
+        const MessageInfo other(text("OTHER"));
+        const MessageReference message = MessageReference::adopt(new Message(&other, frame2(fullPayload())));
+        QCOMPARE(field("u8")->getValueCount(message.get()), 0U);
+        QVERIFY(!field("u8")->getValue(message.get(), 0).isValid());
+    }
+
+    void interpretation()
+    {
+        const TextRow rows[] = {{"5", "5"},
+                                {"12100 units='mV'", "12100 mV"},
+                                {"-353632621 units='degE7'", "-35.3632621\xc2\xb0"},
+                                {"1234567 units='degE5'", "12.34567\xc2\xb0"},
+                                {"35999 units='cdeg'", "359.99\xc2\xb0"},
+                                {"90 units='deg/2'", "180\xc2\xb0"},
+                                {"15 units='ddeg/s'", "1.5 \xc2\xb0/s"},
+                                {"-450 units='cdegC'", "-4.50 \xc2\xb0"
+                                                       "C"},
+                                {"21 units='degC'", "21 \xc2\xb0"
+                                                    "C"},
+                                {"1000 units='d%'", "100.0 %"},
+                                {"50 units='c%'", "0.50 %"},
+                                {"-1 units='cA'", "-0.01 A"},
+                                {"12 units='m/s*5'", "2.4 m/s"},
+                                {"121 multiplier='1E-2'", "1.21"},
+                                {"121 units='cm' multiplier='1e-1'", "12.1 cm"},
+                                {"255 units='deg' multiplier='360/255'", "360.0\xc2\xb0"},
+                                {"10000000 units='degE7' multiplier='1E-5'", "1.0000000\xc2\xb0"},
+                                {"3 multiplier='many'", "3"},
+                                {"1 enum='KIND'", "ONE (1)"},
+                                {"5 enum='FLAGS'", "A | B"},
+                                {"18 display='bitmask'", "0x12"},
+                                {"0 enum='KIND' invalid='NONE'", "not available"}};
+        QCOMPARE(differences(rows,
+                             [](const QString& given) {
+                                 const QString value = given.section(QLatin1Char(' '), 0, 0);
+                                 return interpreted("type='int32_t'" + given.mid(value.size()).toUtf8(),
+                                                    FieldValue::fromSigned(value.toInt(), 4));
+                             }),
+                 QString());
+    }
+
+    void invalidValues()
+    {
+        const TextRow rows[] = {{"uint16_t UINT16_MAX 65535", "-"},
+                                {"uint16_t UINT16_MAX 65534", "65534"},
+                                {"uint16_t 0xFFFF 65535", "-"},
+                                {"uint16_t -1 65535", "-"},
+                                {"int16_t -1 -1", "-"},
+                                {"int16_t INT16_MAX 32767", "-"},
+                                {"int8_t INT8_MIN -128", "-"},
+                                {"float NAN nan", "-"},
+                                {"float NaN 0", "0"},
+                                {"float -1.0 -1", "-"},
+                                {"float -1000 -1000", "-"},
+                                {"float 0 0", "-"},
+                                {"float nonsense 0", "0"},
+                                {"uint16_t[4] [UINT16_MAX] 65535", "-"},
+                                {"uint16_t[4] [0] 0", "-"},
+                                {"uint16_t[4] [5:] 5", "5"},
+                                {"uint16_t[4] [5,,6] 5", "5"},
+                                {"float[4] [NaN] nan", "-"},
+                                {"float[4] [NaN:] nan", "-"},
+                                {"float[4] [0] 0", "0"}};
+        QCOMPARE(differences(rows,
+                             [](const QString& given) {
+                                 const QList<QByteArray> words = given.toLatin1().split(' ');
+                                 const double value = words.at(2) == "nan" ? std::nan("") : words.at(2).toDouble();
+                                 const FieldValue number =
+                                     words.at(0).startsWith('f')   ? FieldValue::fromFloat(float(value))
+                                     : words.at(0).startsWith('u') ? FieldValue::fromUnsigned(quint64(value))
+                                                                   : FieldValue::fromSigned(qint64(value));
+                                 return interpreted("type='" + words.at(0) + "' invalid='" + words.at(1) + '\'', number)
+                                     .replace(text("not available"), text("-"));
+                             }),
+                 QString());
+    }
+
+    void flagsAreComponents()
+    {
+        const QVector<const FieldInfo*> flags = field("u8")->getSubFieldInfos();
+        QCOMPARE(flags.size(), 2);
+        QByteArray payload = fullPayload();
+        payload[44] = 4;
+        for (const FieldInfo* flag : flags)
+            QCOMPARE(flag->getName() + valueTexts(flag, frame2(payload)),
+                     text(flag == flags.first() ? "Afalse" : "Btrue"));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_MavlinkFieldInfo)
 
