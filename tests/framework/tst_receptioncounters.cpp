@@ -3,6 +3,7 @@
 #include "message.h"
 #include "messageinfo.h"
 #include "testbase.h"
+#include "textrows.h"
 
 namespace
 {
@@ -17,30 +18,20 @@ ReceivedMessage received(const MessageInfo* info, quint32 id, quint32 sender, in
     return message;
 }
 
-StreamProblem problem(StreamProblem::Kind kind, quint64 length, quint32 id = 0)
+/** "BEAT 0 from 7: 1; 1 known, 0 unknown, 21 bytes" */
+QString told(const ReceptionCounters& counters)
 {
-    StreamProblem result;
-    result.kind = kind;
-    result.length = length;
-    result.id = id;
-    return result;
-}
-
-QString rowText(const ReceptionCounters::Row& row)
-{
-    return QStringLiteral("%1 %2 from %3: %4")
-        .arg(row.info ? row.info->getName() : QStringLiteral("?"))
-        .arg(row.id)
-        .arg(row.sender)
-        .arg(row.count);
-}
-
-QString rowTexts(const ReceptionCounters& counters)
-{
-    QStringList lines;
+    QString lines;
     for (const ReceptionCounters::Row& row : counters.getRows())
-        lines.append(rowText(row));
-    return lines.join(QLatin1String("; "));
+        lines += QStringLiteral("%1 %2 from %3: %4; ")
+                     .arg(row.info ? row.info->getName() : text("?"))
+                     .arg(row.id)
+                     .arg(row.sender)
+                     .arg(row.count);
+    return lines + QStringLiteral("%1 known, %2 unknown, %3 bytes")
+                       .arg(counters.getMessageCount())
+                       .arg(counters.getUnknownCount())
+                       .arg(counters.getByteCount());
 }
 
 } // namespace
@@ -50,66 +41,47 @@ class TestReceptionCounters : public TestBase
     Q_OBJECT
 
 private Q_SLOTS:
-    void countsTypesAndSendersApart();
-    void countsEveryKindOfProblem();
-    void copiesAreIndependent();
+    void countsTypesAndSendersApart()
+    {
+        const MessageInfo beat(text("BEAT"));
+        const MessageInfo tilt(text("TILT"));
+        ReceptionCounters counters;
+        counters.countMessage(received(&tilt, 30, 7, 40));
+        const ReceptionCounters before = counters;
+        for (const ReceivedMessage& message :
+             {received(&beat, 0, 7, 21), received(&beat, 0, 30, 21), received(&tilt, 30, 7, 38),
+              received(nullptr, 7, 30, 12), received(&tilt, 30, 0, 40)})
+            counters.countMessage(message);
+        QCOMPARE(told(before), text("TILT 30 from 7: 1; 1 known, 0 unknown, 40 bytes"));
+        QCOMPARE(told(counters), text("TILT 30 from 7: 2; BEAT 0 from 7: 1; BEAT 0 from 30: 1; ? 7 from 30: 1; "
+                                      "TILT 30 from 0: 1; 5 known, 1 unknown, 172 bytes"));
+    }
+
+    void countsEveryKindOfProblem()
+    {
+        ReceptionCounters counters;
+        for (int kind = StreamProblem::ChecksumFailure; kind <= StreamProblem::InputFailure; ++kind) {
+            for (int i = 0; i < 3 + kind; ++i) {
+                StreamProblem problem;
+                problem.kind = static_cast<StreamProblem::Kind>(kind);
+                problem.length = 5;
+                problem.id = i == 0 ? 30 : 142;
+                counters.countProblem(problem);
+            }
+        }
+        QCOMPARE(counters.getChecksumFailures(), (QMap<quint32, quint64>{{30, 1}, {142, 2}}));
+        QCOMPARE(QStringLiteral("%1 failed, %2 of wrong length, %3 unsupported, %4 bytes skipped, %5 cut off with %6; ")
+                         .arg(counters.getChecksumFailureCount())
+                         .arg(counters.getLengthMismatches())
+                         .arg(counters.getUnsupportedFrames())
+                         .arg(counters.getSkippedBytes())
+                         .arg(counters.getTruncatedFrames())
+                         .arg(counters.getTruncatedBytes()) +
+                     told(counters),
+                 text("3 failed, 4 of wrong length, 5 unsupported, 30 bytes skipped, 7 cut off with 35; "
+                      "0 known, 0 unknown, 0 bytes"));
+    }
 };
-
-void TestReceptionCounters::countsTypesAndSendersApart()
-{
-    const MessageInfo beat(QStringLiteral("BEAT"));
-    const MessageInfo tilt(QStringLiteral("TILT"));
-    ReceptionCounters counters;
-    counters.countMessage(received(&tilt, 30, 7, 40));
-    counters.countMessage(received(&beat, 0, 7, 21));
-    counters.countMessage(received(&beat, 0, 30, 21));
-    counters.countMessage(received(&tilt, 30, 7, 38));
-    counters.countMessage(received(nullptr, 7, 30, 12));
-    counters.countMessage(received(&tilt, 30, 0, 40));
-    QCOMPARE(rowTexts(counters), QStringLiteral("TILT 30 from 7: 2; BEAT 0 from 7: 1; BEAT 0 from 30: 1; "
-                                                "? 7 from 30: 1; TILT 30 from 0: 1"));
-    QCOMPARE(counters.getMessageCount(), quint64(5));
-    QCOMPARE(counters.getUnknownCount(), quint64(1));
-    QCOMPARE(counters.getByteCount(), quint64(172));
-}
-
-void TestReceptionCounters::countsEveryKindOfProblem()
-{
-    ReceptionCounters counters;
-    counters.countProblem(problem(StreamProblem::ChecksumFailure, 20, 142));
-    counters.countProblem(problem(StreamProblem::ChecksumFailure, 20, 30));
-    counters.countProblem(problem(StreamProblem::ChecksumFailure, 20, 142));
-    counters.countProblem(problem(StreamProblem::SkippedBytes, 5));
-    counters.countProblem(problem(StreamProblem::SkippedBytes, 6));
-    counters.countProblem(problem(StreamProblem::TruncatedFrame, 11));
-    counters.countProblem(problem(StreamProblem::UnsupportedFrame, 30));
-    counters.countProblem(problem(StreamProblem::LengthMismatch, 30));
-    counters.countProblem(problem(StreamProblem::LengthMismatch, 30));
-    counters.countProblem(problem(StreamProblem::InputFailure, 0));
-    QMap<quint32, quint64> failures;
-    failures.insert(30, 1);
-    failures.insert(142, 2);
-    QCOMPARE(counters.getChecksumFailures(), failures);
-    QCOMPARE(counters.getChecksumFailureCount(), quint64(3));
-    QCOMPARE(counters.getSkippedBytes(), quint64(11));
-    QCOMPARE(counters.getTruncatedFrames(), quint64(1));
-    QCOMPARE(counters.getTruncatedBytes(), quint64(11));
-    QCOMPARE(counters.getUnsupportedFrames(), quint64(1));
-    QCOMPARE(counters.getLengthMismatches(), quint64(2));
-    QCOMPARE(counters.getMessageCount(), quint64(0));
-    QCOMPARE(counters.getByteCount(), quint64(0));
-}
-
-void TestReceptionCounters::copiesAreIndependent()
-{
-    const MessageInfo beat(QStringLiteral("BEAT"));
-    ReceptionCounters counters;
-    counters.countMessage(received(&beat, 0, 1, 21));
-    const ReceptionCounters before = counters;
-    counters.countMessage(received(&beat, 0, 1, 21));
-    QCOMPARE(rowTexts(before), QStringLiteral("BEAT 0 from 1: 1"));
-    QCOMPARE(rowTexts(counters), QStringLiteral("BEAT 0 from 1: 2"));
-}
 
 QTEST_GUILESS_MAIN(TestReceptionCounters)
 #include "tst_receptioncounters.moc"
