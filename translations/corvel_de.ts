@@ -440,6 +440,10 @@
         <source>Message forms</source>
         <translation>Nachrichtenformulare</translation>
     </message>
+    <message>
+        <source>Hidden data</source>
+        <translation>Verborgene Daten</translation>
+    </message>
 </context>
 <context>
     <name>FoxgloveInput</name>
@@ -1585,6 +1589,18 @@
         <source>Annotations (*.json);;All files (*)</source>
         <translation>Anmerkungen (*.json);;Alle Dateien (*)</translation>
     </message>
+    <message>
+        <source> s</source>
+        <translation> s</translation>
+    </message>
+    <message>
+        <source>&amp;Watches time out after:</source>
+        <translation>&amp;Beobachtete Werte verfallen nach:</translation>
+    </message>
+    <message>
+        <source>How long a watch keeps its value when no message brings a new one</source>
+        <translation>Wie lange ein beobachteter Wert stehen bleibt, wenn keine Nachricht einen neuen bringt</translation>
+    </message>
 </context>
 <context>
     <name>ProtobufFormat</name>
@@ -2036,6 +2052,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>The schema could not be loaded.</source>
         <translation>Das Schema konnte nicht geladen werden.</translation>
     </message>
+    <message>
+        <source>%1 is a folder.</source>
+        <translation>%1 ist ein Ordner.</translation>
+    </message>
 </context>
 <context>
     <name>SourceModel</name>
@@ -2063,6 +2083,14 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Rate</source>
         <translation>Rate</translation>
+    </message>
+    <message>
+        <source>%1 is being read; a recording needs another name.</source>
+        <translation>%1 wird gerade gelesen; eine Aufzeichnung braucht einen anderen Namen.</translation>
+    </message>
+    <message>
+        <source>%1 is being recorded already.</source>
+        <translation>%1 wird bereits aufgezeichnet.</translation>
     </message>
 </context>
 <context>
@@ -2114,10 +2142,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
 </context>
 <context>
     <name>SourceSession</name>
-    <message>
-        <source>%1 is being read; a recording of it needs another name.</source>
-        <translation>%1 wird gerade gelesen; eine Aufzeichnung davon braucht einen anderen Namen.</translation>
-    </message>
     <message>
         <source>%1: recording to %2</source>
         <translation>%1: wird in %2 aufgezeichnet</translation>
@@ -2269,16 +2293,16 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
 <context>
     <name>TreeTools</name>
     <message>
-        <source>%1 names no field that can be plotted.</source>
-        <translation>%1 nennt kein Feld, das im Verlauf gezeigt werden kann.</translation>
-    </message>
-    <message>
         <source>&amp;Settings...</source>
         <translation>&amp;Einstellungen ...</translation>
     </message>
     <message>
         <source>Ctrl+,</source>
         <translation>Ctrl+,</translation>
+    </message>
+    <message>
+        <source>%1 is plotted as soon as a source has it.</source>
+        <translation>%1 wird gezeichnet, sobald eine Quelle es hat.</translation>
     </message>
 </context>
 <context>
@@ -2310,29 +2334,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>&amp;Name of %1:</source>
         <translation>&amp;Name von %1:</translation>
-    </message>
-</context>
-<context>
-    <name>WatchBar</name>
-    <message>
-        <source> s</source>
-        <translation> s</translation>
-    </message>
-    <message>
-        <source>never</source>
-        <translation>nie</translation>
-    </message>
-    <message>
-        <source>Time-out of watches</source>
-        <translation>Zeitlimit der Beobachtungen</translation>
-    </message>
-    <message>
-        <source>How long a pinned value stays when no message brings a new one</source>
-        <translation>Wie lange ein angehefteter Wert bleibt, wenn keine Nachricht einen neuen bringt</translation>
-    </message>
-    <message>
-        <source>Time-&amp;out:</source>
-        <translation>Zei&amp;tlimit:</translation>
     </message>
 </context>
 <context>
@@ -2387,6 +2388,13 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>All</source>
         <translation>Alle</translation>
+    </message>
+</context>
+<context>
+    <name>WatchedField</name>
+    <message>
+        <source>Hidden data</source>
+        <translation>Verborgene Daten</translation>
     </message>
 </context>
 </TS>

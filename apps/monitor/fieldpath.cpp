@@ -1,5 +1,6 @@
 #include "fieldpath.h"
 
+#include "corvel.h"
 #include "fieldinfo.h"
 #include "message.h"
 #include "messageinfo.h"
@@ -26,12 +27,25 @@ FieldPath FieldPath::fromExpression(const QString& text)
         const int index = match.indexes.at(i);
         path.steps.append(Step{field, index >= 0 || field->isRepeated() ? qMax(-1, index) : 0});
     }
+    // The way through a repeated sub-message leads through one of its values; which one is said in the name.
+    for (int i = 0; i + 1 < path.steps.size(); ++i)
+        path.steps[i].index = qMax(0, path.steps.at(i).index);
     return path;
 }
 
 bool FieldPath::isWholeRepeatedField() const
 {
     return !steps.isEmpty() && steps.last().field->isRepeated() && steps.last().index < 0;
+}
+
+bool FieldPath::isHidden() const
+{
+    if (Corvel::confidentialInformationDisplayEnabled())
+        return false;
+    for (const Step& step : steps)
+        if (step.field->isConfidential())
+            return true;
+    return false;
 }
 
 const Message* FieldPath::findHolder(const Message* message) const

@@ -35,6 +35,9 @@ struct FieldPath
     /** Whether it is a repeated field with all of its values. */
     bool isWholeRepeatedField() const;
 
+    /** Whether a field on the way is confidential, and such fields are not shown now. */
+    bool isHidden() const;
+
     /** The message or sub-message in @p message that the field at the end is read from; null when it is absent. */
     const Message* findHolder(const Message* message) const;
     /** The value in @p message; invalid when it is absent, and for what is not one value. */

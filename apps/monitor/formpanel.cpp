@@ -1,5 +1,8 @@
 #include "formpanel.h"
 
+#include "corvel.h"
+#include "fieldinfo.h"
+#include "fieldvaluelabel.h"
 #include "latestmessagesource.h"
 #include "messageinfo.h"
 #include "messagewidget.h"
@@ -25,37 +28,66 @@ FormPanel::FormPanel(LatestMessageSource* source, QWidget* parent)
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     setAccessibleName(tr("Message forms"));
+    connect(source, &LatestMessageSource::forgotten, this, &FormPanel::forget);
 }
 
-QWidget* FormPanel::createForm(const MessageInfo* info)
+FormPanel::Form FormPanel::createForm(const MessageInfo* info)
 {
     QGroupBox* box = new QGroupBox(info->getName());
     QVBoxLayout* layout = new QVBoxLayout(box);
     layout->setContentsMargins(0, 0, 0, 0);
-    MessageWidget* form = new MessageWidget(box, info);
-    if (QGridLayout* grid = qobject_cast<QGridLayout*>(form->layout()))
+    const Form form = {info, box, new MessageWidget(box, info)};
+    layout->addWidget(form.widget);
+    connect(m_source, SIGNAL(newMessage(const Message*)), form.widget, SLOT(processMessage(const Message*)));
+    fill(form);
+    return form;
+}
+
+void FormPanel::fill(const Form& form)
+{
+    if (QGridLayout* grid = qobject_cast<QGridLayout*>(form.widget->layout()))
         grid->setColumnStretch(1, 1); // names as wide as they need, values the rest
-    layout->addWidget(form);
-    const MessageReference latest = m_source->getLatest(info);
+    for (FieldValueLabel* label : form.widget->findChildren<FieldValueLabel*>()) {
+        if (!label->getFieldInfo()->isConfidential() || Corvel::confidentialInformationDisplayEnabled())
+            continue;
+        label->setFieldInfo(nullptr); // so that no message fills it
+        label->setText(tr("Hidden data"));
+        label->setEnabled(false);
+    }
+    const MessageReference latest = m_source->getLatest(form.info);
     if (!latest.isNull())
-        form->processMessage(latest.get());
-    connect(m_source, SIGNAL(newMessage(const Message*)), form, SLOT(processMessage(const Message*)));
-    return box;
+        form.widget->processMessage(latest.get());
+}
+
+void FormPanel::renew()
+{
+    for (const Form& form : std::as_const(m_forms)) {
+        form.widget->setMessageInfo(form.info);
+        fill(form);
+    }
+}
+
+void FormPanel::forget(const MessageInfo* info)
+{
+    for (const Form& form : std::as_const(m_forms))
+        for (FieldValueLabel* label : form.widget->findChildren<FieldValueLabel*>())
+            if (form.info == info && label->getFieldInfo())
+                label->clearValue();
 }
 
 void FormPanel::setMessageInfos(const QVector<const MessageInfo*>& infos)
 {
     QVector<Form> forms;
     for (const MessageInfo* info : infos) {
-        Form form = {info, nullptr};
+        Form form = {info, nullptr, nullptr};
         for (Form& old : m_forms) {
             if (old.info == info && old.box) {
-                form.box = old.box;
+                form = old;
                 old.box = nullptr;
             }
         }
         if (!form.box)
-            form.box = createForm(info);
+            form = createForm(info);
         forms.append(form);
     }
     for (const Form& old : std::as_const(m_forms))

@@ -6,6 +6,7 @@
 
 class LatestMessageSource;
 class MessageInfo;
+class MessageWidget;
 class QLabel;
 class QVBoxLayout;
 
@@ -22,14 +23,20 @@ public:
     void setMessageInfos(const QVector<const MessageInfo*>& infos);
     QVector<const MessageInfo*> getMessageInfos() const;
 
+    /** Builds all forms anew: the fields of their types, or how values are written, are others now. */
+    void renew();
+
 private:
     struct Form
     {
         const MessageInfo* info;
         QWidget* box;
+        MessageWidget* widget;
     };
 
-    QWidget* createForm(const MessageInfo* info);
+    Form createForm(const MessageInfo* info);
+    void fill(const Form& form);
+    void forget(const MessageInfo* info);
 
     LatestMessageSource* m_source;
     QVBoxLayout* m_layout;

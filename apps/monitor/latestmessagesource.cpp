@@ -24,8 +24,10 @@ void LatestMessageSource::removeSession(const SourceSession* session)
 {
     for (std::size_t i = 0; i < m_sessions.size(); ++i) {
         if (m_sessions[i].session == session) {
-            m_overtakenBefore += m_sessions[i].messages->getOvertakenCount();
+            LatestMessages* const messages = m_sessions[i].messages;
+            m_overtakenBefore += messages->getOvertakenCount();
             m_sessions.erase(m_sessions.begin() + std::ptrdiff_t(i));
+            forget(messages);
             return;
         }
     }
@@ -36,7 +38,47 @@ void LatestMessageSource::setSender(const QString& sender)
     if (m_sender == sender)
         return;
     m_sender = sender;
+    for (const Session& session : m_sessions)
+        forgetShown(*session.messages);
     showAgain();
+    emitPending(); // also while views stand still: what they show would be another sender's
+}
+
+void LatestMessageSource::renameSender(const QString& before, const QString& now)
+{
+    if (m_sender == before)
+        m_sender = now;
+}
+
+bool LatestMessageSource::isStandingStill() const
+{
+    for (const Session& session : m_sessions)
+        if (!session.session->isStandingStill())
+            return false;
+    return !m_sessions.empty();
+}
+
+void LatestMessageSource::forgetShown(const LatestMessages& messages)
+{
+    for (const LatestMessages::Entry& entry : messages.getEntries())
+        if (entry.info)
+            m_forgotten.insert(entry.info);
+}
+
+void LatestMessageSource::forget(LatestMessages* messages)
+{
+    forgetShown(*messages);
+    messages->clear();
+    for (const Session& session : m_sessions) {
+        for (LatestMessages::Entry& entry : session.messages->getEntries()) {
+            if (!m_forgotten.contains(entry.info))
+                continue;
+            entry.pending = true;
+            session.messages->setPending(true);
+        }
+    }
+    if (!m_suspended)
+        emitPending();
 }
 
 void LatestMessageSource::showAgain()
@@ -65,7 +107,9 @@ MessageReference LatestMessageSource::makeMessage(const Session& session, const 
 
 MessageReference LatestMessageSource::getLatest(const MessageInfo* info) const
 {
-    MessageReference latest;
+    MessageReference latest = m_suspended ? m_shown.value(info) : MessageReference();
+    if (!latest.isNull())
+        return latest;
     quint64 order = 0;
     for (const Session& session : m_sessions) {
         for (const LatestMessages::Entry& entry : std::as_const(*session.messages).getEntries()) {
@@ -112,6 +156,12 @@ void LatestMessageSource::noteArrival()
 
 void LatestMessageSource::emitPending()
 {
+    QSet<const MessageInfo*> gone;
+    gone.swap(m_forgotten);
+    for (const MessageInfo* info : std::as_const(gone)) {
+        m_shown.remove(info);
+        Q_EMIT forgotten(info);
+    }
     struct Pending
     {
         quint64 order;
@@ -131,6 +181,8 @@ void LatestMessageSource::emitPending()
     }
     // In order of arrival, so that of two senders' messages of one type the newer is what a view ends up with.
     std::sort(pending.begin(), pending.end(), [](const Pending& a, const Pending& b) { return a.order < b.order; });
-    for (const Pending& one : pending)
+    for (const Pending& one : pending) {
+        m_shown.insert(one.message->getInfo(), one.message);
         Q_EMIT newMessage(one.message.get());
+    }
 }

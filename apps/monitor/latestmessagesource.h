@@ -5,6 +5,8 @@
 #include "messagereference.h"
 #include "messagesource.h"
 
+#include <QHash>
+#include <QSet>
 #include <QTimer>
 
 #include <memory>
@@ -32,12 +34,18 @@ public:
     void addSession(const SourceSession* session, LatestMessages* messages);
     void removeSession(const SourceSession* session);
 
-    /** Hands on only what this sender sent, named as by getSender() of messages; empty means everybody. What is kept
-     * of it is handed on anew. */
+    /** Hands on only what this sender sent, named as by getSender() of messages; empty means everybody. What others
+     * sent is forgotten(), and what is kept of this one handed on, both at once. */
     void setSender(const QString& sender);
     QString getSender() const { return m_sender; }
+    /** The sender has another name now, under which it stays chosen. */
+    void renameSender(const QString& before, const QString& now);
 
-    /** The newest message of type @p info that passes the sender filter, or null. */
+    /** Whether there are sources, and all of them are recordings that are paused or over. */
+    bool isStandingStill() const;
+
+    /** The newest message of type @p info that passes the sender filter, or null; while suspended the one that was
+     * handed on last, where there was one. */
     MessageReference getLatest(const MessageInfo* info) const;
 
     /** Messages that were never handed on because a newer one of their type came before the tick. */
@@ -54,6 +62,15 @@ public:
     /** Hands on everything that is kept once more, such as when its senders got other names. */
     void showAgain();
 
+    /** Forgets what @p messages hold of one session, such as what stands at another place of a recording. */
+    void forget(LatestMessages* messages);
+    /** Takes what was handed on of @p messages for forgotten; before their types change. */
+    void forgetShown(const LatestMessages& messages);
+
+Q_SIGNALS:
+    /** What was handed on of this type holds no more; newer messages of it follow where there are any. */
+    void forgotten(const MessageInfo* info);
+
 public Q_SLOTS:
     /** Something came: it is handed on at the next tick. */
     void noteArrival();
@@ -69,6 +86,8 @@ private:
     MessageReference makeMessage(const Session& session, const LatestMessages::Entry& entry) const;
 
     std::vector<Session> m_sessions;
+    QHash<const MessageInfo*, MessageReference> m_shown; // handed on last
+    QSet<const MessageInfo*> m_forgotten;                // which is still to be said
     QTimer m_tick;
     QString m_sender;
     int m_rate = DefaultRate;

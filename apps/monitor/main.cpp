@@ -75,7 +75,8 @@ int main(int argc, char** argv)
         {QLatin1String("dialect"), QLatin1String("Use the MAVLink definitions in <file>."), QLatin1String("file")},
         {QLatin1String("annotations"), QLatin1String("Add the annotations in <file> to them."), QLatin1String("file")},
         {QLatin1String("schema"),
-         QLatin1String("Decode inputs with the Protocol Buffers schema in <file>. MCAP recordings bring their own."),
+         QLatin1String("Decode inputs with the Protocol Buffers schema in <file>; can be repeated. MCAP recordings "
+                       "bring their own."),
          QLatin1String("file")},
         {QLatin1String("import-path"), QLatin1String("Look for imports of the schema in <folder>; can be repeated."),
          QLatin1String("folder")},
@@ -121,7 +122,9 @@ int main(int argc, char** argv)
         return 1;
 
     SourceOptions definitions;
-    definitions.definitions = parser.value(QLatin1String("schema"));
+    definitions.moreSchemas = parser.values(QLatin1String("schema"));
+    if (!definitions.moreSchemas.isEmpty())
+        definitions.definitions = definitions.moreSchemas.takeLast();
     definitions.importPaths = parser.values(QLatin1String("import-path"));
     definitions.typeName = parser.value(QLatin1String("type"));
     definitions.framing = parser.value(QLatin1String("framing"));
@@ -177,13 +180,13 @@ int main(int argc, char** argv)
     for (const QString& expression : parser.values(QLatin1String("plot")))
         window.getTreeTools()->plot(expression);
     const QStringList inputs = parser.positionalArguments();
-    for (const QString& input : inputs)
-        opened = opened && window.openAddress(input);
+    opened = opened && window.openAll(inputs);
     if (opened && inputs.isEmpty())
         window.openSimulation(true);
     if (opened && parser.isSet(QLatin1String("record"))) {
         QString error;
-        opened = window.getSources()->getSession(0)->startRecording(parser.value(QLatin1String("record")), &error);
+        SourceModel* const sources = window.getSources();
+        opened = sources->startRecording(sources->getSession(0), parser.value(QLatin1String("record")), &error);
         if (!opened)
             window.showError(error);
     }

@@ -30,6 +30,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QSettings>
+#include <QSignalBlocker>
 #include <QSortFilterProxyModel>
 #include <QStatusBar>
 #include <QTreeView>
@@ -54,9 +55,11 @@ MainWindow::MainWindow(QWidget* parent)
     createPlayback();
     createStatusBar();
     createActions();
+    updateStatus();
     connect(m_types, &MessageTypeModel::typeSeen, this, &MainWindow::processTypeSeen);
     connect(m_types, &MessageTypeModel::typeGone, this, &MainWindow::processTypeGone);
-    connect(m_types, &MessageTypeModel::inTreeRequested, this, &MainWindow::setInTree);
+    connect(m_types, &MessageTypeModel::inTreeRequested, this, &MainWindow::chooseInTree);
+    connect(m_types, &MessageTypeModel::typesAboutToChange, this, &MainWindow::rememberForms);
     m_refreshTimer.setInterval(RefreshMilliseconds);
     connect(&m_refreshTimer, &QTimer::timeout, this, &MainWindow::refresh);
     resize(1280, 800);
@@ -83,7 +86,9 @@ bool MainWindow::loadDialect(const QString& path, const QString& annotations)
 bool MainWindow::loadAnnotations(const QString& path)
 {
     QStringList problems;
-    if (m_factory.annotate(path, &problems))
+    const bool good = m_factory.annotate(path, &problems);
+    m_tools->followConfidentiality(); // what is annotated may be shown already
+    if (good)
         return true;
     showError(tr("The annotations have faults; the rest of them is used.") + QLatin1String("\n\n") +
               problems.join(QLatin1Char('\n')));
@@ -100,15 +105,23 @@ void MainWindow::showError(const QString& text)
     noteProblem(text.section(QLatin1String("\n\n"), -1));
 }
 
-bool MainWindow::openAddress(const QString& text)
+bool MainWindow::openAll(const QStringList& addresses)
 {
-    SourceOptions options = m_definitions;
-    options.address = text;
-    QString error;
-    if (openSource(options, &error))
-        return true;
-    showError(error);
-    return false;
+    QStringList errors;
+    for (const QString& address : addresses) {
+        if (address.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive)) {
+            loadDialect(address, QString()); // says itself what is wrong
+            continue;
+        }
+        SourceOptions options = m_definitions;
+        options.address = address;
+        QString error;
+        if (!openSource(options, &error))
+            errors.append(error);
+    }
+    if (!errors.isEmpty())
+        showError(errors.join(QLatin1Char('\n')));
+    return errors.isEmpty();
 }
 
 SourceSession* MainWindow::openSource(const SourceOptions& options, QString* error)
@@ -117,8 +130,10 @@ SourceSession* MainWindow::openSource(const SourceOptions& options, QString* err
     SourceSession* const session = m_sources->open(options, m_playback, error);
     if (!session)
         return nullptr;
-    if (demonstration)
+    // One that somebody records has become more than a demonstration.
+    if (demonstration && !demonstration->getRecorder().isRecording())
         m_sources->close(demonstration.data());
+    m_demonstration = nullptr;
     if (!session->getPath().isEmpty())
         rememberFile(session->getPath());
     refresh();
@@ -158,6 +173,20 @@ void MainWindow::addSession(SourceSession* session)
     connect(session, &SourceSession::recordingFailed, this, &MainWindow::showError);
     connect(session, &SourceSession::problem, this, &MainWindow::noteProblem);
     connect(session, &SourceSession::changed, this, &MainWindow::refresh);
+    connect(session, &SourceSession::senderRenamed, this, &MainWindow::renameSender);
+}
+
+// A sender that was chosen or plotted stays so when its name tells its source, or tells it no longer.
+void MainWindow::renameSender(const QString& before, const QString& now)
+{
+    const int index = m_senders->findData(before);
+    if (index > 0) {
+        const QSignalBlocker blocker(m_senders);
+        m_senders->setItemText(index, now);
+        m_senders->setItemData(index, now);
+    }
+    m_latest->renameSender(before, now);
+    m_tools->getPlot()->renameSender(before, now);
 }
 
 // Views are brought up to date only while somebody can see them; what arrives is counted all the same.
@@ -255,6 +284,9 @@ void MainWindow::noteProblem(const QString& text)
 void MainWindow::updateStatus()
 {
     const SourceSession* const session = m_sourcePanel->getCurrent();
+    m_record->setEnabled(session && !session->getRecorder().isRecording());
+    m_stopRecording->setEnabled(session && session->getRecorder().isRecording());
+    m_closeSource->setEnabled(session);
     if (!session) {
         m_inputStatus->setText(tr("Nothing is open"));
         m_rateStatus->clear();
@@ -287,19 +319,13 @@ void MainWindow::updateStatus()
 
 void MainWindow::updateSenders()
 {
-    QStringList senders;
-    for (int i = 0; i < m_sources->getCount(); ++i) {
-        const SourceSession* const session = m_sources->getSession(i);
-        for (const ReceptionCounters::Row& row : session->getCounters().getRows()) {
-            const QString name = session->getSenderName(row.sender);
-            if (!name.isEmpty() && !senders.contains(name))
-                senders.append(name);
-        }
-    }
+    const QStringList senders = m_types->getSenders();
+    if (!senders.contains(m_senders->currentData().toString()))
+        m_senders->setCurrentIndex(0); // and not whoever stands beside the one that goes
     for (int i = m_senders->count() - 1; i > 0; --i)
         if (!senders.contains(m_senders->itemData(i).toString()))
             m_senders->removeItem(i);
-    for (const QString& name : std::as_const(senders))
+    for (const QString& name : senders)
         if (m_senders->findData(name) < 0)
             m_senders->addItem(name, name);
 }
@@ -311,9 +337,9 @@ void MainWindow::processTypeGone(const MessageInfo* info)
 
 void MainWindow::processTypeSeen(const MessageInfo* info)
 {
-    if (m_addAutomatically->isChecked())
+    if (m_treeChoices.value(PinnedTypes::getName(info), m_addAutomatically->isChecked()))
         setInTree(info, true);
-    if (m_wantedForms.contains(info->getName())) {
+    if (m_wantedForms.removeAll(info->getName()) > 0) {
         for (int row = 0; row < m_types->rowCount(); ++row) {
             const QModelIndex index = m_sortedTypes->mapFromSource(m_types->index(row, 0));
             if (m_types->getMessageInfo(row) == info)
@@ -330,6 +356,12 @@ MessageTreeWidgetItem* MainWindow::findRow(const MessageInfo* info) const
             return row;
     }
     return nullptr;
+}
+
+void MainWindow::forgetInTree(const MessageInfo* info)
+{
+    if (MessageTreeWidgetItem* const row = findRow(info))
+        row->processMessage(nullptr);
 }
 
 void MainWindow::setInTree(const MessageInfo* info, bool inTree)
@@ -349,18 +381,32 @@ void MainWindow::setInTree(const MessageInfo* info, bool inTree)
     updateHint();
 }
 
+// What the user chose holds over jumps, other definitions and restarts.
+void MainWindow::chooseInTree(const MessageInfo* info, bool inTree)
+{
+    m_treeChoices.insert(PinnedTypes::getName(info), inTree);
+    setInTree(info, inTree);
+}
+
+void MainWindow::rememberForms()
+{
+    for (const MessageInfo* info : m_forms->getMessageInfos())
+        if (!m_wantedForms.contains(info->getName()))
+            m_wantedForms.append(info->getName());
+}
+
 void MainWindow::addAllTypes()
 {
     for (int row = 0; row < m_types->rowCount(); ++row)
         if (const MessageInfo* info = m_types->getMessageInfo(row))
-            setInTree(info, true);
+            chooseInTree(info, true);
 }
 
 void MainWindow::removeAllTypes()
 {
     for (int row = 0; row < m_types->rowCount(); ++row)
         if (const MessageInfo* info = m_types->getMessageInfo(row))
-            setInTree(info, false);
+            chooseInTree(info, false);
 }
 
 void MainWindow::updateForms()
@@ -394,7 +440,7 @@ void MainWindow::updateHint()
 void MainWindow::setShowConfidential(bool show)
 {
     Corvel::setConfidentialInformationDisplayEnabled(show);
-    m_tree->reconfigureTopLevelAbstractMessageTreeWidgetItems();
+    m_tools->followConfidentiality();
 }
 
 void MainWindow::warnOfConfidential(bool shown)
@@ -417,8 +463,9 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
+    QStringList addresses;
     const QList<QUrl> urls = event->mimeData()->urls();
     for (const QUrl& url : urls)
-        if (url.isLocalFile())
-            openAddress(url.toLocalFile());
+        addresses.append(url.isLocalFile() ? url.toLocalFile() : url.toString());
+    openAll(addresses);
 }

@@ -6,6 +6,7 @@
 #include "sourcefactory.h"
 #include "streamsource.h"
 
+#include <QHash>
 #include <QMainWindow>
 #include <QPointer>
 #include <QStringList>
@@ -61,7 +62,9 @@ public:
     void setSourceDefinitions(const SourceOptions& definitions) { m_definitions = definitions; }
 
     /** Opens @p address beside what is open. False after showing why not. */
-    bool openAddress(const QString& address);
+    bool openAddress(const QString& address) { return openAll(QStringList(address)); }
+    /** Opens all of them, definitions among them too. False after showing in one box what could not be opened. */
+    bool openAll(const QStringList& addresses);
     /** Opens what @p options describe beside what is open; null with the reason in @p error. */
     SourceSession* openSource(const SourceOptions& options, QString* error);
     /** Shows a simulated vehicle. @p untilAnother closes it as soon as another source is opened. */
@@ -92,10 +95,6 @@ public:
     /** Lets all views stand still, or catch up; what arrives is counted and recorded all the same. */
     void setViewsPaused(bool paused);
     bool areViewsPaused() const { return m_viewsPaused; }
-
-    /** How often a second the views are brought up to date, 1 to 60. */
-    void setDisplayRate(int rate);
-    int getDisplayRate() const;
 
     /** Goes to @p time, microseconds since 1970, in the recording that has it. */
     void jumpTo(qint64 time);
@@ -135,6 +134,7 @@ private:
     void fillRecentFiles();
     void createSources();
     void addSession(SourceSession* session);
+    void renameSender(const QString& before, const QString& now);
     SourceSession* findRecording(qint64 time) const;
     void jumpToEvent(const QModelIndex& index);
     void jumpToGap(QTreeWidgetItem* item);
@@ -147,6 +147,9 @@ private:
     void processTypeSeen(const MessageInfo* info);
     void processTypeGone(const MessageInfo* info);
     void setInTree(const MessageInfo* info, bool inTree);
+    void chooseInTree(const MessageInfo* info, bool inTree);
+    void rememberForms();
+    void forgetInTree(const MessageInfo* info);
     void addAllTypes();
     void removeAllTypes();
     MessageTreeWidgetItem* findRow(const MessageInfo* info) const;
@@ -173,6 +176,9 @@ private:
     QAction* m_primaryOnly;
     QAction* m_confidential;
     QMenu* m_recentMenu;
+    QAction* m_record;
+    QAction* m_stopRecording;
+    QAction* m_closeSource;
     QComboBox* m_senders;
     QLabel* m_inputStatus;
     QLabel* m_rateStatus;
@@ -199,6 +205,7 @@ private:
     QString m_lastProblem;
     bool m_arranged = false; // docks have sizes, their first or restored ones
     QStringList m_wantedForms;
+    QHash<QString, bool> m_treeChoices; // by the names of types: whether the user wants them in the tree
 };
 
 #endif

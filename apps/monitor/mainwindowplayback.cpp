@@ -68,16 +68,6 @@ void MainWindow::setViewsPaused(bool paused)
     Q_EMIT viewsPausedChanged(paused);
 }
 
-void MainWindow::setDisplayRate(int rate)
-{
-    m_latest->setRate(rate);
-}
-
-int MainWindow::getDisplayRate() const
-{
-    return m_latest->getRate();
-}
-
 /** The recording that has messages of @p time, the chosen one first; null when none has. */
 SourceSession* MainWindow::findRecording(qint64 time) const
 {

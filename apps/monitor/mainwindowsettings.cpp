@@ -40,6 +40,8 @@ void MainWindow::saveSettings(QSettings& settings)
     settings.setValue(QLatin1String("showVirtualFields"), m_virtualFields->isChecked());
     settings.setValue(QLatin1String("primaryFieldsOnly"), m_primaryOnly->isChecked());
     settings.setValue(QLatin1String("addAutomatically"), m_addAutomatically->isChecked());
+    settings.setValue(QLatin1String("added"), QStringList(m_treeChoices.keys(true)));
+    settings.setValue(QLatin1String("removed"), QStringList(m_treeChoices.keys(false)));
     settings.endGroup();
 
     m_tools->saveSettings(settings);
@@ -53,7 +55,8 @@ void MainWindow::saveSettings(QSettings& settings)
     settings.endGroup();
 
     settings.setValue(QLatin1String("recentFiles"), m_recentFiles);
-    settings.setValue(QLatin1String("displayRate"), getDisplayRate());
+    rememberForms();
+    settings.setValue(QLatin1String("forms"), m_wantedForms);
     settings.setValue(QLatin1String("definitions"), m_factory.getDefinitionsPath());
 }
 
@@ -63,7 +66,7 @@ void MainWindow::restoreSettings(QSettings& settings)
     const QString definitions = settings.value(QLatin1String("definitions")).toString();
     if (m_factory.getDefinitionsPath().isEmpty() && !definitions.isEmpty() && QFile::exists(definitions))
         loadDialect(definitions, QString());
-    setDisplayRate(settings.value(QLatin1String("displayRate"), getDisplayRate()).toInt());
+    m_wantedForms += settings.value(QLatin1String("forms")).toStringList();
     m_recentFiles = settings.value(QLatin1String("recentFiles")).toStringList();
 
     settings.beginGroup(QLatin1String("window"));
@@ -75,6 +78,12 @@ void MainWindow::restoreSettings(QSettings& settings)
     m_virtualFields->setChecked(settings.value(QLatin1String("showVirtualFields"), true).toBool());
     m_primaryOnly->setChecked(settings.value(QLatin1String("primaryFieldsOnly"), false).toBool());
     m_addAutomatically->setChecked(settings.value(QLatin1String("addAutomatically"), true).toBool());
+    for (const bool isAdded : {true, false}) {
+        const QString key = isAdded ? QLatin1String("added") : QLatin1String("removed");
+        const QStringList names = settings.value(key).toStringList();
+        for (const QString& name : names)
+            m_treeChoices.insert(name, isAdded);
+    }
     m_tree->loadExpansionState(settings);
     if (settings.contains(QLatin1String("headerstate")))
         m_tree->restoreSettings(settings);

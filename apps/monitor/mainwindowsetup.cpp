@@ -7,6 +7,7 @@
 #include "eventlogtablewidget.h"
 #include "formpanel.h"
 #include "latestmessagesource.h"
+#include "messageinfo.h"
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
 #include "messagetypemodel.h"
@@ -74,6 +75,7 @@ void MainWindow::createTree()
     connect(m_tools->getActions(), &TreeActions::said, this,
             [this](const QString& text) { statusBar()->showMessage(text, SaidMilliseconds); });
     connect(m_tools->getPlot(), &PlotPanel::failed, this, &MainWindow::showError);
+    connect(m_latest, &LatestMessageSource::forgotten, this, &MainWindow::forgetInTree);
     connect(m_tools, &TreeTools::annotationsRequested, this, &MainWindow::loadAnnotations);
 }
 
@@ -110,6 +112,9 @@ void MainWindow::createDocks()
     watchDock->setObjectName(QLatin1String("watches"));
     watchDock->setWidget(m_watches);
     addDockWidget(Qt::TopDockWidgetArea, watchDock);
+    connect(m_tools, &TreeTools::renewed, m_watches, &WatchBar::renew);
+    connect(m_tools, &TreeTools::preferencesChanged, m_watches,
+            [this]() { m_watches->setTimeOut(m_tools->getPreferences().watchTimeOut); });
 
     m_sourcePanel = new SourcePanel(m_sources);
     QDockWidget* sourceDock = new QDockWidget(tr("Sources"), this);
@@ -126,6 +131,7 @@ void MainWindow::createDocks()
     addDockWidget(Qt::LeftDockWidgetArea, typeDock);
 
     m_forms = new FormPanel(m_latest);
+    connect(m_tools, &TreeTools::renewed, m_forms, &FormPanel::renew);
     QDockWidget* formDock = new QDockWidget(tr("Forms"), this);
     formDock->setObjectName(QLatin1String("forms"));
     formDock->setWidget(m_forms);
@@ -162,10 +168,12 @@ void MainWindow::createDocks()
     addDockWidget(Qt::BottomDockWidgetArea, plotDock);
     tabifyDockWidget(eventDock, plotDock);
     eventDock->raise();
-    connect(m_tools->getActions(), &TreeActions::plotRequested, plotDock, [plotDock]() {
+    const auto showPlot = [plotDock]() {
         plotDock->show();
         plotDock->raise();
-    });
+    };
+    connect(m_tools->getActions(), &TreeActions::plotRequested, plotDock, showPlot);
+    connect(m_tools, &TreeTools::plotWished, plotDock, showPlot);
     connect(m_tools->getActions(), &TreeActions::watchRequested, m_watches,
             [this, watchDock](const QString& expression) {
                 m_watches->pin(expression);
@@ -192,7 +200,6 @@ void MainWindow::createStatusBar()
     statusBar()->addWidget(m_inputStatus);
     statusBar()->addWidget(m_problemStatus, 1);
     statusBar()->addPermanentWidget(m_rateStatus);
-    updateStatus();
 }
 
 void MainWindow::createFileMenu()
@@ -204,10 +211,12 @@ void MainWindow::createFileMenu()
     file->addAction(tr("Co&nnect..."), this, &MainWindow::askSource)->setShortcut(QKeySequence(tr("Ctrl+K")));
     file->addAction(tr("&Simulated Vehicle"), this, [this]() { openSimulation(); });
     file->addSeparator();
-    file->addAction(tr("&Record..."), this, [this]() { record(true); })->setShortcut(QKeySequence(tr("Ctrl+R")));
-    file->addAction(tr("S&top Recording"), this, [this]() { record(false); });
-    file->addAction(tr("C&lose Source"), this, [this]() { m_sources->close(m_sourcePanel->getCurrent()); })
-        ->setShortcut(QKeySequence(tr("Ctrl+W")));
+    m_record = file->addAction(tr("&Record..."), this, [this]() { record(true); });
+    m_record->setShortcut(QKeySequence(tr("Ctrl+R")));
+    m_stopRecording = file->addAction(tr("S&top Recording"), this, [this]() { record(false); });
+    m_closeSource =
+        file->addAction(tr("C&lose Source"), this, [this]() { m_sources->close(m_sourcePanel->getCurrent()); });
+    m_closeSource->setShortcut(QKeySequence(tr("Ctrl+W")));
     file->addSeparator();
     file->addAction(tr("Load &Definitions..."), this, &MainWindow::askDialect);
     file->addSeparator();
@@ -297,8 +306,7 @@ void MainWindow::openFile()
 {
     const QStringList paths = QFileDialog::getOpenFileNames(
         this, tr("Open Recordings"), QString(), tr("Recordings (*.tlog *.mavlink *.mcap *.bin *.raw);;All files (*)"));
-    for (const QString& path : paths)
-        openAddress(path);
+    openAll(paths);
 }
 
 void MainWindow::saveEvents()
@@ -366,7 +374,7 @@ void MainWindow::record(bool on)
     const QString path = QFileDialog::getSaveFileName(
         this, tr("Record"), suggestion, isTlog ? tr("MAVLink recordings (*.tlog)") : tr("MCAP recordings (*.mcap)"));
     QString error;
-    if (!path.isEmpty() && !session->startRecording(path, &error))
+    if (!path.isEmpty() && !m_sources->startRecording(session, path, &error))
         showError(error);
 }
 

@@ -51,21 +51,63 @@ void MessageTypeModel::removeRows(const SourceSession* session)
 void MessageTypeModel::appendRows(const SourceSession* session, int from, QVector<const MessageInfo*>* fresh)
 {
     const QVector<ReceptionCounters::Row>& counters = session->getCounters().getRows();
-    beginInsertRows(QModelIndex(), int(m_rows.size()), int(m_rows.size()) + int(counters.size()) - from - 1);
     for (int i = from; i < counters.size(); ++i) {
+        const int known = findRow(session, counters.at(i));
+        if (known >= 0) {
+            m_rows[known].place = i;
+            continue;
+        }
         Row row;
         row.session = session;
         row.counter = counters.at(i);
+        row.place = i;
         const MessageInfo* info = row.counter.info;
         row.name = info ? info->getName()
                         : tr("Unknown %1").arg(session->getSource()->getDecoder()->describeUnknown(row.counter.id));
+        beginInsertRows(QModelIndex(), int(m_rows.size()), int(m_rows.size()));
         m_rows.append(row);
+        endInsertRows();
         if (info && !m_seen.contains(info)) {
             m_seen.insert(info);
             fresh->append(info);
         }
     }
-    endInsertRows();
+}
+
+int MessageTypeModel::findRow(const SourceSession* session, const ReceptionCounters::Row& counter) const
+{
+    for (int i = 0; i < m_rows.size(); ++i)
+        if (m_rows.at(i).session == session && m_rows.at(i).counter.id == counter.id &&
+            m_rows.at(i).counter.sender == counter.sender && m_rows.at(i).place < 0)
+            return i;
+    return -1;
+}
+
+bool MessageTypeModel::hasOtherTypes(const SourceSession* session) const
+{
+    for (const Row& row : m_rows)
+        if (row.session == session &&
+            (!row.counter.info || row.counter.info->getFormatInfo() != session->getSource()->getFormatInfo()))
+            return true;
+    return false;
+}
+
+// At another place of a recording the same types come again: their rows stay, and with them what the user chose.
+void MessageTypeModel::beginAnew(const SourceSession* session)
+{
+    if (hasOtherTypes(session)) {
+        Q_EMIT typesAboutToChange();
+        removeRows(session);
+        return;
+    }
+    for (Row& row : m_rows) {
+        if (row.session != session)
+            continue;
+        row.place = -1;
+        row.counter.count = 0;
+        row.marks.clear();
+        row.rate = 0;
+    }
 }
 
 void MessageTypeModel::refresh()
@@ -77,16 +119,16 @@ void MessageTypeModel::refresh()
         if (session.generation != session.session->getGeneration()) {
             session.generation = session.session->getGeneration();
             session.count = 0;
-            removeRows(session.session);
+            beginAnew(session.session);
         }
         const int count = int(session.session->getCounters().getRows().size());
         if (count > session.count)
             appendRows(session.session, session.count, &fresh);
         session.count = count;
     }
-    QHash<const SourceSession*, int> places;
     for (Row& row : m_rows)
-        row.counter.count = row.session->getCounters().getRows().at(places[row.session]++).count;
+        if (row.place >= 0)
+            row.counter.count = row.session->getCounters().getRows().at(row.place).count;
     if (m_marks.isEmpty() || m_clock.elapsed() - m_marks.last() >= MarkMilliseconds)
         noteCounts();
     if (!m_rows.isEmpty())
@@ -108,6 +150,17 @@ void MessageTypeModel::noteCounts()
         const double seconds = double(m_marks.last() - since) / 1000;
         row.rate = seconds > 0 ? double(row.marks.last() - row.marks.first()) / seconds : 0;
     }
+}
+
+QStringList MessageTypeModel::getSenders() const
+{
+    QStringList senders;
+    for (const Row& row : m_rows) {
+        const QString name = row.session->getSenderName(row.counter.sender);
+        if (!name.isEmpty() && !senders.contains(name))
+            senders.append(name);
+    }
+    return senders;
 }
 
 const MessageInfo* MessageTypeModel::getMessageInfo(int row) const

@@ -40,6 +40,9 @@ public:
     /** Whether any source received that type. */
     bool contains(const MessageInfo* info) const { return m_seen.contains(info); }
 
+    /** The names of all senders, each once; a source's own are there until it is closed. */
+    QStringList getSenders() const;
+
     /** The type in @p row, or null for one that is not known. */
     const MessageInfo* getMessageInfo(int row) const;
 
@@ -55,9 +58,11 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 Q_SIGNALS:
+    /** A source has other definitions, so that its types go and others come. */
+    void typesAboutToChange();
     /** A known type was received for the first time. */
     void typeSeen(const MessageInfo* info);
-    /** No source that is still open has received that type. */
+    /** No source that is still open has that type any more. */
     void typeGone(const MessageInfo* info);
     /** The user ticked a type or took its tick away. */
     void inTreeRequested(const MessageInfo* info, bool inTree);
@@ -67,6 +72,7 @@ private:
     {
         const SourceSession* session;
         ReceptionCounters::Row counter;
+        int place; // among the rows of the session's counters; -1 while it has not come again
         QString name;
         QVector<quint64> marks; // the counts of the last seconds, oldest first
         double rate = 0;
@@ -74,6 +80,9 @@ private:
 
     QVariant displayData(const Row& row, int column) const;
     void noteCounts();
+    void beginAnew(const SourceSession* session);
+    bool hasOtherTypes(const SourceSession* session) const;
+    int findRow(const SourceSession* session, const ReceptionCounters::Row& counter) const;
     void removeRows(const SourceSession* session);
     void appendRows(const SourceSession* session, int from, QVector<const MessageInfo*>* fresh);
 
@@ -85,7 +94,7 @@ private:
     };
 
     QVector<Session> m_sessions;
-    QVector<Row> m_rows; // those of a source in the order of its counters, mixed with those of others
+    QVector<Row> m_rows;
     QSet<const MessageInfo*> m_seen;
     QSet<const MessageInfo*> m_inTree;
     QElapsedTimer m_clock;

@@ -12,7 +12,7 @@
 
 static const char PinnedKey[] = "pinned";
 
-static QString nameOf(const MessageInfo* info)
+QString PinnedTypes::getName(const MessageInfo* info)
 {
     const QString format = info->getFormatInfo() ? info->getFormatInfo()->getName() : QString();
     return PathExpression::escape(format) + QLatin1Char('/') + PathExpression::escape(info->getName());
@@ -42,7 +42,7 @@ PinnedTypes::PinnedTypes(MessageTreeWidget* tree, QObject* parent)
 
 bool PinnedTypes::isPinned(const MessageInfo* info) const
 {
-    return info && m_pinned.contains(nameOf(info));
+    return info && m_pinned.contains(getName(info));
 }
 
 int PinnedTypes::placeFor(const MessageInfo* info) const
@@ -73,9 +73,9 @@ void PinnedTypes::setPinned(const MessageInfo* info, bool pinned)
     if (!info || pinned == isPinned(info))
         return;
     if (pinned)
-        m_pinned.append(nameOf(info));
+        m_pinned.append(getName(info));
     else
-        m_pinned.removeAll(nameOf(info));
+        m_pinned.removeAll(getName(info));
     for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
         auto* const row = dynamic_cast<MessageTreeWidgetItem*>(m_tree->topLevelItem(i));
         if (!row || row->getMessageInfo() != info)

@@ -19,6 +19,9 @@ public:
     /** @param tree  borrowed */
     explicit PinnedTypes(MessageTreeWidget* tree, QObject* parent = nullptr);
 
+    /** A path expression that names the type, also in the next run. */
+    static QString getName(const MessageInfo* info);
+
     bool isPinned(const MessageInfo* info) const;
     /** Pins the type, and moves its row, if it has one, to its place. */
     void setPinned(const MessageInfo* info, bool pinned);
@@ -35,7 +38,7 @@ private:
     void mark(MessageTreeWidgetItem* row);
 
     MessageTreeWidget* m_tree;
-    QStringList m_pinned; // path expressions, which mean the same in the next run
+    QStringList m_pinned; // getName() of each
 };
 
 #endif

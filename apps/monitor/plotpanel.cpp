@@ -20,9 +20,9 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 
-static const int RefreshMilliseconds = 50;
 static const int MostSeries = 24; // more than that nobody tells apart
 static const int DefaultSpan = 60;
 static const char RowMimeType[] = "application/x-qabstractitemmodeldatalist";
@@ -65,7 +65,7 @@ PlotPanel::PlotPanel(LatestMessageSource* latest, QWidget* parent)
     setAcceptDrops(true);
 
     connect(m_view, &PlotView::moved, this, [this]() { setPaused(true); });
-    m_timer.setInterval(RefreshMilliseconds);
+    setRate(LatestMessageSource::DefaultRate);
     connect(&m_timer, &QTimer::timeout, this, &PlotPanel::refresh);
     m_timer.start();
     updateEmptiness();
@@ -163,8 +163,11 @@ PlotSeries* PlotPanel::currentSeries() const
 
 void PlotPanel::addField(const FieldPath& path)
 {
-    if (!path.getField() || path.isWholeRepeatedField())
+    if (!path.getField() || path.isWholeRepeatedField() || path.isHidden())
         return;
+    m_removed.erase(std::remove_if(m_removed.begin(), m_removed.end(),
+                                   [&path](const auto& removed) { return removed.first == path; }),
+                    m_removed.end());
     for (const auto& series : m_series)
         if (series->getPath() == path)
             return;
@@ -183,7 +186,7 @@ PlotSeries* PlotPanel::findOrAdd(const FieldPath& path, const QString& sender)
         if (series->getSender() == sender)
             return series.get();
     }
-    if (m_series.size() >= MostSeries)
+    if (m_series.size() >= MostSeries || isRemoved(path, sender))
         return nullptr;
     m_series.emplace_back(new PlotSeries(path));
     PlotSeries* const series = m_series.back().get();
@@ -199,6 +202,14 @@ PlotSeries* PlotPanel::findOrAdd(const FieldPath& path, const QString& sender)
     updateNames();
     updateEmptiness();
     return series;
+}
+
+bool PlotPanel::isRemoved(const FieldPath& path, const QString& sender) const
+{
+    for (const auto& removed : m_removed)
+        if (removed.first == path && removed.second == sender)
+            return true;
+    return false;
 }
 
 // Senders are named only where there are several of a field.
@@ -242,21 +253,60 @@ void PlotPanel::updateTypes()
     Q_EMIT typesChanged();
 }
 
+void PlotPanel::renameSender(const QString& before, const QString& now)
+{
+    for (const auto& series : m_series)
+        if (series->getMessageCount() > 0 && series->getSender() == before)
+            series->setSender(now);
+    for (auto& removed : m_removed)
+        if (removed.second == before)
+            removed.second = now;
+    updateNames();
+}
+
 void PlotPanel::removeCurrent()
 {
     const PlotSeries* const series = currentSeries();
     for (std::size_t i = 0; i < m_series.size(); ++i) {
-        if (m_series[i].get() != series)
-            continue;
-        m_view->removeSeries(series);
-        const std::unique_ptr<PlotSeries> gone = std::move(m_series[i]);
-        m_series.erase(m_series.begin() + std::ptrdiff_t(i));
-        delete m_legend->takeTopLevelItem(int(i));
-        break;
+        if (m_series[i].get() == series) {
+            m_removed.emplace_back(series->getPath(), series->getSender());
+            removeSeries(i);
+            return;
+        }
     }
+}
+
+void PlotPanel::removeSeries(std::size_t index)
+{
+    m_view->removeSeries(m_series[index].get());
+    const std::unique_ptr<PlotSeries> gone = std::move(m_series[index]);
+    m_series.erase(m_series.begin() + std::ptrdiff_t(index));
+    delete m_legend->takeTopLevelItem(int(index));
     updateNames();
     updateEmptiness();
     updateTypes();
+}
+
+QStringList PlotPanel::removeHidden()
+{
+    QStringList expressions;
+    for (std::size_t i = m_series.size(); i-- > 0;) {
+        if (!m_series[i]->getPath().isHidden())
+            continue;
+        expressions.prepend(m_series[i]->getPath().getExpression());
+        removeSeries(i);
+    }
+    expressions.removeDuplicates(); // of several senders
+    return expressions;
+}
+
+QStringList PlotPanel::getExpressions() const
+{
+    QStringList expressions;
+    for (const auto& series : m_series)
+        expressions.append(series->getPath().getExpression());
+    expressions.removeDuplicates();
+    return expressions;
 }
 
 void PlotPanel::removeAll()
@@ -264,10 +314,12 @@ void PlotPanel::removeAll()
     for (const auto& series : m_series)
         m_view->removeSeries(series.get());
     m_series.clear();
+    m_removed.clear();
     m_legend->clear();
     setPaused(false);
     updateEmptiness();
     updateTypes();
+    Q_EMIT cleared();
 }
 
 void PlotPanel::processMessage(const Message* message)
@@ -289,17 +341,24 @@ void PlotPanel::refresh()
     if (!m_changed || m_latest->isSuspended() || !isVisible())
         return;
     m_changed = false;
+    showValues();
     double latest = std::nan("");
-    for (std::size_t i = 0; i < m_series.size(); ++i) {
-        QTreeWidgetItem* const row = m_legend->topLevelItem(int(i));
-        if (row->text(ValueColumn) != m_series[i]->getValueText())
-            row->setText(ValueColumn, m_series[i]->getValueText());
-        if (!(m_series[i]->getLastTime() <= latest))
-            latest = std::isnan(m_series[i]->getLastTime()) ? latest : m_series[i]->getLastTime();
-    }
+    for (const auto& series : m_series)
+        if (!(series->getLastTime() <= latest))
+            latest = std::isnan(series->getLastTime()) ? latest : series->getLastTime();
     if (!isPaused() && !std::isnan(latest))
         m_view->showTimes(latest - m_span->currentData().toInt(), latest);
     m_view->replot(QCustomPlot::rpQueuedReplot);
+}
+
+void PlotPanel::showValues()
+{
+    for (std::size_t i = 0; i < m_series.size(); ++i) {
+        QTreeWidgetItem* const row = m_legend->topLevelItem(int(i));
+        const QString text = m_series[i]->getValueText();
+        if (row->text(ValueColumn) != text)
+            row->setText(ValueColumn, text);
+    }
 }
 
 void PlotPanel::showLive()

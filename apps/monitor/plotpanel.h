@@ -38,6 +38,11 @@ public:
     void removeCurrent();
     void removeAll();
 
+    /** A sender has another name now; its series go on. */
+    void renameSender(const QString& before, const QString& now);
+    /** Draws so many times a second at most. */
+    void setRate(int rate) { m_timer.setInterval(1000 / rate); }
+
     /** The types of whose messages every one should be given to processMessage(). */
     const QSet<const MessageInfo*>& getTypes() const { return m_types; }
 
@@ -54,6 +59,12 @@ public:
 
     /** Draws what came since the last time; called by a timer. */
     void refresh();
+    /** Writes the values in the list anew, as they are to be written now. */
+    void showValues();
+    /** Removes all series of fields that are not to be shown now; returns the expressions that name them. */
+    QStringList removeHidden();
+    /** The expressions that name the fields, each once. */
+    QStringList getExpressions() const;
 
 public Q_SLOTS:
     void processMessage(const Message* message);
@@ -63,6 +74,8 @@ Q_SIGNALS:
     void typesChanged();
     /** The row of the tree that is current was dropped here. */
     void rowDropped();
+    /** All series were removed by the user. */
+    void cleared();
     /** Something went wrong that the user should know. */
     void failed(const QString& text);
 
@@ -75,8 +88,10 @@ private:
     void createActions();
     void createLegend();
     PlotSeries* findOrAdd(const FieldPath& path, const QString& sender);
+    bool isRemoved(const FieldPath& path, const QString& sender) const;
     void showLive();
     void showEverything();
+    void removeSeries(std::size_t index);
     void updateNames();
     void updateEmptiness();
     void updateTypes();
@@ -87,6 +102,7 @@ private:
 
     LatestMessageSource* m_latest;
     std::vector<std::unique_ptr<PlotSeries>> m_series;
+    std::vector<std::pair<FieldPath, QString>> m_removed; // senders of a field that is drawn of others
     QHash<const MessageInfo*, QVector<FieldPath>> m_paths;
     QSet<const MessageInfo*> m_types;
     PlotView* m_view;

@@ -24,6 +24,11 @@ QString PlotSeries::getUnit() const
     return m_path.getField()->getUnit();
 }
 
+QString PlotSeries::getValueText() const
+{
+    return m_path.getField()->getInterpretedString(m_value, true);
+}
+
 void PlotSeries::clear()
 {
     m_points->clear();
@@ -57,7 +62,7 @@ void PlotSeries::add(const Message* message, double seconds)
         clear(); // a recording that is played again
     const FieldInfo* const field = m_path.getField();
     const FieldValue value = m_path.getValue(message);
-    m_valueText = field->getInterpretedString(value, true);
+    m_value = value.isNumber() ? value : FieldValue::invalid();
     ++m_count;
     double number = NoValue;
     if (value.isNumber() && !field->isNotAvailable(value))

@@ -27,7 +27,7 @@ public:
     /** The unit of the values; may be empty. */
     QString getUnit() const;
     /** The newest value as people read it, with unit. */
-    QString getValueText() const { return m_valueText; }
+    QString getValueText() const;
 
     /** Takes the field's value from @p message, which came at @p seconds since 1970. */
     void add(const Message* message, double seconds);
@@ -46,7 +46,7 @@ private:
     FieldPath m_path;
     QString m_sender;
     QSharedPointer<QCPGraphDataContainer> m_points;
-    QString m_valueText;
+    FieldValue m_value; // the newest, of a number
     double m_lastTime;
     double m_interval = 0; // usual seconds between messages; 0 while not known
     int m_gapsInARow = 0;

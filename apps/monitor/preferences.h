@@ -10,9 +10,11 @@ struct Preferences
 {
     /** No number of digits: as many as tell a value exactly. */
     static const int ExactDecimals = -1;
+    static const int LongestTimeOut = 3600; ///< seconds
 
     int tickRate = 20;            ///< updates of the views a second, 1 to 60
     int silentIntervals = 5;      ///< missed intervals until a type is greyed; 0 for never
+    double watchTimeOut = 3;      ///< seconds a watch keeps a value that is not brought anew; 0 for ever
     int decimals = ExactDecimals; ///< digits behind the point of floating-point numbers
     bool highlight = true;        ///< shades values that change
     Theme::Kind theme = Theme::System;

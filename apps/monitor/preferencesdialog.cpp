@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDoubleSpinBox>
 #include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -76,6 +77,14 @@ QWidget* PreferencesDialog::createData(const Preferences& preferences, bool conf
     m_silence->setValue(preferences.silentIntervals);
     addRow(form, tr("&Grey types after:"), m_silence,
            tr("How many of its intervals without a message make a type count as silent"));
+    m_timeOut = new QDoubleSpinBox;
+    m_timeOut->setRange(0, Preferences::LongestTimeOut);
+    m_timeOut->setDecimals(1);
+    m_timeOut->setSuffix(tr(" s"));
+    m_timeOut->setSpecialValueText(tr("never"));
+    m_timeOut->setValue(preferences.watchTimeOut);
+    addRow(form, tr("&Watches time out after:"), m_timeOut,
+           tr("How long a watch keeps its value when no message brings a new one"));
 
     m_annotations = new QLineEdit(preferences.annotations);
     m_annotations->setClearButtonEnabled(true);
@@ -126,6 +135,7 @@ Preferences PreferencesDialog::getPreferences() const
     preferences.highlight = m_highlight->isChecked();
     preferences.theme = static_cast<Theme::Kind>(m_theme->currentData().toInt());
     preferences.silentIntervals = m_silence->value();
+    preferences.watchTimeOut = m_timeOut->value();
     preferences.annotations = m_annotations->text().trimmed();
     return preferences;
 }

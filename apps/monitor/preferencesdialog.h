@@ -7,6 +7,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QDoubleSpinBox;
 class QLabel;
 class QLineEdit;
 class QSpinBox;
@@ -39,6 +40,7 @@ private:
     QCheckBox* m_highlight;
     QComboBox* m_theme;
     QSpinBox* m_silence;
+    QDoubleSpinBox* m_timeOut;
     QLineEdit* m_annotations;
     QCheckBox* m_confidential;
     QLabel* m_warning;

@@ -85,6 +85,12 @@ bool Recorder::stop()
     return good;
 }
 
+void Recorder::setDecoder(const StreamDecoder* decoder)
+{
+    m_decoder = decoder;
+    m_channels.clear(); // its numbers of types and senders are its own
+}
+
 qint64 Recorder::getSize() const
 {
     return m_file ? m_file->getWrittenSize() : 0;

@@ -51,7 +51,7 @@ public:
     qint64 getDuration() const { return isRecording() ? m_since.elapsed() : 0; }
 
     /** The stream is decoded by @p decoder from now on. */
-    void setDecoder(const StreamDecoder* decoder) { m_decoder = decoder; }
+    void setDecoder(const StreamDecoder* decoder);
 
     void processReceived(const ReceivedMessage& message) override;
     void processProblem(const StreamProblem& problem) override;

@@ -41,10 +41,12 @@ void SilenceWatch::setIntervals(int intervals)
     m_silent.clear();
 }
 
-// While nothing is shown, nothing can be told, and what comes first afterwards may have come long before.
-void SilenceWatch::followSuspension()
+// While nothing is shown or a recording is paused, nothing can be told, and what comes first afterwards may have come
+// long before.
+void SilenceWatch::followStillness()
 {
-    if (m_wasSuspended && !m_latest->isSuspended()) {
+    const bool isStill = m_latest->isSuspended() || m_latest->isStandingStill();
+    if (m_wasStill && !isStill) {
         const qint64 now = m_clock();
         for (auto type = m_types.begin(); type != m_types.end(); ++type) {
             if (!m_silent.contains(type.key()))
@@ -52,15 +54,15 @@ void SilenceWatch::followSuspension()
             type->interrupted = true;
         }
     }
-    m_wasSuspended = m_latest->isSuspended();
+    m_wasStill = isStill;
 }
 
 void SilenceWatch::processMessage(const Message* message)
 {
-    followSuspension();
+    followStillness();
     const qint64 now = m_clock();
     Type& type = m_types[message->getInfo()];
-    if (type.lastArrival > 0 && !type.interrupted && !m_silent.contains(message->getInfo())) {
+    if (type.lastArrival > 0 && !type.interrupted && !m_wasStill && !m_silent.contains(message->getInfo())) {
         type.intervals.append(now - type.lastArrival);
         if (type.intervals.size() > IntervalsKept)
             type.intervals.removeFirst();
@@ -82,8 +84,8 @@ qint64 SilenceWatch::expectedInterval(const Type& type) const
 
 void SilenceWatch::check()
 {
-    followSuspension();
-    if (m_wasSuspended)
+    followStillness();
+    if (m_wasStill)
         return;
     const qint64 now = m_clock();
     for (int i = 0; i < m_tree->topLevelItemCount() && m_intervals > 0; ++i) {

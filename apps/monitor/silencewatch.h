@@ -63,14 +63,14 @@ private:
     void grey(QTreeWidgetItem* item, bool silent);
     MessageTreeWidgetItem* findRow(const MessageInfo* info) const;
 
-    void followSuspension();
+    void followStillness();
 
     MessageTreeWidget* m_tree;
     const LatestMessageSource* m_latest;
     Clock m_clock;
     QTimer m_timer;
     int m_intervals = 5;
-    bool m_wasSuspended = false;
+    bool m_wasStill = false;
     QHash<const MessageInfo*, Type> m_types;
     QSet<const MessageInfo*> m_silent;
 };

@@ -72,6 +72,9 @@ bool SourceFactory::loadDefinitions(const QString& path, const QString& annotati
         applyAnnotations(annotations, dialect.get(), problems);
     else if (QFile::exists(Annotations::pathBeside(path)))
         Annotations::apply(Annotations::pathBeside(path), dialect.get(), problems);
+    for (const QString& more : std::as_const(m_annotations))
+        if (more != annotations && more != Annotations::pathBeside(path))
+            Annotations::apply(more, dialect.get(), problems);
     const bool isKnown = m_known == QVector<const FormatInfo*>{m_dialect};
     m_dialect = dialect.get();
     m_path = path;
@@ -83,6 +86,9 @@ bool SourceFactory::loadDefinitions(const QString& path, const QString& annotati
 
 bool SourceFactory::annotate(const QString& path, QStringList* problems)
 {
+    if (m_annotations.contains(path))
+        return true;
+    m_annotations.append(path);
     // The definitions are this program's own; that they are const elsewhere keeps views from changing them.
     applyAnnotations(path, const_cast<MavlinkDialect*>(m_dialect), problems);
     FormatRegistry::getInstance()->updateFormat(m_dialect);
@@ -103,6 +109,9 @@ const MavlinkDialect* SourceFactory::findDialect(const QString& path, QString* e
                  QLatin1Char('\n') + problems.join(QLatin1Char('\n'));
         return nullptr;
     }
+    for (const QString& annotations : QStringList(Annotations::pathBeside(path)) + m_annotations)
+        if (QFile::exists(annotations))
+            Annotations::apply(annotations, dialect.get(), &problems); // whose faults were told when it was chosen
     dialects().push_back({std::move(dialect), path});
     return dialects().back().dialect.get();
 }
@@ -122,6 +131,10 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     if (!InputAddress::parse(options.address, &address, error))
         return false;
     const bool isFile = address.kind == InputAddress::File;
+    if (isFile && QFileInfo(address.path).isDir()) {
+        *error = QCoreApplication::translate("SourceFactory", "%1 is a folder.").arg(address.path);
+        return false;
+    }
     parts->name = isFile ? QFileInfo(address.path).fileName()
                   : address.kind == InputAddress::StandardInput
                       ? QCoreApplication::translate("SourceFactory", "standard input")
@@ -167,7 +180,9 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
 QStringList SourceFactory::loadSchema(const SourceOptions& options, QString* error)
 {
     QStringList problems;
-    const bool good = protobufFormat()->loadSchema(options.definitions, options.importPaths, &problems);
+    bool good = true;
+    for (const QString& schema : options.moreSchemas + QStringList(options.definitions))
+        good = protobufFormat()->loadSchema(schema, options.importPaths, &problems) && good;
     if (!good)
         *error = QCoreApplication::translate("SourceFactory", "The schema could not be loaded.") + QLatin1Char('\n') +
                  problems.join(QLatin1Char('\n'));

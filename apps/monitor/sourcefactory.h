@@ -21,6 +21,7 @@ struct SourceOptions
     QString definitions;     ///< a file of its own with the message types; empty for those in use or in the source
     QStringList importPaths; ///< where a schema's imports are looked for
     QString typeName;        ///< the one type of all messages of Protocol Buffers; empty where the source tells
+    QStringList moreSchemas; ///< of Protocol Buffers, which are loaded besides
     QString framing;         ///< "varint", "u32", "datagram", or empty to find out
 
     /** Whether the definitions are a schema of Protocol Buffers, and no MAVLink dialect. */
@@ -60,7 +61,8 @@ public:
     /** The file of the definitions in use; empty for the built-in ones. */
     QString getDefinitionsPath() const { return m_path; }
 
-    /** Adds the annotations in @p path to the definitions in use; false with what is wrong with them. */
+    /** Adds the annotations in @p path to the definitions in use and to those that come later; false with what is wrong
+     * with them. */
     bool annotate(const QString& path, QStringList* problems);
 
     /** The types of the schema that @p options name; empty with what is wrong in @p error, which must not be null. */
@@ -82,6 +84,7 @@ private:
 
     const MavlinkDialect* m_dialect;
     QString m_path;
+    QStringList m_annotations; // for definitions that come later, too
     QVector<const FormatInfo*> m_known;
 };
 

@@ -2,6 +2,7 @@
 
 #include "playbacktime.h"
 
+#include <QFileInfo>
 #include <QLocale>
 
 SourceModel::SourceModel(SourceFactory* factory, const SourceSession::Receivers& receivers, QObject* parent)
@@ -60,6 +61,22 @@ void SourceModel::close(SourceSession* session)
     removed->disconnect(this);
     followNumber();
     Q_EMIT sessionRemoved();
+}
+
+bool SourceModel::startRecording(SourceSession* session, const QString& path, QString* error)
+{
+    const QString file = QFileInfo(path).canonicalFilePath(); // empty for one that is not there
+    for (const std::unique_ptr<SourceSession>& other : m_sessions) {
+        const bool isRead = QFileInfo(other->getPath()).canonicalFilePath() == file;
+        const bool isWritten =
+            other->getRecorder().isRecording() && QFileInfo(other->getRecorder().getPath()).canonicalFilePath() == file;
+        if (file.isEmpty() || (!isRead && !isWritten))
+            continue;
+        *error = isRead ? tr("%1 is being read; a recording needs another name.").arg(path)
+                        : tr("%1 is being recorded already.").arg(path);
+        return false;
+    }
+    return session->startRecording(path, error);
 }
 
 void SourceModel::closeAll()

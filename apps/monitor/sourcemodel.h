@@ -28,6 +28,9 @@ public:
     /** Opens another source; null with a sentence for the user in @p error. */
     SourceSession* open(const SourceOptions& options, const StreamSource::Playback& playback, QString* error);
     void close(SourceSession* session);
+    /** Records what @p session receives in @p path; false with the reason in @p error, such as that another source
+     * reads or records that file. */
+    bool startRecording(SourceSession* session, const QString& path, QString* error);
     void closeAll();
 
     int getCount() const { return int(m_sessions.size()); }

@@ -7,8 +7,6 @@
 #include "messagestatisticscoordinator.h"
 #include "playbacktime.h"
 
-#include <QFileInfo>
-
 static const int LongestWait = 30;
 static const int LeastRateMilliseconds = 1000;
 
@@ -82,10 +80,6 @@ void SourceSession::start(SourceParts parts)
 
 bool SourceSession::startRecording(const QString& path, QString* error)
 {
-    if (QFileInfo(path).absoluteFilePath() == m_path) {
-        *error = tr("%1 is being read; a recording of it needs another name.").arg(path);
-        return false;
-    }
     if (!m_recorder.start(path, m_source->getDecoder(), error))
         return false;
     m_receivers.log->append(CorvelEvent(CorvelEvent::SourceEvent, tr("%1: recording to %2").arg(m_name, path)),
@@ -109,6 +103,11 @@ void SourceSession::stopRecording()
     Q_EMIT changed();
 }
 
+bool SourceSession::isStandingStill() const
+{
+    return isPlayback() && (m_source->isPaused() || m_state == Ended);
+}
+
 bool SourceSession::isPlayback() const
 {
     return m_source && !m_live && m_source->getState() >= StreamSource::Running && !m_source->isLive();
@@ -123,6 +122,7 @@ void SourceSession::useNewDefinitions()
 void SourceSession::processDecoderChange()
 {
     const std::unique_ptr<StreamDecoder> decoder(m_factory->createMessageDecoder(m_options));
+    m_receivers.latest->forgetShown(m_latest);
     const QHash<quint32, const MessageInfo*> infos = m_latest.decodeAnew(decoder.get());
     ReceptionCounters counters = m_source->getCounters();
     counters.changeTypes(infos);
@@ -142,7 +142,7 @@ void SourceSession::processDecoderChange()
 
 void SourceSession::processSought(qint64 time)
 {
-    m_latest.clear();
+    m_receivers.latest->forget(&m_latest);
     ++m_generation;
     m_reception->startAnew(
         tr("%1: jumped to %2; counts and statistics begin there").arg(m_name, PlaybackTime::clockText(time)));
@@ -157,7 +157,7 @@ void SourceSession::reconnect()
         m_retrySeconds = 0;
         if (!m_live) { // a recording is read from its beginning
             m_reception->startAnew(tr("%1: read again from the beginning").arg(m_name));
-            m_latest.clear();
+            m_receivers.latest->forget(&m_latest);
             m_source->setCounters(ReceptionCounters());
             ++m_generation;
         }
@@ -255,7 +255,11 @@ void SourceSession::setQualified(bool qualified)
     if (m_qualified == qualified)
         return;
     m_qualified = qualified;
-    m_senderNames.clear();
+    QHash<quint32, QString> before;
+    before.swap(m_senderNames);
+    for (auto name = before.constBegin(); name != before.constEnd(); ++name)
+        if (getSenderName(name.key()) != name.value())
+            Q_EMIT senderRenamed(name.value(), getSenderName(name.key()));
     m_receivers.coordinator->setStreamLabel(m_reception->getStream(), qualified ? m_name : QString());
     m_reception->setEventPrefix(qualified ? m_name + QLatin1String(": ") : QString());
     m_receivers.latest->showAgain();

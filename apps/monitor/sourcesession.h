@@ -82,7 +82,11 @@ public:
     /** Whether it is a recording, which can be played faster, slower and not at all. */
     bool isPlayback() const;
 
-    /** Records what arrives from now on, also over reconnections; false with the reason in @p error. */
+    /** Whether it is a recording from which nothing comes because it is paused or over. */
+    bool isStandingStill() const;
+
+    /** Records what arrives from now on, also over reconnections; false with the reason in @p error. For the user by
+     * way of SourceModel, which knows what files are in use. */
     bool startRecording(const QString& path, QString* error);
     void stopRecording();
     const Recorder& getRecorder() const { return m_recorder; }
@@ -104,6 +108,8 @@ public:
 Q_SIGNALS:
     /** State or texts changed. */
     void changed();
+    /** A sender is called otherwise now, see setQualified(). */
+    void senderRenamed(const QString& before, const QString& now);
     /** The source has other definitions now. */
     void formatChanged();
     /** Recording ended because it could not be written. */

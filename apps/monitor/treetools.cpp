@@ -8,6 +8,7 @@
 #include "messagetreewidget.h"
 #include "pinnedtypes.h"
 #include "plotpanel.h"
+#include "plotwishes.h"
 #include "preferencesdialog.h"
 #include "rowtooltips.h"
 #include "silencewatch.h"
@@ -28,6 +29,7 @@ TreeTools::TreeTools(MessageTreeWidget* tree, LatestMessageSource* latest, Messa
     , m_toolTips(new RowToolTips(tree, m_silence, this))
     , m_highlighter(new ChangeHighlighter(tree, this))
     , m_plot(new PlotPanel(latest))
+    , m_plotWishes(new PlotWishes(m_plot, this))
 {
     tree->setDragEnabled(true);
     tree->setDragDropMode(QAbstractItemView::DragOnly);
@@ -51,11 +53,22 @@ QWidget* TreeTools::createTreePane()
 
 void TreeTools::plot(const QString& expression)
 {
-    const FieldPath path = FieldPath::fromExpression(expression);
-    if (path.getField())
-        Q_EMIT m_actions->plotRequested(path);
-    else
-        Q_EMIT m_actions->said(tr("%1 names no field that can be plotted.").arg(expression));
+    if (!m_plotWishes->add(expression))
+        Q_EMIT m_actions->said(tr("%1 is plotted as soon as a source has it.").arg(expression));
+    Q_EMIT plotWished();
+}
+
+void TreeTools::renew()
+{
+    m_tree->reconfigureTopLevelAbstractMessageTreeWidgetItems();
+    m_plot->showValues();
+    Q_EMIT renewed();
+}
+
+void TreeTools::followConfidentiality()
+{
+    m_plotWishes->followConfidentiality();
+    renew();
 }
 
 void TreeTools::fillEditMenu(QMenu* menu)
@@ -81,6 +94,7 @@ void TreeTools::setPreferences(const Preferences& preferences)
     const Preferences before = m_preferences;
     m_preferences = preferences;
     m_latest->setRate(preferences.tickRate);
+    m_plot->setRate(preferences.tickRate);
     m_silence->setIntervals(preferences.silentIntervals);
     if (preferences.highlight != m_highlighter->isEnabled())
         m_highlighter->setEnabled(preferences.highlight);
@@ -88,11 +102,11 @@ void TreeTools::setPreferences(const Preferences& preferences)
         Theme::apply(preferences.theme);
     if (preferences.decimals != Corvel::floatingPointDecimals()) {
         Corvel::setFloatingPointDecimals(preferences.decimals);
-        m_latest->showAgain();
-        m_tree->reconfigureTopLevelAbstractMessageTreeWidgetItems(); // also while nothing new is shown
+        renew(); // also while nothing new is shown
     }
     if (preferences.annotations != before.annotations && !preferences.annotations.isEmpty())
         Q_EMIT annotationsRequested(preferences.annotations);
+    Q_EMIT preferencesChanged();
 }
 
 void TreeTools::showPreferences()
@@ -114,6 +128,9 @@ void TreeTools::saveSettings(QSettings& settings) const
     settings.beginGroup(QLatin1String("tree"));
     m_pins->saveSettings(settings);
     settings.endGroup();
+    settings.beginGroup(QLatin1String("plot"));
+    m_plotWishes->saveSettings(settings);
+    settings.endGroup();
 }
 
 void TreeTools::restoreSettings(QSettings& settings)
@@ -123,5 +140,8 @@ void TreeTools::restoreSettings(QSettings& settings)
     setPreferences(preferences);
     settings.beginGroup(QLatin1String("tree"));
     m_pins->restoreSettings(settings);
+    settings.endGroup();
+    settings.beginGroup(QLatin1String("plot"));
+    m_plotWishes->restoreSettings(settings);
     settings.endGroup();
 }

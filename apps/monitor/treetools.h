@@ -12,6 +12,7 @@ class MessageTap;
 class MessageTreeWidget;
 class PinnedTypes;
 class PlotPanel;
+class PlotWishes;
 class PreferencesDialog;
 class QMenu;
 class QSettings;
@@ -38,8 +39,12 @@ public:
     ChangeHighlighter* getHighlighter() const { return m_highlighter; }
     const RowToolTips* getToolTips() const { return m_toolTips; }
 
-    /** Plots the field that @p expression names. */
+    /** Plots the field that @p expression names, as soon as it is known. */
     void plot(const QString& expression);
+    /** Writes all values anew: what is shown of them, or how, is another now. */
+    void renew();
+    /** To be called when confidential fields are to be shown, or not any more. */
+    void followConfidentiality();
 
     void fillEditMenu(QMenu* menu);
     void fillTreeMenu(QMenu* menu);
@@ -55,6 +60,12 @@ public:
 Q_SIGNALS:
     /** The user wants this shown or not from now on. */
     void confidentialRequested(bool shown);
+    /** Something is to be plotted by plot(). */
+    void plotWished();
+    /** getPreferences() has others. */
+    void preferencesChanged();
+    /** Views beside the tree and the plot are to write their values anew, too. */
+    void renewed();
     /** The user wants this file added to the definitions. */
     void annotationsRequested(const QString& path);
 
@@ -68,6 +79,7 @@ private:
     RowToolTips* m_toolTips;
     ChangeHighlighter* m_highlighter;
     PlotPanel* m_plot;
+    PlotWishes* m_plotWishes;
     Preferences m_preferences;
 };
 

@@ -35,6 +35,9 @@ public:
     /** The text of the value, as it is shown. */
     QString getText() const;
 
+    /** Writes the value anew, as it is to be written now. */
+    void renew() { m_field.renew(); }
+
     /** Milliseconds after which a value that was not refreshed goes; negative means never. */
     void setTimeOut(int milliseconds);
 

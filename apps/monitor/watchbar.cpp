@@ -3,17 +3,15 @@
 #include "fieldinfo.h"
 #include "latestmessagesource.h"
 #include "pathexpression.h"
+#include "preferences.h"
 #include "watch.h"
 #include "watcheditor.h"
 
-#include <QDoubleSpinBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScrollArea>
 #include <QSettings>
 #include <QVBoxLayout>
-
-static const double DefaultTimeOutSeconds = 3;
 
 // More in a settings file than anybody pins is a fault of the file.
 static const int MostRestored = 1000;
@@ -22,26 +20,12 @@ WatchBar::WatchBar(LatestMessageSource* source, QWidget* parent)
     : QWidget(parent)
     , m_source(source)
     , m_editor(new WatchEditor(source))
-    , m_timeOut(new QDoubleSpinBox)
+    , m_timeOut(Preferences().watchTimeOut)
 {
     QVBoxLayout* outer = new QVBoxLayout(this);
     outer->setContentsMargins(6, 4, 6, 4);
 
-    m_timeOut->setRange(0, 3600);
-    m_timeOut->setDecimals(1);
-    m_timeOut->setSuffix(tr(" s"));
-    m_timeOut->setSpecialValueText(tr("never"));
-    m_timeOut->setValue(DefaultTimeOutSeconds);
-    m_timeOut->setAccessibleName(tr("Time-out of watches"));
-    m_timeOut->setToolTip(tr("How long a pinned value stays when no message brings a new one"));
-    connect(m_timeOut, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &WatchBar::applyTimeOut);
-    QLabel* timeOutLabel = new QLabel(tr("Time-&out:"));
-    timeOutLabel->setBuddy(m_timeOut);
-    QHBoxLayout* top = new QHBoxLayout;
-    top->addWidget(m_editor, 1);
-    top->addWidget(timeOutLabel);
-    top->addWidget(m_timeOut);
-    outer->addLayout(top);
+    outer->addWidget(m_editor);
     connect(m_editor, &WatchEditor::pinRequested, this, [this](const QStringList& expressions) {
         for (const QString& expression : expressions)
             pin(expression);
@@ -64,7 +48,7 @@ WatchBar::WatchBar(LatestMessageSource* source, QWidget* parent)
 
 int WatchBar::timeOutMilliseconds() const
 {
-    return m_timeOut->value() > 0 && !m_frozen ? int(m_timeOut->value() * 1000) : -1;
+    return m_timeOut > 0 && !m_frozen ? int(m_timeOut * 1000) : -1;
 }
 
 void WatchBar::pin(const QString& expression, const QString& name)
@@ -103,6 +87,19 @@ void WatchBar::removeAll()
         remove(m_watches.last());
 }
 
+void WatchBar::renew()
+{
+    m_editor->renew();
+    for (Watch* watch : std::as_const(m_watches))
+        watch->renew();
+}
+
+void WatchBar::setTimeOut(double seconds)
+{
+    m_timeOut = seconds;
+    applyTimeOut();
+}
+
 void WatchBar::setFrozen(bool frozen)
 {
     m_frozen = frozen;
@@ -117,7 +114,6 @@ void WatchBar::applyTimeOut()
 
 void WatchBar::saveSettings(QSettings& settings) const
 {
-    settings.setValue(QLatin1String("timeOut"), m_timeOut->value());
     settings.setValue(QLatin1String("expression"), m_editor->getExpression());
     settings.remove(QLatin1String("pinned"));
     settings.beginWriteArray(QLatin1String("pinned"), int(m_watches.size()));
@@ -131,7 +127,6 @@ void WatchBar::saveSettings(QSettings& settings) const
 
 void WatchBar::restoreSettings(QSettings& settings)
 {
-    m_timeOut->setValue(settings.value(QLatin1String("timeOut"), DefaultTimeOutSeconds).toDouble());
     const QString expression = settings.value(QLatin1String("expression")).toString();
     if (!expression.isEmpty())
         m_editor->setExpression(expression);

@@ -6,7 +6,6 @@
 
 class FieldInfo;
 class LatestMessageSource;
-class QDoubleSpinBox;
 class QHBoxLayout;
 class QLabel;
 class QSettings;
@@ -30,6 +29,10 @@ public:
     /** Pins a field of a message type. */
     void pinField(const FieldInfo* field);
     void removeAll();
+    /** Writes all values anew, as they are to be written now. */
+    void renew();
+    /** Seconds after which a value that no message brought anew goes; 0 keeps it. */
+    void setTimeOut(double seconds);
     /** Whether nothing is pinned. */
     bool isEmpty() const { return m_watches.isEmpty(); }
 
@@ -48,7 +51,7 @@ private:
     LatestMessageSource* m_source;
     WatchEditor* m_editor;
     QHBoxLayout* m_layout;
-    QDoubleSpinBox* m_timeOut;
+    double m_timeOut; // seconds
     bool m_frozen = false;
     QWidget* m_strip;
     QVector<Watch*> m_watches;

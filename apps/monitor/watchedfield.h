@@ -4,14 +4,20 @@
 #include "pathexpression.h"
 
 #include <QObject>
+#include <QStringList>
 
 #include <optional>
 
 class FieldValueLabel;
 class LatestMessageSource;
 class Message;
+class MessageInfo;
 
-/** Keeps a label at the value of the one field that a path expression names, also inside sub-messages. */
+/**
+ * Keeps a label at the value of the one field that a path expression names, also inside sub-messages.
+ *
+ * Where the way leads through a repeated sub-message without a number, the values of all of them are shown.
+ */
 class WatchedField : public QObject
 {
     Q_OBJECT
@@ -27,16 +33,22 @@ public:
      */
     const FieldInfo* follow(const PathExpression& expression);
     void followNothing();
+    /** Writes the value anew, as it is to be written now; one that timed out stays away. */
+    void renew();
 
 private Q_SLOTS:
     void processMessage(const Message* message);
+    void forget(const MessageInfo* info);
 
 private:
     const FieldInfo* setMatch(const std::optional<PathExpression::Match>& match);
+    bool isHidden() const;
+    void collectTexts(const Message* message, int step, QStringList* texts);
 
     FieldValueLabel* m_label;
     LatestMessageSource* m_source;
     std::optional<PathExpression::Match> m_match;
+    bool m_hidden = false; // what the label says is that the value is hidden
 };
 
 #endif

@@ -26,6 +26,8 @@ public:
     /** Shows @p expression in the boxes and the line. */
     void setExpression(const QString& expression);
     QString getExpression() const;
+    /** Writes the value anew, as it is to be written now. */
+    void renew() { m_watched.renew(); }
 
 Q_SIGNALS:
     /** The user wants to keep these fields in sight. */

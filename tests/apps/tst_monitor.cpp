@@ -172,8 +172,11 @@ void tst_monitor::watchesLookIntoSubMessages()
     Watch watch("rig/Vehicle/places[1]/x", QString(), &source);
     QVERIFY(source.deliver(two.get()));
     QCOMPARE(watch.getText(), QString("2.5"));
+    const Watch all("rig/Vehicle/places/x", QString(), &source);
+    QVERIFY(source.deliver(two.get()));
+    QCOMPARE(all.getText(), QString("1.5, 2.5"));
     QVERIFY(source.deliver(none.get()));
-    QCOMPARE(watch.getText(), QString("N/A"));
+    QCOMPARE(watch.getText() + ' ' + all.getText(), QString("N/A N/A"));
 
     need.setMessageNeeded(received);
     Watch other("rig/Position/x", QString(), &source);

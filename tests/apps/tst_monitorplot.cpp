@@ -140,6 +140,18 @@ void tst_monitorplot::sendersAreToldApart()
     QCOMPARE(textOf(*plot->getSeries()[0]), QString("0 2"));
     QCOMPARE(textOf(*plot->getSeries()[1]), QString("1 3"));
     QCOMPARE(plot->getLegend()->topLevelItem(1)->text(0), QString("NAV_STATE.ground_speed (2:1)"));
+    // Of two, one can go, and comes back when the field is asked for.
+    const auto sendSecond = [&]() {
+        TestMessage* const message = desk.createNav(5);
+        message->setSender("2:1");
+        desk.send(message, 1005);
+        return int(plot->getSeries().size());
+    };
+    plot->getLegend()->setCurrentItem(plot->getLegend()->topLevelItem(1));
+    plot->removeCurrent();
+    QCOMPARE(sendSecond(), 1);
+    plot->addField(pathOf(desk.nav, desk.speed));
+    QCOMPARE(sendSecond(), 2);
 }
 
 void tst_monitorplot::pauseKeepsThePictureAndTheData()

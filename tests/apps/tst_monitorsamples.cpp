@@ -1,4 +1,5 @@
 #include "eventlogtablewidget.h"
+#include "findbar.h"
 #include "latestmessagesource.h"
 #include "mainwindow.h"
 #include "messageinfo.h"
@@ -6,14 +7,19 @@
 #include "messagetreewidget.h"
 #include "sourcemodel.h"
 #include "testbase.h"
+#include "treetools.h"
 #include "waitfor.h"
 
+#include <QAction>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QTreeView>
 
 /** A real recording in the real window, against what corvel-dump says of the same file. */
 class tst_monitorsamples : public TestBase
@@ -23,6 +29,7 @@ class tst_monitorsamples : public TestBase
 private Q_SLOTS:
     void initTestCase();
     void aFlightIsShownAsItIs();
+    void filtersShowWhatTheyAreAskedFor();
     void whatIsRecordedIsTheSameAgain();
     void recordingsOfTwoFormatsPlaySideBySide();
 
@@ -30,6 +37,7 @@ private:
     QByteArray dump(const QStringList& arguments) const;
     std::unique_ptr<MainWindow> openFlight() const;
     static bool isOver(const StreamSource* source) { return source->getState() == StreamSource::Finished; }
+    QHash<QString, QJsonObject> newestFields() const;
     static QStringList statisticsOf(const MainWindow& window);
     static QStringList countsOf(const StreamSource* source);
 
@@ -72,7 +80,26 @@ std::unique_ptr<MainWindow> tst_monitorsamples::openFlight() const
     return window;
 }
 
-/** Each row of a message type: its name, its count, and how many gaps stand below it. */
+/** The fields of the newest message of each type, as the dump has them. */
+QHash<QString, QJsonObject> tst_monitorsamples::newestFields() const
+{
+    QHash<QString, QJsonObject> newest;
+    for (const QByteArray& line : dump({"--interpreted", m_flight}).split('\n')) {
+        const QJsonObject message = QJsonDocument::fromJson(line).object();
+        newest.insert(message["type"].toString(), message["fields"].toObject());
+    }
+    return newest;
+}
+
+static QString describeIntervals(const QMap<qint64, qint64>& counts)
+{
+    QStringList intervals;
+    for (auto count = counts.begin(); count != counts.end(); ++count)
+        intervals.append(QString("%1 ms x %2").arg(count.key()).arg(count.value()));
+    return intervals.join(' ');
+}
+
+/** Each row of a message type: its name and count, its gaps and what is missing in them, and its intervals. */
 QStringList tst_monitorsamples::statisticsOf(const MainWindow& window)
 {
     window.getStatistics()->updateTree();
@@ -81,9 +108,16 @@ QStringList tst_monitorsamples::statisticsOf(const MainWindow& window)
         const QTreeWidgetItem* format = window.getStatistics()->topLevelItem(i);
         for (int j = 0; j < format->childCount(); ++j) {
             MessageStatisticsTreeWidgetItem* row = dynamic_cast<MessageStatisticsTreeWidgetItem*>(format->child(j));
-            rows.append(QString("%1: %2, %3 gaps")
+            const MessageStatistics* const statistics = row->getMessageStatistics();
+            QMap<qint64, qint64> intervals;
+            const QHash<long long, unsigned int> counts = statistics->getIntervalCountHash();
+            for (auto count = counts.begin(); count != counts.end(); ++count)
+                intervals.insert(count.key(), count.value());
+            rows.append(QString("%1: %2, %3 gaps of %4, %5")
                             .arg(row->text(0), row->text(1))
-                            .arg(row->getMessageStatistics()->getNumberOfGaps()));
+                            .arg(statistics->getNumberOfGaps())
+                            .arg(statistics->getNumberOfMissingEpochs())
+                            .arg(describeIntervals(intervals)));
         }
     }
     rows.sort();
@@ -106,11 +140,18 @@ void tst_monitorsamples::aFlightIsShownAsItIs()
     QVERIFY(window);
 
     QStringList expected;
-    for (const QJsonValue& value : m_stats["statistics"].toArray())
-        expected.append(QString("%1 (%2): %3, %4 gaps")
+    for (const QJsonValue& value : m_stats["statistics"].toArray()) {
+        QMap<qint64, qint64> intervals;
+        const QJsonObject counts = value["intervals"].toObject();
+        for (auto count = counts.begin(); count != counts.end(); ++count)
+            intervals.insert(count.key().toLongLong(), qint64(count.value().toDouble()));
+        expected.append(QString("%1 (%2): %3, %4 gaps of %5, %6")
                             .arg(value["type"].toString(), value["sender"].toString())
                             .arg(value["messages"].toInt())
-                            .arg(value["gapCount"].toInt()));
+                            .arg(value["gapCount"].toInt())
+                            .arg(value["missingEpochs"].toInt())
+                            .arg(describeIntervals(intervals)));
+    }
     expected.sort();
     QCOMPARE(statisticsOf(*window), expected);
     QStringList top;
@@ -132,12 +173,7 @@ void tst_monitorsamples::aFlightIsShownAsItIs()
              qPrintable(events));
     QVERIFY(window->getEvents()->rowCount() < 100);
 
-    // The newest message of each type, as the dump has it.
-    QHash<QString, QJsonObject> newest;
-    for (const QByteArray& line : dump({"--interpreted", m_flight}).split('\n')) {
-        const QJsonObject message = QJsonDocument::fromJson(line).object();
-        newest.insert(message["type"].toString(), message["fields"].toObject());
-    }
+    const QHash<QString, QJsonObject> newest = newestFields();
     MessageTreeWidget* const tree = window->getTree();
     const int column = tree->getColumnIndex(MessageTreeWidget::ValueColumn);
     QVERIFY(waitFor([&]() { return !tree->topLevelItem(0)->child(0)->text(column).isEmpty(); }));
@@ -146,15 +182,92 @@ void tst_monitorsamples::aFlightIsShownAsItIs()
         const QTreeWidgetItem* row = tree->topLevelItem(i);
         const QJsonObject fields = newest.value(row->text(0));
         for (int j = 0; j < row->childCount(); ++j) {
-            const QJsonValue value = fields[row->child(j)->text(0)];
-            if (!value.isString() || value.toString().isEmpty())
-                continue;
-            QCOMPARE(row->text(0) + '/' + row->child(j)->text(0) + '=' + row->child(j)->text(column),
-                     row->text(0) + '/' + row->child(j)->text(0) + '=' + value.toString());
-            ++compared;
+            const QTreeWidgetItem* const field = row->child(j);
+            const QJsonArray values = fields[field->text(0)].toArray({fields[field->text(0)]});
+            for (int k = 0; k < values.size(); ++k) {
+                const QTreeWidgetItem* const shown = fields[field->text(0)].isArray() ? field->child(k) : field;
+                if (!values.at(k).isString() || values.at(k).toString().isEmpty())
+                    continue;
+                QVERIFY2(shown, qPrintable(field->text(0)));
+                const QString place = row->text(0) + '/' + shown->text(0) + '=';
+                QCOMPARE(place + shown->text(column), place + values.at(k).toString());
+                ++compared;
+            }
         }
     }
     QVERIFY2(compared > 200, qPrintable(QString::number(compared)));
+}
+
+/** The types that are in sight, and below them, after a colon, their fields. */
+static QStringList shownRows(const QTreeWidget* tree)
+{
+    QStringList rows;
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem* const row = tree->topLevelItem(i);
+        QStringList fields;
+        for (int j = 0; j < row->childCount(); ++j)
+            if (!row->child(j)->isHidden())
+                fields.append(row->child(j)->text(0));
+        if (!row->isHidden())
+            rows.append(row->text(0) + ':' + fields.join(','));
+    }
+    return rows;
+}
+
+void tst_monitorsamples::filtersShowWhatTheyAreAskedFor()
+{
+    const std::unique_ptr<MainWindow> window = openFlight();
+    QVERIFY(window);
+    const QHash<QString, QJsonObject> newest = newestFields();
+    QStringList withAltitude;
+    QStringList withTarget;
+    for (auto fields = newest.begin(); fields != newest.end(); ++fields) {
+        // What is typed may be the beginning of a name.
+        if (!fields->keys().filter(QRegularExpression("^alt")).isEmpty())
+            withAltitude.append(fields.key());
+        if (fields->contains("target_system"))
+            withTarget.append(fields.key());
+    }
+    withAltitude.sort();
+    QVERIFY(withAltitude.size() > 2 && !withTarget.isEmpty());
+
+    // Find: a path, and a word that is part of it as well as of others.
+    MessageTreeWidget* const tree = window->getTree();
+    const QStringList all = shownRows(tree);
+    FindBar* const bar = window->getTreeTools()->getFindBar();
+    bar->find("*/*/alt");
+    QCOMPARE(shownRows(tree).replaceInStrings(QRegularExpression(":alt.*"), QString()), withAltitude);
+    bar->find("vfr alt");
+    QCOMPARE(shownRows(tree), QStringList("VFR_HUD:alt"));
+    bar->close();
+    QCOMPARE(shownRows(tree), all);
+
+    // A type that is not ticked leaves the tree, and nothing else does.
+    QAbstractItemModel* types = nullptr;
+    for (const QTreeView* view : window->findChildren<QTreeView*>())
+        if (view->accessibleName() == "Message types")
+            types = view->model();
+    QVERIFY(types);
+    const QString first = types->index(0, 0).data().toString();
+    QVERIFY(types->setData(types->index(0, 0), Qt::Unchecked, Qt::CheckStateRole));
+    QStringList left = all;
+    left.removeOne(left.filter(first + ':').value(0));
+    QCOMPARE(shownRows(tree), left);
+    QVERIFY(types->setData(types->index(0, 0), Qt::Checked, Qt::CheckStateRole));
+    QCOMPARE(shownRows(tree), all);
+
+    // Whom a message is for is not what it says.
+    QAction* primary = nullptr;
+    for (QAction* action : window->findChildren<QAction*>())
+        if (action->text().remove('&') == "Primary Fields Only")
+            primary = action;
+    QVERIFY(primary);
+    QVERIFY(all.filter("target_system").size() >= withTarget.size());
+    primary->trigger();
+    QCOMPARE(shownRows(tree).filter("target_system"), QStringList());
+    QCOMPARE(shownRows(tree).size(), all.size());
+    primary->trigger();
+    QCOMPARE(shownRows(tree), all);
 }
 
 void tst_monitorsamples::whatIsRecordedIsTheSameAgain()

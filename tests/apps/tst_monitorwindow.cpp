@@ -25,6 +25,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDockWidget>
+#include <QDoubleSpinBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -147,6 +148,7 @@ void tst_monitorwindow::preferencesAreUsedAndKept()
         QVERIFY(dialog);
         for (QSpinBox* box : dialog->findChildren<QSpinBox*>())
             box->setValue(box->maximum() == 60 ? 7 : box->maximum() == 17 ? 3 : box->value());
+        dialog->findChild<QDoubleSpinBox*>()->setValue(0.5);
         QComboBox* const theme = dialog->findChild<QComboBox*>();
         theme->setCurrentIndex(theme->findData(Theme::Dark));
         for (QCheckBox* box : dialog->findChildren<QCheckBox*>())
@@ -169,9 +171,15 @@ void tst_monitorwindow::preferencesAreUsedAndKept()
     QCOMPARE(window.getLatestMessages()->getRate(), 7);
     QCOMPARE(Corvel::floatingPointDecimals(), 3);
     QVERIFY(!window.getTreeTools()->getPreferences().highlight);
+    QCOMPARE(window.getTreeTools()->getPreferences().watchTimeOut, 0.5);
     QCOMPARE(window.getTreeTools()->getPreferences().silentIntervals, 5);
     QVERIFY(!Corvel::confidentialInformationDisplayEnabled()); // never without being asked
+    settings.remove("preferences/watchTimeOut");
+    settings.setValue("watches/timeOut", 7.5); // as an earlier version wrote it
     Preferences usual;
+    usual.restore(settings);
+    QCOMPARE(usual.watchTimeOut, 7.5);
+    usual = Preferences();
     window.getTreeTools()->setPreferences(usual);
     QCOMPARE(Corvel::floatingPointDecimals(), -1);
     QCOMPARE(QApplication::palette().color(QPalette::Base), before.color(QPalette::Base));

@@ -14,6 +14,18 @@ foreach(library base framework gui)
     endif()
 endforeach()
 
+# Programs start from where they are installed, with the libraries beside them and those only.
+unset(ENV{LD_LIBRARY_PATH})
+foreach(program dump simulate monitor)
+    set(file "${prefix}/bin/corvel-${program}")
+    run("${READELF}" -d "${file}")
+    if(RUN_OUTPUT MATCHES "R(UN)?PATH[^\n]*${BINARY_DIR}")
+        message(FATAL_ERROR "${file} looks for libraries in the build tree")
+    endif()
+    run("${file}" --version)
+    expect("the version of ${file}" "${RUN_OUTPUT}" "corvel-${program} 15.0.0\n")
+endforeach()
+
 # Nothing that is installed may know where it was built.
 file(GLOB_RECURSE texts "${prefix}/*.cmake" "${prefix}/*.h" "${prefix}/*.pc")
 foreach(text ${texts})

@@ -1,0 +1,41 @@
+#ifndef PLOTWISHES_H
+#define PLOTWISHES_H
+
+#include <QObject>
+#include <QStringList>
+
+class PlotPanel;
+class QSettings;
+
+/**
+ * Fields that are to be plotted and cannot be yet: their types are not known, as those that a recording brings, or
+ * they are confidential and hidden. They are plotted as soon as they can be.
+ */
+class PlotWishes : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** @param panel  where they are plotted; borrowed */
+    explicit PlotWishes(PlotPanel* panel, QObject* parent = nullptr);
+
+    /** Plots the field that @p expression names, now or later; whether it is plotted now. */
+    bool add(const QString& expression);
+    /** What waits, in the order in which it was wished. */
+    const QStringList& getWaiting() const { return m_waiting; }
+
+    /** To be called when confidential fields are to be shown, or not any more. */
+    void followConfidentiality();
+
+    /** Keeps what is plotted and what waits over a restart. */
+    void saveSettings(QSettings& settings) const;
+    void restoreSettings(QSettings& settings);
+
+private:
+    void resolve();
+
+    PlotPanel* m_panel;
+    QStringList m_waiting;
+};
+
+#endif
