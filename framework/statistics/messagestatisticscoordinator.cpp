@@ -40,8 +40,16 @@ struct MessageStatisticsCoordinator::Stream
     const FormatInfo* format;
     QString label;
     QHash<int, unsigned int> events;
-    Row* findRow(quint32 id, quint32 sender) const;
-    Sender* findSender(quint32 sender) const;
+    Row* findRow(quint32 id, quint32 sender) const
+    {
+        const int index = rowIndices.find(KeyIndex::keyOf(id, sender));
+        return index < 0 ? nullptr : rows.at(index);
+    }
+    Sender* findSender(quint32 sender) const
+    {
+        const int index = senderIndices.find(sender);
+        return index < 0 ? nullptr : senders.at(index);
+    }
 
     QVector<Row*> rows; // without otherUnknown
     KeyIndex rowIndices;
@@ -52,18 +60,6 @@ struct MessageStatisticsCoordinator::Stream
     QVector<Sender*> senders;
     KeyIndex senderIndices;
 };
-
-MessageStatisticsCoordinator::Row* MessageStatisticsCoordinator::Stream::findRow(quint32 id, quint32 sender) const
-{
-    const int index = rowIndices.find(KeyIndex::keyOf(id, sender));
-    return index < 0 ? nullptr : rows.at(index);
-}
-
-MessageStatisticsCoordinator::Sender* MessageStatisticsCoordinator::Stream::findSender(quint32 sender) const
-{
-    const int index = senderIndices.find(sender);
-    return index < 0 ? nullptr : senders.at(index);
-}
 
 MessageStatisticsCoordinator::SenderStatistics::SenderStatistics()
     : stream(0)
@@ -280,46 +276,7 @@ void MessageStatisticsCoordinator::listAll()
         m_all.append(row->statistics);
 }
 
-bool MessageStatisticsCoordinator::countMessage(int number, quint32 id, quint32 sender, qint64 time, qint64 sequence,
-                                                quint64 modulus)
-{
-    Stream* const stream = m_streams.value(number);
-    Row* const row = stream ? stream->findRow(id, sender) : nullptr;
-    if (!row)
-        return false;
-    if (!row->account)
-        row->account = stream->findSender(sender);
-    if (!row->account)
-        return false;
-    row->statistics->addReception(time);
-    row->account->countNumber(sequence, modulus);
-    if (time != Message::NoTime)
-        stream->time = time;
-    return true;
-}
-
-void MessageStatisticsCoordinator::countNumber(int number, quint32 sender, const QString& senderName, qint64 sequence,
-                                               quint64 modulus)
-{
-    Stream* const stream = m_streams.value(number);
-    if (Sender* const known = stream->findSender(sender)) {
-        known->countNumber(sequence, modulus);
-        return;
-    }
-    Sender* const added = new Sender;
-    added->settled = ~quint64(0);
-    SenderStatistics& statistics = added->statistics;
-    statistics.stream = number;
-    statistics.sender = sender;
-    statistics.name = senderName;
-    statistics.received = 1;
-    statistics.numbered = sequence >= 0 && modulus > 0;
-    statistics.lastNumber = statistics.numbered ? sequence : -1;
-    stream->senderIndices.insert(sender, int(stream->senders.size()));
-    stream->senders.append(added);
-}
-
-void MessageStatisticsCoordinator::Sender::countNumber(qint64 number, quint64 modulus)
+inline void MessageStatisticsCoordinator::Sender::countNumber(qint64 number, quint64 modulus)
 {
     ++statistics.received;
     if (number < 0 || modulus == 0)
@@ -358,6 +315,45 @@ void MessageStatisticsCoordinator::Sender::countNumber(qint64 number, quint64 mo
         settled = (step < 64 ? settled << step : 0) | 1;
     }
     statistics.lastNumber = number;
+}
+
+bool MessageStatisticsCoordinator::countMessage(int number, quint32 id, quint32 sender, qint64 time, qint64 sequence,
+                                                quint64 modulus)
+{
+    Stream* const stream = m_streams.value(number);
+    Row* const row = stream ? stream->findRow(id, sender) : nullptr;
+    if (!row)
+        return false;
+    if (!row->account)
+        row->account = stream->findSender(sender);
+    if (!row->account)
+        return false;
+    row->statistics->addReception(time);
+    row->account->countNumber(sequence, modulus);
+    if (time != Message::NoTime)
+        stream->time = time;
+    return true;
+}
+
+void MessageStatisticsCoordinator::countNumber(int number, quint32 sender, const QString& senderName, qint64 sequence,
+                                               quint64 modulus)
+{
+    Stream* const stream = m_streams.value(number);
+    if (Sender* const known = stream->findSender(sender)) {
+        known->countNumber(sequence, modulus);
+        return;
+    }
+    Sender* const added = new Sender;
+    added->settled = ~quint64(0);
+    SenderStatistics& statistics = added->statistics;
+    statistics.stream = number;
+    statistics.sender = sender;
+    statistics.name = senderName;
+    statistics.received = 1;
+    statistics.numbered = sequence >= 0 && modulus > 0;
+    statistics.lastNumber = statistics.numbered ? sequence : -1;
+    stream->senderIndices.insert(sender, int(stream->senders.size()));
+    stream->senders.append(added);
 }
 
 void MessageStatisticsCoordinator::countFailure(int number, quint32 sender)

@@ -106,8 +106,12 @@ void ReceptionMonitor::processReceived(const ReceivedMessage& message)
 {
     if (!m_coordinator->countMessage(m_stream, message.id, message.sender, message.time, message.sequence, m_modulus))
         countFirst(message);
-    if (message.time != Message::NoTime)
-        checkClock(message.time);
+    if (message.time != Message::NoTime) {
+        const qint64 step = m_time == Message::NoTime ? 0 : message.time - m_time;
+        m_time = message.time;
+        if (step <= -LeastBackwardJump || step >= LeastForwardJump)
+            reportLeap(step);
+    }
     if (!message.info)
         report(
             CorvelEvent::UnknownMessage,
@@ -139,15 +143,9 @@ void ReceptionMonitor::processProblem(const StreamProblem& problem)
     report(typeOf(problem.kind), text, streamTime(), kind);
 }
 
-void ReceptionMonitor::checkClock(qint64 time)
+/** Reports a leap of the time of messages. */
+void ReceptionMonitor::reportLeap(qint64 step)
 {
-    const qint64 previous = m_time;
-    m_time = time;
-    if (previous == Message::NoTime)
-        return;
-    const qint64 step = time - previous;
-    if (step > -LeastBackwardJump && step < LeastForwardJump)
-        return;
     const QString seconds = QString::number(double(qAbs(step)) / 1e6, 'f', 1);
     if (step < 0)
         report(CorvelEvent::ClockJump, tr("the time of messages goes back by %1 s").arg(seconds), streamTime(),

@@ -187,9 +187,8 @@ void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
             break;
         case MessageRecord: {
             const MessageHead message(body);
-            chunk->messages.push_back(
-                McapMessageOrder::Message{message.time, channelOf(message.channel), body + MessageHeadSize,
-                                          quint32(head.length - MessageHeadSize), message.sequence});
+            chunk->append(McapMessageOrder::Message{message.time, channelOf(message.channel), body + MessageHeadSize,
+                                                    quint32(head.length - MessageHeadSize), message.sequence});
             break;
         }
         default:
@@ -201,9 +200,7 @@ void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
 /** Keeps the messages of a chunk until their turn, and hands out those whose turn it is now. */
 void McapReader::holdChunk(std::unique_ptr<Chunk> chunk)
 {
-    quint64 latest = 0;
-    for (const McapMessageOrder::Message& message : chunk->messages)
-        latest = std::max(latest, message.time);
+    const quint64 latest = chunk->latest;
     m_order.add(std::move(chunk));
     if (m_starts.empty() || m_recordOffset > m_starts.back().offset) {
         m_order.release(m_greatestTime, m_sink);

@@ -52,6 +52,8 @@ std::unique_ptr<McapMessageOrder::Chunk> McapMessageOrder::make(quint64 size)
     if (m_spare && m_spare->size >= size && m_spare->size / 4 <= size) {
         m_spare->messages.clear();
         m_spare->next = 0;
+        m_spare->latest = 0;
+        m_spare->isOrdered = true;
         return std::move(m_spare);
     }
     std::unique_ptr<Chunk> chunk(new Chunk);
@@ -64,9 +66,9 @@ void McapMessageOrder::add(std::unique_ptr<Chunk> chunk)
 {
     if (chunk->messages.empty())
         return;
-    const auto isEarlier = [](const Message& left, const Message& right) { return left.time < right.time; };
-    if (!std::is_sorted(chunk->messages.begin(), chunk->messages.end(), isEarlier))
-        std::stable_sort(chunk->messages.begin(), chunk->messages.end(), isEarlier);
+    if (!chunk->isOrdered)
+        std::stable_sort(chunk->messages.begin(), chunk->messages.end(),
+                         [](const Message& left, const Message& right) { return left.time < right.time; });
     m_held += chunk->heldBytes();
     m_chunks.push_back(std::move(chunk));
     std::push_heap(m_chunks.begin(), m_chunks.end(), isLater);

@@ -3,6 +3,7 @@
 
 #include "mcapchannels.h"
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -27,8 +28,16 @@ public:
         quint64 size = 0;   ///< of the room for bytes
         std::unique_ptr<char[]> bytes;
         std::vector<Message> messages;
-        std::size_t next = 0; ///< first of the messages that has not been handed out
+        std::size_t next = 0;  ///< first of the messages that has not been handed out
+        quint64 latest = 0;    ///< time of the messages
+        bool isOrdered = true; ///< whether the messages are in the order of their times
 
+        void append(const Message& message)
+        {
+            isOrdered = isOrdered && message.time >= latest;
+            latest = std::max(latest, message.time);
+            messages.push_back(message);
+        }
         quint64 nextTime() const { return messages[next].time; }
         quint64 heldBytes() const { return size + messages.capacity() * sizeof(Message); }
     };
@@ -42,7 +51,7 @@ public:
     /** A chunk without messages, with room for that many bytes: a used one where there is one that fits. */
     std::unique_ptr<Chunk> make(quint64 size);
 
-    /** Takes a chunk with its messages in the order of the file. */
+    /** Takes a chunk with its messages in the order in which they were found. */
     void add(std::unique_ptr<Chunk> chunk);
 
     /** Hands out everything of that time, in nanoseconds since 1970, and before; of equal times the first chunk's
