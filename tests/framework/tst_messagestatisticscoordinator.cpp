@@ -89,6 +89,36 @@ private Q_SLOTS:
         QCOMPARE(c.rowList().last(), text("ATTITUDE (1:3) | 1"));
     }
 
+    void messageIsCountedAtOnceOrNotAtAll()
+    {
+        Coordination c;
+        const auto count = [&c](quint32 id, qint64 time, qint64 number) {
+            return c.coordinator.countMessage(c.stream, id, 0x101, time, number, 256);
+        };
+        QVERIFY(!count(0, 0, 1));
+        MessageStatistics* const alone = c.coordinator.findOrCreate(c.stream, c.heartbeat, 0, 0x101, text("1:1"));
+        QVERIFY(!count(0, 0, 1)); // of a sender that is not known
+        QCOMPARE(alone->getCount(), 0u);
+        c.coordinator.countNumber(c.stream, 0x101, text("1:1"), 254, 256);
+        for (int i = 0; i < 20; ++i)
+            QVERIFY(count(0, i * 1000000, i < 1 ? 255 : i + 1));
+        QVERIFY(alone->isCurrentlyRegular());
+        QCOMPARE(lossesOf(c.coordinator.getSenderStatistics().first()), text("21 received, 2 lost"));
+
+        c.receive(c.stream, c.attitude, 30, 0x102); // the statistics get another name and are other objects
+        QVERIFY(count(0, 20 * 1000000, 21));
+        MessageStatistics* const named = c.coordinator.find(c.stream, 0, 0x101);
+        QVERIFY(named != alone && named->getCount() == 21 && named->isCurrentlyRegular());
+        c.receive(c.stream, c.attitude, 30, 0x101);
+        QVERIFY(count(30, 30 * 1000000, 22)); // meanwhile the other type fell silent
+        QVERIFY(!named->isCurrentlyRegular());
+
+        c.coordinator.clearStream(c.stream);
+        QVERIFY(!count(0, 0, 1));
+        c.coordinator.removeStream(c.stream);
+        QVERIFY(!count(0, 0, 1));
+    }
+
     void streamsAreApart()
     {
         Coordination c;
