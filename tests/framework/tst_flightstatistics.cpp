@@ -1,4 +1,3 @@
-#include "eventlog.h"
 #include "mavlinkdialect.h"
 #include "mavlinkstreamdecoder.h"
 #include "message.h"
@@ -61,12 +60,14 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QByteArray bytes = file.readAll();
         MessageStatisticsCoordinator coordinator;
-        EventLog log;
-        ReceptionMonitor monitor(&coordinator, &log);
+        ReceptionMonitor monitor(&coordinator);
         MavlinkStreamDecoder decoder(dialect.data(), MavlinkStreamDecoder::TlogLayout);
         monitor.begin(&decoder);
         ListingSink sink(&monitor, &decoder);
-        decoder.feed(bytes.constData(), int(bytes.size()), Message::NoTime, &sink);
+        for (int i = 0, piece = 0; i < bytes.size(); i += piece) {
+            piece = qMin(7 + i % 5000, int(bytes.size()) - i);
+            decoder.feed(bytes.constData() + i, piece, Message::NoTime, &sink);
+        }
         decoder.finish(&sink);
         monitor.finish();
 
@@ -128,13 +129,6 @@ private Q_SLOTS:
         QCOMPARE(senders, (QStringList{text("255:0: 1760 received, 1314 lost, 1314 failed, 0 repeated, 0 others"),
                                        text("1:1: 70977 received, 450 lost, 0 failed, 0 repeated, 0 others"),
                                        text("51:68: 2740 received, 4 lost, 0 failed, 1370 repeated, 0 others")}));
-        const unsigned int others = coordinator.getEventCount(CorvelEvent::UnknownMessage) +
-                                    coordinator.getEventCount(CorvelEvent::ClockJump) +
-                                    coordinator.getEventCount(CorvelEvent::Resynchronisation);
-        QVERIFY(coordinator.getEventCount(CorvelEvent::CrcError) == 1314 && others == 0);
-        QVERIFY(log.getEntries().size() < 10);
-        QVERIFY(log.getEntries().constLast().event.getMessage().contains(
-            text("checksum failure, id 142, sender 255:0 (1,314 in all)")));
     }
 };
 
