@@ -1,4 +1,5 @@
 #include "mavlinkdialect.h"
+#include "mavlinkdialectreader.h"
 #include "mavlinkencoder.h"
 #include "mavlinkstreamdecoder.h"
 #include "message.h"
@@ -12,28 +13,30 @@
 
 #include <memory>
 
+namespace
+{
+
+const qint64 Start = Q_INT64_C(1600000000000000);
+const int Count = 10000;
+
+qint64 timeOf(int tenths)
+{
+    return Start + tenths * Q_INT64_C(100000);
+}
+
+} // namespace
+
 /** Jumps, pauses and steps in a recording of 1,000 s: a message ten times a second, numbered 0 to 99 and again. */
 class tst_playback : public TestBase, private StreamSink
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void initTestCase();
-    void theIndexFindsTimesInADamagedFile();
-    void aJumpGoesOnAtItsTime_data();
-    void aJumpGoesOnAtItsTime();
-    void aPausedRecordingIsSteppedThrough();
-    void otherDefinitionsTakeOverWithoutALoss();
-
 private:
-    static const qint64 Start = Q_INT64_C(1600000000000000);
-    static const int Count = 10000;
-
     void processReceived(const ReceivedMessage& message) override
     {
-        if (m_times.isEmpty() || m_keepAll)
-            m_times.append((message.time - Start) / 100000);
         m_lastTime = (message.time - Start) / 100000;
+        if (m_times.size() < 10)
+            m_times.append(m_lastTime);
         m_unknown += message.info ? 0 : 1;
     }
     void processProblem(const StreamProblem& problem) override
@@ -42,7 +45,7 @@ private:
             m_skipped += QByteArray(problem.data ? problem.data : "?", problem.data ? int(problem.length) : 1);
     }
 
-    std::unique_ptr<StreamSource> open(double factor)
+    std::unique_ptr<StreamSource> open()
     {
         m_times.clear();
         m_skipped.clear();
@@ -55,7 +58,7 @@ private:
             ByteInput::create(address), new MavlinkStreamDecoder(m_dialect.get(), MavlinkStreamDecoder::TlogLayout)));
         source->setIndex(new TlogIndex(m_path, m_dialect.get()));
         StreamSource::Playback playback;
-        playback.factor = factor;
+        playback.factor = 0;
         source->setPlayback(playback);
         source->addObserver(this);
         return source;
@@ -67,147 +70,126 @@ private:
     }
 
     QTemporaryDir m_folder;
-    QString m_path;
+    const QString m_path = m_folder.filePath("flight.tlog");
     QByteArray m_noise;
-    std::unique_ptr<MavlinkDialect> m_dialect;
-    std::unique_ptr<MavlinkDialect> m_poorDialect;
-    bool m_keepAll = false;
-    QVector<qint64> m_times; // of the messages, in tenths of a second
+    std::unique_ptr<MavlinkDialect> m_dialect{MavlinkDialect::loadBuiltIn()};
+    QVector<qint64> m_times; // of the first messages, in tenths of a second
     qint64 m_lastTime = -1;
     int m_unknown = 0;
     QByteArray m_skipped;
-};
 
-void tst_playback::initTestCase()
-{
-    m_dialect.reset(MavlinkDialect::loadBuiltIn());
-    QFile xml(m_folder.filePath("poor.xml"));
-    QVERIFY(xml.open(QIODevice::WriteOnly));
-    xml.write("<mavlink><messages><message id=\"4711\" name=\"OTHER\"><field type=\"uint8_t\" name=\"a\">A</field>"
-              "</message></messages></mavlink>");
-    xml.close();
-    QStringList errors;
-    m_poorDialect.reset(MavlinkDialect::load(xml.fileName(), &errors));
-    QCOMPARE(errors, QStringList());
-
-    m_path = m_folder.filePath("flight.tlog");
-    QFile file(m_path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    MavlinkEncoder encoder(m_dialect->find(0));
-    encoder.set("type", 2);
-    encoder.set("mavlink_version", 3);
-    for (int i = 0; i < 3000; ++i)
-        m_noise += char(i * 7 % 250);
-    for (int i = 0; i < Count; ++i) {
-        MavlinkEncoder::FrameHeader header;
-        header.sequence = quint8(i % 100);
-        char time[8];
-        qToBigEndian(quint64(Start + i * Q_INT64_C(100000)), time);
-        file.write(time, sizeof time);
-        file.write(encoder.toFrame(header));
-        if (i == 5000)
-            file.write(m_noise);
-    }
-    file.write("and an end in a word");
-}
-
-void tst_playback::theIndexFindsTimesInADamagedFile()
-{
-    TlogIndex index(m_path, m_dialect.get());
-    QCOMPARE(index.getStartTime(), qint64(Start));
-    QCOMPARE(index.getEndTime(), Start + (Count - 1) * Q_INT64_C(100000));
-    QCOMPARE(index.findOffset(Start - 5), quint64(0));
-    const quint64 frame = quint64(QFileInfo(m_path).size() - m_noise.size()) / Count;
-    for (int wanted = 0; wanted < Count; wanted += 611) {
-        const quint64 offset = index.findOffset(Start + wanted * Q_INT64_C(100000));
-        const quint64 place = quint64(wanted) * frame + (wanted > 5000 ? quint64(m_noise.size()) : 0);
-        QVERIFY2(offset <= place && place - offset < 100000, qPrintable(QString::number(wanted)));
-    }
-    QCOMPARE(TlogIndex(m_folder.filePath("missing"), m_dialect.get()).getEndTime(), qint64(Message::NoTime));
-}
-
-void tst_playback::aJumpGoesOnAtItsTime_data()
-{
-    QTest::addColumn<int>("tenths");
-    QTest::addColumn<int>("first");
-    QTest::newRow("before the start") << -50 << 0;
-    QTest::newRow("into the middle") << 4321 << 4321;
-    QTest::newRow("behind the noise") << 5001 << 5001;
-    QTest::newRow("to the last message") << Count - 1 << Count - 1;
-    QTest::newRow("behind the end") << Count + 100 << -1;
-}
-
-void tst_playback::aJumpGoesOnAtItsTime()
-{
-    QFETCH(int, tenths);
-    QFETCH(int, first);
-    // Once after the end, and once while messages are on their way.
-    for (const bool atEnd : {true, false}) {
-        const std::unique_ptr<StreamSource> source = open(0);
-        qint64 sought = 0;
-        connect(source.get(), &StreamSource::sought, this, [&](qint64 time) {
-            sought = time;
-            m_times.clear();
-        });
-        source->start();
-        if (atEnd) {
-            QVERIFY(waitFor([&]() { return isOver(source); }));
-            QCOMPARE(source->getCounters().getMessageCount(), quint64(Count));
-            QCOMPARE(m_skipped, m_noise + "and an end in a word");
-            QCOMPARE(source->getPosition(), source->getSize() - 20);
-        } else {
-            QVERIFY(waitFor([&]() { return !m_times.isEmpty(); }));
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        MavlinkEncoder encoder(m_dialect->find(0));
+        encoder.set("type", 2);
+        encoder.set("mavlink_version", 3);
+        for (int i = 0; i < 3000; ++i)
+            m_noise += char(i * 7 % 250);
+        for (int i = 0; i < Count; ++i) {
+            MavlinkEncoder::FrameHeader header;
+            header.sequence = quint8(i % 100);
+            const quint64 time = qToBigEndian(quint64(timeOf(i)));
+            file.write(reinterpret_cast<const char*>(&time), sizeof time);
+            file.write(encoder.toFrame(header));
+            if (i == 5000)
+                file.write(m_noise);
         }
-        QVERIFY(source->isSeekable());
-        source->seek(Start + tenths * Q_INT64_C(100000));
-        QVERIFY(waitFor([&]() { return sought != 0 && isOver(source); }));
-        QCOMPARE(sought, Start + tenths * Q_INT64_C(100000));
-        QCOMPARE(m_times.value(0, -1), qint64(first));
-        QCOMPARE(source->getCounters().getMessageCount(), quint64(first < 0 ? 0 : Count - first));
+        file.write("and an end in a word");
     }
-}
 
-void tst_playback::aPausedRecordingIsSteppedThrough()
-{
-    const std::unique_ptr<StreamSource> source = open(0);
-    m_keepAll = true;
-    source->setPaused(true);
-    source->start();
-    QVERIFY(waitFor([&]() { return source->getState() == StreamSource::Running; }));
-    source->step();
-    source->step();
-    QVERIFY(waitFor([&]() { return m_times.size() == 2; }));
-    source->seek(Start + 7000 * Q_INT64_C(100000)); // which shows one message
-    QVERIFY(waitFor([&]() { return m_times.size() == 3; }));
-    source->step();
-    QVERIFY(waitFor([&]() { return m_times.size() == 4; }));
-    QCOMPARE(m_times, QVector<qint64>() << 0 << 1 << 7000 << 7001);
-    m_keepAll = false;
-    source->setPaused(false);
-    QVERIFY(waitFor([&]() { return isOver(source); }));
-    QCOMPARE(source->getCounters().getMessageCount(), quint64(Count - 7000));
-}
+    void theIndexFindsTimesInADamagedFile()
+    {
+        TlogIndex index(m_path, m_dialect.get());
+        QCOMPARE(index.getStartTime(), Start);
+        QCOMPARE(index.getEndTime(), timeOf(Count - 1));
+        QCOMPARE(index.findOffset(Start - 5), quint64(0));
+        const quint64 frame = quint64(QFileInfo(m_path).size() - m_noise.size()) / Count;
+        for (int wanted = 0; wanted < Count; wanted += 611) {
+            const quint64 offset = index.findOffset(timeOf(wanted));
+            const quint64 place = quint64(wanted) * frame + (wanted > 5000 ? quint64(m_noise.size()) : 0);
+            QVERIFY2(offset <= place && place - offset < 100000, qPrintable(QString::number(wanted)));
+        }
+        QCOMPARE(TlogIndex(m_folder.filePath("missing"), m_dialect.get()).getEndTime(), qint64(Message::NoTime));
+    }
 
-void tst_playback::otherDefinitionsTakeOverWithoutALoss()
-{
-    const std::unique_ptr<StreamSource> source = open(0);
-    source->setPaused(true);
-    source->start();
-    for (int i = 1; i <= 10; ++i)
+    void aJumpGoesOnAtItsTime()
+    {
+        // The noise stands before 5001.
+        for (const int tenths : {-50, 4321, 5001, Count - 1, Count + 100}) {
+            const int rest = qBound(0, Count - tenths, Count);
+            // Once after the end, and once while messages are on their way.
+            for (const bool atEnd : {true, false}) {
+                const std::unique_ptr<StreamSource> source = open();
+                qint64 sought = 0;
+                connect(source.get(), &StreamSource::sought, this, [&](qint64 time) {
+                    sought = time;
+                    m_times.clear();
+                });
+                source->start();
+                QVERIFY(waitFor([&]() { return atEnd ? isOver(source) : !m_times.isEmpty(); }));
+                if (atEnd) {
+                    QCOMPARE(source->getCounters().getMessageCount(), quint64(Count));
+                    QCOMPARE(m_skipped, m_noise + "and an end in a word");
+                    QCOMPARE(source->getPosition(), source->getSize() - 20);
+                }
+                QVERIFY(source->isSeekable());
+                source->seek(timeOf(tenths));
+                QVERIFY(waitFor([&]() { return sought != 0 && isOver(source); }));
+                QCOMPARE(sought, timeOf(tenths));
+                QCOMPARE(m_times.value(0, -1), qint64(rest == 0 ? -1 : Count - rest));
+                QCOMPARE(source->getCounters().getMessageCount(), quint64(rest));
+            }
+        }
+    }
+
+    void aPausedRecordingIsSteppedThrough()
+    {
+        const std::unique_ptr<StreamSource> source = open();
+        source->setPaused(true);
+        source->start();
+        QVERIFY(waitFor([&]() { return source->getState() == StreamSource::Running; }));
         source->step();
-    QVERIFY(waitFor([&]() { return m_lastTime == 9; }));
-    QCOMPARE(m_unknown, 0);
-    bool changed = false;
-    connect(source.get(), &StreamSource::decoderChanged, this, [&]() { changed = true; });
-    source->setDecoder(new MavlinkStreamDecoder(m_poorDialect.get(), MavlinkStreamDecoder::TlogLayout));
-    QVERIFY(waitFor([&]() { return changed; }));
-    QCOMPARE(source->getFormatInfo(), static_cast<const FormatInfo*>(m_poorDialect.get()));
-    source->setPaused(false);
-    QVERIFY(waitFor([&]() { return isOver(source); }));
-    // A frame of an unknown type is none unless another follows: not so before the noise, nor at the end.
-    QCOMPARE(m_lastTime, qint64(Count - 2));
-    QCOMPARE(m_unknown, Count - 10 - 2);
-}
+        source->step();
+        QVERIFY(waitFor([&]() { return m_times.size() == 2; }));
+        source->seek(timeOf(7000)); // which shows one message
+        QVERIFY(waitFor([&]() { return m_times.size() == 3; }));
+        source->step();
+        QVERIFY(waitFor([&]() { return m_times.size() == 4; }));
+        QCOMPARE(m_times, QVector<qint64>() << 0 << 1 << 7000 << 7001);
+        source->setPaused(false);
+        QVERIFY(waitFor([&]() { return isOver(source); }));
+        QCOMPARE(source->getCounters().getMessageCount(), quint64(Count - 7000));
+    }
+
+    void otherDefinitionsTakeOverWithoutALoss()
+    {
+        const std::unique_ptr<MavlinkDialect> poor(
+            MavlinkDialectReader::readBytes("poor.xml",
+                                            "<mavlink><messages><message id='4711' name='OTHER'><field type='char' "
+                                            "name='a'/></message></messages></mavlink>",
+                                            nullptr));
+        const std::unique_ptr<StreamSource> source = open();
+        source->setPaused(true);
+        source->start();
+        for (int i = 1; i <= 10; ++i)
+            source->step();
+        QVERIFY(waitFor([&]() { return m_lastTime == 9; }));
+        QCOMPARE(m_unknown, 0);
+        bool changed = false;
+        connect(source.get(), &StreamSource::decoderChanged, this, [&]() { changed = true; });
+        source->setDecoder(new MavlinkStreamDecoder(poor.get(), MavlinkStreamDecoder::TlogLayout));
+        QVERIFY(waitFor([&]() { return changed; }));
+        QCOMPARE(source->getFormatInfo(), static_cast<const FormatInfo*>(poor.get()));
+        source->setPaused(false);
+        QVERIFY(waitFor([&]() { return isOver(source); }));
+        // A frame of an unknown type is none unless another follows: not so before the noise, nor at the end.
+        QCOMPARE(m_lastTime, qint64(Count - 2));
+        QCOMPARE(m_unknown, Count - 10 - 2);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_playback)
 #include "tst_playback.moc"
