@@ -109,16 +109,12 @@ private Q_SLOTS:
     {
         EventLog log;
         log.append(crc("checksum failure, id 142"), at(1).addMSecs(5));
-        log.append(crc("\"b\xc3\xa4"
-                         "d\"\nfile",
-                         CorvelEvent::SourceEvent),
-                   QDateTime());
+        log.append(crc("\"b\303\244d\"\nfile", CorvelEvent::SourceEvent), QDateTime());
         log.append(CorvelEvent(), at(2));
         QCOMPARE(QString::fromUtf8(log.toCsv().constData()),
                  text("Time,Type,Message\r\n"
                       "2015-07-05T00:30:01.005Z,CRC error,\"checksum failure, id 142\"\r\n"
-                      ",Source,\"\"\"b\xc3\xa4"
-                      "d\"\"\nfile\"\r\n"
+                      ",Source,\"\"\"b\303\244d\"\"\nfile\"\r\n"
                       "2015-07-05T00:30:02.000Z,Other,\r\n"));
     }
 };

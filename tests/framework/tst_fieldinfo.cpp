@@ -12,25 +12,10 @@ static const double NaN = std::numeric_limits<double>::quiet_NaN();
 static const double Infinity = std::numeric_limits<double>::infinity();
 static const quint64 Greatest = ~quint64(0);
 
-static FieldValue u(quint64 value, int size = 8)
-{
-    return FieldValue::fromUnsigned(value, size);
-}
-
-static FieldValue s(qint64 value, int size = 8)
-{
-    return FieldValue::fromSigned(value, size);
-}
-
-static FieldValue d(double value)
-{
-    return FieldValue::fromDouble(value);
-}
-
-static FieldValue f(float value)
-{
-    return FieldValue::fromFloat(value);
-}
+static FieldValue (*const u)(quint64, int) = &FieldValue::fromUnsigned;
+static FieldValue (*const s)(qint64, int) = &FieldValue::fromSigned;
+static FieldValue (*const d)(double) = &FieldValue::fromDouble;
+static FieldValue (*const f)(float) = &FieldValue::fromFloat;
 
 static QString shown(const FieldInfo& field, std::initializer_list<FieldValue> values, bool withUnit = true)
 {
@@ -99,7 +84,7 @@ private Q_SLOTS:
         TestFieldInfo wide(text("sensors"), TestFieldInfo::Plain, integerType(8));
         flags.remove(4);
         wide.setEnumerators(flags, true);
-        QCOMPARE(shown(wide, {u(Q_UINT64_C(0x8000000000000001)), u(0)}), text("ACCEL | 0x8000000000000000, 0"));
+        QCOMPARE(shown(wide, {u(Q_UINT64_C(0x8000000000000001), 8), u(0, 8)}), text("ACCEL | 0x8000000000000000, 0"));
     }
 
     void invalidValueIsNotAvailable()
@@ -107,7 +92,7 @@ private Q_SLOTS:
         TestFieldInfo voltage(text("voltage"));
         voltage.setUnit(text("mV"));
         QCOMPARE(shown(voltage, {u(65535, 2)}), text("65535 mV"));
-        voltage.setInvalidValue(u(65535));
+        voltage.setInvalidValue(u(65535, 8));
         QCOMPARE(shown(voltage, {u(65535, 2), u(65534, 2)}), text("not available, 65534 mV"));
         QCOMPARE(raw(voltage, {u(65535, 2)}), text("65535"));
         voltage.setEnumerators(QVector<Name>() << Name(65535, text("MOST")), true);
@@ -115,7 +100,7 @@ private Q_SLOTS:
         voltage.setInvalidValue(d(NaN));
         QCOMPARE(shown(voltage, {f(std::numeric_limits<float>::quiet_NaN())}), text("not available"));
         QCOMPARE(shown(voltage, {FieldValue::fromText(text("nan"))}, false), text("nan"));
-        voltage.setInvalidValue(s(-1));
+        voltage.setInvalidValue(s(-1, 8));
         QCOMPARE(shown(voltage, {s(-1, 2), f(-1)}), text("not available, not available"));
     }
 
@@ -124,21 +109,22 @@ private Q_SLOTS:
         TestFieldInfo time(text("time"));
         time.setUnit(text("us"));
         time.setTimeUnit(FieldInfo::Seconds);
-        QCOMPARE(shown(time, {u(0), d(1400000000.75), s(951782400), s(Q_INT64_C(-62135596800)), s(253402300799)}),
+        QCOMPARE(shown(time,
+                       {u(0, 8), d(1400000000.75), s(951782400, 8), s(Q_INT64_C(-62135596800), 8), s(253402300799, 8)}),
                  text("1970-01-01T00:00:00Z, 2014-05-13T16:53:20Z, 2000-02-29T00:00:00Z, 0001-01-01T00:00:00Z, "
                       "9999-12-31T23:59:59Z"));
         // What is no time of our era stays a number.
-        QCOMPARE(shown(time, {s(Q_INT64_C(-62135596801)), u(Q_UINT64_C(253402300800)),
-                              s(std::numeric_limits<qint64>::min()), d(NaN), d(-Infinity)}),
+        QCOMPARE(shown(time, {s(Q_INT64_C(-62135596801), 8), u(Q_UINT64_C(253402300800), 8),
+                              s(std::numeric_limits<qint64>::min(), 8), d(NaN), d(-Infinity)}),
                  text("-62135596801, 253402300800, -9223372036854775808, nan, -inf"));
         time.setTimeUnit(FieldInfo::Milliseconds);
-        QCOMPARE(shown(time, {u(1400000000007), s(-1), s(-1000)}),
+        QCOMPARE(shown(time, {u(1400000000007, 8), s(-1, 8), s(-1000, 8)}),
                  text("2014-05-13T16:53:20.007Z, 1969-12-31T23:59:59.999Z, 1969-12-31T23:59:59.000Z"));
         time.setTimeUnit(FieldInfo::Microseconds);
-        QCOMPARE(shown(time, {u(Q_UINT64_C(1400000000000001)), u(Greatest)}),
+        QCOMPARE(shown(time, {u(Q_UINT64_C(1400000000000001), 8), u(Greatest, 8)}),
                  text("2014-05-13T16:53:20.000001Z, 18446744073709551615"));
         time.setTimeUnit(FieldInfo::Nanoseconds);
-        QCOMPARE(shown(time, {u(Q_UINT64_C(1400000000123456789)), u(Greatest)}),
+        QCOMPARE(shown(time, {u(Q_UINT64_C(1400000000123456789), 8), u(Greatest, 8)}),
                  text("2014-05-13T16:53:20.123456789Z, 2554-07-21T23:34:33.709551615Z"));
     }
 

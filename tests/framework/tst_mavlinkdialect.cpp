@@ -61,12 +61,23 @@ std::unique_ptr<MavlinkDialect> read(const QByteArray& content, QStringList* err
     return std::unique_ptr<MavlinkDialect>(MavlinkDialectReader::readBytes(QStringLiteral("x.xml"), content, errors));
 }
 
-QString readErrors(const QByteArray& content)
+/** "2: f: unknown type ''": the errors without the name of the file, with ' for ". */
+QString errorsOf(const QString& content)
 {
     QStringList errors;
-    if (read(content, &errors))
-        errors += QStringLiteral("no error");
-    return errors.join(QLatin1Char('\n'));
+    if (read(content.toUtf8(), &errors))
+        errors += text("no error");
+    return errors.join(QLatin1Char('\n')).remove(text("x.xml:")).replace(QLatin1Char('"'), QLatin1Char('\''));
+}
+
+QString errorsOfMessage(const QString& content)
+{
+    return errorsOf(QString::fromUtf8(dialectText(content.toUtf8())));
+}
+
+QString errorsOfField(const QString& attributes)
+{
+    return errorsOfMessage(QStringLiteral("<message id='1' name='M'>\n<field %1/></message>").arg(attributes));
 }
 
 /** "7 M crc 12, 3 of 5 bytes" */
@@ -136,10 +147,10 @@ private Q_SLOTS:
     {
         Files files;
         files.write("a.b.xml",
-                    dialectText("<message id=\"7\" name=\"M\"><wip/><description>One  line\n e.g. this. And\n "
-                                "another.</description><field type=\"uint8_t\" name=\"a\">first <b>bold</b>\n text"
-                                "</field><field type=\"uint32_t\" name=\"b\" minValue=\"1\" maxValue=\"5\"/>"
-                                "<extensions/><field type=\"double[2]\" name=\"c\"/></message>"));
+                    dialectText("<message id='7' name='M'><wip/><description>One  line\n e.g. this. And\n another."
+                                "</description><field type='uint8_t' name='a'>first <b>bold</b>\n text</field>"
+                                "<field type='uint32_t' name='b' minValue='1' maxValue='5'/><extensions/>"
+                                "<field type='double[2]' name='c'/></message>"));
         const auto dialect = files.load("a.b.xml");
         QCOMPARE(files.errors(), QString());
         QCOMPARE(dialect->getName(), text("a.b"));
@@ -152,21 +163,20 @@ private Q_SLOTS:
 
     void wireOrderGoesByElementSize()
     {
-        const QByteArray a = "<field type=\"uint8_t\" name=\"a\"/>";
-        const QByteArray b = "<field type=\"uint16_t\" name=\"b\"/>";
-        const QByteArray c = "<field type=\"uint32_t[3]\" name=\"c\"/>";
-        const QByteArray d = "<field type=\"uint64_t\" name=\"d\"/>";
-        const QByteArray e = "<field type=\"float\" name=\"e\"/>";
-        const QByteArray version = QByteArray(a).replace("uint8_t", "uint8_t_mavlink_version");
-        QStringList errors;
-        const auto sorted = read(dialectText(messageText(1, "M", d + c + e + b + a)), &errors);
-        const auto mixed =
-            read(dialectText(messageText(1, "M", version + c + b + e + d + "<extensions/>" + d.chopped(4) + "x\"/>")),
-                 &errors);
-        QCOMPARE(errors, QStringList());
-        const QString row = messageRow(sorted->find(1));
+        const auto info = [](const QByteArray& fields) {
+            QStringList errors;
+            const auto dialect = read(dialectText(messageText(1, "M", fields)), &errors);
+            return dialect ? messageRow(dialect->find(1)) : errors.join(QLatin1Char('\n'));
+        };
+        const QByteArray b = "<field type='uint16_t' name='b'/>";
+        const QByteArray c = "<field type='uint32_t[3]' name='c'/>";
+        const QByteArray d = "<field type='uint64_t' name='d'/>";
+        const QByteArray e = "<field type='float' name='e'/>";
+        const QString row = info(d + c + e + b + "<field type='uint8_t' name='a'/>");
         QVERIFY2(row.endsWith(text("27 of 27 bytes")), qPrintable(row));
-        QCOMPARE(messageRow(mixed->find(1)), row.chopped(8) + text("35 bytes"));
+        QCOMPARE(info("<field type='uint8_t_mavlink_version' name='a'/>" + c + b + e + d +
+                      "<extensions/><field type='uint64_t' name='x'/>"),
+                 row.chopped(8) + text("35 bytes"));
     }
 
     void includesAreReadOnceAndComeFirst()
@@ -207,16 +217,15 @@ private Q_SLOTS:
     {
         Files files;
         files.write("top.xml", dialectText(messageText(1, "TOP",
-                                                       "<field type=\"uint8_t\" name=\"f\" enum=\"E\"/>"
-                                                       "<field type=\"uint8_t\" name=\"g\" enum=\"GONE\"/>"),
-                                           "<enum name=\"E\"><description>x</description><entry name=\"NEXT\"/>"
-                                           "<entry name=\"TWENTY\" value=\"20\"/></enum>",
+                                                       "<field type='uint8_t' name='f' enum='E'/>"
+                                                       "<field type='uint8_t' name='g' enum='GONE'/>"),
+                                           "<enum name='E'><description>x</description><entry name='NEXT'/>"
+                                           "<entry name='TWENTY' value='20'/></enum>",
                                            includeText("base.xml")));
-        files.write("base.xml",
-                    dialectText(messageText(2, "BASE", "<field type=\"int16_t\" name=\"f\" enum=\"E\"/>"),
-                                "<enum name=\"E\"><entry name=\"TEN\" value=\"10\"><deprecated/><description>about\n "
-                                "it</description><param index=\"1\">p</param></entry><entry name=\"TWO\" value=\"2\"/>"
-                                "</enum>"));
+        files.write("base.xml", dialectText(messageText(2, "BASE", "<field type='int16_t' name='f' enum='E'/>"),
+                                            "<enum name='E'><entry name='TEN' value='10'><deprecated/><description>"
+                                            "about\n it</description><param index='1'>p</param></entry>"
+                                            "<entry name='TWO' value='2'/></enum>"));
         const auto dialect = files.load("top.xml");
         QCOMPARE(files.errors(), QString());
         for (quint32 id = 1; id <= 2; ++id) {
@@ -231,25 +240,24 @@ private Q_SLOTS:
 
     void enumValues()
     {
-        const TextRow rows[] = {{"12", "12"},
-                                {"012", "12"},
-                                {"0x1F", "31"},
-                                {"0b101", "5"},
-                                {"2**63", "9223372036854775808"},
-                                {"18446744073709551615", "18446744073709551615"},
-                                {"-1", "18446744073709551615"},
-                                {"1x", "x.xml:2: V: the value \"1x\" is not a number"},
-                                {"2**64", "x.xml:2: V: the value \"2**64\" is not a number"}};
+        const TextRow rows[] = {{"12", "V=12"},
+                                {"012", "V=12"},
+                                {"0x1F", "V=31"},
+                                {"0b101", "V=5"},
+                                {"2**63", "V=9223372036854775808"},
+                                {"18446744073709551615", "V=18446744073709551615"},
+                                {"-1", "V=18446744073709551615"},
+                                {"1x", "2: V: the value '1x' is not a number"},
+                                {"2**64", "2: V: the value '2**64' is not a number"}};
         QCOMPARE(differences(rows,
                              [](const QString& value) {
+                                 const QByteArray content = dialectText(
+                                     messageText(1, "M", "<field type='char' name='f' enum='E'/>"),
+                                     "<enum name='E'>\n<entry name='V' value='" + value.toLatin1() + "'/></enum>");
                                  QStringList errors;
-                                 const auto dialect = read(
-                                     dialectText(messageText(1, "M", "<field type=\"char\" name=\"f\" enum=\"E\"/>"),
-                                                 "<enum name=\"E\">\n<entry name=\"V\" value=\"" + value.toLatin1() +
-                                                     "\"/></enum>"),
-                                     &errors);
-                                 return dialect ? enumeratorTexts(dialect->find(1)->getFieldInfos().first()).mid(2)
-                                                : errors.join(QLatin1Char('\n'));
+                                 const auto dialect = read(content, &errors);
+                                 return dialect ? enumeratorTexts(dialect->find(1)->getFieldInfos().first())
+                                                : errorsOf(QString::fromUtf8(content));
                              }),
                  QString());
     }
@@ -257,49 +265,33 @@ private Q_SLOTS:
     void malformed()
     {
         const TextRow documents[] = {
-            {"", "x.xml:1: malformed XML: Premature end of document."},
-            {"<html/>", "x.xml:1: no message definitions: the outermost element is <html> instead of <mavlink>"},
-            {"<mavlink>\n<messages>\n", "x.xml:3: malformed XML: Premature end of document."},
-            {"<mavlink/>\n<mavlink/>", "x.xml:2: malformed XML: Extra content at end of document."},
-            {"<mavlink><enums><enum/></enums></mavlink>", "x.xml:1: an enum without a name"},
-            {"<mavlink><enums><enum name='E'><entry name='V' value='1'/>\n<entry name='V' value='2'/></enum></enums>"
-             "</mavlink>",
-             "x.xml:2: the entry V of E is already defined at x.xml:1"}};
-        QCOMPARE(differences(documents, [](const QString& content) { return readErrors(content.toUtf8()); }),
-                 QString());
-
+            {"", "1: malformed XML: Premature end of document."},
+            {"<html/>", "1: no message definitions: the outermost element is <html> instead of <mavlink>"},
+            {"<mavlink>\n<messages>\n", "3: malformed XML: Premature end of document."},
+            {"<mavlink/>\n<mavlink/>", "2: malformed XML: Extra content at end of document."},
+            {"<mavlink><enums><enum/></enums></mavlink>", "1: an enum without a name"},
+            {"<mavlink><enums><enum name='E'><entry name='V'/>\n<entry name='V'/></enum></enums></mavlink>",
+             "2: the entry V of E is already defined at 1"}};
+        QCOMPARE(differences(documents, errorsOf), QString());
         const TextRow messages[] = {
-            {"<message name='M'/>", "x.xml:1: M: the id \"\" is not a number from 0 to 16777215"},
-            {"<message id='16777216' name='M'/>", "x.xml:1: M: the id \"16777216\" is not a number from 0 to 16777215"},
-            {"<message id='-1' name='M'/>", "x.xml:1: M: the id \"-1\" is not a number from 0 to 16777215"},
-            {"\n<message id='1'/>", "x.xml:2: a message without a name"},
-            {"<message id='5' name='A'/>\n<message id='5' name='B'/>",
-             "x.xml:2: B: the id 5 is already that of A at x.xml:1"},
-            {"<message id='5' name='A'/>\n<message id='6' name='A'/>",
-             "x.xml:2: A: the name is already taken at x.xml:1"},
+            {"<message name='M'/>", "1: M: the id '' is not a number from 0 to 16777215"},
+            {"<message id='16777216' name='M'/>", "1: M: the id '16777216' is not a number from 0 to 16777215"},
+            {"<message id='-1' name='M'/>", "1: M: the id '-1' is not a number from 0 to 16777215"},
+            {"\n<message id='1'/>", "2: a message without a name"},
+            {"<message id='5' name='A'/>\n<message id='5' name='B'/>", "2: B: the id 5 is already that of A at 1"},
+            {"<message id='5' name='A'/>\n<message id='6' name='A'/>", "2: A: the name is already taken at 1"},
             {"<message id='1' name='M'><field name='f' type='char'/>\n<field name='f' type='char'/></message>",
-             "x.xml:2: M: the field f is there twice"}};
-        QCOMPARE(
-            differences(messages, [](const QString& content) { return readErrors(dialectText(content.toUtf8())); }),
-            QString());
-
+             "2: M: the field f is there twice"}};
+        QCOMPARE(differences(messages, errorsOfMessage), QString());
         const TextRow fields[] = {
-            {"type='uint8_t'", "x.xml:2: a field without a name"},
-            {"name='f' type='uint128_t'", "x.xml:2: f: unknown type \"uint128_t\""},
-            {"name='f'", "x.xml:2: f: unknown type \"\""},
-            {"name='f' type='char[0]'", "x.xml:2: f: the array length of \"char[0]\" is not a number from 1 to 255"},
-            {"name='f' type='char[256]'",
-             "x.xml:2: f: the array length of \"char[256]\" is not a number from 1 to 255"},
-            {"name='f' type='char[99999999999]'",
-             "x.xml:2: f: the array length of \"char[99999999999]\" is not a number from 1 to 255"},
-            {"name='f' type='char[45'", "x.xml:2: f: the array length of \"char[45\" is not a number from 1 to 255"},
-            {"name='f' type='double[32]'", "x.xml:2: M: the payload is longer than 255 bytes with the field f"}};
-        QCOMPARE(differences(fields,
-                             [](const QString& attributes) {
-                                 return readErrors(
-                                     dialectText(messageText(1, "M", "\n<field " + attributes.toUtf8() + "/>")));
-                             }),
-                 QString());
+            {"type='uint8_t'", "2: a field without a name"},
+            {"name='f' type='uint128_t'", "2: f: unknown type 'uint128_t'"},
+            {"name='f'", "2: f: unknown type ''"},
+            {"name='f' type='char[0]'", "2: f: the array length of 'char[0]' is not a number from 1 to 255"},
+            {"name='f' type='char[256]'", "2: f: the array length of 'char[256]' is not a number from 1 to 255"},
+            {"name='f' type='char[45'", "2: f: the array length of 'char[45' is not a number from 1 to 255"},
+            {"name='f' type='double[32]'", "2: M: the payload is longer than 255 bytes with the field f"}};
+        QCOMPARE(differences(fields, errorsOfField), QString());
     }
 
     void malformedIncludes()
@@ -338,7 +330,7 @@ private Q_SLOTS:
                       "other.xml:1: D: the id \"x\" is not a number from 0 to 16777215\n"
                       "top.xml:3: B: the id 1 is already that of A at top.xml:2"));
         // A flood of them is counted.
-        const QString flood = readErrors(dialectText(QByteArray("<message/>").repeated(1000)));
+        const QString flood = errorsOfMessage(text("<message/>").repeated(1000));
         QVERIFY2(flood.count(QLatin1Char('\n')) < 1000 && flood.endsWith(text("more errors")), qPrintable(flood));
     }
 

@@ -1,6 +1,5 @@
 #include "mavlinkstreamdecoder.h"
 
-#include "messagereference.h"
 #include "streamrecorder.h"
 #include "testbase.h"
 #include "textrows.h"
@@ -344,28 +343,6 @@ private Q_SLOTS:
             QVERIFY(tlog.last().endsWith(text("HEARTBEAT 1:1 #77")));
             QCOMPARE(decodePieces(whole, Tlog, 11).lines, tlog);
         }
-    }
-
-    void describesProblemsAndMakesMessages()
-    {
-        StreamProblem failure;
-        failure.kind = StreamProblem::InputFailure;
-        failure.text = text("a.tlog: device lost");
-        QCOMPARE(failure.describe(QString()), text("reading failed: a.tlog: device lost"));
-
-        const QByteArray bytes = attitude(6);
-        ReceivedMessage received;
-        received.info = m_dialect->find(30);
-        received.data = bytes.constData();
-        received.size = int(bytes.size());
-        received.time = 12;
-        received.sequence = 6;
-        const MessageReference message = MessageReference::adopt(received.createMessage(text("1:1")));
-        QVERIFY(message->getInfo() == received.info && message->getReferenceCount() == 1);
-        QVERIFY(message->getData() == bytes && message->getData().constData() != bytes.constData());
-        QCOMPARE(
-            QStringLiteral("%1 @%2 #%3").arg(message->getSender()).arg(message->getTime()).arg(message->getSequence()),
-            text("1:1 @12 #6"));
     }
 
     void detectsTheLayout()

@@ -253,26 +253,13 @@ private Q_SLOTS:
         for (int i = 0; i < 3000; ++i) {
             const double interval = double(1 << random() % 12);
             const int count = 1 + int(random() % 30);
-            switch (random() % 8) {
-            case 0:
+            const int kind = int(random() % 8);
+            if (kind == 0)
                 feed.untimed(count);
-                break;
-            case 1:
-                feed.go(1, -interval * count);
-                break;
-            case 2:
-                feed.go(count, 0);
-                break;
-            case 3:
-                feed.go(1, interval * count * 1000);
-                break;
-            case 4:
-                for (int k = 0; k < count; ++k)
-                    feed.go(1, double(random() % 1000));
-                break;
-            default:
-                feed.go(count, interval);
-            }
+            else if (kind < 3)
+                feed.go(1, interval * count * (kind == 1 ? -1 : 1000));
+            else
+                feed.go(count, kind == 3 ? 0 : kind == 4 ? double(random() % 1000) : interval);
             if (i % 50 == 0)
                 QVERIFY2(!feed.told().contains(text("not all")), qPrintable(feed.told()));
             QVERIFY(feed.statistics.getNumberOfMissingEpochs() >= feed.statistics.getNumberOfGaps());

@@ -78,20 +78,12 @@ private Q_SLOTS:
         QCOMPARE(differences(rows, partsOf), QString());
     }
 
-    void newExpressionIsOpen()
-    {
-        const Formats formats;
-        PathExpression expression;
-        QCOMPARE(expression.getString(PathExpression::AllParts), QString());
-        QVERIFY(!expression.isWildCard(PathExpression::FormatPart));
-        QCOMPARE(optionsOf(expression, 1), text("link#1 sense link#2"));
-        QCOMPARE(optionsOf(expression, 2), text("ATTITUDE#1 BATTERY ATTITUDE#2 PING View ATTITUDE"));
-        QVERIFY(expression.errorString().isEmpty() && expression.errorPosition() == -1);
-    }
-
     void malformedTextSaysWhere()
     {
         const Formats formats;
+        const PathExpression open;
+        QVERIFY(open.getString(PathExpression::AllParts).isEmpty() && open.errorPosition() == -1);
+        QCOMPARE(optionsOf(open, 2), text("ATTITUDE#1 BATTERY ATTITUDE#2 PING View ATTITUDE"));
         const TextRow rows[] = {
             {"15 link/ATT*", "8 the wildcard stands alone"},
             {"15 **", "1 nothing can stand here"},
@@ -156,30 +148,13 @@ private Q_SLOTS:
 
     void anyNameSurvivesARoundTrip()
     {
-        const char* const names[] = {"",
-                                     "/",
-                                     "a/b",
-                                     "*",
-                                     "a*b",
-                                     "[2]",
-                                     "a[2]",
-                                     "\\",
-                                     "a\\",
-                                     "\\0",
-                                     "0",
-                                     "#1",
-                                     "a#1",
-                                     "a#1#",
-                                     "]",
-                                     "\\*[/]",
-                                     " a b",
-                                     "r.\n",
-                                     "\xc3\x84ußerst ß \xf0\x9f\x9a\x97"};
+        const QStringList names = text("|/|a/b|*|a*b|[2]|a[2]|\\|a\\|\\0|0|#1|a#1|a#1#|]|\\*[/]| a b|r.\n|"
+                                       "\xc3\x84ußerst ß \xf0\x9f\x9a\x97")
+                                      .split(QLatin1Char('|'));
         // Beside others that a wrong reading of its text would find.
         const char* const others[] = {"a", "b", "00", "2", "a#1x", "\\\\", "//", "**"};
-        for (const char* utf8 : names) {
+        Q_FOREACH (const QString& name, names) {
             // The format has the name everywhere.
-            const QString name = text(utf8);
             FormatInfo format(name);
             for (int i = -1; i < int(sizeof(others) / sizeof(others[0])); ++i) {
                 MessageInfo* info = new MessageInfo(i < 0 ? name : text(others[i]));
@@ -199,8 +174,8 @@ private Q_SLOTS:
             PathExpression copy;
             copy.setString(expression.getString(PathExpression::AllParts));
             QCOMPARE(copy.errorString(), QString());
-            QVERIFY2(copy.getMatchingMessageInfos() == QVector<const MessageInfo*>(1, info), utf8);
-            QVERIFY2(copy.getMatchingFieldInfos() == QVector<const FieldInfo*>(1, field), utf8);
+            QVERIFY2(copy.getMatchingMessageInfos() == QVector<const MessageInfo*>(1, info), qPrintable(name));
+            QVERIFY2(copy.getMatchingFieldInfos() == QVector<const FieldInfo*>(1, field), qPrintable(name));
 
             const QString escaped = PathExpression::escape(name);
             copy.setString(escaped, PathExpression::FieldPart);
