@@ -43,7 +43,7 @@ class Model
 {
 public:
     Model(int types, int intervals, int gaps)
-        : m_format(QLatin1String("format"))
+        : m_format{QLatin1String("format")}
     {
         for (int i = 0; i < types; ++i) {
             m_owned.push_back(std::make_unique<MessageStatistics>(&m_format, QString::fromLatin1("TYPE_%1").arg(i)));

@@ -5,284 +5,206 @@
 #include "testbase.h"
 #include "treefixtures.h"
 
-/** Shows the raw value too. */
-class RawTree : public MessageTreeWidget
-{
-public:
-    RawTree() { addColumn(RawValueColumn, true); }
-};
-
 class TestFieldTreeWidgetItems : public TestBase
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void rowsWithoutAFieldSaySo();
-    void singleValueShowsItsValue();
-    void singleValueTellsOfAMissingOptionalValue();
-    void singleValueKeepsItsValueWhenThereAreFewer();
+    void singleValues();
+    void singleValueOfSeveral();
     void singleValueRowsOfComponentsFollow();
-    void singleValueIndexChangesOnlyOnce();
     void stringShowsOneText();
-    void stringReportsOtherFields();
     void subMessageShowsItsFields();
-    void subMessageTellsOfAMissingOptionalOne();
     void subMessageClearsForEveryIndex();
     void subMessageTakesNoReferenceUnlessMain();
     void repeatedCountsItsValues();
-    void repeatedKeepsTheFirstRows();
-    void repeatedShowsSubMessages();
     void repeatedIgnoresOtherTypes();
-    void repeatedStaysLinearAndRightWhenItIsLong();
+    void repeatedKeepsItsFirstRowsAndStaysLinear();
     void typesThatContainThemselvesEnd();
 };
 
+/** A type with a field of every kind, and a tree that shows the raw values too. */
+struct Fixture
+{
+    Fixture()
+    {
+        inner.setShortDescriptiveText(text("About it"));
+        speed->setUnit(text("m/s"));
+        tree.addColumn(Tree::RawValueColumn, true);
+    }
+
+    /** Sets sub-messages whose values count up from @p first. */
+    void setSubMessages(const FieldInfo* field, int count, int first)
+    {
+        QList<Message*> messages;
+        for (int i = 0; i < count; ++i)
+            messages << inner.createMessage()->set(value, first + i);
+        message->setSubMessages(field, messages);
+    }
+
+    TestInfo inner{"INNER", false};
+    TestFieldInfo* value = inner.add("value");
+    TestInfo info{"T"};
+    TestFieldInfo* speed = info.add("speed");
+    TestFieldInfo* maybe = info.add("maybe", TestFieldInfo::Optional);
+    TestFieldInfo* many = info.add("many", TestFieldInfo::Repeated);
+    TestFieldInfo* any = info.add("any", TestFieldInfo::Repeated | TestFieldInfo::Optional);
+    TestFieldInfo* sub = info.add("sub", TestFieldInfo::Optional, &inner);
+    TestFieldInfo* subs = info.add("subs", TestFieldInfo::Repeated, &inner);
+    TestInfo other{"U"};
+    OwnedMessage message{&info};
+    OwnedMessage foreign{&other};
+    Tree tree;
+};
+
+/** What a row and the rows below it show after a message. */
+template <typename Row>
+static QStringList fed(Row* row, const Message* message)
+{
+    row->processMessage(message);
+    return QStringList(rowText(row)) + rowTexts(row, text("  "));
+}
+
 void TestFieldTreeWidgetItems::rowsWithoutAFieldSaySo()
 {
-    TestInfo info("T");
-    OwnedMessage message(&info);
-    QList<AbstractFieldTreeWidgetItem*> rows;
-    RawTree tree;
-    rows << new SingleValueFieldTreeWidgetItem(&tree, nullptr, 2) << new StringFieldTreeWidgetItem(&tree, nullptr)
-         << new SingleSubMessageFieldTreeWidgetItem(&tree, nullptr, 0)
-         << new RepeatedFieldTreeWidgetItem(&tree, nullptr);
-    QStringList texts;
-    Q_FOREACH (AbstractFieldTreeWidgetItem* row, rows) {
-        tree.addTopLevelItem(row);
-        row->configureInTreeWidget();
-        row->processMessage(message);
-        row->processMessage(nullptr);
-        row->clearValues();
-        texts << rowText(row);
-    }
-    QCOMPARE(texts, lines("No field set | N/A |  | \nNo field set | string |  | \nNo field set | N/A |  | \n"
-                          "No field set |  |  | "));
+    Fixture f;
+    f.tree.addTopLevelItem(new SingleValueFieldTreeWidgetItem(&f.tree, nullptr, 2));
+    f.tree.addTopLevelItem(new StringFieldTreeWidgetItem(&f.tree, nullptr));
+    f.tree.addTopLevelItem(new SingleSubMessageFieldTreeWidgetItem(&f.tree, nullptr, 0));
+    f.tree.addTopLevelItem(new RepeatedFieldTreeWidgetItem(&f.tree, nullptr));
+    f.tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
+    f.tree.processMessage(f.message);
+    f.tree.processMessage(nullptr);
+    QCOMPARE(rowTexts(f.tree), lines("No field set | N/A\nNo field set | string\nNo field set | N/A\nNo field set"));
 }
 
-void TestFieldTreeWidgetItems::singleValueShowsItsValue()
+void TestFieldTreeWidgetItems::singleValues()
 {
-    TestInfo info("T");
-    TestFieldInfo* speed = info.add("speed");
-    speed->setUnit(QLatin1String("m/s"));
-    OwnedMessage message(&info);
-    message->set(speed, 3.5);
-    RawTree tree;
-    SingleValueFieldTreeWidgetItem row(&tree, speed, 0);
-    QCOMPARE(rowText(&row), QString::fromLatin1("speed | double |  | "));
-    row.processMessage(message);
-    QCOMPARE(rowText(&row), QString::fromLatin1("speed | double | 3.5 m/s | 3.5"));
-    QCOMPARE(row.getFieldValue().toDouble(), 3.5);
-    row.processMessage(nullptr);
-    QCOMPARE(rowText(&row), QString::fromLatin1("speed | double |  | "));
-    row.setFieldInfo(nullptr);
-    QCOMPARE(rowText(&row), QString::fromLatin1("No field set | N/A |  | "));
+    Fixture f;
+    SingleValueFieldTreeWidgetItem row(&f.tree, f.speed, 0);
+    QCOMPARE(rowText(&row), text("speed | double"));
+    f.message->set(f.speed, 3.5);
+    QCOMPARE(fed(&row, f.message), lines("speed | double | 3.5 m/s | 3.5"));
+    QCOMPARE(fed(&row, nullptr), lines("speed | double"));
     QCOMPARE(row.getInitialExpansionPolicy(), AbstractMessageTreeWidgetItem::CollapseInitially);
-}
 
-void TestFieldTreeWidgetItems::singleValueTellsOfAMissingOptionalValue()
-{
-    TestInfo info("T");
-    TestFieldInfo* speed = info.add("speed", TestFieldInfo::Optional);
-    TestInfo other("U");
-    OwnedMessage message(&info);
-    RawTree tree;
-    SingleValueFieldTreeWidgetItem row(&tree, speed, 0);
-    row.processMessage(message);
-    QCOMPARE(rowText(&row), QString::fromLatin1("speed | double | No value for optional field | "
-                                                "No value for optional field"));
+    const QString missing = text("No value for optional field");
+    row.setFieldInfo(f.maybe);
+    f.message->set(f.maybe, 1);
+    fed(&row, f.message);
+    f.message->set(f.maybe, QVector<FieldValue>());
+    QCOMPARE(fed(&row, f.message), QStringList(text("maybe | double | %1 | %1").arg(missing)));
     // Clearing leaves the notice; a null message and a value take it away.
     row.clearValues();
-    QCOMPARE(row.getValueText(), QString::fromLatin1("No value for optional field"));
-    row.processMessage(nullptr);
-    QCOMPARE(rowText(&row), QString::fromLatin1("speed | double |  | "));
-    row.processMessage(message);
-    message->set(speed, 1);
-    row.processMessage(message);
-    QCOMPARE(rowText(&row), QString::fromLatin1("speed | double | 1 | 1"));
+    QCOMPARE(row.getValueText(), missing);
+    QCOMPARE(fed(&row, nullptr), lines("maybe | double"));
+    fed(&row, f.message);
+    f.message->set(f.maybe, 1);
+    QCOMPARE(fed(&row, f.message), lines("maybe | double | 1 | 1"));
     // A type without the field says nothing about it.
-    OwnedMessage foreign(&other);
-    row.processMessage(foreign);
-    QCOMPARE(rowText(&row), QString::fromLatin1("speed | double | 1 | 1"));
+    QCOMPARE(fed(&row, f.foreign), lines("maybe | double | 1 | 1"));
+    row.setFieldInfo(nullptr);
+    QCOMPARE(rowText(&row), text("No field set | N/A"));
 }
 
-void TestFieldTreeWidgetItems::singleValueKeepsItsValueWhenThereAreFewer()
+void TestFieldTreeWidgetItems::singleValueOfSeveral()
 {
-    TestInfo info("T");
-    TestFieldInfo* many = info.add("many", TestFieldInfo::Repeated);
-    OwnedMessage message(&info);
-    message->setNumbers(many, 4, 10);
-    RawTree tree;
-    SingleValueFieldTreeWidgetItem row(&tree, many, 3);
-    row.processMessage(message);
-    QCOMPARE(rowText(&row), QString::fromLatin1("many [3] | double | 13 | 13"));
-    message->setNumbers(many, 3, 20);
-    const int read = many->valuesRead;
-    row.processMessage(message);
-    QCOMPARE(rowText(&row), QString::fromLatin1("many [3] | double | 13 | 13"));
-    QCOMPARE(many->valuesRead, read);
+    Fixture f;
+    SingleValueFieldTreeWidgetItem row(&f.tree, f.many, 3);
+    f.message->setNumbers(f.many, 4, 10);
+    QCOMPARE(fed(&row, f.message), lines("many [3] | double | 13 | 13"));
+    f.message->setNumbers(f.many, 3, 20);
+    const int read = f.many->valuesRead;
+    QCOMPARE(fed(&row, f.message), lines("many [3] | double | 13 | 13"));
+    QCOMPARE(f.many->valuesRead, read);
+    row.setIndex(3);
+    QCOMPARE(rowText(&row), text("many [3] | double | 13 | 13"));
+    row.setIndex(2);
+    QCOMPARE(rowText(&row), text("many [2] | double"));
 }
 
 void TestFieldTreeWidgetItems::singleValueRowsOfComponentsFollow()
 {
-    TestInfo info("T");
-    TestFieldInfo* flags = new TestFieldInfo(QLatin1String("flags"));
-    TestFieldInfo* first = new TestFieldInfo(QLatin1String("first"));
-    TestFieldInfo* secret = new TestFieldInfo(QLatin1String("secret"), TestFieldInfo::Confidential);
-    TestFieldInfo* last = new TestFieldInfo(QLatin1String("last"), TestFieldInfo::Repeated);
-    flags->addSubField(first);
-    flags->addSubField(secret);
-    flags->addSubField(last);
-    info.add(flags);
-    OwnedMessage message(&info);
-    message->set(flags, 5)->setNumbers(first, 2, 1)->setNumbers(last, 2, 7);
-    RawTree tree;
-    SingleValueFieldTreeWidgetItem row(&tree, flags, 0);
+    Fixture f;
+    TestFieldInfo* flags = new TestFieldInfo(text("flags"));
+    TestFieldInfo* first = addComponent(flags, "first");
+    addComponent(flags, "secret", TestFieldInfo::Confidential);
+    TestFieldInfo* last = addComponent(flags, "last", TestFieldInfo::Repeated);
+    f.info.add(flags);
+    f.message->set(flags, 5)->setNumbers(first, 2, 1)->setNumbers(last, 2, 7);
+    SingleValueFieldTreeWidgetItem row(&f.tree, flags, 0);
     QCOMPARE(row.getInitialExpansionPolicy(), AbstractMessageTreeWidgetItem::RestoreExpansion);
-    row.processMessage(message);
-    QCOMPARE(rowsBelow(&row), lines("first | double | 1 | 1\nlast [0] | double | 7 | 7"));
+    QCOMPARE(fed(&row, f.message),
+             lines("flags | double | 5 | 5\n  first | double | 1 | 1\n  last [0] | double | 7 | 7"));
     row.setIndex(1);
-    QCOMPARE(rowsBelow(&row), lines("first | double |  | \nlast [1] | double |  | "));
+    QCOMPARE(rowTexts(&row), lines("first | double\nlast [1] | double"));
     // Though there is no second value of the field itself, its components have theirs.
-    row.processMessage(message);
-    QCOMPARE(rowText(&row), QString::fromLatin1("flags | double |  | "));
-    QCOMPARE(rowsBelow(&row), lines("first | double | 2 | 2\nlast [1] | double | 8 | 8"));
-    row.processMessage(nullptr);
-    QCOMPARE(rowsBelow(&row), lines("first | double |  | \nlast [1] | double |  | "));
-}
-
-void TestFieldTreeWidgetItems::singleValueIndexChangesOnlyOnce()
-{
-    TestInfo info("T");
-    TestFieldInfo* many = info.add("many", TestFieldInfo::Repeated);
-    OwnedMessage message(&info);
-    message->setNumbers(many, 3, 10);
-    RawTree tree;
-    SingleValueFieldTreeWidgetItem row(&tree, many, 1);
-    row.processMessage(message);
-    row.setIndex(1);
-    QCOMPARE(rowText(&row), QString::fromLatin1("many [1] | double | 11 | 11"));
-    row.setIndex(2);
-    QCOMPARE(rowText(&row), QString::fromLatin1("many [2] | double |  | "));
+    QCOMPARE(fed(&row, f.message), lines("flags | double\n  first | double | 2 | 2\n  last [1] | double | 8 | 8"));
+    QCOMPARE(fed(&row, nullptr), lines("flags | double\n  first | double\n  last [1] | double"));
 }
 
 void TestFieldTreeWidgetItems::stringShowsOneText()
 {
-    TestInfo info("T");
-    TestFieldInfo* text = info.add("text", TestFieldInfo::String);
-    TestInfo other("U");
-    OwnedMessage message(&info);
-    message->setText(text, "hello");
-    RawTree tree;
-    StringFieldTreeWidgetItem row(&tree, text);
-    row.processMessage(message);
-    QCOMPARE(rowText(&row), QString::fromLatin1("text | string | hello | hello"));
-    OwnedMessage foreign(&other);
-    row.processMessage(foreign);
-    QCOMPARE(row.getString(), QString::fromLatin1("hello"));
-    row.processMessage(nullptr);
-    QCOMPARE(rowText(&row), QString::fromLatin1("text | string |  | "));
-    row.setString(QLatin1String("set"));
-    QCOMPARE(rowText(&row), QString::fromLatin1("text | string | set | set"));
+    Fixture f;
+    TestFieldInfo* name = f.info.add("name", TestFieldInfo::String);
+    f.message->setText(name, "hello");
+    StringFieldTreeWidgetItem row(&f.tree, name);
+    QCOMPARE(fed(&row, f.message), lines("name | string | hello | hello"));
+    QCOMPARE(fed(&row, f.foreign), lines("name | string | hello | hello"));
+    QCOMPARE(fed(&row, nullptr), lines("name | string"));
     QCOMPARE(row.extractString(nullptr), QString());
-}
-
-void TestFieldTreeWidgetItems::stringReportsOtherFields()
-{
-    // The report goes to the error stream; the field is taken.
-    TestInfo info("T");
-    TestFieldInfo* number = info.add("number");
-    RawTree tree;
-    StringFieldTreeWidgetItem row(&tree, number);
-    QCOMPARE(rowText(&row), QString::fromLatin1("number | string |  | "));
+    row.setFieldInfo(f.speed); // reported on the error stream, and taken
+    QCOMPARE(rowText(&row), text("speed | string"));
 }
 
 void TestFieldTreeWidgetItems::subMessageShowsItsFields()
 {
-    TestInfo inner("INNER", false);
-    inner.setShortDescriptiveText(QLatin1String("About it"));
-    TestFieldInfo* value = inner.add("value");
-    inner.add("secret", TestFieldInfo::Confidential);
-    TestInfo info("T");
-    TestFieldInfo* sub = info.add("sub", TestFieldInfo::Plain, &inner);
-    OwnedMessage message(&info);
-    message->setSubMessages(sub, QList<Message*>() << inner.createMessage()->set(value, 9));
-    RawTree tree;
-    SingleSubMessageFieldTreeWidgetItem row(&tree, sub, 0);
-    QCOMPARE(row.text(0), QString::fromLatin1("sub"));
-    QCOMPARE(row.toolTip(0), QString::fromLatin1("About it"));
+    Fixture f;
+    f.inner.add("secret", TestFieldInfo::Confidential);
+    SingleSubMessageFieldTreeWidgetItem row(&f.tree, f.sub, 0);
+    QCOMPARE(row.toolTip(0), text("About it"));
     QCOMPARE(row.getInitialExpansionPolicy(), AbstractMessageTreeWidgetItem::RestoreExpansion);
-    row.processMessage(message);
-    QCOMPARE(rowText(&row), QString::fromLatin1("sub | INNER |  | "));
-    QCOMPARE(row.childCount(), 2);
-    QCOMPARE(row.child(0)->text(0), QString::fromLatin1("Hidden data"));
-    QCOMPARE(rowText(row.child(1)), QString::fromLatin1("value | double | 9 | 9"));
-    row.processMessage(nullptr);
+    f.setSubMessages(f.sub, 1, 9);
+    const QStringList shown = lines("sub | INNER\n  Hidden data\n  value | double | 9 | 9");
+    QCOMPARE(fed(&row, f.message), shown);
+    QCOMPARE(fed(&row, nullptr), lines("sub | INNER\n  Hidden data\n  value | double"));
     QVERIFY(!row.isMessageDisplayed());
-    QCOMPARE(rowText(row.child(1)), QString::fromLatin1("value | double |  | "));
-}
-
-void TestFieldTreeWidgetItems::subMessageTellsOfAMissingOptionalOne()
-{
-    TestInfo inner("INNER", false);
-    TestFieldInfo* value = inner.add("value");
-    TestInfo info("T");
-    TestFieldInfo* sub = info.add("sub", TestFieldInfo::Optional, &inner);
-    OwnedMessage full(&info);
-    full->setSubMessages(sub, QList<Message*>() << inner.createMessage()->set(value, 9));
-    OwnedMessage empty(&info);
-    RawTree tree;
-    SingleSubMessageFieldTreeWidgetItem row(&tree, sub, 0);
-    row.processMessage(full);
-    row.processMessage(empty);
-    QCOMPARE(rowText(&row),
-             QString::fromLatin1("sub | INNER | Optional submessage not present | Optional submessage not present"));
-    QCOMPARE(rowsBelow(&row), lines("value | double |  | "));
-    row.processMessage(full);
-    QCOMPARE(rowText(&row), QString::fromLatin1("sub | INNER |  | "));
-    QCOMPARE(rowsBelow(&row), lines("value | double | 9 | 9"));
+    fed(&row, f.message);
+    const OwnedMessage empty(&f.info);
+    QCOMPARE(fed(&row, empty), QStringList(text("sub | INNER | %1 | %1").arg(text("Optional submessage not present")))
+                                   << text("  Hidden data") << text("  value | double"));
+    QCOMPARE(fed(&row, f.message), shown);
+    fed(&row, empty);
+    QCOMPARE(fed(&row, nullptr).first(), text("sub | INNER"));
 }
 
 void TestFieldTreeWidgetItems::subMessageClearsForEveryIndex()
 {
-    TestInfo inner("INNER", false);
-    TestFieldInfo* value = inner.add("value");
-    TestInfo info("T");
-    TestFieldInfo* subs = info.add("subs", TestFieldInfo::Repeated, &inner);
-    OwnedMessage message(&info);
-    message->setSubMessages(subs, QList<Message*>()
-                                      << inner.createMessage()->set(value, 1) << inner.createMessage()->set(value, 2));
-    RawTree tree;
-    SingleSubMessageFieldTreeWidgetItem row(&tree, subs, 1);
-    row.processMessage(message);
-    QCOMPARE(row.text(0), QString::fromLatin1("subs [1]"));
-    QCOMPARE(rowsBelow(&row), lines("value | double | 2 | 2"));
+    Fixture f;
+    f.setSubMessages(f.subs, 2, 1);
+    SingleSubMessageFieldTreeWidgetItem row(&f.tree, f.subs, 1);
+    QCOMPARE(fed(&row, f.message), lines("subs [1] | INNER\n  value | double | 2 | 2"));
     row.setIndex(1);
-    QCOMPARE(rowsBelow(&row), lines("value | double |  | "));
-    row.processMessage(message);
-    row.setIndex(5);
-    row.processMessage(message);
-    QCOMPARE(row.text(0), QString::fromLatin1("subs [5]"));
-    QCOMPARE(rowsBelow(&row), lines("value | double |  | "));
+    QCOMPARE(rowTexts(&row), lines("value | double"));
+    row.setIndex(2);
+    QCOMPARE(fed(&row, f.message), lines("subs [2] | INNER\n  value | double"));
 }
 
 void TestFieldTreeWidgetItems::subMessageTakesNoReferenceUnlessMain()
 {
-    TestInfo inner("INNER", false);
-    TestInfo mainInner("MAININNER", true);
-    TestInfo info("T");
-    TestFieldInfo* sub = info.add("sub", TestFieldInfo::Plain, &inner);
-    TestFieldInfo* mainSub = info.add("mainSub", TestFieldInfo::Plain, &mainInner);
-    TestMessage* innerMessage = inner.createMessage();
+    Fixture f;
+    TestInfo mainInner("MAININNER");
+    TestFieldInfo* mainSub = f.info.add("mainSub", TestFieldInfo::Plain, &mainInner);
+    TestMessage* innerMessage = f.inner.createMessage();
     TestMessage* mainMessage = mainInner.createMessage();
-    OwnedMessage message(&info);
-    message->setSubMessages(sub, QList<Message*>() << innerMessage);
-    message->setSubMessages(mainSub, QList<Message*>() << mainMessage);
+    f.message->setSubMessages(f.sub, QList<Message*>() << innerMessage);
+    f.message->setSubMessages(mainSub, QList<Message*>() << mainMessage);
     {
-        RawTree tree;
-        SingleSubMessageFieldTreeWidgetItem row(&tree, sub, 0);
-        SingleSubMessageFieldTreeWidgetItem mainRow(&tree, mainSub, 0);
-        row.processMessage(message);
-        mainRow.processMessage(message);
+        SingleSubMessageFieldTreeWidgetItem row(&f.tree, f.sub, 0);
+        SingleSubMessageFieldTreeWidgetItem mainRow(&f.tree, mainSub, 0);
+        row.processMessage(f.message);
+        mainRow.processMessage(f.message);
         QCOMPARE(innerMessage->getReferenceCount(), 1);
         QCOMPARE(mainMessage->getReferenceCount(), 2);
     }
@@ -291,137 +213,80 @@ void TestFieldTreeWidgetItems::subMessageTakesNoReferenceUnlessMain()
 
 void TestFieldTreeWidgetItems::repeatedCountsItsValues()
 {
-    TestInfo inner("INNER", false);
-    TestInfo info("T");
-    TestFieldInfo* values = info.add("values", TestFieldInfo::Repeated);
-    TestFieldInfo* optional = info.add("optional", TestFieldInfo::Repeated | TestFieldInfo::Optional);
-    TestFieldInfo* subs = info.add("subs", TestFieldInfo::Repeated, &inner);
-    RawTree tree;
-    MessageTreeWidgetItem* row = addRow(&tree, &info);
-    QCOMPARE(rowsBelow(row), lines("values |  | 0 repeated values | 0 repeated values\n"
-                                   "optional |  | No values for optional field | No values for optional field\n"
-                                   "subs |  | 0 submessages | 0 submessages"));
-    OwnedMessage message(&info);
-    message->setNumbers(values, 1)->setNumbers(optional, 2);
-    message->setSubMessages(subs, QList<Message*>() << inner.createMessage());
-    tree.processMessage(message);
-    QCOMPARE(rowsBelow(row), lines("values |  | 1 repeated value | 1 repeated value\n"
-                                   ". values [0] | double | 0 | 0\n"
-                                   "optional |  | 2 repeated values | 2 repeated values\n"
-                                   ". optional [0] | double | 0 | 0\n"
-                                   ". optional [1] | double | 1 | 1\n"
-                                   "subs |  | 1 submessage | 1 submessage\n"
-                                   ". subs [0] | INNER |  | "));
-    tree.processMessage(nullptr);
-    QCOMPARE(rowsBelow(row).size(), 3);
-}
-
-void TestFieldTreeWidgetItems::repeatedKeepsTheFirstRows()
-{
-    TestInfo info("T");
-    TestFieldInfo* values = info.add("values", TestFieldInfo::Repeated);
-    RawTree tree;
-    MessageTreeWidgetItem* top = addRow(&tree, &info);
-    showTree(&tree);
-    QTreeWidgetItem* row = top->child(0);
-    OwnedMessage message(&info);
-    message->setNumbers(values, 3, 10);
-    tree.processMessage(message);
-    const QTreeWidgetItem* first = row->child(0);
-    message->setNumbers(values, 1, 20);
-    tree.processMessage(message);
-    QCOMPARE(rowsBelow(row), lines("values [0] | double | 20 | 20"));
-    QCOMPARE(static_cast<const QTreeWidgetItem*>(row->child(0)), first);
-    QCOMPARE(row->text(2), QString::fromLatin1("1 repeated value"));
-    message->setNumbers(values, 2, 30);
-    tree.processMessage(message);
-    QCOMPARE(static_cast<const QTreeWidgetItem*>(row->child(0)), first);
-    QCOMPARE(rowsBelow(row), lines("values [0] | double | 30 | 30\nvalues [1] | double | 31 | 31"));
-    message->setNumbers(values, 0);
-    tree.processMessage(message);
-    QCOMPARE(row->childCount(), 0);
-    QCOMPARE(row->text(2), QString::fromLatin1("0 repeated values"));
-}
-
-void TestFieldTreeWidgetItems::repeatedShowsSubMessages()
-{
-    TestInfo inner("INNER", false);
-    TestFieldInfo* value = inner.add("value");
-    TestInfo info("T");
-    TestFieldInfo* subs = info.add("subs", TestFieldInfo::Repeated, &inner);
-    RawTree tree;
-    MessageTreeWidgetItem* top = addRow(&tree, &info);
-    QTreeWidgetItem* row = top->child(0);
-    OwnedMessage message(&info);
-    message->setSubMessages(subs, QList<Message*>()
-                                      << inner.createMessage()->set(value, 1) << inner.createMessage()->set(value, 2));
-    tree.processMessage(message);
-    QCOMPARE(rowsBelow(row), lines("subs [0] | INNER |  | \n. value | double | 1 | 1\nsubs [1] | INNER |  | \n"
-                                   ". value | double | 2 | 2"));
-    QVERIFY(row->child(1)->isExpanded());
-    OwnedMessage shorter(&info);
-    shorter->setSubMessages(subs, QList<Message*>() << inner.createMessage()->set(value, 5));
-    tree.processMessage(shorter);
-    QCOMPARE(rowsBelow(row), lines("subs [0] | INNER |  | \n. value | double | 5 | 5"));
+    Fixture f;
+    MessageTreeWidgetItem* row = addRow(&f.tree, &f.info);
+    const QStringList counts = lines("many |  | 0 repeated values | 0 repeated values\n"
+                                     "any |  | No values for optional field | No values for optional field\n"
+                                     "sub | INNER\n  value | double\n"
+                                     "subs |  | 0 submessages | 0 submessages");
+    QCOMPARE(rowTexts(row).mid(2), counts);
+    f.message->setNumbers(f.many, 1)->setNumbers(f.any, 2);
+    f.setSubMessages(f.subs, 1, 4);
+    f.tree.processMessage(f.message);
+    QCOMPARE(rowTexts(row).mid(2), lines("many |  | 1 repeated value | 1 repeated value\n"
+                                         "  many [0] | double | 0 | 0\n"
+                                         "any |  | 2 repeated values | 2 repeated values\n"
+                                         "  any [0] | double | 0 | 0\n"
+                                         "  any [1] | double | 1 | 1\n"
+                                         "sub | INNER | Optional submessage not present"
+                                         " | Optional submessage not present\n  value | double\n"
+                                         "subs |  | 1 submessage | 1 submessage\n"
+                                         "  subs [0] | INNER\n    value | double | 4 | 4"));
+    QVERIFY(row->child(5)->child(0)->isExpanded());
+    f.tree.processMessage(nullptr);
+    QCOMPARE(rowTexts(row).mid(2, 2), counts.mid(0, 2));
+    QCOMPARE(rowTexts(row).last(), counts.last());
 }
 
 void TestFieldTreeWidgetItems::repeatedIgnoresOtherTypes()
 {
-    TestInfo info("T");
-    TestFieldInfo* values = info.add("values", TestFieldInfo::Repeated);
-    TestInfo other("U");
-    OwnedMessage message(&info);
-    message->setNumbers(values, 2);
-    RawTree tree;
-    RepeatedFieldTreeWidgetItem row(&tree, values);
-    row.processMessage(message);
-    OwnedMessage foreign(&other);
-    row.processMessage(foreign);
+    Fixture f;
+    f.message->setNumbers(f.many, 2);
+    RepeatedFieldTreeWidgetItem row(&f.tree, f.many);
+    row.processMessage(f.message);
+    row.processMessage(f.foreign);
     QCOMPARE(row.childCount(), 2);
     // Setting the field always empties, also when it is the same.
-    row.setFieldInfo(values);
+    row.setFieldInfo(f.many);
     QCOMPARE(row.childCount(), 0);
     QCOMPARE(row.getInitialExpansionPolicy(), AbstractMessageTreeWidgetItem::RestoreExpansion);
 }
 
-void TestFieldTreeWidgetItems::repeatedStaysLinearAndRightWhenItIsLong()
+void TestFieldTreeWidgetItems::repeatedKeepsItsFirstRowsAndStaysLinear()
 {
-    TestInfo info("T");
-    TestFieldInfo* values = info.add("values", TestFieldInfo::Repeated);
-    RawTree tree;
-    MessageTreeWidgetItem* top = addRow(&tree, &info);
-    showTree(&tree);
-    QTreeWidgetItem* row = top->child(0);
+    Fixture f;
+    QTreeWidgetItem* row = addRow(&f.tree, &f.info)->child(2);
+    showTree(&f.tree);
     row->setExpanded(true);
-    OwnedMessage message(&info);
-    const int counts[] = {1000, 3, 500, 0, 1000, 999, 0};
+    const QTreeWidgetItem* first = nullptr;
+    const int counts[] = {3, 1, 2, 0, 1000, 3, 500, 0, 1000, 999, 0};
     for (unsigned int i = 0; i < sizeof(counts) / sizeof(counts[0]); ++i) {
-        message->setNumbers(values, counts[i], 5);
-        tree.processMessage(message);
+        f.message->setNumbers(f.many, counts[i], int(i));
+        f.tree.processMessage(f.message);
         QCoreApplication::processEvents();
-        QCOMPARE(row->childCount(), counts[i]);
-        if (counts[i] > 0) {
-            const int last = counts[i] - 1;
-            QCOMPARE(rowText(row->child(last)),
-                     QString::fromLatin1("values [%1] | double | %2 | %2").arg(last).arg(last + 5));
-        }
+        const int count = row->childCount();
+        QCOMPARE(count, counts[i]);
+        for (int value = 0; value < count; value += qMax(1, count - 1))
+            QCOMPARE(rowText(row->child(value)), text("many [%1] | double | %2 | %2").arg(value).arg(value + int(i)));
+        QVERIFY(!first || count == 0 || row->child(0) == first);
+        first = row->child(0);
     }
 
     // Rows that somebody added below are not the field's to count or delete.
-    message->setNumbers(values, 3);
-    tree.processMessage(message);
-    row->addChild(new QTreeWidgetItem(QStringList() << QLatin1String("note")));
-    message->setNumbers(values, 1);
-    tree.processMessage(message);
-    QCOMPARE(rowsBelow(row), lines("values [0] | double | 0 | 0\nnote |  |  | "));
+    f.message->setNumbers(f.many, 3);
+    f.tree.processMessage(f.message);
+    row->addChild(new QTreeWidgetItem(lines("note")));
+    f.message->setNumbers(f.many, 1);
+    f.tree.processMessage(f.message);
+    QCOMPARE(rowTexts(row), lines("many [0] | double | 0 | 0\nnote"));
 }
 
 void TestFieldTreeWidgetItems::typesThatContainThemselvesEnd()
 {
     TestInfo info("NODE", false);
     TestFieldInfo* value = info.add("value");
-    TestFieldInfo* next = info.add("next", TestFieldInfo::Optional, &info);
-    RawTree tree;
+    TestFieldInfo* next = info.add("next", TestFieldInfo::Plain, &info);
+    Tree tree;
     MessageTreeWidgetItem* row = addRow(&tree, &info);
     TestMessage* third = info.createMessage()->set(value, 3);
     TestMessage* second = info.createMessage()->set(value, 2);
@@ -429,11 +294,8 @@ void TestFieldTreeWidgetItems::typesThatContainThemselvesEnd()
     OwnedMessage message(&info);
     message->set(value, 1)->setSubMessages(next, QList<Message*>() << second);
     tree.processMessage(message);
-    QCOMPARE(rowsBelow(row), lines("value | double | 1 | 1\nnext | NODE |  | \n"
-                                   ". value | double | 2 | 2\n. next | NODE |  | \n"
-                                   ". . value | double | 3 | 3\n"
-                                   ". . next | NODE | Optional submessage not present | "
-                                   "Optional submessage not present"));
+    QCOMPARE(rowTexts(row), lines("value | double | 1\nnext | NODE\n  value | double | 2\n  next | NODE\n"
+                                  "    value | double | 3\n    next | NODE"));
 }
 
 QTEST_MAIN(TestFieldTreeWidgetItems)

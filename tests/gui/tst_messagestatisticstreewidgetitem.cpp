@@ -2,8 +2,6 @@
 #include "statisticsview.h"
 #include "testbase.h"
 
-#include <QApplication>
-
 class tst_MessageStatisticsTreeWidgetItem : public TestBase
 {
     Q_OBJECT
@@ -14,70 +12,70 @@ private Q_SLOTS:
     void specialRowsComeAndGo();
     void intervalRowsAreReusedAndConfirmed();
     void gapRowsComeAndGo();
-    void gapDuration_data();
-    void gapDuration();
+    void gapDurations();
     void surplusGapRowsGoByHalves();
-    void everyGapShowsOnceHoweverSorted_data();
     void everyGapShowsOnceHoweverSorted();
     void aRowUpdatedByItselfPlacesItsGaps();
     void expandingAMessageExpandsItsIntervals();
 };
 
+/** The tool tips of a row and of the rows below it, each behind its column, with a tilde for a line break. */
+static QStringList toolTipsOf(const QTreeWidgetItem* row)
+{
+    QStringList tips;
+    for (int column = 0; column < 4; ++column) {
+        if (!row->toolTip(column).isEmpty())
+            tips.append(text("%1 %2").arg(column).arg(row->toolTip(column)).replace(QLatin1Char('\n'), text("~")));
+    }
+    for (int i = 0; i < row->childCount(); ++i)
+        tips += toolTipsOf(row->child(i));
+    return tips;
+}
+
 void tst_MessageStatisticsTreeWidgetItem::toolTips()
 {
     View view;
-    const MessageInfo info(text("The attitude"));
-    MessageStatistics* known = view.add("ATTITUDE");
+    const MessageInfo info{text("The attitude")};
+    MessageStatistics* known = view.add(text("ATTITUDE"));
     known->messageInfo = &info;
-    known->unknownTime = 1;
-    known->unknownInterval = 1;
+    known->unknownTime = known->unknownInterval = 1;
     known->setInterval(0, 1);
     known->setInterval(50, 1);
     known->addGap(500, 2, 1000);
-    view.add("Unknown 203");
     view.tree.updateTree();
-    QCOMPARE(view.find("mavlink")->toolTip(0), text("Message statistics for the messages\nin the mavlink format."));
+    const QString noTime = text("The number of times this message ~has been received without a valid time tag.");
+    const QString unknown = text("Number of times this message has been received ~with a valid time tag but for "
+                                 "which the interval ~could not be determined: ~there was no previous message with "
+                                 "valid time, ~and the following messages did not ~come in at a regular rate.");
+    const QString same = text("Number of times the messages was received~with the same time stamp as previous.");
+    const QString every = text("Number of times the message was received at every 50 ms.");
+    QStringList expected =
+        lines("0 Message statistics for the messages~in the mavlink format.\n"
+              "0 The attitude\n"
+              "1 Number of times the ATTITUDE~message has been received.\n"
+              "2 Most recent regular rate/interval at which the ATTITUDE~message has been received.\n"
+              "3 Detected gaps in regular data segments with valid time, if any.\n"
+              "0 Gaps, with time and duration\n"
+              "0 Gaps start\n1 Missing epochs\n2 Duration\n"
+              "0 The rates/intervals in which this message has been received,~"
+              "together with the corresponding count.");
+    Q_FOREACH (const QString& tip, QStringList() << noTime << unknown << same << every)
+        expected << text("0 ") + tip << text("1 ") + tip;
+    QCOMPARE(toolTipsOf(view.find("mavlink")), expected);
+    view.add(text("Unknown 203"));
+    view.tree.updateTree();
     QCOMPARE(view.row("mavlink/Unknown 203")->toolTip(0), text("Unknown 203 (unknown)"));
-    const QTreeWidgetItem* attitude = view.row("mavlink/ATTITUDE");
-    QCOMPARE(attitude->toolTip(0), text("The attitude"));
-    QCOMPARE(attitude->toolTip(1), text("Number of times the ATTITUDE\nmessage has been received."));
-    QCOMPARE(attitude->toolTip(2),
-             text("Most recent regular rate/interval at which the ATTITUDE\nmessage has been received."));
-    QCOMPARE(attitude->toolTip(3), text("Detected gaps in regular data segments with valid time, if any."));
-    const QTreeWidgetItem* gaps = view.find("mavlink/ATTITUDE/Gaps");
-    QCOMPARE(gaps->toolTip(0), text("Gaps, with time and duration"));
-    QCOMPARE(gaps->child(0)->toolTip(0), text("Gaps start"));
-    QCOMPARE(gaps->child(0)->toolTip(1), text("Missing epochs"));
-    QCOMPARE(gaps->child(0)->toolTip(2), text("Duration"));
-    QCOMPARE(view.find("mavlink/ATTITUDE/Rates/Intervals"), static_cast<QTreeWidgetItem*>(nullptr));
-    const QTreeWidgetItem* intervals = attitude->child(1);
-    QCOMPARE(intervals->toolTip(0), text("The rates/intervals in which this message has been received,\n"
-                                         "together with the corresponding count."));
-    QStringList tips;
-    for (int i = 0; i < intervals->childCount(); ++i) {
-        QCOMPARE(intervals->child(i)->toolTip(1), intervals->child(i)->toolTip(0));
-        tips.append(intervals->child(i)->toolTip(0));
-    }
-    QCOMPARE(
-        tips,
-        QStringList() << text("The number of times this message \nhas been received without a valid time tag.")
-                      << text("Number of times this message has been received \nwith a valid time tag but for which "
-                              "the interval \ncould not be determined: \nthere was no previous message with valid "
-                              "time, \nand the following messages did not \ncome in at a regular rate.")
-                      << text("Number of times the messages was received\nwith the same time stamp as previous.")
-                      << text("Number of times the message was received at every 50 ms."));
 }
 
 void tst_MessageStatisticsTreeWidgetItem::messageRowFollowsItsNumbers()
 {
     View view;
-    MessageStatistics* statistics = view.add("ATTITUDE");
+    MessageStatistics* statistics = view.add(text("ATTITUDE"));
     statistics->lastInterval = 20;
     statistics->numberOfMissingEpochs = 7;
     view.tree.updateTree();
     const QTreeWidgetItem* attitude = view.row("mavlink/ATTITUDE");
     QCOMPARE(rowText(attitude), text("ATTITUDE | 0 | N/A"));
-    QCOMPARE(attitude->data(1, Qt::DisplayRole), QVariant(Q_UINT64_C(0)));
     QCOMPARE(attitude->data(1, Qt::DisplayRole).userType(), static_cast<int>(QMetaType::ULongLong));
     QCOMPARE(attitude->data(3, Qt::DisplayRole).userType(), static_cast<int>(QMetaType::QString));
     statistics->count = 4294967295u;
@@ -96,32 +94,31 @@ void tst_MessageStatisticsTreeWidgetItem::specialRowsComeAndGo()
 {
     View view;
     view.tree.setSortingEnabled(false);
-    MessageStatistics* statistics = view.add("ATTITUDE");
+    MessageStatistics* statistics = view.add(text("ATTITUDE"));
     statistics->setInterval(50, 8);
-    view.tree.updateTree();
-    const QTreeWidgetItem* intervals = view.row("mavlink/ATTITUDE")->child(0);
-    QCOMPARE(rowTexts(intervals), lines("every 50 ms | 8"));
-    statistics->unknownTime = 1;
-    statistics->unknownInterval = 2;
-    view.tree.updateTree();
-    QCOMPARE(rowTexts(intervals), lines("Unknown interval/rate | 2\nNo time | 1\nevery 50 ms | 8"));
-    statistics->unknownInterval = 0;
-    statistics->unknownTime = 4;
-    view.tree.updateTree();
-    QCOMPARE(rowTexts(intervals), lines("No time | 4\nevery 50 ms | 8"));
-    statistics->unknownInterval = 3;
-    statistics->unknownTime = 0;
-    view.tree.updateTree();
-    statistics->unknownTime = 5;
-    view.tree.updateTree();
-    QCOMPARE(rowTexts(intervals), lines("No time | 5\nUnknown interval/rate | 3\nevery 50 ms | 8"));
+    const struct
+    {
+        unsigned int unknownTime;
+        unsigned int unknownInterval;
+        const char* shown;
+    } steps[] = {{0, 0, "every 50 ms | 8"},
+                 {1, 2, "Unknown interval/rate | 2\nNo time | 1\nevery 50 ms | 8"},
+                 {4, 0, "No time | 4\nevery 50 ms | 8"},
+                 {0, 3, "Unknown interval/rate | 3\nevery 50 ms | 8"},
+                 {5, 3, "No time | 5\nUnknown interval/rate | 3\nevery 50 ms | 8"}};
+    for (unsigned int i = 0; i < sizeof(steps) / sizeof(steps[0]); ++i) {
+        statistics->unknownTime = steps[i].unknownTime;
+        statistics->unknownInterval = steps[i].unknownInterval;
+        view.tree.updateTree();
+        QCOMPARE(rowTexts(view.row("mavlink/ATTITUDE")->child(0)), lines(steps[i].shown));
+    }
 }
 
 void tst_MessageStatisticsTreeWidgetItem::intervalRowsAreReusedAndConfirmed()
 {
     View view;
     view.tree.setSortingEnabled(false);
-    MessageStatistics* statistics = view.add("ATTITUDE");
+    MessageStatistics* statistics = view.add(text("ATTITUDE"));
     statistics->setInterval(50, 8);
     statistics->setInterval(100, 3);
     statistics->setInterval(0, 1);
@@ -131,9 +128,9 @@ void tst_MessageStatisticsTreeWidgetItem::intervalRowsAreReusedAndConfirmed()
     const QTreeWidgetItem* intervals = view.row("mavlink/ATTITUDE")->child(0);
     QCOMPARE(rowTexts(intervals), lines("every 50 ms | 8\nevery 100 ms | 3\nevery 0 ms | 1"));
     const QTreeWidgetItem* kept = intervals->child(1);
+    QCOMPARE(kept->data(1, Qt::DisplayRole).userType(), static_cast<int>(QMetaType::QString)); // sorts as a text
     statistics->setInterval(50, 0);
     statistics->setInterval(100, 4);
-    statistics->setInterval(0, 6);
     statistics->setInterval(25, 2);
     statistics->intervals.removeOne(0);
     view.tree.updateTree();
@@ -147,11 +144,10 @@ void tst_MessageStatisticsTreeWidgetItem::intervalRowsAreReusedAndConfirmed()
 void tst_MessageStatisticsTreeWidgetItem::gapRowsComeAndGo()
 {
     View view;
-    MessageStatistics* statistics = view.add("ATTITUDE");
+    MessageStatistics* statistics = view.add(text("ATTITUDE"));
     view.tree.setSortingEnabled(false);
     view.tree.updateTree();
     QTreeWidgetItem* attitude = view.row("mavlink/ATTITUDE");
-    QCOMPARE(rowTexts(attitude), lines("Rates/Intervals"));
     statistics->addGap(9, 3, 200);
     statistics->unstoredGaps = true;
     view.tree.updateTree();
@@ -161,8 +157,7 @@ void tst_MessageStatisticsTreeWidgetItem::gapRowsComeAndGo()
     statistics->unstoredGaps = false;
     statistics->addGap(1, 5, 1000);
     view.tree.updateTree();
-    QCOMPARE(attitude->child(1), gaps);
-    QVERIFY(gaps->isExpanded());
+    QVERIFY(attitude->child(1) == gaps && gaps->isExpanded());
     QCOMPARE(rowTexts(attitude), lines("Rates/Intervals\nGaps\n  t9 | 3 | 600 ms\n  t1 | 5 | 5 s"));
     statistics->gaps[0].missingEpochs = 4;
     view.recorder.take();
@@ -176,32 +171,28 @@ void tst_MessageStatisticsTreeWidgetItem::gapRowsComeAndGo()
     QCOMPARE(rowTexts(attitude), lines("Rates/Intervals\nGaps\n  t9 | 4 | 800 ms"));
 }
 
-void tst_MessageStatisticsTreeWidgetItem::gapDuration_data()
-{
-    QTest::addColumn<unsigned int>("missingEpochs");
-    QTest::addColumn<unsigned long long>("interval");
-    QTest::addColumn<QString>("duration");
-    QTest::newRow("none") << 0u << 1000ull << text("0 ms");
-    QTest::newRow("just below a second") << 1u << 999ull << text("999 ms");
-    QTest::newRow("a second") << 2u << 500ull << text("1 s");
-    QTest::newRow("fraction") << 3u << 500ull << text("1.5 s");
-    QTest::newRow("six digits") << 1u << 123456789ull << text("123457 s");
-    QTest::newRow("largest") << 1u << 2147483647ull << text("2.14748e+06 s");
-    QTest::newRow("wraps to negative") << 1u << 2147483648ull << text("-2147483648 ms");
-    QTest::newRow("wraps to zero") << 65536u << 65536ull << text("0 ms");
-    QTest::newRow("wraps from 64 bits") << 4294967295u << 4294967297ull << text("-1 ms");
-    QTest::newRow("wraps to seconds") << 3u << 1431657265ull << text("4.499 s");
-}
-
-void tst_MessageStatisticsTreeWidgetItem::gapDuration()
+void tst_MessageStatisticsTreeWidgetItem::gapDurations()
 {
     View view;
-    QFETCH(unsigned int, missingEpochs);
-    QFETCH(unsigned long long, interval);
-    QFETCH(QString, duration);
-    view.add("ATTITUDE")->addGap(1, missingEpochs, interval);
+    view.tree.setSortingEnabled(false);
+    MessageStatistics* statistics = view.add(text("ATTITUDE"));
+    statistics->addGap(0, 0, 1000);
+    statistics->addGap(1, 1, 999);
+    statistics->addGap(2, 2, 500);
+    statistics->addGap(3, 3, 500);
+    statistics->addGap(4, 1, 123456789);
+    statistics->addGap(5, 1, 2147483647);
+    // From 2^31 ms on, the duration wraps.
+    statistics->addGap(6, 1, 2147483648u);
+    statistics->addGap(7, 65536, 65536);
+    statistics->addGap(8, 4294967295u, 4294967297ull);
+    statistics->addGap(9, 3, 1431657265);
     view.tree.updateTree();
-    QCOMPARE(view.find("mavlink/ATTITUDE/Gaps")->child(0)->text(2), duration);
+    QStringList durations;
+    Q_FOREACH (const QString& row, rowTexts(view.find("mavlink/ATTITUDE/Gaps")))
+        durations.append(row.section(text(" | "), 2));
+    QCOMPARE(durations, lines("0 ms\n999 ms\n1 s\n1.5 s\n123457 s\n2.14748e+06 s\n"
+                              "-2147483648 ms\n0 ms\n-1 ms\n4.499 s"));
 }
 
 void tst_MessageStatisticsTreeWidgetItem::surplusGapRowsGoByHalves()
@@ -210,12 +201,11 @@ void tst_MessageStatisticsTreeWidgetItem::surplusGapRowsGoByHalves()
     // Sorted by start the rows stand as they do unsorted, and go in the same order.
     for (int sorted = 0; sorted < 2; ++sorted) {
         view.tree.setSortingEnabled(sorted);
-        MessageStatistics* statistics = view.add(sorted ? "SORTED" : "UNSORTED");
+        MessageStatistics* statistics = view.add(text("TYPE %1").arg(sorted));
         for (unsigned int start = 1; start <= 6; ++start)
             statistics->addGap(start, 1, 10);
         view.tree.updateTree();
-        const QTreeWidgetItem* gaps =
-            findRow(view.tree, QString::fromLatin1("mavlink/%1/Gaps").arg(statistics->messageName));
+        const QTreeWidgetItem* gaps = view.find(sorted ? "mavlink/TYPE 1/Gaps" : "mavlink/TYPE 0/Gaps");
         statistics->gaps.resize(2);
         statistics->gaps[1].missingEpochs = 2;
         view.tree.updateTree();
@@ -228,26 +218,25 @@ void tst_MessageStatisticsTreeWidgetItem::surplusGapRowsGoByHalves()
     }
 }
 
-void tst_MessageStatisticsTreeWidgetItem::everyGapShowsOnceHoweverSorted_data()
+/** What the rows of short @p gaps are to show. */
+static QStringList gapTexts(const QVector<MessageStatistics::Gap>& gaps)
 {
-    QTest::addColumn<int>("column");
-    QTest::addColumn<int>("order");
-    for (int column = 0; column < 4; ++column) {
-        QTest::newRow(qPrintable(QString::fromLatin1("%1 ascending").arg(column))) << column << 0;
-        QTest::newRow(qPrintable(QString::fromLatin1("%1 descending").arg(column))) << column << 1;
-    }
+    QStringList texts;
+    Q_FOREACH (const MessageStatistics::Gap& gap, gaps)
+        texts.append(
+            text("t%1 | %2 | %3 ms").arg(gap.start).arg(gap.missingEpochs).arg(gap.missingEpochs * gap.interval));
+    return texts;
 }
 
 void tst_MessageStatisticsTreeWidgetItem::everyGapShowsOnceHoweverSorted()
 {
     View view;
-    QFETCH(int, column);
-    QFETCH(int, order);
-    view.tree.sortByColumn(column, static_cast<Qt::SortOrder>(order));
-    MessageStatistics* statistics = view.add("ATTITUDE");
+    MessageStatistics* statistics = view.add(text("ATTITUDE"));
     quint32 random = 12345;
     unsigned int serial = 0;
-    for (int round = 0; round < 80; ++round) {
+    for (int round = 0; round < 320; ++round) {
+        if (round % 20 == 0)
+            view.tree.sortByColumn(round / 20 % 4, static_cast<Qt::SortOrder>(round / 80 % 2));
         // Mostly new gaps, whose texts sort anywhere; now and then one changes, or half of them go, at either end.
         const QStringList before = gapTexts(statistics->gaps);
         random = random * 1664525u + 1013904223u;
@@ -260,9 +249,7 @@ void tst_MessageStatisticsTreeWidgetItem::everyGapShowsOnceHoweverSorted()
         else if (kind == 2)
             statistics->gaps = statistics->gaps.mid(size / 2);
         for (int i = 3; i <= kind; ++i)
-            statistics->addGap(++serial * 7919 % 10007, (random >> 12) % 30, 70);
-        if (round % 10 == 9)
-            view.tree.sortByColumn((column + round / 10) % 4, static_cast<Qt::SortOrder>(round / 10 % 2));
+            statistics->addGap(++serial * 7919 % 10007, (random >> 12) % 14, 70);
         view.recorder.take();
         view.tree.updateTree();
 
@@ -288,7 +275,7 @@ void tst_MessageStatisticsTreeWidgetItem::aRowUpdatedByItselfPlacesItsGaps()
 {
     View view;
     view.tree.sortByColumn(0, Qt::DescendingOrder);
-    MessageStatistics* statistics = view.add("ATTITUDE");
+    MessageStatistics* statistics = view.add(text("ATTITUDE"));
     statistics->addGap(5, 1, 10);
     view.tree.updateTree();
     statistics->gaps[0].missingEpochs = 2;
@@ -303,7 +290,7 @@ void tst_MessageStatisticsTreeWidgetItem::aRowUpdatedByItselfPlacesItsGaps()
 void tst_MessageStatisticsTreeWidgetItem::expandingAMessageExpandsItsIntervals()
 {
     View view;
-    view.add("ATTITUDE")->addGap(1, 1, 1);
+    view.add(text("ATTITUDE"))->addGap(1, 1, 1);
     view.tree.setSortingEnabled(false);
     view.tree.updateTree();
     MessageStatisticsTreeWidgetItem* attitude = view.row("mavlink/ATTITUDE");

@@ -1,13 +1,10 @@
-#include "abstractmessagetreewidgetitem.h"
-#include "corvel.h"
 #include "testbase.h"
 #include "treefixtures.h"
 
-#include <QApplication>
 #include <QHeaderView>
 #include <QStyledItemDelegate>
 
-typedef MessageTreeWidget Tree;
+#include <functional>
 
 /** What of changed values reaches the screen and other listeners, and when. */
 class TestMessageTreeDisplay : public TestBase
@@ -21,7 +18,6 @@ private Q_SLOTS:
     void leavesNothingStaleOnTheScreen();
     void growsRowsWithTheirTexts();
     void growsRowsOfTextsWrittenByOthers();
-    void growsRowsOfTextsWrittenByListeners();
     void leavesHeightsToOtherDelegates();
     void takesTheRowsThatListenersLeave();
 };
@@ -46,11 +42,13 @@ public:
         for (int i = 0; i < fields.size(); ++i)
             message->set(fields.at(i), first + i);
         tree.processMessage(message);
+        QCoreApplication::processEvents();
     }
-    void feedText(int field, const char* text)
+    void feedText(int field, const char* value)
     {
-        message->set(fields.at(field), FieldValue::fromText(QString::fromLatin1(text)));
+        message->set(fields.at(field), FieldValue::fromText(text(value)));
         tree.processMessage(message);
+        QCoreApplication::processEvents();
     }
     int height(int field) { return tree.visualItemRect(row->child(field)).height(); }
 
@@ -67,11 +65,11 @@ void TestMessageTreeDisplay::tellsEveryListenerOfEveryChange()
     ShownTree shown(10);
     QSignalSpy changed(shown.tree.model(), SIGNAL(dataChanged(QModelIndex, QModelIndex)));
     QSignalSpy items(&shown.tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)));
-    shown.feed(100);
-    QCOMPARE(changed.count(), 10);
-    QCOMPARE(items.count(), 10);
-    shown.feed(100);
-    QCOMPARE(changed.count(), 10);
+    for (int i = 0; i < 2; ++i) {
+        shown.feed(100);
+        QCOMPARE(changed.count(), 10);
+        QCOMPARE(items.count(), 10);
+    }
 }
 
 /** Counts what is painted of a tree. */
@@ -95,7 +93,6 @@ void TestMessageTreeDisplay::repaintsWhatChangedOnTheScreen()
     ShownTree shown(200);
     PaintWatcher watcher(shown.tree.viewport());
     shown.feed(1000);
-    QCoreApplication::processEvents();
     // Values, and no names.
     const QModelIndex name = shown.tree.model()->index(2, 0, shown.tree.model()->index(0, 0));
     QVERIFY(watcher.region.contains(shown.tree.visualRect(name.sibling(2, 2)).center()));
@@ -104,7 +101,6 @@ void TestMessageTreeDisplay::repaintsWhatChangedOnTheScreen()
     // What is off the screen costs no painting.
     watcher.region = QRegion();
     shown.feedText(150, "new");
-    QCoreApplication::processEvents();
     QCOMPARE(watcher.region, QRegion());
 }
 
@@ -120,23 +116,13 @@ static void arrange(ShownTree* shown, const QString& situation)
         tree.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
         tree.scrollTo(tree.model()->index(0, 2), QAbstractItemView::PositionAtCenter);
     }
-    if (situation == QLatin1String("resized"))
-        tree.setColumnWidth(1, 7);
     if (situation == QLatin1String("hidden"))
         tree.setColumnHidden(0, true);
-    if (situation == QLatin1String("moved"))
-        tree.header()->moveSection(2, 0);
     if (situation == QLatin1String("from right to left"))
         tree.setLayoutDirection(Qt::RightToLeft);
     if (situation == QLatin1String("spanned")) {
-        tree.setColumns(QVector<Tree::ColumnType>() << Tree::ValueColumn << Tree::NameColumn);
-        row = shown->row->child(2); // made anew
-        row->setFirstColumnSpanned(true);
-    }
-    if (situation == QLatin1String("large")) {
-        QFont font = tree.font();
-        font.setPointSize(2 * font.pointSize());
-        tree.setFont(font);
+        tree.setColumns(columns("2,0"));
+        shown->row->child(2)->setFirstColumnSpanned(true);
     }
     if (situation == QLatin1String("sorted")) {
         tree.sortByColumn(2, Qt::DescendingOrder);
@@ -166,9 +152,8 @@ static QImage pictureOf(Tree* tree)
 void TestMessageTreeDisplay::leavesNothingStaleOnTheScreen_data()
 {
     QTest::addColumn<QString>("situation");
-    Q_FOREACH (const QString& situation,
-               lines("plain\nscrolled\nscrolled sideways\nresized\nhidden\nmoved\nfrom right to left\nspanned\n"
-                     "large\nsorted\nwrapped\ntwo lines\nedited"))
+    Q_FOREACH (const QString& situation, lines("plain\nscrolled\nscrolled sideways\nhidden\nfrom right to left\n"
+                                               "spanned\nsorted\nwrapped\ntwo lines\nedited"))
         QTest::newRow(qPrintable(situation)) << situation;
 }
 
@@ -183,7 +168,6 @@ void TestMessageTreeDisplay::leavesNothingStaleOnTheScreen()
     const QImage before = pictureOf(&twin.tree);
     PaintWatcher watcher(shown.tree.viewport());
     shown.feed(500);
-    QCoreApplication::processEvents();
     QCoreApplication::processEvents();
     const QRegion painted = watcher.region;
     const QImage after = pictureOf(&shown.tree);
@@ -202,97 +186,63 @@ void TestMessageTreeDisplay::growsRowsWithTheirTexts()
     ShownTree shown(60);
     const int one = shown.height(1);
     shown.feedText(1, "two\nlines");
-    QCoreApplication::processEvents();
     const int two = shown.height(1);
     QVERIFY(two > one);
     QCOMPARE(shown.height(0), one);
-    QCOMPARE(shown.tree.visualItemRect(shown.row->child(2)).top(),
-             shown.tree.visualItemRect(shown.row->child(1)).bottom() + 1);
     shown.feedText(1, "other\nlines");
-    QCoreApplication::processEvents();
     QCOMPARE(shown.height(1), two);
     shown.feedText(1, "one line");
-    QCoreApplication::processEvents();
     QCOMPARE(shown.height(1), one);
     // Also where it was never seen since the change.
     shown.feedText(55, "two\nlines");
-    QCoreApplication::processEvents();
     QCOMPARE(shown.height(55), two);
 }
+
+/** Does something at the first change of a row, or of any row if that is null. */
+class Listener : public QObject
+{
+    Q_OBJECT
+
+public:
+    Listener(Tree* tree, const QTreeWidgetItem* row, const std::function<void()>& reaction)
+        : m_row(row)
+        , m_reaction(reaction)
+    {
+        connect(tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), SLOT(react(QTreeWidgetItem*)));
+    }
+
+private Q_SLOTS:
+    void react(QTreeWidgetItem* row)
+    {
+        if (!m_reaction || (m_row && row != m_row))
+            return;
+        const std::function<void()> reaction = m_reaction;
+        m_reaction = nullptr;
+        reaction();
+    }
+
+private:
+    const QTreeWidgetItem* m_row;
+    std::function<void()> m_reaction;
+};
 
 void TestMessageTreeDisplay::growsRowsOfTextsWrittenByOthers()
 {
     ShownTree shown(5);
     const int one = shown.height(1);
-    shown.row->child(1)->setText(2, QLatin1String("two\nlines"));
+    QTreeWidgetItem* row = shown.row->child(1);
+    const auto write = [row] { row->setText(2, QLatin1String("two\nlines")); };
+    write();
     QCoreApplication::processEvents();
     QVERIFY(shown.height(1) > one);
     shown.feed(500);
-    QCoreApplication::processEvents();
     QCOMPARE(shown.height(1), one);
-}
-
-/** Answers the first change of a row by a text of its own. */
-class AnsweringListener : public QObject
-{
-    Q_OBJECT
-
-public:
-    AnsweringListener(Tree* tree, QTreeWidgetItem* row)
-        : m_row(row)
-    {
-        connect(tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), SLOT(answer(QTreeWidgetItem*)));
-    }
-
-private Q_SLOTS:
-    void answer(QTreeWidgetItem* row)
-    {
-        if (row != m_row)
-            return;
-        m_row = nullptr;
-        row->setText(2, QLatin1String("two\nlines"));
-    }
-
-private:
-    QTreeWidgetItem* m_row;
-};
-
-void TestMessageTreeDisplay::growsRowsOfTextsWrittenByListeners()
-{
-    ShownTree shown(5);
-    const int one = shown.height(1);
-    AnsweringListener listener(&shown.tree, shown.row->child(1));
-    shown.feed(500);
-    QCoreApplication::processEvents();
+    Listener listener(&shown.tree, row, write);
+    shown.feed(600);
     QVERIFY(shown.height(1) > one);
     shown.feed(700);
-    QCoreApplication::processEvents();
     QCOMPARE(shown.height(1), one);
 }
-
-/** Deletes a row as soon as another changes. */
-class DeletingListener : public QObject
-{
-    Q_OBJECT
-
-public:
-    DeletingListener(Tree* tree, QTreeWidgetItem* row)
-        : m_row(row)
-    {
-        connect(tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), SLOT(deleteRow()));
-    }
-
-private Q_SLOTS:
-    void deleteRow()
-    {
-        QTreeWidgetItem* row = m_row;
-        m_row = nullptr;
-        delete row;
-    }
-
-private:
-    QTreeWidgetItem* m_row;
-};
 
 void TestMessageTreeDisplay::takesTheRowsThatListenersLeave()
 {
@@ -305,15 +255,15 @@ void TestMessageTreeDisplay::takesTheRowsThatListenersLeave()
     MessageTreeWidgetItem* second = addRow(&tree, &info);
     MessageTreeWidgetItem* last = addRow(&tree, nullptr);
     last->setMessageInfo(&info);
-    DeletingListener listener(&tree, second);
+    Listener listener(&tree, nullptr, [second] { delete second; });
     tree.processMessage(message);
     QCOMPARE(tree.topLevelItemCount(), 2);
-    QCOMPARE(rowsBelow(last), lines("x | double | 1"));
+    QCOMPARE(rowTexts(last), lines("x | double | 1"));
     TestInfo other("OTHER");
     last->setMessageInfo(&other);
     last->setMessageInfo(&info);
     tree.processMessage(message);
-    QCOMPARE(rowsBelow(last), lines("x | double | 1"));
+    QCOMPARE(rowTexts(last), lines("x | double | 1"));
 }
 
 /** A delegate whose rows are the higher the longer their texts are. */
@@ -333,10 +283,8 @@ void TestMessageTreeDisplay::leavesHeightsToOtherDelegates()
     shown.tree.setItemDelegateForColumn(2, &delegate);
     QCoreApplication::processEvents();
     shown.feedText(1, "twelve chars");
-    QCoreApplication::processEvents();
     QCOMPARE(shown.height(1), 42);
     shown.feedText(1, "four");
-    QCoreApplication::processEvents();
     QCOMPARE(shown.height(1), 34);
 }
 

@@ -8,115 +8,95 @@ class TestMessageTreeWidgetItem : public TestBase
     Q_OBJECT
 
 private Q_SLOTS:
-    void showsThatNothingIsSet();
     void showsItsTypeAndMessage();
     void writesIntoTheColumnsThereAre();
     void worksWithoutATree();
     void keepsMainMessagesByReference();
     void letsGoByItsOwnTypeAndHoldsByTheMessages();
-    void needsItsType();
-    void ignoresOtherTypes();
-    void displaysMessagesOfAnyType();
-    void settingTheSameTypeChangesNothing();
+    void needsItsTypeAndKeepsItWhenSetAgain();
     void tellsOfHiddenConfidentialFields();
     void asksForConfidentialityBeforeTheParent();
-    void writesVirtualNamesInItalics();
     void createsRowsInFieldOrder();
     void rebuildsAndRefillsWhenConfigured();
     void followsTheExpansionPolicy();
 };
 
-void TestMessageTreeWidgetItem::showsThatNothingIsSet()
+struct Fixture
 {
-    MessageTreeWidget tree;
-    MessageTreeWidgetItem* row = addRow(&tree, nullptr);
-    QCOMPARE(rowText(row), QString::fromLatin1("No message type set | Message | No message"));
-    QVERIFY(row->toolTip(0).isEmpty());
-    QCOMPARE(row->childCount(), 0);
-}
+    Fixture()
+    {
+        info.setShortDescriptiveText(text("Where it is"));
+        x->setUnit(text("m"));
+        message->set(x, 2.5);
+        foreign->set(y, 4);
+    }
+
+    TestInfo info{"POSE"};
+    TestFieldInfo* x = info.add("x");
+    TestInfo other{"U"};
+    TestFieldInfo* y = other.add("y");
+    OwnedMessage message{&info};
+    OwnedMessage second{&info};
+    OwnedMessage foreign{&other};
+    Tree tree;
+};
 
 void TestMessageTreeWidgetItem::showsItsTypeAndMessage()
 {
-    TestInfo info("POSE");
-    info.setShortDescriptiveText(QLatin1String("Where it is"));
-    TestFieldInfo* x = info.add("x");
-    x->setUnit(QLatin1String("m"));
-    OwnedMessage message(&info);
-    message->set(x, 2.5);
-    MessageTreeWidget tree;
-    MessageTreeWidgetItem* row = addRow(&tree, &info);
-    row->setNameText();
-    QCOMPARE(rowText(row), QString::fromLatin1("POSE | Message | No message"));
-    QCOMPARE(row->toolTip(0), QString::fromLatin1("Where it is"));
-    QCOMPARE(rowsBelow(row), lines("x | double | "));
-    row->processMessage(message);
-    QVERIFY(row->isMessageDisplayed());
-    QCOMPARE(rowText(row), QString::fromLatin1("POSE | Message | "));
-    QCOMPARE(rowsBelow(row), lines("x | double | 2.5 m"));
+    Fixture f;
+    const QStringList noMessage = lines("POSE | Message | No message\n  x | double");
+    MessageTreeWidgetItem* row = addRow(&f.tree, &f.info);
+    QCOMPARE(rowTexts(f.tree), noMessage);
+    QCOMPARE(row->toolTip(0), text("Where it is"));
+    row->processMessage(f.foreign);
+    QCOMPARE(rowTexts(f.tree), noMessage);
+    row->processMessage(f.message);
+    QCOMPARE(rowTexts(f.tree), lines("POSE | Message\n  x | double | 2.5 m"));
     row->clearValues();
-    QCOMPARE(rowText(row), QString::fromLatin1("POSE | Message | No message"));
-    QCOMPARE(rowsBelow(row), lines("x | double | "));
+    QCOMPARE(rowTexts(f.tree), noMessage);
+    row->displayMessage(f.foreign);
+    QCOMPARE(rowTexts(f.tree), lines("U | Message\n  y | double | 4"));
+    row->displayMessage(nullptr);
+    QCOMPARE(rowTexts(f.tree), lines("No message type set | Message | No message"));
+    QVERIFY(addRow(&f.tree, nullptr)->toolTip(0).isEmpty());
 }
-
-/** Counts how often its texts are asked for. */
-class CountingRow : public MessageTreeWidgetItem
-{
-public:
-    CountingRow(MessageTreeWidget* tree, const MessageInfo* info)
-        : AbstractMessageTreeWidgetItem(tree)
-        , MessageTreeWidgetItem(tree, info)
-        , asked(0)
-    {
-    }
-    QString getValueText() override
-    {
-        ++asked;
-        return QLatin1String("value");
-    }
-    int asked;
-};
 
 void TestMessageTreeWidgetItem::writesIntoTheColumnsThereAre()
 {
-    typedef QVector<MessageTreeWidget::ColumnType> Columns;
-    MessageTreeWidget tree;
-    tree.setColumns(Columns() << MessageTreeWidget::NameColumn << MessageTreeWidget::CustomColumn2);
-    CountingRow row(&tree, nullptr);
-    row.setValueText();
-    row.setTypeText();
-    QCOMPARE(row.asked, 0);
+    Tree tree;
+    tree.setColumns(columns("0,5"));
+    MessageTreeWidgetItem row(&tree, nullptr);
     row.setAllTexts();
-    QCOMPARE(rowText(&row), QString::fromLatin1("No message type set | Column Custom 2"));
-    tree.setColumns(Columns() << MessageTreeWidget::ValueColumn);
     row.setValueText();
-    QCOMPARE(row.text(0), QString::fromLatin1("value"));
-    QCOMPARE(row.getTextForColumn(MessageTreeWidget::TypeColumn), QString::fromLatin1("Message"));
-    QCOMPARE(row.getTextForColumn(MessageTreeWidget::RawValueColumn), QString());
-    QCOMPARE(row.getTextForColumn(MessageTreeWidget::NoColumn), QString::fromLatin1("Column Column type 14"));
+    QCOMPARE(rowText(&row), text("No message type set | Column Custom 2"));
+    tree.setColumns(columns("2"));
+    row.setValueText();
+    QCOMPARE(row.text(0), text("No message"));
+    QCOMPARE(row.getTextForColumn(Tree::RawValueColumn), QString());
+    QCOMPARE(row.getTextForColumn(Tree::NoColumn), text("Column Column type 14"));
 }
 
 void TestMessageTreeWidgetItem::worksWithoutATree()
 {
-    TestInfo info("POSE");
-    TestFieldInfo* x = info.add("x", TestFieldInfo::Secondary | TestFieldInfo::Virtual);
-    info.add("secret", TestFieldInfo::Confidential);
-    OwnedMessage message(&info);
-    message->set(x, 2.5);
+    Fixture f;
+    f.info.add("detail", TestFieldInfo::Secondary | TestFieldInfo::Virtual);
+    f.info.add("secret", TestFieldInfo::Confidential);
     QTreeWidget plain;
-    MessageTreeWidgetItem* row = new MessageTreeWidgetItem(nullptr, &info);
-    QCOMPARE(row->childCount(), 2);
+    MessageTreeWidgetItem* row = new MessageTreeWidgetItem(nullptr, &f.info);
+    QCOMPARE(row->childCount(), 3);
     plain.addTopLevelItem(row);
     QVERIFY(!row->getMessageTreeWidget());
+    row->setExpanded(true);
     row->configureInTreeWidget();
-    row->processMessage(message);
+    row->processMessage(f.message);
+    QVERIFY(!row->isExpanded());
     QCOMPARE(rowText(row), QString());
     QVERIFY(!row->mustShowField(nullptr));
 
     // In another tree than it was made for, a row follows the one it is in.
-    MessageTreeWidget made;
-    MessageTreeWidget tree;
-    MessageTreeWidgetItem* moved = new MessageTreeWidgetItem(&made, &info);
-    QCOMPARE(moved->getMessageTreeWidget(), &made);
+    Tree tree;
+    MessageTreeWidgetItem* moved = new MessageTreeWidgetItem(&f.tree, &f.info);
+    QCOMPARE(moved->getMessageTreeWidget(), &f.tree);
     tree.addTopLevelItem(moved);
     QCOMPARE(moved->getMessageTreeWidget(), &tree);
     tree.takeTopLevelItem(0);
@@ -126,36 +106,31 @@ void TestMessageTreeWidgetItem::worksWithoutATree()
 
 void TestMessageTreeWidgetItem::keepsMainMessagesByReference()
 {
-    TestInfo info("MAIN");
-    info.add("x");
-    OwnedMessage first(&info);
-    OwnedMessage second(&info);
+    Fixture f;
     {
-        MessageTreeWidget tree;
-        MessageTreeWidgetItem* row = addRow(&tree, &info);
-        row->processMessage(first);
-        row->processMessage(first);
-        QCOMPARE(first->getReferenceCount(), 2);
-        row->processMessage(second);
-        QCOMPARE(first->getReferenceCount(), 1);
-        QCOMPARE(second->getReferenceCount(), 2);
+        Tree tree;
+        MessageTreeWidgetItem* row = addRow(&tree, &f.info);
+        row->processMessage(f.message);
+        row->processMessage(f.message);
+        QCOMPARE(f.message->getReferenceCount(), 2);
+        row->processMessage(f.second);
+        QCOMPARE(f.message->getReferenceCount(), 1);
         row->configureInTreeWidget();
-        QCOMPARE(second->getReferenceCount(), 2);
-        QCOMPARE(row->getDisplayedMessage(), static_cast<const Message*>(second));
+        QCOMPARE(f.second->getReferenceCount(), 2);
+        QCOMPARE(row->getDisplayedMessage(), static_cast<const Message*>(f.second));
         row->clearValues();
-        QCOMPARE(second->getReferenceCount(), 1);
-        row->processMessage(second);
+        QCOMPARE(f.second->getReferenceCount(), 1);
+        row->processMessage(f.second);
         row->displayMessage(nullptr);
-        QCOMPARE(second->getReferenceCount(), 1);
-        row->displayMessage(first);
-        QCOMPARE(first->getReferenceCount(), 2);
+        QCOMPARE(f.second->getReferenceCount(), 1);
+        row->displayMessage(f.message);
+        QCOMPARE(f.message->getReferenceCount(), 2);
     }
-    QCOMPARE(first->getReferenceCount(), 1);
+    QCOMPARE(f.message->getReferenceCount(), 1);
 
     // A message that only the row holds lives as long as it is shown.
-    MessageTreeWidget tree;
-    MessageTreeWidgetItem* row = addRow(&tree, &info);
-    TestMessage* message = info.createMessage();
+    MessageTreeWidgetItem* row = addRow(&f.tree, &f.info);
+    TestMessage* message = f.info.createMessage();
     row->processMessage(message);
     message->removeReference();
     row->configureInTreeWidget();
@@ -166,214 +141,147 @@ void TestMessageTreeWidgetItem::keepsMainMessagesByReference()
 class OpenRow : public MessageTreeWidgetItem
 {
 public:
-    OpenRow(MessageTreeWidget* tree, const MessageInfo* info)
-        : AbstractMessageTreeWidgetItem(tree)
-        , MessageTreeWidgetItem(tree, info)
+    explicit OpenRow(const MessageInfo* info)
+        : AbstractMessageTreeWidgetItem(nullptr)
+        , MessageTreeWidgetItem(nullptr, info)
     {
     }
-    using MessageTreeWidgetItem::createChildItems;
     using MessageTreeWidgetItem::setDisplayedMessage;
 };
 
 void TestMessageTreeWidgetItem::letsGoByItsOwnTypeAndHoldsByTheMessages()
 {
-    TestInfo main("MAIN");
+    const Fixture f;
     TestInfo sub("SUB", false);
-    OwnedMessage mainMessage(&main);
     OwnedMessage subMessage(&sub);
     subMessage->addReference();
     {
-        OpenRow row(nullptr, &main);
+        OpenRow row(&f.info);
         row.setDisplayedMessage(subMessage);
         QCOMPARE(subMessage->getReferenceCount(), 2);
         row.setDisplayedMessage(nullptr);
         QCOMPARE(subMessage->getReferenceCount(), 1);
     }
     {
-        OpenRow row(nullptr, &sub);
-        row.setDisplayedMessage(mainMessage);
-        QCOMPARE(mainMessage->getReferenceCount(), 2);
+        OpenRow row(&sub);
+        row.setDisplayedMessage(f.message);
         row.setDisplayedMessage(nullptr);
-        QCOMPARE(mainMessage->getReferenceCount(), 2);
+        QCOMPARE(f.message->getReferenceCount(), 2);
     }
-    mainMessage->removeReference();
+    f.message->removeReference();
 }
 
-void TestMessageTreeWidgetItem::needsItsType()
+void TestMessageTreeWidgetItem::needsItsTypeAndKeepsItWhenSetAgain()
 {
-    TestInfo info("T");
-    TestInfo other("U");
+    const Fixture f;
     MessageNeedManager* manager = MessageNeedManager::getInstance();
     {
-        MessageTreeWidgetItem row(nullptr, &info);
-        QVERIFY(manager->isNeeded(&info));
-        row.setMessageInfo(&other);
-        QVERIFY(!manager->isNeeded(&info));
-        QVERIFY(manager->isNeeded(&other));
+        MessageTreeWidgetItem row(nullptr, &f.info);
+        row.processMessage(f.message);
+        const QTreeWidgetItem* child = row.child(0);
+        row.setMessageInfo(&f.info);
+        QVERIFY(row.isMessageDisplayed() && row.child(0) == child && manager->isNeeded(&f.info));
+        row.setMessageInfo(&f.other);
+        QVERIFY(!manager->isNeeded(&f.info) && manager->isNeeded(&f.other));
     }
-    QVERIFY(!manager->isNeeded(&other));
-}
-
-void TestMessageTreeWidgetItem::ignoresOtherTypes()
-{
-    TestInfo info("T");
-    TestInfo other("U");
-    OwnedMessage message(&other);
-    MessageTreeWidgetItem row(nullptr, &info);
-    row.processMessage(message);
-    QVERIFY(!row.isMessageDisplayed());
-}
-
-void TestMessageTreeWidgetItem::displaysMessagesOfAnyType()
-{
-    TestInfo info("T");
-    info.add("a");
-    TestInfo other("U");
-    TestFieldInfo* b = other.add("b");
-    OwnedMessage message(&other);
-    message->set(b, 4);
-    MessageTreeWidget tree;
-    MessageTreeWidgetItem* row = addRow(&tree, &info);
-    row->displayMessage(message);
-    QCOMPARE(row->getMessageInfo(), static_cast<const MessageInfo*>(&other));
-    QCOMPARE(rowText(row), QString::fromLatin1("U | Message | "));
-    QCOMPARE(rowsBelow(row), lines("b | double | 4"));
-    row->displayMessage(nullptr);
-    QCOMPARE(rowText(row), QString::fromLatin1("No message type set | Message | No message"));
-    QCOMPARE(row->childCount(), 0);
-}
-
-void TestMessageTreeWidgetItem::settingTheSameTypeChangesNothing()
-{
-    TestInfo info("T");
-    info.add("a");
-    OwnedMessage message(&info);
-    MessageTreeWidgetItem row(nullptr, &info);
-    row.processMessage(message);
-    const QTreeWidgetItem* child = row.child(0);
-    row.setMessageInfo(&info);
-    QVERIFY(row.isMessageDisplayed());
-    QCOMPARE(static_cast<const QTreeWidgetItem*>(row.child(0)), child);
+    QVERIFY(!manager->isNeeded(&f.other));
 }
 
 void TestMessageTreeWidgetItem::tellsOfHiddenConfidentialFields()
 {
-    TestInfo info("T");
-    info.add("open");
-    info.add("secret", TestFieldInfo::Confidential);
-    info.add("more", TestFieldInfo::Confidential);
-    MessageTreeWidget tree;
-    MessageTreeWidgetItem* row = addRow(&tree, &info);
-    QCOMPARE(rowsBelow(row), lines("Hidden data |  | \nopen | double | "));
+    Fixture f;
+    f.info.add("secret", TestFieldInfo::Confidential);
+    f.info.add("more", TestFieldInfo::Confidential);
+    MessageTreeWidgetItem* row = addRow(&f.tree, &f.info);
+    QCOMPARE(rowTexts(row), lines("Hidden data\nx | double"));
     QCOMPARE(row->child(0)->toolTip(0),
-             QString::fromLatin1("Due to confidentiality, the data in this message has been (partly) hidden."));
+             text("Due to confidentiality, the data in this message has been (partly) hidden."));
     Corvel::setConfidentialInformationDisplayEnabled(true);
     row->configureInTreeWidget();
-    QCOMPARE(rowsBelow(row), lines("open | double | \nsecret | double | \nmore | double | "));
+    QCOMPARE(rowTexts(row), lines("x | double\nsecret | double\nmore | double"));
     Corvel::setConfidentialInformationDisplayEnabled(false);
     row->configureInTreeWidget();
     QCOMPARE(row->childCount(), 2);
 
     // Without a name column the row is there and says nothing.
-    tree.setColumns(QVector<MessageTreeWidget::ColumnType>() << MessageTreeWidget::ValueColumn);
-    QCOMPARE(rowsBelow(row), lines("\n"));
+    f.tree.setColumns(columns("2"));
+    QCOMPARE(rowTexts(row), lines("\n"));
 
-    TestInfo harmless("U");
-    harmless.add("detail", TestFieldInfo::Secondary);
-    tree.setShowPrimaryFieldsOnly(true);
-    QCOMPARE(addRow(&tree, &harmless)->childCount(), 0);
+    f.other.add("detail", TestFieldInfo::Secondary);
+    f.tree.setShowPrimaryFieldsOnly(true);
+    QCOMPARE(addRow(&f.tree, &f.other)->childCount(), 1);
 }
 
 void TestMessageTreeWidgetItem::asksForConfidentialityBeforeTheParent()
 {
     // A component field that a type lists among its fields gets no row there, yet a hidden one is told of.
-    TestInfo info("T");
-    TestFieldInfo* group = new TestFieldInfo(QLatin1String("group"));
-    TestFieldInfo* open = new TestFieldInfo(QLatin1String("open"));
-    TestFieldInfo* secret = new TestFieldInfo(QLatin1String("secret"), TestFieldInfo::Confidential);
-    group->addSubField(open);
-    group->addSubField(secret);
+    TestFieldInfo* group = new TestFieldInfo(text("group"));
+    addComponent(group, "open");
+    addComponent(group, "secret", TestFieldInfo::Confidential);
     TestInfo listing("U");
     listing.add(group);
-    MessageTreeWidget tree;
-    tree.setColumns(QVector<MessageTreeWidget::ColumnType>() << MessageTreeWidget::NameColumn);
-    QCOMPARE(rowsBelow(addRow(&tree, &listing)), lines("group\n. open"));
+    Tree tree;
+    tree.setColumns(columns("0"));
+    QCOMPARE(rowTexts(addRow(&tree, &listing)), lines("group\n  open"));
 
     // A confidential field that is hidden for another reason raises the notice too.
-    Corvel::setConfidentialInformationDisplayEnabled(true);
-    info.add("both", TestFieldInfo::Confidential | TestFieldInfo::Virtual);
-    tree.setShowVirtualFields(false);
-    QCOMPARE(rowsBelow(addRow(&tree, &info)), lines("Hidden data"));
-    Corvel::setConfidentialInformationDisplayEnabled(false);
-}
-
-void TestMessageTreeWidgetItem::writesVirtualNamesInItalics()
-{
     TestInfo info("T");
-    info.add("sent");
-    info.add("computed", TestFieldInfo::Virtual);
-    MessageTreeWidget tree;
-    MessageTreeWidgetItem* row = addRow(&tree, &info);
-    QVERIFY(!row->child(0)->font(0).italic());
-    QVERIFY(row->child(1)->font(0).italic());
-    QVERIFY(!row->child(1)->font(1).italic());
-    tree.setColumns(QVector<MessageTreeWidget::ColumnType>()
-                    << MessageTreeWidget::ValueColumn << MessageTreeWidget::NameColumn);
-    QVERIFY(!row->child(1)->font(0).italic());
-    QVERIFY(row->child(1)->font(1).italic());
+    info.add("both", TestFieldInfo::Confidential | TestFieldInfo::Virtual);
+    Corvel::setConfidentialInformationDisplayEnabled(true);
+    tree.setShowVirtualFields(false);
+    QCOMPARE(rowTexts(addRow(&tree, &info)), lines("Hidden data"));
+    Corvel::setConfidentialInformationDisplayEnabled(false);
 }
 
 void TestMessageTreeWidgetItem::createsRowsInFieldOrder()
 {
+    Fixture f;
     TestInfo inner("INNER", false);
     inner.add("value");
-    TestInfo info("T");
-    info.add("single");
-    info.add("text", TestFieldInfo::String);
-    info.add("many", TestFieldInfo::Repeated);
-    info.add("sub", TestFieldInfo::Plain, &inner);
-    info.add("subs", TestFieldInfo::Repeated | TestFieldInfo::Optional, &inner);
-    MessageTreeWidget tree;
-    QCOMPARE(rowsBelow(addRow(&tree, &info)),
-             lines("single | double | \ntext | string | \nmany |  | 0 repeated values\nsub | INNER | \n"
-                   ". value | double | \nsubs |  | No values for optional field"));
+    f.info.add("computed", TestFieldInfo::Virtual);
+    f.info.add("text", TestFieldInfo::String);
+    f.info.add("many", TestFieldInfo::Repeated);
+    f.info.add("sub", TestFieldInfo::Plain, &inner);
+    f.info.add("subs", TestFieldInfo::Repeated | TestFieldInfo::Optional, &inner);
+    const MessageTreeWidgetItem* row = addRow(&f.tree, &f.info);
+    QCOMPARE(rowTexts(row), lines("x | double\ncomputed | double\ntext | string\nmany |  | 0 repeated values\n"
+                                  "sub | INNER\n  value | double\nsubs |  | No values for optional field"));
+
+    // The names of virtual fields are in italics.
+    for (int nameColumn = 0; nameColumn < 2; ++nameColumn) {
+        QVERIFY(!row->child(0)->font(nameColumn).italic());
+        QVERIFY(row->child(1)->font(nameColumn).italic());
+        QVERIFY(!row->child(1)->font(1 - nameColumn).italic());
+        f.tree.setColumns(columns("2,0"));
+    }
 }
 
 void TestMessageTreeWidgetItem::rebuildsAndRefillsWhenConfigured()
 {
-    TestInfo info("T");
-    TestFieldInfo* x = info.add("x");
-    OwnedMessage message(&info);
-    message->set(x, 7);
-    MessageTreeWidget tree;
-    MessageTreeWidgetItem* row = new MessageTreeWidgetItem(&tree, &info);
-    row->processMessage(message);
+    Fixture f;
+    MessageTreeWidgetItem* row = new MessageTreeWidgetItem(&f.tree, &f.info);
+    row->processMessage(f.message);
     // Not in a view, there is nothing to configure.
-    const QTreeWidgetItem* child = row->child(0);
     row->QTreeWidgetItem::setText(2, QLatin1String("kept"));
     row->AbstractMessageTreeWidgetItem::configureInTreeWidget();
-    QCOMPARE(row->text(2), QString::fromLatin1("kept"));
-    QCOMPARE(static_cast<const QTreeWidgetItem*>(row->child(0)), child);
-    tree.addTopLevelItem(row);
+    QCOMPARE(row->text(2), text("kept"));
+    f.tree.addTopLevelItem(row);
     row->configureInTreeWidget();
-    QCOMPARE(rowsBelow(row), lines("x | double | 7"));
-    QCOMPARE(rowText(row), QString::fromLatin1("T | Message | "));
+    QCOMPARE(rowTexts(f.tree), lines("POSE | Message\n  x | double | 2.5 m"));
 
     // Rows of a type that is not main are filled, but not built anew.
     TestInfo sub("SUB", false);
     sub.add("y");
-    MessageTreeWidgetItem* subRow = addRow(&tree, &sub);
-    child = subRow->child(0);
+    MessageTreeWidgetItem* subRow = addRow(&f.tree, &sub);
+    const QTreeWidgetItem* child = subRow->child(0);
     subRow->configureInTreeWidget();
     QCOMPARE(static_cast<const QTreeWidgetItem*>(subRow->child(0)), child);
 }
 
 void TestMessageTreeWidgetItem::followsTheExpansionPolicy()
 {
-    TestInfo info("T");
-    info.add("x");
-    MessageTreeWidget tree;
-    MessageTreeWidgetItem* row = addRow(&tree, &info);
+    Fixture f;
+    MessageTreeWidgetItem* row = addRow(&f.tree, &f.info);
     QCOMPARE(row->getInitialExpansionPolicy(), AbstractMessageTreeWidgetItem::RestoreExpansion);
     row->setInitialExpansionPolicy(AbstractMessageTreeWidgetItem::CollapseInitially);
     QVERIFY(row->isExpanded());
@@ -382,13 +290,6 @@ void TestMessageTreeWidgetItem::followsTheExpansionPolicy()
     row->setInitialExpansionPolicy(AbstractMessageTreeWidgetItem::ExpandInitially);
     row->configureInTreeWidget();
     QVERIFY(row->isExpanded());
-
-    QTreeWidget plain;
-    MessageTreeWidgetItem* other = new MessageTreeWidgetItem(nullptr, &info);
-    plain.addTopLevelItem(other);
-    other->setExpanded(true);
-    other->configureInTreeWidget();
-    QVERIFY(!other->isExpanded());
 }
 
 QTEST_MAIN(TestMessageTreeWidgetItem)

@@ -1,15 +1,7 @@
 #include "pathexpressionlineedit.h"
-#include "pathfixtures.h"
+#include "pathwidgetfixtures.h"
 #include "testbase.h"
-
-#include <QElapsedTimer>
-
-typedef PathExpression::Parts Parts;
-
-static QString text(const char* latin1)
-{
-    return QString::fromLatin1(latin1);
-}
+#include "waitfor.h"
 
 class tst_PathExpressionLineEdit : public TestBase
 {
@@ -17,9 +9,7 @@ class tst_PathExpressionLineEdit : public TestBase
 
 private Q_SLOTS:
     void showsItsPartsAndFollowsThem();
-    void saysThatThereIsNoExpression();
-    void editsArePrefixes();
-    void returnCommits();
+    void editsArePrefixesUntilReturn();
     void changesElsewhereWaitWhileTheUserTypes();
     void returnCommitsOnceForEachExpressionThatWasSet();
     void leavesFormerExpressionAlone();
@@ -31,11 +21,7 @@ static bool takeFocus(QWidget* widget)
     widget->show();
     widget->activateWindow();
     widget->setFocus();
-    QElapsedTimer timer;
-    timer.start();
-    while (!widget->hasFocus() && timer.elapsed() < 5000)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-    return widget->hasFocus();
+    return waitFor([widget]() { return widget->hasFocus(); });
 }
 
 void tst_PathExpressionLineEdit::showsItsPartsAndFollowsThem()
@@ -43,8 +29,6 @@ void tst_PathExpressionLineEdit::showsItsPartsAndFollowsThem()
     PathExpression expression;
     expression.setString(text("f/M/a"));
     PathExpressionLineEdit edit(&expression, Parts(3));
-    QCOMPARE(edit.getPathExpression(), &expression);
-    QCOMPARE(int(edit.getParts()), 3);
     QCOMPARE(edit.text(), text("f/M"));
     PathRecorder recorder(&expression);
     edit.setText(text("untouched"));
@@ -55,60 +39,32 @@ void tst_PathExpressionLineEdit::showsItsPartsAndFollowsThem()
     QCOMPARE(edit.text(), text("g/M"));
     edit.setParts(Parts(4));
     QCOMPARE(edit.text(), text("b"));
-}
-
-void tst_PathExpressionLineEdit::saysThatThereIsNoExpression()
-{
-    PathExpressionLineEdit edit;
+    edit.setPathExpression(nullptr);
     QCOMPARE(edit.text(), text("No path expression set!"));
-    edit.clear();
     QTest::keyClicks(&edit, text("typed"));
     QTest::keyClick(&edit, Qt::Key_Return);
-    QCOMPARE(edit.text(), text("typed"));
-    edit.setParts(Parts(1));
-    QCOMPARE(edit.text(), text("No path expression set!"));
-    PathExpression expression;
-    expression.setString(text("f"));
     edit.setPathExpression(&expression);
-    QCOMPARE(edit.text(), text("f"));
-    edit.setPathExpression(nullptr);
-    expression.setString(text("g"));
-    QCOMPARE(edit.text(), text("No path expression set!"));
+    QCOMPARE(edit.text(), text("b"));
 }
 
-void tst_PathExpressionLineEdit::editsArePrefixes()
+void tst_PathExpressionLineEdit::editsArePrefixesUntilReturn()
 {
-    FormatInfo format(text("format"));
-    addTestType(&format, "Type", "");
-    FormatRegistry::getInstance()->addFormat(&format);
+    const LetterFormat format("Type");
     PathExpression expression;
     PathExpressionLineEdit edit(&expression, Parts(3));
     PathRecorder recorder(&expression);
-    QTest::keyClicks(&edit, text("format/t"));
-    QCOMPARE(expression.getString(PathExpression::AllParts), text("format/t"));
+    QTest::keyClicks(&edit, text("f/t"));
+    QCOMPARE(expression.getString(PathExpression::AllParts), text("f/t"));
     QCOMPARE(expression.getMatchingMessageInfos().size(), 1);
-    recorder.take();
-    QTest::keyClick(&edit, Qt::Key_Backspace);
-    QCOMPARE(recorder.take(), text("parts 2, text format, matches"));
-}
-
-void tst_PathExpressionLineEdit::returnCommits()
-{
-    FormatInfo format(text("format"));
-    addTestType(&format, "Type", "");
-    FormatRegistry::getInstance()->addFormat(&format);
-    PathExpression expression;
-    PathExpressionLineEdit edit(&expression, Parts(3));
-    PathRecorder recorder(&expression);
-    QTest::keyClicks(&edit, text("format/t"));
     recorder.take();
     QTest::keyClick(&edit, Qt::Key_Return);
     QCOMPARE(recorder.take(), text("matches")); // the same text, not a prefix any more
     QCOMPARE(expression.getMatchingMessageInfos().size(), 0);
-    edit.setText(text("format/Type"));
+    QTest::keyClick(&edit, Qt::Key_Backspace);
+    QCOMPARE(recorder.take(), text("parts 2, text f, matches"));
+    edit.setText(text("f/Type"));
     QTest::keyClick(&edit, Qt::Key_Return);
-    QCOMPARE(recorder.take(), text("parts 2, text format/Type, matches"));
-    QCOMPARE(expression.getMatchingMessageInfos().size(), 1);
+    QCOMPARE(recorder.take(), text("parts 2, text f/Type, matches"));
 }
 
 void tst_PathExpressionLineEdit::changesElsewhereWaitWhileTheUserTypes()
@@ -121,7 +77,6 @@ void tst_PathExpressionLineEdit::changesElsewhereWaitWhileTheUserTypes()
     QVERIFY(takeFocus(&edit));
     QTest::keyClicks(&edit, text("f/M/")); // the expression's own text lacks the last separator
     QTest::keyClick(&edit, Qt::Key_Return);
-    QCOMPARE(edit.text(), text("f/M/"));
     expression.setString(text("g"));
     QCOMPARE(edit.text(), text("f/M/"));
     QVERIFY(takeFocus(&other));
@@ -138,9 +93,6 @@ void tst_PathExpressionLineEdit::returnCommitsOnceForEachExpressionThatWasSet()
     QVERIFY(takeFocus(&edit)); // else what the undoer sets would be shown and committed
     PathUndoer undoer(&second, text("f"));
     PathRecorder recorder(&first);
-    edit.setText(text("typed"));
-    QTest::keyClick(&edit, Qt::Key_Return);
-    QCOMPARE(undoer.take(), QStringList());
     edit.setPathExpression(&second);
     edit.setText(text("once"));
     QTest::keyClick(&edit, Qt::Key_Return);

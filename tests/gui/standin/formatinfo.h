@@ -7,15 +7,9 @@
 class FormatInfo
 {
 public:
-    explicit FormatInfo(const QString& name)
-        : m_name(name)
-    {
-    }
+    QString getName() const { return name; }
 
-    QString getName() const { return m_name; }
-
-private:
-    QString m_name;
+    QString name;
 };
 
 #endif

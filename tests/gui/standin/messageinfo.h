@@ -7,15 +7,9 @@
 class MessageInfo
 {
 public:
-    explicit MessageInfo(const QString& description)
-        : m_description(description)
-    {
-    }
+    QString getShortDescriptiveText() const { return description; }
 
-    QString getShortDescriptiveText() const { return m_description; }
-
-private:
-    QString m_description;
+    QString description;
 };
 
 #endif

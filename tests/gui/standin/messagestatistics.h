@@ -22,17 +22,7 @@ public:
 
     MessageStatistics(const FormatInfo* format, const QString& name)
         : formatInfo(format)
-        , messageInfo(nullptr)
         , messageName(name)
-        , count(0)
-        , lastInterval(0)
-        , regular(false)
-        , unknownTime(0)
-        , unknownInterval(0)
-        , numberOfGaps(0)
-        , numberOfMissingEpochs(0)
-        , unstoredGaps(false)
-        , hashesAsked(0)
     {
     }
 
@@ -76,20 +66,20 @@ public:
     }
 
     const FormatInfo* formatInfo;
-    const MessageInfo* messageInfo;
+    const MessageInfo* messageInfo = nullptr;
     QString messageName;
-    unsigned int count;
-    unsigned long long lastInterval;
-    bool regular;
+    unsigned int count = 0;
+    unsigned long long lastInterval = 0;
+    bool regular = false;
     QList<long long> intervals;
     QHash<long long, unsigned int> intervalCounts;
-    unsigned int unknownTime;
-    unsigned int unknownInterval;
+    unsigned int unknownTime = 0;
+    unsigned int unknownInterval = 0;
     QVector<Gap> gaps;
-    int numberOfGaps;
-    int numberOfMissingEpochs;
-    bool unstoredGaps;
-    mutable int hashesAsked; ///< how often the counts of the intervals were fetched
+    int numberOfGaps = 0;
+    int numberOfMissingEpochs = 0;
+    bool unstoredGaps = false;
+    mutable int hashesAsked = 0; ///< how often the counts of the intervals were fetched
 };
 
 #endif

@@ -12,11 +12,6 @@ class MessageStatistics;
 class MessageStatisticsCoordinator
 {
 public:
-    MessageStatisticsCoordinator()
-        : listsAsked(0)
-    {
-    }
-
     QList<MessageStatistics*> getAllMessageStatistics() const
     {
         ++listsAsked;
@@ -26,7 +21,7 @@ public:
 
     QList<MessageStatistics*> statistics;
     QHash<int, unsigned int> eventCounts;
-    mutable int listsAsked; ///< how often the list was fetched
+    mutable int listsAsked = 0; ///< how often the list was fetched
 };
 
 #endif
