@@ -20,7 +20,9 @@
 
 // Reading a recording as corvel-dump --stats does: finding, checking and counting messages and keeping the statistics.
 // Reported beside it is how many times as long that takes as decompressing the same chunks and walking their records
-// without looking into them, measured in the same run, with and without the checksum of the chunks.
+// without decoding them, measured in the same run, for three walks that look at more and more. "heads" is what the
+// promise of 1.3 times is held against: no reader can tell channels and times without the heads of the messages.
+// "checked" tells what is left beyond the checksums, which have to be verified as well.
 
 namespace
 {
