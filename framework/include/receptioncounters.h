@@ -45,6 +45,8 @@ public:
     const QMap<quint32, quint64>& getChecksumFailures() const { return m_checksumFailures; }
 
 private:
+    void addRow(const ReceivedMessage& message);
+
     QVector<Row> m_rows;
     KeyIndex m_rowIndices;
     QMap<quint32, quint64> m_checksumFailures;

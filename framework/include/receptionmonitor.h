@@ -98,6 +98,7 @@ private:
     Q_DISABLE_COPY(ReceptionMonitor)
 
     void countFirst(const ReceivedMessage& message);
+    void reportUnknown(const ReceivedMessage& message);
     void reportLeap(qint64 step);
     void report(int type, const QString& text, const QDateTime& time, const QString& kind = QString());
     QDateTime streamTime() const;

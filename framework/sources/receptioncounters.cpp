@@ -14,20 +14,23 @@ ReceptionCounters::ReceptionCounters()
 
 void ReceptionCounters::countMessage(const ReceivedMessage& message)
 {
-    const quint64 key = KeyIndex::keyOf(message.id, message.sender);
-    const int row = m_rowIndices.find(key);
-    if (row >= 0) {
+    const int row = m_rowIndices.find(KeyIndex::keyOf(message.id, message.sender));
+    if (row >= 0)
         ++m_rows[row].count;
-    } else {
-        m_rowIndices.insert(key, int(m_rows.size()));
-        m_rows.append(Row{message.info, message.id, message.sender, 1});
-    }
-
+    else
+        addRow(message);
     if (message.info)
         ++m_messages;
     else
         ++m_unknown;
     m_bytes += quint64(message.size);
+}
+
+// Apart, so that what happens for every message stays small.
+void ReceptionCounters::addRow(const ReceivedMessage& message)
+{
+    m_rowIndices.insert(KeyIndex::keyOf(message.id, message.sender), int(m_rows.size()));
+    m_rows.append(Row{message.info, message.id, message.sender, 1});
 }
 
 void ReceptionCounters::changeTypes(const QHash<quint32, const MessageInfo*>& infos)

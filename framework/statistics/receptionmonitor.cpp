@@ -113,10 +113,7 @@ void ReceptionMonitor::processReceived(const ReceivedMessage& message)
             reportLeap(step);
     }
     if (!message.info)
-        report(
-            CorvelEvent::UnknownMessage,
-            tr("unknown message %1, sender %2").arg(m_decoder->describeUnknown(message.id), senderName(message.sender)),
-            streamTime());
+        reportUnknown(message);
 }
 
 /** Counts a message of a type and sender that has no statistics of its own, at least not yet. */
@@ -141,6 +138,14 @@ void ReceptionMonitor::processProblem(const StreamProblem& problem)
     // How many bytes were skipped differs every time; it is one kind of event all the same.
     const QString kind = problem.kind == StreamProblem::SkippedBytes ? tr("bytes skipped") : QString();
     report(typeOf(problem.kind), text, streamTime(), kind);
+}
+
+// Apart, as are the others that seldom happen, so that what happens for every message stays small.
+void ReceptionMonitor::reportUnknown(const ReceivedMessage& message)
+{
+    report(CorvelEvent::UnknownMessage,
+           tr("unknown message %1, sender %2").arg(m_decoder->describeUnknown(message.id), senderName(message.sender)),
+           streamTime());
 }
 
 /** Reports a leap of the time of messages. */
