@@ -214,10 +214,6 @@
         <translation>Durch&amp;suchen ...</translation>
     </message>
     <message>
-        <source>those in use, or those that the source brings</source>
-        <translation>die geladenen oder die der Quelle</translation>
-    </message>
-    <message>
         <source>File of definitions</source>
         <translation>Definitionsdatei</translation>
     </message>
@@ -316,6 +312,14 @@
     <message>
         <source>Choose a file.</source>
         <translation>Eine Datei wählen.</translation>
+    </message>
+    <message>
+        <source>those in use, or the source&apos;s own</source>
+        <translation>die geladenen oder die der Quelle</translation>
+    </message>
+    <message>
+        <source>Fil&amp;e:</source>
+        <translation>Da&amp;teiname:</translation>
     </message>
 </context>
 <context>
@@ -538,10 +542,6 @@
         <translation>Warten auf Nachrichten von %1 ...</translation>
     </message>
     <message>
-        <source>Open a recording or connect to a vehicle from the File menu, or drop a recording here.</source>
-        <translation>Über das Menü „Datei“ eine Aufzeichnung öffnen oder ein Fahrzeug verbinden oder eine Aufzeichnung hier ablegen.</translation>
-    </message>
-    <message>
         <source>Message tree</source>
         <translation>Nachrichtenbaum</translation>
     </message>
@@ -726,10 +726,6 @@
         <translation>Ansichten stillstehen lassen, während weiter gezählt und aufgezeichnet wird, was ankommt (F8)</translation>
     </message>
     <message>
-        <source>The views are paused. What arrives is counted and recorded all the same; press %1 to catch up.</source>
-        <translation>Die Ansichten sind angehalten. Was ankommt, wird trotzdem gezählt und aufgezeichnet; %1 drücken, um aufzuholen.</translation>
-    </message>
-    <message>
         <source>Double-click an event, or press Return, to go to its time in the recording</source>
         <translation>Ein Ereignis doppelklicken oder die Eingabetaste drücken, um in der Aufzeichnung zu seiner Zeit zu springen</translation>
     </message>
@@ -832,6 +828,26 @@
     <message>
         <source>The definitions are used from here on, also for what is open.</source>
         <translation>Die Definitionen gelten von hier an, auch für das, was geöffnet ist.</translation>
+    </message>
+    <message>
+        <source>%1 sources, %2 recorded</source>
+        <translation>%1 Quellen, %2 wird aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>Open a recording (Ctrl+O), connect to a device (Ctrl+K), or drop a recording here.</source>
+        <translation>Eine Aufzeichnung öffnen (Strg+O), ein Gerät verbinden (Strg+K) oder eine Aufzeichnung hier ablegen.</translation>
+    </message>
+    <message>
+        <source>Nothing matches what is searched for; Esc shows everything again.</source>
+        <translation>Nichts entspricht der Suche; Esc zeigt wieder alles.</translation>
+    </message>
+    <message>
+        <source>The views are paused. What arrives is counted and recorded all the same.</source>
+        <translation>Die Ansichten sind angehalten. Was ankommt, wird trotzdem gezählt und aufgezeichnet.</translation>
+    </message>
+    <message>
+        <source>Resume (%1)</source>
+        <translation>Fortsetzen (%1)</translation>
     </message>
 </context>
 <context>
@@ -1396,24 +1412,12 @@
         <translation>Alle entfernen</translation>
     </message>
     <message>
-        <source>Remove all series</source>
-        <translation>Alle Reihen entfernen</translation>
-    </message>
-    <message>
         <source>Save Picture...</source>
         <translation>Bild speichern ...</translation>
     </message>
     <message>
-        <source>Save the plot as a PNG picture</source>
-        <translation>Den Verlauf als PNG-Bild speichern</translation>
-    </message>
-    <message>
         <source>Save Values...</source>
         <translation>Werte speichern ...</translation>
-    </message>
-    <message>
-        <source>Save the values as CSV</source>
-        <translation>Die Werte als CSV speichern</translation>
     </message>
     <message>
         <source>Field</source>
@@ -1458,6 +1462,14 @@
     <message>
         <source>Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L).</source>
         <translation>Eine Zahl aus dem Nachrichtenbaum hierher ziehen oder in ihrem Kontextmenü „Im Verlauf zeigen“ wählen (Strg+L).</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Save the plot as a picture, or its values</source>
+        <translation>Den Verlauf als Bild speichern oder seine Werte</translation>
     </message>
 </context>
 <context>
@@ -2064,11 +2076,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>%1, recorded %2 in %3</source>
-        <comment>state, size, duration</comment>
-        <translation>%1, %2 in %3 aufgezeichnet</translation>
-    </message>
-    <message>
         <source>%1 /s</source>
         <translation>%1 /s</translation>
     </message>
@@ -2091,6 +2098,16 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>%1 is being recorded already.</source>
         <translation>%1 wird bereits aufgezeichnet.</translation>
+    </message>
+    <message>
+        <source>recording, %1 in %2</source>
+        <comment>size, duration</comment>
+        <translation>zeichnet auf, %1 in %2</translation>
+    </message>
+    <message>
+        <source>recorded %1 in %2, %3</source>
+        <comment>size, duration, state</comment>
+        <translation>%1 in %2 aufgezeichnet, %3</translation>
     </message>
 </context>
 <context>

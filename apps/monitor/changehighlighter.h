@@ -35,6 +35,8 @@ public:
 
     /** Looks what changed on the screen, and lets shades fade; called by a timer. */
     void update();
+    /** Takes all shades away. */
+    void clear();
 
 private:
     struct Cell
@@ -46,7 +48,6 @@ private:
     };
 
     void shade(QTreeWidgetItem* item, int column, int percent);
-    void clear();
     void forget(const QModelIndex& parent, int first, int last);
     QList<QTreeWidgetItem*> rowsOnScreen() const;
 

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace
@@ -72,7 +73,7 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     source->addRow(m_portLabel, m_port);
 
     QPushButton* const browseDefinitions = new QPushButton(tr("Bro&wse..."));
-    m_definitions->setPlaceholderText(tr("those in use, or those that the source brings"));
+    m_definitions->setPlaceholderText(tr("those in use, or the source's own"));
     m_definitions->setAccessibleName(tr("File of definitions"));
     m_definitions->setToolTip(
         tr("A MAVLink dialect (.xml), or a Protocol Buffers schema (.proto or a descriptor set)"));
@@ -109,8 +110,13 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     m_error->setWordWrap(true);
     m_error->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_error->setAccessibleName(tr("What is wrong"));
-    m_error->setFrameShape(QFrame::StyledPanel);
-    m_error->setMargin(4);
+    m_errorSign = new QLabel;
+    const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    m_errorSign->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side));
+    QHBoxLayout* const errorRow = new QHBoxLayout;
+    errorRow->addWidget(m_errorSign, 0, Qt::AlignTop);
+    errorRow->addWidget(m_error, 1);
+    m_errorSign->hide();
     m_error->hide();
 
     QDialogButtonBox* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
@@ -121,7 +127,7 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     QVBoxLayout* const layout = new QVBoxLayout(this);
     layout->addLayout(source);
     layout->addWidget(group);
-    layout->addWidget(m_error);
+    layout->addLayout(errorRow);
     layout->addStretch(1);
     layout->addWidget(buttons);
     resize(fontMetrics().averageCharWidth() * 80, sizeHint().height());
@@ -153,7 +159,7 @@ void ConnectDialog::followKind()
         m_address->setText(QLatin1String("ws://localhost:8765"));
         break;
     case FileKind:
-        m_addressLabel->setText(tr("&File:"));
+        m_addressLabel->setText(tr("Fil&e:"));
         m_address->clear();
         break;
     default:
@@ -242,7 +248,10 @@ void ConnectDialog::setOptions(const SourceOptions& options)
 void ConnectDialog::showError(const QString& text)
 {
     m_error->setText(text);
+    m_errorSign->setVisible(!text.isEmpty());
     m_error->setVisible(!text.isEmpty());
+    layout()->activate();
+    resize(width(), qMax(height(), layout()->totalHeightForWidth(width()))); // as nothing else makes it higher
 }
 
 void ConnectDialog::accept()

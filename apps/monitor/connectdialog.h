@@ -59,6 +59,7 @@ private:
     QLineEdit* m_imports;
     QComboBox* m_type;
     QComboBox* m_framing;
+    QLabel* m_errorSign;
     QLabel* m_error;
 };
 

@@ -1,5 +1,7 @@
 #include "emptyhint.h"
 
+#include "theme.h"
+
 #include <QAbstractItemModel>
 #include <QAbstractItemView>
 #include <QEvent>
@@ -10,9 +12,7 @@ EmptyHint::EmptyHint(QAbstractItemView* view, const QString& text)
     : QLabel(text, view->viewport())
     , m_view(view)
 {
-    setAlignment(Qt::AlignCenter);
-    setWordWrap(true);
-    setEnabled(false);
+    Theme::makeHint(this);
     setMargin(Margin);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     view->viewport()->installEventFilter(this);

@@ -25,6 +25,7 @@ FindBar::FindBar(MessageTreeWidget* tree, LatestMessageSource* latest, QWidget* 
     m_edit->setAccessibleName(tr("Find in the message tree"));
     m_edit->setClearButtonEnabled(true);
     m_result->setAccessibleName(tr("Matches"));
+    m_result->setMinimumWidth(m_result->fontMetrics().horizontalAdvance(tr("Not a path yet"))); // the line stands still
     QLabel* const label = new QLabel(tr("&Find:"));
     label->setBuddy(m_edit);
 

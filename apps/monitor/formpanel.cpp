@@ -6,6 +6,7 @@
 #include "latestmessagesource.h"
 #include "messageinfo.h"
 #include "messagewidget.h"
+#include "theme.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -19,9 +20,7 @@ FormPanel::FormPanel(LatestMessageSource* source, QWidget* parent)
     QWidget* content = new QWidget;
     m_layout = new QVBoxLayout(content);
     m_hint = new QLabel(tr("Select message types in the list to see them here as forms."));
-    m_hint->setWordWrap(true);
-    m_hint->setAlignment(Qt::AlignCenter);
-    m_hint->setEnabled(false);
+    Theme::makeHint(m_hint);
     m_layout->addWidget(m_hint);
     m_layout->addStretch(1);
     setWidget(content);

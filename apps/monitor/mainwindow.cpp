@@ -2,6 +2,7 @@
 
 #include "corvel.h"
 #include "eventfeed.h"
+#include "findbar.h"
 #include "formpanel.h"
 #include "latestmessagesource.h"
 #include "messageinfo.h"
@@ -17,6 +18,7 @@
 #include "preferencesdialog.h"
 #include "sourcemodel.h"
 #include "sourcepanel.h"
+#include "treefilter.h"
 #include "treetools.h"
 #include "watchbar.h"
 
@@ -227,7 +229,8 @@ void MainWindow::arrangeDocks()
     resizeDocks({statistics}, {height() / (isSmall ? 5 : 4)}, Qt::Vertical);
     resizeDocks({docks.value(QLatin1String("sources")), types}, {height() / 6, height() / 2}, Qt::Vertical);
     if (!isSmall)
-        resizeDocks({statistics, docks.value(QLatin1String("events"))}, {width() / 3, width() / 3}, Qt::Horizontal);
+        resizeDocks({statistics, docks.value(QLatin1String("events"))}, {width() * 5 / 9, width() * 4 / 9},
+                    Qt::Horizontal);
     // Once the docks have left the tree what it gets.
     QTimer::singleShot(0, m_tree, [this]() {
         m_tree->header()->resizeSection(0, m_tree->width() * 2 / 5);
@@ -265,8 +268,10 @@ void MainWindow::refresh()
     m_sources->refresh();
     m_playbackBar->refresh();
     updateStatus();
-    if (m_viewsPaused)
+    if (m_viewsPaused) {
+        updateHint(); // what is searched for can change all the same
         return;
+    }
     m_types->refresh();
     if (m_statistics->isVisible())
         m_statistics->updateTree();
@@ -295,10 +300,14 @@ void MainWindow::updateStatus()
     }
     const int count = m_sources->getCount();
     if (count == 1) {
-        m_inputStatus->setText(tr("%1: %2").arg(session->getName(), session->getStateText()));
+        m_inputStatus->setText(tr("%1: %2").arg(session->getName(), SourceModel::stateText(session)));
         setWindowTitle(tr("%1 – Corvel Monitor").arg(session->getName()));
     } else {
-        m_inputStatus->setText(tr("%1 sources").arg(count));
+        int recordings = 0;
+        for (int i = 0; i < count; ++i)
+            recordings += m_sources->getSession(i)->getRecorder().isRecording() ? 1 : 0;
+        m_inputStatus->setText(recordings > 0 ? tr("%1 sources, %2 recorded").arg(count).arg(recordings)
+                                              : tr("%1 sources").arg(count));
         setWindowTitle(tr("%1 sources – Corvel Monitor").arg(count));
     }
     quint64 messages = 0;
@@ -315,6 +324,7 @@ void MainWindow::updateStatus()
                               .arg(locale.toString(m_sources->getByteRate() / 1000, 'f', 1))
                               .arg(locale.toString(m_latest->getOvertakenCount()))
                               .arg(locale.toString(failures)));
+    m_rateStatus->setMinimumWidth(m_rateStatus->sizeHint().width()); // never less, or the text beside it moves
 }
 
 void MainWindow::updateSenders()
@@ -424,17 +434,20 @@ void MainWindow::updateForms()
 void MainWindow::updateHint()
 {
     const SourceSession* const session = m_sourcePanel->getCurrent();
-    m_treeHint->setVisible(m_tree->topLevelItemCount() == 0);
-    if (m_types->rowCount() > 0)
+    const TreeFilter* const filter = m_tools->getFindBar()->getFilter();
+    const bool nothingFound = filter->isActive() && filter->getErrorString().isEmpty() && filter->getMatchCount() == 0;
+    m_treeHint->setVisible(m_tree->topLevelItemCount() == 0 || nothingFound);
+    if (m_tree->topLevelItemCount() > 0)
+        m_treeHint->setText(tr("Nothing matches what is searched for; Esc shows everything again."));
+    else if (m_types->rowCount() > 0)
         m_treeHint->setText(
             tr("Tick a message type in the list to see its fields here, or add all of them from the tool bar."));
     else if (session && !session->getErrorText().isEmpty())
-        m_treeHint->setText(session->getErrorText());
+        m_treeHint->setText(tr("%1: %2").arg(session->getName(), session->getErrorText()));
     else if (session)
         m_treeHint->setText(tr("Waiting for messages from %1 ...").arg(session->getName()));
     else
-        m_treeHint->setText(
-            tr("Open a recording or connect to a vehicle from the File menu, or drop a recording here."));
+        m_treeHint->setText(tr("Open a recording (Ctrl+O), connect to a device (Ctrl+K), or drop a recording here."));
 }
 
 void MainWindow::setShowConfidential(bool show)

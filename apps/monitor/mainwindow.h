@@ -120,6 +120,7 @@ private:
     void createFileMenu();
     void createActions();
     void createPlayback();
+    void createPauseBanner();
     void createPlaybackMenu();
     void createStatusBar();
 
@@ -186,7 +187,7 @@ private:
     QTimer m_refreshTimer;
     PlaybackBar* m_playbackBar;
     QAction* m_pauseViews;
-    QLabel* m_pauseBanner;
+    QWidget* m_pauseBanner;
     bool m_viewsPaused = false;
 
     SourceFactory m_factory;

@@ -13,9 +13,11 @@
 #include "watchbar.h"
 
 #include <QAction>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QShortcut>
 #include <QStatusBar>
 
@@ -35,9 +37,7 @@ void MainWindow::createPlayback()
     m_pauseViews->setToolTip(tr("Let the views stand still while what arrives is counted and recorded (F8)"));
     connect(m_pauseViews, &QAction::toggled, this, &MainWindow::setViewsPaused);
 
-    m_pauseBanner->setText(
-        tr("The views are paused. What arrives is counted and recorded all the same; press %1 to catch up.")
-            .arg(m_pauseViews->shortcut().toString()));
+    createPauseBanner();
 
     // Double-click and Return, wherever the style lets them mean something else.
     connect(m_events, &QAbstractItemView::doubleClicked, this, &MainWindow::jumpToEvent);
@@ -47,6 +47,25 @@ void MainWindow::createPlayback()
     QShortcut* const toGap = new QShortcut(Qt::Key_Return, m_statistics, nullptr, nullptr, Qt::WidgetShortcut);
     connect(toGap, &QShortcut::activated, this, [this]() { jumpToGap(m_statistics->currentItem()); });
     m_events->setToolTip(tr("Double-click an event, or press Return, to go to its time in the recording"));
+}
+
+void MainWindow::createPauseBanner()
+{
+    m_pauseBanner->setBackgroundRole(QPalette::Highlight);
+    m_pauseBanner->setAutoFillBackground(true);
+    QLabel* const text = new QLabel(tr("The views are paused. What arrives is counted and recorded all the same."));
+    text->setAlignment(Qt::AlignCenter);
+    text->setWordWrap(true);
+    text->setForegroundRole(QPalette::HighlightedText);
+    text->setAccessibleName(tr("Paused views"));
+    QPushButton* const resume =
+        new QPushButton(tr("Resume (%1)").arg(m_pauseViews->shortcut().toString(QKeySequence::NativeText)));
+    connect(resume, &QPushButton::clicked, this, [this]() { setViewsPaused(false); });
+    QHBoxLayout* const layout = new QHBoxLayout(m_pauseBanner);
+    layout->setContentsMargins(6, 3, 6, 3);
+    layout->addWidget(text, 1);
+    layout->addWidget(resume);
+    m_pauseBanner->hide();
 }
 
 void MainWindow::createPlaybackMenu()

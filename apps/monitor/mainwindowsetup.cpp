@@ -2,6 +2,8 @@
 
 #include "mainwindow.h"
 
+#include "celldelegate.h"
+#include "columngrower.h"
 #include "connectdialog.h"
 #include "emptyhint.h"
 #include "eventlogtablewidget.h"
@@ -15,6 +17,7 @@
 #include "sourcemodel.h"
 #include "sourcepanel.h"
 #include "statisticscsv.h"
+#include "theme.h"
 #include "treeactions.h"
 #include "treetools.h"
 #include "watchbar.h"
@@ -37,6 +40,30 @@
 static const int MostRecentFiles = 10;
 static const int SaidMilliseconds = 4000;
 
+namespace
+{
+
+class StatisticsCells : public CellDelegate
+{
+public:
+    explicit StatisticsCells(QObject* parent)
+        : CellDelegate(parent)
+    {
+        setName(0);
+        setNumeric(1);
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        CellDelegate::initStyleOption(option, index);
+        if (index.column() == 0 && index.parent().parent().parent().isValid())
+            option->textElideMode = Qt::ElideLeft; // of a time, the date is what can be spared
+    }
+};
+
+} // namespace
+
 void MainWindow::createTree()
 {
     m_tree = new MessageTreeWidget(this);
@@ -47,24 +74,14 @@ void MainWindow::createTree()
     connect(m_latest, SIGNAL(newMessage(const Message*)), m_tree, SLOT(processMessage(const Message*)));
 
     m_treeHint = new QLabel(m_tree->viewport());
-    m_treeHint->setAlignment(Qt::AlignCenter);
-    m_treeHint->setWordWrap(true);
-    m_treeHint->setEnabled(false);
+    Theme::makeHint(m_treeHint);
     m_treeHint->setAttribute(Qt::WA_TransparentForMouseEvents);
     QVBoxLayout* layout = new QVBoxLayout(m_tree->viewport());
     layout->addWidget(m_treeHint);
 
     m_tools = new TreeTools(m_tree, m_latest, m_tap, this);
 
-    m_pauseBanner = new QLabel;
-    m_pauseBanner->setAlignment(Qt::AlignCenter);
-    m_pauseBanner->setWordWrap(true);
-    m_pauseBanner->setMargin(6);
-    m_pauseBanner->setForegroundRole(QPalette::HighlightedText);
-    m_pauseBanner->setBackgroundRole(QPalette::Highlight);
-    m_pauseBanner->setAutoFillBackground(true);
-    m_pauseBanner->setAccessibleName(tr("Paused views"));
-    m_pauseBanner->hide();
+    m_pauseBanner = new QWidget;
     QWidget* central = new QWidget;
     QVBoxLayout* centralLayout = new QVBoxLayout(central);
     centralLayout->setContentsMargins(0, 0, 0, 0);
@@ -101,6 +118,11 @@ void MainWindow::createTypeList()
                                         metrics.horizontalAdvance(QLatin1String(" Sender  ^ ")));
     for (const int column : {MessageTypeModel::CountColumn, MessageTypeModel::RateColumn})
         m_typeView->header()->resizeSection(column, metrics.horizontalAdvance(QLatin1String(" 000,000 ")));
+    CellDelegate* const cells = new CellDelegate(m_typeView);
+    cells->setName(MessageTypeModel::TypeColumn);
+    cells->setName(MessageTypeModel::SenderColumn);
+    m_typeView->setItemDelegate(cells);
+    new ColumnGrower(m_typeView, MessageTypeModel::SenderColumn, 25);
     connect(m_typeView->selectionModel(), &QItemSelectionModel::selectionChanged, this, &MainWindow::updateForms);
     connect(m_types, &QAbstractItemModel::modelReset, this, &MainWindow::updateForms);
 }
@@ -139,7 +161,12 @@ void MainWindow::createDocks()
 
     m_statistics = new MessageStatisticsWidget(&m_coordinator, this);
     m_statistics->setAccessibleName(tr("Message statistics"));
-    m_statistics->header()->resizeSection(0, 220);
+    m_statistics->header()->setStretchLastSection(false);
+    m_statistics->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_statistics->header()->resizeSection(1, m_statistics->fontMetrics().horizontalAdvance(QLatin1String(" 0000000 ")));
+    m_statistics->resizeColumnToContents(2);
+    m_statistics->headerItem()->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
+    m_statistics->setItemDelegate(new StatisticsCells(m_statistics));
     QDockWidget* statisticsDock = new QDockWidget(tr("Statistics"), this);
     statisticsDock->setObjectName(QLatin1String("statistics"));
     statisticsDock->setWidget(m_statistics);
@@ -154,7 +181,11 @@ void MainWindow::createDocks()
     m_events->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_events->verticalHeader()->hide();
     m_events->verticalHeader()->setDefaultSectionSize(m_events->fontMetrics().height() + 4);
-    m_events->horizontalHeader()->resizeSection(0, 170);
+    m_events->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_events->horizontalHeader()->resizeSection(
+        0, m_events->fontMetrics().horizontalAdvance(QLatin1String(" 0000-00-00T00:00:00Z  ")));
+    m_events->setWordWrap(false); // else a long word hides all behind it
+    m_events->setItemDelegate(new CellDelegate(m_events));
     m_events->horizontalHeader()->setStretchLastSection(true);
     QDockWidget* eventDock = new QDockWidget(tr("Events"), this);
     eventDock->setObjectName(QLatin1String("events"));
@@ -193,8 +224,10 @@ void MainWindow::createStatusBar()
 {
     m_inputStatus = new QLabel;
     m_rateStatus = new QLabel;
+    m_rateStatus->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_problemStatus = new QLabel;
     m_problemStatus->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_problemStatus->setContentsMargins(2 * fontMetrics().averageCharWidth(), 0, 0, 0);
     m_problemStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_problemStatus->setAccessibleName(tr("Last problem"));
     statusBar()->addWidget(m_inputStatus);
@@ -269,8 +302,11 @@ void MainWindow::createActions()
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
     QMenu* columns = view->addMenu(tr("&Columns"));
-    for (QAction* action : m_tree->getToggleColumnActions())
+    m_tree->header()->setContextMenuPolicy(Qt::ActionsContextMenu);
+    for (QAction* action : m_tree->getToggleColumnActions()) {
         columns->addAction(action);
+        m_tree->header()->addAction(action);
+    }
     view->addSeparator();
     view->addActions({m_virtualFields, m_primaryOnly, m_confidential});
     view->addSeparator();

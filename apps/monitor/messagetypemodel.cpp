@@ -200,7 +200,7 @@ QVariant MessageTypeModel::displayData(const Row& row, int column) const
         return QLocale().toString(row.counter.count);
     case RateColumn:
         // A rate below one is better told in more than one digit, or 0.2 and 0.25 look the same.
-        return row.rate > 0 ? tr("%1 /s").arg(QLocale().toString(row.rate, 'f', row.rate < 10 ? 1 : 0)) : QString();
+        return row.rate > 0 ? tr("%1 /s").arg(QLocale().toString(row.rate, 'f', row.rate < 9.95 ? 1 : 0)) : QString();
     default:
         return QVariant();
     }
@@ -219,10 +219,12 @@ QVariant MessageTypeModel::data(const QModelIndex& index, int role) const
             return row.counter.count;
         return index.column() == RateColumn ? QVariant(row.rate) : displayData(row, index.column());
     case Qt::CheckStateRole:
-        if (index.column() == TypeColumn && row.counter.info)
+        if (index.column() == TypeColumn) // also of unknown types, so that all names begin in one line
             return m_inTree.contains(row.counter.info) ? Qt::Checked : Qt::Unchecked;
         return QVariant();
     case Qt::ToolTipRole:
+        if (index.column() == SenderColumn)
+            return displayData(row, SenderColumn);
         if (!row.counter.info)
             return tr("The loaded definitions do not know this type; its messages are counted only.");
         return row.counter.info->getShortDescriptiveText();
@@ -244,6 +246,8 @@ bool MessageTypeModel::setData(const QModelIndex& index, const QVariant& value, 
 
 QVariant MessageTypeModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && section >= CountColumn)
+        return int(Qt::AlignRight | Qt::AlignVCenter);
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return QVariant();
     switch (section) {
@@ -261,7 +265,9 @@ QVariant MessageTypeModel::headerData(int section, Qt::Orientation orientation, 
 Qt::ItemFlags MessageTypeModel::flags(const QModelIndex& index) const
 {
     Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    if (index.isValid() && index.column() == TypeColumn && getMessageInfo(index.row()))
-        flags |= Qt::ItemIsUserCheckable;
-    return flags;
+    if (!index.isValid())
+        return flags;
+    if (!getMessageInfo(index.row()))
+        return flags & ~Qt::ItemIsEnabled; // there is nothing to show of it
+    return index.column() == TypeColumn ? flags | Qt::ItemIsUserCheckable : flags;
 }

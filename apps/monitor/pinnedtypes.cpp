@@ -109,10 +109,17 @@ void PinnedTypes::mark(MessageTreeWidgetItem* row)
 {
     const int column = m_tree->getColumnIndex(MessageTreeWidget::NameColumn);
     const bool pinned = isPinned(row->getMessageInfo());
-    if (column < 0 || pinned != row->icon(column).isNull())
+    if (column < 0 || (!pinned && row->icon(column).isNull()))
         return;
     row->setIcon(column, pinned ? pinIcon(m_tree->palette()) : QIcon());
     row->setData(column, Qt::AccessibleDescriptionRole, pinned ? QVariant(tr("pinned")) : QVariant());
+}
+
+void PinnedTypes::followPalette()
+{
+    for (int i = 0; i < m_tree->topLevelItemCount(); ++i)
+        if (auto* const row = dynamic_cast<MessageTreeWidgetItem*>(m_tree->topLevelItem(i)))
+            mark(row);
 }
 
 void PinnedTypes::saveSettings(QSettings& settings) const

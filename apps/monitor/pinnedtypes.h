@@ -29,6 +29,9 @@ public:
     /** The place among the rows of the tree at which a row of the type belongs. */
     int placeFor(const MessageInfo* info) const;
 
+    /** Draws the marks anew, in the tree's colours. */
+    void followPalette();
+
     void saveSettings(QSettings& settings) const;
     /** To be called before rows are made. */
     void restoreSettings(QSettings& settings);

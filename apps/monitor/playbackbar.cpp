@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
-#include <QPainter>
 #include <QProgressBar>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -100,17 +99,6 @@ void PlaybackBar::setSession(SourceSession* session)
     refresh();
 }
 
-// The style's own pictures are black, whatever they lie on.
-static QIcon iconInColour(const QStyle* style, QStyle::StandardPixmap kind, const QColor& colour)
-{
-    QPixmap pixmap = style->standardIcon(kind).pixmap(64);
-    QPainter painter(&pixmap);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.fillRect(QRect(QPoint(), pixmap.size()), colour);
-    painter.end();
-    return QIcon(pixmap);
-}
-
 void PlaybackBar::updateIcons(bool isPlaying)
 {
     const QColor colour = palette().color(QPalette::ButtonText);
@@ -118,9 +106,9 @@ void PlaybackBar::updateIcons(bool isPlaying)
         return;
     m_iconColour = colour;
     m_playingIcon = isPlaying;
-    m_play->setIcon(iconInColour(style(), isPlaying ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay, colour));
-    m_step->setIcon(iconInColour(style(), QStyle::SP_MediaSkipForward, colour));
-    m_stop->setIcon(iconInColour(style(), QStyle::SP_MediaStop, colour));
+    m_play->setIcon(style()->standardIcon(isPlaying ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
+    m_step->setIcon(style()->standardIcon(QStyle::SP_MediaSkipForward));
+    m_stop->setIcon(style()->standardIcon(QStyle::SP_MediaStop));
 }
 
 void PlaybackBar::refresh()

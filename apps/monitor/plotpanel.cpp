@@ -1,10 +1,12 @@
 #include "plotpanel.h"
 
+#include "celldelegate.h"
 #include "csvtext.h"
 #include "latestmessagesource.h"
 #include "message.h"
 #include "plotseries.h"
 #include "plotview.h"
+#include "theme.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -13,10 +15,12 @@
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
 #include <QMimeData>
 #include <QSaveFile>
 #include <QSplitter>
 #include <QToolBar>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -38,6 +42,7 @@ PlotPanel::PlotPanel(LatestMessageSource* latest, QWidget* parent)
     , m_latest(latest)
     , m_view(new PlotView)
     , m_legend(new QTreeWidget)
+    , m_splitter(new QSplitter)
     , m_bar(new QToolBar)
     , m_span(new QComboBox)
 {
@@ -46,26 +51,23 @@ PlotPanel::PlotPanel(LatestMessageSource* latest, QWidget* parent)
     m_view->setAccessibleName(tr("Plot"));
     m_view->setMinimumSize(160, 80);
     m_hint = new QLabel(tr("Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L)."));
-    m_hint->setAlignment(Qt::AlignCenter);
-    m_hint->setWordWrap(true);
-    m_hint->setEnabled(false);
+    Theme::makeHint(m_hint);
 
-    QSplitter* const splitter = new QSplitter;
-    splitter->addWidget(m_view);
-    splitter->addWidget(m_legend);
-    splitter->setStretchFactor(0, 1);
-    splitter->setSizes({600, 230});
-    splitter->setChildrenCollapsible(false);
+    m_splitter->addWidget(m_view);
+    m_splitter->addWidget(m_legend);
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setChildrenCollapsible(false);
     QVBoxLayout* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_bar);
     layout->addWidget(m_hint, 1);
-    layout->addWidget(splitter, 1);
+    layout->addWidget(m_splitter, 1);
     setAcceptDrops(true);
 
     connect(m_view, &PlotView::moved, this, [this]() { setPaused(true); });
     setRate(LatestMessageSource::DefaultRate);
+    connect(m_view, &PlotView::colorsChanged, this, &PlotPanel::updateNames);
     connect(&m_timer, &QTimer::timeout, this, &PlotPanel::refresh);
     m_timer.start();
     updateEmptiness();
@@ -94,26 +96,36 @@ void PlotPanel::createActions()
     m_span->setToolTip(tr("How much time is shown"));
     connect(m_span, QOverload<int>::of(&QComboBox::activated), this, &PlotPanel::showLive);
     m_bar->addWidget(m_span);
-    add(tr("Zoom In"), tr("Show less time (turn the wheel; Shift and drag shows a rectangle)"), [this]() {
-        setPaused(true);
-        m_view->zoom(0.5);
-    })->setShortcut(QKeySequence::ZoomIn);
-    add(tr("Zoom Out"), tr("Show more time"), [this]() {
-        setPaused(true);
-        m_view->zoom(2);
-    })->setShortcut(QKeySequence::ZoomOut);
+    const auto addZoom = [this, &add](const QString& text, const QChar& sign, const QString& toolTip, double factor,
+                                      QKeySequence::StandardKey key) {
+        QAction* const action = add(text, toolTip, [this, factor]() {
+            setPaused(true);
+            m_view->zoom(factor);
+        });
+        action->setShortcut(key);
+        action->setIconText(sign);
+    };
+    addZoom(tr("Zoom In"), QLatin1Char('+'), tr("Show less time (turn the wheel; Shift and drag shows a rectangle)"),
+            0.5, QKeySequence::ZoomIn);
+    addZoom(tr("Zoom Out"), QChar(0x2212), tr("Show more time"), 2, QKeySequence::ZoomOut);
     add(tr("Show All"), tr("Show all the time that is kept, and pause"), &PlotPanel::showEverything);
     m_bar->addSeparator();
-    add(tr("Remove"), tr("Remove the chosen series (Del)"), &PlotPanel::removeCurrent);
-    add(tr("Remove All"), tr("Remove all series"), &PlotPanel::removeAll);
-    m_bar->addSeparator();
-    add(tr("Save Picture..."), tr("Save the plot as a PNG picture"), &PlotPanel::savePicture);
-    add(tr("Save Values..."), tr("Save the values as CSV"), &PlotPanel::saveValues);
+    // What is rarer lies in menus, so that the bar fits a narrow dock.
+    QMenu* const removal = new QMenu(this);
+    m_needSeries.append(removal->addAction(tr("Remove All"), this, &PlotPanel::removeAll));
+    add(tr("Remove"), tr("Remove the chosen series (Del)"), &PlotPanel::removeCurrent)->setMenu(removal);
+    QMenu* const saving = new QMenu(this);
+    saving->addAction(tr("Save Picture..."), this, &PlotPanel::savePicture);
+    saving->addAction(tr("Save Values..."), this, &PlotPanel::saveValues);
+    QAction* const save = add(tr("Save"), tr("Save the plot as a picture, or its values"), []() {});
+    save->setMenu(saving);
+    if (QToolButton* const button = qobject_cast<QToolButton*>(m_bar->widgetForAction(save)))
+        button->setPopupMode(QToolButton::InstantPopup);
     const QList<QAction*> actions = m_bar->actions();
     for (QAction* action : actions)
         if (QWidget* const button = m_bar->widgetForAction(action))
             if (!action->text().isEmpty())
-                button->setAccessibleName(action->text().remove(QLatin1String("...")));
+                button->setAccessibleName(action->text());
 }
 
 void PlotPanel::createLegend()
@@ -122,7 +134,13 @@ void PlotPanel::createLegend()
     m_legend->setHeaderLabels({tr("Field"), tr("Value")});
     m_legend->setRootIsDecorated(false);
     m_legend->setAccessibleName(tr("Plotted fields"));
-    m_legend->header()->setStretchLastSection(true);
+    m_legend->header()->setStretchLastSection(false);
+    m_legend->header()->setMinimumSectionSize(m_legend->fontMetrics().averageCharWidth() * 4);
+    m_legend->setColumnWidth(ValueColumn, m_legend->header()->sectionSizeHint(ValueColumn));
+    m_legend->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
+    CellDelegate* const cells = new CellDelegate(m_legend);
+    cells->setName(NameColumn);
+    m_legend->setItemDelegate(cells);
     m_legend->setMinimumWidth(120);
     connect(m_legend, &QTreeWidget::currentItemChanged, this, [this]() {
         m_view->emphasize(currentSeries());
@@ -192,13 +210,7 @@ PlotSeries* PlotPanel::findOrAdd(const FieldPath& path, const QString& sender)
     PlotSeries* const series = m_series.back().get();
     series->setSender(sender);
     m_view->addSeries(series);
-    QTreeWidgetItem* const row = new QTreeWidgetItem(m_legend);
-    QPixmap sample(16, 16);
-    sample.fill(Qt::transparent);
-    QPainter painter(&sample);
-    painter.setPen(QPen(m_view->getColor(series), 3, m_view->findGraph(series)->pen().style()));
-    painter.drawLine(0, 8, 16, 8);
-    row->setIcon(NameColumn, QIcon(sample));
+    new QTreeWidgetItem(m_legend);
     updateNames();
     updateEmptiness();
     return series;
@@ -212,6 +224,17 @@ bool PlotPanel::isRemoved(const FieldPath& path, const QString& sender) const
     return false;
 }
 
+static QIcon lineSample(const QColor& color, Qt::PenStyle style)
+{
+    QPixmap sample(16, 16);
+    sample.fill(Qt::transparent);
+    QPainter painter(&sample);
+    painter.setPen(QPen(color, 3, style));
+    painter.drawLine(0, 8, 16, 8);
+    painter.end();
+    return QIcon(sample);
+}
+
 // Senders are named only where there are several of a field.
 void PlotPanel::updateNames()
 {
@@ -223,18 +246,45 @@ void PlotPanel::updateNames()
         if (same > 1)
             name += QStringLiteral(" (%1)").arg(series->getSender());
         QTreeWidgetItem* const row = legendRow(series.get());
+        row->setIcon(NameColumn,
+                     lineSample(m_view->getColor(series.get()), m_view->findGraph(series.get())->pen().style()));
         row->setText(NameColumn, name);
         row->setToolTip(NameColumn, series->getPath().getExpression());
         m_view->findGraph(series.get())->setName(name);
     }
-    m_legend->resizeColumnToContents(NameColumn);
+}
+
+// Beside the lines, or below them in a dock that is higher than wide.
+void PlotPanel::arrangeLegend()
+{
+    const Qt::Orientation orientation = height() > width() ? Qt::Vertical : Qt::Horizontal;
+    const QList<int> sizes = m_splitter->sizes();
+    if (orientation == m_splitter->orientation() && sizes.value(0) > 0)
+        return;
+    m_splitter->setOrientation(orientation);
+    const int length = orientation == Qt::Horizontal ? width() : height();
+    const int legend = qMin(m_legend->fontMetrics().averageCharWidth() * 36, length * 9 / 20);
+    m_splitter->setSizes({length - legend, legend});
+}
+
+// Grows with its values and does not shrink, or the names would move.
+void PlotPanel::fitValueColumn()
+{
+    int width = 0;
+    for (int i = 0; i < m_legend->topLevelItemCount(); ++i)
+        width = qMax(width, m_legend->fontMetrics().horizontalAdvance(m_legend->topLevelItem(i)->text(ValueColumn)));
+    width = qMin(width + 2 * m_legend->fontMetrics().averageCharWidth(), m_legend->viewport()->width() * 9 / 20);
+    if (width > m_legend->columnWidth(ValueColumn))
+        m_legend->setColumnWidth(ValueColumn, width);
 }
 
 void PlotPanel::updateEmptiness()
 {
     const bool any = !m_series.empty();
     m_hint->setVisible(!any);
-    m_view->parentWidget()->setVisible(any);
+    m_splitter->setVisible(any);
+    if (any)
+        arrangeLegend();
     for (QAction* action : std::as_const(m_needSeries))
         action->setEnabled(any);
     m_changed = true;
@@ -346,6 +396,7 @@ void PlotPanel::refresh()
     for (const auto& series : m_series)
         if (!(series->getLastTime() <= latest))
             latest = std::isnan(series->getLastTime()) ? latest : series->getLastTime();
+    fitValueColumn();
     if (!isPaused() && !std::isnan(latest))
         m_view->showTimes(latest - m_span->currentData().toInt(), latest);
     m_view->replot(QCustomPlot::rpQueuedReplot);
@@ -425,7 +476,7 @@ void PlotPanel::savePicture()
 {
     const QString path = QFileDialog::getSaveFileName(this, tr("Save Picture"), QLatin1String("plot.png"),
                                                       tr("PNG pictures (*.png);;All files (*)"));
-    if (!path.isEmpty() && !m_view->parentWidget()->grab().save(path, "PNG"))
+    if (!path.isEmpty() && !m_splitter->grab().save(path, "PNG"))
         Q_EMIT failed(tr("%1 cannot be written.").arg(path));
 }
 
@@ -455,5 +506,6 @@ void PlotPanel::dropEvent(QDropEvent* event)
 void PlotPanel::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    arrangeLegend();
     m_changed = true;
 }

@@ -18,6 +18,7 @@ class PlotView;
 class QAction;
 class QComboBox;
 class QLabel;
+class QSplitter;
 class QToolBar;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -98,6 +99,8 @@ private:
     void savePicture();
     void saveValues();
     PlotSeries* currentSeries() const;
+    void arrangeLegend();
+    void fitValueColumn();
     QTreeWidgetItem* legendRow(const PlotSeries* series) const;
 
     LatestMessageSource* m_latest;
@@ -107,6 +110,7 @@ private:
     QSet<const MessageInfo*> m_types;
     PlotView* m_view;
     QTreeWidget* m_legend;
+    QSplitter* m_splitter;
     QLabel* m_hint;
     QToolBar* m_bar;
     QComboBox* m_span;

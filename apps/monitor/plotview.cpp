@@ -11,6 +11,8 @@ static const QRgb seriesColors[] = {0x0072b2, 0xd55e00, 0x009e73, 0xcc79a7, 0x56
 static const int ColorCount = int(sizeof seriesColors / sizeof seriesColors[0]);
 static const int FewPoints = 300; // so few are drawn with a dot each: points between gaps have no line
 static const double LeastSpan = 0.01;
+static const int LeastLightness = 130; // of lines on a dark ground
+static const int MostAxesPercent = 45; // of the width
 
 PlotView::PlotView(QWidget* parent)
     : QCustomPlot(parent)
@@ -96,7 +98,7 @@ void PlotView::addSeries(const PlotSeries* series)
     graph->setData(series->getPoints());
     graph->setAdaptiveSampling(true);
     m_graphs.insert(series, Drawn{graph, color});
-    emphasize(nullptr);
+    emphasize(m_emphasized);
 }
 
 void PlotView::removeSeries(const PlotSeries* series)
@@ -104,11 +106,17 @@ void PlotView::removeSeries(const PlotSeries* series)
     if (QCPGraph* const graph = m_graphs.take(series).graph)
         removeGraph(graph);
     releaseAxes();
+    if (series == m_emphasized)
+        m_emphasized = nullptr;
+    arrangeAxes();
 }
 
 QColor PlotView::getColor(const PlotSeries* series) const
 {
-    return QColor(seriesColors[m_graphs.value(series).color % ColorCount]);
+    const QColor color(seriesColors[m_graphs.value(series).color % ColorCount]);
+    if (palette().color(QPalette::Base).lightness() > 127 || color.lightness() > LeastLightness)
+        return color;
+    return QColor::fromHsl(color.hslHue(), color.hslSaturation(), LeastLightness);
 }
 
 void PlotView::emphasize(const PlotSeries* series)
@@ -119,6 +127,41 @@ void PlotView::emphasize(const PlotSeries* series)
             pen.setStyle(drawn->color >= 2 * ColorCount ? Qt::DotLine : Qt::DashLine);
         drawn->graph->setPen(pen);
     }
+    m_emphasized = series;
+    arrangeAxes();
+}
+
+// As many axes as leave the lines their room, and as many marks on them as can be read.
+void PlotView::arrangeAxes()
+{
+    const QFontMetrics metrics = fontMetrics();
+    const int axisWidth = metrics.horizontalAdvance(QLatin1String("-00000")) + metrics.height() + 12;
+    const int most = qMax(1, width() * MostAxesPercent / 100 / axisWidth);
+    const QCPGraph* const emphasized = m_graphs.value(m_emphasized).graph;
+    int shown = 1; // the first one always is, as it carries the grid
+    if (emphasized && emphasized->valueAxis() != yAxis)
+        ++shown;
+    const int marks = qMax(2, height() / (metrics.height() * 5 / 2) - 2);
+    for (const auto& axis : std::as_const(m_axes)) {
+        const bool isEmphasized = emphasized && emphasized->valueAxis() == axis.second;
+        if (axis.second != yAxis)
+            axis.second->setVisible(isEmphasized || shown++ < most);
+        axis.second->ticker()->setTickCount(qMin(6, marks));
+        // Of several axes, one that belongs to a single line tells so by its colour.
+        QColor color = palette().color(QPalette::Text);
+        if (m_axes.size() > 1 && axis.second->graphs().size() == 1)
+            color = axis.second->graphs().first()->pen().color();
+        axis.second->setLabelColor(color);
+        axis.second->setTickLabelColor(color);
+    }
+    const int room = width() - qMin<int>(int(m_axes.size()), qMax(shown, most)) * axisWidth;
+    xAxis->ticker()->setTickCount(qBound(1, room / (metrics.horizontalAdvance(QLatin1String("00:00:00")) * 7 / 4), 8));
+}
+
+void PlotView::resizeEvent(QResizeEvent* event)
+{
+    arrangeAxes();
+    QCustomPlot::resizeEvent(event);
 }
 
 void PlotView::showTimes(double from, double to)
@@ -206,6 +249,8 @@ void PlotView::changeEvent(QEvent* event)
     QCustomPlot::changeEvent(event);
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
         applyPalette();
+        emphasize(m_emphasized); // in the colours for the palette
+        Q_EMIT colorsChanged();
         replot(QCustomPlot::rpQueuedReplot);
     }
 }

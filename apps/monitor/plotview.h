@@ -17,7 +17,7 @@ public:
     void addSeries(const PlotSeries* series);
     void removeSeries(const PlotSeries* series);
     QColor getColor(const PlotSeries* series) const;
-    /** Draws one series thicker than the others; null for none. */
+    /** Draws one series thicker than the others, and its axis however narrow the plot is; null for none. */
     void emphasize(const PlotSeries* series);
 
     /** The seconds from the left to the right. */
@@ -36,9 +36,12 @@ public:
 Q_SIGNALS:
     /** The user moved or zoomed what is shown. */
     void moved();
+    /** getColor() changed. */
+    void colorsChanged();
 
 protected:
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
@@ -52,9 +55,11 @@ private:
     QCPAxis* makeAxis(const QString& unit);
     void releaseAxes();
     void applyPalette();
+    void arrangeAxes();
     void labelTimes();
 
     QHash<const PlotSeries*, Drawn> m_graphs;
+    const PlotSeries* m_emphasized = nullptr;
     QList<QPair<QString, QCPAxis*>> m_axes; // by unit, in the order in which they came
 };
 

@@ -107,7 +107,11 @@ QWidget* PreferencesDialog::createData(const Preferences& preferences, bool conf
     m_warning->setWordWrap(true);
     m_warning->setVisible(confidential);
     m_warning->setAccessibleName(tr("Warning"));
-    connect(m_confidential, &QCheckBox::toggled, m_warning, &QWidget::setVisible);
+    connect(m_confidential, &QCheckBox::toggled, this, [this](bool shown) {
+        m_warning->setVisible(shown);
+        layout()->activate();
+        resize(width(), qMax(height(), layout()->totalHeightForWidth(width()))); // as nothing else makes it higher
+    });
     form->addRow(m_confidential);
     form->addRow(m_warning);
     return box;

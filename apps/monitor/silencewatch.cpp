@@ -4,6 +4,7 @@
 #include "message.h"
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
+#include "theme.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -104,6 +105,13 @@ void SilenceWatch::check()
     }
 }
 
+void SilenceWatch::followPalette()
+{
+    for (const MessageInfo* info : std::as_const(m_silent))
+        if (MessageTreeWidgetItem* const row = findRow(info))
+            grey(row, true);
+}
+
 QString SilenceWatch::describe(const MessageInfo* info) const
 {
     if (!m_silent.contains(info))
@@ -119,14 +127,11 @@ QString SilenceWatch::describe(const MessageInfo* info) const
 
 void SilenceWatch::grey(QTreeWidgetItem* item, bool silent)
 {
-    const QBrush brush = m_tree->palette().brush(QPalette::Disabled, QPalette::Text);
-    for (int column = 0; column < m_tree->columnCount(); ++column) {
-        const bool isGrey = item->data(column, Qt::ForegroundRole).isValid();
-        if (silent && !isGrey)
-            item->setForeground(column, brush);
-        else if (!silent && isGrey)
-            item->setData(column, Qt::ForegroundRole, QVariant());
-    }
+    // Compared, because a brush of other colours stands there after a change of the palette.
+    const QVariant wanted = silent ? QVariant(QBrush(Theme::faintText(m_tree->palette()))) : QVariant();
+    for (int column = 0; column < m_tree->columnCount(); ++column)
+        if (item->data(column, Qt::ForegroundRole) != wanted)
+            item->setData(column, Qt::ForegroundRole, wanted);
     for (int i = 0; i < item->childCount(); ++i)
         grey(item->child(i), silent);
 }

@@ -46,6 +46,8 @@ public:
 
     /** Looks what is silent now; called by a timer. */
     void check();
+    /** Greys what is silent in the tree's colours. */
+    void followPalette();
 
 private Q_SLOTS:
     void processMessage(const Message* message);

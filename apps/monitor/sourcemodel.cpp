@@ -2,8 +2,12 @@
 
 #include "playbacktime.h"
 
+#include <QApplication>
 #include <QFileInfo>
+#include <QIcon>
 #include <QLocale>
+#include <QPainter>
+#include <QStyle>
 
 SourceModel::SourceModel(SourceFactory* factory, const SourceSession::Receivers& receivers, QObject* parent)
     : QAbstractTableModel(parent)
@@ -158,9 +162,29 @@ QString SourceModel::stateText(const SourceSession* session)
     const Recorder& recorder = session->getRecorder();
     if (!recorder.isRecording())
         return session->getStateText();
-    return tr("%1, recorded %2 in %3", "state, size, duration")
-        .arg(session->getStateText(), QLocale().formattedDataSize(recorder.getSize(), 1, QLocale::DataSizeSIFormat),
-             PlaybackTime::lengthText(recorder.getDuration() * 1000));
+    const QString size = QLocale().formattedDataSize(recorder.getSize(), 1, QLocale::DataSizeSIFormat);
+    const QString length = PlaybackTime::lengthText(recorder.getDuration() * 1000);
+    if (session->getState() == SourceSession::Receiving)
+        return tr("recording, %1 in %2", "size, duration").arg(size, length);
+    return tr("recorded %1 in %2, %3", "size, duration, state").arg(size, length, session->getStateText());
+}
+
+// What needs an eye is seen without reading.
+static QIcon stateIcon(const SourceSession* session)
+{
+    if (session->getState() == SourceSession::Failed || session->getState() == SourceSession::Waiting)
+        return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    if (!session->getRecorder().isRecording())
+        return QIcon();
+    QPixmap pixmap(64, 64);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::white, 6)); // also a selected row has to show it
+    painter.setBrush(QColor(0xd32f2f));
+    painter.drawEllipse(QRectF(8, 8, 48, 48));
+    painter.end();
+    return QIcon(pixmap);
 }
 
 QVariant SourceModel::data(const QModelIndex& index, int role) const
@@ -174,6 +198,8 @@ QVariant SourceModel::data(const QModelIndex& index, int role) const
         return session->getName() + QLatin1String(": ") + stateText(session) +
                (session->getRecorder().isRecording() ? QLatin1Char('\n') + session->getRecorder().getPath()
                                                      : QString());
+    if (role == Qt::DecorationRole && index.column() == StateColumn)
+        return stateIcon(session);
     if (role != Qt::DisplayRole)
         return QVariant();
     switch (index.column()) {
@@ -188,6 +214,8 @@ QVariant SourceModel::data(const QModelIndex& index, int role) const
 
 QVariant SourceModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && section == RateColumn)
+        return int(Qt::AlignRight | Qt::AlignVCenter);
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return QVariant();
     switch (section) {

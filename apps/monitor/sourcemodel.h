@@ -37,6 +37,9 @@ public:
     SourceSession* getSession(int row) const;
     int rowOf(const SourceSession* session) const;
 
+    /** The state of a source in words, with what is recorded of it. */
+    static QString stateText(const SourceSession* session);
+
     /** Lets time go on for all of them, and shows their rates. */
     void refresh();
     /** Makes the formats of the sources known by name. */
@@ -57,7 +60,6 @@ Q_SIGNALS:
     void sessionChanged(SourceSession* session);
 
 private:
-    static QString stateText(const SourceSession* session);
     QString uniqueName(const QString& name) const;
     QVector<const FormatInfo*> knownFormats() const;
     void followNumber();

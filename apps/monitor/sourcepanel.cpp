@@ -1,5 +1,7 @@
 #include "sourcepanel.h"
 
+#include "celldelegate.h"
+#include "columngrower.h"
 #include "sourcemodel.h"
 
 #include <QHBoxLayout>
@@ -22,11 +24,14 @@ SourcePanel::SourcePanel(SourceModel* model, QWidget* parent)
     m_view->setAccessibleName(tr("Sources"));
     m_view->setMinimumHeight(3 * fontMetrics().height());
     m_view->header()->setStretchLastSection(false);
-    m_view->header()->setSectionResizeMode(SourceModel::SourceColumn, QHeaderView::Stretch);
+    CellDelegate* const cells = new CellDelegate(m_view);
+    cells->setName(SourceModel::SourceColumn);
+    m_view->setItemDelegate(cells);
+    m_view->setIconSize(QSize(fontMetrics().height() - 2, fontMetrics().height() - 2)); // rows stay as high
+    new ColumnGrower(m_view, SourceModel::SourceColumn, 34);
     m_view->header()->setSectionResizeMode(SourceModel::StateColumn, QHeaderView::Stretch);
     m_view->header()->resizeSection(SourceModel::RateColumn,
                                     fontMetrics().horizontalAdvance(QLatin1String(" 000,000 /s ")));
-    m_view->setTextElideMode(Qt::ElideRight);
 
     QPushButton* const open = new QPushButton(tr("Co&nnect..."));
     open->setToolTip(tr("Open another source: UDP, TCP, a file, with its definitions"));

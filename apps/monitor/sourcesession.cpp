@@ -186,6 +186,8 @@ void SourceSession::processState(int state)
         break;
     case StreamSource::Failed:
         m_error = m_source->getErrorString();
+        if (m_error.startsWith(m_options.address + QLatin1String(": "))) // the name stands beside it
+            m_error.remove(0, m_options.address.size() + 2);
         setState(Failed);
         scheduleRetry();
         break;

@@ -1,9 +1,13 @@
 #include "theme.h"
 
 #include <QApplication>
+#include <QIcon>
+#include <QLabel>
+#include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <QToolTip>
 
 static const char* const names[] = {"system", "light", "dark"};
@@ -11,12 +15,17 @@ static const char* const names[] = {"system", "light", "dark"};
 namespace
 {
 
+bool isDark(const QPalette& palette)
+{
+    return palette.color(QPalette::Base).lightness() < 128;
+}
+
 // Combo boxes open a list that scrolls, and no menu of hundreds. A style sheet could tell them so too, but then they
-// keep the colours from before a change of palette.
-class ScrollingListStyle : public QProxyStyle
+// keep the colours from before a change of palette. And what styles draw nearly black can be seen on dark grounds, too.
+class AdaptedStyle : public QProxyStyle
 {
 public:
-    explicit ScrollingListStyle(const QString& name)
+    explicit AdaptedStyle(const QString& name)
         : QProxyStyle(QStyleFactory::create(name))
     {
     }
@@ -25,6 +34,55 @@ public:
                   QStyleHintReturn* returned) const override
     {
         return hint == SH_ComboBox_Popup ? 0 : QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool hasFrame = element == PE_IndicatorItemViewItemCheck || element == PE_IndicatorCheckBox ||
+                              element == PE_IndicatorMenuCheckMark || element == PE_FrameLineEdit;
+        if (!hasFrame || !isDark(option->palette) || option->state & State_HasFocus)
+            return;
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(option->palette.color(QPalette::Light));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+        painter->restore();
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override
+    {
+        const auto* const button = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+        if (element != CE_ToolButtonLabel || !button || !widget ||
+            widget->objectName() != QLatin1String("qt_toolbar_ext_button")) {
+            QProxyStyle::drawControl(element, option, painter, widget);
+            return;
+        }
+        QStyleOptionToolButton coloured = *button; // tool bars take the picture of this button only once
+        coloured.icon = inColour(button->icon, option->palette.color(QPalette::ButtonText));
+        QProxyStyle::drawControl(element, &coloured, painter, widget);
+    }
+
+    QIcon standardIcon(StandardPixmap kind, const QStyleOption* option, const QWidget* widget) const override
+    {
+        const QIcon icon = QProxyStyle::standardIcon(kind, option, widget);
+        const bool isBlack =
+            kind == SP_MediaPlay || kind == SP_MediaPause || kind == SP_MediaStop || kind == SP_MediaSkipForward;
+        return isBlack ? inColour(icon, QApplication::palette().color(QPalette::ButtonText)) : icon;
+    }
+
+private:
+    static QIcon inColour(const QIcon& icon, const QColor& colour)
+    {
+        QPixmap pixmap = icon.pixmap(64);
+        QPainter painter(&pixmap);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(QRect(QPoint(), pixmap.size()), colour);
+        painter.end();
+        return QIcon(pixmap);
     }
 };
 
@@ -38,7 +96,7 @@ static QString systemStyleName()
 
 void Theme::initialize()
 {
-    QApplication::setStyle(new ScrollingListStyle(systemStyleName()));
+    QApplication::setStyle(new AdaptedStyle(systemStyleName()));
 }
 
 static QPalette makePalette(bool dark)
@@ -78,13 +136,13 @@ void Theme::apply(Kind kind)
     static const QPalette systemPalette = QApplication::palette();
     const QString systemStyle = systemStyleName();
     if (kind == System) {
-        QApplication::setStyle(new ScrollingListStyle(systemStyle));
+        QApplication::setStyle(new AdaptedStyle(systemStyle));
         QApplication::setPalette(systemPalette);
         QToolTip::setPalette(systemPalette);
         return;
     }
     // Not every style takes the colours that it is told; this one does.
-    QApplication::setStyle(new ScrollingListStyle(QLatin1String("Fusion")));
+    QApplication::setStyle(new AdaptedStyle(QLatin1String("Fusion")));
     const QPalette palette = makePalette(kind == Dark);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
@@ -104,4 +162,20 @@ bool Theme::find(const QString& name, Kind* kind)
 QString Theme::nameOf(Kind kind)
 {
     return QLatin1String(names[kind]);
+}
+
+QColor Theme::faintText(const QPalette& palette)
+{
+    // The colour of disabled text is too faint to read values in.
+    const QColor text = palette.color(QPalette::Active, QPalette::Text);
+    const QColor ground = palette.color(QPalette::Active, QPalette::Base);
+    const auto mix = [](int front, int back) { return (front * 58 + back * 42) / 100; };
+    return QColor(mix(text.red(), ground.red()), mix(text.green(), ground.green()), mix(text.blue(), ground.blue()));
+}
+
+void Theme::makeHint(QLabel* label)
+{
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    label->setForegroundRole(QPalette::PlaceholderText); // fainter, but not as faint as what is disabled
 }

@@ -3,6 +3,10 @@
 
 #include <QString>
 
+class QColor;
+class QLabel;
+class QPalette;
+
 /** The colours of all windows. */
 namespace Theme
 {
@@ -21,6 +25,11 @@ void apply(Kind kind);
 /** The kind of that name, "system", "light" or "dark"; false when there is none. */
 bool find(const QString& name, Kind* kind);
 QString nameOf(Kind kind);
+
+/** Text that stands back, such as what is old: fainter than other text, and still easy to read. */
+QColor faintText(const QPalette& palette);
+/** Gives what a label says to do next the look of a hint. */
+void makeHint(QLabel* label);
 
 } // namespace Theme
 

@@ -14,6 +14,7 @@
 #include "silencewatch.h"
 #include "treeactions.h"
 
+#include <QEvent>
 #include <QMenu>
 #include <QSettings>
 #include <QVBoxLayout>
@@ -31,6 +32,7 @@ TreeTools::TreeTools(MessageTreeWidget* tree, LatestMessageSource* latest, Messa
     , m_plot(new PlotPanel(latest))
     , m_plotWishes(new PlotWishes(m_plot, this))
 {
+    tree->installEventFilter(this);
     tree->setDragEnabled(true);
     tree->setDragDropMode(QAbstractItemView::DragOnly);
     m_highlighter->setEnabled(m_preferences.highlight);
@@ -38,6 +40,17 @@ TreeTools::TreeTools(MessageTreeWidget* tree, LatestMessageSource* latest, Messa
     connect(m_plot, &PlotPanel::rowDropped, m_actions, &TreeActions::plot);
     connect(m_plot, &PlotPanel::typesChanged, tap, [this, tap]() { tap->setTypes(m_plot->getTypes()); });
     connect(tap, &MessageTap::newMessage, m_plot, &PlotPanel::processMessage);
+}
+
+// Rows keep the colours that they were given.
+bool TreeTools::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange) {
+        m_highlighter->clear();
+        m_silence->followPalette();
+        m_pins->followPalette();
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 QWidget* TreeTools::createTreePane()

@@ -57,6 +57,9 @@ public:
     void saveSettings(QSettings& settings) const;
     void restoreSettings(QSettings& settings);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 Q_SIGNALS:
     /** The user wants this shown or not from now on. */
     void confidentialRequested(bool shown);

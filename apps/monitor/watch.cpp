@@ -71,6 +71,9 @@ void Watch::setName(const QString& name)
 {
     m_name = name.isEmpty() ? shortName(m_expression) : name;
     m_caption->setText(m_name);
+    // The value begins where its name does.
+    const int inset = (m_caption->sizeHint().width() - m_caption->fontMetrics().horizontalAdvance(m_name)) / 2;
+    m_label->setContentsMargins(qMax(0, inset), 0, 0, 0);
     m_caption->setAccessibleName(tr("Watch %1").arg(m_name));
     m_label->setAccessibleName(m_name);
 }

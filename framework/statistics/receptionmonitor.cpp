@@ -189,7 +189,10 @@ void ReceptionMonitor::processState(int state)
         text = tr("%1: ended").arg(m_name);
         break;
     case StreamSource::Failed:
-        text = tr("%1: failed: %2").arg(m_name, m_source->getErrorString());
+        text = m_source->getErrorString();
+        if (text.startsWith(m_name + QLatin1String(": "))) // which says it once
+            text.remove(0, m_name.size() + 2);
+        text = tr("%1: failed: %2").arg(m_name, text);
         break;
     default:
         return;

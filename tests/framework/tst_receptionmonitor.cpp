@@ -108,7 +108,7 @@ private Q_SLOTS:
     void sourceMayFailOrOutliveItsMonitor()
     {
         Monitored failing;
-        QVERIFY(failing.play({}, ByteInput::Failed).endsWith(text("Source: script: failed: script: it is gone")));
+        QVERIFY(failing.play({}, ByteInput::Failed).endsWith(text("Source: script: failed: it is gone")));
         QVERIFY(failing.log.getEntries().constLast().time.isValid());
         Monitored vanishing;
         vanishing.isToVanish = true;

@@ -1,0 +1,36 @@
+#ifndef CELLDELEGATE_H
+#define CELLDELEGATE_H
+
+#include <QSet>
+#include <QStyledItemDelegate>
+
+/**
+ * Draws cells whose texts may be longer than their column.
+ *
+ * A text that is cut is told in full as a tool tip; one that is not has the tool tip of its model or view. Numbers can
+ * be aligned to the right in views whose models do not say so.
+ */
+class CellDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    explicit CellDelegate(QObject* parent);
+
+    /** Cuts the texts of a column in their middle: names often differ only at their end. */
+    void setName(int column) { m_names.insert(column); }
+    /** Aligns a column of numbers to the right. */
+    void setNumeric(int column) { m_numeric.insert(column); }
+
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+
+private:
+    QSet<int> m_names;
+    QSet<int> m_numeric;
+};
+
+#endif

@@ -1,0 +1,34 @@
+#ifndef COLUMNGROWER_H
+#define COLUMNGROWER_H
+
+#include <QObject>
+
+class QTreeView;
+
+/**
+ * Widens a column to the texts in it as rows come, as far as it leaves the other columns their room.
+ *
+ * It never becomes narrower by itself, so that nothing jumps while data comes in, and what a user chose stays until a
+ * wider text comes.
+ */
+class ColumnGrower : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** @param mostPercent  of the width of @p view, in which the grower lives */
+    ColumnGrower(QTreeView* view, int column, int mostPercent);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void grow();
+
+    QTreeView* m_view;
+    int m_column;
+    int m_mostPercent;
+    int m_given = 0;
+};
+
+#endif
