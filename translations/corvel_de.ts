@@ -259,7 +259,7 @@
     </message>
     <message>
         <source>Framing</source>
-        <translation>Rahmung</translation>
+        <translation>Trennung der Nachrichten</translation>
     </message>
     <message>
         <source>How messages lie in the stream</source>
@@ -287,7 +287,7 @@
     </message>
     <message>
         <source>F&amp;raming:</source>
-        <translation>&amp;Rahmung:</translation>
+        <translation>T&amp;rennung:</translation>
     </message>
     <message>
         <source>What is wrong</source>
@@ -319,7 +319,7 @@
     </message>
     <message>
         <source>Fil&amp;e:</source>
-        <translation>Da&amp;teiname:</translation>
+        <translation>Dat&amp;ei:</translation>
     </message>
 </context>
 <context>
@@ -535,7 +535,7 @@
     </message>
     <message>
         <source>Tick a message type in the list to see its fields here, or add all of them from the tool bar.</source>
-        <translation>Einen Nachrichtentyp in der Liste ankreuzen, um hier seine Felder zu sehen, oder alle über die Werkzeugleiste hinzufügen.</translation>
+        <translation>Einen Nachrichtentyp in der Liste anhaken, um hier seine Felder zu sehen, oder alle über die Werkzeugleiste hinzufügen.</translation>
     </message>
     <message>
         <source>Waiting for messages from %1 ...</source>
@@ -831,11 +831,11 @@
     </message>
     <message>
         <source>%1 sources, %2 recorded</source>
-        <translation>%1 Quellen, %2 wird aufgezeichnet</translation>
+        <translation>%1 Quellen, %2 mit Aufzeichnung</translation>
     </message>
     <message>
         <source>Open a recording (Ctrl+O), connect to a device (Ctrl+K), or drop a recording here.</source>
-        <translation>Eine Aufzeichnung öffnen (Strg+O), ein Gerät verbinden (Strg+K) oder eine Aufzeichnung hier ablegen.</translation>
+        <translation>Eine Aufzeichnung öffnen (Strg+O), mit einem Gerät verbinden (Strg+K) oder eine Aufzeichnung hier ablegen.</translation>
     </message>
     <message>
         <source>Nothing matches what is searched for; Esc shows everything again.</source>

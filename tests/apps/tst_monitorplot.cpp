@@ -114,6 +114,20 @@ void tst_monitorplot::unitsHaveAxesAndTheLegendTellsValues()
     QVERIFY(view->findAxis("m")->range().contains(900));
     QVERIFY(view->findAxis("m") != view->findAxis("m/s") && view->findAxis("m") != view->findAxis(""));
 
+    // A narrow plot has room for few axes; what is chosen always has one.
+    const auto axes = [view]() {
+        QString shown;
+        for (const char* unit : {"m/s", "m", ""})
+            shown += view->findAxis(unit)->visible() ? '#' : '-';
+        return shown;
+    };
+    QCOMPARE(axes(), QString("###"));
+    view->setFixedWidth(170);
+    QCOMPARE(axes(), QString("#--"));
+    plot->getLegend()->setCurrentItem(plot->getLegend()->topLevelItem(1));
+    QCOMPARE(axes(), QString("##-"));
+    view->setMaximumWidth(QWIDGETSIZE_MAX);
+
     // The axis goes with its last series; the others keep theirs.
     plot->getLegend()->setCurrentItem(plot->getLegend()->topLevelItem(0));
     plot->removeCurrent();

@@ -4,6 +4,7 @@
 #include "rowtooltips.h"
 #include "silencewatch.h"
 #include "testbase.h"
+#include "theme.h"
 #include "treeactions.h"
 #include "treedesk.h"
 #include "treefilter.h"
@@ -293,6 +294,18 @@ void tst_monitortree::silentTypesAreGreyed()
     QCOMPARE(desk.find("NAV_STATE")->text(1), QString("no message for 6 s, since 01:00:05 UTC"));
     QVERIFY(desk.tools->getToolTips()->textFor(TreeRow(desk.find("NAV_STATE"))).contains("since 01:00:05"));
     QVERIFY(!isGrey("BATTERY"));
+    // The colours of rows go with the palette, also while nothing is shown, and stay readable.
+    desk.tools->getPins()->setPinned(desk.nav, true);
+    const qint64 pin = desk.find("NAV_STATE")->icon(0).cacheKey();
+    desk.latest.setSuspended(true);
+    QPalette dark;
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Text, Qt::white);
+    desk.tree.setPalette(dark);
+    desk.latest.setSuspended(false);
+    QCOMPARE(desk.find("NAV_STATE/mode")->foreground(0).color(), Theme::faintText(dark));
+    QVERIFY(Theme::faintText(dark).lightness() > 130 && Theme::faintText(QPalette(Qt::white)).lightness() < 130);
+    QVERIFY(desk.find("NAV_STATE")->icon(0).cacheKey() != pin);
     desk.send(desk.createNav(9));
     QVERIFY(!desk.find("NAV_STATE/mode")->data(1, Qt::ForegroundRole).isValid());
     QCOMPARE(desk.find("NAV_STATE")->text(1), QString());

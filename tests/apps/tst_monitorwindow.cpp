@@ -1,3 +1,4 @@
+#include "celldelegate.h"
 #include "corvel.h"
 #include "emptyhint.h"
 #include "findbar.h"
@@ -11,6 +12,7 @@
 #include "plotpanel.h"
 #include "plotseries.h"
 #include "preferencesdialog.h"
+#include "sourcemodel.h"
 #include "statisticscsv.h"
 #include "testbase.h"
 #include "treeactions.h"
@@ -27,12 +29,16 @@
 #include <QDockWidget>
 #include <QDoubleSpinBox>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QSettings>
 #include <QSpinBox>
+#include <QStandardItemModel>
 #include <QTemporaryDir>
+#include <QToolTip>
+#include <QTreeView>
 
 /** The window as a whole: everything can be reached and named, set and kept. */
 class tst_monitorwindow : public TestBase
@@ -48,6 +54,8 @@ private Q_SLOTS:
     void everythingFitsASmallScreen();
     void smallScreenLeavesTheTreeItsRoom();
     void confidentialDataIsWarnedOfInTheMenu();
+    void textsThatAreCutAreToldInFull();
+    void recordingIsSeenAndEndsByTheMenu();
 };
 
 static bool isInteractive(const QWidget* widget)
@@ -243,6 +251,64 @@ void tst_monitorwindow::confidentialDataIsWarnedOfInTheMenu()
     box->button(QMessageBox::Cancel)->click();
     QVERIFY(!Corvel::confidentialInformationDisplayEnabled());
     QVERIFY(!confidential->isChecked());
+}
+
+void tst_monitorwindow::textsThatAreCutAreToldInFull()
+{
+    QStandardItemModel model(1, 2);
+    model.setItem(0, 0, new QStandardItem("a name that is far too long for its column"));
+    model.setItem(0, 1, new QStandardItem("short"));
+    model.item(0, 0)->setToolTip("what it is");
+    model.item(0, 1)->setToolTip("what that is");
+    QTreeView view;
+    view.setModel(&model);
+    view.setItemDelegate(new CellDelegate(&view));
+    view.setColumnWidth(0, 100);
+    view.resize(400, 100);
+    view.show();
+    const auto tipOf = [&](int column) {
+        const QPoint place = view.visualRect(model.index(0, column)).center();
+        QHelpEvent event(QEvent::ToolTip, place, view.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(view.viewport(), &event);
+        return QToolTip::text();
+    };
+    QVERIFY2(tipOf(0).contains("far too long for its column<hr>what it is"), qPrintable(QToolTip::text()));
+    QCOMPARE(tipOf(1), QString("what that is"));
+    QToolTip::hideText();
+
+    PreferencesDialog dialog(Preferences(), false);
+    dialog.show();
+    dialog.findChildren<QCheckBox*>().last()->setChecked(true); // shows confidential data
+    for (const QLabel* label : dialog.findChildren<QLabel*>())
+        if (label->wordWrap())
+            QVERIFY(label->isVisible() && label->height() >= label->heightForWidth(label->width()));
+}
+
+void tst_monitorwindow::recordingIsSeenAndEndsByTheMenu()
+{
+    QTemporaryDir folder;
+    MainWindow window;
+    window.show();
+    const auto enabled = [&window](const QString& text) {
+        for (QAction* const action : window.findChildren<QAction*>())
+            if (action->text().remove('&') == text)
+                return action->isEnabled() ? action : nullptr;
+        return static_cast<QAction*>(nullptr);
+    };
+    QVERIFY(!enabled("Record...") && !enabled("Stop Recording") && !enabled("Close Source"));
+    window.openSimulation();
+    QVERIFY(enabled("Record...") && !enabled("Stop Recording") && enabled("Close Source"));
+    SourceModel* const sources = window.getSources();
+    QTRY_COMPARE(int(sources->getSession(0)->getState()), int(SourceSession::Receiving));
+    QString error;
+    QVERIFY(sources->getSession(0)->startRecording(folder.filePath("a.tlog"), &error));
+    const QModelIndex state = sources->index(0, SourceModel::StateColumn);
+    QVERIFY2(state.data().toString().startsWith("recording, "), qPrintable(state.data().toString()));
+    QVERIFY(!state.data(Qt::DecorationRole).value<QIcon>().isNull());
+    QVERIFY(!enabled("Record...") && enabled("Stop Recording"));
+    enabled("Stop Recording")->trigger();
+    QCOMPARE(state.data().toString(), QString("receiving"));
+    QVERIFY(enabled("Record...") && !enabled("Stop Recording"));
 }
 
 QTEST_MAIN(tst_monitorwindow)
