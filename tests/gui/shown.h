@@ -1,17 +1,13 @@
 #ifndef SHOWN_H
 #define SHOWN_H
 
+#include "textrows.h"
+
 #include <QComboBox>
 #include <QListWidget>
-#include <QStringList>
 #include <QTreeWidget>
 
 // What widgets show, as texts, so that an assertion reads like the screen.
-
-inline QString text(const char* latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 inline QStringList lines(const char* latin1)
 {
