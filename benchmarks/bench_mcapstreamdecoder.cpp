@@ -45,7 +45,8 @@ public:
     void processReceived(const ReceivedMessage& message) override
     {
         if (message.info && !message.info->getFormatInfo())
-            m_decoder->publishTypes();
+            QStringList problems;
+            m_decoder->publishTypes(&problems);
         counters.countMessage(message);
         m_monitor.processReceived(message);
     }

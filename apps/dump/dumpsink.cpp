@@ -3,6 +3,7 @@
 #include "messageinfo.h"
 
 #include <cerrno>
+#include <utility>
 
 DumpSink::DumpSink(const QString& inputName, const StreamDecoder* decoder)
     : m_inputName(inputName)
@@ -20,8 +21,21 @@ void DumpSink::processReceived(const ReceivedMessage& message)
                          .arg(m_decoder->describeUnknown(message.id), m_decoder->getSenderName(message.sender)));
     }
     if (message.info && !message.info->getFormatInfo())
-        m_decoder->publishTypes();
+        publishTypes(message.offset);
     consume(message);
+}
+
+void DumpSink::publishTypes(quint64 offset)
+{
+    QStringList texts;
+    m_decoder->publishTypes(&texts);
+    for (const QString& text : std::as_const(texts)) {
+        StreamProblem problem;
+        problem.kind = StreamProblem::FaultyAnnotation;
+        problem.offset = offset;
+        problem.text = text;
+        processProblem(problem);
+    }
 }
 
 void DumpSink::processProblem(const StreamProblem& problem)

@@ -36,6 +36,7 @@ protected:
     void print(const std::string& text);
 
 private:
+    void publishTypes(quint64 offset);
     void printProblem(quint64 offset, const QString& text);
 
     QString m_inputName;

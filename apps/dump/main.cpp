@@ -104,8 +104,14 @@ ByteInput::Status decode(ByteInput* input, StreamDecoder* decoder, DumpSink* sin
     const bool live = input->isLive();
     ByteInput::Status status = ByteInput::Nothing;
     QByteArray bytes;
+    quint64 position = 0;
     for (;;) {
         status = input->read(&bytes, ReadTimeoutMs);
+        for (StreamProblem notice : input->takeNotices()) {
+            notice.offset = position;
+            sink->processProblem(notice);
+        }
+        position += quint64(bytes.size());
         if (!bytes.isEmpty())
             decoder->feed(bytes.constData(), static_cast<int>(bytes.size()), live ? now() : Message::NoTime, sink);
         if (input->isDatagram() && status == ByteInput::Data)
@@ -166,6 +172,8 @@ int dump(const DumpOptions& options)
         complain(input->getErrorString());
         return Unreadable;
     }
+    if (recording.index && !recording.index->prepare([](int) { return !interrupted; }))
+        return Success;
     std::unique_ptr<DumpSink> sink;
     if (options.statistics)
         sink.reset(new StatisticsPrinter(input->getName(), decoder));

@@ -5,6 +5,9 @@
 #include "messageinfo.h"
 #include "messagestatistics.h"
 
+#include <algorithm>
+#include <utility>
+
 using namespace JsonText;
 
 namespace
@@ -83,22 +86,28 @@ std::string StatisticsPrinter::typesText() const
     std::string text = "{";
     Separator types(&text);
     QSet<quint32> done;
+    QHash<QString, int> names; // two schemas can have a type of one name
     const QVector<ReceptionCounters::Row>& rows = m_counters.getRows();
     for (const ReceptionCounters::Row& first : rows) {
         if (!first.info || done.contains(first.id))
             continue;
         done.insert(first.id);
         quint64 messages = 0;
-        std::string senders = "{";
-        Separator separator(&senders);
+        QMap<QString, quint64> counts; // several senders can have one name, as channels of one topic
         for (const ReceptionCounters::Row& row : rows) {
             if (row.id != first.id)
                 continue;
             messages += row.count;
-            appendMember(&senders, &separator, getDecoder()->getSenderName(row.sender), row.count);
+            counts[getDecoder()->getSenderName(row.sender)] += row.count;
         }
+        std::string senders = "{";
+        Separator separator(&senders);
+        for (auto count = counts.cbegin(); count != counts.cend(); ++count)
+            appendMember(&senders, &separator, count.key(), count.value());
+        const QString name = first.info->getName();
+        const int number = ++names[name];
         types.next();
-        appendString(&text, first.info->getName());
+        appendString(&text, number == 1 ? name : name + QLatin1Char('#') + QString::number(number));
         text.append(":{\"id\":");
         appendNumber(&text, std::uint64_t(first.id));
         text.append(",\"messages\":");
@@ -114,10 +123,18 @@ std::string StatisticsPrinter::unknownText() const
     for (const ReceptionCounters::Row& row : m_counters.getRows())
         if (!row.info)
             counts[row.id] += row.count;
+    QHash<QString, quint64> named;
+    QStringList names; // in the order of the numbers
+    for (auto count = counts.cbegin(); count != counts.cend(); ++count) {
+        const QString name = unknownName(*getDecoder(), count.key());
+        if (!named.contains(name))
+            names.append(name);
+        named[name] += count.value();
+    }
     std::string text = "{";
     Separator separator(&text);
-    for (auto count = counts.cbegin(); count != counts.cend(); ++count)
-        appendMember(&text, &separator, unknownName(*getDecoder(), count.key()), count.value());
+    for (const QString& name : std::as_const(names))
+        appendMember(&text, &separator, name, named.value(name));
     return text + '}';
 }
 
@@ -172,7 +189,24 @@ std::string StatisticsPrinter::sendersText() const
 {
     std::string text = "{";
     Separator senders(&text);
-    for (const MessageStatisticsCoordinator::SenderStatistics& sender : m_coordinator.getSenderStatistics()) {
+    typedef MessageStatisticsCoordinator::SenderStatistics Sender;
+    QVector<Sender> named;
+    for (const Sender& sender : m_coordinator.getSenderStatistics()) {
+        const auto same =
+            std::find_if(named.begin(), named.end(), [&](const Sender& other) { return other.name == sender.name; });
+        if (same == named.end()) {
+            named.append(sender);
+            continue;
+        }
+        same->received += sender.received;
+        same->numbered = same->numbered || sender.numbered;
+        same->lost += sender.lost;
+        same->repeated += sender.repeated;
+        same->late += sender.late;
+        same->restarts += sender.restarts;
+        same->failed += sender.failed;
+    }
+    for (const Sender& sender : std::as_const(named)) {
         senders.next();
         appendString(&text, sender.name);
         text.append(":{");

@@ -1,12 +1,14 @@
 #include "detectingdecoder.h"
 
+#include "mcapstreamdecoder.h"
 #include "message.h"
 
 // Whoever has sent so much without a frame sends something else; it is reported as what it is, bytes skipped.
 static const int GreatestHead = 65536;
 
-DetectingDecoder::DetectingDecoder(const MavlinkDialect* dialect)
-    : m_raw(dialect, MavlinkStreamDecoder::RawLayout)
+DetectingDecoder::DetectingDecoder(const MavlinkDialect* dialect, ProtobufFormat* protobuf)
+    : m_protobuf(protobuf)
+    , m_raw(dialect, MavlinkStreamDecoder::RawLayout)
     , m_tlog(dialect, MavlinkStreamDecoder::TlogLayout)
     , m_chosen(nullptr)
 {
@@ -19,6 +21,9 @@ void DetectingDecoder::feed(const char* bytes, int size, qint64 arrivalTime, Str
         return;
     }
     m_head.append(bytes, size);
+    m_isMcap = McapStreamDecoder::isMcap(m_head);
+    if (m_isMcap)
+        return;
     MavlinkStreamDecoder::Layout layout = MavlinkStreamDecoder::RawLayout;
     if (!MavlinkStreamDecoder::detectLayout(m_head, &layout) && m_head.size() < GreatestHead)
         return;
@@ -36,6 +41,15 @@ void DetectingDecoder::finish(StreamSink* sink)
         m_head.clear();
     }
     m_chosen->finish(sink);
+}
+
+StreamDecoder* DetectingDecoder::takeSuccessor()
+{
+    if (!m_isMcap)
+        return nullptr;
+    m_isMcap = false;
+    m_head.clear();
+    return new McapStreamDecoder(m_protobuf, McapStreamDecoder::Live);
 }
 
 void DetectingDecoder::restart(quint64 offset)

@@ -5,15 +5,24 @@
 
 #include <atomic>
 
-/** Decodes MAVLink of a layout that is told by the stream itself, for inputs whose beginning cannot be read twice. */
+class ProtobufFormat;
+
+/**
+ * Decodes MAVLink of a layout that is told by the stream itself, for inputs whose beginning cannot be read twice. Where
+ * an MCAP stream comes instead, a decoder of that takes its place.
+ */
 class DetectingDecoder : public StreamDecoder
 {
 public:
-    /** @param dialect  the message types; must outlive the decoder and must not be null */
-    explicit DetectingDecoder(const MavlinkDialect* dialect);
+    /**
+     * @param dialect   the message types; must outlive the decoder and must not be null
+     * @param protobuf  makes the types of MCAP streams; must outlive the decoder and must not be null
+     */
+    DetectingDecoder(const MavlinkDialect* dialect, ProtobufFormat* protobuf);
 
     void feed(const char* bytes, int size, qint64 arrivalTime, StreamSink* sink) override;
     void finish(StreamSink* sink) override;
+    StreamDecoder* takeSuccessor() override;
     /** What follows has the layout that was told before. */
     void restart(quint64 offset) override;
     /** False: what comes through a pipe is shown as it comes, also when it has times. */
@@ -25,11 +34,13 @@ public:
     quint64 getSequenceModulus() const override { return m_raw.getSequenceModulus(); }
 
 private:
+    ProtobufFormat* const m_protobuf;
     MavlinkStreamDecoder m_raw;
     MavlinkStreamDecoder m_tlog;
     std::atomic<bool> m_isTlog{false};
     MavlinkStreamDecoder* m_chosen; // null until the layout is known
     QByteArray m_head;              // what came before it was
+    bool m_isMcap = false;
 };
 
 #endif

@@ -444,6 +444,10 @@ void MainWindow::updateHint()
             tr("Tick a message type in the list to see its fields here, or add all of them from the tool bar."));
     else if (session && !session->getErrorText().isEmpty())
         m_treeHint->setText(tr("%1: %2").arg(session->getName(), session->getErrorText()));
+    else if (session && session->getSource()->getPreparedPercent() >= 0)
+        m_treeHint->setText(tr("Looking through %1: %2 % are done. Close the source to cancel.")
+                                .arg(session->getName())
+                                .arg(session->getSource()->getPreparedPercent()));
     else if (session)
         m_treeHint->setText(tr("Waiting for messages from %1 ...").arg(session->getName()));
     else

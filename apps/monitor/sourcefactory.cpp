@@ -147,7 +147,7 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     if (isPipe && !options.isSchema()) {
         // What comes through it is not waited for here.
         parts->input.reset(ByteInput::create(address));
-        parts->decoder.reset(new DetectingDecoder(dialect));
+        parts->decoder.reset(new DetectingDecoder(dialect, protobufFormat()));
         return true;
     }
 
@@ -197,7 +197,7 @@ StreamDecoder* SourceFactory::createDecoder(const SourceOptions& options, const 
         return nullptr;
     if (const DetectingDecoder* const detecting = dynamic_cast<const DetectingDecoder*>(old))
         return detecting->isTlog() ? new MavlinkStreamDecoder(dialect, MavlinkStreamDecoder::TlogLayout)
-                                   : static_cast<StreamDecoder*>(new DetectingDecoder(dialect));
+                                   : static_cast<StreamDecoder*>(new DetectingDecoder(dialect, protobufFormat()));
     if (!dynamic_cast<const MavlinkStreamDecoder*>(old))
         return nullptr;
     return new MavlinkStreamDecoder(dialect, old->hasTimes() ? MavlinkStreamDecoder::TlogLayout

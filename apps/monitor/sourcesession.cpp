@@ -132,10 +132,13 @@ void SourceSession::processDecoderChange()
     m_senderNames.clear();
     ++m_generation;
     m_receivers.latest->noteArrival();
-    m_receivers.log->append(CorvelEvent(CorvelEvent::SourceEvent,
-                                        tr("%1: other definitions (%2); what came before was counted without them")
-                                            .arg(m_name, m_source->getFormatInfo()->getName())),
-                            QDateTime::currentDateTimeUtc());
+    m_receivers.log->append(
+        CorvelEvent(CorvelEvent::SourceEvent,
+                    (counters.getRows().isEmpty()
+                         ? tr("%1: this is %2")
+                         : tr("%1: other definitions (%2); what came before was counted without them"))
+                        .arg(m_name, m_source->getFormatInfo()->getName())),
+        QDateTime::currentDateTimeUtc());
     Q_EMIT formatChanged();
     Q_EMIT changed();
 }
@@ -224,8 +227,10 @@ void SourceSession::setState(State state)
 QString SourceSession::getStateText() const
 {
     switch (m_state) {
-    case Opening:
-        return tr("opening");
+    case Opening: {
+        const int percent = m_source->getPreparedPercent();
+        return percent < 0 ? tr("opening") : tr("looking through it, %1 %").arg(percent);
+    }
     case Receiving:
         return tr("receiving");
     case Ended:

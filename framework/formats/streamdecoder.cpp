@@ -32,6 +32,10 @@ QString kindText(const StreamProblem& problem)
         return QStringLiteral("not decodable");
     case StreamProblem::DisorderedTimes:
         return QStringLiteral("messages are not in the order of their times");
+    case StreamProblem::ServerNotice:
+        return QStringLiteral("message of the server");
+    case StreamProblem::FaultyAnnotation:
+        return QStringLiteral("annotation");
     }
     return QString();
 }
@@ -87,7 +91,12 @@ StreamSink::~StreamSink() {}
 
 StreamDecoder::~StreamDecoder() {}
 
-void StreamDecoder::publishTypes() const {}
+void StreamDecoder::publishTypes(QStringList*) const {}
+
+StreamDecoder* StreamDecoder::takeSuccessor()
+{
+    return nullptr;
+}
 
 QString StreamDecoder::describeUnknown(quint32 id) const
 {

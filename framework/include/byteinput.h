@@ -5,6 +5,9 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QVector>
+
+struct StreamProblem;
 
 /** Where bytes come from, as a user names it. */
 struct CORVELFRAMEWORK_EXPORT InputAddress
@@ -83,6 +86,9 @@ public:
 
     /** Datagrams that arrived and that the system had no room for, since open(); -1 where that cannot be known. */
     virtual qint64 getDroppedCount() const;
+
+    /** What the other side said beside the data since the last call: problems without an offset. After every read(). */
+    virtual QVector<StreamProblem> takeNotices();
 
     /** Whether seek() works. Known once it is open. */
     virtual bool isSeekable() const;

@@ -11,8 +11,9 @@
  * Where the chunks of an MCAP file lie, and what its summary says.
  *
  * Taken from the summary when the file has one with an index of its chunks; else the file is walked from record to
- * record, without decompressing anything, as far as it goes. A long run of messages outside of chunks counts as several
- * chunks. Does not change once it is loaded, and may then be read on any thread.
+ * record, as far as it goes. Then a chunk is decompressed only where it may be the first to name a channel. A long run
+ * of messages outside of chunks counts as several chunks. Does not change once it is loaded, and may then be read on
+ * any thread.
  */
 class CORVELFRAMEWORK_EXPORT McapIndex : public RecordingIndex
 {
@@ -26,15 +27,23 @@ public:
         quint64 end;
     };
 
+    /** A record that announces a schema or a channel. */
+    struct CORVELFRAMEWORK_EXPORT Definition
+    {
+        quint64 offset;    ///< in the file, of the record or its chunk; 0 when it is from the summary
+        QByteArray record; ///< with its head
+    };
+
     virtual ~McapIndex();
 
     /**
      * Reads the index of a file.
      *
      * @param error  why null is returned; must not be null
-     * @return owned by the caller; null when the file cannot be read or is no MCAP file
+     * @param goOn   as of prepare(), which has nothing left to do
+     * @return owned by the caller; null when the file cannot be read or is no MCAP file, or @p goOn said no
      */
-    static McapIndex* load(const QString& path, QString* error);
+    static McapIndex* load(const QString& path, QString* error, const GoOn& goOn = GoOn());
 
     qint64 getStartTime() const override;
     qint64 getEndTime() const override;
@@ -48,8 +57,8 @@ public:
     bool hasDataChecksum() const { return m_dataChecksum; }
     /** The number of messages, or -1 when no summary tells it. */
     qint64 getMessageCount() const { return m_messages; }
-    /** The records that announce schemas and channels, head included, as far as the index knows them. */
-    const QVector<QByteArray>& getDefinitions() const { return m_definitions; }
+    /** What announces schemas and channels, in the order of the file, none twice in the same words. */
+    const QVector<Definition>& getDefinitions() const { return m_definitions; }
 
 private:
     friend class McapIndexReader;
@@ -58,7 +67,7 @@ private:
 
     QVector<Chunk> m_chunks;
     QVector<quint64> m_latestEnds; // of each chunk and those before
-    QVector<QByteArray> m_definitions;
+    QVector<Definition> m_definitions;
     bool m_summary;
     bool m_dataChecksum;
     qint64 m_messages;

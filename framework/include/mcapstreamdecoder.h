@@ -53,7 +53,7 @@ public:
     bool hasTimes() const override;
     const FormatInfo* getFormatInfo() const override;
     QString getSenderName(quint32 sender) const override;
-    void publishTypes() const override;
+    void publishTypes(QStringList* problems) const override;
     QString describeUnknown(quint32 id) const override;
     quint64 getSequenceModulus() const override;
 

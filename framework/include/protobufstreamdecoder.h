@@ -39,7 +39,7 @@ public:
     bool hasTimes() const override;
     const FormatInfo* getFormatInfo() const override;
     QString getSenderName(quint32 sender) const override;
-    void publishTypes() const override;
+    void publishTypes(QStringList* problems) const override;
 
     /**
      * Tells the framing of a recording from its first bytes, by lengths that lead from one serialized message to the

@@ -5,11 +5,25 @@
 
 #include <QtGlobal>
 
+#include <functional>
+
 /** Finds places in a recording by time, without decoding all of it. Used on one thread at a time. */
 class CORVELFRAMEWORK_EXPORT RecordingIndex
 {
 public:
+    /** Whether to go on, asked many times by what can take long; it is told how far that is, in percent. */
+    typedef std::function<bool(int percent)> GoOn;
+
     virtual ~RecordingIndex();
+
+    /**
+     * Reads what the other operations need, which can mean all of the recording. Before them, on the thread that uses
+     * the index.
+     *
+     * @param goOn  may be empty
+     * @return false when it said no; then there are no times
+     */
+    virtual bool prepare(const GoOn& goOn);
 
     /** The time of the first message, in microseconds since 1970; Message::NoTime when there is none. */
     virtual qint64 getStartTime() const = 0;

@@ -53,8 +53,9 @@ struct CORVELFRAMEWORK_EXPORT OpenedRecording
 
     std::unique_ptr<ByteInput> input;
     std::unique_ptr<StreamDecoder> decoder;
-    std::unique_ptr<RecordingIndex> index; ///< null where there is none
-    QString error;                         ///< names the input; empty when all went well or @p goOn said no
+    /** Null where there is none. It is not prepared yet; until that the decoder must live and get nothing to decode. */
+    std::unique_ptr<RecordingIndex> index;
+    QString error; ///< names the input; empty when all went well or @p goOn said no
 };
 
 /**

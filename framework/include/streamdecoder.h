@@ -4,6 +4,7 @@
 #include "corvelframework_export.h"
 
 #include <QString>
+#include <QStringList>
 
 class FormatInfo;
 class Message;
@@ -39,7 +40,9 @@ struct CORVELFRAMEWORK_EXPORT StreamProblem
         TruncatedFrame,     ///< the stream ended inside a frame or, with a length of 0, before its end mark
         InputFailure,       ///< reading failed; text tells why
         UnusableDefinition, ///< the stream brings a definition that cannot be used; text tells which and why
-        DisorderedTimes     ///< messages are handed out in another order than that of their times
+        DisorderedTimes,    ///< messages are handed out in another order than that of their times
+        ServerNotice,       ///< what a server says of itself; text has it, id is its level: 0, or 1 to warn, or 2
+        FaultyAnnotation    ///< the annotations of a type that came are wrong; text tells where and why
     };
 
     StreamProblem();
@@ -119,8 +122,16 @@ public:
      *
      * A type that a ReceivedMessage names is complete, but belongs to no format before this call. GUI thread only, also
      * while another thread feeds. Does nothing for formats that are known from the beginning.
+     *
+     * @param problems  what is wrong with the annotations of these types is appended; must not be null
      */
-    virtual void publishTypes() const;
+    virtual void publishTypes(QStringList* problems) const;
+
+    /**
+     * A decoder that is to go on in this one's place, from the first byte on that is in no message and no problem yet;
+     * null for none. For a decoder that finds out what it is fed with. The caller's; asked after every feed().
+     */
+    virtual StreamDecoder* takeSuccessor();
 
     /** What a message of a type that the format does not know is called, such as "id 142". May be called on any thread.
      */

@@ -32,7 +32,7 @@ public:
     enum State
     {
         Idle,     ///< not started
-        Opening,  ///< the input is being opened
+        Opening,  ///< the input is being opened, and a recording looked through; stop() cancels that
         Running,  ///< messages may come
         Finished, ///< the input ended, or stop() was called; a seek() in a recording leads back to Running
         Failed    ///< the input could not be opened or read; getErrorString() tells why
@@ -125,6 +125,8 @@ public:
     void setDecoder(StreamDecoder* decoder);
 
     State getState() const { return m_state; }
+    /** How far a recording is looked through in the state Opening, in percent; -1 when there is nothing to do. */
+    int getPreparedPercent() const;
     /** Why the state is Failed; names the input. */
     QString getErrorString() const { return m_error; }
 
@@ -165,6 +167,8 @@ private:
 
     bool processRecord();
     bool processProblem();
+    bool publishTypes(quint64 offset);
+    bool tell(const StreamProblem& problem);
     bool finishBatch();
     void emitReceived();
     void setState(State state);

@@ -5,8 +5,6 @@
 
 #include <QFile>
 
-#include <memory>
-
 class MavlinkDialect;
 
 /**
@@ -23,6 +21,8 @@ public:
     TlogIndex(const QString& path, const MavlinkDialect* dialect);
     virtual ~TlogIndex();
 
+    /** Looks for the first and the last message, between which there may be nothing but noise. */
+    bool prepare(const GoOn& goOn) override;
     qint64 getStartTime() const override;
     qint64 getEndTime() const override;
     quint64 findOffset(qint64 time) override;
@@ -33,9 +33,15 @@ private:
     struct Found;
 
     bool read(qint64 from, qint64 end, bool last, Found* found) const;
+    qint64 findEndTime() const;
 
     const MavlinkDialect* m_dialect;
     mutable QFile m_file;
+    mutable bool m_startIsKnown;
+    mutable bool m_endIsKnown;
+    mutable qint64 m_startTime;
+    mutable qint64 m_endTime;
+    GoOn m_goOn; // while it prepares
 };
 
 #endif

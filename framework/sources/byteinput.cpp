@@ -2,6 +2,7 @@
 
 #include "fileinput.h"
 #include "foxgloveinput.h"
+#include "streamdecoder.h"
 #include "tcpinput.h"
 #include "udpinput.h"
 
@@ -17,6 +18,11 @@ ByteInput::~ByteInput() {}
 qint64 ByteInput::getDroppedCount() const
 {
     return -1;
+}
+
+QVector<StreamProblem> ByteInput::takeNotices()
+{
+    return QVector<StreamProblem>();
 }
 
 bool ByteInput::isSeekable() const

@@ -28,7 +28,10 @@ const char Protocols[] = "foxglove.sdk.v1, foxglove.websocket.v1";
 
 const quint8 MessageData = 1;
 const int MessageDataHead = 1 + 4 + 8;
+const int WarnLevel = 1;
 const int ErrorLevel = 2;
+const int GreatestStatus = 1000;
+const int MostNotices = 1000;
 
 // Qt takes the wanted protocols as an option since 6.4 and as a header before.
 void openSocket(QWebSocket* socket, const QUrl& url)
@@ -206,9 +209,33 @@ void FoxgloveInput::processText(const QString& text)
         for (const QJsonValue& channel : object.value(QLatin1String("channelIds")).toArray())
             unadvertise(quint32(channel.toDouble()));
     } else if (operation == QLatin1String("status")) {
-        if (object.value(QLatin1String("level")).toInt() >= ErrorLevel)
-            m_lastStatus = object.value(QLatin1String("message")).toString();
+        takeStatus(object);
     }
+}
+
+void FoxgloveInput::takeStatus(const QJsonObject& status)
+{
+    const int level = status.value(QLatin1String("level")).toInt();
+    const QString text = status.value(QLatin1String("message")).toString().left(GreatestStatus);
+    if (level >= ErrorLevel)
+        m_lastStatus = text;
+    StreamProblem notice;
+    notice.kind = StreamProblem::ServerNotice;
+    notice.id = quint32(qBound(0, level, ErrorLevel));
+    notice.text = level >= ErrorLevel  ? QStringLiteral("error: ") + text
+                  : level == WarnLevel ? QStringLiteral("warning: ") + text
+                                       : text;
+    if (m_notices.size() < MostNotices)
+        m_notices.append(notice);
+    if (m_loop)
+        m_loop->quit();
+}
+
+QVector<StreamProblem> FoxgloveInput::takeNotices()
+{
+    QVector<StreamProblem> notices;
+    notices.swap(m_notices);
+    return notices;
 }
 
 void FoxgloveInput::advertise(const QJsonObject& channel)

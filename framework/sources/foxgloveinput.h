@@ -4,6 +4,7 @@
 #include "byteinput.h"
 
 #include "mcapwriter.h"
+#include "streamdecoder.h"
 
 #include <QBuffer>
 #include <QHash>
@@ -33,6 +34,7 @@ public:
     bool isLive() const override { return true; }
     bool isDatagram() const override { return false; }
     qint64 getSize() const override { return -1; }
+    QVector<StreamProblem> takeNotices() override;
 
 private:
     /** Runs the socket until something was received, or it is over. */
@@ -41,6 +43,7 @@ private:
     void processData(const QByteArray& frame);
     void advertise(const QJsonObject& channel);
     void unadvertise(quint32 channel);
+    void takeStatus(const QJsonObject& status);
     void refuse(const QString& reason);
     void end();
 
@@ -60,6 +63,7 @@ private:
     bool m_ended;
     QString m_refusal;    // why the connection was given up
     QString m_lastStatus; // the last error that the server told of
+    QVector<StreamProblem> m_notices;
 };
 
 #endif

@@ -64,6 +64,8 @@ void ReceptionCounters::countProblem(const StreamProblem& problem)
     case StreamProblem::InputFailure:
     case StreamProblem::UnusableDefinition:
     case StreamProblem::DisorderedTimes:
+    case StreamProblem::ServerNotice:
+    case StreamProblem::FaultyAnnotation:
         break; // says nothing about the bytes that came
     }
 }

@@ -1,3 +1,8 @@
 #include "recordingindex.h"
 
 RecordingIndex::~RecordingIndex() {}
+
+bool RecordingIndex::prepare(const GoOn&)
+{
+    return true;
+}

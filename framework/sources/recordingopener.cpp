@@ -3,6 +3,7 @@
 #include "mavlinkstreamdecoder.h"
 #include "mcapindex.h"
 #include "mcapstreamdecoder.h"
+#include "message.h"
 #include "prefixedinput.h"
 #include "protobufformat.h"
 
@@ -14,6 +15,40 @@ namespace
 
 const int GreatestHead = 64 * 1024;
 const int TimeoutMs = 100;
+
+/** The index of an MCAP file, which is made when it is needed: without a summary that takes its time. */
+class LaterMcapIndex : public RecordingIndex
+{
+public:
+    /** @param decoder  is given the index too; must live until it is made */
+    LaterMcapIndex(const QString& path, McapStreamDecoder* decoder)
+        : m_path(path)
+        , m_decoder(decoder)
+    {
+    }
+
+    bool prepare(const GoOn& goOn) override
+    {
+        bool stopped = false;
+        QString error; // a file that cannot be indexed is read all the same, and says then what is wrong
+        m_index.reset(McapIndex::load(m_path, &error, [&](int percent) {
+            stopped = goOn && !goOn(percent);
+            return !stopped;
+        }));
+        if (m_index)
+            m_decoder->setIndex(m_index.get());
+        return !stopped;
+    }
+
+    qint64 getStartTime() const override { return m_index ? m_index->getStartTime() : qint64(Message::NoTime); }
+    qint64 getEndTime() const override { return m_index ? m_index->getEndTime() : qint64(Message::NoTime); }
+    quint64 findOffset(qint64 time) override { return m_index ? m_index->findOffset(time) : 0; }
+
+private:
+    const QString m_path;
+    McapStreamDecoder* const m_decoder;
+    std::unique_ptr<McapIndex> m_index;
+};
 
 /** The first bytes of an input. */
 struct Head
@@ -183,13 +218,8 @@ bool Opener::makeDecoder()
     const bool live = isSocket() || m_address.kind == InputAddress::WebSocket;
     std::unique_ptr<McapStreamDecoder> decoder(
         new McapStreamDecoder(m_options.protobuf, live ? McapStreamDecoder::Live : McapStreamDecoder::Recording));
-    if (isFile()) {
-        QString error; // a file that cannot be indexed is read all the same, and says then what is wrong
-        std::unique_ptr<McapIndex> index(McapIndex::load(m_address.path, &error));
-        if (index)
-            decoder->setIndex(index.get());
-        m_result.index = std::move(index);
-    }
+    if (isFile())
+        m_result.index.reset(new LaterMcapIndex(m_address.path, decoder.get()));
     m_result.decoder = std::move(decoder);
     return true;
 }

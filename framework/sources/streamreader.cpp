@@ -35,6 +35,7 @@ StreamReader::StreamReader(ByteInput* input, StreamDecoder* decoder)
     , m_arrivalTime(Message::NoTime)
     , m_leaveOutTill(Message::NoTime)
     , m_cancelled(false)
+    , m_preparedPercent(-1)
     , m_interrupted(false)
     , m_paused(false)
     , m_playbackChanged(false)
@@ -137,6 +138,12 @@ void StreamReader::recycle(std::unique_ptr<StreamBatch> batch)
 void StreamReader::run()
 {
     if (m_input->open()) {
+        if (m_index)
+            m_index->prepare([this](int percent) {
+                m_preparedPercent = percent;
+                return !m_cancelled;
+            });
+        m_preparedPercent = -1;
         announceFacts();
         flushState(StreamSource::Running);
         while (readUntilEnd() && waitAtEnd()) {
@@ -173,7 +180,10 @@ bool StreamReader::readUntilEnd()
         if (m_interrupted && !followCommands())
             return false;
         const qint64 rest = m_batch->isEmpty() ? IdleTimeoutMs : (GreatestAge - batchAge()) / 1000 + 1;
-        switch (m_input->read(&bytes, static_cast<int>(qBound(qint64(0), rest, qint64(IdleTimeoutMs))))) {
+        const ByteInput::Status status =
+            m_input->read(&bytes, static_cast<int>(qBound(qint64(0), rest, qint64(IdleTimeoutMs))));
+        passNoticesOn();
+        switch (status) {
         case ByteInput::Data:
             feed(bytes, live ? m_clock->utc() : Message::NoTime);
             if (m_input->isDatagram())
@@ -273,6 +283,16 @@ void StreamReader::feed(const QByteArray& bytes, qint64 arrivalTime)
     m_tail.append(bytes);
     m_arrivalTime = arrivalTime;
     m_decoder->feed(bytes.constData(), static_cast<int>(bytes.size()), arrivalTime, this);
+    if (StreamDecoder* const successor = m_decoder->takeSuccessor())
+        changeDecoder(std::shared_ptr<StreamDecoder>(successor));
+}
+
+void StreamReader::passNoticesOn()
+{
+    for (StreamProblem notice : m_input->takeNotices()) {
+        notice.offset = m_tailOffset + static_cast<quint64>(m_tail.size());
+        processProblem(notice);
+    }
 }
 
 void StreamReader::noteDone(quint64 end)
@@ -313,7 +333,8 @@ void StreamReader::processProblem(const StreamProblem& problem)
         return;
     noteFirstEntry();
     m_batch->append(problem, bytesOf(problem));
-    noteDone(problem.offset + problem.length);
+    if (problem.length > 0)
+        noteDone(problem.offset + problem.length);
     if (m_batch->isFull())
         flush();
 }

@@ -48,6 +48,9 @@ public:
     /** Gives a batch back to be filled again. */
     void recycle(std::unique_ptr<StreamBatch> batch);
 
+    /** How much of what takes long before the first message is done, in percent; -1 else. From any thread. */
+    int getPreparedPercent() const { return m_preparedPercent; }
+
     const QString& getInputName() const { return m_inputName; }
     /** The first decoder. */
     std::shared_ptr<StreamDecoder> getDecoder() const { return m_decoder; }
@@ -70,6 +73,7 @@ private:
     bool goTo(qint64 time);
     void changeDecoder(std::shared_ptr<StreamDecoder> decoder);
     void feed(const QByteArray& bytes, qint64 arrivalTime);
+    void passNoticesOn();
     void noteDone(quint64 end);
     const char* bytesOf(const StreamProblem& problem) const;
     bool isLeaving() const { return m_cancelled || m_interrupted; }
@@ -99,6 +103,7 @@ private:
     qint64 m_leaveOutTill; // messages before this time are left out; Message::NoTime for none
 
     std::atomic<bool> m_cancelled;
+    std::atomic<int> m_preparedPercent;
     std::atomic<bool> m_interrupted; // there are commands, for which the decoder is left
     std::atomic<bool> m_paused;
     std::atomic<bool> m_playbackChanged;

@@ -32,6 +32,7 @@ struct StreamSource::Work
         : record(0)
         , problem(0)
         , countsChanged(false)
+        , annotationProblems(0)
         , newMessageSignal(StreamSource::staticMetaObject.method(
               StreamSource::staticMetaObject.indexOfSignal("newMessage(const Message*)")))
         , problems(inputName)
@@ -55,6 +56,7 @@ struct StreamSource::Work
     std::size_t record;
     std::size_t problem;
     bool countsChanged;
+    quint32 annotationProblems;
     std::shared_ptr<StreamDecoder> decoder;
     const QMetaMethod newMessageSignal;
     ProblemReporter problems;
@@ -165,6 +167,11 @@ void StreamSource::stop()
         setState(Finished);
 }
 
+int StreamSource::getPreparedPercent() const
+{
+    return m_reader->getPreparedPercent();
+}
+
 const FormatInfo* StreamSource::getFormatInfo() const
 {
     return m_work->decoder->getFormatInfo();
@@ -228,8 +235,8 @@ void StreamSource::processBatches()
 bool StreamSource::processRecord()
 {
     const ReceivedMessage message = m_work->batch->messageAt(m_work->record++);
-    if (message.info && !message.info->getFormatInfo())
-        m_work->decoder->publishTypes();
+    if (message.info && !message.info->getFormatInfo() && !publishTypes(message.offset))
+        return false;
     m_position = static_cast<qint64>(message.offset) + message.size;
     if (message.time != Message::NoTime)
         m_currentTime = message.time;
@@ -249,9 +256,31 @@ bool StreamSource::processRecord()
     return !self.isNull();
 }
 
+/** Makes types known that came for the first time; false when a receiver of what is wrong deleted the source. */
+bool StreamSource::publishTypes(quint64 offset)
+{
+    QStringList texts;
+    m_work->decoder->publishTypes(&texts);
+    for (const QString& text : std::as_const(texts)) {
+        StreamProblem problem;
+        problem.kind = StreamProblem::FaultyAnnotation;
+        problem.offset = offset;
+        problem.id = ++m_work->annotationProblems; // each is about something else
+        problem.text = text;
+        if (!tell(problem))
+            return false;
+    }
+    return true;
+}
+
 bool StreamSource::processProblem()
 {
-    const StreamProblem problem = m_work->batch->problemAt(m_work->problem++);
+    return tell(m_work->batch->problemAt(m_work->problem++));
+}
+
+/** Passes a problem on; false when a receiver deleted the source. */
+bool StreamSource::tell(const StreamProblem& problem)
+{
     m_counters.countProblem(problem);
     m_work->countsChanged = true;
     for (StreamSink* observer : m_observers)

@@ -27,8 +27,10 @@ CorvelEvent::Type typeOf(StreamProblem::Kind kind)
     case StreamProblem::TruncatedFrame:
         return CorvelEvent::TruncatedMessage;
     case StreamProblem::InputFailure:
+    case StreamProblem::ServerNotice:
         return CorvelEvent::SourceEvent;
     case StreamProblem::UnusableDefinition:
+    case StreamProblem::FaultyAnnotation:
         return CorvelEvent::DefinitionProblem;
     case StreamProblem::DisorderedTimes:
         return CorvelEvent::ClockJump;

@@ -171,7 +171,8 @@ void tst_monitorsources::annotationsAreForEitherFormat()
     SourceParts parts;
     QString error;
     QVERIFY2(factory.create(options, &parts, &error), qPrintable(error));
-    parts.decoder->publishTypes();
+    QStringList problems;
+    parts.decoder->publishTypes(&problems);
     const MessageInfo* const car = parts.decoder->getFormatInfo()->getMessageInfo("t.Car");
     QVERIFY(car && car->getFieldInfo("double"));
     QVERIFY(car->getFieldInfo("speed")->isConfidential());

@@ -315,7 +315,8 @@ private Q_SLOTS:
         for (int i = 0; i < 2; ++i) {
             McapStreamDecoder decoder(&format);
             decoder.feed(bytes.constData(), int(bytes.size()), Message::NoTime, &sink);
-            decoder.publishTypes();
+            QStringList problems;
+            decoder.publishTypes(&problems);
         }
         QCOMPARE(int(infos.size()), 1);
         QCOMPARE((*infos.constBegin())->getName(), QStringLiteral("demo.Point"));

@@ -50,6 +50,10 @@ struct TlogIndex::Found
 TlogIndex::TlogIndex(const QString& path, const MavlinkDialect* dialect)
     : m_dialect(dialect)
     , m_file(path)
+    , m_startIsKnown(false)
+    , m_endIsKnown(false)
+    , m_startTime(0)
+    , m_endTime(0)
 {
     m_file.open(QIODevice::ReadOnly); // a file that cannot be read has no times
 }
@@ -66,6 +70,8 @@ bool TlogIndex::read(qint64 from, qint64 end, bool last, Found* found) const
         return false;
     // Where nothing but noise follows, the search goes on behind it.
     for (qint64 position = from; position < end && (last || sink.time == Message::NoTime);) {
+        if (m_goOn && !m_goOn(int(position * 100 / m_file.size())))
+            return false;
         const QByteArray bytes = m_file.read(PieceSize);
         if (bytes.isEmpty())
             break;
@@ -82,10 +88,34 @@ bool TlogIndex::read(qint64 from, qint64 end, bool last, Found* found) const
 qint64 TlogIndex::getStartTime() const
 {
     Found first;
-    return read(0, m_file.size(), false, &first) ? first.time : Message::NoTime;
+    if (!m_startIsKnown)
+        m_startTime = read(0, m_file.size(), false, &first) ? first.time : qint64(Message::NoTime);
+    m_startIsKnown = true;
+    return m_startTime;
 }
 
 qint64 TlogIndex::getEndTime() const
+{
+    if (!m_endIsKnown)
+        m_endTime = findEndTime();
+    m_endIsKnown = true;
+    return m_endTime;
+}
+
+bool TlogIndex::prepare(const GoOn& goOn)
+{
+    bool stopped = false;
+    m_goOn = [&](int percent) {
+        stopped = stopped || (goOn && !goOn(percent));
+        return !stopped;
+    };
+    getStartTime();
+    getEndTime();
+    m_goOn = GoOn();
+    return !stopped;
+}
+
+qint64 TlogIndex::findEndTime() const
 {
     // From behind, because the end of a file may be anything.
     for (qint64 end = m_file.size(); end > 0; end -= PieceSize) {

@@ -49,7 +49,8 @@ QString McapChannels::addSchema(const char* body, quint64 size)
             .arg(QString::fromUtf8(schema.name));
     // What was read points into bytes that will be gone.
     const auto copied = [](const QByteArray& text) { return QByteArray(text.constData(), text.size()); };
-    m_schemas.insert(schema.id, Schema{copied(schema.name), copied(schema.encoding), copied(schema.data)});
+    m_schemas.insert(schema.id, Schema{copied(schema.name), copied(schema.encoding), copied(schema.data),
+                                       known == m_schemas.constEnd() ? 1 : known->version + 1});
     return QString();
 }
 
@@ -59,13 +60,15 @@ QString McapChannels::addChannel(const char* body, quint64 size)
     if (!channel.read(Mcap::Cursor(body, size)))
         return QStringLiteral("a channel's lengths do not fit its record");
     const QByteArray record = QByteArray::fromRawData(body, int(size));
-    const auto known = m_bodies.constFind(channel.id);
-    if (known != m_bodies.constEnd() && *known == record)
+    const auto schema = m_schemas.constFind(channel.schema);
+    const quint32 schemaVersion = schema == m_schemas.constEnd() ? 0 : schema->version;
+    const auto known = m_announcements.constFind(channel.id);
+    if (known != m_announcements.constEnd() && known->record == record && known->schemaVersion == schemaVersion)
         return QString();
     const QString topic = QString::fromUtf8(channel.topic);
     if (!makeRoom(size))
         return QStringLiteral("channel %1 is one too many: 64 MiB of schemas and channels are known").arg(topic);
-    m_bodies.insert(channel.id, QByteArray(body, int(size)));
+    m_announcements.insert(channel.id, Announcement{QByteArray(body, int(size)), schemaVersion});
 
     QString kind;
     QString problem;

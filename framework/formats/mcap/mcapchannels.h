@@ -57,6 +57,13 @@ private:
         QByteArray name;
         QByteArray encoding;
         QByteArray data;
+        quint32 version; // of its number: there is seldom more than one
+    };
+
+    struct Announcement
+    {
+        QByteArray record;
+        quint32 schemaVersion; // that it was made with; 0 for none
     };
 
     bool makeRoom(quint64 size);
@@ -66,7 +73,7 @@ private:
     ProtobufFormat* m_format;
     quint64 m_kept; // bytes of definitions
     QHash<quint16, Schema> m_schemas;
-    QHash<quint16, QByteArray> m_bodies; // of channel records, by channel
+    QHash<quint16, Announcement> m_announcements; // by channel
     QHash<const MessageInfo*, quint32> m_ids;
     std::vector<std::unique_ptr<Entry>> m_entries;
     std::vector<const Entry*> m_byNumber;

@@ -201,9 +201,22 @@ void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
 void McapReader::holdChunk(std::unique_ptr<Chunk> chunk)
 {
     const quint64 latest = chunk->latest;
+    const auto isBefore = [](const McapMessageOrder::Message& left, const McapMessageOrder::Message& right) {
+        return left.time < right.time;
+    };
+    const std::vector<McapMessageOrder::Message>& messages = chunk->messages;
+    const auto first =
+        chunk->isOrdered ? messages.begin() : std::min_element(messages.begin(), messages.end(), isBefore);
+    const bool isTooEarly = first != messages.end() && first->time < m_releasedTime;
     m_order.add(std::move(chunk));
     if (m_starts.empty() || m_recordOffset > m_starts.back().offset) {
+        if (isTooEarly && !m_orderIsLost) {
+            report(StreamProblem::DisorderedTimes, m_recordOffset, 0,
+                   QStringLiteral("a chunk is earlier than the one before the last, and there is no index"));
+            m_orderIsLost = true;
+        }
         m_order.release(m_greatestTime, m_sink);
+        m_releasedTime = m_greatestTime;
         m_greatestTime = std::max(m_greatestTime, latest);
     } else {
         m_order.release(earliestLaterStart(m_recordOffset), m_sink);

@@ -1,5 +1,6 @@
 #include "mcapindex.h"
 
+#include "mcapdefinitions.h"
 #include "mcaprecord.h"
 #include "message.h"
 
@@ -18,10 +19,9 @@ namespace
 const int FooterRecordSize = RecordHeadSize + FooterSize;
 const int DataEndRecordSize = RecordHeadSize + DataEndSize;
 
-// A summary of a gigabyte has an index of millions of chunks.
-const qint64 GreatestSummary = qint64(1) << 30;
+// Has an index of a million chunks, and is read at once.
+const qint64 GreatestSummary = qint64(256) << 20;
 const quint64 GreatestDefinition = quint64(16) << 20;
-const quint64 MostDefinitionBytes = quint64(64) << 20;
 
 // Of messages outside of chunks.
 const quint64 GreatestStretch = quint64(1) << 20;
@@ -68,11 +68,13 @@ private:
 class McapIndexReader
 {
 public:
-    explicit McapIndexReader(const QString& path)
+    McapIndexReader(const QString& path, const RecordingIndex::GoOn& goOn)
         : m_file(path)
+        , m_goOn(goOn)
         , m_index(new McapIndex)
-        , m_definitionBytes(0)
+        , m_definitions(new McapDefinitions(&m_file))
         , m_inStretch(false)
+        , m_tookLong(false)
     {
     }
 
@@ -88,9 +90,13 @@ public:
         }
         if (!readSummary()) {
             m_index.reset(new McapIndex);
-            m_definitionBytes = 0;
-            walk();
+            m_definitions.reset(new McapDefinitions(&m_file));
+            if (!walk()) {
+                *error = QCoreApplication::translate("McapIndex", "%1: cancelled").arg(m_file.fileName());
+                return nullptr;
+            }
         }
+        m_index->m_definitions = m_definitions->take();
         std::stable_sort(
             m_index->m_chunks.begin(), m_index->m_chunks.end(),
             [](const McapIndex::Chunk& left, const McapIndex::Chunk& right) { return left.offset < right.offset; });
@@ -106,14 +112,15 @@ private:
     bool readSummary();
     bool readSummaryRecord(const RecordHead& head, const char* record, quint64 dataEnd, Statistics* statistics);
     bool readDataEnd(qint64 summaryStart);
-    void walk();
+    bool walk();
     bool walkRecord(quint64 offset, const QByteArray& bytes, const RecordHead& head);
-    void addDefinition(const char* record, quint64 size);
 
     QFile m_file;
+    const RecordingIndex::GoOn m_goOn;
     std::unique_ptr<McapIndex> m_index;
-    quint64 m_definitionBytes;
+    std::unique_ptr<McapDefinitions> m_definitions;
     bool m_inStretch; // the last chunk is one of messages outside of chunks
+    bool m_tookLong;
 };
 
 /** Whether the file has a summary that tells where the messages are. */
@@ -171,7 +178,7 @@ bool McapIndexReader::readSummaryRecord(const RecordHead& head, const char* reco
     switch (head.opcode) {
     case SchemaRecord:
     case ChannelRecord:
-        addDefinition(record, RecordHeadSize + head.length);
+        m_definitions->add(0, record, RecordHeadSize + head.length);
         return true;
     case ChunkIndexRecord: {
         ChunkIndex chunk;
@@ -201,21 +208,27 @@ bool McapIndexReader::readDataEnd(qint64 summaryStart)
            qFromLittleEndian<quint32>(record.constData() + RecordHeadSize) != 0;
 }
 
-void McapIndexReader::walk()
+/** Whether nobody put an end to it. */
+bool McapIndexReader::walk()
 {
     FileWindow window(&m_file);
     const quint64 size = quint64(m_file.size());
     quint64 offset = MagicSize;
-    while (offset < size) {
+    for (int records = 0; offset < size; ++records) {
+        // Of messages outside of chunks there are a great many.
+        if ((records % 64 == 0 || m_tookLong) && m_goOn && !m_goOn(int(double(offset) / double(size) * 100)))
+            return false;
+        m_tookLong = false;
         const QByteArray bytes =
             window.read(offset, RecordHeadSize + ChunkHeadSize + GreatestCompressionName + int(sizeof(quint64)));
         if (bytes.size() < RecordHeadSize)
-            return;
+            return true;
         const RecordHead head(bytes.constData());
         if (head.length > size || !walkRecord(offset, bytes, head))
-            return;
+            return true;
         offset += RecordHeadSize + head.length;
     }
+    return true;
 }
 
 /** Takes note of the record at @p offset, which begins with @p bytes; false where the data ends. */
@@ -223,6 +236,10 @@ bool McapIndexReader::walkRecord(quint64 offset, const QByteArray& bytes, const 
 {
     const char* const body = bytes.constData() + RecordHeadSize;
     const quint64 size = quint64(bytes.size()) - RecordHeadSize;
+    if (head.opcode == MessageIndexRecord)
+        m_definitions->addMessageIndex(body, size);
+    else
+        m_definitions->endChunk();
     switch (head.opcode) {
     case 0:
     case DataEndRecord:
@@ -233,7 +250,9 @@ bool McapIndexReader::walkRecord(quint64 offset, const QByteArray& bytes, const 
         if (!chunk.read(Cursor(body, size), head.length))
             return false;
         m_index->m_chunks.append(McapIndex::Chunk{offset, RecordHeadSize + head.length, chunk.start, chunk.end});
+        m_definitions->beginChunk(offset, RecordHeadSize + head.length);
         m_inStretch = false;
+        m_tookLong = true;
         return true;
     }
     case MessageRecord: {
@@ -257,19 +276,12 @@ bool McapIndexReader::walkRecord(quint64 offset, const QByteArray& bytes, const 
         if (head.length <= GreatestDefinition && m_file.seek(qint64(offset))) {
             const QByteArray record = m_file.read(qint64(RecordHeadSize + head.length));
             if (quint64(record.size()) == RecordHeadSize + head.length)
-                addDefinition(record.constData(), quint64(record.size()));
+                m_definitions->add(offset, record.constData(), quint64(record.size()));
         }
         return true;
     default:
         return true;
     }
-}
-
-void McapIndexReader::addDefinition(const char* record, quint64 size)
-{
-    m_definitionBytes += size;
-    if (m_definitionBytes <= MostDefinitionBytes)
-        m_index->m_definitions.append(QByteArray(record, int(size)));
 }
 
 McapIndex::McapIndex()
@@ -281,9 +293,9 @@ McapIndex::McapIndex()
 
 McapIndex::~McapIndex() {}
 
-McapIndex* McapIndex::load(const QString& path, QString* error)
+McapIndex* McapIndex::load(const QString& path, QString* error, const GoOn& goOn)
 {
-    return McapIndexReader(path).load(error);
+    return McapIndexReader(path, goOn).load(error);
 }
 
 qint64 McapIndex::getStartTime() const

@@ -49,6 +49,7 @@ McapReader::McapReader(ProtobufFormat* format, bool mustEnd)
     : m_channels(format)
     , m_mustEnd(mustEnd)
     , m_fed(false)
+    , m_leapt(false)
     , m_sink(nullptr)
     , m_input(nullptr)
     , m_inputSize(0)
@@ -72,6 +73,7 @@ McapReader::McapReader(ProtobufFormat* format, bool mustEnd)
     , m_summaryOffset(0)
     , m_ended(false)
     , m_greatestTime(0)
+    , m_releasedTime(0)
     , m_orderIsLost(false)
 {
 }
@@ -86,14 +88,21 @@ void McapReader::setIndex(const McapIndex& index)
         m_starts[std::size_t(i)] = LaterStart{chunks.at(i).offset, earliest};
     }
     m_dataCrcIsWanted = index.hasDataChecksum();
-    for (const QByteArray& record : index.getDefinitions()) {
-        const RecordHead head(record.constData());
-        const char* const body = record.constData() + RecordHeadSize;
-        const quint64 size = quint64(record.size()) - RecordHeadSize;
-        const QString problem =
-            head.opcode == SchemaRecord ? m_channels.addSchema(body, size) : m_channels.addChannel(body, size);
-        if (!problem.isEmpty())
-            m_earlyProblems.append(problem);
+    m_definitions = index.getDefinitions();
+}
+
+/** Takes what was announced before the place where reading goes on behind a jump. */
+void McapReader::catchUpOnDefinitions()
+{
+    m_leapt = false;
+    for (const McapIndex::Definition& definition : std::as_const(m_definitions)) {
+        if (definition.offset >= m_position)
+            break;
+        const RecordHead head(definition.record.constData());
+        const char* const body = definition.record.constData() + RecordHeadSize;
+        const quint64 size = quint64(definition.record.size()) - RecordHeadSize;
+        reportDefinition(head.opcode == SchemaRecord ? m_channels.addSchema(body, size)
+                                                     : m_channels.addChannel(body, size));
     }
 }
 
@@ -103,9 +112,8 @@ void McapReader::feed(const char* bytes, quint64 size, StreamSink* sink)
     m_input = bytes;
     m_inputSize = size;
     m_fed = m_fed || size > 0;
-    for (const QString& problem : std::as_const(m_earlyProblems))
-        reportDefinition(problem);
-    m_earlyProblems.clear();
+    if (m_leapt)
+        catchUpOnDefinitions();
     while (step()) {
     }
     m_backlog.clear();
@@ -505,6 +513,7 @@ void McapReader::restart(quint64 offset)
     m_chunkHeadBytes.clear();
     m_plainChunk.reset();
     m_order.clear();
+    m_leapt = offset != 0;
     m_state = offset == 0 ? AtMagic : AtRecord;
     m_position = offset;
     m_searchEnd = Never;
@@ -513,6 +522,8 @@ void McapReader::restart(quint64 offset)
     m_summaryOffset = 0;
     m_ended = false;
     m_greatestTime = 0;
+    m_releasedTime = 0;
+    m_orderIsLost = false;
 }
 
 void McapReader::report(StreamProblem::Kind kind, quint64 offset, quint64 length, const QString& text)

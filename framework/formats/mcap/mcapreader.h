@@ -7,7 +7,7 @@
 #include "mcaprecord.h"
 #include "streamdecoder.h"
 
-#include <QStringList>
+#include <QVector>
 
 /** What McapStreamDecoder does: finds records in a stream and hands out the messages. */
 class McapReader
@@ -74,6 +74,7 @@ private:
     void finishRecord();
     quint64 earliestLaterStart(quint64 offset) const;
     const McapChannels::Entry* channelOf(quint16 number);
+    void catchUpOnDefinitions();
     bool checkCrc(quint32 given, quint32 right, const QString& what);
 
     void report(StreamProblem::Kind kind, quint64 offset, quint64 length, const QString& text);
@@ -83,9 +84,10 @@ private:
     McapMessageOrder m_order;
     Mcap::Decompressor m_decompressor;
     const bool m_mustEnd;
-    bool m_fed;                  // anything since the last end
-    QStringList m_earlyProblems; // of definitions that were known before the first byte
-    StreamSink* m_sink;          // of the call
+    bool m_fed;   // anything since the last end
+    bool m_leapt; // and nothing was fed since
+    QVector<McapIndex::Definition> m_definitions;
+    StreamSink* m_sink; // of the call
 
     // What is fed, and what was fed before and is not complete.
     const char* m_input;
@@ -129,6 +131,7 @@ private:
     };
     std::vector<LaterStart> m_starts;
     quint64 m_greatestTime; // of messages in chunks before the newest
+    quint64 m_releasedTime; // up to which messages were handed out
     bool m_orderIsLost;
 };
 

@@ -60,9 +60,9 @@ QString McapStreamDecoder::getSenderName(quint32 sender) const
     return m_private->reader.getChannels().getTopic(sender);
 }
 
-void McapStreamDecoder::publishTypes() const
+void McapStreamDecoder::publishTypes(QStringList* problems) const
 {
-    m_private->format->publish();
+    m_private->format->publish(problems);
 }
 
 QString McapStreamDecoder::describeUnknown(quint32 id) const

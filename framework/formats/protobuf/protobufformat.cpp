@@ -13,6 +13,9 @@
 #include <QMutex>
 #include <QMutexLocker>
 
+// Of all schemas. A recording can bring one after the other.
+static const int MostElements = 1000 * 1000;
+
 struct ProtobufFormat::Private
 {
     /** One schema, built when its first type is asked for. */
@@ -29,12 +32,19 @@ struct ProtobufFormat::Private
             return *known;
         Entry entry;
         entry.schema = std::make_shared<ProtobufSchema>();
-        entry.schema->build(fileDescriptorSet, &entry.errors);
+        if (size > MostElements)
+            entry.errors.append(
+                QCoreApplication::translate("ProtobufFormat", "all schemas together are too large: %1 names")
+                    .arg(size));
+        else
+            entry.schema->build(fileDescriptorSet, &entry.errors);
+        size += entry.schema->getSize();
         return *schemas.insert(fileDescriptorSet, entry);
     }
 
     mutable QMutex mutex;
     QHash<QByteArray, Entry> schemas; // by their bytes
+    int size = 0;                     // of them
     QVector<Entry> loaded;            // in the order of loading
     QVector<MessageInfo*> made;       // not published yet; owned
     std::vector<std::unique_ptr<AnnotationFile>> annotations;
@@ -56,9 +66,8 @@ const MessageInfo* ProtobufFormat::addSchema(const QByteArray& fileDescriptorSet
 {
     const QMutexLocker locker(&m_private->mutex);
     const Private::Entry& entry = m_private->entryOf(fileDescriptorSet);
-    if (const MessageInfo* const info = entry.schema->findType(fullTypeName, &m_private->made))
+    if (const MessageInfo* const info = entry.schema->findType(fullTypeName, &m_private->made, error))
         return info;
-    *error = QCoreApplication::translate("ProtobufFormat", "the schema has no message type \"%1\"").arg(fullTypeName);
     if (!entry.errors.isEmpty())
         *error = entry.errors.join(QStringLiteral("; "));
     return nullptr;
@@ -100,8 +109,10 @@ bool ProtobufFormat::loadSchema(const QString& path, const QStringList& importPa
 const MessageInfo* ProtobufFormat::findType(const QString& fullTypeName, QString* error)
 {
     const QMutexLocker locker(&m_private->mutex);
+    QString reason;
     for (int i = static_cast<int>(m_private->loaded.size()) - 1; i >= 0; --i)
-        if (const MessageInfo* const info = m_private->loaded.at(i).schema->findType(fullTypeName, &m_private->made))
+        if (const MessageInfo* const info =
+                m_private->loaded.at(i).schema->findType(fullTypeName, &m_private->made, &reason))
             return info;
     *error =
         m_private->loaded.isEmpty()

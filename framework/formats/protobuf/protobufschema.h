@@ -13,6 +13,8 @@
 
 #include <memory>
 #include <unordered_map>
+#include <unordered_set>
+#include <vector>
 
 class MessageInfo;
 class ProtobufMessageInfo;
@@ -27,16 +29,21 @@ public:
     /**
      * Takes in a serialized FileDescriptorSet. Files that belong to Protocol Buffers themselves may be missing in it.
      *
+     * A schema of a size that no system has is refused: every byte of it can take a hundred bytes of memory.
+     *
      * @return whether there was no error; what could be built is there all the same
      */
     bool build(const QByteArray& fileDescriptorSet, QStringList* errors);
 
+    /** How many files, types, fields and values it describes. */
+    int getSize() const { return m_size; }
+
     /**
-     * The type of that name for messages that are received on their own, or null when the schema has none.
+     * The type of that name for messages that are received on their own; null with @p error set when it cannot be used.
      *
      * @param made  types that were made on the way are appended, and are the caller's from then on
      */
-    const ProtobufMessageInfo* findType(const QString& fullName, QVector<MessageInfo*>* made);
+    const ProtobufMessageInfo* findType(const QString& fullName, QVector<MessageInfo*>* made, QString* error);
 
     /** Types that stand at the top of the files; the file that came last first, since it imports the others. */
     QStringList getTypeNames() const;
@@ -50,10 +57,15 @@ private:
         ProtobufMessageInfo* sub = nullptr;
     };
 
+    bool makePrototypes(const google::protobuf::Descriptor* first);
+    bool noteChain(const google::protobuf::Descriptor* first, std::vector<const google::protobuf::Descriptor*>* open);
+
     google::protobuf::DescriptorPool m_pool;
     google::protobuf::DynamicMessageFactory m_factory;
     std::vector<const google::protobuf::FileDescriptor*> m_files;
     std::unordered_map<const google::protobuf::Descriptor*, Infos> m_infos;
+    std::unordered_set<const google::protobuf::Descriptor*> m_prototyped;
+    int m_size;
 };
 
 #endif

@@ -270,9 +270,9 @@ QString ProtobufStreamDecoder::getSenderName(quint32) const
     return QString();
 }
 
-void ProtobufStreamDecoder::publishTypes() const
+void ProtobufStreamDecoder::publishTypes(QStringList* problems) const
 {
-    m_format->publish();
+    m_format->publish(problems);
 }
 
 bool ProtobufStreamDecoder::detectFraming(const QByteArray& head, bool isAll, Framing* framing)
