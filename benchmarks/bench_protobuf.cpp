@@ -6,9 +6,7 @@
 #include "messageinfo.h"
 #include "messagejson.h"
 #include "messagereference.h"
-#include "protobufformat.h"
-
-#include <QTemporaryDir>
+#include "schemafile.h"
 
 #include <benchmark/benchmark.h>
 #include <google/protobuf/compiler/importer.h>
@@ -62,22 +60,14 @@ public:
 
 private:
     Data()
-        : m_importer(&m_tree, nullptr)
+        : m_file(QStringLiteral("bench.proto"), schemaText)
+        , m_importer(&m_tree, nullptr)
     {
-        const QString path = m_folder.filePath(QStringLiteral("bench.proto"));
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
-            std::abort();
-        file.write(schemaText);
-        file.close();
-        QStringList errors;
-        QString error;
-        m_format.loadSchema(path, QStringList(), &errors);
-        info = m_format.findType(QStringLiteral("bench.View"), &error);
+        info = m_file.load(&m_format, QStringLiteral("bench.View"));
 
-        m_tree.MapPath("", m_folder.path().toStdString());
+        m_tree.MapPath("", m_file.getFolder().toStdString());
         const google::protobuf::FileDescriptor* const schema = m_importer.Import("bench.proto");
-        if (!info || !schema)
+        if (!schema)
             std::abort();
         prototype = m_factory.GetPrototype(schema->FindMessageTypeByName("View"));
         const std::unique_ptr<google::protobuf::Message> view(prototype->New());
@@ -116,7 +106,7 @@ private:
         }
     }
 
-    QTemporaryDir m_folder;
+    const SchemaFile m_file;
     ProtobufFormat m_format;
     google::protobuf::compiler::DiskSourceTree m_tree;
     google::protobuf::compiler::Importer m_importer;

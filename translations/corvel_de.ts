@@ -538,6 +538,10 @@
         <translation>Einen Nachrichtentyp in der Liste anhaken, um hier seine Felder zu sehen, oder alle über die Werkzeugleiste hinzufügen.</translation>
     </message>
     <message>
+        <source>Looking through %1: %2 % are done. Close the source to cancel.</source>
+        <translation>%1 wird durchgesehen: %2 % sind erledigt. Zum Abbrechen die Quelle schließen.</translation>
+    </message>
+    <message>
         <source>Waiting for messages from %1 ...</source>
         <translation>Warten auf Nachrichten von %1 ...</translation>
     </message>
@@ -962,6 +966,10 @@
     <message>
         <source>%1: this is no MCAP file</source>
         <translation>%1: keine MCAP-Datei</translation>
+    </message>
+    <message>
+        <source>%1: cancelled</source>
+        <translation>%1: abgebrochen</translation>
     </message>
 </context>
 <context>
@@ -1728,6 +1736,22 @@
         <source>not valid UTF-8; wrong bytes are shown as question marks</source>
         <translation>kein gültiges UTF-8; falsche Bytes werden als Fragezeichen gezeigt</translation>
     </message>
+    <message>
+        <source>all schemas together are too large: %1 names</source>
+        <translation>alle Schemata zusammen sind zu groß: %1 Namen</translation>
+    </message>
+    <message>
+        <source>imports are nested more than %1 deep</source>
+        <translation>Importe sind mehr als %1 tief geschachtelt</translation>
+    </message>
+    <message>
+        <source>the schema is too large: %1 files, %2 names</source>
+        <translation>das Schema ist zu groß: %1 Dateien, %2 Namen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has parts nested more than %2 types deep</source>
+        <translation>Teile von &quot;%1&quot; sind mehr als %2 Typen tief geschachtelt</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>
@@ -2176,6 +2200,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Das Ende von %1 konnte nicht geschrieben werden.</translation>
     </message>
     <message>
+        <source>%1: this is %2</source>
+        <translation>%1: es ist %2</translation>
+    </message>
+    <message>
         <source>%1: other definitions (%2); what came before was counted without them</source>
         <translation>%1: andere Definitionen (%2); was vorher kam, wurde ohne sie gezählt</translation>
     </message>
@@ -2186,6 +2214,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>%1: read again from the beginning</source>
         <translation>%1: wird von Anfang an neu gelesen</translation>
+    </message>
+    <message>
+        <source>looking through it, %1 %</source>
+        <translation>wird durchgesehen, %1 %</translation>
     </message>
     <message>
         <source>opening</source>

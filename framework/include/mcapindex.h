@@ -57,7 +57,7 @@ public:
     bool hasDataChecksum() const { return m_dataChecksum; }
     /** The number of messages, or -1 when no summary tells it. */
     qint64 getMessageCount() const { return m_messages; }
-    /** What announces schemas and channels, in the order of the file, none twice in the same words. */
+    /** What announces schemas and channels, in the order of the file, without mere repetitions. */
     const QVector<Definition>& getDefinitions() const { return m_definitions; }
 
 private:

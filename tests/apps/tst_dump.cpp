@@ -1,4 +1,5 @@
 #include "dumprunner.h"
+#include "mcapfixtures.h"
 #include "testbase.h"
 #include "waitfor.h"
 
@@ -163,6 +164,26 @@ private Q_SLOTS:
                                   << "{\"time\":\"2014-05-13T16:53:20.123456" + sender + "17" + rest
                                   << "{\"time\":\"1970-01-01T00:00:00.000000" + sender + "18" + rest
                                   << "{\"time\":\"+10000-01-01T00:00:00.000000" + sender + "255" + rest);
+    }
+
+    // An object with two members of one name is read as one with the second.
+    void namesOfStatisticsAreThereOnce()
+    {
+        McapFixtures::Recording recording(McapFixtures::settings(McapWriter::Zstd, 1000));
+        McapWriter& writer = recording.writer;
+        const QByteArray longer = McapFixtures::schema() + McapFixtures::part(1, McapFixtures::part(1, "more.proto"));
+        for (int i = 0; i < 4; ++i)
+            writer.writeMessage(
+                writer.addChannel("/p", "protobuf",
+                                  writer.addSchema("demo.Point", "protobuf", i < 2 ? McapFixtures::schema() : longer)),
+                1, quint64(i) * McapFixtures::Millisecond, McapFixtures::point(i));
+        const DumpRun run({"--stats", write("names.mcap", recording.finished())});
+        QCOMPARE(run.errors, QStringList());
+        QCOMPARE(run.output.count("\"demo.Point\":{"), 1);
+        QCOMPARE(run.object().value("types").toObject().value("demo.Point#2").toObject().value("messages").toInt(), 2);
+        QCOMPARE(run.object().value("senders").toObject().size(), 1);
+        QCOMPARE(run.output.count("\"/p\":{"), 1);
+        QCOMPARE(run.object().value("senders").toObject().value("/p").toObject().value("messages").toInt(), 4);
     }
 
     void rawValuesAreExact()

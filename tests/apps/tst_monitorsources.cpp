@@ -5,6 +5,7 @@
 #include "mainwindow.h"
 #include "mavlinkdialect.h"
 #include "mavlinkencoder.h"
+#include "mcapfixtures.h"
 #include "messageinfo.h"
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
@@ -24,6 +25,7 @@
 #include <QUdpSocket>
 
 #include <memory>
+#include <sys/stat.h>
 
 /** Sources that come, go, fail and are recorded, in the real window. */
 class tst_monitorsources : public TestBase
@@ -36,6 +38,8 @@ private Q_SLOTS:
     void twoSourcesOfOneSenderStayApart();
     void definitionsThatComeLaterAreUsedForWhatCameBefore();
     void annotationsAreForEitherFormat();
+    void faultsOfAnnotationsForTypesThatComeLaterAreEvents();
+    void anMcapStreamThroughAPipeIsRecognised();
     void recordingKeepsDamageAndOutlivesTheProgram();
     void recordingThatFailsLeavesReceptionAlone();
     void theDialogSaysWhatIsWrongInPlace();
@@ -58,6 +62,18 @@ private:
         QFile file(m_folder.filePath(name));
         const bool good = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
         return good ? file.fileName() : QString();
+    }
+
+    // Three messages of the type Point of a package.
+    static QByteArray points(const QByteArray& package)
+    {
+        McapFixtures::Recording recording(McapFixtures::settings(McapWriter::Zstd, 1000));
+        McapWriter& writer = recording.writer;
+        const quint16 channel = writer.addChannel(
+            "/p", "protobuf", writer.addSchema(package + ".Point", "protobuf", McapFixtures::schema(package)));
+        for (int i = 0; i < 3; ++i)
+            writer.writeMessage(channel, 0, quint64(i) * McapFixtures::Millisecond, McapFixtures::point(i));
+        return recording.finished();
     }
 
     static QStringList statisticsNames(const MainWindow& window)
@@ -171,7 +187,6 @@ void tst_monitorsources::annotationsAreForEitherFormat()
     SourceParts parts;
     QString error;
     QVERIFY2(factory.create(options, &parts, &error), qPrintable(error));
-    QStringList problems;
     parts.decoder->publishTypes(&problems);
     const MessageInfo* const car = parts.decoder->getFormatInfo()->getMessageInfo("t.Car");
     QVERIFY(car && car->getFieldInfo("double"));
@@ -183,6 +198,60 @@ void tst_monitorsources::annotationsAreForEitherFormat()
     problems.clear();
     QVERIFY(!factory.annotate(writeFile("typo.json", "{\"messages\": {\"HARTBEAT\": {}, \"t.Car\": {}}}"), &problems));
     QCOMPARE(problems.size(), 1);
+}
+
+void tst_monitorsources::faultsOfAnnotationsForTypesThatComeLaterAreEvents()
+{
+    SourceFactory factory;
+    QStringList problems;
+    // Of a type that no other test's annotations are about.
+    QVERIFY(factory.annotate(writeFile("later.json", "{\"messages\": {\"fault.Point\": {\"fields\":\n"
+                                                     "{\"nothing\": {\"confidential\": true}}}}}"),
+                             &problems));
+    MessageStatisticsCoordinator coordinator;
+    EventLog log;
+    LatestMessageSource latest;
+    SourceModel model(&factory, {&coordinator, &log, &latest});
+    SourceOptions options;
+    options.address = writeFile("fault.mcap", points("fault"));
+    QString error;
+    SourceSession* const session = model.open(options, StreamSource::Playback(), &error);
+    QVERIFY2(session, qPrintable(error));
+    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
+    QStringList faults;
+    for (const EventLog::Entry& entry : log.getEntries())
+        if (entry.event.getType() == CorvelEvent::DefinitionProblem)
+            faults.append(entry.event.getMessage());
+    QCOMPARE(faults,
+             QStringList("annotation: " + m_folder.filePath("later.json") + ":2: fault.Point.nothing: unknown field"));
+}
+
+void tst_monitorsources::anMcapStreamThroughAPipeIsRecognised()
+{
+    const QString path = m_folder.filePath("pipe");
+    QCOMPARE(mkfifo(qPrintable(path), 0600), 0);
+    SourceFactory factory;
+    MessageStatisticsCoordinator coordinator;
+    EventLog log;
+    LatestMessageSource latest;
+    SourceModel model(&factory, {&coordinator, &log, &latest});
+    SourceOptions options;
+    options.address = path;
+    QString error;
+    SourceSession* const session = model.open(options, StreamSource::Playback(), &error);
+    QVERIFY2(session, qPrintable(error));
+    // As a slow writer does it.
+    QFile writer(path);
+    QVERIFY(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    const QByteArray bytes = points("piped");
+    writer.write(bytes.left(5));
+    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Receiving; }));
+    writer.write(bytes.mid(5));
+    writer.close();
+    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
+    QCOMPARE(session->getCounters().getMessageCount(), quint64(3));
+    QCOMPARE(session->getCounters().getSkippedBytes(), quint64(0));
+    QCOMPARE(session->getSource()->getFormatInfo()->getName(), QString("protobuf"));
 }
 
 void tst_monitorsources::recordingKeepsDamageAndOutlivesTheProgram()

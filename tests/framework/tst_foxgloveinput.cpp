@@ -191,6 +191,27 @@ private Q_SLOTS:
                          QStringLiteral("/j /j (json, not decodable) 6000"), QStringLiteral("/a demo.Point 10000")}));
     }
 
+    void whatTheServerSaysOfItselfIsTold()
+    {
+        Server server(QStringLiteral("foxglove.sdk.v1"));
+        ProtobufFormat format;
+        McapStreamDecoder* const decoder = new McapStreamDecoder(&format, McapStreamDecoder::Live);
+        Lines found(decoder);
+        StreamSource source(ByteInput::create(addressOf(server.address())), decoder);
+        source.addObserver(&found);
+        source.start();
+        QVERIFY(waitFor([&] { return source.getState() == StreamSource::Running; }));
+        const QStringList said{QStringLiteral("ready"), QStringLiteral("slow"), QStringLiteral("sensor lost")};
+        for (int level = 0; level < 3; ++level)
+            server.send({{QStringLiteral("op"), QStringLiteral("status")},
+                         {QStringLiteral("level"), level},
+                         {QStringLiteral("message"), said.at(level)}});
+        QVERIFY(waitFor([&] { return found.lines.size() == 3; }));
+        QCOMPARE(found.lines, QStringList({QStringLiteral("ready"), QStringLiteral("warning: slow"),
+                                           QStringLiteral("error: sensor lost")}));
+        QCOMPARE(int(source.getState()), int(StreamSource::Running));
+    }
+
     void whoSpeaksSomethingElseIsRefused()
     {
         Server server(QString{});

@@ -390,7 +390,11 @@ private Q_SLOTS:
         {
         public:
             void processReceived(const ReceivedMessage&) override { ++messages; }
-            void processProblem(const StreamProblem& problem) override { qWarning("%s", qPrintable(problem.text)); }
+            void processProblem(const StreamProblem& problem) override
+            {
+                if (problem.kind != StreamProblem::DisorderedTimes) // it is the same chunk again and again
+                    qWarning("%s", qPrintable(problem.text));
+            }
             int messages = 0;
         } counter;
         ProtobufFormat format;

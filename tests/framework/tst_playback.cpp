@@ -189,6 +189,33 @@ private Q_SLOTS:
         QCOMPARE(m_lastTime, qint64(Count - 2));
         QCOMPARE(m_unknown, Count - 10 - 2);
     }
+
+    void lookingThroughARecordingIsCancelledByStopping()
+    {
+        class Endless : public RecordingIndex
+        {
+        public:
+            bool prepare(const GoOn& goOn) override
+            {
+                while (goOn(42)) {
+                }
+                return false;
+            }
+            qint64 getStartTime() const override { return Message::NoTime; }
+            qint64 getEndTime() const override { return Message::NoTime; }
+            quint64 findOffset(qint64) override { return 0; }
+        };
+        const std::unique_ptr<StreamSource> source = open();
+        source->setIndex(new Endless);
+        QCOMPARE(source->getPreparedPercent(), -1);
+        source->start();
+        QVERIFY(waitFor([&]() { return source->getPreparedPercent() == 42; }));
+        QCOMPARE(int(source->getState()), int(StreamSource::Opening));
+        source->stop();
+        QVERIFY(waitFor([&]() { return source->getPreparedPercent() == -1; }));
+        QCOMPARE(int(source->getState()), int(StreamSource::Finished));
+        QCOMPARE(source->getCounters().getMessageCount(), quint64(0));
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_playback)

@@ -1,44 +1,14 @@
-#include "formatregistry.h"
-#include "messagereference.h"
-#include "protobufformat.h"
-#include "protoctree.h"
+#include "protobufkinds.h"
 #include "testbase.h"
 
-#include <QTemporaryDir>
+using namespace ProtobufKinds;
 
-#include <memory>
-
-namespace
-{
-
-const QString dataFolder = QStringLiteral(CORVEL_PROTOBUF_DATA);
-const QString importFolder = dataFolder + QStringLiteral("/imports");
-
-QString fileOf(const QString& type)
-{
-    return dataFolder + QLatin1Char('/') + type.section(QLatin1Char('.'), 0, 0) + QStringLiteral(".proto");
-}
-
-QStringList protocArguments(const QString& what, const QString& type)
-{
-    return {QStringLiteral("--%1=%2").arg(what, type), QStringLiteral("-I") + dataFolder,
-            QStringLiteral("-I") + importFolder, fileOf(type)};
-}
-
-QByteArray encode(const QString& type, const QByteArray& text)
-{
-    return runProtoc(protocArguments(QStringLiteral("encode"), type), text);
-}
-
-} // namespace
-
-/** How messages of Protocol Buffers are mapped to fields. */
+/** How fields and their values are read: what they are, and that they are what the compiler reads. */
 class tst_ProtobufFormat : public TestBase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
     void describesFields_data();
     void describesFields();
     void describesTypes();
@@ -47,88 +17,10 @@ private Q_SLOTS:
     void showsAbsenceAndDefaults();
     void showsValues_data();
     void showsValues();
-    void showsUnknownFields();
-    void saysWhatIsWrong_data();
-    void saysWhatIsWrong();
-    void saysWhatIsMissing();
-    void refusesTooDeepMessages();
-    void typesAreTheSameForTheSameSchema();
-    void annotationsReachTypesThatComeLater();
-    void partsLiveAsLongAsTheirReferences();
-    void readsOnlyItsOwnMessages();
-    void schemaErrorsTellThePlace_data();
-    void schemaErrorsTellThePlace();
-    void brokenSchemasInRecordings();
 
 private:
-    MessageReference message(const QString& type, const QByteArray& bytes)
-    {
-        QString error;
-        const MessageInfo* const info = m_format.findType(type, &error);
-        return info ? MessageReference::adopt(info->newMessage(bytes)) : MessageReference();
-    }
-
-    ProtobufFormat m_format;
+    Format m_format;
 };
-
-// "name | type | flags | description"
-static QString rowText(const FieldInfo* field)
-{
-    QString flags;
-    if (field->isOptional())
-        flags += QStringLiteral("optional ");
-    if (field->isRepeated())
-        flags += QStringLiteral("repeated ");
-    if (field->isConfidential())
-        flags += QStringLiteral("confidential ");
-    if (field->getRole() == FieldInfo::SecondaryRole)
-        flags += QStringLiteral("secondary ");
-    return QStringList{field->getName(),
-                       field->getType().toShortString(),
-                       QString::number(field->getType().getTypeCode()),
-                       flags.trimmed(),
-                       field->getUnit(),
-                       field->getDescription()}
-        .join(QStringLiteral(" | "));
-}
-
-// "a/b[1]" goes down into sub-messages and components; values of the field as they are shown, separated by ", ".
-static QString shown(const Message* message, const QString& path)
-{
-    const Message* holder = message;
-    const FieldInfo* field = nullptr;
-    unsigned int index = 0;
-    for (const QString& level : path.split(QLatin1Char('/'))) {
-        const QString name = level.startsWith(QLatin1Char('[')) ? level : level.section(QLatin1Char('['), 0, 0);
-        const QVector<const FieldInfo*> parts = field ? field->getSubFieldInfos() : QVector<const FieldInfo*>();
-        if (!parts.isEmpty()) {
-            for (const FieldInfo* part : parts)
-                if (part->getName() == name)
-                    field = part;
-            continue;
-        }
-        if (field)
-            holder = field->getValue(holder, index).getSubMessage();
-        field = holder ? holder->getInfo()->getFieldInfo(name) : nullptr;
-        if (!field)
-            return QStringLiteral("no such field");
-        index = name == level ? 0 : level.section(QLatin1Char('['), 1).chopped(1).toUInt();
-    }
-    QStringList texts;
-    for (const FieldValue& value : field->getValues(holder))
-        texts.append(field->getInterpretedString(value, true));
-    return texts.isEmpty() ? QStringLiteral("absent") : texts.join(QStringLiteral(", "));
-}
-
-void tst_ProtobufFormat::initTestCase()
-{
-    for (const char* name : {"kinds2", "kinds3"}) {
-        QStringList errors;
-        const QString path = dataFolder + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".proto");
-        m_format.loadSchema(path, QStringList(importFolder), &errors);
-        QCOMPARE(errors, QStringList());
-    }
-}
 
 void tst_ProtobufFormat::describesFields_data()
 {
@@ -278,8 +170,8 @@ void tst_ProtobufFormat::decodesAsTheCompilerDoes()
     QFETCH(QByteArray, text);
     const QByteArray bytes = encode(type, text);
     QVERIFY(text.isEmpty() || type == QLatin1String("kinds3.All") || !bytes.isEmpty());
-    const QByteArray printed = runProtoc(protocArguments(QStringLiteral("decode"), type), bytes);
-    const MessageReference decoded = message(type, bytes);
+    const QByteArray printed = compile(QStringLiteral("decode"), type, bytes);
+    const MessageReference decoded = m_format.message(type, bytes);
     const ProtocComparison comparison(decoded.get(), printed);
     QCOMPARE(comparison.differences, QStringList());
     QVERIFY(comparison.valuesCompared >= text.count(": ") / 3);
@@ -288,8 +180,8 @@ void tst_ProtobufFormat::decodesAsTheCompilerDoes()
 
 void tst_ProtobufFormat::showsAbsenceAndDefaults()
 {
-    const MessageReference older = message(QStringLiteral("kinds2.All"), QByteArray());
-    const MessageReference newer = message(QStringLiteral("kinds3.All"), QByteArray());
+    const MessageReference older = m_format.message(QStringLiteral("kinds2.All"), QByteArray());
+    const MessageReference newer = m_format.message(QStringLiteral("kinds3.All"), QByteArray());
     QStringList present;
     for (const Message* decoded : {older.get(), newer.get()})
         for (const FieldInfo* field : decoded->getInfo()->getFieldInfos())
@@ -300,8 +192,8 @@ void tst_ProtobufFormat::showsAbsenceAndDefaults()
                                    QStringLiteral("speed=0 m/s"), QStringLiteral("big=0")}));
     // Something else of a oneof takes the place of what was there.
     const MessageReference chosen =
-        message(QStringLiteral("kinds2.All"), encode(QStringLiteral("kinds2.All"), "number: 3") +
-                                                  encode(QStringLiteral("kinds2.All"), "text: 'later'"));
+        m_format.message(QStringLiteral("kinds2.All"), encode(QStringLiteral("kinds2.All"), "number: 3") +
+                                                           encode(QStringLiteral("kinds2.All"), "text: 'later'"));
     QCOMPARE(shown(chosen.get(), QStringLiteral("number")), QStringLiteral("absent"));
     QCOMPARE(shown(chosen.get(), QStringLiteral("text")), QStringLiteral("later"));
 }
@@ -359,280 +251,8 @@ void tst_ProtobufFormat::showsValues()
     QFETCH(QByteArray, text);
     QFETCH(QString, path);
     QFETCH(QString, expected);
-    const MessageReference decoded = message(type, encode(type, text));
+    const MessageReference decoded = m_format.message(type, encode(type, text));
     QCOMPARE(shown(decoded.get(), path), expected);
-}
-
-void tst_ProtobufFormat::showsUnknownFields()
-{
-    const QByteArray bytes = QByteArray::fromHex("c03e9601"             // 1000: varint 150
-                                                 "c53e78563412"         // 1000: fixed32
-                                                 "c13e8877665544332211" // 1000: fixed64
-                                                 "c23e026869"           // 1000: bytes "hi"
-                                                 "c33e0801c43e"         // 1000: group { 1: 1 }
-                                                 "7205776f726473"       // 14: a text, to be told apart from
-                                                 "708001"               // 14: varint, but a_string is a string
-                                                 "800163");             // 16: varint 99, no color
-    const MessageReference decoded = message(QStringLiteral("kinds2.All"), bytes);
-    QCOMPARE(shown(decoded.get(), QStringLiteral("[unknown fields]")),
-             QStringLiteral("1000: varint 150, 1000: fixed32 0x12345678, 1000: fixed64 0x1122334455667788, "
-                            "1000: bytes 6869 (2 bytes), 1000: group { 1: varint 1 }, "
-                            "14: varint 128 (but a_string is string), 16: varint 99 (no value of the enum of color)"));
-    QCOMPARE(shown(decoded.get(), QStringLiteral("a_string")), QStringLiteral("words"));
-    QCOMPARE(shown(decoded.get(), QStringLiteral("color")), QStringLiteral("absent"));
-}
-
-void tst_ProtobufFormat::saysWhatIsWrong_data()
-{
-    QTest::addColumn<QByteArray>("hex");
-    QTest::addColumn<QString>("plain");
-    QTest::addColumn<QString>("problems");
-
-    QTest::newRow("text") << QByteArray("0805"
-                                        "1a03c328ff"
-                                        "08ac02")
-                          << "300"
-                          << "name at byte 4: not valid UTF-8; wrong bytes are shown as question marks";
-    QTest::newRow("text of a map") << QByteArray("52050801"
-                                                 "1201ff"
-                                                 "0807")
-                                   << "7"
-                                   << "names.value at byte 6: not valid UTF-8; wrong bytes are shown as question marks";
-    QTest::newRow("too long") << QByteArray("0805"
-                                            "220a61")
-                              << "5"
-                              << "blob at byte 2: claims 10 bytes where 1 are left; the rest is not decoded";
-    QTest::newRow("too long inside") << QByteArray("0805"
-                                                   "3203"
-                                                   "220a61"
-                                                   "0806")
-                                     << "6"
-                                     << "child.blob at byte 4: claims 10 bytes where 1 are left; the rest is not "
-                                        "decoded";
-    QTest::newRow("number reaches beyond its part") << QByteArray("3202"
-                                                                  "08ff"
-                                                                  "0805")
-                                                    << "5"
-                                                    << "child.plain at byte 2: a number breaks off; the rest is not "
-                                                       "decoded";
-    QTest::newRow("number breaks off") << QByteArray("0805"
-                                                     "08ff")
-                                       << "5"
-                                       << "plain at byte 2: a number breaks off; the rest is not decoded";
-    QTest::newRow("number 0") << QByteArray("0805"
-                                            "0001")
-                              << "5"
-                              << "byte 2: no number of a field; the rest is not decoded";
-    QTest::newRow("end of no group") << QByteArray("0805"
-                                                   "0c")
-                                     << "5"
-                                     << "byte 2: the end of a group that did not begin; the rest is not decoded";
-    QTest::newRow("kind of value") << QByteArray("0805"
-                                                 "0f")
-                                   << "5"
-                                   << "plain at byte 2: an unknown kind of value; the rest is not decoded";
-}
-
-void tst_ProtobufFormat::saysWhatIsWrong()
-{
-    QFETCH(QByteArray, hex);
-    QFETCH(QString, plain);
-    QFETCH(QString, problems);
-    const MessageReference decoded = message(QStringLiteral("kinds3.All"), QByteArray::fromHex(hex));
-    QCOMPARE(shown(decoded.get(), QStringLiteral("[problems]")), problems);
-    QCOMPARE(shown(decoded.get(), QStringLiteral("plain")), plain);
-}
-
-void tst_ProtobufFormat::saysWhatIsMissing()
-{
-    const MessageReference decoded = message(QStringLiteral("kinds2.Strict"), QByteArray::fromHex("1200"));
-    QCOMPARE(shown(decoded.get(), QStringLiteral("[problems]")),
-             QStringLiteral("the required field \"needed\" is missing, "
-                            "the required field \"inner.needed\" is missing"));
-    QCOMPARE(shown(decoded.get(), QStringLiteral("needed")), QStringLiteral("absent"));
-}
-
-void tst_ProtobufFormat::refusesTooDeepMessages()
-{
-    const auto nested = [](int depth) {
-        QByteArray bytes = QByteArray::fromHex("0807");
-        for (int i = 0; i < depth; ++i) {
-            QByteArray length;
-            for (int rest = static_cast<int>(bytes.size()); rest > 0 || length.isEmpty(); rest >>= 7)
-                length += static_cast<char>((rest & 0x7f) | (rest > 0x7f ? 0x80 : 0));
-            bytes = '\x32' + length + bytes;
-        }
-        return bytes;
-    };
-    const MessageReference deep = message(QStringLiteral("kinds3.All"), nested(100));
-    QCOMPARE(shown(deep.get(), QStringLiteral("[problems]")), QStringLiteral("absent"));
-    QCOMPARE(shown(deep.get(), QString(QStringLiteral("child/")).repeated(100) + QStringLiteral("plain")),
-             QStringLiteral("7"));
-    const MessageReference deeper = message(QStringLiteral("kinds3.All"), nested(5000));
-    QVERIFY(shown(deeper.get(), QStringLiteral("[problems]"))
-                .endsWith(QStringLiteral("nested too deeply; it is not decoded")));
-}
-
-void tst_ProtobufFormat::typesAreTheSameForTheSameSchema()
-{
-    QTemporaryDir folder;
-    const QString set = folder.filePath(QStringLiteral("all.desc"));
-    runProtoc({QStringLiteral("-o") + set, QStringLiteral("-I") + dataFolder, QStringLiteral("-I") + importFolder,
-               fileOf(QStringLiteral("kinds3.All"))},
-              QByteArray());
-    QFile file(set);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll(); // without the imported files
-    ProtobufFormat format;
-    FormatRegistry::getInstance()->addFormat(&format);
-    const QString type = QStringLiteral("kinds3.All");
-    QString error;
-    QCOMPARE(format.addSchema(bytes, type, &error), nullptr);
-    QVERIFY2(error.contains(QStringLiteral("options.proto")), qPrintable(error));
-
-    runProtoc({QStringLiteral("--include_imports"), QStringLiteral("-o") + set, QStringLiteral("-I") + dataFolder,
-               QStringLiteral("-I") + importFolder, fileOf(type)},
-              QByteArray());
-    QStringList errors;
-    QVERIFY(format.loadSchema(set, QStringList(), &errors));
-    const MessageInfo* const info = format.findType(type, &error);
-    QVERIFY(info);
-    QCOMPARE(info->getFormatInfo(), nullptr);
-    const quint64 revision = FormatRegistry::getInstance()->getRevision(&format);
-    format.publish();
-    QCOMPARE(info->getFormatInfo(), &format);
-    QCOMPARE(format.getMessageInfo(type), info);
-    QVERIFY(FormatRegistry::getInstance()->getRevision(&format) != revision);
-
-    QFile again(set);
-    QVERIFY(again.open(QIODevice::ReadOnly));
-    QCOMPARE(format.addSchema(again.readAll(), type, &error), info);
-    const int published = static_cast<int>(format.getMessageInfos().size());
-    format.publish();
-    QCOMPARE(static_cast<int>(format.getMessageInfos().size()), published);
-    // With comments, which the other one does not have.
-    QVERIFY(format.loadSchema(fileOf(type), QStringList(importFolder), &errors));
-    QVERIFY(format.findType(type, &error) != info);
-}
-
-void tst_ProtobufFormat::annotationsReachTypesThatComeLater()
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.json"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("{ \"messages\": {\n"
-               "\"*\": { \"fields\": { \"a_int32\": { \"role\": \"secondary\" } } },\n"
-               "\"kinds2.All\": { \"fields\": { \"a_string\": { \"confidential\": true } },\n"
-               "\"virtual\": [ { \"name\": \"sum\", \"expression\": \"child.a_int32 + children_1.child.a_int64 + 0.5\" "
-               "} ] },\n"
-               "\"kinds3.All\": { \"fields\": { \"nothing\": { \"confidential\": true } } },\n"
-               "\"other.Type\": { \"fields\": { \"nothing\": { \"confidential\": true } } } } }\n");
-    file.close();
-    ProtobufFormat format;
-    QStringList errors;
-    QVERIFY(format.addAnnotations(path, &errors));
-    for (const char* type : {"kinds2.All", "kinds3.All"})
-        format.loadSchema(fileOf(QLatin1String(type)), QStringList(importFolder), &errors);
-    QString error;
-    const MessageInfo* const info = format.findType(QStringLiteral("kinds2.All"), &error);
-    const MessageReference decoded = MessageReference::adopt(info->newMessage(
-        encode(info->getName(), "child { a_int32: 3 } children {} children { child { a_int64: 4 } } a_string: 's'")));
-    format.publish(&errors);
-    QCOMPARE(errors, QStringList());
-    QCOMPARE(rowText(info->getFieldInfo(QStringLiteral("a_int32"))),
-             QStringLiteral("a_int32 | int32 | 1 | optional secondary |  | "));
-    QVERIFY(info->getFieldInfo(QStringLiteral("a_string"))->isConfidential());
-    QCOMPARE(shown(decoded.get(), QStringLiteral("sum")), QStringLiteral("7.5"));
-    QCOMPARE(shown(decoded.get(), QStringLiteral("child/sum")), QStringLiteral("absent"));
-
-    QVERIFY(format.findType(QStringLiteral("kinds3.All"), &error));
-    format.publish(&errors);
-    QCOMPARE(errors, QStringList(path + QStringLiteral(":5: kinds3.All.nothing: unknown field")));
-}
-
-void tst_ProtobufFormat::partsLiveAsLongAsTheirReferences()
-{
-    const QString type = QStringLiteral("kinds2.All");
-    QString error;
-    const MessageInfo* const info = m_format.findType(type, &error);
-    const FieldInfo* const child = info->getFieldInfo(QStringLiteral("child"));
-    Message* const whole = info->newMessage(encode(type, "child { a_string: 'kept' child { a_int32: 3 } }"));
-    whole->setTime(12);
-    const MessageReference part(child->getValue(whole, 0).getSubMessage());
-    QCOMPARE(child->getValue(whole, 0).getSubMessage(), part.get());
-    whole->removeReference();
-    QCOMPARE(part.get()->getTime(), 12);
-    QCOMPARE(shown(part.get(), QStringLiteral("a_string")), QStringLiteral("kept"));
-    QCOMPARE(shown(part.get(), QStringLiteral("child/a_int32")), QStringLiteral("3"));
-}
-
-void tst_ProtobufFormat::readsOnlyItsOwnMessages()
-{
-    QString error;
-    const MessageInfo* const older = m_format.findType(QStringLiteral("kinds2.All"), &error);
-    const MessageReference newer = message(QStringLiteral("kinds3.All"), QByteArray::fromHex("0805"));
-    const MessageReference plain = MessageReference::adopt(new Message(older, QByteArray::fromHex("0805")));
-    const MessageReference good = message(QStringLiteral("kinds2.All"), QByteArray::fromHex("0805"));
-    for (const FieldInfo* field : older->getFieldInfos()) {
-        for (const Message* other : {newer.get(), plain.get()}) {
-            QCOMPARE(field->getValueCount(other), 0u);
-            QVERIFY(!field->getValue(other, 0).isValid());
-        }
-        QVERIFY(!field->getValue(good.get(), field->getValueCount(good.get())).isValid());
-    }
-}
-
-void tst_ProtobufFormat::schemaErrorsTellThePlace_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("grammar") << QByteArray("syntax = \"proto3\";\nmessage A {\n  int32 = 1;\n}\n")
-                             << ":3:9: Expected field name.";
-    QTest::newRow("unknown type") << QByteArray("syntax = \"proto3\";\nmessage A {\n  Nothing b = 1;\n}\n")
-                                  << ":3:3: \"Nothing\" is not defined.";
-    QTest::newRow("import") << QByteArray("syntax = \"proto3\";\nimport \"nowhere.proto\";\n")
-                            << ":2:1: Import \"nowhere.proto\" was not found or had errors.";
-}
-
-void tst_ProtobufFormat::schemaErrorsTellThePlace()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(QString, expected);
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.proto"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(text);
-    file.close();
-    ProtobufFormat format;
-    QStringList errors;
-    QVERIFY(!format.loadSchema(path, QStringList(), &errors));
-    QVERIFY2(errors.contains(path + expected), qPrintable(errors.join(QLatin1Char('\n'))));
-    QCOMPARE(format.getLoadedTypeNames(), QStringList());
-}
-
-void tst_ProtobufFormat::brokenSchemasInRecordings()
-{
-    ProtobufFormat format;
-    const auto errorOf = [&format](const QByteArray& bytes) {
-        QString error;
-        return format.addSchema(bytes, QStringLiteral("a.B"), &error) ? QString() : error;
-    };
-    QCOMPARE(errorOf(QByteArray()), QStringLiteral("the schema is empty"));
-    QCOMPARE(errorOf("no schema"), QStringLiteral("the schema is no serialized FileDescriptorSet"));
-    // "a.proto" and "b.proto", which import each other.
-    const QByteArray circle = QByteArray::fromHex("0a12"
-                                                  "0a07612e70726f746f"
-                                                  "1a07622e70726f746f"
-                                                  "0a12"
-                                                  "0a07622e70726f746f"
-                                                  "1a07612e70726f746f");
-    QVERIFY2(errorOf(circle).startsWith(QStringLiteral("b.proto: a.proto: ")), qPrintable(errorOf(circle)));
-    QStringList errors;
-    QVERIFY(!format.loadSchema(QStringLiteral("/nowhere/a.proto"), QStringList(), &errors));
-    QCOMPARE(errors, QStringList(QStringLiteral("/nowhere/a.proto: there is no such file")));
 }
 
 QTEST_GUILESS_MAIN(tst_ProtobufFormat)

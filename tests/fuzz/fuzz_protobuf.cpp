@@ -2,10 +2,7 @@
 #include "message.h"
 #include "messageinfo.h"
 #include "messagereference.h"
-#include "protobufformat.h"
-
-#include <QFile>
-#include <QTemporaryDir>
+#include "schemafile.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -38,33 +35,6 @@ extend All { optional int32 extra = 100; }
 message New { optional string name = 1; repeated string names = 2; }
 )";
 
-/** A type with every kind of field. */
-class Schema
-{
-public:
-    Schema()
-    {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("fuzz.proto"));
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
-            std::abort();
-        file.write(schemaText);
-        file.close();
-        QStringList errors;
-        QString error;
-        m_format.loadSchema(path, QStringList(), &errors);
-        info = m_format.findType(QStringLiteral("fuzz.All"), &error);
-        if (!info)
-            std::abort();
-    }
-
-    const MessageInfo* info;
-
-private:
-    ProtobufFormat m_format;
-};
-
 void readFields(const Message* message)
 {
     for (const FieldInfo* field : message->getInfo()->getFieldInfos()) {
@@ -88,12 +58,19 @@ void readFields(const Message* message)
 
 } // namespace
 
+// A type with every kind of field.
+static const MessageInfo* loadType()
+{
+    static ProtobufFormat format;
+    return SchemaFile(QStringLiteral("fuzz.proto"), schemaText).load(&format, QStringLiteral("fuzz.All"));
+}
+
 // Decodes the input as a message of a fixed type and reads every field of it, as deep as it goes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const Schema* const schema = new Schema;
+    static const MessageInfo* const info = loadType();
     const MessageReference message = MessageReference::adopt(
-        schema->info->newMessage(QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size))));
+        info->newMessage(QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size))));
     readFields(message.get());
     return 0;
 }

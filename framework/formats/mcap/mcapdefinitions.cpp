@@ -23,15 +23,18 @@ McapDefinitions::McapDefinitions(QFile* file)
 void McapDefinitions::add(quint64 offset, const char* record, quint64 size)
 {
     const RecordHead head(record);
-    Channel channel;
-    if (head.opcode == ChannelRecord && channel.read(Cursor(record + RecordHeadSize, size - RecordHeadSize)))
-        m_channels.insert(channel.id);
-    const QByteArray bytes = QByteArray::fromRawData(record, int(size));
-    if (m_bytes + size > MostBytes || m_known.contains(bytes))
+    const quint16 id = Cursor(record + RecordHeadSize, size - RecordHeadSize).number<quint16>();
+    QHash<quint16, QByteArray>& newest = head.opcode == ChannelRecord ? m_channels : m_schemas;
+    if (head.opcode == ChannelRecord)
+        m_named.insert(id);
+    if (m_bytes + size > MostBytes || newest.value(id) == QByteArray::fromRawData(record, int(size)))
         return;
+    // The same words about a channel mean something else behind another schema.
+    if (head.opcode == SchemaRecord)
+        m_channels.clear();
     m_bytes += size;
     const QByteArray copy(record, int(size));
-    m_known.insert(copy);
+    newest.insert(id, copy);
     m_found.append(McapIndex::Definition{offset, copy});
 }
 
@@ -57,7 +60,7 @@ void McapDefinitions::addMessageIndex(const char* body, quint64 size)
 bool McapDefinitions::isNews() const
 {
     return std::any_of(m_indexed.begin(), m_indexed.end(),
-                       [this](quint16 channel) { return !m_channels.contains(channel); });
+                       [this](quint16 channel) { return !m_named.contains(channel); });
 }
 
 void McapDefinitions::endChunk()
@@ -74,7 +77,7 @@ void McapDefinitions::endChunk()
     for (; isNews() && !m_skipped.empty(); m_skipped.pop_back())
         scan(m_skipped.back());
     for (const quint16 channel : std::as_const(m_indexed))
-        m_channels.insert(channel); // nobody announces those that are left
+        m_named.insert(channel); // nobody announces those that are left
 }
 
 /** Looks into a chunk; one that is damaged or too great is not read either when its turn comes. */

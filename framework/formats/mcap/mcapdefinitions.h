@@ -4,6 +4,7 @@
 #include "mcapindex.h"
 #include "mcaprecord.h"
 
+#include <QHash>
 #include <QSet>
 
 #include <vector>
@@ -46,9 +47,10 @@ private:
 
     QFile* m_file;
     QVector<McapIndex::Definition> m_found;
-    QSet<QByteArray> m_known; // records
+    QHash<quint16, QByteArray> m_schemas;  // the newest record of a number
+    QHash<quint16, QByteArray> m_channels; // the same, since the newest schema
     quint64 m_bytes;
-    QSet<quint16> m_channels;
+    QSet<quint16> m_named; // channels that were announced
     Mcap::Decompressor m_decompressor;
 
     bool m_inChunk; // or in what belongs to it
