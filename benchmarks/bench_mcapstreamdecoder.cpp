@@ -45,8 +45,7 @@ public:
     void processReceived(const ReceivedMessage& message) override
     {
         if (message.info && !message.info->getFormatInfo())
-            QStringList problems;
-            m_decoder->publishTypes(&problems);
+            m_decoder->publishTypes(&m_faults);
         counters.countMessage(message);
         m_monitor.processReceived(message);
     }
@@ -60,6 +59,7 @@ public:
 
 private:
     const StreamDecoder* m_decoder;
+    QStringList m_faults;
     MessageStatisticsCoordinator m_coordinator;
     ReceptionMonitor m_monitor;
 };

@@ -23,8 +23,8 @@ class ProtobufFormat;
  *
  * Messages of chunks come in the order of their times, which chunks need not have. A message is held back until no
  * message of a later chunk can be earlier: this is exact with an index; without one it is assumed that messages are
- * displaced by one chunk at most. At most 256 MiB of chunks are held; beyond that the earliest messages are handed out,
- * with a word about it.
+ * displaced by one chunk at most, and told once where they are not. At most 256 MiB of chunks are held; beyond that the
+ * earliest messages are handed out, with a word about it.
  */
 class CORVELFRAMEWORK_EXPORT McapStreamDecoder : public StreamDecoder
 {
