@@ -268,6 +268,7 @@ void MainWindow::refresh()
     m_sources->refresh();
     m_playbackBar->refresh();
     updateStatus();
+    m_watches->setFrozen(m_viewsPaused || m_latest->isStandingStill());
     if (m_viewsPaused) {
         updateHint(); // what is searched for can change all the same
         return;

@@ -82,7 +82,7 @@ void MainWindow::setViewsPaused(bool paused)
     m_pauseBanner->setVisible(paused);
     m_pauseViews->setChecked(paused);
     m_eventFeed->setSuspended(paused);
-    m_watches->setFrozen(paused);
+    m_watches->setFrozen(paused || m_latest->isStandingStill());
     followVisibility();
     Q_EMIT viewsPausedChanged(paused);
 }

@@ -102,6 +102,8 @@ void WatchBar::setTimeOut(double seconds)
 
 void WatchBar::setFrozen(bool frozen)
 {
+    if (m_frozen == frozen)
+        return;
     m_frozen = frozen;
     applyTimeOut();
 }

@@ -23,7 +23,7 @@ public:
 
     /** Pins what @p expression names, unless it is pinned already; @p name may be empty. */
     void pin(const QString& expression, const QString& name = QString());
-    /** Keeps values however old they become, while the views stand still. */
+    /** Keeps values however old they become, while the views or all recordings stand still. */
     void setFrozen(bool frozen);
 
     /** Pins a field of a message type. */
