@@ -57,6 +57,7 @@ PlotPanel::PlotPanel(LatestMessageSource* latest, QWidget* parent)
     m_splitter->addWidget(m_legend);
     m_splitter->setStretchFactor(0, 1);
     m_splitter->setChildrenCollapsible(false);
+    connect(m_splitter, &QSplitter::splitterMoved, this, [this]() { m_legendIsSized = true; });
     QVBoxLayout* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -254,12 +255,13 @@ void PlotPanel::updateNames()
     }
 }
 
-// Beside the lines, or below them in a dock that is higher than wide.
+// Beside the lines, or below them in a dock that is higher than wide; as large as the user made it there.
 void PlotPanel::arrangeLegend()
 {
     const Qt::Orientation orientation = height() > width() ? Qt::Vertical : Qt::Horizontal;
-    const QList<int> sizes = m_splitter->sizes();
-    if (orientation == m_splitter->orientation() && sizes.value(0) > 0)
+    if (orientation != m_splitter->orientation())
+        m_legendIsSized = false;
+    if (m_legendIsSized)
         return;
     m_splitter->setOrientation(orientation);
     const int length = orientation == Qt::Horizontal ? width() : height();

@@ -118,6 +118,7 @@ private:
     QList<QAction*> m_needSeries;
     QTimer m_timer;
     bool m_changed = false;
+    bool m_legendIsSized = false; // by the user
 };
 
 #endif
