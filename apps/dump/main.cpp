@@ -8,6 +8,7 @@
 #include "recordingindex.h"
 #include "selection.h"
 #include "statisticsprinter.h"
+#include "streamrelay.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -17,6 +18,7 @@
 #include <csignal>
 #include <cstring>
 #include <memory>
+#include <thread>
 
 namespace
 {
@@ -98,8 +100,8 @@ qint64 now()
     return duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
 }
 
-// Reads to the end; the status is that of the last read.
-ByteInput::Status decode(ByteInput* input, StreamDecoder* decoder, DumpSink* sink)
+// Reads to the end, or until nothing can be written to the output any more; the status is that of the last read.
+ByteInput::Status decode(ByteInput* input, StreamDecoder* decoder, StreamSink* sink, const DumpSink& output)
 {
     const bool live = input->isLive();
     ByteInput::Status status = ByteInput::Nothing;
@@ -118,12 +120,27 @@ ByteInput::Status decode(ByteInput* input, StreamDecoder* decoder, DumpSink* sin
             decoder->finish(sink);
         if (live)
             std::fflush(stdout);
-        if (status == ByteInput::End || status == ByteInput::Failed || interrupted || sink->getOutputError() != 0)
+        if (status == ByteInput::End || status == ByteInput::Failed || interrupted || output.getOutputError() != 0)
             break;
     }
     // Where nobody reads on, the stream does not end.
-    if (sink->getOutputError() == 0)
+    if (output.getOutputError() == 0)
         decoder->finish(sink);
+    return status;
+}
+
+// The same with a thread of its own for what comes before the sink, which must not print before the end: then there is
+// no output that both threads would have to look after.
+ByteInput::Status decodeAside(ByteInput* input, StreamDecoder* decoder, DumpSink* sink)
+{
+    ByteInput::Status status = ByteInput::Nothing;
+    StreamRelay relay;
+    std::thread thread([&] {
+        status = decode(input, decoder, &relay, *sink);
+        relay.end();
+    });
+    relay.passTo(sink);
+    thread.join();
     return status;
 }
 
@@ -179,7 +196,8 @@ int dump(const DumpOptions& options)
         sink.reset(new StatisticsPrinter(input->getName(), decoder));
     else
         sink.reset(new MessagePrinter(input->getName(), decoder, options.interpreted, selection));
-    const ByteInput::Status status = decode(input, decoder, sink.get());
+    const ByteInput::Status status = options.statistics && !input->isLive() ? decodeAside(input, decoder, sink.get())
+                                                                            : decode(input, decoder, sink.get(), *sink);
     sink->finish();
     const int result = closeOutput(*sink);
     if (status == ByteInput::Failed) {
