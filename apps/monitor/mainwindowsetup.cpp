@@ -31,6 +31,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QSaveFile>
+#include <QScrollBar>
 #include <QSortFilterProxyModel>
 #include <QStatusBar>
 #include <QToolBar>
@@ -61,6 +62,17 @@ protected:
             option->textElideMode = Qt::ElideLeft; // of a time, the date is what can be spared
     }
 };
+
+/** Whoever sees the newest row goes on seeing the newest; whoever scrolled back is left where he is. */
+void followNewest(const QAbstractItemView* view)
+{
+    QScrollBar* const bar = view->verticalScrollBar();
+    QObject::connect(bar, &QScrollBar::rangeChanged, bar, [bar, end = bar->maximum()](int, int maximum) mutable {
+        if (bar->value() >= end)
+            bar->setValue(maximum);
+        end = maximum;
+    });
+}
 
 } // namespace
 
@@ -187,6 +199,7 @@ void MainWindow::createDocks()
     m_events->setWordWrap(false); // else a long word hides all behind it
     m_events->setItemDelegate(new CellDelegate(m_events));
     m_events->horizontalHeader()->setStretchLastSection(true);
+    followNewest(m_events);
     QDockWidget* eventDock = new QDockWidget(tr("Events"), this);
     eventDock->setObjectName(QLatin1String("events"));
     eventDock->setWidget(m_events);

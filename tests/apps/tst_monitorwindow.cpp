@@ -1,6 +1,7 @@
 #include "celldelegate.h"
 #include "corvel.h"
 #include "emptyhint.h"
+#include "eventlogtablewidget.h"
 #include "findbar.h"
 #include "formatinfo.h"
 #include "latestmessagesource.h"
@@ -33,6 +34,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QScrollBar>
 #include <QSettings>
 #include <QSpinBox>
 #include <QStandardItemModel>
@@ -56,6 +58,7 @@ private Q_SLOTS:
     void confidentialDataIsWarnedOfInTheMenu();
     void textsThatAreCutAreToldInFull();
     void recordingIsSeenAndEndsByTheMenu();
+    void theNewestEventStaysInSight();
 };
 
 static bool isInteractive(const QWidget* widget)
@@ -309,6 +312,31 @@ void tst_monitorwindow::recordingIsSeenAndEndsByTheMenu()
     enabled("Stop Recording")->trigger();
     QCOMPARE(state.data().toString(), QString("receiving"));
     QVERIFY(enabled("Record...") && !enabled("Stop Recording"));
+}
+
+void tst_monitorwindow::theNewestEventStaysInSight()
+{
+    MainWindow window;
+    window.resize(1000, 700);
+    window.show();
+    EventLogTableWidget* const events = window.getEvents();
+    const QScrollBar* const bar = events->verticalScrollBar();
+    const auto add = [events]() {
+        for (int i = 0; i < 100; ++i)
+            events->insertRow(events->rowCount());
+        QCoreApplication::processEvents();
+    };
+    add();
+    const int end = bar->maximum();
+    QVERIFY(end > 0);
+    QCOMPARE(bar->value(), end);
+    events->scrollToTop();
+    add();
+    QVERIFY(bar->maximum() > end);
+    QCOMPARE(bar->value(), 0);
+    events->scrollToBottom();
+    add();
+    QCOMPARE(bar->value(), bar->maximum());
 }
 
 QTEST_MAIN(tst_monitorwindow)
