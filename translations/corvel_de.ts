@@ -853,6 +853,30 @@
         <source>Resume (%1)</source>
         <translation>Fortsetzen (%1)</translation>
     </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;About Corvel Monitor</source>
+        <translation>&amp;Über Corvel Monitor</translation>
+    </message>
+    <message>
+        <source>About &amp;Qt</source>
+        <translation>Über &amp;Qt</translation>
+    </message>
+    <message>
+        <source>About Corvel Monitor</source>
+        <translation>Über Corvel Monitor</translation>
+    </message>
+    <message>
+        <source>Corvel Monitor %1
+
+Shows what a device says: every field of every message type, live; how regularly messages arrive; what went missing, what went wrong, and when.</source>
+        <translation>Corvel Monitor %1
+
+Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmäßig Nachrichten kommen; was fehlte, was schiefging und wann.</translation>
+    </message>
 </context>
 <context>
     <name>MavlinkDialect</name>

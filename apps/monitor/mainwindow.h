@@ -124,6 +124,7 @@ private:
     void createPlaybackMenu();
     void createStatusBar();
 
+    void showAbout();
     void openFile();
     void askSource();
     void record(bool on);

@@ -23,6 +23,7 @@
 #include "watchbar.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDockWidget>
 #include <QFileDialog>
@@ -30,6 +31,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QSaveFile>
 #include <QScrollBar>
 #include <QSortFilterProxyModel>
@@ -327,6 +329,9 @@ void MainWindow::createActions()
         view->addAction(dock->toggleViewAction());
 
     createPlaybackMenu();
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&About Corvel Monitor"), this, &MainWindow::showAbout);
+    help->addAction(tr("About &Qt"), qApp, &QApplication::aboutQt);
 
     QToolBar* bar = addToolBar(tr("Tree"));
     bar->setObjectName(QLatin1String("tree"));
@@ -349,6 +354,14 @@ void MainWindow::createActions()
     connect(m_senders, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             [this]() { m_latest->setSender(m_senders->currentData().toString()); });
     bar->addWidget(m_senders);
+}
+
+void MainWindow::showAbout()
+{
+    QMessageBox::about(this, tr("About Corvel Monitor"),
+                       tr("Corvel Monitor %1\n\nShows what a device says: every field of every message type, live; how "
+                          "regularly messages arrive; what went missing, what went wrong, and when.")
+                           .arg(QCoreApplication::applicationVersion()));
 }
 
 void MainWindow::openFile()
