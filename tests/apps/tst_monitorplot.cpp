@@ -93,7 +93,7 @@ void tst_monitorplot::unitsHaveAxesAndTheLegendTellsValues()
     height->setUnit("m");
     desk.nav->addField(height);
     PlotPanel* const plot = desk.tools->getPlot();
-    plot->resize(700, 300);
+    plot->resize(1400, 300); // room for all axes, whatever the font
     plot->show();
     PlotView* const view = plot->getView();
     QVERIFY(!view->isVisible()); // but what to do next
