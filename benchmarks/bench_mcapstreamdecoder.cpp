@@ -23,10 +23,11 @@
 
 // Reading a recording as corvel-dump --stats does: finding, checking and counting messages and keeping the statistics.
 // Reported beside it is how many times as long that takes as decompressing the same chunks and walking their records
-// without decoding them, measured in the same run, for three walks that look at more and more. "heads" is what the
-// promise of 1.3 times is held against: no reader can tell channels and times without the heads of the messages.
-// "checked" tells what is left beyond the checksums, which have to be verified as well. "times" is the processor's work
-// on one thread, "wait" the time by the clock with the two threads that corvel-dump has.
+// without decoding them, measured in the same run, for three walks that look at more and more: "records", the "heads"
+// of the messages, without which nobody can tell channels and times, and "checked", which verifies the checksums as
+// well. "times" is the processor's work on one thread, "wait" the time by the clock with the two threads that
+// corvel-dump has. "wait_checked" is what the promise of 1.3 times for compressed recordings is held against: whoever
+// tells statistics of a recording has to tell what of it is damaged.
 
 namespace
 {
