@@ -7,7 +7,6 @@
 #include "qtcompat.h"
 
 #include <QHeaderView>
-#include <QSet>
 #include <QSettings>
 #include <QStringList>
 #include <QVarLengthArray>
@@ -21,13 +20,6 @@ static const int DefaultNameWidth = 150;
 
 // The tree whose rows are being brought up to date, if it was sorted when that began.
 static QTreeWidget* s_refreshedSortedTree = nullptr;
-
-/** Whether @p tree, which may be null, is sorted, be it that the sorting waits for the end of a refresh. */
-static bool isSorted(const QTreeWidget* tree)
-{
-    CORVEL_DEBUG_HOOK();
-    return tree && (tree->isSortingEnabled() || tree == s_refreshedSortedTree);
-}
 
 /**
  * Suspends the sorting of @p item's tree for the rest of the refresh, if there is one going on.
@@ -95,32 +87,6 @@ static QTreeWidgetItem* createGapRow()
     row->setData(1, Qt::ToolTipRole, QObject::tr("Missing epochs"));
     row->setData(2, Qt::ToolTipRole, QObject::tr("Duration"));
     return row;
-}
-
-static QString getGapRowText(const QTreeWidgetItem* row)
-{
-    CORVEL_DEBUG_HOOK();
-    return row->text(0) + QLatin1Char('\n') + row->text(1) + QLatin1Char('\n') + row->text(2);
-}
-
-static void deleteRow(QVector<QTreeWidgetItem*>* rows, int index)
-{
-    CORVEL_DEBUG_HOOK();
-    delete rows->at(index);
-    rows->remove(index);
-}
-
-/** Deletes those of @p rows from @p count on that show what one of the first @p count rows shows. */
-static void deleteRepeatedGapRows(QVector<QTreeWidgetItem*>* rows, int count)
-{
-    CORVEL_DEBUG_HOOK();
-    QSet<QString> shown;
-    for (int i = 0; i < count; ++i)
-        shown.insert(getGapRowText(rows->at(i)));
-    for (int i = static_cast<int>(rows->size()) - 1; i >= count; --i) {
-        if (shown.contains(getGapRowText(rows->at(i))))
-            deleteRow(rows, i);
-    }
 }
 
 static bool isSameGap(const MessageStatistics::Gap& one, const MessageStatistics::Gap& other)
@@ -458,8 +424,10 @@ void MessageStatisticsTreeWidgetItem::updateGapSubItems()
         m_gapItems.append(row);
     }
     // Deliberately advances while the later rows move up, so that every other surplus row stays for a later refresh.
-    for (int i = count; i < m_gapItems.size(); ++i)
-        deleteRow(&m_gapItems, i);
+    for (int i = count; i < m_gapItems.size(); ++i) {
+        delete m_gapItems.at(i);
+        m_gapItems.remove(i);
+    }
     if (m_shownGaps.size() > count)
         m_shownGaps.resize(count);
     for (int i = 0; i < count; ++i) {
@@ -475,7 +443,4 @@ void MessageStatisticsTreeWidgetItem::updateGapSubItems()
         else
             m_shownGaps.append(gap);
     }
-    // In a sorted tree nobody could tell the row of a stored gap from a surplus one with the same texts.
-    if (m_gapItems.size() > count && isSorted(treeWidget()))
-        deleteRepeatedGapRows(&m_gapItems, count);
 }

@@ -14,7 +14,7 @@ private Q_SLOTS:
     void gapRowsComeAndGo();
     void gapDurations();
     void surplusGapRowsGoByHalves();
-    void everyGapShowsOnceHoweverSorted();
+    void everyGapIsShownHoweverSorted();
     void aRowUpdatedByItselfPlacesItsGaps();
     void expandingAMessageExpandsItsIntervals();
 };
@@ -228,12 +228,13 @@ static QStringList gapTexts(const QVector<MessageStatistics::Gap>& gaps)
     return texts;
 }
 
-void tst_MessageStatisticsTreeWidgetItem::everyGapShowsOnceHoweverSorted()
+void tst_MessageStatisticsTreeWidgetItem::everyGapIsShownHoweverSorted()
 {
     View view;
     MessageStatistics* statistics = view.add(text("ATTITUDE"));
     quint32 random = 12345;
     unsigned int serial = 0;
+    int rows = 0;
     for (int round = 0; round < 320; ++round) {
         if (round % 20 == 0)
             view.tree.sortByColumn(round / 20 % 4, static_cast<Qt::SortOrder>(round / 80 % 2));
@@ -257,12 +258,15 @@ void tst_MessageStatisticsTreeWidgetItem::everyGapShowsOnceHoweverSorted()
         const QStringList stored = gapTexts(statistics->gaps);
         const QTreeWidgetItem* gaps = view.find("mavlink/ATTITUDE/Gaps");
         QCOMPARE(gaps == nullptr, stored.isEmpty());
+        const int count = static_cast<int>(stored.size());
+        rows = count == 0 ? 0 : count + qMax(0, rows - count) / 2; // surplus rows go by halves
         if (!gaps)
             continue;
         const QStringList shown = rowTexts(gaps);
+        QCOMPARE(static_cast<int>(shown.size()), rows);
         QVERIFY(!shown.contains(QString()));
         for (int i = 0; i < stored.size(); ++i) {
-            QCOMPARE(shown.count(stored.at(i)), 1);
+            QVERIFY(shown.contains(stored.at(i)));
             if (before.value(i) == stored.at(i))
                 QCOMPARE(events.filter(text(": ") + stored.at(i)), QStringList());
         }
