@@ -90,7 +90,7 @@ struct TreeDesk
     void sendCells(int count)
     {
         TestMessage* const message = new TestMessage(battery);
-        message->setNumbers(cells, count, 100);
+        message->fill(cells, count, 100);
         send(message);
     }
 

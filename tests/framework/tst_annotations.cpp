@@ -126,7 +126,7 @@ QString valueOfExpression(const QString& expression)
 {
     Fixture f;
     const QString errors = f.applyVirtual(text("'name': 'v', 'expression': '%1'").arg(expression));
-    TestMessage* message = (new TestMessage(f.info))->set(f.x, 3)->set(f.scaled, 150)->setNumbers(f.array, 3, 5);
+    TestMessage* message = (new TestMessage(f.info))->set(f.x, 3)->set(f.scaled, 150)->fill(f.array, 3, 5);
     return errors + f.shown("v", message);
 }
 

@@ -112,9 +112,9 @@ void TestFieldTreeWidgetItems::singleValueOfSeveral()
 {
     Fixture f;
     SingleValueFieldTreeWidgetItem row(&f.tree, f.many, 3);
-    f.message->setNumbers(f.many, 4, 10);
+    f.message->fill(f.many, 4, 10);
     QCOMPARE(fed(&row, f.message), lines("many [3] | double | 13 | 13"));
-    f.message->setNumbers(f.many, 3, 20);
+    f.message->fill(f.many, 3, 20);
     const int read = f.many->valuesRead;
     QCOMPARE(fed(&row, f.message), lines("many [3] | double | 13 | 13"));
     QCOMPARE(f.many->valuesRead, read);
@@ -132,7 +132,7 @@ void TestFieldTreeWidgetItems::singleValueRowsOfComponentsFollow()
     addComponent(flags, "secret", TestFieldInfo::Confidential);
     TestFieldInfo* last = addComponent(flags, "last", TestFieldInfo::Repeated);
     f.info.add(flags);
-    f.message->set(flags, 5)->setNumbers(first, 2, 1)->setNumbers(last, 2, 7);
+    f.message->set(flags, 5)->fill(first, 2, 1)->fill(last, 2, 7);
     SingleValueFieldTreeWidgetItem row(&f.tree, flags, 0);
     QCOMPARE(row.getInitialExpansionPolicy(), AbstractMessageTreeWidgetItem::RestoreExpansion);
     QCOMPARE(fed(&row, f.message),
@@ -220,7 +220,7 @@ void TestFieldTreeWidgetItems::repeatedCountsItsValues()
                                      "sub | INNER\n  value | double\n"
                                      "subs |  | 0 submessages | 0 submessages");
     QCOMPARE(rowTexts(row).mid(2), counts);
-    f.message->setNumbers(f.many, 1)->setNumbers(f.any, 2);
+    f.message->fill(f.many, 1)->fill(f.any, 2);
     f.setSubMessages(f.subs, 1, 4);
     f.tree.processMessage(f.message);
     QCOMPARE(rowTexts(row).mid(2), lines("many |  | 1 repeated value | 1 repeated value\n"
@@ -241,7 +241,7 @@ void TestFieldTreeWidgetItems::repeatedCountsItsValues()
 void TestFieldTreeWidgetItems::repeatedIgnoresOtherTypes()
 {
     Fixture f;
-    f.message->setNumbers(f.many, 2);
+    f.message->fill(f.many, 2);
     RepeatedFieldTreeWidgetItem row(&f.tree, f.many);
     row.processMessage(f.message);
     row.processMessage(f.foreign);
@@ -261,7 +261,7 @@ void TestFieldTreeWidgetItems::repeatedKeepsItsFirstRowsAndStaysLinear()
     const QTreeWidgetItem* first = nullptr;
     const int counts[] = {3, 1, 2, 0, 1000, 3, 500, 0, 1000, 999, 0};
     for (unsigned int i = 0; i < sizeof(counts) / sizeof(counts[0]); ++i) {
-        f.message->setNumbers(f.many, counts[i], int(i));
+        f.message->fill(f.many, counts[i], int(i));
         f.tree.processMessage(f.message);
         QCoreApplication::processEvents();
         const int count = row->childCount();
@@ -273,10 +273,10 @@ void TestFieldTreeWidgetItems::repeatedKeepsItsFirstRowsAndStaysLinear()
     }
 
     // Rows that somebody added below are not the field's to count or delete.
-    f.message->setNumbers(f.many, 3);
+    f.message->fill(f.many, 3);
     f.tree.processMessage(f.message);
     row->addChild(new QTreeWidgetItem(lines("note")));
-    f.message->setNumbers(f.many, 1);
+    f.message->fill(f.many, 1);
     f.tree.processMessage(f.message);
     QCOMPARE(rowTexts(row), lines("many [0] | double | 0 | 0\nnote"));
 }

@@ -40,7 +40,7 @@ struct Fixture
     {
         speed->setUnit(text("m/s"));
         channels->setUnit(text("us"));
-        message->set(speed, 3.5)->setNumbers(channels, 3, 10)->setNumbers(info.add("single", Repeated), 1, 7);
+        message->set(speed, 3.5)->fill(channels, 3, 10)->fill(info.add("single", Repeated), 1, 7);
         message->setText(info.add("name", TestFieldInfo::String), "Armed");
         message->setText(info.add("unnamed", TestFieldInfo::String), "");
         info.add("optional", TestFieldInfo::Optional);

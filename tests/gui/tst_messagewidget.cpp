@@ -27,7 +27,7 @@ struct Fixture
     {
         speed->setUnit(text("m/s"));
         info.add("hidden", TestFieldInfo::Virtual | TestFieldInfo::Confidential | TestFieldInfo::Secondary);
-        message->set(speed, 3.5)->setNumbers(channels, 3, 7)->setText(name, "abc");
+        message->set(speed, 3.5)->fill(channels, 3, 7)->setText(name, "abc");
         otherMessage->set(x, 1);
     }
 

@@ -34,7 +34,7 @@ public:
             values.append(FieldValue::fromChar(static_cast<unsigned char>(text.at(i))));
         return set(field, values);
     }
-    TestMessage* setNumbers(const FieldInfo* field, int count, int first = 0)
+    TestMessage* fill(const FieldInfo* field, int count, int first = 0)
     {
         QVector<FieldValue> values;
         for (int i = 0; i < count; ++i)
