@@ -1,6 +1,6 @@
 #include "protobufformat.h"
 
-#include "../annotationfile.h"
+#include "annotationfile.h"
 #include "formatregistry.h"
 #include "protobufimporter.h"
 #include "protobufmessage.h"
