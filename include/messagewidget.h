@@ -37,7 +37,11 @@ public:
     const MessageInfo* getMessageInfo() const;
 
 public Q_SLOTS:
-    /** Builds the form anew for this type, also when it is the one shown; null empties it. Deletes all child widgets.
+    /**
+     * Builds the form anew for this type, also when it is the one shown; null empties it. Deletes all child widgets.
+     *
+     * Whoever listens to the changes of the needs may call any operation meanwhile, of which the last one counts; but a
+     * form whose labels are being deleted is to be deleted later.
      */
     void setMessageInfo(const MessageInfo* messageInfo);
     /** Shows @p message, of whatever type; null empties the form. */

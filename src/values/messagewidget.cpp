@@ -36,7 +36,11 @@ const MessageInfo* MessageWidget::getMessageInfo() const
 void MessageWidget::setMessageInfo(const MessageInfo* messageInfo)
 {
     CORVEL_DEBUG_HOOK();
+    // Labels that go and come withdraw and state needs, and whoever listens may come back to this form: its list holds
+    // no label that is gone already or not in the form yet, and what he builds meanwhile is newer and stays.
     m_messageInfo = messageInfo;
+    m_fieldValueLabels.clear();
+    const QPointer<MessageWidget> self(this);
     if (m_layout) {
         delete m_layout;
         m_layout = nullptr;
@@ -47,21 +51,27 @@ void MessageWidget::setMessageInfo(const MessageInfo* messageInfo)
         Q_FOREACH (const QPointer<QWidget>& widget, descendants)
             delete widget.data();
     }
-    m_fieldValueLabels.clear();
+    if (!self || m_layout || m_messageInfo != messageInfo)
+        return;
     if (!messageInfo) {
         setWindowTitle(tr("No message type set"));
         return;
     }
-    m_layout = new QGridLayout(this);
-    int row = 0;
-    Q_FOREACH (const FieldInfo* fieldInfo, messageInfo->getFieldInfos()) {
-        QLabel* nameLabel = new QLabel(fieldInfo->getName());
-        FieldValueLabel* valueLabel = new FieldValueLabel(fieldInfo, nullptr, true, -1);
-        m_layout->addWidget(nameLabel, row, 0);
-        m_layout->addWidget(valueLabel, row, 1);
-        m_fieldValueLabels.append(valueLabel);
-        ++row;
+    const QVector<const FieldInfo*> fieldInfos = messageInfo->getFieldInfos();
+    QVector<FieldValueLabel*> labels;
+    Q_FOREACH (const FieldInfo* fieldInfo, fieldInfos) {
+        labels.append(new FieldValueLabel(fieldInfo, nullptr, true, -1));
+        if (!self || m_layout || m_messageInfo != messageInfo) {
+            qDeleteAll(labels);
+            return;
+        }
     }
+    m_layout = new QGridLayout(this);
+    for (int row = 0; row < labels.size(); ++row) {
+        m_layout->addWidget(new QLabel(fieldInfos.at(row)->getName()), row, 0);
+        m_layout->addWidget(labels.at(row), row, 1);
+    }
+    m_fieldValueLabels = labels;
     setWindowTitle(messageInfo->getName());
 }
 
@@ -72,8 +82,12 @@ void MessageWidget::displayMessage(const Message* message)
         setMessageInfo(nullptr);
         return;
     }
-    if (message->getInfo() != getMessageInfo())
+    // Without a layout, a form of the type is still being built by somebody who waits for whom he told.
+    const QPointer<MessageWidget> self(this);
+    if (message->getInfo() != getMessageInfo() || !m_layout)
         setMessageInfo(message->getInfo());
+    if (!self)
+        return;
     Q_FOREACH (FieldValueLabel* label, m_fieldValueLabels)
         label->processMessage(message);
 }

@@ -1,7 +1,10 @@
 #ifndef MESSAGEFIXTURES_H
 #define MESSAGEFIXTURES_H
 
+#include "messageneedmanager.h"
 #include "testformat.h"
+
+#include <functional>
 
 /** A message type whose fields are added in one line each. */
 class TestInfo : public MessageInfo
@@ -54,6 +57,32 @@ public:
 
 private:
     MessageReference m_reference;
+};
+
+/** Does something each time that the needs change, but not while it does it. */
+class NeedListener : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit NeedListener(const std::function<void()>& reaction)
+        : m_reaction(reaction)
+    {
+        connect(MessageNeedManager::getInstance(), SIGNAL(needsChanged()), SLOT(react()));
+    }
+
+private Q_SLOTS:
+    void react()
+    {
+        const std::function<void()> reaction = m_reaction;
+        m_reaction = nullptr;
+        if (reaction)
+            reaction();
+        m_reaction = reaction;
+    }
+
+private:
+    std::function<void()> m_reaction;
 };
 
 #endif

@@ -19,6 +19,8 @@ private Q_SLOTS:
     void rebuildsEvenForTheSameType();
     void rebuildRemovesEveryDescendantOnce();
     void emptyFormLeavesForeignWidgetsAlone();
+    void listenersFindAWholeForm_data();
+    void listenersFindAWholeForm();
 };
 
 struct Fixture
@@ -149,6 +151,47 @@ void tst_MessageWidget::emptyFormLeavesForeignWidgetsAlone()
     QVERIFY(foreign);
     form.setMessageInfo(nullptr);
     QVERIFY(!foreign);
+}
+
+typedef std::function<void(MessageWidget*, const Fixture&)> Reaction;
+Q_DECLARE_METATYPE(Reaction)
+
+void tst_MessageWidget::listenersFindAWholeForm_data()
+{
+    QTest::addColumn<Reaction>("reaction");
+    QTest::addColumn<QString>("afterGoing");
+    QTest::addColumn<QString>("afterComing");
+    const QString none = text("No message type set");
+    const QString cleared = text("STATE: speed=N/A, channels=N/A, name=N/A, hidden=N/A");
+    const QString filled = text("STATE: speed=3.5 m/s, channels=7 [...], name=abc, hidden=N/A");
+    const auto addRow = [](const char* name, const Reaction& reaction, const QString& going, const QString& coming) {
+        QTest::newRow(name) << reaction << going << coming;
+    };
+    addRow(
+        "clear", [](MessageWidget* form, const Fixture&) { form->clearValues(); }, text("OTHER: x=N/A"), cleared);
+    addRow(
+        "deliver", [](MessageWidget* form, const Fixture& f) { form->processMessage(f.message); }, text("OTHER: x=N/A"),
+        filled);
+    addRow(
+        "display", [](MessageWidget* form, const Fixture& f) { form->displayMessage(f.message); }, filled, filled);
+    addRow(
+        "other type", [](MessageWidget* form, const Fixture& f) { form->displayMessage(f.otherMessage); },
+        text("OTHER: x=1"), text("OTHER: x=1"));
+    addRow(
+        "no type", [](MessageWidget* form, const Fixture&) { form->setMessageInfo(nullptr); }, none, none);
+}
+
+void tst_MessageWidget::listenersFindAWholeForm()
+{
+    QFETCH(Reaction, reaction);
+    const Fixture f;
+    MessageWidget form(nullptr, &f.info);
+    const NeedListener listener([&] { reaction(&form, f); });
+    form.setMessageInfo(&f.other);
+    QTEST(shown(form), "afterGoing");
+    form.setMessageInfo(&f.empty);
+    form.setMessageInfo(&f.info);
+    QTEST(shown(form), "afterComing");
 }
 
 QTEST_MAIN(tst_MessageWidget)
