@@ -3,6 +3,13 @@ execute_process(COMMAND "${PROGRAM}" --help OUTPUT_VARIABLE help RESULT_VARIABLE
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "${PROGRAM} --help ended with ${result}")
 endif()
+foreach(argument --version --no-such-option)
+    execute_process(COMMAND "${PROGRAM}" ${argument} OUTPUT_QUIET ERROR_QUIET RESULT_VARIABLE results${argument})
+endforeach()
+if(NOT "${results--version} ${results--no-such-option}" STREQUAL "0 1")
+    message(FATAL_ERROR "${PROGRAM} ends with ${results--version} after --version, and with ${results--no-such-option} "
+        "after a wrong option")
+endif()
 file(READ "${PAGE}" page)
 string(REPLACE "\\-" "-" page "${page}")
 

@@ -1,0 +1,144 @@
+#include "monitoroptions.h"
+
+#include "recordingopener.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+
+[[noreturn]] void refuse(const QString& text)
+{
+    std::fprintf(stderr, "corvel-monitor: %s\n", qPrintable(text));
+    std::exit(1);
+}
+
+// Reads an option's number, which is to be @p least or more.
+void readNumber(const QCommandLineParser& parser, const QString& option, double least, double* number)
+{
+    if (!parser.isSet(option))
+        return;
+    bool ok = false;
+    *number = parser.value(option).toDouble(&ok);
+    if (!ok || !(*number >= least))
+        refuse(QStringLiteral("--%1 takes a number of %2 or more, not \"%3\"")
+                   .arg(option)
+                   .arg(least)
+                   .arg(parser.value(option)));
+}
+
+// The options that Qt takes out of the command line when there is a display. Here they only are no mistakes.
+void addOptionsOfQt(QCommandLineParser* parser, bool shown)
+{
+    for (const char* name : {"platform", "platformpluginpath", "platformtheme", "plugin", "qwindowgeometry", "geometry",
+                             "qwindowicon", "icon", "qwindowtitle", "title", "session", "style", "stylesheet",
+                             "display", "fontengine", "qmljsdebugger"}) {
+        QCommandLineOption option(QLatin1String(name), QLatin1String("Of Qt's own."), QLatin1String("value"));
+        option.setFlags(shown ? QCommandLineOption::Flags() : QCommandLineOption::HiddenFromHelp);
+        parser->addOption(option);
+    }
+    for (const char* name : {"reverse", "widgetcount", "nograb", "dograb", "sync"}) {
+        QCommandLineOption option(QLatin1String(name), QLatin1String("Of Qt's own."));
+        option.setFlags(shown ? QCommandLineOption::Flags() : QCommandLineOption::HiddenFromHelp);
+        parser->addOption(option);
+    }
+}
+
+} // namespace
+
+void MonitorOptions::read(const QCoreApplication& application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QLatin1String("Shows live what a device says: every field of every message type."));
+    parser.addPositionalArgument(QLatin1String("input"),
+                                 QLatin1String("A recording, \"-\" for standard input, udp:ADDRESS:PORT to listen, "
+                                               "tcp:HOST:PORT to connect, or ws://HOST:PORT for a Foxglove server. "
+                                               "Without one a simulated vehicle is shown."),
+                                 QLatin1String("[input...]"));
+    parser.addOptions({
+        {QLatin1String("dialect"), QLatin1String("Use the MAVLink definitions in <file>."), QLatin1String("file")},
+        {QLatin1String("annotations"), QLatin1String("Add the annotations in <file> to them."), QLatin1String("file")},
+        {QLatin1String("schema"),
+         QLatin1String("Decode inputs with the Protocol Buffers schema in <file>; can be repeated. MCAP recordings "
+                       "bring their own."),
+         QLatin1String("file")},
+        {QLatin1String("import-path"), QLatin1String("Look for imports of the schema in <folder>; can be repeated."),
+         QLatin1String("folder")},
+        {QLatin1String("type"), QLatin1String("Full <name> of the type of all messages, such as demo.Car."),
+         QLatin1String("name")},
+        {QLatin1String("framing"),
+         QLatin1String("How messages of --type lie in the input: varint or u32 for the length before each, or "
+                       "datagram for none."),
+         QLatin1String("name")},
+        {QLatin1String("speed"), QLatin1String("Play a recording <factor> times as fast; 0 is as fast as possible."),
+         QLatin1String("factor")},
+        {QLatin1String("rate"), QLatin1String("Play a recording without times at <number> messages a second."),
+         QLatin1String("number")},
+        {QLatin1String("form"), QLatin1String("Show a form of the message type <type>; can be repeated."),
+         QLatin1String("type")},
+        {QLatin1String("watch"), QLatin1String("Watch the field that <expression> names; can be repeated."),
+         QLatin1String("expression")},
+        {QLatin1String("record"), QLatin1String("Record what the first input brings in <file>."),
+         QLatin1String("file")},
+        {QLatin1String("plot"), QLatin1String("Plot the field that <expression> names; can be repeated."),
+         QLatin1String("expression")},
+        {QLatin1String("find"), QLatin1String("Show only rows of the tree that match <text>."), QLatin1String("text")},
+        {QLatin1String("palette"), QLatin1String("Colours of the window: system, light or dark."),
+         QLatin1String("name")},
+        {QLatin1String("screenshot"), QLatin1String("Save a picture of the window to <file> and exit."),
+         QLatin1String("file")},
+        {QLatin1String("after"), QLatin1String("Wait <seconds> before the picture is taken; default 5."),
+         QLatin1String("seconds")},
+        {QLatin1String("settings"),
+         QLatin1String("Keep settings in <file> instead of the user's own; with --screenshot none are kept otherwise."),
+         QLatin1String("file")},
+        {QLatin1String("size"), QLatin1String("Size of the window, as <width>x<height>."), QLatin1String("size")},
+    });
+    parser.addHelpOption();
+    parser.addVersionOption();
+    addOptionsOfQt(&parser, QCoreApplication::arguments().contains(QLatin1String("--help-all")));
+    // As Qt writes its own: "-platform" is the same as "--platform".
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    parser.process(application); // exits with 1 when an option is wrong
+
+    readNumber(parser, QLatin1String("speed"), 0, &playback.factor);
+    readNumber(parser, QLatin1String("rate"), 0, &playback.messagesPerSecond);
+    readNumber(parser, QLatin1String("after"), 0, &after);
+
+    source.moreSchemas = parser.values(QLatin1String("schema"));
+    if (!source.moreSchemas.isEmpty())
+        source.definitions = source.moreSchemas.takeLast();
+    source.importPaths = parser.values(QLatin1String("import-path"));
+    source.typeName = parser.value(QLatin1String("type"));
+    source.framing = parser.value(QLatin1String("framing"));
+    RecordingOptions recording;
+    if (!source.framing.isEmpty() && !RecordingOptions::parseFraming(source.framing, &recording.framing))
+        refuse(QStringLiteral("--framing takes varint, u32 or datagram"));
+    if (!source.typeName.isEmpty() && source.definitions.isEmpty())
+        refuse(QStringLiteral("--type needs a --schema"));
+
+    hasTheme = parser.isSet(QLatin1String("palette"));
+    if (hasTheme && !Theme::find(parser.value(QLatin1String("palette")), &theme))
+        refuse(QStringLiteral("--palette takes system, light or dark"));
+    if (parser.isSet(QLatin1String("size"))) {
+        const QStringList sides = parser.value(QLatin1String("size")).split(QLatin1Char('x'));
+        if (sides.size() != 2 || sides.at(0).toInt() < 1 || sides.at(1).toInt() < 1)
+            refuse(QStringLiteral("--size takes <width>x<height>"));
+        size = QSize(sides.at(0).toInt(), sides.at(1).toInt());
+    }
+    inputs = parser.positionalArguments();
+    dialect = parser.value(QLatin1String("dialect"));
+    annotations = parser.value(QLatin1String("annotations"));
+    forms = parser.values(QLatin1String("form"));
+    watches = parser.values(QLatin1String("watch"));
+    plots = parser.values(QLatin1String("plot"));
+    find = parser.value(QLatin1String("find"));
+    record = parser.value(QLatin1String("record"));
+    screenshot = parser.value(QLatin1String("screenshot"));
+    settings = parser.value(QLatin1String("settings"));
+}
