@@ -53,6 +53,12 @@ public:
     /** The tree the row is in, or else the one it was made for; null when that is no MessageTreeWidget. */
     MessageTreeWidget* getMessageTreeWidget();
 
+    /** The field that the row stands for; null for the row of a message type. */
+    const FieldInfo* getFieldInfo() const;
+    /** The number (from 0) of the value shown, also of a plain field; -1 for rows of all values of a field or of none.
+     */
+    int getIndex() const;
+
     InitialExpansionPolicy getInitialExpansionPolicy() const;
     /** Takes effect when the row is configured the next time. */
     void setInitialExpansionPolicy(InitialExpansionPolicy policy);

@@ -92,6 +92,8 @@ public:
 
     /** The statistics shown; never null. */
     MessageStatistics* getMessageStatistics();
+    /** The gap that @p item, a row below this one, shows until the next update; null when it shows none. */
+    const MessageStatistics::Gap* getGap(const QTreeWidgetItem* item) const;
 
 private:
     Q_DISABLE_COPY(MessageStatisticsTreeWidgetItem)

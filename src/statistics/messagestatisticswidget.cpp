@@ -309,6 +309,14 @@ MessageStatistics* MessageStatisticsTreeWidgetItem::getMessageStatistics()
     return m_statistics;
 }
 
+const MessageStatistics::Gap* MessageStatisticsTreeWidgetItem::getGap(const QTreeWidgetItem* item) const
+{
+    CORVEL_DEBUG_HOOK();
+    const int index = static_cast<int>(m_gapItems.indexOf(const_cast<QTreeWidgetItem*>(item)));
+    // Surplus rows show what is no gap any more.
+    return index >= 0 && index < m_shownGaps.size() ? &m_shownGaps.at(index) : nullptr;
+}
+
 void MessageStatisticsTreeWidgetItem::fullExpand()
 {
     CORVEL_DEBUG_HOOK();

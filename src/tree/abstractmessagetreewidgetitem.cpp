@@ -2,6 +2,8 @@
 
 #include "corvel.h"
 #include "diagnostics.h"
+#include "singlesubmessagefieldtreewidgetitem.h"
+#include "singlevaluefieldtreewidgetitem.h"
 
 #include <typeinfo>
 
@@ -143,6 +145,24 @@ MessageTreeWidget* AbstractMessageTreeWidgetItem::getMessageTreeWidget()
     if (typeid(*view) == typeid(MessageTreeWidget))
         return static_cast<MessageTreeWidget*>(view);
     return dynamic_cast<MessageTreeWidget*>(view);
+}
+
+// No virtual operations: the slots of the rows' classes are fixed.
+const FieldInfo* AbstractMessageTreeWidgetItem::getFieldInfo() const
+{
+    CORVEL_DEBUG_HOOK();
+    const AbstractFieldTreeWidgetItem* row = dynamic_cast<const AbstractFieldTreeWidgetItem*>(this);
+    return row ? row->getFieldInfo() : nullptr;
+}
+
+int AbstractMessageTreeWidgetItem::getIndex() const
+{
+    CORVEL_DEBUG_HOOK();
+    if (const SingleValueFieldTreeWidgetItem* row = dynamic_cast<const SingleValueFieldTreeWidgetItem*>(this))
+        return static_cast<int>(row->getIndex());
+    if (const SingleSubMessageFieldTreeWidgetItem* row = dynamic_cast<const SingleSubMessageFieldTreeWidgetItem*>(this))
+        return static_cast<int>(row->getIndex());
+    return -1;
 }
 
 AbstractMessageTreeWidgetItem::InitialExpansionPolicy AbstractMessageTreeWidgetItem::getInitialExpansionPolicy() const

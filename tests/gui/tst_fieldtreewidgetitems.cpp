@@ -66,6 +66,17 @@ static QStringList fed(Row* row, const Message* message)
     return QStringList(rowText(row)) + rowTexts(row, text("  "));
 }
 
+/** The fields, with their indexes, that a row and all below it say that they stand for. */
+static QString fieldsText(QTreeWidgetItem* item)
+{
+    const AbstractMessageTreeWidgetItem* row = dynamic_cast<const AbstractMessageTreeWidgetItem*>(item);
+    QString fields = !row ? text("note") : row->getFieldInfo() ? row->getFieldInfo()->getName() : text("none");
+    fields += row ? text(" %1").arg(row->getIndex()) : QString();
+    for (int i = 0; i < item->childCount(); ++i)
+        fields += text(", ") + fieldsText(item->child(i));
+    return fields;
+}
+
 void TestFieldTreeWidgetItems::rowsWithoutAFieldSaySo()
 {
     Fixture f;
@@ -233,6 +244,8 @@ void TestFieldTreeWidgetItems::repeatedCountsItsValues()
                                          "subs |  | 1 submessage | 1 submessage\n"
                                          "  subs [0] | INNER\n    value | double | 4 | 4"));
     QVERIFY(row->child(5)->child(0)->isExpanded());
+    QCOMPARE(fieldsText(row), text("none -1, speed 0, maybe 0, many -1, many 0, any -1, any 0, any 1, sub 0, value 0, "
+                                   "subs -1, subs 0, value 0"));
     f.tree.processMessage(nullptr);
     QCOMPARE(rowTexts(row).mid(2, 2), counts.mid(0, 2));
     QCOMPARE(rowTexts(row).last(), counts.last());

@@ -210,6 +210,8 @@ void tst_MessageStatisticsTreeWidgetItem::surplusGapRowsGoByHalves()
         statistics->gaps[1].missingEpochs = 2;
         view.tree.updateTree();
         QCOMPARE(rowTexts(gaps), lines("t1 | 1 | 10 ms\nt2 | 2 | 20 ms\nt4 | 1 | 10 ms\nt6 | 1 | 10 ms"));
+        const MessageStatisticsTreeWidgetItem* row = static_cast<MessageStatisticsTreeWidgetItem*>(gaps->parent());
+        QVERIFY(row->getGap(gaps->child(1))->start == 2 && !row->getGap(gaps->child(2)) && !row->getGap(gaps));
         view.tree.updateTree();
         QCOMPARE(rowTexts(gaps), lines("t1 | 1 | 10 ms\nt2 | 2 | 20 ms\nt6 | 1 | 10 ms"));
         statistics->addGap(5, 3, 10);

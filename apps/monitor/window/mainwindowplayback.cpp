@@ -123,16 +123,8 @@ void MainWindow::jumpToEvent(const QModelIndex& index)
 
 void MainWindow::jumpToGap(QTreeWidgetItem* item)
 {
-    for (QTreeWidgetItem* parent = item; parent; parent = parent->parent()) {
-        MessageStatisticsTreeWidgetItem* const row = dynamic_cast<MessageStatisticsTreeWidgetItem*>(parent);
-        if (!row)
-            continue;
-        MessageStatistics* const statistics = row->getMessageStatistics();
-        for (const MessageStatistics::Gap& gap : statistics->getGaps()) {
-            if (statistics->getTimeString(gap.start) == item->text(0)) {
-                jumpTo(qint64(gap.start));
-                return;
-            }
-        }
-    }
+    for (QTreeWidgetItem* parent = item; parent; parent = parent->parent())
+        if (const auto* const row = dynamic_cast<MessageStatisticsTreeWidgetItem*>(parent))
+            if (const MessageStatistics::Gap* const gap = row->getGap(item))
+                jumpTo(qint64(gap->start));
 }
