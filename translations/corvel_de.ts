@@ -1776,6 +1776,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <source>&quot;%1&quot; has parts nested more than %2 types deep</source>
         <translation>Teile von &quot;%1&quot; sind mehr als %2 Typen tief geschachtelt</translation>
     </message>
+    <message>
+        <source>a number breaks off; the rest of the field is not decoded</source>
+        <translation>eine Zahl bricht ab; der Rest des Felds wird nicht dekodiert</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>

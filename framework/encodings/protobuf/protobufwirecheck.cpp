@@ -7,6 +7,8 @@
 #include <google/protobuf/io/coded_stream.h>
 #include <google/protobuf/wire_format_lite.h>
 
+using google::protobuf::Descriptor;
+using google::protobuf::FieldDescriptor;
 using google::protobuf::internal::WireFormatLite;
 
 namespace
@@ -49,6 +51,29 @@ void appendVarint(std::uint64_t value, QByteArray* bytes)
     for (; value >= 0x80; value >>= 7)
         bytes->append(static_cast<char>(value | 0x80));
     bytes->append(static_cast<char>(value));
+}
+
+const FieldDescriptor* findField(const Descriptor* type, int number)
+{
+    const FieldDescriptor* const field = type->FindFieldByNumber(number);
+    return field ? field : type->file()->pool()->FindExtensionByNumber(type, number);
+}
+
+// Bytes that each of several numbers in one field takes; 0 when each has a size of its own.
+int packedSize(const FieldDescriptor* field)
+{
+    switch (field->type()) {
+    case FieldDescriptor::TYPE_DOUBLE:
+    case FieldDescriptor::TYPE_FIXED64:
+    case FieldDescriptor::TYPE_SFIXED64:
+        return 8;
+    case FieldDescriptor::TYPE_FLOAT:
+    case FieldDescriptor::TYPE_FIXED32:
+    case FieldDescriptor::TYPE_SFIXED32:
+        return 4;
+    default:
+        return 0;
+    }
 }
 
 } // namespace
@@ -125,7 +150,7 @@ bool ProtobufWireCheck::copyField(const Descriptor* type, qint64* place, qint64 
     if (tag >> 32 != 0 || number == 0)
         return fail(nullptr, begin,
                     QCoreApplication::translate("ProtobufFormat", "no number of a field; the rest is not decoded"));
-    const FieldDescriptor* const field = type ? type->FindFieldByNumber(static_cast<int>(number)) : nullptr;
+    const FieldDescriptor* const field = type ? findField(type, static_cast<int>(number)) : nullptr;
     std::uint64_t value = 0;
     switch (tag & 7) {
     case WireFormatLite::WIRETYPE_VARINT:
@@ -153,11 +178,17 @@ bool ProtobufWireCheck::copyField(const Descriptor* type, qint64* place, qint64 
                             .arg(end - *place));
         const qint64 content = *place;
         *place += static_cast<qint64>(value);
-        if (!field || (field->type() != FieldDescriptor::TYPE_MESSAGE && field->type() != FieldDescriptor::TYPE_STRING))
+        const bool isMessage = field && field->type() == FieldDescriptor::TYPE_MESSAGE;
+        const bool isText = field && field->type() == FieldDescriptor::TYPE_STRING;
+        // Of these the parser takes several in one, whether the schema says "packed" or not.
+        const bool isPacked = field && field->is_packable();
+        if (!isMessage && !isText && !isPacked)
             break;
         QByteArray part;
-        if (field->type() == FieldDescriptor::TYPE_STRING) {
+        if (isText) {
             copyText(field, content, *place, &part);
+        } else if (isPacked) {
+            copyPacked(field, content, *place, &part);
         } else if (depth == 0) {
             fail(field, begin, QCoreApplication::translate("ProtobufFormat", "nested too deeply; it is not decoded"));
             return true;
@@ -205,6 +236,24 @@ bool ProtobufWireCheck::copyGroup(const Descriptor* type, const QString& name, s
     copy->append(part);
     appendVarint(WireFormatLite::MakeTag(static_cast<int>(number), WireFormatLite::WIRETYPE_END_GROUP), copy);
     return good;
+}
+
+// The numbers that are whole.
+void ProtobufWireCheck::copyPacked(const FieldDescriptor* field, qint64 place, qint64 end, QByteArray* copy)
+{
+    const int size = packedSize(field);
+    while (place < end) {
+        const qint64 begin = place;
+        std::uint64_t value = 0;
+        if (size == 0 ? !readVarint(&place, end, &value) : end - begin < size) {
+            fail(field, begin,
+                 QCoreApplication::translate("ProtobufFormat", "a number breaks off; the rest of the field is not "
+                                                               "decoded"));
+            return;
+        }
+        place = size == 0 ? place : begin + size;
+        copyBytes(begin, place, copy);
+    }
 }
 
 void ProtobufWireCheck::copyText(const FieldDescriptor* field, qint64 place, qint64 end, QByteArray* copy)

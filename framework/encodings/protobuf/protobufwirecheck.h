@@ -13,7 +13,8 @@
  * UTF-8.
  *
  * The parser stops at the first of these, and what it has read until then can come from beyond the end of a part. So
- * there is a repaired copy for it: without the fields that break off, and with a question mark for each wrong byte of a
+ * there is a repaired copy for it: without the fields, and the numbers in a
+ * packed field, that break off, and with a question mark for each wrong byte of a
  * text. What follows a part that is broken inside is in it again.
  */
 class ProtobufWireCheck
@@ -35,6 +36,7 @@ private:
     bool copyField(const Descriptor* type, qint64* place, qint64 end, int depth, QByteArray* copy);
     bool copyGroup(const Descriptor* type, const QString& name, std::uint32_t number, qint64* place, qint64 end,
                    int depth, QByteArray* copy);
+    void copyPacked(const FieldDescriptor* field, qint64 place, qint64 end, QByteArray* copy);
     void copyText(const FieldDescriptor* field, qint64 place, qint64 end, QByteArray* copy);
     void copyBytes(qint64 begin, qint64 end, QByteArray* copy) const;
     bool readVarint(qint64* place, qint64 end, std::uint64_t* value) const;

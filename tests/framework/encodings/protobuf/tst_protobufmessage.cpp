@@ -12,6 +12,7 @@ private Q_SLOTS:
     void showsUnknownFields();
     void saysWhatIsWrong_data();
     void saysWhatIsWrong();
+    void keepsTheWholeNumbersOfAPackedField();
     void saysWhatIsMissing();
     void refusesTooDeepMessages();
     void partsLiveAsLongAsTheirReferences();
@@ -99,6 +100,25 @@ void tst_ProtobufMessage::saysWhatIsWrong()
     const MessageReference decoded = m_format.message(QStringLiteral("kinds3.All"), QByteArray::fromHex(hex));
     QCOMPARE(shown(decoded.get(), QStringLiteral("[problems]")), problems);
     QCOMPARE(shown(decoded.get(), QStringLiteral("plain")), plain);
+}
+
+void tst_ProtobufMessage::keepsTheWholeNumbersOfAPackedField()
+{
+    const QByteArray bytes = QByteArray::fromHex("3a020180"               // one state, and another that breaks off
+                                                 "3214"                   // child:
+                                                 "4209000000000000f03f40" //   a double of eight bytes and one of one
+                                                 "4a050000803f40"         //   the same with floats
+                                                 "0809"                   //   what follows is read
+                                                 "0805");
+    const MessageReference decoded = m_format.message(QStringLiteral("kinds3.All"), bytes);
+    QStringList values;
+    for (const char* path : {"states", "child/numbers", "child/unpacked", "child/plain", "plain"})
+        values.append(shown(decoded.get(), QLatin1String(path)));
+    QCOMPARE(values.join(QStringLiteral("; ")), QStringLiteral("ON (1); 1; 1; 9; 5"));
+    QCOMPARE(shown(decoded.get(), QStringLiteral("[problems]")),
+             QStringLiteral("states at byte 3: a number breaks off; the rest of the field is not decoded, "
+                            "child.numbers at byte 16: a number breaks off; the rest of the field is not decoded, "
+                            "child.unpacked at byte 23: a number breaks off; the rest of the field is not decoded"));
 }
 
 void tst_ProtobufMessage::saysWhatIsMissing()
