@@ -124,6 +124,7 @@ public:
     const QVector<Enumerator>& getEnumerators() const { return m_enumerators; }
     /** Whether the enumerators are flags that combine. */
     bool isBitmask() const { return m_bitmask; }
+    /** Flags that a number of the field's size cannot have are left out. */
     void setEnumerators(const QVector<Enumerator>& enumerators, bool bitmask);
 
     /**

@@ -4,6 +4,7 @@
 #include "message.h"
 #include "messageinfo.h"
 #include "numbertext.h"
+#include "utf8text.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -13,6 +14,19 @@
 
 // By TimeUnit.
 static const qint64 countsPerSecond[] = {1, 1, 1000, 1000000, 1000000000};
+
+static quint64 bitsOf(const FieldType& type)
+{
+    const int size = type.getSize();
+    return size > 0 && size < 8 ? (quint64(1) << (8 * size)) - 1 : ~quint64(0);
+}
+
+// Beyond its width a number has nothing or, when it is negative, its sign.
+static bool fits(quint64 number, quint64 width)
+{
+    const quint64 beyond = number & ~width;
+    return beyond == 0 || (beyond == ~width && (number & (width / 2 + 1)) != 0);
+}
 
 FieldInfo::FieldInfo(const QString& name, const FieldType& type)
     : m_name(name)
@@ -63,7 +77,7 @@ QString FieldInfo::getStringValue(const Message* message) const
             break;
         characters.append(character);
     }
-    return QString::fromUtf8(characters.constData(), characters.size());
+    return Utf8Text::decode(characters);
 }
 
 bool FieldInfo::occursIn(const MessageInfo* info) const
@@ -86,7 +100,10 @@ void FieldInfo::enterMessageInfo(const MessageInfo* info)
 
 void FieldInfo::setEnumerators(const QVector<Enumerator>& enumerators, bool bitmask)
 {
-    m_enumerators = enumerators;
+    m_enumerators.clear();
+    for (int i = 0; i < enumerators.size(); ++i)
+        if (!bitmask || fits(enumerators.at(i).value, bitsOf(m_type)))
+            m_enumerators.append(enumerators.at(i));
     m_bitmask = bitmask;
 }
 
@@ -123,8 +140,7 @@ bool FieldInfo::means(const FieldValue& value, const FieldValue& other) const
 QString FieldInfo::textOfFlags(quint64 flags) const
 {
     // A mask that is transmitted as a signed number must not show its sign in bits that it does not have.
-    const int size = m_type.getSize();
-    const quint64 width = size > 0 && size < 8 ? (quint64(1) << (8 * size)) - 1 : ~quint64(0);
+    const quint64 width = bitsOf(m_type);
     flags &= width;
     QStringList names;
     quint64 rest = flags;

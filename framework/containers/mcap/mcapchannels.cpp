@@ -2,6 +2,7 @@
 
 #include "mcaprecord.h"
 #include "protobufformat.h"
+#include "utf8text.h"
 
 namespace
 {
@@ -46,7 +47,7 @@ QString McapChannels::addSchema(const char* body, quint64 size)
         return QStringLiteral("a schema has the number 0, which means none");
     if (!makeRoom(size))
         return QStringLiteral("schema %1 is one too many: 64 MiB of schemas and channels are known")
-            .arg(QString::fromUtf8(schema.name));
+            .arg(Utf8Text::decode(schema.name));
     // What was read points into bytes that will be gone.
     const auto copied = [](const QByteArray& text) { return QByteArray(text.constData(), text.size()); };
     m_schemas.insert(schema.id, Schema{copied(schema.name), copied(schema.encoding), copied(schema.data),
@@ -65,7 +66,7 @@ QString McapChannels::addChannel(const char* body, quint64 size)
     const auto known = m_announcements.constFind(channel.id);
     if (known != m_announcements.constEnd() && known->record == record && known->schemaVersion == schemaVersion)
         return QString();
-    const QString topic = QString::fromUtf8(channel.topic);
+    const QString topic = Utf8Text::decode(channel.topic);
     if (!makeRoom(size))
         return QStringLiteral("channel %1 is one too many: 64 MiB of schemas and channels are known").arg(topic);
     m_announcements.insert(channel.id, Announcement{QByteArray(body, int(size)), schemaVersion});
@@ -83,7 +84,7 @@ QString McapChannels::addChannel(const char* body, quint64 size)
  */
 const MessageInfo* McapChannels::findType(const Mcap::Channel& channel, QString* kind, QString* problem)
 {
-    *kind = QString::fromUtf8(channel.encoding);
+    *kind = Utf8Text::decode(channel.encoding);
     if (channel.encoding != "protobuf") {
         if (kind->isEmpty())
             *kind = QStringLiteral("no encoding");
@@ -97,10 +98,10 @@ const MessageInfo* McapChannels::findType(const Mcap::Channel& channel, QString*
                        : QStringLiteral("the channel's schema %1 was not announced").arg(channel.schema);
         return nullptr;
     }
-    *kind = QString::fromUtf8(schema->name);
+    *kind = Utf8Text::decode(schema->name);
     if (schema->encoding != "protobuf") {
         *problem = QStringLiteral("the schema %1 is %2 and the messages are protobuf")
-                       .arg(*kind, QString::fromUtf8(schema->encoding));
+                       .arg(*kind, Utf8Text::decode(schema->encoding));
         return nullptr;
     }
     QString error;

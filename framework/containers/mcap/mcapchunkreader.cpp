@@ -1,6 +1,7 @@
 // The part of McapReader that reads chunks.
 
 #include "mcapreader.h"
+#include "utf8text.h"
 
 #include <algorithm>
 #include <limits>
@@ -58,7 +59,7 @@ bool McapReader::readChunkName()
     m_state = InChunk;
     QString problem;
     if (!Decompressor::isKnown(m_chunkHead.compression))
-        problem = QStringLiteral("a chunk with the compression \"%1\"").arg(QString::fromUtf8(m_chunkHead.compression));
+        problem = QStringLiteral("a chunk with the compression \"%1\"").arg(Utf8Text::decode(m_chunkHead.compression));
     else if (m_chunkHead.uncompressedSize > GreatestChunk)
         problem = QStringLiteral("a chunk that holds %1 bytes was passed over, %2 MiB are read")
                       .arg(m_chunkHead.uncompressedSize)

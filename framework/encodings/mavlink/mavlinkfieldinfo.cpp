@@ -1,6 +1,7 @@
 #include "mavlinkfieldinfo.h"
 
 #include "message.h"
+#include "utf8text.h"
 
 #include <QtEndian>
 
@@ -149,5 +150,5 @@ QString MavlinkFieldInfo::getStringValue(const Message* message) const
     if (size <= 0)
         return QString();
     const char* text = payload.bytes + m_offset;
-    return QString::fromUtf8(text, static_cast<int>(qstrnlen(text, static_cast<uint>(size))));
+    return Utf8Text::decode(text, static_cast<int>(qstrnlen(text, static_cast<uint>(size))));
 }

@@ -1,6 +1,8 @@
 #ifndef PROTOBUFTEXT_H
 #define PROTOBUFTEXT_H
 
+#include "utf8text.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -12,7 +14,7 @@ namespace ProtobufText
 
 inline QString fromUtf8(const std::string& text)
 {
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+    return Utf8Text::decode(text.data(), static_cast<int>(text.size()));
 }
 
 inline QByteArray toBytes(const std::string& bytes)

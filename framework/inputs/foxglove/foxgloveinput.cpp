@@ -192,7 +192,9 @@ void FoxgloveInput::refuse(const QString& reason)
 void FoxgloveInput::processText(const QString& text)
 {
     QJsonParseError error;
-    const QJsonObject object = QJsonDocument::fromJson(text.toUtf8(), &error).object();
+    // The parser drops a U+FEFF that a string begins with, unless it is written as an escape.
+    const QString escaped = QString(text).replace(QChar(0xfeff), QLatin1String("\\ufeff"));
+    const QJsonObject object = QJsonDocument::fromJson(escaped.toUtf8(), &error).object();
     const QString operation = object.value(QLatin1String("op")).toString();
     if (operation.isEmpty()) {
         refuse(QCoreApplication::translate("FoxgloveInput", "it does not speak the Foxglove protocol"));

@@ -76,13 +76,14 @@ private Q_SLOTS:
     {
         QVector<Name> flags = QVector<Name>()
                               << Name(1, text("ACCEL")) << Name(2, text("GYRO")) << Name(12, text("GPS"))
-                              << Name(0x80, text("HIGH")) << Name(0, text("NONE"));
+                              << Name(0x80, text("HIGH")) << Name(0, text("NONE")) << Name(0x10000, text("BEYOND"))
+                              << Name(Greatest ^ 0xff, text("SIGNED"));
         TestFieldInfo sensors(text("sensors"), TestFieldInfo::Plain, integerType(1));
         sensors.setEnumerators(flags, true);
         QCOMPARE(shown(sensors, {u(2, 1), u(3, 1), u(0x31, 1), u(4, 1), u(12, 1), u(0, 1), u(0x80, 1), s(-128, 1)}),
                  text("GYRO, ACCEL | GYRO, ACCEL | 0x30, 0x4, GPS, NONE, HIGH, HIGH"));
         TestFieldInfo wide(text("sensors"), TestFieldInfo::Plain, integerType(8));
-        flags.remove(4);
+        flags.resize(4);
         wide.setEnumerators(flags, true);
         QCOMPARE(shown(wide, {u(Q_UINT64_C(0x8000000000000001), 8), u(0, 8)}), text("ACCEL | 0x8000000000000000, 0"));
     }
@@ -139,12 +140,14 @@ private Q_SLOTS:
         TestMessage* message = new TestMessage(&info);
         const MessageReference keep = MessageReference::adopt(message);
         QStringList texts(field->getStringValue(message));
-        const QByteArray contents[] = {QByteArray("ab\0cd", 5), QByteArray("\0", 1), "\xc3\xa4 full", "broken \xff."};
+        const QByteArray contents[] = {QByteArray("ab\0cd", 5), QByteArray("\0", 1), "\xc3\xa4 full", "broken \xff.",
+                                       "\xef\xbb\xbfmark"};
         for (const QByteArray& content : contents) {
             message->setText(field, content);
             texts << field->getStringValue(message);
         }
-        QCOMPARE(texts.join(QLatin1String(", ")), text(", ab, , \xc3\xa4 full, broken \xef\xbf\xbd."));
+        QCOMPARE(texts.join(QLatin1String(", ")),
+                 text(", ab, , \xc3\xa4 full, broken \xef\xbf\xbd., \xef\xbb\xbfmark"));
     }
 
     void flagsAreComponentFields()
@@ -152,8 +155,9 @@ private Q_SLOTS:
         MessageInfo info(text("HEARTBEAT"));
         TestFieldInfo* mode =
             new TestFieldInfo(text("mode"), TestFieldInfo::Optional | TestFieldInfo::Repeated, integerType(1));
-        mode->setEnumerators(
-            QVector<Name>() << Name(0, text("NONE")) << Name(0x80, text("ARMED")) << Name(3, text("BOTH")), true);
+        mode->setEnumerators(QVector<Name>() << Name(0, text("NONE")) << Name(0x80, text("ARMED"))
+                                             << Name(3, text("BOTH")) << Name(0x10000, text("BEYOND")),
+                             true);
         FlagFieldInfo::addFlagsTo(mode);
         info.addField(mode);
         QCOMPARE(mode->getSubFieldInfos().size(), 2);

@@ -270,7 +270,7 @@ private Q_SLOTS:
         const quint16 good = recording.addPoints("/good");
         const quint16 broken = writer.addChannel(
             "/broken", "protobuf", writer.addSchema("demo.Other", "protobuf", QByteArray("\xff\xff nonsense")));
-        const QVector<quint16> channels{writer.addChannel("/json", "json", 0),
+        const QVector<quint16> channels{writer.addChannel("\xef\xbb\xbf/json", "json", 0),
                                         writer.addChannel("/bare", "protobuf", 0), broken, quint16(77), good};
         for (int i = 0; i < 10; ++i)
             writer.writeMessage(channels.at(i % 5), 0, quint64(i) * 1000, "{}");
@@ -279,7 +279,7 @@ private Q_SLOTS:
         for (const QString& message : decoded.lines.messages.mid(0, 5))
             names.append(message.section(QLatin1String(" #"), 0, 0));
         QCOMPARE(names,
-                 QStringList({QStringLiteral("/json (json, not decodable)"),
+                 QStringList({QStringLiteral("\uFEFF/json (json, not decodable)"),
                               QStringLiteral("/bare (protobuf without a schema, not decodable)"),
                               QStringLiteral("/broken (demo.Other, not decodable)"),
                               QStringLiteral("channel 77 (not announced, not decodable)"), QStringLiteral("/good")}));
@@ -288,7 +288,8 @@ private Q_SLOTS:
         QVERIFY(decoded.lines.problems.at(0).endsWith(
                     QLatin1String("not decodable: /broken: the schema demo.Other cannot be used: ")) ||
                 decoded.lines.problems.at(0).contains(QLatin1String("/broken: the schema demo.Other cannot be used")));
-        QVERIFY(decoded.lines.problems.at(1).endsWith(QLatin1String("not decodable: /json (json, not decodable)")));
+        QVERIFY(
+            decoded.lines.problems.at(1).endsWith(QStringLiteral("not decodable: \uFEFF/json (json, not decodable)")));
         QVERIFY(decoded.lines.problems.at(2).endsWith(QLatin1String("/bare: the channel has no schema")));
         QVERIFY(decoded.lines.problems.at(3).contains(QLatin1String("channel 77, which was not announced")));
     }

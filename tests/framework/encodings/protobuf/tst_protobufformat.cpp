@@ -136,14 +136,15 @@ void tst_ProtobufFormat::decodesAsTheCompilerDoes_data()
                                          "a_fixed64: 0 a_sfixed32: -2147483648 a_sfixed64: -9223372036854775808 "
                                          "a_float: -inf a_double: nan a_bool: false a_string: '' a_bytes: '' "
                                          "color: NEGATIVE packed: [-9223372036854775808, 9223372036854775807]");
-    QTest::newRow("greatest") << "kinds2.All"
-                              << QByteArray("a_int32: 2147483647 a_int64: 9223372036854775807 a_uint32: 4294967295 "
-                                            "a_uint64: 18446744073709551615 a_sint32: 2147483647 "
-                                            "a_sint64: 9223372036854775807 a_fixed32: 4294967295 "
-                                            "a_fixed64: 18446744073709551615 a_sfixed32: 2147483647 "
-                                            "a_sfixed64: 9223372036854775807 a_float: 3.4028235e38 "
-                                            "a_double: 2.2250738585072014e-308 a_bool: true a_string: '\xc3\xa4\"\\n' "
-                                            "a_bytes: '\\000\\377' color: LIME");
+    QTest::newRow("greatest")
+        << "kinds2.All"
+        << QByteArray("a_int32: 2147483647 a_int64: 9223372036854775807 a_uint32: 4294967295 "
+                      "a_uint64: 18446744073709551615 a_sint32: 2147483647 "
+                      "a_sint64: 9223372036854775807 a_fixed32: 4294967295 "
+                      "a_fixed64: 18446744073709551615 a_sfixed32: 2147483647 "
+                      "a_sfixed64: 9223372036854775807 a_float: 3.4028235e38 "
+                      "a_double: 2.2250738585072014e-308 a_bool: true a_string: '\xef\xbb\xbf\xc3\xa4\"\\n' "
+                      "a_bytes: '\\000\\377' color: LIME");
     QTest::newRow("deeper") << "kinds2.All"
                             << QByteArray("child { child { children {} children { a_int32: 5 unpacked: [1, 2] } } } "
                                           "Pair { left: -1 } Step { name: 'x' } Step {} "
@@ -151,9 +152,10 @@ void tst_ProtobufFormat::decodesAsTheCompilerDoes_data()
                                           "doubles: [0.1, 1e300, -0.0] [kinds2.extra]: -7 [kinds2.extras] {} "
                                           "[kinds2.extras] { [kinds2.extra]: 1 }");
     QTest::newRow("maps") << "kinds2.All"
-                          << QByteArray("by_name { key: 'b' value: RED } by_name { key: 'a' value: NEGATIVE } "
-                                        "by_name { key: '' } by_number { key: -9 value { a_int32: 1 } } "
-                                        "by_number { key: 4 }");
+                          << QByteArray(
+                                 "by_name { key: '\xef\xbb\xbf' 'b' value: RED } by_name { key: 'a' value: NEGATIVE } "
+                                 "by_name { key: '' } by_number { key: -9 value { a_int32: 1 } } "
+                                 "by_number { key: 4 }");
     QTest::newRow("proto3 defaults") << "kinds3.All" << QByteArray("plain: 0 present: 0 name: '' state: UNKNOWN");
     QTest::newRow("proto3") << "kinds3.All"
                             << QByteArray("plain: 3 name: 'n' blob: 'b' state: 77 child { child {} } "
