@@ -2,6 +2,49 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>AddressForm</name>
+    <message>
+        <source>none found; another can be typed</source>
+        <translation>keine gefunden; andere können eingegeben werden</translation>
+    </message>
+    <message>
+        <source>Kind of source</source>
+        <translation>Art der Quelle</translation>
+    </message>
+    <message>
+        <source>Where the messages come from</source>
+        <translation>Woher die Nachrichten kommen</translation>
+    </message>
+    <message>
+        <source>&amp;Kind:</source>
+        <translation>&amp;Art:</translation>
+    </message>
+    <message>
+        <source>&amp;Browse...</source>
+        <translation>&amp;Durchsuchen ...</translation>
+    </message>
+    <message>
+        <source>Choose a file</source>
+        <translation>Datei wählen</translation>
+    </message>
+    <message>
+        <source>Open Recording</source>
+        <translation>Aufzeichnung öffnen</translation>
+    </message>
+    <message>
+        <source>Recordings (*.tlog *.mavlink *.mcap *.osi *.bin);;All files (*)</source>
+        <translation>Aufzeichnungen (*.tlog *.mavlink *.mcap *.osi *.bin);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>R&amp;efresh</source>
+        <translation>Neu &amp;suchen</translation>
+    </message>
+    <message>
+        <source>Look again what is there to choose from</source>
+        <translation>Noch einmal suchen, was zur Wahl steht</translation>
+    </message>
+</context>
+<context>
     <name>Annotations</name>
     <message>
         <source>cannot be read: not a file</source>
@@ -142,72 +185,8 @@
         <translation>Definitionen (*.xml *.proto *.desc *.pb *.bin);;Alle Dateien (*)</translation>
     </message>
     <message>
-        <source>&amp;Browse...</source>
-        <translation>D&amp;urchsuchen ...</translation>
-    </message>
-    <message>
-        <source>&amp;Port:</source>
-        <translation>&amp;Port:</translation>
-    </message>
-    <message>
         <source>Connect</source>
         <translation>Verbinden</translation>
-    </message>
-    <message>
-        <source>UDP: listen for datagrams</source>
-        <translation>UDP: Datagramme empfangen</translation>
-    </message>
-    <message>
-        <source>TCP: connect to a server</source>
-        <translation>TCP: mit einem Server verbinden</translation>
-    </message>
-    <message>
-        <source>WebSocket: a Foxglove server</source>
-        <translation>WebSocket: ein Foxglove-Server</translation>
-    </message>
-    <message>
-        <source>A recording or a device file</source>
-        <translation>Eine Aufzeichnung oder eine Gerätedatei</translation>
-    </message>
-    <message>
-        <source>Standard input</source>
-        <translation>Standardeingabe</translation>
-    </message>
-    <message>
-        <source>Kind of source</source>
-        <translation>Art der Quelle</translation>
-    </message>
-    <message>
-        <source>Where the messages come from</source>
-        <translation>Woher die Nachrichten kommen</translation>
-    </message>
-    <message>
-        <source>Address</source>
-        <translation>Adresse</translation>
-    </message>
-    <message>
-        <source>Port</source>
-        <translation>Port</translation>
-    </message>
-    <message>
-        <source>The number of the port</source>
-        <translation>Die Nummer des Ports</translation>
-    </message>
-    <message>
-        <source>Choose a file</source>
-        <translation>Datei wählen</translation>
-    </message>
-    <message>
-        <source>Open Recording</source>
-        <translation>Aufzeichnung öffnen</translation>
-    </message>
-    <message>
-        <source>Recordings (*.tlog *.mavlink *.mcap *.osi *.bin);;All files (*)</source>
-        <translation>Aufzeichnungen (*.tlog *.mavlink *.mcap *.osi *.bin);;Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>&amp;Kind:</source>
-        <translation>&amp;Art:</translation>
     </message>
     <message>
         <source>Bro&amp;wse...</source>
@@ -298,28 +277,12 @@
         <translation>&amp;Verbinden</translation>
     </message>
     <message>
-        <source>&amp;Address to listen on:</source>
-        <translation>Empfangsa&amp;dresse:</translation>
-    </message>
-    <message>
-        <source>&amp;Host:</source>
-        <translation>&amp;Host:</translation>
-    </message>
-    <message>
-        <source>&amp;Address:</source>
-        <translation>A&amp;dresse:</translation>
-    </message>
-    <message>
         <source>Choose a file.</source>
         <translation>Eine Datei wählen.</translation>
     </message>
     <message>
         <source>those in use, or the source&apos;s own</source>
         <translation>die geladenen oder die der Quelle</translation>
-    </message>
-    <message>
-        <source>Fil&amp;e:</source>
-        <translation>Dat&amp;ei:</translation>
     </message>
 </context>
 <context>
@@ -475,18 +438,6 @@
         <translation>keine Eingabe genannt</translation>
     </message>
     <message>
-        <source>%1: &quot;%2&quot; is no port; ports are 1 to 65535</source>
-        <translation>%1: „%2“ ist kein Port; Ports gehen von 1 bis 65535</translation>
-    </message>
-    <message>
-        <source>%1: &quot;%2&quot; is no address to listen on; it is written in numbers</source>
-        <translation>%1: „%2“ ist keine Empfangsadresse; sie wird in Zahlen geschrieben</translation>
-    </message>
-    <message>
-        <source>%1: no host is named</source>
-        <translation>%1: kein Host genannt</translation>
-    </message>
-    <message>
         <source>the bracket of the IPv6 address is not closed</source>
         <translation>die Klammer der IPv6-Adresse ist nicht geschlossen</translation>
     </message>
@@ -503,8 +454,95 @@
         <translation>„%1“ ist hinter dem Host nicht zulässig</translation>
     </message>
     <message>
-        <source>%1: this is no address; ws://HOST:PORT is one</source>
-        <translation>%1: keine Adresse; eine Adresse ist etwa ws://HOST:PORT</translation>
+        <source>&quot;%1&quot; is no parameter; NAME=VALUE is one</source>
+        <translation>„%1“ ist kein Parameter; ein Parameter ist etwa NAME=WERT</translation>
+    </message>
+    <message>
+        <source>there is no parameter &quot;%1&quot;; there is: %2</source>
+        <translation>den Parameter „%1“ gibt es nicht; es gibt: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is told twice</source>
+        <translation>„%1“ ist doppelt angegeben</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no port; ports are 1 to 65535</source>
+        <translation>„%1“ ist kein Port; Ports gehen von 1 bis 65535</translation>
+    </message>
+    <message>
+        <source>this is no address; ws://HOST:PORT is one</source>
+        <translation>keine Adresse; eine Adresse ist etwa ws://HOST:PORT</translation>
+    </message>
+    <message>
+        <source>no host is named</source>
+        <translation>kein Host angegeben</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no address to listen on; it is written in numbers</source>
+        <translation>„%1“ ist keine Empfangsadresse; sie wird in Zahlen geschrieben</translation>
+    </message>
+</context>
+<context>
+    <name>InputKind</name>
+    <message>
+        <source>Fil&amp;e:</source>
+        <translation>Dat&amp;ei:</translation>
+    </message>
+    <message>
+        <source>The path of the file</source>
+        <translation>Der Pfad der Datei</translation>
+    </message>
+    <message>
+        <source>A recording or a device file</source>
+        <translation>Eine Aufzeichnung oder eine Gerätedatei</translation>
+    </message>
+    <message>
+        <source>Standard input</source>
+        <translation>Standardeingabe</translation>
+    </message>
+    <message>
+        <source>&amp;Address:</source>
+        <translation>A&amp;dresse:</translation>
+    </message>
+    <message>
+        <source>The address of the server; wss:// is encrypted</source>
+        <translation>Die Adresse des Servers; wss:// ist verschlüsselt</translation>
+    </message>
+    <message>
+        <source>WebSocket: a Foxglove server</source>
+        <translation>WebSocket: ein Foxglove-Server</translation>
+    </message>
+    <message>
+        <source>&amp;Host:</source>
+        <translation>&amp;Host:</translation>
+    </message>
+    <message>
+        <source>Name or address of the server</source>
+        <translation>Name oder Adresse des Servers</translation>
+    </message>
+    <message>
+        <source>&amp;Port:</source>
+        <translation>&amp;Port:</translation>
+    </message>
+    <message>
+        <source>The number of the port</source>
+        <translation>Die Nummer des Ports</translation>
+    </message>
+    <message>
+        <source>TCP: connect to a server</source>
+        <translation>TCP: mit einem Server verbinden</translation>
+    </message>
+    <message>
+        <source>&amp;Address to listen on:</source>
+        <translation>Empfangsa&amp;dresse:</translation>
+    </message>
+    <message>
+        <source>An address of this computer; 0.0.0.0 is all of them</source>
+        <translation>Eine Adresse dieses Rechners; 0.0.0.0 sind alle</translation>
+    </message>
+    <message>
+        <source>UDP: listen for datagrams</source>
+        <translation>UDP: Datagramme empfangen</translation>
     </message>
 </context>
 <context>
@@ -2107,10 +2145,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>simulated vehicle</source>
         <translation>simuliertes Fahrzeug</translation>
-    </message>
-    <message>
-        <source>standard input</source>
-        <translation>Standardeingabe</translation>
     </message>
     <message>
         <source>The schema could not be loaded.</source>

@@ -1,20 +1,23 @@
 #include "dumpoptions.h"
 
+#include "inputhelp.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
 DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions* options, QString* text)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Prints the messages of a recording or a live stream: one JSON object a line and message.\n\n"
-        "INPUT is a file, \"-\" for standard input, udp:[ADDRESS][:PORT] to listen for datagrams, tcp:HOST[:PORT], or\n"
-        "ws://HOST[:PORT] for a Foxglove server. Of a file or standard input the format is found out: MAVLink with\n"
-        "times (tlog) or without (raw), MCAP, or, with --type, messages of Protocol Buffers with lengths between "
-        "them.\n"
-        "UDP and TCP bring raw MAVLink or, with --type, one message a datagram and messages with varint lengths.\n"
-        "Problems go to the error stream. Exit status: 0; 1 for wrong usage; 2 for an input or a definition that\n"
-        "cannot be read, an input that is not recognised, and an output that cannot be written."));
+    parser.setApplicationDescription(
+        QStringLiteral(
+            "Prints the messages of a recording or a live stream: one JSON object a line and message.\n\n"
+            "INPUT is one of\n%1\n\nOf a file or standard input the format is found out: MAVLink with\n"
+            "times (tlog) or without (raw), MCAP, or, with --type, messages of Protocol Buffers with lengths between "
+            "them.\n"
+            "UDP and TCP bring raw MAVLink or, with --type, one message a datagram and messages with varint lengths.\n"
+            "Problems go to the error stream. Exit status: 0; 1 for wrong usage; 2 for an input or a definition that\n"
+            "cannot be read, an input that is not recognised, and an output that cannot be written.")
+            .arg(inputHelp()));
     const QCommandLineOption interpreted(QStringLiteral("interpreted"),
                                          QStringLiteral("Print values as people read them, with units and names."));
     const QCommandLineOption stats(QStringLiteral("stats"),

@@ -1,5 +1,6 @@
 #include "monitoroptions.h"
 
+#include "inputhelp.h"
 #include "recordingopener.h"
 
 #include <QCommandLineParser>
@@ -54,11 +55,10 @@ void MonitorOptions::read(const QCoreApplication& application)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QLatin1String("Shows live what a device says: every field of every message type."));
+        QStringLiteral("Shows live what a device says: every field of every message type.\n\nAn input is one of\n%1")
+            .arg(inputHelp()));
     parser.addPositionalArgument(QLatin1String("input"),
-                                 QLatin1String("A recording, \"-\" for standard input, udp:ADDRESS:PORT to listen, "
-                                               "tcp:HOST:PORT to connect, or ws://HOST:PORT for a Foxglove server. "
-                                               "Without one a simulated vehicle is shown."),
+                                 QLatin1String("What to show. Without one a simulated vehicle is shown."),
                                  QLatin1String("[input...]"));
     parser.addOptions({
         {QLatin1String("dialect"), QLatin1String("Use the MAVLink definitions in <file>."), QLatin1String("file")},

@@ -4,31 +4,27 @@
 #include "corvelframework_export.h"
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 #include <QVector>
 
+struct InputKind;
 struct StreamProblem;
 
 /** Where bytes come from, as a user names it. */
 struct CORVELFRAMEWORK_EXPORT InputAddress
 {
-    enum Kind
-    {
-        File,          ///< a path
-        StandardInput, ///< "-"
-        UdpListen,     ///< "udp:", "udp::PORT", "udp:ADDRESS", "udp:ADDRESS:PORT"; 0.0.0.0:14550 unless told
-        TcpConnect,    ///< "tcp:HOST", "tcp:HOST:PORT"; port 5760 unless told
-        WebSocket      ///< "ws://HOST", "ws://HOST:PORT/PATH", "wss://...": a Foxglove server; port 8765 unless told
-    };
-
     /** Standard input. */
     InputAddress();
+    /** The file at @p path, also one whose name begins like a scheme. */
+    static InputAddress ofFile(const QString& path);
 
     /**
-     * Reads an address as it is typed on a command line.
+     * Reads an address as it is typed on a command line: each InputKind says what its own look like.
      *
-     * What names no scheme is a path; a file whose name begins like a scheme is named as "./udp:x". "udp://" and
-     * "tcp://" are allowed too. An IPv6 address stands in brackets: "udp:[::]:14550".
+     * What names no scheme is a path; a file whose name begins like a scheme is named as "./udp:x". "udp://" is the
+     * same as "udp:". An IPv6 address stands in brackets: "udp:[::]:14550". Parameters stand behind a question mark,
+     * "?baud=57600&format=8N1"; in their values "&" and "%" are written as "%26" and "%25".
      *
      * @param address  left alone when false is returned; must not be null
      * @param error    set when false is returned: what is wrong, with the text; must not be null
@@ -38,10 +34,16 @@ struct CORVELFRAMEWORK_EXPORT InputAddress
     /** The text that parse() would read this address from. */
     QString toString() const;
 
-    Kind kind;
-    QString path; ///< of a file, or the whole URL of a WebSocket; else empty
-    QString host; ///< address to bind, or host to connect to; an IPv6 address without brackets; else empty
-    quint16 port; ///< 0 where there is none
+    /** What is said for a field of the kind, in @p name: path, host, port or parameter, or what that is unless told. */
+    QString getValue(const QString& name) const;
+    /** Says something for a field. What is not to be, such as a port that is no number, parse() finds in toString(). */
+    void setValue(const QString& name, const QString& value);
+
+    const InputKind* kind; ///< never null
+    QString path;          ///< of a file or device, or a whole URL; else empty
+    QString host;          ///< address to bind, or host to connect to; an IPv6 address without brackets; else empty
+    quint16 port;          ///< 0 where there is none
+    QMap<QString, QString> parameters; ///< what was told of them, by name
 };
 
 /**

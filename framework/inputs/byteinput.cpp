@@ -1,10 +1,7 @@
 #include "byteinput.h"
 
-#include "fileinput.h"
-#include "foxgloveinput.h"
+#include "inputkind.h"
 #include "streamdecoder.h"
-#include "tcpinput.h"
-#include "udpinput.h"
 
 #include <QCoreApplication>
 
@@ -43,16 +40,5 @@ void ByteInput::setError(const QString& reason)
 
 ByteInput* ByteInput::create(const InputAddress& address)
 {
-    switch (address.kind) {
-    case InputAddress::UdpListen:
-        return new UdpInput(address);
-    case InputAddress::TcpConnect:
-        return new TcpInput(address);
-    case InputAddress::WebSocket:
-        return new FoxgloveInput(address);
-    case InputAddress::File:
-    case InputAddress::StandardInput:
-        break;
-    }
-    return new FileInput(address);
+    return address.kind->create(address);
 }

@@ -1,5 +1,6 @@
 #include "recordingopener.h"
 
+#include "inputkind.h"
 #include "mavlinkstreamdecoder.h"
 #include "mcapindex.h"
 #include "mcapstreamdecoder.h"
@@ -77,12 +78,9 @@ private:
     bool makeDecoder();
     bool makeDelimited();
     bool fail(const QString& reason);
-    bool isSocket() const
-    {
-        return m_address.kind == InputAddress::UdpListen || m_address.kind == InputAddress::TcpConnect;
-    }
+    bool isLive() const { return m_address.kind->isLive(); }
 
-    bool isFile() const { return m_address.kind == InputAddress::File && QFileInfo(m_address.path).isFile(); }
+    bool isFile() const { return m_address.kind->isFile() && QFileInfo(m_address.path).isFile(); }
 
     const InputAddress m_address;
     RecordingOptions m_options; // what was not told is filled in
@@ -99,7 +97,7 @@ bool Opener::fail(const QString& reason)
 
 bool Opener::mustLook() const
 {
-    if (isSocket() || m_address.kind == InputAddress::WebSocket)
+    if (isLive())
         return false;
     return m_options.format == RecordingOptions::DetectFormat ||
            (m_options.format == RecordingOptions::DelimitedFormat && !m_options.hasFraming);
@@ -194,8 +192,8 @@ bool Opener::makeDelimited()
     if (!info)
         return fail(error);
     if (!m_options.hasFraming)
-        m_options.framing = m_address.kind == InputAddress::UdpListen ? ProtobufStreamDecoder::DatagramFraming
-                                                                      : ProtobufStreamDecoder::VarintFraming;
+        m_options.framing = m_address.kind->isDatagram() ? ProtobufStreamDecoder::DatagramFraming
+                                                         : ProtobufStreamDecoder::VarintFraming;
     m_result.decoder.reset(new ProtobufStreamDecoder(m_options.protobuf, info, m_options.framing));
     return true;
 }
@@ -215,9 +213,8 @@ bool Opener::makeDecoder()
     case RecordingOptions::McapFormat:
         break;
     }
-    const bool live = isSocket() || m_address.kind == InputAddress::WebSocket;
     std::unique_ptr<McapStreamDecoder> decoder(
-        new McapStreamDecoder(m_options.protobuf, live ? McapStreamDecoder::Live : McapStreamDecoder::Recording));
+        new McapStreamDecoder(m_options.protobuf, isLive() ? McapStreamDecoder::Live : McapStreamDecoder::Recording));
     if (isFile())
         m_result.index.reset(new LaterMcapIndex(m_address.path, decoder.get()));
     m_result.decoder = std::move(decoder);
@@ -226,9 +223,10 @@ bool Opener::makeDecoder()
 
 OpenedRecording Opener::run()
 {
-    if (m_address.kind == InputAddress::WebSocket)
-        m_options.format = RecordingOptions::McapFormat;
-    else if (isSocket() && m_options.format == RecordingOptions::DetectFormat && !m_options.typeName.isEmpty())
+    const QString given = QLatin1String(m_address.kind->container);
+    if (!given.isEmpty())
+        RecordingOptions::parseFormat(given, &m_options.format);
+    else if (isLive() && m_options.format == RecordingOptions::DetectFormat && !m_options.typeName.isEmpty())
         m_options.format = RecordingOptions::DelimitedFormat;
     if ((mustLook() && !look()) || !makeDecoder()) {
         m_result.input.reset();

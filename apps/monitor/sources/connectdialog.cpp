@@ -1,5 +1,7 @@
 #include "connectdialog.h"
 
+#include "addressform.h"
+
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -10,38 +12,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSpinBox>
 #include <QStyle>
 #include <QVBoxLayout>
-
-namespace
-{
-
-QString definitionsFilter()
-{
-    return ConnectDialog::tr("Definitions (*.xml *.proto *.desc *.pb *.bin);;All files (*)");
-}
-
-// An IPv6 address stands in brackets.
-QString bracketed(const QString& host)
-{
-    return host.contains(QLatin1Char(':')) && !host.startsWith(QLatin1Char('['))
-               ? QLatin1Char('[') + host + QLatin1Char(']')
-               : host;
-}
-
-} // namespace
 
 ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidget* parent)
     : QDialog(parent)
     , m_factory(factory)
     , m_opener(opener)
-    , m_kind(new QComboBox)
-    , m_addressLabel(new QLabel)
-    , m_address(new QLineEdit)
-    , m_browse(new QPushButton(tr("&Browse...")))
-    , m_portLabel(new QLabel(tr("&Port:")))
-    , m_port(new QSpinBox)
+    , m_address(new AddressForm)
     , m_definitions(new QLineEdit)
     , m_imports(new QLineEdit)
     , m_type(new QComboBox)
@@ -49,29 +27,6 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     , m_error(new QLabel)
 {
     setWindowTitle(tr("Connect"));
-    m_kind->addItems({tr("UDP: listen for datagrams"), tr("TCP: connect to a server"),
-                      tr("WebSocket: a Foxglove server"), tr("A recording or a device file"), tr("Standard input")});
-    m_kind->setAccessibleName(tr("Kind of source"));
-    m_kind->setToolTip(tr("Where the messages come from"));
-    m_address->setAccessibleName(tr("Address"));
-    m_addressLabel->setBuddy(m_address);
-    m_port->setRange(1, 65535);
-    m_port->setAccessibleName(tr("Port"));
-    m_port->setToolTip(tr("The number of the port"));
-    m_portLabel->setBuddy(m_port);
-    m_browse->setToolTip(tr("Choose a file"));
-    connect(m_kind, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ConnectDialog::followKind);
-    connect(m_browse, &QPushButton::clicked, this, [this]() {
-        browse(m_address, tr("Open Recording"), tr("Recordings (*.tlog *.mavlink *.mcap *.osi *.bin);;All files (*)"));
-    });
-    QFormLayout* const source = new QFormLayout;
-    source->addRow(tr("&Kind:"), m_kind);
-    QHBoxLayout* const addressRow = new QHBoxLayout;
-    addressRow->addWidget(m_address, 1);
-    addressRow->addWidget(m_browse);
-    source->addRow(m_addressLabel, addressRow);
-    source->addRow(m_portLabel, m_port);
-
     QPushButton* const browseDefinitions = new QPushButton(tr("Bro&wse..."));
     m_definitions->setPlaceholderText(tr("those in use, or the source's own"));
     m_definitions->setAccessibleName(tr("File of definitions"));
@@ -90,7 +45,12 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     m_framing->setAccessibleName(tr("Framing"));
     m_framing->setToolTip(tr("How messages lie in the stream"));
     connect(browseDefinitions, &QPushButton::clicked, this, [this]() {
-        browse(m_definitions, tr("Load Definitions"), definitionsFilter());
+        const QString path =
+            QFileDialog::getOpenFileName(this, tr("Load Definitions"), m_definitions->text(),
+                                         tr("Definitions (*.xml *.proto *.desc *.pb *.bin);;All files (*)"));
+        if (path.isEmpty())
+            return;
+        m_definitions->setText(path);
         followDefinitions();
     });
     connect(m_definitions, &QLineEdit::editingFinished, this, &ConnectDialog::followDefinitions);
@@ -125,48 +85,13 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     connect(buttons, &QDialogButtonBox::rejected, this, &ConnectDialog::reject);
 
     QVBoxLayout* const layout = new QVBoxLayout(this);
-    layout->addLayout(source);
+    layout->addWidget(m_address);
     layout->addWidget(group);
     layout->addLayout(errorRow);
     layout->addStretch(1);
     layout->addWidget(buttons);
     resize(fontMetrics().averageCharWidth() * 80, sizeHint().height());
-    followKind();
     followDefinitions();
-}
-
-void ConnectDialog::followKind()
-{
-    const int kind = m_kind->currentIndex();
-    const bool hasPort = kind == UdpKind || kind == TcpKind;
-    m_portLabel->setVisible(hasPort);
-    m_port->setVisible(hasPort);
-    m_browse->setVisible(kind == FileKind);
-    m_address->setEnabled(kind != StandardInputKind);
-    switch (kind) {
-    case UdpKind:
-        m_addressLabel->setText(tr("&Address to listen on:"));
-        m_address->setText(QLatin1String("0.0.0.0"));
-        m_port->setValue(14550);
-        break;
-    case TcpKind:
-        m_addressLabel->setText(tr("&Host:"));
-        m_address->setText(QLatin1String("localhost"));
-        m_port->setValue(5760);
-        break;
-    case WebSocketKind:
-        m_addressLabel->setText(tr("&Address:"));
-        m_address->setText(QLatin1String("ws://localhost:8765"));
-        break;
-    case FileKind:
-        m_addressLabel->setText(tr("Fil&e:"));
-        m_address->clear();
-        break;
-    default:
-        m_addressLabel->setText(tr("&Address:"));
-        m_address->clear();
-    }
-    m_address->setToolTip(m_addressLabel->text().remove(QLatin1Char('&')).remove(QLatin1Char(':')));
 }
 
 // A schema is read as soon as it is named, so that its types can be chosen and its faults are seen.
@@ -193,30 +118,10 @@ void ConnectDialog::followDefinitions()
         m_type->setCurrentText(chosen);
 }
 
-void ConnectDialog::browse(QLineEdit* edit, const QString& title, const QString& filter)
-{
-    const QString path = QFileDialog::getOpenFileName(this, title, edit->text(), filter);
-    if (!path.isEmpty())
-        edit->setText(path);
-}
-
 SourceOptions ConnectDialog::getOptions() const
 {
     SourceOptions options;
-    const QString address = m_address->text().trimmed();
-    switch (m_kind->currentIndex()) {
-    case UdpKind:
-        options.address = QString::fromLatin1("udp:%1:%2").arg(bracketed(address)).arg(m_port->value());
-        break;
-    case TcpKind:
-        options.address = QString::fromLatin1("tcp:%1:%2").arg(bracketed(address)).arg(m_port->value());
-        break;
-    case StandardInputKind:
-        options.address = QLatin1String("-");
-        break;
-    default:
-        options.address = address;
-    }
+    options.address = m_address->getAddress().toString();
     options.definitions = m_definitions->text().trimmed();
     if (options.isSchema()) {
         options.importPaths = m_imports->text().split(QDir::listSeparator());
@@ -231,13 +136,8 @@ void ConnectDialog::setOptions(const SourceOptions& options)
 {
     InputAddress address;
     QString error;
-    if (InputAddress::parse(options.address, &address, &error)) {
-        static const int kinds[] = {FileKind, StandardInputKind, UdpKind, TcpKind, WebSocketKind};
-        m_kind->setCurrentIndex(kinds[address.kind]);
-        m_address->setText(address.host.isEmpty() ? address.path : address.host);
-        if (address.port)
-            m_port->setValue(address.port);
-    }
+    if (InputAddress::parse(options.address, &address, &error))
+        m_address->setAddress(address);
     m_definitions->setText(options.definitions);
     m_imports->setText(options.importPaths.join(QDir::listSeparator()));
     followDefinitions();

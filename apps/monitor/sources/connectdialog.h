@@ -7,12 +7,10 @@
 
 #include <functional>
 
+class AddressForm;
 class QComboBox;
-class QDialogButtonBox;
 class QLabel;
 class QLineEdit;
-class QPushButton;
-class QSpinBox;
 
 /** Asks for a source and the definitions that its messages are decoded with. Stays until it is open or given up. */
 class ConnectDialog : public QDialog
@@ -33,28 +31,12 @@ public:
     void accept() override;
 
 private:
-    enum Kind
-    {
-        UdpKind,
-        TcpKind,
-        WebSocketKind,
-        FileKind,
-        StandardInputKind
-    };
-
-    void followKind();
     void followDefinitions();
-    void browse(QLineEdit* edit, const QString& title, const QString& filter);
     void showError(const QString& text);
 
     SourceFactory* m_factory;
     Opener m_opener;
-    QComboBox* m_kind;
-    QLabel* m_addressLabel;
-    QLineEdit* m_address;
-    QPushButton* m_browse;
-    QLabel* m_portLabel;
-    QSpinBox* m_port;
+    AddressForm* m_address;
     QLineEdit* m_definitions;
     QLineEdit* m_imports;
     QComboBox* m_type;

@@ -3,6 +3,7 @@
 #include "annotations.h"
 #include "detectingdecoder.h"
 #include "formatregistry.h"
+#include "inputkind.h"
 #include "mavlinkdialect.h"
 #include "mavlinkstreamdecoder.h"
 #include "protobufformat.h"
@@ -130,23 +131,21 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     InputAddress address;
     if (!InputAddress::parse(options.address, &address, error))
         return false;
-    const bool isFile = address.kind == InputAddress::File;
+    const bool isFile = address.kind->isFile();
     if (isFile && QFileInfo(address.path).isDir()) {
         *error = QCoreApplication::translate("SourceFactory", "%1 is a folder.").arg(address.path);
         return false;
     }
-    parts->name = isFile ? QFileInfo(address.path).fileName()
-                  : address.kind == InputAddress::StandardInput
-                      ? QCoreApplication::translate("SourceFactory", "standard input")
-                      : address.toString();
+    std::unique_ptr<ByteInput> input(ByteInput::create(address));
+    parts->name = isFile ? QFileInfo(address.path).fileName() : input->getName();
     if (isFile)
         parts->path = QFileInfo(address.path).absoluteFilePath();
-    parts->isLive = !isFile && address.kind != InputAddress::StandardInput;
-    const bool isPipe = address.kind == InputAddress::StandardInput ||
-                        (isFile && QFileInfo::exists(address.path) && !QFileInfo(address.path).isFile());
+    parts->isLive = address.kind->isLive();
+    const bool isPipe =
+        !parts->isLive && (!isFile || (QFileInfo::exists(address.path) && !QFileInfo(address.path).isFile()));
     if (isPipe && !options.isSchema()) {
         // What comes through it is not waited for here.
-        parts->input.reset(ByteInput::create(address));
+        parts->input = std::move(input);
         parts->decoder.reset(new DetectingDecoder(dialect, protobufFormat()));
         return true;
     }
@@ -159,7 +158,7 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
         loadSchema(options, error);
         if (!error->isEmpty())
             return false;
-        if (isPipe || !isFile)
+        if (isPipe || parts->isLive)
             recording.format = RecordingOptions::DelimitedFormat;
         recording.hasFraming = RecordingOptions::parseFraming(options.framing, &recording.framing) || isPipe;
     }

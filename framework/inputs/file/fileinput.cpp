@@ -18,16 +18,37 @@ const int PieceSize = 64 * 1024;
 
 QString nameOf(const InputAddress& address)
 {
-    if (address.kind == InputAddress::StandardInput)
+    if (address.kind == &StandardInputKind)
         return QCoreApplication::translate("ByteInput", "standard input");
     return address.path;
 }
 
+ByteInput* create(const InputAddress& address)
+{
+    return new FileInput(address);
+}
+
+const InputField NoFields[] = {{}};
+
+const InputField FileFields[] = {{"path", QT_TRANSLATE_NOOP("InputKind", "Fil&e:"),
+                                  QT_TRANSLATE_NOOP("InputKind", "The path of the file"), "", InputField::FileEditor,
+                                  nullptr, false},
+                                 {}};
+
 } // namespace
+
+const InputKind FileInputKind = {"",      QT_TRANSLATE_NOOP("InputKind", "A recording or a device file"),
+                                 "FILE",  "flight.tlog",
+                                 0,       InputKind::FileProperty,
+                                 "",      FileFields,
+                                 nullptr, create};
+
+const InputKind StandardInputKind = {
+    "-", QT_TRANSLATE_NOOP("InputKind", "Standard input"), "-", "-", 0, 0, "", NoFields, nullptr, create};
 
 FileInput::FileInput(const InputAddress& address)
     : ByteInput(nameOf(address))
-    , m_standardInput(address.kind == InputAddress::StandardInput)
+    , m_standardInput(address.kind == &StandardInputKind)
     , m_path(QFile::encodeName(address.path))
     , m_descriptor(-1)
     , m_cancelPipe{-1, -1}

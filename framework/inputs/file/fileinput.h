@@ -2,6 +2,12 @@
 #define FILEINPUT_H
 
 #include "byteinput.h"
+#include "inputkind.h"
+
+/** Files, and what else has a path. */
+extern const InputKind FileInputKind;
+/** What another program writes into this one. */
+extern const InputKind StandardInputKind;
 
 /**
  * Reads a file, standard input, or what else a path can name: a named pipe, a serial device.

@@ -67,7 +67,44 @@ bool isBinary(const QByteArray& schemaEncoding)
     return schemaEncoding == "protobuf" || schemaEncoding == "flatbuffer";
 }
 
+const quint16 DefaultPort = 8765;
+
+bool check(InputAddress* address, QString* reason)
+{
+    QUrl url(address->path, QUrl::StrictMode);
+    *reason = QCoreApplication::translate("InputAddress", "this is no address; ws://HOST:PORT is one");
+    if (!url.isValid() || url.host().isEmpty() || url.port() == 0)
+        return false;
+    if (url.port() < 0)
+        url.setPort(DefaultPort);
+    address->path = url.toString(QUrl::FullyEncoded);
+    address->host = url.host();
+    address->port = quint16(url.port());
+    return true;
+}
+
+ByteInput* create(const InputAddress& address)
+{
+    return new FoxgloveInput(address);
+}
+
+const InputField Fields[] = {{"path", QT_TRANSLATE_NOOP("InputKind", "&Address:"),
+                              QT_TRANSLATE_NOOP("InputKind", "The address of the server; wss:// is encrypted"),
+                              "ws://localhost:8765", InputField::TextEditor, nullptr, false},
+                             {}};
+
 } // namespace
+
+const InputKind FoxgloveInputKind = {"ws:// wss://",
+                                     QT_TRANSLATE_NOOP("InputKind", "WebSocket: a Foxglove server"),
+                                     "ws://HOST[:PORT][/PATH]",
+                                     "ws://localhost:8765",
+                                     DefaultPort,
+                                     InputKind::LiveProperty | InputKind::WholeUrlProperty,
+                                     "mcap",
+                                     Fields,
+                                     check,
+                                     create};
 
 FoxgloveInput::FoxgloveInput(const InputAddress& address)
     : ByteInput(address.toString())

@@ -3,6 +3,7 @@
 
 #include "byteinput.h"
 
+#include "inputkind.h"
 #include "mcapwriter.h"
 #include "streamdecoder.h"
 
@@ -15,6 +16,8 @@
 class QEventLoop;
 class QJsonObject;
 class QWebSocket;
+
+extern const InputKind FoxgloveInputKind;
 
 /**
  * Receives all channels of a Foxglove WebSocket server and hands them on as an MCAP stream, which ends with an index

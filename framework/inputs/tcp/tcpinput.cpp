@@ -34,7 +34,36 @@ void watchForVanishedHost(QTcpSocket* socket)
 #endif
 }
 
+bool check(InputAddress* address, QString* reason)
+{
+    *reason = QCoreApplication::translate("InputAddress", "no host is named");
+    return !address->host.isEmpty();
+}
+
+ByteInput* create(const InputAddress& address)
+{
+    return new TcpInput(address);
+}
+
+const InputField Fields[] = {
+    {"host", QT_TRANSLATE_NOOP("InputKind", "&Host:"), QT_TRANSLATE_NOOP("InputKind", "Name or address of the server"),
+     "localhost", InputField::TextEditor, nullptr, false},
+    {"port", QT_TRANSLATE_NOOP("InputKind", "&Port:"), QT_TRANSLATE_NOOP("InputKind", "The number of the port"), "5760",
+     InputField::PortEditor, nullptr, false},
+    {}};
+
 } // namespace
+
+const InputKind TcpInputKind = {"tcp:",
+                                QT_TRANSLATE_NOOP("InputKind", "TCP: connect to a server"),
+                                "tcp:HOST[:PORT]",
+                                "tcp:192.168.1.10:5760",
+                                5760,
+                                InputKind::LiveProperty,
+                                "",
+                                Fields,
+                                check,
+                                create};
 
 TcpInput::TcpInput(const InputAddress& address)
     : ByteInput(address.toString())

@@ -2,11 +2,14 @@
 #define TCPINPUT_H
 
 #include "byteinput.h"
+#include "inputkind.h"
 
 #include <atomic>
 #include <memory>
 
 class QTcpSocket;
+
+extern const InputKind TcpInputKind;
 
 /** Receives what a server sends. The end of the connection, whoever ends it, is the end of the input. */
 class TcpInput : public ByteInput

@@ -22,7 +22,40 @@ namespace
 const int ReceiveBufferSize = 4 * 1024 * 1024;
 const int GreatestDatagram = 65535;
 
+bool check(InputAddress* address, QString* reason)
+{
+    if (address->host.isEmpty())
+        address->host = QLatin1String("0.0.0.0");
+    *reason = QCoreApplication::translate("InputAddress", "\"%1\" is no address to listen on; it is written in numbers")
+                  .arg(address->host);
+    return !QHostAddress(address->host).isNull();
+}
+
+ByteInput* create(const InputAddress& address)
+{
+    return new UdpInput(address);
+}
+
+const InputField Fields[] = {{"host", QT_TRANSLATE_NOOP("InputKind", "&Address to listen on:"),
+                              QT_TRANSLATE_NOOP("InputKind", "An address of this computer; 0.0.0.0 is all of them"),
+                              "0.0.0.0", InputField::TextEditor, nullptr, false},
+                             {"port", QT_TRANSLATE_NOOP("InputKind", "&Port:"),
+                              QT_TRANSLATE_NOOP("InputKind", "The number of the port"), "14550", InputField::PortEditor,
+                              nullptr, false},
+                             {}};
+
 } // namespace
+
+const InputKind UdpInputKind = {"udp:",
+                                QT_TRANSLATE_NOOP("InputKind", "UDP: listen for datagrams"),
+                                "udp:[ADDRESS][:PORT]",
+                                "udp:0.0.0.0:14550",
+                                14550,
+                                InputKind::LiveProperty | InputKind::DatagramProperty,
+                                "",
+                                Fields,
+                                check,
+                                create};
 
 #if defined(Q_OS_LINUX)
 /** Datagrams that were received with one call, which takes most of the time that a datagram costs. */

@@ -2,11 +2,14 @@
 #define UDPINPUT_H
 
 #include "byteinput.h"
+#include "inputkind.h"
 
 #include <atomic>
 #include <memory>
 
 class QUdpSocket;
+
+extern const InputKind UdpInputKind;
 
 /** Receives datagrams on a port of its own. */
 class UdpInput : public ByteInput

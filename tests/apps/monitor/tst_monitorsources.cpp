@@ -1,4 +1,3 @@
-#include "connectdialog.h"
 #include "fieldinfo.h"
 #include "formatinfo.h"
 #include "latestmessagesource.h"
@@ -42,7 +41,6 @@ private Q_SLOTS:
     void anMcapStreamThroughAPipeIsRecognised();
     void recordingKeepsDamageAndOutlivesTheProgram();
     void recordingThatFailsLeavesReceptionAlone();
-    void theDialogSaysWhatIsWrongInPlace();
     void timesAreReadAsTheyAreTyped_data();
     void timesAreReadAsTheyAreTyped();
 
@@ -326,43 +324,6 @@ void tst_monitorsources::recordingThatFailsLeavesReceptionAlone()
     for (QMessageBox* box : window.findChildren<QMessageBox*>())
         box->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-void tst_monitorsources::theDialogSaysWhatIsWrongInPlace()
-{
-    SourceFactory factory;
-    int opened = 0;
-    ConnectDialog dialog(&factory, [&](const SourceOptions& options, QString* error) {
-        ++opened;
-        SourceParts parts;
-        return factory.create(options, &parts, error);
-    });
-    SourceOptions options;
-    options.address = "udp:[::1]:14560";
-    dialog.setOptions(options);
-    QCOMPARE(dialog.getOptions().address, options.address);
-    options.address = m_folder.filePath("missing.tlog");
-    dialog.setOptions(options);
-    dialog.accept();
-    QCOMPARE(dialog.result(), 0);
-    QLabel* shown = nullptr;
-    for (QLabel* label : dialog.findChildren<QLabel*>())
-        if (label->accessibleName() == "What is wrong")
-            shown = label;
-    QVERIFY(shown->text().contains("missing.tlog") && !shown->isHidden());
-
-    options.address = "udp:0.0.0.0:14561";
-    options.definitions = writeFile("car.proto", "syntax = \"proto3\";\nmessage Car {\n  double speed = \"x\";\n}\n");
-    dialog.setOptions(options);
-    QVERIFY2(shown->text().contains("car.proto:3:"), qPrintable(shown->text()));
-    options.definitions = writeFile("bus.proto", "syntax = \"proto3\";\nmessage Bus {\n  double speed = 1;\n}\n");
-    options.typeName = "Bus";
-    options.framing = "datagram";
-    dialog.setOptions(options);
-    QVERIFY(shown->isHidden());
-    dialog.accept();
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QCOMPARE(opened, 2);
 }
 
 void tst_monitorsources::timesAreReadAsTheyAreTyped_data()

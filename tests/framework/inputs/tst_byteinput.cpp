@@ -1,4 +1,5 @@
 #include "byteinput.h"
+#include "inputkind.h"
 #include "testbase.h"
 #include "textrows.h"
 #include "waitfor.h"
@@ -74,22 +75,19 @@ quint16 freePort(const QHostAddress& host = QHostAddress::LocalHost)
     return socket.localPort();
 }
 
-/** "udp 0.0.0.0 14550, udp:0.0.0.0:14550": the parts of an address and its own text, or the error. */
+/** "udp: 0.0.0.0 14550, udp:0.0.0.0:14550": the kind, the parts of an address and its own text, or the error. */
 QString partsOf(const QString& given)
 {
-    static const char* const kinds[] = {"file", "stdin", "udp", "tcp"};
     InputAddress address;
     InputAddress reread;
     QString error;
     if (!InputAddress::parse(given, &address, &error))
         return error;
     const QString again = address.toString();
-    if (!InputAddress::parse(again, &reread, &error) || reread.toString() != again)
+    if (!InputAddress::parse(again, &reread, &error) || reread.toString() != again || reread.kind != address.kind)
         return text("it does not read itself");
-    const QString kind = text(kinds[address.kind]) + QLatin1Char(' ');
-    return kind + (address.kind == InputAddress::UdpListen || address.kind == InputAddress::TcpConnect
-                       ? QStringLiteral("%1 %2, %3").arg(address.host).arg(address.port).arg(again)
-                       : again);
+    const QString parts = address.port ? QStringLiteral("%1 %2, ").arg(address.host).arg(address.port) : QString();
+    return text(*address.kind->schemes ? address.kind->schemes : "file") + QLatin1Char(' ') + parts + again;
 }
 
 } // namespace
@@ -138,17 +136,20 @@ private Q_SLOTS:
     void addresses()
     {
         const TextRow rows[] = {
-            {"-", "stdin -"},
+            {"-", "- -"},
             {"flight.tlog", "file flight.tlog"},
             {"./udp:x", "file ./udp:x"},
-            {"udp:", "udp 0.0.0.0 14550, udp:0.0.0.0:14550"},
-            {"udp::14551", "udp 0.0.0.0 14551, udp:0.0.0.0:14551"},
-            {"udp://127.0.0.1:5", "udp 127.0.0.1 5, udp:127.0.0.1:5"},
-            {"udp:[::]:14550", "udp :: 14550, udp:[::]:14550"},
-            {"udp:[::1]", "udp ::1 14550, udp:[::1]:14550"},
-            {"tcp:drone", "tcp drone 5760, tcp:drone:5760"},
-            {"tcp://drone.example:65535", "tcp drone.example 65535, tcp:drone.example:65535"},
-            {"tcp:[fe80::1]:1", "tcp fe80::1 1, tcp:[fe80::1]:1"},
+            {"udp:", "udp: 0.0.0.0 14550, udp:0.0.0.0:14550"},
+            {"udp::14551", "udp: 0.0.0.0 14551, udp:0.0.0.0:14551"},
+            {"udp://127.0.0.1:5", "udp: 127.0.0.1 5, udp:127.0.0.1:5"},
+            {"udp:[::]:14550", "udp: :: 14550, udp:[::]:14550"},
+            {"udp:[::1]", "udp: ::1 14550, udp:[::1]:14550"},
+            {"tcp:drone", "tcp: drone 5760, tcp:drone:5760"},
+            {"tcp://drone.example:65535", "tcp: drone.example 65535, tcp:drone.example:65535"},
+            {"tcp:[fe80::1]:1", "tcp: fe80::1 1, tcp:[fe80::1]:1"},
+            {"wss://host.example/some/path", "ws:// wss:// host.example 8765, wss://host.example:8765/some/path"},
+            {"ws:host", "file ws:host"},
+            {"ws://:99", "ws://:99: this is no address; ws://HOST:PORT is one"},
             {"", "no input is named"},
             {"udp::0", "udp::0: \"0\" is no port; ports are 1 to 65535"},
             {"udp::65536", "udp::65536: \"65536\" is no port; ports are 1 to 65535"},
@@ -224,7 +225,8 @@ private Q_SLOTS:
             if (!sender.bind(QHostAddress(text(host)), 0))
                 continue; // this machine has no such address
             InputAddress address;
-            address.kind = InputAddress::UdpListen;
+            QString error;
+            QVERIFY(InputAddress::parse(text("udp:"), &address, &error));
             address.host = text(host);
             address.port = freePort<QUdpSocket>(QHostAddress(address.host));
             const std::unique_ptr<ByteInput> input(ByteInput::create(address));

@@ -51,11 +51,9 @@ private:
         m_skipped.clear();
         m_unknown = 0;
         m_lastTime = -1;
-        InputAddress address;
-        address.kind = InputAddress::File;
-        address.path = m_path;
-        std::unique_ptr<StreamSource> source(new StreamSource(
-            ByteInput::create(address), new MavlinkStreamDecoder(m_dialect.get(), MavlinkStreamDecoder::TlogLayout)));
+        std::unique_ptr<StreamSource> source(
+            new StreamSource(ByteInput::create(InputAddress::ofFile(m_path)),
+                             new MavlinkStreamDecoder(m_dialect.get(), MavlinkStreamDecoder::TlogLayout)));
         source->setIndex(new TlogIndex(m_path, m_dialect.get()));
         StreamSource::Playback playback;
         playback.factor = 0;

@@ -146,9 +146,7 @@ private Q_SLOTS:
         QByteArray bytes = header() + schemaRecord(1, "demo") + channelRecord(1, 1, "/a");
         for (int i = 0; i < 1000; ++i)
             bytes += messageRecord(1, i);
-        InputAddress address;
-        address.kind = InputAddress::File;
-        address.path = write(bytes);
+        const InputAddress address = InputAddress::ofFile(write(bytes));
         ProtobufFormat format;
         RecordingOptions options;
         options.protobuf = &format;

@@ -248,16 +248,6 @@ private Q_SLOTS:
         QVERIFY(timer.elapsed() < 1000);
         QVERIFY(input->getErrorString().endsWith(QLatin1String("cancelled")));
     }
-
-    void addresses()
-    {
-        InputAddress address = addressOf(QStringLiteral("wss://host.example/some/path"));
-        QCOMPARE(int(address.kind), int(InputAddress::WebSocket));
-        QCOMPARE(address.toString(), QStringLiteral("wss://host.example:8765/some/path"));
-        QString error;
-        QVERIFY(!InputAddress::parse(QStringLiteral("ws://:99"), &address, &error));
-        QCOMPARE(error, QStringLiteral("ws://:99: this is no address; ws://HOST:PORT is one"));
-    }
 };
 
 QTEST_GUILESS_MAIN(TestFoxgloveInput)

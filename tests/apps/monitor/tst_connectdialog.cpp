@@ -1,0 +1,116 @@
+#include "addressform.h"
+#include "connectdialog.h"
+#include "testbase.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QProcess>
+#include <QTemporaryDir>
+
+/** What asks for a source, and what else tells which there are. */
+class tst_connectdialog : public TestBase
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+
+    QString writeFile(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(m_folder.filePath(name));
+        const bool good = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+        return good ? file.fileName() : QString();
+    }
+
+    static QString helpOf(const QString& program)
+    {
+        QProcess process;
+        process.start(program, {"--help"});
+        process.waitForFinished();
+        return QString::fromUtf8(process.readAllStandardOutput());
+    }
+
+    static QString pageOf(const QString& program)
+    {
+        QFile file(QString(CORVEL_MAN_PAGES "/%1.1").arg(program));
+        file.open(QIODevice::ReadOnly);
+        return QString::fromUtf8(file.readAll()).replace("\\-", "-");
+    }
+
+    /** What an address says, whether it was told or is so anyway. */
+    static QStringList valuesOf(const QString& text)
+    {
+        InputAddress address;
+        QString error;
+        if (!InputAddress::parse(text, &address, &error))
+            return {error};
+        QStringList values{address.kind->title};
+        for (const InputField& field : address.kind->getFields())
+            values.append(address.getValue(field.name));
+        return values;
+    }
+
+private Q_SLOTS:
+    void everyKindOfInputIsToldOfEverywhere()
+    {
+        SourceFactory factory;
+        ConnectDialog dialog(&factory, ConnectDialog::Opener());
+        const QComboBox* const offered = dialog.findChild<AddressForm*>()->findChild<QComboBox*>();
+        const QStringList texts{helpOf(CORVEL_DUMP_PROGRAM), helpOf(CORVEL_MONITOR_PROGRAM), pageOf("corvel-dump"),
+                                pageOf("corvel-monitor")};
+        for (const InputKind* kind : InputKind::getAll()) {
+            for (const QString& text : texts) {
+                QVERIFY2(text.contains(QString("\n  %1\n").arg(kind->usage)) ||
+                             text.contains(QString("\n.B %1\n").arg(kind->usage)),
+                         qPrintable(kind->usage + text));
+                QVERIFY2(text.contains(kind->title) && text.contains(kind->example), qPrintable(kind->title + text));
+            }
+            QVERIFY2(offered->findText(kind->getTitle()) >= 0, kind->title);
+            SourceOptions options;
+            options.address = kind->example;
+            dialog.setOptions(options);
+            QCOMPARE(valuesOf(dialog.getOptions().address), valuesOf(kind->example));
+        }
+    }
+
+    void saysWhatIsWrongInPlace()
+    {
+        SourceFactory factory;
+        int opened = 0;
+        ConnectDialog dialog(&factory, [&](const SourceOptions& options, QString* error) {
+            ++opened;
+            SourceParts parts;
+            return factory.create(options, &parts, error);
+        });
+        SourceOptions options;
+        options.address = "udp:[::1]:14560";
+        dialog.setOptions(options);
+        QCOMPARE(dialog.getOptions().address, options.address);
+        options.address = m_folder.filePath("missing.tlog");
+        dialog.setOptions(options);
+        dialog.accept();
+        QCOMPARE(dialog.result(), 0);
+        QLabel* shown = nullptr;
+        for (QLabel* label : dialog.findChildren<QLabel*>())
+            if (label->accessibleName() == "What is wrong")
+                shown = label;
+        QVERIFY(shown->text().contains("missing.tlog") && !shown->isHidden());
+
+        options.address = "udp:0.0.0.0:14561";
+        options.definitions =
+            writeFile("car.proto", "syntax = \"proto3\";\nmessage Car {\n  double speed = \"x\";\n}\n");
+        dialog.setOptions(options);
+        QVERIFY2(shown->text().contains("car.proto:3:"), qPrintable(shown->text()));
+        options.definitions = writeFile("bus.proto", "syntax = \"proto3\";\nmessage Bus {\n  double speed = 1;\n}\n");
+        options.typeName = "Bus";
+        options.framing = "datagram";
+        dialog.setOptions(options);
+        QVERIFY(shown->isHidden());
+        dialog.accept();
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QCOMPARE(opened, 2);
+    }
+};
+
+QTEST_MAIN(tst_connectdialog)
+#include "tst_connectdialog.moc"
