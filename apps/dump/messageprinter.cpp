@@ -61,7 +61,7 @@ void MessagePrinter::appendSelected(const Message* message, const QVector<Select
             m_line.push_back(',');
         appendString(&m_line, selected.key);
         m_line.push_back(':');
-        if (!m_json.appendMatch(selected.match, message, &m_line))
+        if (!m_json.appendWalk(FieldWalk(selected.path, message), &m_line))
             m_line.resize(end);
     }
     m_line.push_back('}');

@@ -2,18 +2,17 @@
 
 #include "fieldinfo.h"
 #include "formatregistry.h"
+#include "pathexpression.h"
 
 #include <algorithm>
 #include <utility>
 
-static QString keyOf(const PathExpression::Match& match)
+static QString keyOf(const FieldPath& path)
 {
     QStringList names;
-    for (int i = 0; i < match.fieldInfos.size(); ++i) {
-        QString name = match.fieldInfos.at(i)->getName();
-        if (match.indexes.at(i) >= 0)
-            name += QStringLiteral("[%1]").arg(match.indexes.at(i));
-        names.append(name);
+    for (const FieldPath::Step& step : path.getSteps()) {
+        const bool isNumbered = step.index >= 0 && step.field->isRepeated();
+        names.append(step.field->getName() + (isNumbered ? QStringLiteral("[%1]").arg(step.index) : QString()));
     }
     return names.join(QLatin1Char('/'));
 }
@@ -21,8 +20,13 @@ static QString keyOf(const PathExpression::Match& match)
 // What is printed under one key is the same for "[*]" as for no index.
 static bool contains(const QVector<Selection::Field>& fields, const Selection::Field& field)
 {
+    const auto isSame = [](const FieldPath::Step& one, const FieldPath::Step& other) {
+        return one.field == other.field;
+    };
     return std::any_of(fields.begin(), fields.end(), [&](const Selection::Field& other) {
-        return other.key == field.key && other.match.fieldInfos == field.match.fieldInfos;
+        const QVector<FieldPath::Step>& steps = other.path.getSteps();
+        return other.key == field.key && std::equal(steps.begin(), steps.end(), field.path.getSteps().begin(),
+                                                    field.path.getSteps().end(), isSame);
     });
 }
 
@@ -69,10 +73,10 @@ bool Selection::resolve(QString* error)
         if (infos.isEmpty() && m_complaint.isEmpty())
             m_complaint = QStringLiteral("--select \"%1\" names nothing in the definitions").arg(text);
         if (named) {
-            const QVector<PathExpression::Match> matches = expression.getMatches();
-            for (const PathExpression::Match& match : matches) {
-                const Field field{match, keyOf(match)};
-                QVector<Field>& fields = m_fields[match.messageInfo];
+            const QVector<FieldPath> paths = expression.getMatches();
+            for (const FieldPath& path : paths) {
+                const Field field{path, keyOf(path)};
+                QVector<Field>& fields = m_fields[path.getMessageInfo()];
                 if (!contains(fields, field))
                     fields.append(field);
             }

@@ -1,7 +1,7 @@
 #ifndef SELECTION_H
 #define SELECTION_H
 
-#include "pathexpression.h"
+#include "fieldpath.h"
 
 #include <QHash>
 #include <QSet>
@@ -17,7 +17,7 @@ public:
     /** A field to print: the way to it, and the key to print it under. */
     struct Field
     {
-        PathExpression::Match match;
+        FieldPath path;
         QString key;
     };
 

@@ -9,24 +9,10 @@
 
 using namespace JsonText;
 
-static bool isHidden(const FieldInfo* field)
-{
-    return field->isConfidential() && !Corvel::confidentialInformationDisplayEnabled();
-}
-
 // A repeated field without elements is an empty array, unless the message can lack it.
 static bool isAbsent(const FieldInfo* field, unsigned int count)
 {
     return count == 0 && (!field->isRepeated() || field->isOptional());
-}
-
-// A component has the index of the field that it is a part of.
-static int indexOf(const PathExpression::Match& match, int level)
-{
-    const int index = match.indexes.at(level);
-    const bool isComponent =
-        level > 0 && match.fieldInfos.at(level - 1)->getType().getTypeCode() != FieldType::SubMessageType;
-    return index < 0 && isComponent ? indexOf(match, level - 1) : index;
 }
 
 MessageJson::MessageJson(bool interpreted)
@@ -94,18 +80,18 @@ void MessageJson::appendFields(const Message* message, std::string* line)
 
 void MessageJson::appendField(const FieldInfo* field, const Message* message, unsigned int count, std::string* line)
 {
-    if (isHidden(field)) {
+    if (Corvel::isHidden(field)) {
         line->append("null");
     } else if (field->isStringField()) {
         appendText(field, message, count, line);
     } else if (!field->isRepeated()) {
-        appendValue(field, field->getValue(message, 0), line);
+        appendShown(field, field->getValue(message, 0), line);
     } else {
         line->push_back('[');
         Separator separator(line);
         for (unsigned int i = 0; i < count; ++i) {
             separator.next();
-            appendValue(field, field->getValue(message, i), line);
+            appendShown(field, field->getValue(message, i), line);
         }
         line->push_back(']');
     }
@@ -124,11 +110,9 @@ void MessageJson::appendText(const FieldInfo* field, const Message* message, uns
     appendString(line, m_characters.data(), m_characters.size());
 }
 
-void MessageJson::appendValue(const FieldInfo* field, const FieldValue& value, std::string* line)
+void MessageJson::appendShown(const FieldInfo* field, const FieldValue& value, std::string* line)
 {
-    if (isHidden(field))
-        line->append("null");
-    else if (const Message* const subMessage = value.getSubMessage())
+    if (const Message* const subMessage = value.getSubMessage())
         appendFields(subMessage, line);
     else if (m_interpreted)
         appendString(line, field->getInterpretedString(value, true));
@@ -136,42 +120,38 @@ void MessageJson::appendValue(const FieldInfo* field, const FieldValue& value, s
         appendRawValue(value, line);
 }
 
-bool MessageJson::appendMatch(const PathExpression::Match& match, const Message* holder, std::string* line, int level)
+bool MessageJson::appendWalk(const FieldWalk& walk, std::string* line)
 {
-    const FieldInfo* const field = match.fieldInfos.at(level);
-    const unsigned int count = field->getValueCount(holder);
-    const int index = indexOf(match, level);
-    if (index < 0 ? isAbsent(field, count) : static_cast<unsigned int>(index) >= count)
-        return false;
-    if (isHidden(field)) {
+    switch (walk.getEnd()) {
+    case FieldWalk::WholeMessage:
+        appendFields(walk.getHolder(), line);
+        return true;
+    case FieldWalk::OneValue:
+        appendShown(walk.getField(), walk.getValue(), line);
+        return true;
+    case FieldWalk::AllValues:
+        appendField(walk.getField(), walk.getHolder(), walk.getCount(), line);
+        return true;
+    case FieldWalk::Hidden:
         line->append("null");
         return true;
-    }
-    if (level == match.fieldInfos.size() - 1) {
-        if (index < 0)
-            appendField(field, holder, count, line);
-        else
-            appendValue(field, field->getValue(holder, static_cast<unsigned int>(index)), line);
+    case FieldWalk::Branches: {
+        line->push_back('[');
+        Separator separator(line);
+        for (unsigned int i = 0; i < walk.getCount(); ++i) {
+            separator.next();
+            if (!appendWalk(walk.getBranch(i), line))
+                line->append("null");
+        }
+        line->push_back(']');
         return true;
     }
-    // Components are read from the message that their whole field lies in.
-    if (field->getType().getTypeCode() != FieldType::SubMessageType)
-        return appendMatch(match, holder, line, level + 1);
-    const auto appendElement = [&](unsigned int element) {
-        const Message* const subMessage = field->getValue(holder, element).getSubMessage();
-        return subMessage && appendMatch(match, subMessage, line, level + 1);
-    };
-    if (index >= 0 || !field->isRepeated())
-        return appendElement(static_cast<unsigned int>(qMax(0, index)));
-    line->push_back('[');
-    Separator separator(line);
-    for (unsigned int i = 0; i < count; ++i) {
-        separator.next();
-        if (!appendElement(i))
-            line->append("null");
+    case FieldWalk::NoSuchField:
+    case FieldWalk::Absent:
+    case FieldWalk::OutOfRange:
+        break;
     }
-    line->push_back(']');
-    return true;
+    return false;
 }
 
 void MessageJson::appendRawValue(const FieldValue& value, std::string* line)

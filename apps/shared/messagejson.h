@@ -1,9 +1,7 @@
 #ifndef MESSAGEJSON_H
 #define MESSAGEJSON_H
 
-#include "pathexpression.h"
-
-#include <QString>
+#include "fieldwalk.h"
 
 #include <string>
 #include <unordered_map>
@@ -43,16 +41,13 @@ public:
     /** All values of a field, as an array when it is repeated. @p count is their number, and not 0 otherwise. */
     void appendField(const FieldInfo* field, const Message* message, unsigned int count, std::string* line);
 
-    void appendValue(const FieldInfo* field, const FieldValue& value, std::string* line);
-
     /**
-     * What lies at the end of a way through sub-messages. Each repeated field on it that no number is given for becomes
-     * an array with one element for each of its own, null where the rest of the way is absent.
+     * What lies at the end of a walk. Each repeated sub-message on it that no number is given for becomes an array with
+     * one element for each of its own, null where the rest of the way is absent.
      *
-     * @param holder  the message in which the field number @p level of the way lies
      * @return false, with nothing appended, when it is absent
      */
-    bool appendMatch(const PathExpression::Match& match, const Message* holder, std::string* line, int level = 0);
+    bool appendWalk(const FieldWalk& walk, std::string* line);
 
 private:
     /** A field with what is always the same about it. */
@@ -64,6 +59,7 @@ private:
     typedef std::vector<Field> Fields;
 
     const Fields& fieldsOf(const MessageInfo* info);
+    void appendShown(const FieldInfo* field, const FieldValue& value, std::string* line);
     void appendText(const FieldInfo* field, const Message* message, unsigned int count, std::string* line);
     static void appendRawValue(const FieldValue& value, std::string* line);
 

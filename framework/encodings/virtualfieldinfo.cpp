@@ -1,7 +1,7 @@
 #include "virtualfieldinfo.h"
 
+#include "fieldwalk.h"
 #include "message.h"
-#include "messageinfo.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
@@ -70,13 +70,12 @@ bool VirtualFieldInfo::compile(const QString& expression, const MessageInfo* inf
         m_parser.SetExpr(expression.toStdString());
         const mu::varmap_type used = m_parser.GetUsedVar();
         for (const auto& variable : used) {
-            Input input{};
-            if (!findInput(QString::fromStdString(variable.first), info, &input, error))
+            FieldPath input(info);
+            if (!findInput(QString::fromStdString(variable.first), &input, error))
                 return false;
             m_inputs.push_back(input);
-            setConfidential(isConfidential() || input.value.field->isConfidential());
-            for (const Element& part : input.way)
-                setConfidential(isConfidential() || part.field->isConfidential());
+            for (const FieldPath::Step& step : input.getSteps())
+                setConfidential(isConfidential() || step.field->isConfidential());
         }
         m_values.resize(m_inputs.size());
         std::size_t i = 0;
@@ -95,47 +94,44 @@ bool VirtualFieldInfo::compile(const QString& expression, const MessageInfo* inf
     return true;
 }
 
-bool VirtualFieldInfo::findElement(const QString& name, const MessageInfo* info, Element* element, QString* error)
+/** Goes on to the field, or the element of a repeated one, that @p name is. */
+bool VirtualFieldInfo::appendElement(const QString& name, FieldPath* path, QString* error)
 {
-    element->index = 0;
-    element->field = info->getFieldInfo(name);
     bool isElement = false;
-    if (!element->field) {
+    if (!path->append(name)) {
         const int mark = static_cast<int>(name.lastIndexOf(QLatin1Char('_')));
-        element->index = name.mid(mark + 1).toUInt(&isElement);
-        element->field = isElement ? info->getFieldInfo(name.left(mark)) : nullptr;
-        if (element->field && !element->field->isRepeated())
-            element->field = nullptr;
+        const int index = name.mid(mark + 1).toInt(&isElement);
+        FieldPath element = *path;
+        isElement = isElement && index >= 0 && element.append(name.left(mark), index);
+        if (!isElement || !element.getField()->isRepeated()) {
+            *error =
+                QCoreApplication::translate("Annotations", "the expression names \"%1\", which is no field").arg(name);
+            return false;
+        }
+        *path = element;
     }
-    if (!element->field)
-        *error = QCoreApplication::translate("Annotations", "the expression names \"%1\", which is no field").arg(name);
-    else if (element->field->isRepeated() && !isElement && !element->field->isStringField())
-        *error = QCoreApplication::translate(
-                     "Annotations", "the expression names \"%1\", which has several values: name one as in \"%1_0\"")
-                     .arg(name);
-    else
+    const FieldInfo* const field = path->getField();
+    if (!field->isRepeated() || isElement || field->isStringField())
         return true;
+    *error = QCoreApplication::translate(
+                 "Annotations", "the expression names \"%1\", which has several values: name one as in \"%1_0\"")
+                 .arg(name);
     return false;
 }
 
-bool VirtualFieldInfo::findInput(const QString& name, const MessageInfo* info, Input* input, QString* error)
+bool VirtualFieldInfo::findInput(const QString& name, FieldPath* path, QString* error)
 {
     const QStringList levels = name.split(QLatin1Char('.'));
-    for (const QString& level : levels.mid(0, levels.size() - 1)) {
-        Element part{};
-        if (!findElement(level, info, &part, error))
+    for (int i = 0; i < levels.size(); ++i) {
+        if (!appendElement(levels.at(i), path, error))
             return false;
-        info = part.field->getType().getSubMessageInfo();
-        if (!info) {
+        if (i + 1 < levels.size() && !path->getField()->getType().getSubMessageInfo()) {
             *error = QCoreApplication::translate("Annotations", "the expression names \"%1\", which is no sub-message")
-                         .arg(level);
+                         .arg(levels.at(i));
             return false;
         }
-        input->way.push_back(part);
     }
-    if (!findElement(levels.last(), info, &input->value, error))
-        return false;
-    if (!isNumberType(input->value.field)) {
+    if (!isNumberType(path->getField())) {
         *error =
             QCoreApplication::translate("Annotations", "the expression names \"%1\", which is no number").arg(name);
         return false;
@@ -148,15 +144,8 @@ bool VirtualFieldInfo::takeInputs(const Message* message) const
     if (!occursIn(message->getInfo()))
         return false;
     for (std::size_t i = 0; i < m_inputs.size(); ++i) {
-        const Input& input = m_inputs[i];
-        const Message* holder = message;
-        for (const Element& part : input.way)
-            if (holder)
-                holder = part.field->getValue(holder, part.index).getSubMessage();
-        if (!holder)
-            return false;
-        const FieldInfo* const field = input.value.field;
-        const FieldValue value = field->getValue(holder, input.value.index);
+        const FieldInfo* const field = m_inputs[i].getField();
+        const FieldValue value = FieldWalk(m_inputs[i], message, FieldWalk::Everything).getValue();
         if (!value.isNumber() || field->isNotAvailable(value))
             return false;
         m_values[i] = value.toDouble() * field->getScaleFactor();

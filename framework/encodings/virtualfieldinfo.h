@@ -2,6 +2,7 @@
 #define VIRTUALFIELDINFO_H
 
 #include "fieldinfo.h"
+#include "fieldpath.h"
 
 #include <muParser.h>
 
@@ -30,26 +31,14 @@ public:
     FieldValue getValue(const Message* message, unsigned int index) const override;
 
 private:
-    /** One value of a field. */
-    struct Element
-    {
-        const FieldInfo* field;
-        unsigned int index;
-    };
-    struct Input
-    {
-        std::vector<Element> way; // sub-messages, outermost first
-        Element value;
-    };
-
     explicit VirtualFieldInfo(const QString& name);
 
     bool compile(const QString& expression, const MessageInfo* info, QString* error);
-    static bool findElement(const QString& name, const MessageInfo* info, Element* element, QString* error);
-    static bool findInput(const QString& name, const MessageInfo* info, Input* input, QString* error);
+    static bool appendElement(const QString& name, FieldPath* path, QString* error);
+    static bool findInput(const QString& name, FieldPath* path, QString* error);
     bool takeInputs(const Message* message) const;
 
-    std::vector<Input> m_inputs;
+    std::vector<FieldPath> m_inputs;
     mutable std::vector<double> m_values; // of the inputs; the parser points into it
     mu::Parser m_parser;
 };

@@ -3,6 +3,8 @@
 
 #include "corvelframework_export.h"
 
+class FieldInfo;
+
 /** Switches that hold for the whole process. To be called on the GUI thread. */
 class CORVELFRAMEWORK_EXPORT Corvel
 {
@@ -16,6 +18,13 @@ public:
      * Widgets ask when they build their rows: what is already shown changes with the next rebuild or reconfiguration.
      */
     static void setConfidentialInformationDisplayEnabled(bool enabled);
+
+    /**
+     * Whether the contents of @p field are to be kept from whoever looks, now: it, or the field that it is a component
+     * of, is confidential, and such fields may not be shown. Whoever writes, draws or copies values asks this; a field
+     * of a confidential sub-message is only hidden with that, which a FieldWalk knows.
+     */
+    static bool isHidden(const FieldInfo* field);
 
     /** How many digits behind the point FieldInfo::getInterpretedString() gives floating-point numbers; see below. */
     static int floatingPointDecimals();

@@ -2,6 +2,7 @@
 #define PATHEXPRESSION_H
 
 #include "corvelframework_export.h"
+#include "fieldpath.h"
 
 #include <QObject>
 #include <QStringList>
@@ -42,21 +43,6 @@ public:
 
     /** The whole expression. */
     static const Parts AllParts;
-
-    /** What stands in Match::indexes for a field without a number. */
-    enum Index
-    {
-        NoIndex = -1,   ///< none was given: the field as a whole
-        AllIndexes = -2 ///< each value on its own, "[*]"
-    };
-
-    /** One way in which a field is matched: the fields passed through on the way to it, and itself as the last. */
-    struct Match
-    {
-        const MessageInfo* messageInfo;       ///< where the way begins
-        QVector<const FieldInfo*> fieldInfos; ///< never empty; each a component or a sub-message's field of the former
-        QVector<int> indexes;                 ///< of each field: a number from 0, or one of Index
-    };
 
     /** An expression without text, all open. */
     explicit PathExpression(QObject* parent = 0);
@@ -116,7 +102,7 @@ public:
     /** Every matched field once, in order. Without a field part, all that stand directly in the matched types. */
     QVector<const FieldInfo*> getMatchingFieldInfos() const;
     /** Every way in which a field is matched, in the order of getMatchingExpressionsStringList(AllParts). */
-    QVector<PathExpression::Match> getMatches() const;
+    QVector<FieldPath> getMatches() const;
 
     /** What is wrong with the text, with the place, "character 9: ...", or empty when it is well formed. */
     QString errorString() const;

@@ -1,5 +1,7 @@
 #include "corvel.h"
 
+#include "fieldinfo.h"
+
 #include <QtGlobal>
 
 static bool s_confidentialInformationDisplayEnabled = false;
@@ -13,6 +15,15 @@ bool Corvel::confidentialInformationDisplayEnabled()
 void Corvel::setConfidentialInformationDisplayEnabled(bool enabled)
 {
     s_confidentialInformationDisplayEnabled = enabled;
+}
+
+bool Corvel::isHidden(const FieldInfo* field)
+{
+    if (s_confidentialInformationDisplayEnabled)
+        return false;
+    while (field && !field->isConfidential())
+        field = field->getParentFieldInfo();
+    return field;
 }
 
 int Corvel::floatingPointDecimals()

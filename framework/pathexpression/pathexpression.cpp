@@ -258,29 +258,26 @@ class MatchSink : public PathSink
 {
 public:
     explicit MatchSink(const PathPattern& pattern)
+        : m_segments(pattern.fields)
     {
-        Q_FOREACH (const PathSegment& segment, pattern.fields)
-            m_indexes.append(segment.index);
-        if (m_indexes.isEmpty())
-            m_indexes.append(PathExpression::NoIndex);
     }
 
     Answer found(const PathHit& hit) override
     {
-        PathExpression::Match match;
-        match.messageInfo = hit.type->info;
-        match.fieldInfos.append(hit.field->info);
+        FieldPath path(hit.type->info);
+        path.append(hit.field->info, indexAt(0));
         for (size_t i = 0; i < hit.steps->size(); ++i)
-            match.fieldInfos.append(hit.steps->at(i)->info);
-        match.indexes = m_indexes;
-        m_matches.append(match);
+            path.append(hit.steps->at(i)->info, indexAt(static_cast<int>(i) + 1));
+        m_matches.append(path);
         return Next;
     }
-    const QVector<PathExpression::Match>& matches() const { return m_matches; }
+    const QVector<FieldPath>& matches() const { return m_matches; }
 
 private:
-    QVector<int> m_indexes;
-    QVector<PathExpression::Match> m_matches;
+    int indexAt(int level) const { return level < m_segments.size() ? m_segments.at(level).index : FieldPath::NoIndex; }
+
+    const QVector<PathSegment> m_segments;
+    QVector<FieldPath> m_matches;
 };
 
 } // namespace
@@ -303,7 +300,7 @@ QVector<const FieldInfo*> PathExpression::getMatchingFieldInfos() const
     return sink.infos();
 }
 
-QVector<PathExpression::Match> PathExpression::getMatches() const
+QVector<FieldPath> PathExpression::getMatches() const
 {
     const PathPattern pattern = PathText::parse(m_texts, m_typedParts);
     MatchSink sink(pattern);

@@ -28,9 +28,8 @@ private Q_SLOTS:
 
 static FieldPath pathOf(const MessageInfo* info, const FieldInfo* field)
 {
-    FieldPath path;
-    path.messageInfo = info;
-    path.steps = {FieldPath::Step{field, 0}};
+    FieldPath path(info);
+    path.append(field);
     return path;
 }
 

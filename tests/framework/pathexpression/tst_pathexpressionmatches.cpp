@@ -223,18 +223,18 @@ private Q_SLOTS:
         expression.setConsiderSubMessages(true);
         expression.setString(text("sense/*/object[2]/*/y[*]"));
         QStringList matches;
-        Q_FOREACH (const PathExpression::Match& match, expression.getMatches()) {
-            QString way = match.messageInfo->getName();
-            for (int i = 0; i < match.fieldInfos.size(); ++i)
-                way += QString::fromLatin1("/%1[%2]").arg(match.fieldInfos.at(i)->getName()).arg(match.indexes.at(i));
+        Q_FOREACH (const FieldPath& match, expression.getMatches()) {
+            QString way = match.getMessageInfo()->getName();
+            Q_FOREACH (const FieldPath::Step& step, match.getSteps())
+                way += QString::fromLatin1("/%1[%2]").arg(step.field->getName()).arg(step.index);
             matches << way;
         }
         QCOMPARE(matches.join(QLatin1String(" ")),
-                 text("View/object[2]/position[-1]/y[-2] View/object[2]/speed[-1]/y[-2]"));
+                 text("View/object[2]/position[0]/y[0] View/object[2]/speed[0]/y[0]"));
         QCOMPARE(optionsOf(expression, 15), text("sense/View/object[2]/position/y sense/View/object[2]/speed/y"));
         expression.setString(text("sense/View"));
         QCOMPARE(expression.getMatches().size(), 3);
-        QCOMPARE(expression.getMatches().value(2).indexes, QVector<int>(1, PathExpression::NoIndex));
+        QCOMPARE(expression.getMatches().value(2).getIndex(), 0);
     }
 
     void recursiveSubMessagesEnd()

@@ -47,7 +47,7 @@ void FormPanel::fill(const Form& form)
     if (QGridLayout* grid = qobject_cast<QGridLayout*>(form.widget->layout()))
         grid->setColumnStretch(1, 1); // names as wide as they need, values the rest
     for (FieldValueLabel* label : form.widget->findChildren<FieldValueLabel*>()) {
-        if (!label->getFieldInfo()->isConfidential() || Corvel::confidentialInformationDisplayEnabled())
+        if (!Corvel::isHidden(label->getFieldInfo()))
             continue;
         label->setFieldInfo(nullptr); // so that no message fills it
         label->setText(tr("Hidden data"));

@@ -297,10 +297,10 @@ void PlotPanel::updateTypes()
     m_paths.clear();
     m_types.clear();
     for (const auto& series : m_series) {
-        QVector<FieldPath>& paths = m_paths[series->getPath().messageInfo];
+        QVector<FieldPath>& paths = m_paths[series->getPath().getMessageInfo()];
         if (!paths.contains(series->getPath()))
             paths.append(series->getPath());
-        m_types.insert(series->getPath().messageInfo);
+        m_types.insert(series->getPath().getMessageInfo());
     }
     Q_EMIT typesChanged();
 }

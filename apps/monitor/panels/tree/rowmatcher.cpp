@@ -35,9 +35,9 @@ bool RowMatcher::takeMatches(const QString& text)
     const bool hasFields = !m_expression.getString(PathExpression::FieldPart | PathExpression::IndexPart).isEmpty() ||
                            text.count(QLatin1Char('/')) > 1;
     if (hasFields) {
-        const QVector<PathExpression::Match> matches = m_expression.getMatches();
-        for (const PathExpression::Match& match : matches)
-            m_matches[match.messageInfo].append(match);
+        const QVector<FieldPath> matches = m_expression.getMatches();
+        for (const FieldPath& match : matches)
+            m_matches[match.getMessageInfo()].append(match);
     } else {
         const QVector<const MessageInfo*> infos = m_expression.getMatchingMessageInfos();
         for (const MessageInfo* info : infos)
@@ -101,30 +101,33 @@ bool RowMatcher::mayMatch(const MessageInfo* info) const
     return m_matches.contains(info);
 }
 
-static bool isSame(const FieldPath::Step& step, const FieldInfo* field, int index, bool isLast)
+static bool isMeant(const FieldPath& wanted, const FieldPath& path, int level)
 {
-    if (step.field != field)
+    const FieldPath::Step& step = path.getSteps().at(level);
+    const FieldPath::Step& want = wanted.getSteps().at(level);
+    if (step.field != want.field)
         return false;
+    const int index = wanted.getIndexAt(level);
     if (index >= 0)
-        return step.index == index;
-    if (index == PathExpression::AllIndexes)
-        return step.index >= 0;
-    return !isLast || step.index < 0 || !field->isRepeated();
+        return path.getIndexAt(level) == index;
+    const bool isLast = level + 1 == path.getSteps().size();
+    return want.index == FieldPath::AllIndexes ? step.index >= 0
+                                               : !isLast || step.index < 0 || !step.field->isRepeated();
 }
 
 bool RowMatcher::matches(const TreeRow& row) const
 {
     const FieldPath& path = row.getPath();
-    const auto found = m_matches.constFind(path.messageInfo);
+    const auto found = m_matches.constFind(path.getMessageInfo());
     if (found == m_matches.constEnd())
         return false;
+    const int count = int(path.getSteps().size());
     if (found->isEmpty())
-        return path.steps.isEmpty();
-    for (const PathExpression::Match& match : *found) {
-        const int count = int(match.fieldInfos.size());
-        bool same = path.steps.size() == count;
+        return count == 0;
+    for (const FieldPath& wanted : *found) {
+        bool same = wanted.getSteps().size() == count;
         for (int i = 0; same && i < count; ++i)
-            same = isSame(path.steps.at(i), match.fieldInfos.at(i), match.indexes.at(i), i == count - 1);
+            same = isMeant(wanted, path, i);
         if (same)
             return true;
     }

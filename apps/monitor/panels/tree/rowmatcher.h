@@ -50,7 +50,7 @@ private:
     QStringList m_words;
     Words m_allWords = 0;
     PathExpression m_expression;
-    QHash<const MessageInfo*, QVector<PathExpression::Match>> m_matches; // without fields for types as such
+    QHash<const MessageInfo*, QVector<FieldPath>> m_matches; // without fields for types as such
 };
 
 #endif

@@ -62,7 +62,7 @@ QString RowToolTips::textFor(const TreeRow& row) const
 
 QString RowToolTips::textForType(const TreeRow& row) const
 {
-    const MessageInfo* const info = row.getPath().messageInfo;
+    const MessageInfo* const info = row.getPath().getMessageInfo();
     QString table = line(tr("Path:"), row.getPath().getExpression());
     if (const Message* const message = row.getMessage()) {
         if (message->getTime() != Message::NoTime) {

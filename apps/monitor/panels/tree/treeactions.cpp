@@ -54,10 +54,10 @@ void TreeActions::update()
     m_watch->setEnabled(field);
     m_plot->setEnabled(row.isNumeric());
     m_pin->setEnabled(!row.isNull());
-    m_pin->setText(m_pins->isPinned(row.getPath().messageInfo)
-                       ? tr("Unpi&n %1").arg(row.getPath().messageInfo->getName())
+    m_pin->setText(m_pins->isPinned(row.getPath().getMessageInfo())
+                       ? tr("Unpi&n %1").arg(row.getPath().getMessageInfo()->getName())
                    : row.isNull() ? tr("Pi&n")
-                                  : tr("Pi&n %1 to the Top").arg(row.getPath().messageInfo->getName()));
+                                  : tr("Pi&n %1 to the Top").arg(row.getPath().getMessageInfo()->getName()));
 }
 
 bool TreeActions::eventFilter(QObject* watched, QEvent* event)
@@ -138,7 +138,7 @@ void TreeActions::plot()
 
 void TreeActions::togglePinned()
 {
-    const MessageInfo* const info = TreeRow(m_tree->currentItem()).getPath().messageInfo;
+    const MessageInfo* const info = TreeRow(m_tree->currentItem()).getPath().getMessageInfo();
     m_pins->setPinned(info, !m_pins->isPinned(info));
     update();
 }

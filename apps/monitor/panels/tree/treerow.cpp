@@ -1,99 +1,30 @@
 #include "treerow.h"
 
 #include "fieldinfo.h"
-#include "messageinfo.h"
+#include "fieldwalk.h"
 #include "messagejson.h"
 #include "messagetreewidgetitem.h"
 
 #include <QStringList>
 
-namespace
-{
-
-// Rows tell their fields by name only. Where fields share a name, their rows stand in the order of the fields.
-const FieldInfo* findField(const QVector<const FieldInfo*>& fields, QTreeWidgetItem* item, const QString& name)
-{
-    const FieldInfo* found = nullptr;
-    int same = 0;
-    for (const FieldInfo* field : fields)
-        if (field->getName() == name && same++ == 0)
-            found = field;
-    if (same < 2)
-        return found;
-    int before = 0;
-    const QTreeWidgetItem* const parent = item->parent();
-    for (int i = 0; i < parent->childCount() && parent->child(i) != item; ++i) {
-        auto* const sibling = dynamic_cast<AbstractMessageTreeWidgetItem*>(parent->child(i));
-        before += sibling && sibling->getNameText() == name ? 1 : 0;
-    }
-    for (const FieldInfo* field : fields)
-        if (field->getName() == name && before-- == 0)
-            return field;
-    return found;
-}
-
-// The number in "name [3]"; -1 when there is none.
-int numberBehind(const QString& text, const QString& name)
-{
-    if (!text.startsWith(name + QLatin1String(" [")) || !text.endsWith(QLatin1Char(']')))
-        return -1;
-    bool ok = false;
-    const int index = text.mid(name.size() + 2, text.size() - name.size() - 3).toInt(&ok);
-    return ok ? index : -1;
-}
-
-bool appendStep(FieldPath* path, QTreeWidgetItem* parent, QTreeWidgetItem* item)
-{
-    auto* const row = dynamic_cast<AbstractMessageTreeWidgetItem*>(item);
-    if (!row)
-        return false; // such as the notice that something is hidden
-    const QString text = row->getNameText();
-    const auto* const message = dynamic_cast<const MessageTreeWidgetItem*>(parent);
-    QVector<const FieldInfo*> fields;
-    int index = 0;
-    if (message) {
-        if (!message->getMessageInfo())
-            return false;
-        fields = message->getMessageInfo()->getFieldInfos();
-    } else {
-        if (path->steps.isEmpty())
-            return false;
-        FieldPath::Step& last = path->steps.last();
-        if (path->isWholeRepeatedField()) {
-            last.index = numberBehind(text, last.field->getName());
-            return last.index >= 0;
-        }
-        fields = last.field->getSubFieldInfos();
-        index = last.index;
-    }
-    const FieldInfo* field = findField(fields, item, text);
-    for (int i = 0; !field && i < fields.size(); ++i)
-        if (numberBehind(text, fields.at(i)->getName()) == index)
-            field = fields.at(i);
-    if (!field)
-        return false;
-    path->steps.append(FieldPath::Step{field, message && field->isRepeated() ? -1 : index});
-    return true;
-}
-
-} // namespace
-
 TreeRow::TreeRow(QTreeWidgetItem* item)
     : m_item(item)
 {
-    QVector<QTreeWidgetItem*> way;
+    QVector<AbstractMessageTreeWidgetItem*> way;
     for (QTreeWidgetItem* step = item; step; step = step->parent())
-        way.prepend(step);
-    if (way.isEmpty())
-        return;
-    auto* const top = dynamic_cast<MessageTreeWidgetItem*>(way.first());
+        way.prepend(dynamic_cast<AbstractMessageTreeWidgetItem*>(step));
+    auto* const top = way.isEmpty() ? nullptr : dynamic_cast<MessageTreeWidgetItem*>(way.first());
     if (!top || !top->getMessageInfo())
         return;
-    FieldPath path;
-    path.messageInfo = top->getMessageInfo();
-    for (int i = 1; i < way.size(); ++i)
-        if (!appendStep(&path, way.at(i - 1), way.at(i)))
-            return;
+    FieldPath path(top->getMessageInfo());
+    for (int i = 1; i < way.size(); ++i) {
+        const FieldInfo* const field = way.at(i) ? way.at(i)->getFieldInfo() : nullptr;
+        if (!field)
+            return; // such as the notice that something is hidden
+        // Below the row of a repeated field stand those of its values, which say the same field again.
+        if (i + 1 == way.size() || way.at(i)->getIndex() >= 0)
+            path.append(field, way.at(i)->getIndex());
+    }
     m_path = path;
     m_messageRow = top;
 }
@@ -126,18 +57,16 @@ bool TreeRow::isNumeric() const
 
 QString TreeRow::joinValues(bool raw) const
 {
-    const FieldInfo* const field = m_path.getField();
-    const Message* const holder = m_path.findHolder(getMessage());
-    if (!field || !holder)
-        return QString();
-    if (field->isStringField())
-        return field->getStringValue(holder);
-    const bool whole = m_path.isWholeRepeatedField();
-    const QVector<FieldValue> values = whole ? field->getValues(holder) : QVector<FieldValue>(1, getValue());
+    const FieldWalk walk(m_path, getMessage());
+    const FieldInfo* const field = walk.getField();
+    if (walk.getEnd() == FieldWalk::AllValues && field->isStringField())
+        return field->getStringValue(walk.getHolder());
     QStringList texts;
-    for (const FieldValue& value : values)
+    for (unsigned int i = 0; i < walk.getCount(); ++i) {
+        const FieldValue value = walk.getValue(i);
         if (!value.getSubMessage())
             texts.append(raw ? field->getRawString(value) : field->getInterpretedString(value, true));
+    }
     return texts.join(QLatin1String(", "));
 }
 
@@ -156,17 +85,11 @@ QString TreeRow::getJson() const
     const Message* const message = getMessage();
     if (!message)
         return QString();
-    const FieldInfo* const field = m_path.getField();
-    if (!field)
+    if (!m_path.getField())
         return MessageJson::toText(message);
-    const Message* const holder = m_path.findHolder(message);
-    if (!holder)
-        return QString();
-    MessageJson json(false);
+    const FieldWalk walk(m_path, message);
     std::string text;
-    if (m_path.isWholeRepeatedField() || !field->isRepeated())
-        json.appendField(field, holder, field->getValueCount(holder), &text);
-    else if (unsigned(m_path.steps.last().index) < field->getValueCount(holder))
-        json.appendValue(field, getValue(), &text);
+    if (walk.getHolder() && !MessageJson(false).appendWalk(walk, &text))
+        text = "null";
     return QString::fromUtf8(text.data(), int(text.size()));
 }

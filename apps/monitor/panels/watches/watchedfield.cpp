@@ -1,19 +1,14 @@
 #include "watchedfield.h"
 
-#include "corvel.h"
 #include "fieldinfo.h"
 #include "fieldvaluelabel.h"
 #include "latestmessagesource.h"
 #include "message.h"
 #include "messageinfo.h"
+#include "pathexpression.h"
 
 static const int MostNamesakes = 4;
 static const int MostValues = 20; // of a repeated sub-message; more nobody reads at a glance
-
-static bool isSame(const PathExpression::Match& one, const PathExpression::Match& other)
-{
-    return one.messageInfo == other.messageInfo && one.fieldInfos == other.fieldInfos && one.indexes == other.indexes;
-}
 
 WatchedField::WatchedField(FieldValueLabel* label, LatestMessageSource* source)
     : m_label(label)
@@ -24,42 +19,39 @@ WatchedField::WatchedField(FieldValueLabel* label, LatestMessageSource* source)
 }
 
 // Of a type that is received on its own and also occurs as a part there are two of one name, but messages of only one.
-static QVector<PathExpression::Match> withoutParts(const QVector<PathExpression::Match>& matches)
+static QVector<FieldPath> withoutParts(const QVector<FieldPath>& paths)
 {
-    QVector<PathExpression::Match> received;
-    for (const PathExpression::Match& match : matches)
-        if (match.messageInfo->isMain())
-            received.append(match);
-    return received.isEmpty() ? matches : received;
+    QVector<FieldPath> received;
+    for (const FieldPath& path : paths)
+        if (path.getMessageInfo()->isMain())
+            received.append(path);
+    return received.isEmpty() ? paths : received;
 }
 
 const FieldInfo* WatchedField::follow(const PathExpression& expression)
 {
-    std::optional<PathExpression::Match> match;
     // The ways are only looked at when there are few: an open expression has hundreds of thousands.
     const qsizetype count = expression.getMatchingFieldInfos().size();
-    if (count > 0 && count <= MostNamesakes) {
-        const QVector<PathExpression::Match> matches = withoutParts(expression.getMatches());
-        if (matches.size() == 1)
-            match = matches.first();
-    }
-    return setMatch(match);
+    QVector<FieldPath> paths;
+    if (count > 0 && count <= MostNamesakes)
+        paths = withoutParts(expression.getMatches());
+    return setPath(paths.size() == 1 ? paths.first() : FieldPath());
 }
 
 void WatchedField::followNothing()
 {
-    setMatch(std::nullopt);
+    setPath(FieldPath());
 }
 
-const FieldInfo* WatchedField::setMatch(const std::optional<PathExpression::Match>& match)
+const FieldInfo* WatchedField::setPath(const FieldPath& path)
 {
-    const FieldInfo* const field = match ? match->fieldInfos.last() : nullptr;
-    if (match && m_match && isSame(*match, *m_match))
+    const FieldInfo* const field = path.getField();
+    if (field && path == m_path)
         return field;
-    m_match = match;
+    m_path = path;
     m_label->setFieldInfo(field);
-    if (match && match->indexes.last() >= 0)
-        m_label->setIndex(uint(match->indexes.last()));
+    if (path.getIndex() >= 0)
+        m_label->setIndex(uint(path.getIndex()));
     else
         m_label->clearIndex();
     m_label->clearValue();
@@ -70,40 +62,30 @@ const FieldInfo* WatchedField::setMatch(const std::optional<PathExpression::Matc
 
 void WatchedField::renew()
 {
-    if (!m_match || (!m_hidden && m_label->text() == FieldValueLabel::tr("N/A")))
+    if (m_path.isNull() || (!m_hidden && m_label->text() == FieldValueLabel::tr("N/A")))
         return;
-    const MessageReference latest = m_source->getLatest(m_match->messageInfo);
+    const MessageReference latest = m_source->getLatest(m_path.getMessageInfo());
     if (!latest.isNull())
         processMessage(latest.get());
 }
 
 void WatchedField::forget(const MessageInfo* info)
 {
-    if (m_match && m_match->messageInfo == info)
+    if (info && m_path.getMessageInfo() == info)
         m_label->clearValue();
-}
-
-bool WatchedField::isHidden() const
-{
-    if (Corvel::confidentialInformationDisplayEnabled())
-        return false;
-    for (const FieldInfo* field : m_match->fieldInfos)
-        if (field->isConfidential())
-            return true;
-    return false;
 }
 
 void WatchedField::processMessage(const Message* message)
 {
-    if (!m_match || message->getInfo() != m_match->messageInfo)
+    if (message->getInfo() != m_path.getMessageInfo())
         return;
-    m_hidden = isHidden();
+    m_hidden = m_path.isHidden();
     if (m_hidden) {
         m_label->setText(tr("Hidden data"));
         return;
     }
     QStringList texts;
-    collectTexts(message, 0, &texts);
+    collectTexts(FieldWalk(m_path, message), &texts);
     if (texts.isEmpty())
         m_label->clearValue();
     else if (texts.size() > 1)
@@ -111,27 +93,18 @@ void WatchedField::processMessage(const Message* message)
 }
 
 // The label itself writes each value, and begins its time-out with that.
-void WatchedField::collectTexts(const Message* message, int step, QStringList* texts)
+void WatchedField::collectTexts(const FieldWalk& walk, QStringList* texts)
 {
-    if (step + 1 == m_match->fieldInfos.size()) {
-        m_label->processMessage(message);
+    if (walk.getHolder()) {
+        m_label->processMessage(walk.getHolder());
         texts->append(m_label->text());
         return;
     }
-    const FieldInfo* const field = m_match->fieldInfos.at(step);
-    if (!field->getType().getSubMessageInfo()) // what follows is a component of it, in the same message
-        return collectTexts(message, step + 1, texts);
-    const int count = int(field->getValueCount(message));
-    const int index = m_match->indexes.at(step);
-    const int first = qMax(0, index);
-    const int last = index >= 0 ? index : count - 1;
-    for (int i = first; i <= last && i < count; ++i) {
-        if (texts->size() >= MostValues) {
-            if (texts->last() != QString(QChar(0x2026)))
-                texts->append(QString(QChar(0x2026)));
-            return;
-        }
-        if (const Message* const part = field->getValue(message, uint(i)).getSubMessage())
-            collectTexts(part, step + 1, texts);
+    const QString more(QChar(0x2026));
+    for (unsigned int i = 0; i < walk.getCount() && (texts->isEmpty() || texts->last() != more); ++i) {
+        if (texts->size() >= MostValues)
+            texts->append(more);
+        else
+            collectTexts(walk.getBranch(i), texts);
     }
 }

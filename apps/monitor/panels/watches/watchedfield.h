@@ -1,17 +1,16 @@
 #ifndef WATCHEDFIELD_H
 #define WATCHEDFIELD_H
 
-#include "pathexpression.h"
+#include "fieldwalk.h"
 
 #include <QObject>
 #include <QStringList>
-
-#include <optional>
 
 class FieldValueLabel;
 class LatestMessageSource;
 class Message;
 class MessageInfo;
+class PathExpression;
 
 /**
  * Keeps a label at the value of the one field that a path expression names, also inside sub-messages.
@@ -41,13 +40,12 @@ private Q_SLOTS:
     void forget(const MessageInfo* info);
 
 private:
-    const FieldInfo* setMatch(const std::optional<PathExpression::Match>& match);
-    bool isHidden() const;
-    void collectTexts(const Message* message, int step, QStringList* texts);
+    const FieldInfo* setPath(const FieldPath& path);
+    void collectTexts(const FieldWalk& walk, QStringList* texts);
 
     FieldValueLabel* m_label;
     LatestMessageSource* m_source;
-    std::optional<PathExpression::Match> m_match;
+    FieldPath m_path;
     bool m_hidden = false; // what the label says is that the value is hidden
 };
 
