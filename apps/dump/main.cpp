@@ -7,13 +7,13 @@
 #include "protobufformat.h"
 #include "recordingindex.h"
 #include "selection.h"
+#include "standardoutput.h"
 #include "statisticsprinter.h"
 #include "streamrelay.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
 
-#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstring>
@@ -144,15 +144,10 @@ ByteInput::Status decodeAside(ByteInput* input, StreamDecoder* decoder, DumpSink
     return status;
 }
 
-int closeOutput(const DumpSink& sink)
+// The status of a program that has only its output left to fail.
+int closeOutput(int error)
 {
-    int error = sink.getOutputError();
-    if (std::fflush(stdout) != 0 && error == 0)
-        error = errno;
-    if (error == 0 || error == EPIPE)
-        return Success;
-    complain(QStringLiteral("standard output: ") + QString::fromLocal8Bit(std::strerror(error)));
-    return Unreadable;
+    return StandardOutput::finish(error) ? Success : Unreadable;
 }
 
 int dump(const DumpOptions& options)
@@ -199,7 +194,7 @@ int dump(const DumpOptions& options)
     const ByteInput::Status status = options.statistics && !input->isLive() ? decodeAside(input, decoder, sink.get())
                                                                             : decode(input, decoder, sink.get(), *sink);
     sink->finish();
-    const int result = closeOutput(*sink);
+    const int result = closeOutput(sink->getOutputError());
     if (status == ByteInput::Failed) {
         complain(input->getErrorString());
         return Unreadable;
@@ -227,8 +222,7 @@ int main(int argc, char* argv[])
     QString text;
     switch (DumpOptions::parse(QCoreApplication::arguments(), &options, &text)) {
     case DumpOptions::InfoAsked:
-        std::fputs(qPrintable(text), stdout);
-        return Success;
+        return closeOutput(StandardOutput::print(text));
     case DumpOptions::Wrong:
         complain(text);
         complain(QStringLiteral("see corvel-dump --help"));

@@ -26,7 +26,7 @@ MonitorOptions readOptions(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     installLanguage(QLocale());
     MonitorOptions options;
-    options.read(application);
+    options.read();
     return options;
 }
 

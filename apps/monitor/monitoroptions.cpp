@@ -2,6 +2,7 @@
 
 #include "inputhelp.h"
 #include "recordingopener.h"
+#include "standardoutput.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -16,6 +17,11 @@ namespace
 {
     std::fprintf(stderr, "corvel-monitor: %s\n", qPrintable(text));
     std::exit(1);
+}
+
+[[noreturn]] void answer(const QString& text)
+{
+    std::exit(StandardOutput::finish(StandardOutput::print(text)) ? 0 : 2);
 }
 
 // Reads an option's number, which is to be @p least or more.
@@ -51,7 +57,7 @@ void addOptionsOfQt(QCommandLineParser* parser, bool shown)
 
 } // namespace
 
-void MonitorOptions::read(const QCoreApplication& application)
+void MonitorOptions::read()
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -104,7 +110,13 @@ void MonitorOptions::read(const QCoreApplication& application)
     addOptionsOfQt(&parser, QCoreApplication::arguments().contains(QLatin1String("--help-all")));
     // As Qt writes its own: "-platform" is the same as "--platform".
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    parser.process(application); // exits with 1 when an option is wrong
+    if (!parser.parse(QCoreApplication::arguments()))
+        refuse(parser.errorText());
+    if (parser.isSet(QLatin1String("help")) || parser.isSet(QLatin1String("help-all")))
+        answer(parser.helpText());
+    if (parser.isSet(QLatin1String("version")))
+        answer(QCoreApplication::applicationName() + QLatin1Char(' ') + QCoreApplication::applicationVersion() +
+               QLatin1Char('\n'));
 
     readNumber(parser, QLatin1String("speed"), 0, &playback.factor);
     readNumber(parser, QLatin1String("rate"), 0, &playback.messagesPerSecond);

@@ -8,16 +8,15 @@
 #include <QSize>
 #include <QStringList>
 
-class QCoreApplication;
-
 /** What the command line asks for. */
 struct MonitorOptions
 {
     /**
-     * Reads the command line. Ends the program where that says how, with a word: 0 after --help and --version, 1 when
-     * something is wrong. Needs a QCoreApplication and no display; options of Qt's own are let pass.
+     * Reads the command line. Ends the program where that says how, with a word: 0 after --help and --version, 2 when
+     * these could not be written, 1 when something is wrong. Needs a QCoreApplication and no display; options of Qt's
+     * own are let pass.
      */
-    void read(const QCoreApplication& application);
+    void read();
 
     QStringList inputs; ///< empty for the simulated vehicle
     QString dialect;

@@ -1,5 +1,6 @@
 #include "drivesimulation.h"
 #include "frameoutput.h"
+#include "standardoutput.h"
 
 #include <QCoreApplication>
 
@@ -65,9 +66,9 @@ bool run(const Options& options, FrameOutput* output)
     }
 }
 
-void print(std::FILE* file, const QString& text)
+void complain(const QString& text)
 {
-    std::fputs(text.toLocal8Bit().constData(), file);
+    std::fprintf(stderr, "corvel-simulate: %s\n", qPrintable(text));
 }
 
 } // namespace
@@ -81,10 +82,9 @@ int main(int argc, char** argv)
     QString text;
     switch (Options::parse(QCoreApplication::arguments(), &options, &text)) {
     case Options::PrintText:
-        print(stdout, text);
-        return Success;
+        return StandardOutput::finish(StandardOutput::print(text)) ? Success : OutputFailure;
     case Options::WrongUsage:
-        print(stderr, QStringLiteral("corvel-simulate: %1\nTry corvel-simulate --help.\n").arg(text));
+        complain(text + QStringLiteral("\nTry corvel-simulate --help."));
         return WrongUsage;
     case Options::Run:
         break;
@@ -93,6 +93,6 @@ int main(int argc, char** argv)
     const std::unique_ptr<FrameOutput> output = FrameOutput::create(options);
     if (run(options, output.get()))
         return Success;
-    print(stderr, QStringLiteral("corvel-simulate: %1\n").arg(output->getError()));
+    complain(output->getError());
     return OutputFailure;
 }

@@ -10,6 +10,15 @@ if(NOT "${results--version} ${results--no-such-option}" STREQUAL "0 1")
     message(FATAL_ERROR "${PROGRAM} ends with ${results--version} after --version, and with ${results--no-such-option} "
         "after a wrong option")
 endif()
+if(EXISTS /dev/full)
+    foreach(argument --help --version)
+        execute_process(COMMAND sh -c "exec \"$0\" ${argument} > /dev/full" "${PROGRAM}"
+            RESULT_VARIABLE result ERROR_VARIABLE error)
+        if(NOT "${result}" STREQUAL "2" OR NOT error MATCHES ": standard output: ")
+            message(FATAL_ERROR "${PROGRAM} ${argument} into a full disk ends with ${result} and says: ${error}")
+        endif()
+    endforeach()
+endif()
 file(READ "${PAGE}" page)
 string(REPLACE "\\-" "-" page "${page}")
 
