@@ -19,20 +19,22 @@ struct Header;
  *
  * A frame is handed out when its checksum and its length are right: a v1 payload must have the length of the
  * definition, a v2 payload may be shorter (trailing zeros were left out) or longer (the sender knows more fields).
- * Signatures are passed and not verified. Senders are "system:component". ReceivedMessage::data is the whole frame from
- * the magic byte to the checksum or signature; offsets are those of magic bytes, except where bytes are no frame. The
+ * Signatures are passed and not verified; one that breaks off costs the message nothing but itself. Senders are
+ * "system:component". ReceivedMessage::data is the whole frame from the magic byte to the checksum or, when it is
+ * complete, the signature; offsets are those of magic bytes, except where bytes are no frame. The
  * time stamp before a frame of a tlog belongs to neither.
  *
  * No good frame is lost to noise or to a bad frame before it. Of a frame that fails its checksum, the bytes that it
  * claims are searched, and the first frame among them that verifies wins: then the bad frame was noise or was cut. When
  * there is none and another frame seems to begin where the bad one ends, all of it is one failure. Else its first byte
  * is skipped, and the search goes on. A frame of an unknown type cannot be verified; it is handed out, with a null
- * ReceivedMessage::info, where another frame seems to begin at its end and nothing verifies inside.
+ * ReceivedMessage::info, where another frame seems to begin at its end, nothing verifies inside, and there is at least
+ * some definition with which its checksum would be right. (Of damaged ones, one in 256 has such a checksum.)
  *
  * Results don't depend on how the stream is cut into pieces. While a frame of a known type is incomplete, nothing
  * behind it is handed out, because a payload may well contain frames (file transfer, tunnels): at most 280 bytes are
- * held back, and none of them when the stream consists of good frames. A header that fits no definition holds back
- * nothing.
+ * held back, and none of them when the stream consists of good frames. (In a tlog a signed one waits for the time
+ * behind it.) A header that fits no definition holds back nothing.
  *
  * The cost is linear in the stream whatever its bytes are: every magic byte is checked at most twice, over at most 265
  * bytes each time. Less than 2 KiB are ever kept.
@@ -86,6 +88,7 @@ private:
     const MavlinkMessageInfo* find(quint32 id) const;
     int work(const Window& window, StreamSink* sink);
     bool resolve(const Window& window, StreamSink* sink);
+    bool resolveVerified(const Window& window, Candidate candidate, StreamSink* sink);
     bool resolveFailed(const Window& window, const Candidate& candidate, StreamSink* sink);
     bool resolveCutOff(const Window& window, const Candidate& candidate, StreamSink* sink);
     Answer verifies(const Window& window, const Candidate& candidate) const;

@@ -33,7 +33,7 @@ struct CORVELFRAMEWORK_EXPORT StreamProblem
 {
     enum Kind
     {
-        ChecksumFailure,    ///< a frame of a known type whose checksum is wrong; dropped
+        ChecksumFailure,    ///< a frame whose checksum is wrong; dropped
         LengthMismatch,     ///< a frame whose checksum is right and whose length cannot be; dropped
         UnsupportedFrame,   ///< a frame with a feature that is not understood; dropped
         SkippedBytes,       ///< bytes that belong to no frame

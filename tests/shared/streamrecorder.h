@@ -39,7 +39,8 @@ public:
                          .arg(problem.offset)
                          .arg(problem.length)
                          .arg(problem.describe(m_decoder->getSenderName(problem.sender))));
-        cover(problem.offset, problem.length);
+        if (problem.length > 0) // else something is missing there
+            cover(problem.offset, problem.length);
     }
 
     /** Everything fed is part of one report, except for the time stamps before frames. Empty when that holds. */

@@ -75,16 +75,34 @@ struct MavlinkStreamDecoder::Candidate
 
     bool isChecksumRight(const Window& window) const
     {
-        const char* const bytes = window.at(start);
-        const int size = header.checkedSize();
-        const quint16 crc = MavlinkCrc::add(MavlinkCrc::calculate(bytes + 1, size - 1), info->getCrcExtra());
-        return crc == qFromLittleEndian<quint16>(bytes + size);
+        const quint16 crc = MavlinkCrc::add(ownChecksum(window), info->getCrcExtra());
+        return crc == givenChecksum(window);
     }
+
+    /** Whether there is a definition with which the checksum would be right. */
+    bool canChecksumBeRight(const Window& window) const
+    {
+        return MavlinkCrc::canFollow(ownChecksum(window), givenChecksum(window));
+    }
+
+    /** Where the checksum ends, and the signature begins if there is one. */
+    quint64 checksumEnd() const { return start + quint64(header.checkedSize() + ChecksumSize); }
+    bool hasSignature() const { return checksumEnd() != end; }
 
     Header header;
     const MavlinkMessageInfo* info;
     quint64 start;
     quint64 end;
+
+private:
+    quint16 ownChecksum(const Window& window) const
+    {
+        return MavlinkCrc::calculate(window.at(start) + 1, header.checkedSize() - 1);
+    }
+    quint16 givenChecksum(const Window& window) const
+    {
+        return qFromLittleEndian<quint16>(window.at(start) + header.checkedSize());
+    }
 };
 
 MavlinkStreamDecoder::MavlinkStreamDecoder(const MavlinkDialect* dialect, Layout layout)
@@ -224,14 +242,48 @@ bool MavlinkStreamDecoder::resolve(const Window& window, StreamSink* sink)
     const Candidate candidate(this, window, m_position);
     if (m_position >= m_searched && candidate.fitsDefinition()) {
         const Answer answer = verifies(window, candidate);
-        if (answer == Yes) {
-            reportMessage(window, candidate, sink);
-            return true;
-        }
+        if (answer == Yes)
+            return resolveVerified(window, candidate, sink);
         if (answer == NotYet)
             return false;
     }
     return resolveFailed(window, candidate, sink);
+}
+
+/** Decides where a frame ends whose checksum is right: another may begin before its signature is complete. */
+bool MavlinkStreamDecoder::resolveVerified(const Window& window, Candidate candidate, StreamSink* sink)
+{
+    if (!candidate.hasSignature()) {
+        reportMessage(window, candidate, sink);
+        return true;
+    }
+    const quint64 signature = candidate.checksumEnd();
+    quint64 next = window.end;
+    const quint64 searched = m_searched;
+    m_searched = std::max(m_searched, signature);
+    const Answer isCut = findVerified(window, candidate.end + (m_layout == TlogLayout ? TimeSize : 0), &next);
+    if (isCut == NotYet) {
+        m_searched = searched;
+        return false;
+    }
+    if (isCut == No && candidate.end <= window.end) {
+        reportMessage(window, candidate, sink);
+        return true;
+    }
+    // All that the checksum covers is there.
+    candidate.end = signature;
+    reportMessage(window, candidate, sink);
+    StreamProblem problem;
+    problem.kind = StreamProblem::SkippedBytes;
+    problem.offset = signature;
+    const bool hasTime = isCut == Yes && hasTimeBefore(window, next);
+    problem.length = next - (hasTime ? TimeSize : 0) - signature;
+    problem.text = QStringLiteral("a signature breaks off");
+    sink->processProblem(problem);
+    continueAt(signature + problem.length);
+    m_inSync = m_layout == RawLayout || hasTime;
+    m_position = next;
+    return true;
 }
 
 /** Decides about a frame that was not verified: it failed, it cannot be verified, or the stream ends inside it. */
@@ -255,16 +307,17 @@ bool MavlinkStreamDecoder::resolveFailed(const Window& window, const Candidate& 
 
     // A frame without a definition that fits can still prove to be one.
     const bool right = candidate.info && !candidate.fitsDefinition() && candidate.isChecksumRight(window);
+    const bool damaged = !candidate.info && candidate.header.isUnderstood() && !candidate.canChecksumBeRight(window);
     const Answer followed = right ? Yes : isFollowed(window, candidate.end);
     if (followed == NotYet)
         return false;
-    if (followed == No) {
+    if (followed == No || (damaged && !m_inSync)) {
         m_inSync = false;
         passOver(candidate.start + 1, sink);
     } else if (!candidate.header.isUnderstood()) {
         reportBadFrame(window, candidate, StreamProblem::UnsupportedFrame, candidate.end, sink);
         continueAt(candidate.end);
-    } else if (!candidate.info) {
+    } else if (!candidate.info && !damaged) {
         reportMessage(window, candidate, sink);
     } else {
         reportBadFrame(window, candidate, right ? StreamProblem::LengthMismatch : StreamProblem::ChecksumFailure,
@@ -286,13 +339,12 @@ bool MavlinkStreamDecoder::resolveCutOff(const Window& window, const Candidate& 
     return true;
 }
 
-/** Whether a frame that fits its definition has the right checksum. At the end of the stream an incomplete one has not.
- */
+/** Whether a frame that fits its definition has the right checksum. At the end of the stream one without has not. */
 MavlinkStreamDecoder::Answer MavlinkStreamDecoder::verifies(const Window& window, const Candidate& candidate) const
 {
-    if (candidate.end > window.end)
-        return window.atEnd ? No : NotYet;
-    return candidate.isChecksumRight(window) ? Yes : No;
+    if (candidate.end > window.end && !window.atEnd)
+        return NotYet;
+    return candidate.checksumEnd() <= window.end && candidate.isChecksumRight(window) ? Yes : No;
 }
 
 /** Looks for the first frame that verifies and begins from m_searched up to @p end. */
@@ -379,7 +431,7 @@ void MavlinkStreamDecoder::reportMessage(const Window& window, const Candidate& 
     message.id = candidate.header.id;
     message.sender = senderKey(candidate.header.system, candidate.header.component);
     message.data = window.at(candidate.start);
-    message.size = candidate.header.size();
+    message.size = int(candidate.end - candidate.start);
     message.sequence = candidate.header.sequence;
     message.offset = candidate.start;
     if (m_layout == RawLayout) {

@@ -171,7 +171,7 @@ void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
         const RecordHead head(bytes ? bytes : "\0\0\0\0\0\0\0\0");
         const quint64 rest = cursor.rest();
         const char* const body = bytes ? cursor.skip(head.length) : nullptr;
-        if (!body || (head.opcode == MessageRecord && head.length < MessageHeadSize)) {
+        if (!body) {
             if (mustBeWhole)
                 report(StreamProblem::LengthMismatch, m_recordOffset, m_position - m_recordOffset,
                        QStringLiteral("a record in a chunk has %1 bytes where %2 are left; what follows it was dropped")
@@ -187,11 +187,18 @@ void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
             reportDefinition(m_channels.addChannel(body, head.length));
             break;
         case MessageRecord: {
+            if (isNone(head)) {
+                report(StreamProblem::LengthMismatch, m_recordOffset, 0, whyImpossible(head));
+                break;
+            }
             const MessageHead message(body);
             chunk->append(McapMessageOrder::Message{message.time, channelOf(message.channel), body + MessageHeadSize,
                                                     quint32(head.length - MessageHeadSize), message.sequence});
             break;
         }
+        case 0:
+            report(StreamProblem::UnsupportedFrame, m_recordOffset, 0, whyImpossible(head));
+            break;
         default:
             break;
         }

@@ -240,8 +240,9 @@ bool McapIndexReader::walkRecord(quint64 offset, const QByteArray& bytes, const 
         m_definitions->addMessageIndex(body, size);
     else
         m_definitions->endChunk();
+    if (isNone(head))
+        return head.opcode != 0 || head.length > 0; // a run of zeros is no recording any more
     switch (head.opcode) {
-    case 0:
     case DataEndRecord:
     case FooterRecord:
         return false;
@@ -256,7 +257,7 @@ bool McapIndexReader::walkRecord(quint64 offset, const QByteArray& bytes, const 
         return true;
     }
     case MessageRecord: {
-        if (head.length < quint64(MessageHeadSize) || size < quint64(MessageHeadSize))
+        if (size < quint64(MessageHeadSize))
             return false;
         const quint64 time = MessageHead(body).time;
         QVector<McapIndex::Chunk>& chunks = m_index->m_chunks;

@@ -67,6 +67,7 @@ McapReader::McapReader(ProtobufFormat* format, bool mustEnd)
     , m_searchStart(0)
     , m_searchEnd(Never)
     , m_searchIsQuiet(false)
+    , m_searchIsForNext(false)
     , m_crc(0)
     , m_crcCovers(true)
     , m_dataCrcIsWanted(true)
@@ -139,7 +140,7 @@ bool McapReader::step()
     case Skipping:
         return skip();
     case Searching:
-        return search();
+        return search(LongestHead);
     case AtEndMagic:
         return readEndMagic();
     case AtEnd:
@@ -196,33 +197,22 @@ bool McapReader::readMagic()
 /** What cannot be about a record; empty when it can be. */
 QString McapReader::whyImpossible(const RecordHead& head) const
 {
-    quint64 least = 0;
+    if (head.opcode == 0)
+        return QStringLiteral("no record has the number 0");
     quint64 most = GreatestRecord;
     switch (head.opcode) {
-    case 0:
-        return QStringLiteral("no record has the number 0");
-    case MessageRecord:
-        least = MessageHeadSize;
-        break;
     case ChunkRecord:
-        least = ChunkHeadSize + 8;
-        most = Never;
-        break;
     case AttachmentRecord:
         most = Never;
         break;
     case DataEndRecord:
-        least = DataEndSize;
-        most = GreatestExtension;
-        break;
     case FooterRecord:
-        least = FooterSize;
         most = GreatestExtension;
         break;
     default:
         break;
     }
-    if (head.length >= least && head.length <= most && head.length <= Never - m_position)
+    if (!isNone(head) && head.length <= most && head.length <= Never - m_position)
         return QString();
     return QStringLiteral("%1 of %2 bytes").arg(recordName(head.opcode)).arg(head.length);
 }
@@ -237,11 +227,13 @@ bool McapReader::readRecordHead()
     const QString impossible = whyImpossible(head);
     if (!impossible.isEmpty()) {
         // A record that is merely too long is believed when nothing in it speaks against that.
-        const bool isLong = head.opcode != 0 && head.length > GreatestExtension && head.length < Never - m_position;
-        const quint64 end = isLong ? m_position + RecordHeadSize + head.length : Never;
+        const bool isLong = head.length > GreatestExtension && head.length < Never - m_position;
+        const quint64 end =
+            isNone(head) || isLong ? m_position + RecordHeadSize + std::min(head.length, GreatestRecord) : Never;
         const QByteArray consumed(bytes, RecordHeadSize);
         m_position += RecordHeadSize;
         startSearch(m_recordOffset, end, consumed, impossible);
+        m_searchIsForNext = isNone(head);
         return true;
     }
     if (head.opcode == DataEndRecord)
@@ -389,6 +381,16 @@ void McapReader::startSearch(quint64 since, quint64 until, const QByteArray& con
     m_searchEnd = until;
     m_searchReason = reason;
     m_searchIsQuiet = false;
+    m_searchIsForNext = false;
+}
+
+/** Whether a record follows one that is none itself, at m_searchEnd; that may move on with more of them. */
+bool McapReader::isNext(const char* bytes)
+{
+    const RecordHead head(bytes);
+    if (head.opcode <= DataEndRecord && isNone(head))
+        m_searchEnd += RecordHeadSize + std::min(head.length, GreatestRecord);
+    return head.opcode <= DataEndRecord && whyImpossible(head).isEmpty();
 }
 
 /** Whether a chunk begins there, or what follows the last: all others are too easily mistaken. */
@@ -410,18 +412,19 @@ bool McapReader::isPlausible(const char* bytes, quint64 size) const
     }
 }
 
-bool McapReader::search()
+/** Goes on with a search as far as there are @p least bytes to tell a record by. */
+bool McapReader::search(int least)
 {
     m_window.append(m_input, int(m_inputSize));
     m_position = m_windowOffset + quint64(m_window.size());
     m_inputSize = 0;
     const char* const begin = m_window.constData();
     const char* const end = begin + m_window.size();
-    // The bytes of DataEnd and footer are enough for these; a chunk at the very end of the window waits.
     const char* candidate = begin + (m_windowOffset == m_searchStart ? 1 : 0);
-    for (; end - candidate >= LongestHead; ++candidate) {
+    for (; end - candidate >= least; ++candidate) {
         const quint64 offset = m_windowOffset + quint64(candidate - begin);
-        if (offset == m_searchEnd || isPlausible(candidate, quint64(end - candidate))) {
+        const bool isEnd = offset == m_searchEnd && (!m_searchIsForNext || isNext(candidate));
+        if (isEnd || isPlausible(candidate, quint64(end - candidate))) {
             endSearch(offset);
             return true;
         }
@@ -436,7 +439,7 @@ void McapReader::endSearch(quint64 found)
 {
     if (found == m_searchEnd && m_searchIsQuiet)
         m_searchIsQuiet = false;
-    else if (found == m_searchEnd)
+    else if (found == m_searchEnd && !m_searchIsForNext)
         report(StreamProblem::UnsupportedFrame, m_searchStart, found - m_searchStart,
                QStringLiteral("%1 was passed over, %2 are read").arg(m_searchReason, megabytes(GreatestRecord)));
     else
@@ -475,6 +478,12 @@ bool McapReader::passOverEnd()
 void McapReader::finish(StreamSink* sink)
 {
     m_sink = sink;
+    // What is left of the stream is less than is looked at otherwise.
+    if (m_state == Searching && search(RecordHeadSize)) {
+        while (step()) {
+        }
+        m_backlog.clear();
+    }
     const quint64 kept = m_gatheredTaken ? 0 : m_gathered.size();
     const quint64 end = m_position + kept;
     const quint64 start =

@@ -53,7 +53,8 @@ private:
     bool readChunk();
     bool readPlainChunk();
     bool skip();
-    bool search();
+    bool search(int least);
+    bool isNext(const char* bytes);
     bool readEndMagic();
     bool passOverEnd();
 
@@ -115,7 +116,8 @@ private:
     quint64 m_searchStart;
     quint64 m_searchEnd; // where a record ends that is too long to be believed; the greatest number for none
     QString m_searchReason;
-    bool m_searchIsQuiet; // nothing speaks against that record so far
+    bool m_searchIsQuiet;   // nothing speaks against that record so far
+    bool m_searchIsForNext; // that record is wrong in itself, so that another has to follow
 
     quint32 m_crc; // of the data section, and then of the summary
     bool m_crcCovers;

@@ -109,6 +109,9 @@ struct RecordHead
     quint64 length;
 };
 
+/** Whether there is no such record: its number is 0, or it is too short for what has to be in it. */
+bool isNone(const RecordHead& head);
+
 /** Texts of what is read lie in the bytes it was read from. Reading gives false when the body is too short. */
 struct Schema
 {

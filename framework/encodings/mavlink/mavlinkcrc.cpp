@@ -1,5 +1,6 @@
 #include "mavlinkcrc.h"
 
+#include <algorithm>
 #include <array>
 
 namespace
@@ -51,4 +52,9 @@ quint16 MavlinkCrc::calculate(const char* bytes, int size, quint16 start)
 quint16 MavlinkCrc::add(quint16 crc, quint8 byte)
 {
     return static_cast<quint16>((crc >> 8) ^ tables[0][(crc ^ byte) & 0xff]);
+}
+
+bool MavlinkCrc::canFollow(quint16 crc, quint16 next)
+{
+    return std::find(tables[0].begin(), tables[0].end(), quint16(next ^ (crc >> 8))) != tables[0].end();
 }

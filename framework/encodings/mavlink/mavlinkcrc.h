@@ -15,6 +15,9 @@ CORVELFRAMEWORK_EXPORT quint16 calculate(const char* bytes, int size, quint16 st
 /** The checksum @p crc carried on over one byte more. */
 CORVELFRAMEWORK_EXPORT quint16 add(quint16 crc, quint8 byte);
 
+/** Whether add() makes @p next of @p crc with some byte, as it does in one of 256 cases by chance. */
+CORVELFRAMEWORK_EXPORT bool canFollow(quint16 crc, quint16 next);
+
 } // namespace MavlinkCrc
 
 #endif

@@ -186,6 +186,31 @@ private Q_SLOTS:
         }
     }
 
+    void aSignatureThatBreaksOffCostsOnlyItself()
+    {
+        const QByteArray whole = frame("HEARTBEAT", 1, 2, 1);
+        for (const Layout layout : {Raw, Tlog}) {
+            const int timeSize = layout == Tlog ? 8 : 0;
+            const auto part = [&](const QByteArray& bytes) { return layout == Tlog ? timed(Noon, bytes) : bytes; };
+            const QString time = layout == Tlog ? text(" @1700000000000000") : QString();
+            for (int left = 0; left <= 13; ++left) {
+                const QString first = QStringLiteral("%1 HEARTBEAT 1:1 #1%2").arg(timeSize).arg(time) +
+                                      (left == 13 ? QString()
+                                                  : QStringLiteral("; %1+%2 %2 byte%3 skipped: a signature breaks off")
+                                                        .arg(21 + timeSize)
+                                                        .arg(left)
+                                                        .arg(text(left == 1 ? "" : "s")));
+                const QByteArray bytes = part(whole.left(21 + left));
+                QCOMPARE(decode(bytes, layout), first);
+                QCOMPARE(decode(bytes + part(attitude(2)) + part(heartbeat(3)), layout),
+                         first + QStringLiteral("; %1 ATTITUDE 1:1 #2%3; %2 HEARTBEAT 1:1 #3%3")
+                                     .arg(bytes.size() + timeSize)
+                                     .arg(bytes.size() + 40 + 2 * timeSize)
+                                     .arg(time));
+            }
+        }
+    }
+
     void takesAFrameInsideABadOneOnly()
     {
         // The sender was interrupted after 15 bytes; the frame that follows lies within what the first one claims.
@@ -233,6 +258,12 @@ private Q_SLOTS:
         QCOMPARE(decode(heartbeat(1) + unknown(2, 30) + unknown(3, 5) + heartbeat(4) + unknown(5, 6)),
                  text("0 HEARTBEAT 1:1 #1; 21 unknown 70000 1:1 #2; 63 unknown 70000 1:1 #3; 80 HEARTBEAT 1:1 #4; "
                       "101 unknown 70000 1:1 #5"));
+        // Damaged, as no definition has a checksum like that.
+        QByteArray damaged = unknown(2, 30);
+        damaged[20] = 'X';
+        QCOMPARE(decode(heartbeat(1) + damaged + heartbeat(3)),
+                 text("0 HEARTBEAT 1:1 #1; 21+42 checksum failure, id 70000, sender 1:1; 63 HEARTBEAT 1:1 #3"));
+        QCOMPARE(decode("noise" + damaged + heartbeat(3)), text("0+47 47 bytes skipped; 47 HEARTBEAT 1:1 #3"));
         QCOMPARE(decode("noise" + unknown(2, 30) + "noise" + heartbeat(4)),
                  text("0+52 52 bytes skipped; 52 HEARTBEAT 1:1 #4"));
         // Behind noise a magic byte at its end is not enough: a header that fits its definition is.

@@ -377,6 +377,56 @@ private Q_SLOTS:
         QVERIFY2(report.contains(problem), qPrintable(report));
     }
 
+    void aRecordThatIsNoneCostsOnlyItself_data()
+    {
+        QTest::addColumn<int>("chunkSize");
+        QTest::addColumn<QByteArray>("record");
+        QTest::addColumn<QString>("problem");
+        for (const int chunkSize : {0, 300}) {
+            const char* const where = chunkSize == 0 ? "unchunked" : "chunks";
+            QTest::addRow("short message, %s", where)
+                << chunkSize << record(5, QByteArray(21, 'x')) << QStringLiteral("30 bytes skipped: a message of 21");
+            QTest::addRow("number 0, %s", where)
+                << chunkSize << record(0, QByteArray(5000, 'x')) << QStringLiteral("5009 bytes skipped: no record has");
+            QTest::addRow("several, %s", where)
+                << chunkSize << record(0, "x") + record(6, QByteArray(3, 'x')) + record(0x0f, QByteArray())
+                << QStringLiteral("31 bytes skipped: no record has");
+            QTest::addRow("short messages in a chunk, %s", where)
+                << chunkSize
+                << chunk("", record(5, QByteArray(21, 'x')) + record(0, "x") + record(5, QByteArray()), 49, 49)
+                << QStringLiteral("does not fit the message type: a message of 0 bytes");
+        }
+    }
+
+    void aRecordThatIsNoneCostsOnlyItself()
+    {
+        QFETCH(int, chunkSize);
+        QFETCH(QByteArray, record);
+        QFETCH(QString, problem);
+        for (const int before : {0, 10, 20}) {
+            Recording recording(settings(McapWriter::NoCompression, chunkSize));
+            const quint16 channel = recording.addPoints("/a");
+            for (int i = 0; i <= 20; ++i) {
+                if (i == before) {
+                    recording.writer.flush();
+                    recording.buffer.write(record);
+                }
+                if (i < 20)
+                    recording.writer.writeMessage(channel, 0, quint64(i) * 1000, point(i));
+            }
+            const QByteArray bytes = recording.finished();
+            for (const int piece : {1, 1 << 20}) {
+                const Decoded decoded(bytes, piece);
+                QCOMPARE(int(decoded.lines.messages.size()), 20);
+                const QString problems = decoded.lines.problems.join(QLatin1String(", "));
+                QVERIFY2(problems.contains(problem), qPrintable(problems));
+            }
+            QString error;
+            const std::unique_ptr<McapIndex> index(McapIndex::load(write(bytes), &error));
+            QCOMPARE(index->getEndTime(), qint64(19));
+        }
+    }
+
     void manyChunksTakeNoMoreMemoryThanAFew()
     {
         Recording recording(settings(McapWriter::Zstd, 1 << 20));
