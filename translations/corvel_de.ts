@@ -177,6 +177,26 @@
         <source>it has no other places to go to</source>
         <translation>darin kann nicht gesprungen werden</translation>
     </message>
+    <message>
+        <source>there is no such serial port</source>
+        <translation>diese serielle Schnittstelle gibt es nicht</translation>
+    </message>
+    <message>
+        <source>another program uses it</source>
+        <translation>ein anderes Programm benutzt sie</translation>
+    </message>
+    <message>
+        <source>permission denied; the group &quot;%1&quot; may open it</source>
+        <translation>keine Berechtigung; die Gruppe „%1“ darf sie öffnen</translation>
+    </message>
+    <message>
+        <source>this is no serial port</source>
+        <translation>das ist keine serielle Schnittstelle</translation>
+    </message>
+    <message>
+        <source>the device is gone</source>
+        <translation>das Gerät ist nicht mehr da</translation>
+    </message>
 </context>
 <context>
     <name>ConnectDialog</name>
@@ -481,6 +501,22 @@
         <source>&quot;%1&quot; is no address to listen on; it is written in numbers</source>
         <translation>„%1“ ist keine Empfangsadresse; sie wird in Zahlen geschrieben</translation>
     </message>
+    <message>
+        <source>no serial port is named</source>
+        <translation>keine serielle Schnittstelle angegeben</translation>
+    </message>
+    <message>
+        <source>baud is &quot;%1&quot;; it is a number such as 57600</source>
+        <translation>baud ist „%1“; es muss eine Zahl wie 57600 sein</translation>
+    </message>
+    <message>
+        <source>format is &quot;%1&quot;; it has data bits, parity (N, E, O, M or S) and stop bits, such as 8N1</source>
+        <translation>format ist „%1“; es besteht aus Datenbits, Parität (N, E, O, M oder S) und Stoppbits, etwa 8N1</translation>
+    </message>
+    <message>
+        <source>flow is &quot;%1&quot;; it is none, hardware or software</source>
+        <translation>flow ist „%1“; möglich sind none, hardware und software</translation>
+    </message>
 </context>
 <context>
     <name>InputKind</name>
@@ -543,6 +579,50 @@
     <message>
         <source>UDP: listen for datagrams</source>
         <translation>UDP: Datagramme empfangen</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>hardware (RTS/CTS)</source>
+        <translation>Hardware (RTS/CTS)</translation>
+    </message>
+    <message>
+        <source>software (XON/XOFF)</source>
+        <translation>Software (XON/XOFF)</translation>
+    </message>
+    <message>
+        <source>The serial port, such as /dev/ttyUSB0</source>
+        <translation>Die serielle Schnittstelle, etwa /dev/ttyUSB0</translation>
+    </message>
+    <message>
+        <source>&amp;Baud rate:</source>
+        <translation>&amp;Baudrate:</translation>
+    </message>
+    <message>
+        <source>Bits a second</source>
+        <translation>Bits pro Sekunde</translation>
+    </message>
+    <message>
+        <source>Data for&amp;mat:</source>
+        <translation>Daten&amp;format:</translation>
+    </message>
+    <message>
+        <source>Data bits, parity (none, even, odd, mark, space) and stop bits</source>
+        <translation>Datenbits, Parität (None = keine, Even = gerade, Odd = ungerade, Mark, Space) und Stoppbits</translation>
+    </message>
+    <message>
+        <source>F&amp;low control:</source>
+        <translation>F&amp;lusssteuerung:</translation>
+    </message>
+    <message>
+        <source>How this computer asks the device to wait</source>
+        <translation>Wie dieser Rechner das Gerät warten lässt</translation>
+    </message>
+    <message>
+        <source>Serial port</source>
+        <translation>Serielle Schnittstelle</translation>
     </message>
 </context>
 <context>

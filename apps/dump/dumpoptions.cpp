@@ -14,7 +14,8 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
             "INPUT is one of\n%1\n\nOf a file or standard input the format is found out: MAVLink with\n"
             "times (tlog) or without (raw), MCAP, or, with --type, messages of Protocol Buffers with lengths between "
             "them.\n"
-            "UDP and TCP bring raw MAVLink or, with --type, one message a datagram and messages with varint lengths.\n"
+            "UDP, TCP and serial ports bring raw MAVLink or, with --type, one message a datagram and messages with "
+            "varint lengths.\n"
             "Problems go to the error stream. Exit status: 0; 1 for wrong usage; 2 for an input or a definition that\n"
             "cannot be read, an input that is not recognised, and an output that cannot be written.")
             .arg(inputHelp()));

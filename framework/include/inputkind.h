@@ -15,9 +15,10 @@ struct CORVELFRAMEWORK_EXPORT InputField
     enum Editor
     {
         TextEditor,
-        FileEditor, ///< the path of a file that is there
-        PortEditor, ///< a number from 1 to 65535
-        ListEditor  ///< one of getChoices(), or what else is typed
+        FileEditor,   ///< the path of a file that is there
+        PortEditor,   ///< a number from 1 to 65535
+        ChoiceEditor, ///< one of getChoices()
+        ListEditor    ///< one of getChoices(), or what else is typed
     };
 
     /** A value that can be chosen, and how people call it. */

@@ -2,6 +2,7 @@
 
 #include "fileinput.h"
 #include "foxgloveinput.h"
+#include "serialinput.h"
 #include "tcpinput.h"
 #include "udpinput.h"
 
@@ -10,8 +11,8 @@
 // The table of inputs: to add one, add its row here.
 const QVector<const InputKind*>& InputKind::getAll()
 {
-    static const QVector<const InputKind*> all{&UdpInputKind, &TcpInputKind, &FoxgloveInputKind, &FileInputKind,
-                                               &StandardInputKind};
+    static const QVector<const InputKind*> all{&UdpInputKind,      &TcpInputKind,  &SerialInputKind,
+                                               &FoxgloveInputKind, &FileInputKind, &StandardInputKind};
     return all;
 }
 

@@ -30,6 +30,16 @@ QString valueOf(const QWidget* editor)
     return qobject_cast<const QLineEdit*>(editor)->text().trimmed();
 }
 
+// What is typed into stays where it is when another kind is chosen.
+int widestLabel(const QWidget* form)
+{
+    int widest = 0;
+    for (const InputKind* kind : InputKind::getAll())
+        for (const InputField& field : kind->getFields())
+            widest = qMax(widest, form->fontMetrics().horizontalAdvance(field.getLabel().remove(QLatin1Char('&'))));
+    return widest;
+}
+
 void fillList(QComboBox* list, const InputField& field, const QString& value)
 {
     const QVector<InputField::Choice> choices = field.getChoices();
@@ -41,8 +51,11 @@ void fillList(QComboBox* list, const InputField& field, const QString& value)
         list->setCurrentIndex(index);
     else if (!value.isEmpty())
         list->setEditText(value);
-    list->lineEdit()->setPlaceholderText(choices.isEmpty() ? AddressForm::tr("none found; another can be typed")
-                                                           : QString());
+    else if (!choices.isEmpty())
+        list->setCurrentIndex(0);
+    if (list->isEditable())
+        list->lineEdit()->setPlaceholderText(choices.isEmpty() ? AddressForm::tr("none found; another can be typed")
+                                                               : QString());
 }
 
 } // namespace
@@ -58,7 +71,10 @@ AddressForm::AddressForm(QWidget* parent)
         m_kind->addItem(kind->getTitle());
     m_kind->setAccessibleName(tr("Kind of source"));
     m_kind->setToolTip(tr("Where the messages come from"));
-    m_layout->addRow(tr("&Kind:"), m_kind);
+    QLabel* const label = new QLabel(tr("&Kind:"));
+    label->setBuddy(m_kind);
+    label->setMinimumWidth(widestLabel(this));
+    m_layout->addRow(label, m_kind);
     connect(m_kind, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &AddressForm::showKind);
     showKind();
 }
@@ -103,7 +119,7 @@ QWidget* AddressForm::createEditor(const InputField& field, const QString& value
 {
     if (field.editor == InputField::FileEditor)
         return createFileEditor(field, value);
-    if (field.editor == InputField::ListEditor)
+    if (field.editor == InputField::ListEditor || field.editor == InputField::ChoiceEditor)
         return createListEditor(field, value);
     const QString name = QLatin1String(field.name);
     if (field.editor == InputField::PortEditor) {
@@ -143,7 +159,7 @@ QWidget* AddressForm::createFileEditor(const InputField& field, const QString& v
 QWidget* AddressForm::createListEditor(const InputField& field, const QString& value)
 {
     QComboBox* const list = new QComboBox;
-    list->setEditable(true);
+    list->setEditable(field.editor == InputField::ListEditor);
     list->setInsertPolicy(QComboBox::NoInsert);
     fillList(list, field, value);
     m_editors.insert(QLatin1String(field.name), list);

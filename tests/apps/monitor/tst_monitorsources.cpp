@@ -9,6 +9,7 @@
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
 #include "playbacktime.h"
+#include "pseudoterminal.h"
 #include "recorder.h"
 #include "sourcefactory.h"
 #include "sourcemodel.h"
@@ -34,6 +35,7 @@ class tst_monitorsources : public TestBase
 private Q_SLOTS:
     void initTestCase() { m_dialect.reset(MavlinkDialect::loadBuiltIn()); }
     void countsGoOnOverAReconnection();
+    void aSerialDeviceGoesOnWhenItIsPluggedInAgain();
     void twoSourcesOfOneSenderStayApart();
     void definitionsThatComeLaterAreUsedForWhatCameBefore();
     void annotationsAreForEitherFormat();
@@ -116,6 +118,31 @@ void tst_monitorsources::countsGoOnOverAReconnection()
     QVERIFY(waitFor([&]() { return !states.filter("again in 30 s: ").isEmpty(); }, 30000));
     QVERIFY(!states.filter("again in 8 s: ").isEmpty());
     QVERIFY(states.filter("again in 31 s").isEmpty());
+    SourceSession::setSecondOfWaiting(1000);
+}
+
+void tst_monitorsources::aSerialDeviceGoesOnWhenItIsPluggedInAgain()
+{
+    SourceSession::setSecondOfWaiting(5);
+    const QString path = m_folder.filePath("ttyTest");
+    PseudoTerminal device(path);
+    MainWindow window;
+    window.show();
+    QVERIFY(window.openAddress("serial:" + path + "?baud=115200")); // which nobody has plugged in yet
+    const SourceSession* const session = window.getSources()->getSession(0);
+    QStringList states;
+    connect(session, &SourceSession::changed, this, [&]() { states.append(session->getStateText()); });
+    QVERIFY(waitFor([&]() { return states.contains("again in 2 s: there is no such serial port"); }));
+    for (int i = 1; i <= 2; ++i) {
+        QVERIFY(device.plugIn());
+        QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Receiving; }));
+        device.send(heartbeat(i));
+        QVERIFY(waitFor([&]() { return session->getCounters().getMessageCount() == quint64(i); }));
+        states.clear();
+        device.unplug();
+        QVERIFY(waitFor([&]() { return !states.filter(": the device is gone").isEmpty(); }));
+    }
+    QCOMPARE(statisticsNames(window), QStringList("HEARTBEAT 2"));
     SourceSession::setSecondOfWaiting(1000);
 }
 
