@@ -10,8 +10,10 @@
 #include <QSerialPortInfo>
 #include <QStringList>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace
 {
@@ -93,7 +95,11 @@ ByteInput* create(const InputAddress& address)
 QVector<InputField::Choice> ports()
 {
     QVector<InputField::Choice> choices;
-    for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {
+    QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
+    // What was plugged in is more likely meant than what is part of the computer.
+    std::stable_partition(ports.begin(), ports.end(),
+                          [](const QSerialPortInfo& port) { return port.hasVendorIdentifier(); });
+    for (const QSerialPortInfo& port : std::as_const(ports)) {
         const QString path = port.systemLocation();
         const QString about = port.description().isEmpty() ? port.manufacturer() : port.description();
         choices.append({path, about.isEmpty() ? path : path + QStringLiteral(" – ") + about});
