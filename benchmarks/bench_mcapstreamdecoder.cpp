@@ -1,3 +1,4 @@
+#include "definitions.h"
 #include "mcapfixtures.h"
 #include "mcapindex.h"
 #include "mcaprecord.h"
@@ -5,7 +6,6 @@
 #include "message.h"
 #include "messageinfo.h"
 #include "messagestatisticscoordinator.h"
-#include "protobufformat.h"
 #include "receptioncounters.h"
 #include "receptionmonitor.h"
 #include "streamrelay.h"
@@ -76,9 +76,9 @@ void feed(const QByteArray& bytes, McapStreamDecoder* decoder, StreamSink* sink)
     decoder->finish(sink);
 }
 
-quint64 decode(const QByteArray& bytes, ProtobufFormat* format, const McapIndex* index)
+quint64 decode(const QByteArray& bytes, Definitions* definitions, const McapIndex* index)
 {
-    McapStreamDecoder decoder(format);
+    McapStreamDecoder decoder(definitions);
     decoder.setIndex(index);
     Statistics sink(&decoder);
     feed(bytes, &decoder, &sink);
@@ -86,9 +86,9 @@ quint64 decode(const QByteArray& bytes, ProtobufFormat* format, const McapIndex*
 }
 
 /** The same on two threads, as corvel-dump does it. */
-quint64 decodeAside(const QByteArray& bytes, ProtobufFormat* format, const McapIndex* index)
+quint64 decodeAside(const QByteArray& bytes, Definitions* definitions, const McapIndex* index)
 {
-    McapStreamDecoder decoder(format);
+    McapStreamDecoder decoder(definitions);
     decoder.setIndex(index);
     Statistics sink(&decoder);
     StreamRelay relay;
@@ -193,16 +193,16 @@ void run(benchmark::State& state, const QByteArray& bytes)
         return;
     }
     const std::unique_ptr<McapIndex> index(McapIndex::load(file.fileName(), &error));
-    ProtobufFormat format;
+    Definitions definitions;
     double least = 1e9;
     double walked[Checksums + 1] = {1e9, 1e9, 1e9};
     double leastWait = 1e9;
     double waited[Checksums + 1] = {1e9, 1e9, 1e9};
     quint64 messages = 0;
     for (auto _ : state) {
-        least = std::min(least, measure([&] { messages = decode(bytes, &format, index.get()); }));
+        least = std::min(least, measure([&] { messages = decode(bytes, &definitions, index.get()); }));
         state.PauseTiming();
-        leastWait = std::min(leastWait, measureWait([&] { decodeAside(bytes, &format, index.get()); }));
+        leastWait = std::min(leastWait, measureWait([&] { decodeAside(bytes, &definitions, index.get()); }));
         for (int depth = RecordHeads; depth <= Checksums; ++depth) {
             const auto walkOnce = [&] { benchmark::DoNotOptimize(walk(bytes, static_cast<Walk>(depth))); };
             waited[depth] = std::min(waited[depth],

@@ -306,6 +306,32 @@
     </message>
 </context>
 <context>
+    <name>Definitions</name>
+    <message>
+        <source>cannot be read: not a file</source>
+        <translation>kann nicht gelesen werden: keine Datei</translation>
+    </message>
+    <message>
+        <source>cannot be read: %1</source>
+        <translation>kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>these are no definitions that can be read: %1</source>
+        <translation>das sind keine Definitionen, die gelesen werden können: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Encoding</name>
+    <message>
+        <source>MAVLink dialect</source>
+        <translation>MAVLink-Dialekt</translation>
+    </message>
+    <message>
+        <source>Protocol Buffers schema</source>
+        <translation>Schema von Protocol Buffers</translation>
+    </message>
+</context>
+<context>
     <name>EventLogTableWidget</name>
     <message>
         <source>Time</source>

@@ -23,9 +23,12 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                          QStringLiteral("Print values as people read them, with units and names."));
     const QCommandLineOption stats(QStringLiteral("stats"),
                                    QStringLiteral("Print no messages but one JSON object of counts at the end."));
-    const QCommandLineOption dialect(QStringLiteral("dialect"),
-                                     QStringLiteral("MAVLink definition file (XML) instead of the built-in one."),
-                                     QStringLiteral("FILE"));
+    const QCommandLineOption definitions(
+        QStringList{QStringLiteral("definitions"), QStringLiteral("dialect"), QStringLiteral("schema")},
+        QStringLiteral(
+            "File of definitions: a MAVLink dialect (XML) instead of the built-in one, or a Protocol Buffers "
+            "schema, a .proto text or a descriptor set; can be repeated. MCAP recordings bring their own."),
+        QStringLiteral("FILE"));
     const QCommandLineOption annotations(QStringLiteral("annotations"),
                                          QStringLiteral("Annotation file (JSON), such as for virtual fields."),
                                          QStringLiteral("FILE"));
@@ -33,10 +36,6 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                     QStringLiteral("What the input is, \"tlog\", \"raw\", \"mcap\" or \"delimited\", "
                                                    "instead of finding out."),
                                     QStringLiteral("NAME"));
-    const QCommandLineOption schema(QStringLiteral("schema"),
-                                    QStringLiteral("Protocol Buffers schema, a .proto text or a descriptor set; can "
-                                                   "be repeated. MCAP recordings bring their own."),
-                                    QStringLiteral("FILE"));
     const QCommandLineOption importPath(QStringLiteral("import-path"),
                                         QStringLiteral("Folder in which imports of schemas are looked for; can be "
                                                        "repeated."),
@@ -58,7 +57,7 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                   QStringLiteral("Print this text."));
     const QCommandLineOption version(QStringList{QStringLiteral("v"), QStringLiteral("version")},
                                      QStringLiteral("Print the version."));
-    parser.addOptions({interpreted, stats, select, dialect, schema, importPath, type, framing, annotations, format,
+    parser.addOptions({interpreted, stats, select, definitions, importPath, type, framing, annotations, format,
                        confidential, help, version});
     parser.addPositionalArgument(QStringLiteral("INPUT"), QStringLiteral("What to read."));
 
@@ -72,7 +71,7 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                          QCoreApplication::applicationVersion() + QLatin1Char('\n');
         return InfoAsked;
     }
-    for (const QCommandLineOption* option : {&dialect, &annotations, &format, &type, &framing}) {
+    for (const QCommandLineOption* option : {&annotations, &format, &type, &framing}) {
         if (parser.values(*option).size() > 1) {
             *text = QStringLiteral("--%1 can be given once").arg(option->names().constFirst());
             return Wrong;
@@ -98,9 +97,8 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
         return Wrong;
     }
     recording.typeName = parser.value(type);
-    options->schemas = parser.values(schema);
+    options->definitions = parser.values(definitions);
     options->importPaths = parser.values(importPath);
-    options->dialect = parser.value(dialect);
     options->annotations = parser.value(annotations);
     options->selections = parser.values(select);
     options->interpreted = parser.isSet(interpreted);

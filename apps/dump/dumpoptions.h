@@ -19,11 +19,10 @@ struct DumpOptions
     static Result parse(const QStringList& arguments, DumpOptions* options, QString* text);
 
     InputAddress input;
-    QString dialect;     ///< empty for the built-in one
-    QString annotations; ///< empty for none but the file beside the dialect
-    QStringList schemas; ///< .proto texts or descriptor sets
+    QStringList definitions; ///< files of definitions; the built-in ones besides
+    QString annotations;     ///< empty for none but the files beside the definitions
     QStringList importPaths;
-    RecordingOptions recording; ///< without the formats, which are loaded later
+    RecordingOptions recording; ///< without the definitions, which are loaded later
     QStringList selections;     ///< path expressions; empty for everything
     bool interpreted = false;
     bool statistics = false;

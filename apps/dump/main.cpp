@@ -1,10 +1,8 @@
-#include "annotations.h"
 #include "corvel.h"
+#include "definitions.h"
 #include "dumpoptions.h"
-#include "mavlinkdialect.h"
 #include "message.h"
 #include "messageprinter.h"
-#include "protobufformat.h"
 #include "recordingindex.h"
 #include "selection.h"
 #include "standardoutput.h"
@@ -12,7 +10,6 @@
 #include "streamrelay.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 
 #include <chrono>
 #include <csignal>
@@ -65,32 +62,13 @@ bool complainAll(const QStringList& errors)
     return errors.isEmpty();
 }
 
-bool loadSchemas(const DumpOptions& options, ProtobufFormat* format)
+bool loadDefinitions(const DumpOptions& options, Definitions* definitions)
 {
     QStringList errors;
-    for (const QString& schema : options.schemas)
-        format->loadSchema(schema, options.importPaths, &errors);
-    return complainAll(errors);
-}
-
-// The files describe fields of the format that the input turned out to have.
-bool applyAnnotations(const DumpOptions& options, const FormatInfo* format, MavlinkDialect* dialect,
-                      ProtobufFormat* protobuf)
-{
-    QStringList paths;
-    if (format == dialect && !options.dialect.isEmpty() && QFileInfo::exists(Annotations::pathBeside(options.dialect)))
-        paths.append(Annotations::pathBeside(options.dialect));
+    for (const QString& path : options.definitions)
+        definitions->load(path, options.importPaths, &errors);
     if (!options.annotations.isEmpty())
-        paths.append(options.annotations);
-    QStringList errors;
-    for (const QString& path : paths) {
-        if (format == dialect)
-            Annotations::apply(path, dialect, &errors);
-        else
-            protobuf->addAnnotations(path, &errors);
-    }
-    if (format == protobuf)
-        protobuf->publish(&errors);
+        definitions->annotate(options.annotations, &errors);
     return complainAll(errors);
 }
 
@@ -152,15 +130,11 @@ int closeOutput(int error)
 
 int dump(const DumpOptions& options)
 {
-    QStringList errors;
-    const std::unique_ptr<MavlinkDialect> dialect(
-        options.dialect.isEmpty() ? MavlinkDialect::loadBuiltIn() : MavlinkDialect::load(options.dialect, &errors));
-    ProtobufFormat protobuf;
-    if (!complainAll(errors) || !loadSchemas(options, &protobuf))
+    Definitions definitions;
+    if (!loadDefinitions(options, &definitions))
         return Unreadable;
     RecordingOptions recordingOptions = options.recording;
-    recordingOptions.dialect = dialect.get();
-    recordingOptions.protobuf = &protobuf;
+    recordingOptions.definitions = &definitions;
     const OpenedRecording recording = openRecording(options.input, recordingOptions, [] { return !interrupted; });
     if (!recording.isGood()) {
         if (recording.error.isEmpty())
@@ -171,11 +145,14 @@ int dump(const DumpOptions& options)
 
     ByteInput* const input = recording.input.get();
     StreamDecoder* const decoder = recording.decoder.get();
-    if (!applyAnnotations(options, decoder->getFormatInfo(), dialect.get(), &protobuf))
+    // What the decoder asked for may be annotated wrongly.
+    QStringList errors;
+    definitions.publish(&errors);
+    if (!complainAll(errors))
         return Unreadable;
     Selection selection;
     QString error;
-    if (!selection.setUp(options.selections, decoder->getFormatInfo(), decoder->getFormatInfo() == dialect.get(),
+    if (!selection.setUp(options.selections, decoder->getFormatInfo(), definitions.isComplete(decoder->getFormatInfo()),
                          &error)) {
         complain(error);
         return WrongUsage;

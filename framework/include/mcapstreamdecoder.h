@@ -5,15 +5,15 @@
 
 #include <memory>
 
+class Definitions;
 class McapIndex;
-class ProtobufFormat;
 
 /**
  * Finds the messages in an MCAP recording or stream.
  *
- * Messages of channels with protobuf encoding have a type; those of other channels, and of channels whose schema is
- * missing or wrong, are handed out with a null ReceivedMessage::info. ReceivedMessage::data is the payload alone, its
- * offset that of the chunk that it came in. A sender is a channel, called by its topic.
+ * Messages of channels whose encoding and schema are known have a type; those of other channels, and of channels whose
+ * schema is missing or wrong, are handed out with a null ReceivedMessage::info. ReceivedMessage::data is the payload
+ * alone, its offset that of the chunk that it came in. A sender is a channel, called by its topic.
  *
  * Chunks are read whole: what fails its checksum or does not decompress is dropped and reported, and the following
  * chunks are read. When lengths make no sense, the search goes on for a chunk whose lengths agree with one another. A
@@ -35,8 +35,8 @@ public:
         Live       ///< comes as it happens: times are those of the sender's clock, and there is no end mark to miss
     };
 
-    /** @param format  makes the types; must outlive the decoder and must not be null */
-    explicit McapStreamDecoder(ProtobufFormat* format, Mode mode = Recording);
+    /** @param definitions  makes the types; must outlive the decoder and must not be null */
+    explicit McapStreamDecoder(Definitions* definitions, Mode mode = Recording);
     virtual ~McapStreamDecoder();
 
     /**

@@ -71,23 +71,9 @@ public:
     /** The types that stand at the top of the files given to loadSchema(), then those of files they import. */
     QStringList getLoadedTypeNames() const;
 
-    /**
-     * Applies an annotation file (docs/annotations.md) to the types, also to those that come later.
-     *
-     * GUI thread, before types are shown that it is about. Names of types that no schema has are no errors, since a
-     * recording can bring them any time.
-     *
-     * @param errors  what was wrong, each as "file:line: message.field: text"; must not be null
-     * @return whether there was no error
+    /** Adds the types made since the last call to the format, returns them, and tells the FormatRegistry. GUI thread.
      */
-    bool addAnnotations(const QString& path, QStringList* errors);
-
-    /**
-     * Adds the types made since the last call to the format, annotated, and tells the FormatRegistry. GUI thread.
-     *
-     * @param errors  what was wrong with annotations of these types; when null, these are warnings
-     */
-    void publish(QStringList* errors = nullptr);
+    QVector<const MessageInfo*> publish();
 
 private:
     struct Private;

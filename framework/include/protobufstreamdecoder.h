@@ -5,7 +5,7 @@
 
 #include <QByteArray>
 
-class ProtobufFormat;
+class Definitions;
 
 /**
  * Finds the messages of one type in a stream of serialized messages, each with its length before it.
@@ -27,10 +27,10 @@ public:
     };
 
     /**
-     * @param format  the format that @p info belongs to once it is published; must outlive the decoder
-     * @param info    the type of all messages; must not be null
+     * @param definitions  what @p info is from; must outlive the decoder and must not be null
+     * @param info         the type of all messages; must not be null
      */
-    ProtobufStreamDecoder(ProtobufFormat* format, const MessageInfo* info, Framing framing);
+    ProtobufStreamDecoder(Definitions* definitions, const MessageInfo* info, Framing framing);
     virtual ~ProtobufStreamDecoder();
 
     void feed(const char* bytes, int size, qint64 arrivalTime, StreamSink* sink) override;
@@ -57,7 +57,7 @@ private:
     void lose(quint64 size, StreamSink* sink);
     void handOut(const char* bytes, int size, quint64 offset, StreamSink* sink) const;
 
-    ProtobufFormat* m_format;
+    Definitions* m_definitions;
     const MessageInfo* m_info;
     Framing m_framing;
     QByteArray m_pending; // the beginning of a message, its length included

@@ -9,7 +9,7 @@
 #include <functional>
 #include <memory>
 
-class MavlinkDialect;
+class Definitions;
 class RecordingIndex;
 
 /** What a user says about an input, and what its messages are described by. */
@@ -27,8 +27,8 @@ struct CORVELFRAMEWORK_EXPORT RecordingOptions
 
     RecordingOptions();
 
-    const MavlinkDialect* dialect; ///< must not be null; must outlive the decoder
-    ProtobufFormat* protobuf;      ///< must not be null; must outlive the decoder. Has the schemas that the user named
+    Definitions* definitions; ///< must not be null; must outlive the decoder
+    QString definitionFile;   ///< a loaded one that the source names; empty for those of every source
     Format format;
     QString typeName; ///< full name of the one type of delimited messages; empty where the schema has only one
     bool hasFraming;  ///< whether framing says anything; else it is told from the first bytes, or the usual one

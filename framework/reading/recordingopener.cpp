@@ -1,12 +1,13 @@
 #include "recordingopener.h"
 
+#include "definitions.h"
 #include "inputkind.h"
+#include "mavlinkencoding.h"
 #include "mavlinkstreamdecoder.h"
 #include "mcapindex.h"
 #include "mcapstreamdecoder.h"
 #include "message.h"
 #include "prefixedinput.h"
-#include "protobufformat.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -177,7 +178,7 @@ bool Opener::makeDelimited()
 {
     QString name = m_options.typeName;
     if (name.isEmpty()) {
-        const QStringList names = m_options.protobuf->getLoadedTypeNames();
+        const QStringList names = m_options.definitions->getTypeNames();
         if (names.size() != 1)
             return fail(
                 names.isEmpty()
@@ -188,33 +189,36 @@ bool Opener::makeDelimited()
         name = names.constFirst();
     }
     QString error;
-    const MessageInfo* const info = m_options.protobuf->findType(name, &error);
+    const MessageInfo* const info = m_options.definitions->findType(name, &error);
     if (!info)
         return fail(error);
     if (!m_options.hasFraming)
         m_options.framing = m_address.kind->isDatagram() ? ProtobufStreamDecoder::DatagramFraming
                                                          : ProtobufStreamDecoder::VarintFraming;
-    m_result.decoder.reset(new ProtobufStreamDecoder(m_options.protobuf, info, m_options.framing));
+    m_result.decoder.reset(new ProtobufStreamDecoder(m_options.definitions, info, m_options.framing));
     return true;
 }
 
 bool Opener::makeDecoder()
 {
+    const auto dialect = [this] {
+        return m_options.definitions->get<MavlinkEncoding>()->getDialect(m_options.definitionFile);
+    };
     switch (m_options.format) {
     case RecordingOptions::TlogFormat:
-        m_result.decoder.reset(new MavlinkStreamDecoder(m_options.dialect, MavlinkStreamDecoder::TlogLayout));
+        m_result.decoder.reset(new MavlinkStreamDecoder(dialect(), MavlinkStreamDecoder::TlogLayout));
         return true;
     case RecordingOptions::RawMavlinkFormat:
     case RecordingOptions::DetectFormat:
-        m_result.decoder.reset(new MavlinkStreamDecoder(m_options.dialect, MavlinkStreamDecoder::RawLayout));
+        m_result.decoder.reset(new MavlinkStreamDecoder(dialect(), MavlinkStreamDecoder::RawLayout));
         return true;
     case RecordingOptions::DelimitedFormat:
         return makeDelimited();
     case RecordingOptions::McapFormat:
         break;
     }
-    std::unique_ptr<McapStreamDecoder> decoder(
-        new McapStreamDecoder(m_options.protobuf, isLive() ? McapStreamDecoder::Live : McapStreamDecoder::Recording));
+    std::unique_ptr<McapStreamDecoder> decoder(new McapStreamDecoder(
+        m_options.definitions, isLive() ? McapStreamDecoder::Live : McapStreamDecoder::Recording));
     if (isFile())
         m_result.index.reset(new LaterMcapIndex(m_address.path, decoder.get()));
     m_result.decoder = std::move(decoder);
@@ -239,8 +243,7 @@ OpenedRecording Opener::run()
 } // namespace
 
 RecordingOptions::RecordingOptions()
-    : dialect(nullptr)
-    , protobuf(nullptr)
+    : definitions(nullptr)
     , format(DetectFormat)
     , hasFraming(false)
     , framing(ProtobufStreamDecoder::VarintFraming)

@@ -1,7 +1,7 @@
+#include "definitions.h"
 #include "mcapindex.h"
 #include "mcapstreamdecoder.h"
 #include "message.h"
-#include "protobufformat.h"
 
 #include <QVector>
 
@@ -56,8 +56,8 @@ public:
 
 Sink decode(const QByteArray& stream, int piece, const McapIndex* index)
 {
-    ProtobufFormat format;
-    McapStreamDecoder decoder(&format);
+    Definitions definitions;
+    McapStreamDecoder decoder(&definitions);
     if (index)
         decoder.setIndex(index);
     Sink sink;

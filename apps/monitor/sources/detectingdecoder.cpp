@@ -6,8 +6,8 @@
 // Whoever has sent so much without a frame sends something else; it is reported as what it is, bytes skipped.
 static const int GreatestHead = 65536;
 
-DetectingDecoder::DetectingDecoder(const MavlinkDialect* dialect, ProtobufFormat* protobuf)
-    : m_protobuf(protobuf)
+DetectingDecoder::DetectingDecoder(const MavlinkDialect* dialect, Definitions* definitions)
+    : m_definitions(definitions)
     , m_raw(dialect, MavlinkStreamDecoder::RawLayout)
     , m_tlog(dialect, MavlinkStreamDecoder::TlogLayout)
     , m_chosen(nullptr)
@@ -49,7 +49,7 @@ StreamDecoder* DetectingDecoder::takeSuccessor()
         return nullptr;
     m_isMcap = false;
     m_head.clear();
-    return new McapStreamDecoder(m_protobuf, McapStreamDecoder::Live);
+    return new McapStreamDecoder(m_definitions, McapStreamDecoder::Live);
 }
 
 void DetectingDecoder::restart(quint64 offset)

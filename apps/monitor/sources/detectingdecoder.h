@@ -5,7 +5,7 @@
 
 #include <atomic>
 
-class ProtobufFormat;
+class Definitions;
 
 /**
  * Decodes MAVLink of a layout that is told by the stream itself, for inputs whose beginning cannot be read twice. Where
@@ -15,10 +15,10 @@ class DetectingDecoder : public StreamDecoder
 {
 public:
     /**
-     * @param dialect   the message types; must outlive the decoder and must not be null
-     * @param protobuf  makes the types of MCAP streams; must outlive the decoder and must not be null
+     * @param dialect      the message types; must outlive the decoder and must not be null
+     * @param definitions  makes the types of MCAP streams; must outlive the decoder and must not be null
      */
-    DetectingDecoder(const MavlinkDialect* dialect, ProtobufFormat* protobuf);
+    DetectingDecoder(const MavlinkDialect* dialect, Definitions* definitions);
 
     void feed(const char* bytes, int size, qint64 arrivalTime, StreamSink* sink) override;
     void finish(StreamSink* sink) override;
@@ -34,7 +34,7 @@ public:
     quint64 getSequenceModulus() const override { return m_raw.getSequenceModulus(); }
 
 private:
-    ProtobufFormat* const m_protobuf;
+    Definitions* const m_definitions;
     MavlinkStreamDecoder m_raw;
     MavlinkStreamDecoder m_tlog;
     std::atomic<bool> m_isTlog{false};

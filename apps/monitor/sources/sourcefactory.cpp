@@ -1,18 +1,16 @@
 #include "sourcefactory.h"
 
-#include "annotations.h"
+#include "definitions.h"
 #include "detectingdecoder.h"
 #include "formatregistry.h"
 #include "inputkind.h"
 #include "mavlinkdialect.h"
 #include "mavlinkstreamdecoder.h"
-#include "protobufformat.h"
 #include "recordingopener.h"
 #include "simulatorinput.h"
 #include "tlogindex.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 
 #include <vector>
@@ -20,41 +18,21 @@
 namespace
 {
 
-struct LoadedDialect
+// They stay for as long as the program: trees remember by their types' addresses what was expanded.
+Definitions* createDefinitions()
 {
-    std::unique_ptr<MavlinkDialect> dialect;
-    QString path;
-};
-
-// Dialects stay for as long as the program: trees remember by their types' addresses what was expanded.
-std::vector<LoadedDialect>& dialects()
-{
-    static std::vector<LoadedDialect> loaded;
-    return loaded;
+    static std::vector<std::unique_ptr<Definitions>> created;
+    created.emplace_back(new Definitions);
+    return created.back().get();
 }
 
-// Stays as long for the same reason.
-ProtobufFormat* protobufFormat()
-{
-    static ProtobufFormat format;
-    return &format;
-}
-
-// A file can be about types of either format. What is wrong with all of it is told once.
-void applyAnnotations(const QString& path, MavlinkDialect* dialect, QStringList* problems)
-{
-    Annotations::apply(path, dialect, problems);
-    protobufFormat()->addAnnotations(path, problems);
-    problems->removeDuplicates();
-}
+const QString mavlink = QStringLiteral("mavlink");
 
 } // namespace
 
 SourceFactory::SourceFactory()
+    : m_definitions(createDefinitions())
 {
-    if (dialects().empty())
-        dialects().push_back({std::unique_ptr<MavlinkDialect>(MavlinkDialect::loadBuiltIn()), QString()});
-    m_dialect = dialects().front().dialect.get();
     setKnownFormats({});
 }
 
@@ -64,22 +42,13 @@ SourceFactory::~SourceFactory()
         FormatRegistry::getInstance()->removeFormat(format);
 }
 
-bool SourceFactory::loadDefinitions(const QString& path, const QString& annotations, QStringList* problems)
+bool SourceFactory::loadDefinitions(const QString& path, QStringList* problems)
 {
-    std::unique_ptr<MavlinkDialect> dialect(MavlinkDialect::load(path, problems));
-    if (!dialect)
+    const FormatInfo* const before = m_definitions->getFormat(mavlink);
+    if (!m_definitions->load(path, QStringList(), problems))
         return false;
-    if (!annotations.isEmpty())
-        applyAnnotations(annotations, dialect.get(), problems);
-    else if (QFile::exists(Annotations::pathBeside(path)))
-        Annotations::apply(Annotations::pathBeside(path), dialect.get(), problems);
-    for (const QString& more : std::as_const(m_annotations))
-        if (more != annotations && more != Annotations::pathBeside(path))
-            Annotations::apply(more, dialect.get(), problems);
-    const bool isKnown = m_known == QVector<const FormatInfo*>{m_dialect};
-    m_dialect = dialect.get();
+    const bool isKnown = m_known == QVector<const FormatInfo*>{before};
     m_path = path;
-    dialects().push_back({std::move(dialect), path});
     if (isKnown)
         setKnownFormats({});
     return true;
@@ -87,39 +56,24 @@ bool SourceFactory::loadDefinitions(const QString& path, const QString& annotati
 
 bool SourceFactory::annotate(const QString& path, QStringList* problems)
 {
-    if (m_annotations.contains(path))
-        return true;
-    m_annotations.append(path);
-    // The definitions are this program's own; that they are const elsewhere keeps views from changing them.
-    applyAnnotations(path, const_cast<MavlinkDialect*>(m_dialect), problems);
-    FormatRegistry::getInstance()->updateFormat(m_dialect);
-    return problems->isEmpty();
+    return m_definitions->annotate(path, problems);
 }
 
-const MavlinkDialect* SourceFactory::findDialect(const QString& path, QString* error)
+const MavlinkDialect* SourceFactory::findDialect(const SourceOptions& options, QString* error)
 {
-    if (path.isEmpty())
-        return m_dialect;
-    for (const LoadedDialect& loaded : dialects())
-        if (loaded.path == path)
-            return loaded.dialect.get();
-    QStringList problems;
-    std::unique_ptr<MavlinkDialect> dialect(MavlinkDialect::load(path, &problems));
-    if (!dialect) {
+    const QString path = options.isSchema() ? QString() : options.definitions;
+    QStringList problems; // those of annotations were told when these were chosen
+    if (!path.isEmpty() && !m_definitions->load(path, QStringList(), &problems, Definitions::NamingSources)) {
         *error = QCoreApplication::translate("SourceFactory", "The definitions could not be loaded.") +
                  QLatin1Char('\n') + problems.join(QLatin1Char('\n'));
         return nullptr;
     }
-    for (const QString& annotations : QStringList(Annotations::pathBeside(path)) + m_annotations)
-        if (QFile::exists(annotations))
-            Annotations::apply(annotations, dialect.get(), &problems); // whose faults were told when it was chosen
-    dialects().push_back({std::move(dialect), path});
-    return dialects().back().dialect.get();
+    return static_cast<const MavlinkDialect*>(m_definitions->getFormat(mavlink, path));
 }
 
 bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QString* error)
 {
-    const MavlinkDialect* const dialect = findDialect(options.isSchema() ? QString() : options.definitions, error);
+    const MavlinkDialect* const dialect = findDialect(options, error);
     if (!dialect)
         return false;
     if (options.isSimulation()) {
@@ -146,13 +100,13 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     if (isPipe && !options.isSchema()) {
         // What comes through it is not waited for here.
         parts->input = std::move(input);
-        parts->decoder.reset(new DetectingDecoder(dialect, protobufFormat()));
+        parts->decoder.reset(new DetectingDecoder(dialect, m_definitions));
         return true;
     }
 
     RecordingOptions recording;
-    recording.dialect = dialect;
-    recording.protobuf = protobufFormat();
+    recording.definitions = m_definitions;
+    recording.definitionFile = options.definitions;
     recording.typeName = options.typeName;
     if (options.isSchema()) {
         loadSchema(options, error);
@@ -181,22 +135,22 @@ QStringList SourceFactory::loadSchema(const SourceOptions& options, QString* err
     QStringList problems;
     bool good = true;
     for (const QString& schema : options.moreSchemas + QStringList(options.definitions))
-        good = protobufFormat()->loadSchema(schema, options.importPaths, &problems) && good;
+        good = m_definitions->load(schema, options.importPaths, &problems, Definitions::NamingSources) && good;
     if (!good)
         *error = QCoreApplication::translate("SourceFactory", "The schema could not be loaded.") + QLatin1Char('\n') +
                  problems.join(QLatin1Char('\n'));
-    return good ? protobufFormat()->getLoadedTypeNames() : QStringList();
+    return good ? m_definitions->getTypeNames() : QStringList();
 }
 
 StreamDecoder* SourceFactory::createDecoder(const SourceOptions& options, const StreamDecoder* old)
 {
     QString error;
-    const MavlinkDialect* const dialect = findDialect(options.definitions, &error);
+    const MavlinkDialect* const dialect = findDialect(options, &error);
     if (!dialect || options.isSchema() || old->getFormatInfo() == dialect)
         return nullptr;
     if (const DetectingDecoder* const detecting = dynamic_cast<const DetectingDecoder*>(old))
         return detecting->isTlog() ? new MavlinkStreamDecoder(dialect, MavlinkStreamDecoder::TlogLayout)
-                                   : static_cast<StreamDecoder*>(new DetectingDecoder(dialect, protobufFormat()));
+                                   : static_cast<StreamDecoder*>(new DetectingDecoder(dialect, m_definitions));
     if (!dynamic_cast<const MavlinkStreamDecoder*>(old))
         return nullptr;
     return new MavlinkStreamDecoder(dialect, old->hasTimes() ? MavlinkStreamDecoder::TlogLayout
@@ -206,13 +160,13 @@ StreamDecoder* SourceFactory::createDecoder(const SourceOptions& options, const 
 StreamDecoder* SourceFactory::createMessageDecoder(const SourceOptions& options)
 {
     QString error;
-    return new MavlinkStreamDecoder(findDialect(options.definitions, &error), MavlinkStreamDecoder::RawLayout);
+    return new MavlinkStreamDecoder(findDialect(options, &error), MavlinkStreamDecoder::RawLayout);
 }
 
 void SourceFactory::setKnownFormats(QVector<const FormatInfo*> formats)
 {
     if (formats.isEmpty())
-        formats.append(m_dialect);
+        formats.append(m_definitions->getFormat(mavlink));
     // Only the definitions in use are known by name: of two of a kind, every name would be ambiguous.
     for (const FormatInfo* format : std::as_const(m_known))
         if (!formats.contains(format))

@@ -11,6 +11,7 @@
 
 #include <memory>
 
+class Definitions;
 class FormatInfo;
 class MavlinkDialect;
 
@@ -53,13 +54,14 @@ public:
     /**
      * Uses the definitions in @p path for all sources that name none of their own.
      *
-     * @param annotations  a file that adds to them; empty takes the one beside them, if there is one
-     * @param problems     what was wrong, also where the definitions are used all the same; must not be null
+     * @param problems  what was wrong, also where the definitions are used all the same; must not be null
      * @return false when they cannot be used
      */
-    bool loadDefinitions(const QString& path, const QString& annotations, QStringList* problems);
+    bool loadDefinitions(const QString& path, QStringList* problems);
     /** The file of the definitions in use; empty for the built-in ones. */
     QString getDefinitionsPath() const { return m_path; }
+    /** What messages mean; never null. */
+    Definitions* getDefinitions() const { return m_definitions; }
 
     /** Adds the annotations in @p path to the definitions in use and to those that come later; false with what is wrong
      * with them. */
@@ -80,11 +82,10 @@ public:
     void setKnownFormats(QVector<const FormatInfo*> formats);
 
 private:
-    const MavlinkDialect* findDialect(const QString& path, QString* error);
+    const MavlinkDialect* findDialect(const SourceOptions& options, QString* error);
 
-    const MavlinkDialect* m_dialect;
+    Definitions* const m_definitions; // stay when this is gone, because views remember types by their addresses
     QString m_path;
-    QStringList m_annotations; // for definitions that come later, too
     QVector<const FormatInfo*> m_known;
 };
 

@@ -75,7 +75,9 @@ MainWindow::~MainWindow()
 bool MainWindow::loadDialect(const QString& path, const QString& annotations)
 {
     QStringList problems;
-    const bool loaded = m_factory.loadDefinitions(path, annotations, &problems);
+    const bool loaded = m_factory.loadDefinitions(path, &problems);
+    if (!annotations.isEmpty())
+        m_factory.annotate(annotations, &problems);
     if (!problems.isEmpty())
         showError((loaded ? tr("The annotations have faults; the rest of them is used.")
                           : tr("The definitions could not be loaded.")) +

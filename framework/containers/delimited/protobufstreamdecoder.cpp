@@ -1,7 +1,8 @@
 #include "protobufstreamdecoder.h"
 
+#include "definitions.h"
 #include "message.h"
-#include "protobufformat.h"
+#include "protobufencoding.h"
 
 #include <QtEndian>
 
@@ -130,8 +131,8 @@ bool fits(ProtobufStreamDecoder::Framing framing, const QByteArray& head, bool i
 
 } // namespace
 
-ProtobufStreamDecoder::ProtobufStreamDecoder(ProtobufFormat* format, const MessageInfo* info, Framing framing)
-    : m_format(format)
+ProtobufStreamDecoder::ProtobufStreamDecoder(Definitions* definitions, const MessageInfo* info, Framing framing)
+    : m_definitions(definitions)
     , m_info(info)
     , m_framing(framing)
     , m_offset(0)
@@ -262,7 +263,7 @@ bool ProtobufStreamDecoder::hasTimes() const
 
 const FormatInfo* ProtobufStreamDecoder::getFormatInfo() const
 {
-    return m_format;
+    return m_definitions->getFormat(QLatin1String(ProtobufEncoding::name()));
 }
 
 QString ProtobufStreamDecoder::getSenderName(quint32) const
@@ -272,7 +273,7 @@ QString ProtobufStreamDecoder::getSenderName(quint32) const
 
 void ProtobufStreamDecoder::publishTypes(QStringList* problems) const
 {
-    m_format->publish(problems);
+    m_definitions->publish(problems);
 }
 
 bool ProtobufStreamDecoder::detectFraming(const QByteArray& head, bool isAll, Framing* framing)

@@ -1,7 +1,7 @@
 #include "mcapchannels.h"
 
+#include "encoding.h"
 #include "mcaprecord.h"
-#include "protobufformat.h"
 #include "utf8text.h"
 
 namespace
@@ -17,8 +17,8 @@ const quint32 FirstUndecodableId = 0x80000000u;
 
 } // namespace
 
-McapChannels::McapChannels(ProtobufFormat* format)
-    : m_format(format)
+McapChannels::McapChannels(Definitions* definitions)
+    : m_definitions(definitions)
     , m_kept(0)
 {
 }
@@ -85,27 +85,30 @@ QString McapChannels::addChannel(const char* body, quint64 size)
 const MessageInfo* McapChannels::findType(const Mcap::Channel& channel, QString* kind, QString* problem)
 {
     *kind = Utf8Text::decode(channel.encoding);
-    if (channel.encoding != "protobuf") {
+    Encoding* const encoding = m_definitions->find(*kind);
+    if (!encoding || !encoding->hasSchemas()) {
         if (kind->isEmpty())
             *kind = QStringLiteral("no encoding");
         return nullptr;
     }
     const auto schema = m_schemas.constFind(channel.schema);
     if (schema == m_schemas.constEnd()) {
-        *kind = QStringLiteral("protobuf without a schema");
+        *kind += QStringLiteral(" without a schema");
         *problem = channel.schema == 0
                        ? QStringLiteral("the channel has no schema")
                        : QStringLiteral("the channel's schema %1 was not announced").arg(channel.schema);
         return nullptr;
     }
+    const QString messages = *kind;
     *kind = Utf8Text::decode(schema->name);
-    if (schema->encoding != "protobuf") {
-        *problem = QStringLiteral("the schema %1 is %2 and the messages are protobuf")
-                       .arg(*kind, Utf8Text::decode(schema->encoding));
+    if (!encoding->readsSchema(schema->encoding)) {
+        *problem = QStringLiteral("the schema %1 is %2 and the messages are %3")
+                       .arg(*kind, Utf8Text::decode(schema->encoding), messages);
         return nullptr;
     }
     QString error;
-    const MessageInfo* const info = m_format->addSchema(schema->data, *kind, &error);
+    const MessageInfo* const info =
+        encoding->makeType({*kind, channel.encoding, schema->encoding, schema->data}, &error);
     if (!info)
         *problem = QStringLiteral("the schema %1 cannot be used: %2").arg(*kind, error);
     return info;

@@ -9,8 +9,8 @@
 #include <mutex>
 #include <vector>
 
+class Definitions;
 class MessageInfo;
-class ProtobufFormat;
 
 namespace Mcap
 {
@@ -33,7 +33,7 @@ public:
         quint32 sender;
     };
 
-    explicit McapChannels(ProtobufFormat* format);
+    explicit McapChannels(Definitions* definitions);
     ~McapChannels();
 
     /** Takes the body of a schema record; what is wrong, or an empty text. */
@@ -70,7 +70,7 @@ private:
     const MessageInfo* findType(const Mcap::Channel& channel, QString* kind, QString* problem);
     const Entry* add(quint16 channel, const MessageInfo* info, const QString& topic, const QString& kind);
 
-    ProtobufFormat* m_format;
+    Definitions* m_definitions;
     quint64 m_kept; // bytes of definitions
     QHash<quint16, Schema> m_schemas;
     QHash<quint16, Announcement> m_announcements; // by channel

@@ -45,8 +45,8 @@ QString recordName(quint8 opcode)
 
 } // namespace
 
-McapReader::McapReader(ProtobufFormat* format, bool mustEnd)
-    : m_channels(format)
+McapReader::McapReader(Definitions* definitions, bool mustEnd)
+    : m_channels(definitions)
     , m_mustEnd(mustEnd)
     , m_fed(false)
     , m_leapt(false)

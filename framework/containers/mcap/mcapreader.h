@@ -14,7 +14,7 @@ class McapReader
 {
 public:
     /** @param mustEnd  whether a stream without an end mark was cut off */
-    McapReader(ProtobufFormat* format, bool mustEnd);
+    McapReader(Definitions* definitions, bool mustEnd);
 
     void setIndex(const McapIndex& index);
     void feed(const char* bytes, quint64 size, StreamSink* sink);

@@ -1,24 +1,25 @@
 #include "mcapstreamdecoder.h"
 
+#include "definitions.h"
 #include "mcapreader.h"
-#include "protobufformat.h"
+#include "protobufencoding.h"
 
 struct McapStreamDecoder::Private
 {
-    Private(ProtobufFormat* protobuf, Mode how)
-        : format(protobuf)
+    Private(Definitions* from, Mode how)
+        : definitions(from)
         , mode(how)
-        , reader(protobuf, how == Recording)
+        , reader(from, how == Recording)
     {
     }
 
-    ProtobufFormat* const format;
+    Definitions* const definitions;
     const Mode mode;
     McapReader reader;
 };
 
-McapStreamDecoder::McapStreamDecoder(ProtobufFormat* format, Mode mode)
-    : m_private(new Private(format, mode))
+McapStreamDecoder::McapStreamDecoder(Definitions* definitions, Mode mode)
+    : m_private(new Private(definitions, mode))
 {
 }
 
@@ -52,7 +53,7 @@ bool McapStreamDecoder::hasTimes() const
 
 const FormatInfo* McapStreamDecoder::getFormatInfo() const
 {
-    return m_private->format;
+    return m_private->definitions->getFormat(QLatin1String(ProtobufEncoding::name()));
 }
 
 QString McapStreamDecoder::getSenderName(quint32 sender) const
@@ -62,7 +63,7 @@ QString McapStreamDecoder::getSenderName(quint32 sender) const
 
 void McapStreamDecoder::publishTypes(QStringList* problems) const
 {
-    m_private->format->publish(problems);
+    m_private->definitions->publish(problems);
 }
 
 QString McapStreamDecoder::describeUnknown(quint32 id) const

@@ -1,6 +1,5 @@
 #include "protobufformat.h"
 
-#include "annotationfile.h"
 #include "formatregistry.h"
 #include "protobufimporter.h"
 #include "protobufmessage.h"
@@ -12,6 +11,8 @@
 #include <QHash>
 #include <QMutex>
 #include <QMutexLocker>
+
+#include <utility>
 
 // Of all schemas. A recording can bring one after the other.
 static const int MostElements = 1000 * 1000;
@@ -47,7 +48,6 @@ struct ProtobufFormat::Private
     int size = 0;                     // of them
     QVector<Entry> loaded;            // in the order of loading
     QVector<MessageInfo*> made;       // not published yet; owned
-    std::vector<std::unique_ptr<AnnotationFile>> annotations;
 };
 
 ProtobufFormat::ProtobufFormat(const QString& name)
@@ -132,39 +132,19 @@ QStringList ProtobufFormat::getLoadedTypeNames() const
     return names;
 }
 
-bool ProtobufFormat::addAnnotations(const QString& path, QStringList* errors)
-{
-    const int before = static_cast<int>(errors->size());
-    publish(errors);
-    if (std::unique_ptr<AnnotationFile> file = AnnotationFile::read(path, errors)) {
-        file->apply(getMessageInfos(), AnnotationFile::SomeTypes, errors);
-        m_private->annotations.push_back(std::move(file));
-        FormatRegistry::getInstance()->updateFormat(this);
-    }
-    return errors->size() == before;
-}
-
-void ProtobufFormat::publish(QStringList* errors)
+QVector<const MessageInfo*> ProtobufFormat::publish()
 {
     QVector<MessageInfo*> made;
     {
         const QMutexLocker locker(&m_private->mutex);
         made.swap(m_private->made);
     }
-    if (made.isEmpty())
-        return;
     QVector<const MessageInfo*> infos;
-    for (MessageInfo* info : made) {
+    for (MessageInfo* info : std::as_const(made)) {
         addMessageInfo(info);
         infos.append(info);
     }
-    QStringList problems;
-    for (const std::unique_ptr<AnnotationFile>& file : m_private->annotations)
-        file->apply(infos, AnnotationFile::SomeTypes, &problems);
-    if (errors)
-        errors->append(problems);
-    else
-        for (const QString& problem : problems)
-            qWarning("%s", qPrintable(problem));
-    FormatRegistry::getInstance()->updateFormat(this);
+    if (!infos.isEmpty())
+        FormatRegistry::getInstance()->updateFormat(this);
+    return infos;
 }

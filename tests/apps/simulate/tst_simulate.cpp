@@ -1,3 +1,4 @@
+#include "definitions.h"
 #include "drivesimulation.h"
 #include "fieldinfo.h"
 #include "mavlinkdialect.h"
@@ -333,8 +334,8 @@ void TestSimulate::writesRecordingsOfCars()
         const ProgramResult result =
             runProgram(options + QStringList{QStringLiteral("--format=mcap"), QStringLiteral("--senders=2"),
                                              QStringLiteral("--duration=30"), QStringLiteral("-")});
-        ProtobufFormat format;
-        McapStreamDecoder decoder(&format);
+        Definitions definitions;
+        McapStreamDecoder decoder(&definitions);
         const Receiver receiver(&decoder, result.output);
         *problems = receiver.problems;
         return receiver.senders;

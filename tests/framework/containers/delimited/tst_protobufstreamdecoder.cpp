@@ -1,3 +1,4 @@
+#include "definitions.h"
 #include "mcapfixtures.h"
 #include "message.h"
 #include "protobufformat.h"
@@ -62,12 +63,13 @@ private Q_SLOTS:
             bytes += framed(framing, message);
         bytes += QByteArray(16, '\xff');
         for (const int piece : {1, 3, 1000}) {
+            Definitions definitions;
             ProtobufFormat format;
             QString error;
             const MessageInfo* const info =
                 format.addSchema(McapFixtures::schema(), QStringLiteral("demo.Point"), &error);
             QVERIFY2(info, qPrintable(error));
-            ProtobufStreamDecoder decoder(&format, info, static_cast<ProtobufStreamDecoder::Framing>(framing));
+            ProtobufStreamDecoder decoder(&definitions, info, static_cast<ProtobufStreamDecoder::Framing>(framing));
             Lines found;
             for (int i = 0; i < bytes.size(); i += piece)
                 decoder.feed(bytes.constData() + i, qMin(piece, int(bytes.size()) - i), Message::NoTime, &found);

@@ -1,9 +1,9 @@
+#include "definitions.h"
 #include "mcapfixtures.h"
 #include "mcapindex.h"
 #include "mcapstreamdecoder.h"
 #include "message.h"
 #include "messageinfo.h"
-#include "protobufformat.h"
 #include "recordingopener.h"
 #include "testbase.h"
 
@@ -147,9 +147,9 @@ private Q_SLOTS:
         for (int i = 0; i < 1000; ++i)
             bytes += messageRecord(1, i);
         const InputAddress address = InputAddress::ofFile(write(bytes));
-        ProtobufFormat format;
+        Definitions definitions;
         RecordingOptions options;
-        options.protobuf = &format;
+        options.definitions = &definitions;
         const OpenedRecording opened = openRecording(address, options);
         QVERIFY2(opened.isGood() && opened.index, qPrintable(opened.error));
 
@@ -171,7 +171,7 @@ private:
 
     QStringList decode(const QByteArray& bytes, const McapIndex* index, quint64 from)
     {
-        McapStreamDecoder decoder(&m_format, McapStreamDecoder::Live);
+        McapStreamDecoder decoder(&m_definitions, McapStreamDecoder::Live);
         Lines found(&decoder);
         if (index)
             decoder.setIndex(index);
@@ -198,7 +198,7 @@ private:
     }
 
     QTemporaryDir m_folder;
-    ProtobufFormat m_format;
+    Definitions m_definitions;
     int m_files = 0;
 };
 

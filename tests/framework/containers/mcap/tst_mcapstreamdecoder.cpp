@@ -1,10 +1,10 @@
+#include "definitions.h"
 #include "mcapfixtures.h"
 #include "mcapindex.h"
 #include "mcapstreamdecoder.h"
 #include "mcapwriter.h"
 #include "message.h"
 #include "messageinfo.h"
-#include "protobufformat.h"
 #include "testbase.h"
 
 #include <QFile>
@@ -56,8 +56,8 @@ private:
 struct Decoded
 {
     explicit Decoded(const QByteArray& bytes, int piece = 1 << 20, const McapIndex* index = nullptr, quint64 from = 0,
-                     ProtobufFormat* shared = nullptr)
-        : own(shared ? nullptr : new ProtobufFormat)
+                     Definitions* shared = nullptr)
+        : own(shared ? nullptr : new Definitions)
         , decoder(shared ? shared : own.get())
         , lines(&decoder)
     {
@@ -70,7 +70,7 @@ struct Decoded
         decoder.finish(&lines);
     }
 
-    std::unique_ptr<ProtobufFormat> own;
+    std::unique_ptr<Definitions> own;
     McapStreamDecoder decoder;
     Lines lines;
 };
@@ -180,10 +180,10 @@ private Q_SLOTS:
              {McapWriter::NoCompression, McapWriter::Lz4, McapWriter::Zstd}) {
             QStringList expected;
             const QByteArray bytes = recording(settings(compression, 700), &expected, 40);
-            ProtobufFormat format;
+            Definitions definitions;
             int before = 0;
             for (int size = 1; size < bytes.size(); ++size) {
-                const Decoded decoded(bytes.left(size), 1 << 20, nullptr, 0, &format);
+                const Decoded decoded(bytes.left(size), 1 << 20, nullptr, 0, &definitions);
                 QCOMPARE(decoded.lines.messages, expected.mid(0, decoded.lines.messages.size()));
                 QVERIFY(decoded.lines.messages.size() >= before);
                 before = int(decoded.lines.messages.size());
@@ -211,7 +211,7 @@ private Q_SLOTS:
         QString error;
         const std::unique_ptr<McapIndex> index(McapIndex::load(write(bytes), &error));
         QCOMPARE(int(index->getChunks().size()), 6);
-        ProtobufFormat format;
+        Definitions definitions;
         int losses = 0;
         for (int i = 0; i < bytes.size(); ++i) {
             QByteArray damaged = bytes;
@@ -219,7 +219,7 @@ private Q_SLOTS:
             // An index outside of chunks that becomes a message is one until the end, where the checksum of it all is.
             if (bytes.at(i) == 7 && damaged.at(i) == 5)
                 continue;
-            const Decoded decoded(damaged, 1 << 20, nullptr, 0, &format);
+            const Decoded decoded(damaged, 1 << 20, nullptr, 0, &definitions);
             if (i < dataEnd)
                 QVERIFY2(!decoded.lines.problems.isEmpty(), qPrintable(QString::number(i)));
             int at = 0;
@@ -298,7 +298,7 @@ private Q_SLOTS:
     {
         QStringList expected;
         const QByteArray bytes = recording(settings(McapWriter::Zstd, 700), &expected, 40);
-        ProtobufFormat format;
+        Definitions definitions;
         QSet<const MessageInfo*> infos;
         class Sink : public StreamSink
         {
@@ -314,14 +314,14 @@ private Q_SLOTS:
             QSet<const MessageInfo*>* m_seen;
         } sink(&infos);
         for (int i = 0; i < 2; ++i) {
-            McapStreamDecoder decoder(&format);
+            McapStreamDecoder decoder(&definitions);
             decoder.feed(bytes.constData(), int(bytes.size()), Message::NoTime, &sink);
             QStringList problems;
             decoder.publishTypes(&problems);
         }
         QCOMPARE(int(infos.size()), 1);
         QCOMPARE((*infos.constBegin())->getName(), QStringLiteral("demo.Point"));
-        QCOMPARE((*infos.constBegin())->getFormatInfo(), static_cast<const FormatInfo*>(&format));
+        QCOMPARE((*infos.constBegin())->getFormatInfo(), definitions.getFormat(QStringLiteral("protobuf")));
     }
 
     void claimsOfTooMuchArePassedOver_data()
@@ -448,8 +448,8 @@ private Q_SLOTS:
             }
             int messages = 0;
         } counter;
-        ProtobufFormat format;
-        McapStreamDecoder decoder(&format, McapStreamDecoder::Live);
+        Definitions definitions;
+        McapStreamDecoder decoder(&definitions, McapStreamDecoder::Live);
         const auto feed = [&](const QByteArray& bytes) {
             for (int i = 0; i < bytes.size(); i += 65536)
                 decoder.feed(bytes.constData() + i, qMin(65536, int(bytes.size()) - i), Message::NoTime, &counter);

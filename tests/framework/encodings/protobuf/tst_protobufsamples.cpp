@@ -1,3 +1,4 @@
+#include "definitions.h"
 #include "mcapstreamdecoder.h"
 #include "messagereference.h"
 #include "protobufformat.h"
@@ -94,21 +95,21 @@ void tst_ProtobufSamples::decodesAsTheCompilerDoes()
     QFETCH(QString, file);
     QFETCH(int, count);
     QFETCH(int, step);
-    ProtobufFormat format;
+    Definitions definitions;
     QStringList errors;
     const QString schema = m_definitions.filePath(QStringLiteral("osi_sensorview.proto"));
-    QVERIFY2(format.loadSchema(schema, QStringList(), &errors), qPrintable(errors.join(QLatin1Char('\n'))));
+    QVERIFY2(definitions.load(schema, QStringList(), &errors), qPrintable(errors.join(QLatin1Char('\n'))));
     QString error;
-    const MessageInfo* const info = format.findType(QStringLiteral("osi3.SensorView"), &error);
+    const MessageInfo* const info = definitions.findType(QStringLiteral("osi3.SensorView"), &error);
     QVERIFY2(info, qPrintable(error));
 
     QFile input(m_folder.filePath(file));
     QVERIFY(input.open(QIODevice::ReadOnly));
     std::unique_ptr<StreamDecoder> decoder;
     if (file.endsWith(QLatin1String(".mcap")))
-        decoder.reset(new McapStreamDecoder(&format));
+        decoder.reset(new McapStreamDecoder(&definitions));
     else
-        decoder.reset(new ProtobufStreamDecoder(&format, info, ProtobufStreamDecoder::UInt32Framing));
+        decoder.reset(new ProtobufStreamDecoder(&definitions, info, ProtobufStreamDecoder::UInt32Framing));
     Comparer comparer(m_definitions.path(), schema, step);
     const QByteArray bytes = input.readAll();
     decoder->feed(bytes.constData(), static_cast<int>(bytes.size()), Message::NoTime, &comparer);

@@ -1,3 +1,4 @@
+#include "definitions.h"
 #include "formatregistry.h"
 #include "protobufkinds.h"
 #include "testbase.h"
@@ -80,16 +81,16 @@ void tst_ProtobufSchema::annotationsReachTypesThatComeLater()
                "\"kinds3.All\": { \"fields\": { \"nothing\": { \"confidential\": true } } },\n"
                "\"other.Type\": { \"fields\": { \"nothing\": { \"confidential\": true } } } } }\n");
     file.close();
-    ProtobufFormat format;
+    Definitions definitions;
     QStringList errors;
-    QVERIFY(format.addAnnotations(path, &errors));
+    QVERIFY(definitions.annotate(path, &errors));
     for (const char* type : {"kinds2.All", "kinds3.All"})
-        format.loadSchema(fileOf(QLatin1String(type)), QStringList(importFolder()), &errors);
+        definitions.load(fileOf(QLatin1String(type)), QStringList(importFolder()), &errors);
     QString error;
-    const MessageInfo* const info = format.findType(QStringLiteral("kinds2.All"), &error);
+    const MessageInfo* const info = definitions.findType(QStringLiteral("kinds2.All"), &error);
     const MessageReference decoded = MessageReference::adopt(info->newMessage(
         encode(info->getName(), "child { a_int32: 3 } children {} children { child { a_int64: 4 } } a_string: 's'")));
-    format.publish(&errors);
+    definitions.publish(&errors);
     QCOMPARE(errors, QStringList());
     QCOMPARE(rowText(info->getFieldInfo(QStringLiteral("a_int32"))),
              QStringLiteral("a_int32 | int32 | 1 | optional secondary |  | "));
@@ -97,8 +98,8 @@ void tst_ProtobufSchema::annotationsReachTypesThatComeLater()
     QCOMPARE(shown(decoded.get(), QStringLiteral("sum")), QStringLiteral("7.5"));
     QCOMPARE(shown(decoded.get(), QStringLiteral("child/sum")), QStringLiteral("absent"));
 
-    QVERIFY(format.findType(QStringLiteral("kinds3.All"), &error));
-    format.publish(&errors);
+    QVERIFY(definitions.findType(QStringLiteral("kinds3.All"), &error));
+    definitions.publish(&errors);
     QCOMPARE(errors, QStringList(path + QStringLiteral(":5: kinds3.All.nothing: unknown field")));
 }
 

@@ -1,9 +1,9 @@
 #include "byteinput.h"
+#include "definitions.h"
 #include "mcapfixtures.h"
 #include "mcapstreamdecoder.h"
 #include "message.h"
 #include "messageinfo.h"
-#include "protobufformat.h"
 #include "streamsource.h"
 #include "testbase.h"
 #include "waitfor.h"
@@ -152,8 +152,8 @@ private Q_SLOTS:
     {
         QFETCH(QString, protocol);
         Server server(protocol);
-        ProtobufFormat format;
-        McapStreamDecoder* const decoder = new McapStreamDecoder(&format, McapStreamDecoder::Live);
+        Definitions definitions;
+        McapStreamDecoder* const decoder = new McapStreamDecoder(&definitions, McapStreamDecoder::Live);
         Lines found(decoder);
         StreamSource source(ByteInput::create(addressOf(server.address())), decoder);
         source.addObserver(&found);
@@ -194,8 +194,8 @@ private Q_SLOTS:
     void whatTheServerSaysOfItselfIsTold()
     {
         Server server(QStringLiteral("foxglove.sdk.v1"));
-        ProtobufFormat format;
-        McapStreamDecoder* const decoder = new McapStreamDecoder(&format, McapStreamDecoder::Live);
+        Definitions definitions;
+        McapStreamDecoder* const decoder = new McapStreamDecoder(&definitions, McapStreamDecoder::Live);
         Lines found(decoder);
         StreamSource source(ByteInput::create(addressOf(server.address())), decoder);
         source.addObserver(&found);
@@ -216,8 +216,8 @@ private Q_SLOTS:
     {
         Server server(QString{});
         server.greeting = QStringLiteral("hello");
-        ProtobufFormat format;
-        StreamSource source(ByteInput::create(addressOf(server.address())), new McapStreamDecoder(&format));
+        Definitions definitions;
+        StreamSource source(ByteInput::create(addressOf(server.address())), new McapStreamDecoder(&definitions));
         source.start();
         QVERIFY(waitFor([&] { return source.getState() == StreamSource::Failed; }));
         QCOMPARE(source.getErrorString(),

@@ -1,0 +1,29 @@
+#include "encoding.h"
+
+#include "mavlinkencoding.h"
+#include "protobufencoding.h"
+
+namespace
+{
+
+template <class Row>
+std::unique_ptr<Encoding> create()
+{
+    return std::unique_ptr<Encoding>(new Row);
+}
+
+// The order in which they are asked whether a file is theirs.
+std::unique_ptr<Encoding> (*const encodings[])() = {
+    create<MavlinkEncoding>,
+    create<ProtobufEncoding>,
+};
+
+} // namespace
+
+std::vector<std::unique_ptr<Encoding>> createEncodings()
+{
+    std::vector<std::unique_ptr<Encoding>> created;
+    for (const auto make : encodings)
+        created.push_back(make());
+    return created;
+}
