@@ -37,8 +37,8 @@ public:
     struct Step
     {
         const FieldInfo* field;
-        /** From 0, which a plain field always has; or one of Index. Components without have that of their field. */
-        int index;
+        int index;  ///< from 0, which a plain field always has; or one of Index
+        int number; ///< the same; of a component without a number, that of the field it is a part of
 
         bool operator==(const Step& other) const { return field == other.field && index == other.index; }
     };
@@ -68,9 +68,7 @@ public:
     /** The field at the end, or null for a type. */
     const FieldInfo* getField() const { return m_steps.isEmpty() ? 0 : m_steps.last().field; }
     /** The number of the value at the end; negative for a repeated field as a whole, and for a type. */
-    int getIndex() const { return getIndexAt(m_steps.size() - 1); }
-    /** The same for the step number @p level; a component has the number of its field. */
-    int getIndexAt(int level) const;
+    int getIndex() const { return m_steps.isEmpty() ? int(NoIndex) : m_steps.last().number; }
     /** Whether it is a repeated field with all of its values. */
     bool isWholeRepeatedField() const { return !m_steps.isEmpty() && getIndex() < 0; }
 
@@ -93,8 +91,6 @@ public:
     }
 
 private:
-    bool isComponent(int level) const;
-
     const MessageInfo* m_messageInfo;
     QVector<Step> m_steps;
 };

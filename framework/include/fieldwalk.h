@@ -46,12 +46,12 @@ public:
     FieldWalk(const FieldPath& path, const Message* message, Access access = WhatIsShown);
 
     End getEnd() const { return m_end; }
-    /** The field at which the walk ended, with whatever end; null when it went nowhere. */
+    /** The field at which the walk ended, with whatever end; null when it was not there to be looked at. */
     const FieldInfo* getField() const { return m_field; }
     /**
      * The message or sub-message that the field at the end of the path lies in; null when the walk did not come so far.
      */
-    const Message* getHolder() const { return m_holder; }
+    const Message* getHolder() const;
 
     /** The number of values, or of branches; 0 at any other end. */
     unsigned int getCount() const { return m_count; }
@@ -64,22 +64,15 @@ private:
     FieldWalk(const FieldWalk& trunk, const Message* message);
 
     void walk(const Message* message);
-    void finish(const Message* message, int index);
-    const Message* enter(const Message* message, int index);
-    void countAll(const Message* message, End end);
-    End whyNone(const Message* message, unsigned int number, End otherwise) const;
-    bool isAbsent(unsigned int count) const;
-    bool isHidden() const;
 
     const FieldPath* m_path;
     Access m_access;
     End m_end;
-    int m_level; // of the next step
+    int m_level;          // of the next step
+    unsigned int m_first; // the number of the first value
     unsigned int m_count;
     const FieldInfo* m_field;
-    const Message* m_holder;
-    const Message* m_trunk; // whose field has the branches
-    FieldValue m_value;     // of OneValue
+    const Message* m_message; // in which the field lies
 };
 
 #endif

@@ -34,29 +34,23 @@ FieldPath FieldPath::fromExpression(const QString& text)
     const QVector<FieldPath> matches = expression.getMatches();
     if (matches.size() != 1)
         return FieldPath();
-    FieldPath path = matches.first();
-    for (int i = 0; i < path.m_steps.size(); ++i) {
-        Step& step = path.m_steps[i];
-        const bool leadsOn = i + 1 < path.m_steps.size() && hasSubMessages(step.field);
-        step.index = qMax(leadsOn ? 0 : int(NoIndex), step.index);
+    FieldPath path(matches.first().m_messageInfo);
+    const QVector<Step>& steps = matches.first().m_steps;
+    for (int i = 0; i < steps.size(); ++i) {
+        const bool leadsOn = i + 1 < steps.size() && hasSubMessages(steps.at(i).field);
+        path.append(steps.at(i).field, qMax(leadsOn ? 0 : int(NoIndex), steps.at(i).index));
     }
     return path;
 }
 
-// A component lies in the same message as the field that it is a part of.
-bool FieldPath::isComponent(int level) const
-{
-    return level > 0 && !hasSubMessages(m_steps.at(level - 1).field);
-}
-
 void FieldPath::append(const FieldInfo* field, int index)
 {
+    const bool isComponent = !m_steps.isEmpty() && !hasSubMessages(m_steps.last().field);
     Step step;
     step.field = field;
-    step.index = index;
+    step.index = field->isRepeated() ? index : isComponent ? int(NoIndex) : 0;
+    step.number = step.index < 0 && isComponent ? m_steps.last().number : step.index;
     m_steps.append(step);
-    if (!field->isRepeated())
-        m_steps.last().index = isComponent(m_steps.size() - 1) ? int(NoIndex) : 0;
 }
 
 bool FieldPath::append(const QString& name, int index)
@@ -76,13 +70,6 @@ bool FieldPath::append(const QString& name, int index)
     return found;
 }
 
-int FieldPath::getIndexAt(int level) const
-{
-    while (level >= 0 && m_steps.at(level).index < 0 && isComponent(level))
-        --level;
-    return level < 0 ? int(NoIndex) : m_steps.at(level).index;
-}
-
 bool FieldPath::isHidden() const
 {
     for (int i = 0; i < m_steps.size(); ++i)
@@ -93,8 +80,7 @@ bool FieldPath::isHidden() const
 
 FieldValue FieldPath::getValue(const Message* message) const
 {
-    const FieldWalk walk(*this, message);
-    return walk.getEnd() == FieldWalk::OneValue ? walk.getValue() : FieldValue::invalid();
+    return isWholeRepeatedField() ? FieldValue::invalid() : FieldWalk(*this, message).getValue();
 }
 
 QString FieldPath::getFieldName() const

@@ -4,24 +4,37 @@
 #include "fieldinfo.h"
 #include "message.h"
 
+// What can be inlined has to be static: operations of an exported class are not.
+static FieldWalk::End endAt(const FieldInfo* field, unsigned int count, int index, FieldWalk::Access access)
+{
+    // A repeated field without values is there all the same, unless the message can lack it.
+    if (count == 0 && (!field->isRepeated() || field->isOptional()))
+        return FieldWalk::Absent;
+    if (index >= 0 && static_cast<unsigned int>(index) >= count)
+        return FieldWalk::OutOfRange;
+    if (access == FieldWalk::WhatIsShown && Corvel::isHidden(field))
+        return FieldWalk::Hidden;
+    return index < 0 ? FieldWalk::AllValues : FieldWalk::OneValue;
+}
+
 FieldWalk::FieldWalk(const FieldPath& path, const Message* message, Access access)
     : m_path(&path)
     , m_access(access)
     , m_end(NoSuchField)
     , m_level(0)
+    , m_first(0)
     , m_count(0)
     , m_field(nullptr)
-    , m_holder(nullptr)
-    , m_trunk(nullptr)
+    , m_message(nullptr)
 {
     if (!message || message->getInfo() != path.getMessageInfo())
         return;
-    if (path.getSteps().isEmpty()) {
-        m_end = WholeMessage;
-        m_holder = message;
+    if (!path.getSteps().isEmpty()) {
+        walk(message);
         return;
     }
-    walk(message);
+    m_end = WholeMessage;
+    m_message = message;
 }
 
 FieldWalk::FieldWalk(const FieldWalk& trunk, const Message* message)
@@ -29,10 +42,10 @@ FieldWalk::FieldWalk(const FieldWalk& trunk, const Message* message)
     , m_access(trunk.m_access)
     , m_end(Absent)
     , m_level(trunk.m_level)
+    , m_first(0)
     , m_count(0)
     , m_field(trunk.m_field)
-    , m_holder(nullptr)
-    , m_trunk(nullptr)
+    , m_message(nullptr)
 {
     if (message)
         walk(message);
@@ -40,86 +53,43 @@ FieldWalk::FieldWalk(const FieldWalk& trunk, const Message* message)
 
 void FieldWalk::walk(const Message* message)
 {
-    const QVector<FieldPath::Step>& steps = m_path->getSteps();
-    const int last = steps.size() - 1;
-    while (message) {
-        m_field = steps.at(m_level).field;
-        if (m_level == last)
-            return finish(message, m_path->getIndex());
+    const FieldPath::Step* const steps = m_path->getSteps().constData();
+    const int last = static_cast<int>(m_path->getSteps().size()) - 1;
+    for (int level = m_level; message; ++level) {
+        const FieldInfo* const field = steps[level].field;
         // Components are read from the message that their whole field lies in.
-        if (m_field->getType().getTypeCode() == FieldType::SubMessageType)
-            message = enter(message, m_path->getIndexAt(m_level));
-        ++m_level;
-    }
-}
-
-void FieldWalk::finish(const Message* message, int index)
-{
-    m_holder = message;
-    if (index < 0) {
-        countAll(message, AllValues);
+        if (level < last && field->getType().getTypeCode() != FieldType::SubMessageType)
+            continue;
+        const unsigned int count = field->getValueCount(message);
+        const int index = steps[level].number;
+        const End end = endAt(field, count, index, m_access);
+        if (level < last && end == OneValue) {
+            message = field->getValue(message, static_cast<unsigned int>(index)).getSubMessage();
+            m_end = Absent; // if there is none
+            continue;
+        }
+        m_level = level + 1;
+        m_field = field;
+        m_message = message;
+        m_end = level < last && end == AllValues ? Branches : end;
+        m_first = end == OneValue ? static_cast<unsigned int>(index) : 0;
+        m_count = end == AllValues ? count : end == OneValue ? 1 : 0;
         return;
     }
-    const unsigned int number = static_cast<unsigned int>(index);
-    if (isHidden()) {
-        m_end = whyNone(message, number, Hidden);
-        return;
-    }
-    m_value = m_field->getValue(message, number);
-    m_end = m_value.isValid() ? OneValue : whyNone(message, number, OneValue);
-    m_count = m_end == OneValue ? 1 : 0;
 }
 
-/** The sub-message of @p message that the way leads through; null where it ends or branches out. */
-const Message* FieldWalk::enter(const Message* message, int index)
+const Message* FieldWalk::getHolder() const
 {
-    if (index < 0) {
-        countAll(message, Branches);
-        m_trunk = message;
-        return nullptr;
-    }
-    const unsigned int number = static_cast<unsigned int>(index);
-    const Message* part = isHidden() ? nullptr : m_field->getValue(message, number).getSubMessage();
-    if (!part)
-        m_end = whyNone(message, number, isHidden() ? Hidden : Absent);
-    return part;
-}
-
-void FieldWalk::countAll(const Message* message, End end)
-{
-    const unsigned int count = m_field->getValueCount(message);
-    m_end = isAbsent(count) ? Absent : isHidden() ? Hidden : end;
-    m_count = m_end == end ? count : 0;
-}
-
-/** Why @p message has no value of that number; @p otherwise when it has. */
-FieldWalk::End FieldWalk::whyNone(const Message* message, unsigned int number, End otherwise) const
-{
-    const unsigned int count = m_field->getValueCount(message);
-    if (number < count)
-        return otherwise;
-    return isAbsent(count) ? Absent : OutOfRange;
-}
-
-// A repeated field without values is there all the same, unless the message can lack it.
-bool FieldWalk::isAbsent(unsigned int count) const
-{
-    return count == 0 && (!m_field->isRepeated() || m_field->isOptional());
-}
-
-bool FieldWalk::isHidden() const
-{
-    return m_access == WhatIsShown && Corvel::isHidden(m_field);
+    return m_level == m_path->getSteps().size() ? m_message : nullptr;
 }
 
 FieldValue FieldWalk::getValue(unsigned int i) const
 {
-    if (m_end == AllValues && i < m_count)
-        return m_field->getValue(m_holder, i);
-    return i == 0 ? m_value : FieldValue::invalid();
+    const bool hasValues = m_end == OneValue || m_end == AllValues;
+    return hasValues && i < m_count ? m_field->getValue(m_message, m_first + i) : FieldValue::invalid();
 }
 
 FieldWalk FieldWalk::getBranch(unsigned int i) const
 {
-    return FieldWalk(*this, m_end == Branches ? m_field->getValue(m_trunk, i).getSubMessage() : nullptr);
+    return FieldWalk(*this, m_end == Branches ? m_field->getValue(m_message, i).getSubMessage() : nullptr);
 }

@@ -107,9 +107,8 @@ static bool isMeant(const FieldPath& wanted, const FieldPath& path, int level)
     const FieldPath::Step& want = wanted.getSteps().at(level);
     if (step.field != want.field)
         return false;
-    const int index = wanted.getIndexAt(level);
-    if (index >= 0)
-        return path.getIndexAt(level) == index;
+    if (want.number >= 0)
+        return step.number == want.number;
     const bool isLast = level + 1 == path.getSteps().size();
     return want.index == FieldPath::AllIndexes ? step.index >= 0
                                                : !isLast || step.index < 0 || !step.field->isRepeated();
