@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QJsonArray>
+#include <QRegularExpression>
 
 /** corvel-dump on recordings of real devices. */
 class TestDumpSamples : public TestBase
@@ -24,6 +25,27 @@ private:
     }
 
 private Q_SLOTS:
+    void thePageOfPathExpressionsNamesWhatThereIs()
+    {
+        QFile page(QStringLiteral(CORVEL_DOCUMENTS "/path-expressions.md"));
+        QVERIFY(page.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(page.readAll());
+        static const QRegularExpression example(QStringLiteral("(?:^|`)((?:corvel|protobuf|\\*)/[^\\s`]+)"),
+                                                QRegularExpression::MultilineOption);
+        QStringList of[2]; // MAVLink, Protocol Buffers
+        for (QRegularExpressionMatchIterator found = example.globalMatch(text); found.hasNext();) {
+            const QString expression = found.next().captured(1);
+            of[expression.startsWith(QLatin1String("protobuf"))] << "--select" << expression;
+        }
+        QCOMPARE(of[0].size() / 2, qsizetype(10));
+        QCOMPARE(of[1].size() / 2, qsizetype(3));
+        const QString files[] = {sample("capture.mav2.battery_status.tlog"), protobuf("MovingHostWithStopLine.mcap")};
+        for (const int i : {0, 1}) {
+            const DumpRun run(of[i] << files[i]);
+            QVERIFY2(run.status == 0 && !run.output.isEmpty(), qPrintable(run.errors.join(QLatin1Char('\n'))));
+        }
+    }
+
     void aFlight()
     {
         const QString path = sample("dronekit-flight.tlog");
