@@ -40,6 +40,8 @@ void DumpSink::publishTypes(quint64 offset)
 
 void DumpSink::processProblem(const StreamProblem& problem)
 {
+    if (problem.kind == StreamProblem::UnusableDefinition)
+        m_unknownIds.insert(problem.id);
     printProblem(problem.offset,
                  problem.describe(problem.hasFrame ? m_decoder->getSenderName(problem.sender) : QString()));
     count(problem);

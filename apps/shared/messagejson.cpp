@@ -85,13 +85,13 @@ void MessageJson::appendField(const FieldInfo* field, const Message* message, un
     } else if (field->isStringField()) {
         appendText(field, message, count, line);
     } else if (!field->isRepeated()) {
-        appendShown(field, field->getValue(message, 0), line);
+        appendShown(field, message, 0, line);
     } else {
         line->push_back('[');
         Separator separator(line);
         for (unsigned int i = 0; i < count; ++i) {
             separator.next();
-            appendShown(field, field->getValue(message, i), line);
+            appendShown(field, message, i, line);
         }
         line->push_back(']');
     }
@@ -110,14 +110,32 @@ void MessageJson::appendText(const FieldInfo* field, const Message* message, uns
     appendString(line, m_characters.data(), m_characters.size());
 }
 
-void MessageJson::appendShown(const FieldInfo* field, const FieldValue& value, std::string* line)
+void MessageJson::appendShown(const FieldInfo* field, const Message* message, unsigned int index, std::string* line)
 {
+    const FieldValue value = field->getValue(message, index);
     if (const Message* const subMessage = value.getSubMessage())
         appendFields(subMessage, line);
     else if (m_interpreted)
         appendString(line, field->getInterpretedString(value, true));
+    else if (value.getKind() == FieldValue::TextKind && !field->getSubFieldInfos().isEmpty())
+        appendParts(field, message, index, line);
     else
         appendRawValue(value, line);
+}
+
+// What people read as one text, such as a time, is transmitted as its components.
+void MessageJson::appendParts(const FieldInfo* field, const Message* message, unsigned int index, std::string* line)
+{
+    line->push_back('{');
+    Separator separator(line);
+    const QVector<const FieldInfo*> parts = field->getSubFieldInfos();
+    for (const FieldInfo* part : parts) {
+        separator.next();
+        appendString(line, part->getName());
+        line->push_back(':');
+        appendRawValue(part->getValue(message, index), line);
+    }
+    line->push_back('}');
 }
 
 bool MessageJson::appendWalk(const FieldWalk& walk, std::string* line)
@@ -127,7 +145,7 @@ bool MessageJson::appendWalk(const FieldWalk& walk, std::string* line)
         appendFields(walk.getHolder(), line);
         return true;
     case FieldWalk::OneValue:
-        appendShown(walk.getField(), walk.getValue(), line);
+        appendShown(walk.getField(), walk.getHolder(), walk.getIndex(), line);
         return true;
     case FieldWalk::AllValues:
         appendField(walk.getField(), walk.getHolder(), walk.getCount(), line);

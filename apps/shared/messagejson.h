@@ -59,7 +59,8 @@ private:
     typedef std::vector<Field> Fields;
 
     const Fields& fieldsOf(const MessageInfo* info);
-    void appendShown(const FieldInfo* field, const FieldValue& value, std::string* line);
+    void appendShown(const FieldInfo* field, const Message* message, unsigned int index, std::string* line);
+    void appendParts(const FieldInfo* field, const Message* message, unsigned int index, std::string* line);
     void appendText(const FieldInfo* field, const Message* message, unsigned int count, std::string* line);
     static void appendRawValue(const FieldValue& value, std::string* line);
 

@@ -57,6 +57,8 @@ public:
     unsigned int getCount() const { return m_count; }
     /** The value number @p i of getCount(); invalid when there is none. */
     FieldValue getValue(unsigned int i = 0) const;
+    /** At the end OneValue, the number of that value among those of its field. */
+    unsigned int getIndex() const { return static_cast<unsigned int>(m_path->getIndex()); }
     /** How the walk goes on in the sub-message number @p i of getCount(), at the end Branches only. */
     FieldWalk getBranch(unsigned int i) const;
 

@@ -53,7 +53,7 @@ struct CORVELFRAMEWORK_EXPORT StreamProblem
     Kind kind;
     quint64 offset; ///< where in the stream it began
     quint64 length; ///< bytes concerned
-    quint32 id;     ///< type of the frame, where there is one
+    quint32 id;     ///< type of the frame, where there is one; of an UnusableDefinition that of its messages, if any
     quint32 sender; ///< sender of the frame, where there is one
     bool hasFrame;  ///< whether id and sender say anything
     QString text;   ///< what is to be added, may be empty

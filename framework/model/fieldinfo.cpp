@@ -169,6 +169,7 @@ QString FieldInfo::textOfEnumerator(const FieldValue& value) const
     return number;
 }
 
+// Empty for what is no time of the years 1 to 9999.
 QString FieldInfo::textOfTime(const FieldValue& value) const
 {
     static const int digitsOfUnit[] = {0, 0, 3, 6, 9};
@@ -189,9 +190,8 @@ QString FieldInfo::textOfTime(const FieldValue& value) const
         seconds = static_cast<qint64>(qMin(count / divisor, static_cast<quint64>(endOfYear9999 + 1)));
         rest = static_cast<qint64>(count % divisor);
     }
-    // A count that is no time of our era is better shown as the number it is.
     if (std::isnan(value.toDouble()) || seconds < beginOfYear1 || seconds > endOfYear9999)
-        return value.toString(false, -1, FieldValue::PlainRepresentation, false);
+        return QString();
     const QDateTime time = QDateTime(QDate(1970, 1, 1), QTime(0, 0), Qt::UTC).addSecs(seconds);
     QString text = time.toString(QLatin1String("yyyy-MM-ddThh:mm:ss"));
     if (const int digits = digitsOfUnit[m_timeUnit])
@@ -237,7 +237,10 @@ QString FieldInfo::getInterpretedString(const FieldValue& value, bool withUnit) 
     if (!m_enumerators.isEmpty() && value.isNumber())
         return textOfEnumerator(value);
     if (m_timeUnit != NoTimeUnit && value.isNumber() && isTimeOfDay(value))
-        return textOfTime(value);
+        text = textOfTime(value);
+    if (!text.isEmpty())
+        return text;
+    // A count that is no time of our era is better shown as the number it is.
     if (value.isNumber() && m_decimals >= 0)
         text = NumberText::fixed(value.toDouble() * m_scaleFactor, m_decimals);
     else

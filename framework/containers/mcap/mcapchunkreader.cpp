@@ -181,10 +181,8 @@ void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
         }
         switch (head.opcode) {
         case SchemaRecord:
-            reportDefinition(m_channels.addSchema(body, head.length));
-            break;
         case ChannelRecord:
-            reportDefinition(m_channels.addChannel(body, head.length));
+            addDefinition(head.opcode, body, head.length);
             break;
         case MessageRecord: {
             if (isNone(head)) {

@@ -102,8 +102,7 @@ void McapReader::catchUpOnDefinitions()
         const RecordHead head(definition.record.constData());
         const char* const body = definition.record.constData() + RecordHeadSize;
         const quint64 size = quint64(definition.record.size()) - RecordHeadSize;
-        reportDefinition(head.opcode == SchemaRecord ? m_channels.addSchema(body, size)
-                                                     : m_channels.addChannel(body, size));
+        addDefinition(head.opcode, body, size);
     }
 }
 
@@ -289,11 +288,9 @@ void McapReader::processRecord(const char* body, quint64 size)
 {
     switch (m_opcode) {
     case SchemaRecord:
-        // In the summary they stand once more.
-        reportDefinition(m_channels.addSchema(body, size));
-        break;
     case ChannelRecord:
-        reportDefinition(m_channels.addChannel(body, size));
+        // In the summary they stand once more.
+        addDefinition(m_opcode, body, size);
         break;
     case MessageRecord:
         processMessage(body, size);
@@ -344,11 +341,24 @@ void McapReader::processMessage(const char* body, quint64 size)
 
 const McapChannels::Entry* McapReader::channelOf(quint16 number)
 {
-    const McapChannels::Entry* const entry = m_channels.find(number);
-    if (entry)
-        return entry;
-    reportDefinition(QStringLiteral("messages of channel %1, which was not announced").arg(number));
-    return m_channels.makeUp(number);
+    const McapChannels::Entry* const known = m_channels.find(number);
+    if (known)
+        return known;
+    const McapChannels::Entry* const entry = m_channels.makeUp(number);
+    reportDefinition(QStringLiteral("messages of channel %1, which was not announced").arg(number), entry);
+    return entry;
+}
+
+/** Takes what announces a schema or a channel. */
+void McapReader::addDefinition(quint8 opcode, const char* body, quint64 size)
+{
+    if (opcode == SchemaRecord) {
+        reportDefinition(m_channels.addSchema(body, size), nullptr);
+        return;
+    }
+    const QString problem = m_channels.addChannel(body, size);
+    if (!problem.isEmpty())
+        reportDefinition(problem, m_channels.find(Cursor(body, size).number<quint16>()));
 }
 
 bool McapReader::skip()
@@ -545,7 +555,8 @@ void McapReader::report(StreamProblem::Kind kind, quint64 offset, quint64 length
     m_sink->processProblem(problem);
 }
 
-void McapReader::reportDefinition(const QString& text)
+/** @param channel  that cannot be decoded, or null when it is another matter */
+void McapReader::reportDefinition(const QString& text, const McapChannels::Entry* channel)
 {
     if (text.isEmpty())
         return;
@@ -553,7 +564,7 @@ void McapReader::reportDefinition(const QString& text)
     problem.kind = StreamProblem::UnusableDefinition;
     problem.offset = m_recordOffset;
     // Each is about something else.
-    problem.id = ++m_definitionProblems;
+    problem.id = channel && !channel->info ? channel->id : ++m_definitionProblems;
     problem.text = text;
     m_sink->processProblem(problem);
 }

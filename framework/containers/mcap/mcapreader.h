@@ -79,7 +79,8 @@ private:
     bool checkCrc(quint32 given, quint32 right, const QString& what);
 
     void report(StreamProblem::Kind kind, quint64 offset, quint64 length, const QString& text);
-    void reportDefinition(const QString& text);
+    void addDefinition(quint8 opcode, const char* body, quint64 size);
+    void reportDefinition(const QString& text, const McapChannels::Entry* channel);
 
     McapChannels m_channels;
     McapMessageOrder m_order;

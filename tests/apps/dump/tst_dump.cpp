@@ -269,6 +269,42 @@ private Q_SLOTS:
                  QByteArray("\"fields\":{\"parts[1]/n\":null}}"));
     }
 
+    void timesOfProtocolBuffersAreTwoNumbers()
+    {
+        const QString schema = write("times.proto", "syntax = 'proto3'; package t;\n"
+                                                    "import 'google/protobuf/timestamp.proto';\n"
+                                                    "import 'google/protobuf/duration.proto';\n"
+                                                    "message Lap { google.protobuf.Timestamp start = 1;\n"
+                                                    "  repeated google.protobuf.Duration parts = 2; }\n");
+        const QByteArray lap("\x0a\x04\x08\x05\x10\x07\x12\x00\x12\x02\x10\x03", 12);
+        const QString path = write("laps", char(lap.size()) + lap);
+        const auto fieldsOf = [&](const QStringList& options) {
+            const DumpRun run(QStringList{"--schema", schema, "--type", "t.Lap", "--framing", "varint", path}
+                              << options);
+            return run.output.mid(run.output.indexOf("\"fields\":")).trimmed();
+        };
+        QCOMPARE(fieldsOf({}), QByteArray("\"fields\":{\"start\":{\"seconds\":5,\"nanos\":7},\"parts\":"
+                                          "[{\"seconds\":0,\"nanos\":0},{\"seconds\":0,\"nanos\":3}]}}"));
+        QCOMPARE(fieldsOf({"--select", "*/t.Lap/parts[1]"}),
+                 QByteArray("\"fields\":{\"parts[1]\":{\"seconds\":0,\"nanos\":3}}}"));
+        QCOMPARE(fieldsOf({"--interpreted"}),
+                 QByteArray("\"fields\":{\"start\":\"1970-01-01T00:00:05.000000007Z\",\"parts\":[\"0 s\",\""
+                            "0.000000003 s\"]}}"));
+    }
+
+    void aChannelThatCannotBeDecodedIsReportedOnce()
+    {
+        McapFixtures::Recording recording(McapFixtures::settings(McapWriter::NoCompression, 0));
+        const quint16 channels[] = {recording.writer.addChannel("/j", "json", 0),
+                                    recording.writer.addChannel("/p", "protobuf", 0), 9};
+        for (int i = 0; i < 6; ++i)
+            recording.writer.writeMessage(channels[i % 3], 0, quint64(i), "{}");
+        for (const char* option : {"--format=mcap", "--stats"}) {
+            const DumpRun run({option, write("once.mcap", recording.finished())});
+            QCOMPARE(run.errors.size(), qsizetype(3));
+        }
+    }
+
     void troubleIsToldWithItsPlaceAndCounted()
     {
         QByteArray broken = heartbeat(3);
