@@ -4,6 +4,7 @@
 #include "corvelgui_export.h"
 #include "messagetreewidget.h"
 
+#include <QList>
 #include <QTreeWidgetItem>
 
 class FieldInfo;
@@ -14,6 +15,12 @@ class Message;
  *
  * A row offers texts; the base writes each into the column that shows it, wherever that is, or nowhere. A derived row
  * calls the setter of a text whenever that may have changed and never writes a column itself.
+ *
+ * Whoever listens to a change, be it in a slot or in a setData() of his own, may delete any row of the library, the one
+ * that changes included: what was under way with it ends, the rows beside it get their values, and it comes back when
+ * the row above it is built anew. But two things Qt's own item widgets don't survive: a slot of
+ * QTreeWidget::itemChanged() must not delete or take out the row it is told of while the tree sorts by the column that
+ * changed, and no slot may delete the tree; both can be done later.
  */
 class CORVELGUI_EXPORT AbstractMessageTreeWidgetItem : public QTreeWidgetItem
 {
@@ -77,13 +84,40 @@ public:
     /** Whether a row is to be made for @p field, by confidentiality and the filters of the tree. Null is not shown. */
     bool mustShowField(const FieldInfo* field);
 
+protected:
+    /** Texts of a row; a number with a bit for each. */
+    enum Text
+    {
+        NameText = 1,
+        TypeText = 2,
+        ValueText = 4,
+        RawValueText = 8
+    };
+    /** Writes these texts, as the setters do; false when somebody who listens deleted the row. */
+    bool writeTexts(int texts);
+    /** Takes the row out of its tree while it is still whole: the first thing that a destructor does. */
+    void retire();
+    /** Takes out and deletes rows, which are children of this one; false when this row was deleted meanwhile. */
+    bool deleteRows(const QList<QTreeWidgetItem*>& rows);
+    /** Deletes all children, those that others added included. */
+    bool deleteAllRows();
+    /** Whether rows may be added now. If not, the tree makes all rows anew as soon as they may. */
+    bool mayAddRows();
+
 private:
     Q_DISABLE_COPY(AbstractMessageTreeWidgetItem)
     friend class MessageTreeWidget;
     friend class MessageTreeWidgetItem;
+    friend class RowHold;
 
     void forgetPlaceInTree();
-    void writeText(MessageTreeWidget* tree, int column, const QString& text);
+    bool store(MessageTreeWidget* tree, int column, int role, const QVariant& value);
+    bool writeText(MessageTreeWidget* tree, int column, const QString& text);
+    bool writeAllTexts();
+    void takeRows(const QList<QTreeWidgetItem*>& rows, QTreeWidgetItem* newParent);
+    MessageTreeWidget* getTreeAround();
+    static void deleteReleasedRows(MessageTreeWidget* tree);
+    static void forgetTree(const MessageTreeWidget* tree);
 
     MessageTreeWidget* m_messageTreeWidget;
     InitialExpansionPolicy m_initialExpansionPolicy;

@@ -25,6 +25,11 @@ class QSettings;
  * Many values a second are its purpose: texts of rows are stored at once, and the screen follows once for each pass of
  * the event loop.
  *
+ * Whoever listens to the tree or draws for it may call any operation of it meanwhile, also processMessage(). What makes
+ * all rows anew - other columns, other filters, reconfigureTopLevelAbstractMessageTreeWidgetItems() - is noted at once
+ * and reaches the rows when the message was routed to the end, or the configuration under way is done. But the tree
+ * itself must not be deleted by a slot that it calls; QObject::deleteLater() is for that.
+ *
  * @code
  * MessageTreeWidget* tree = new MessageTreeWidget(parent);
  * tree->addTopLevelItem(new MessageTreeWidgetItem(tree, dialect->getMessageInfo("ATTITUDE")));
@@ -99,7 +104,11 @@ public:
 
     /** The top-level rows that are rows of this library, in row order. */
     QList<AbstractMessageTreeWidgetItem*> getTopLevelAbstractMessageTreeWidgetItems();
-    /** Makes every row follow the columns and filters; to be called after rows were added to a tree by other means. */
+    /**
+     * Makes every row follow the columns and filters; to be called after rows were added to a tree by other means.
+     *
+     * A call out of a slot that the tree calls while it routes a message or configures rows takes effect after that.
+     */
     void reconfigureTopLevelAbstractMessageTreeWidgetItems();
 
     /** Whether a row that restores its expansion starts expanded, from what the user did last. Null gives false. */
@@ -144,14 +153,17 @@ private Q_SLOTS:
     void toggleColumnActionTriggered(bool checked);
     void processItemExpandedOrCollapsed(QTreeWidgetItem* item);
     void forgetTopLevelRows(const QModelIndex& parent = QModelIndex());
+    void leaveTopLevelRows();
 
 private:
     Q_DISABLE_COPY(MessageTreeWidget)
     friend class AbstractMessageTreeWidgetItem;
-    friend class MessageTreeWidgetItem;
+    friend class RowHold;
+    friend class TreeUpdate;
 
     void createActions();
-    void deleteRows(const QList<QTreeWidgetItem*>& rows);
+    void reconfigureRows();
+    void endUpdate();
     bool serveTogether(const QModelIndex& index);
     void followRowsOnScreen(bool repaintChanged);
     void repaintColumns(const QModelIndex& index, unsigned int columns, const QRect& rowRect);
@@ -173,15 +185,16 @@ private:
     QList<AbstractMessageTreeWidgetItem*> m_topLevelRows;
     QVector<const MessageInfo*> m_topLevelInfos;
     bool m_topLevelRowsKnown;
+    bool m_rowsAreRemoved; // by this library; Qt has not finished
     unsigned int m_topLevelRowsChanges;
-    // How many calls that make all rows anew are under way, and the rows that they left behind.
-    int m_reconfigurations;
-    QList<QTreeWidgetItem*> m_rowsToDelete;
+    int m_updates; // the calls under way that have to end before all rows are made anew
     // The row whose text changes now from one ordinary line to another; null otherwise.
     AbstractMessageTreeWidgetItem* m_rowBeingWritten;
     // The rows that were on the screen last bear this number.
     unsigned int m_screenNumber;
     bool m_repaintPosted;
+    bool m_reconfigurationWanted; // when the last update is over
+    short m_holds;                // the calls under way that have to end before a row is deleted
 };
 
 #endif

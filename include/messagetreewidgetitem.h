@@ -71,14 +71,17 @@ private:
 
     AbstractFieldTreeWidgetItem* createFieldRow(const FieldInfo* field);
     void setNameItalic(QTreeWidgetItem* row);
+    void createRowsOfType();
     bool isInsideOwnType() const;
 
     const MessageInfo* m_messageInfo;
     MessageNeed m_messageNeed;
-    QHash<const FieldInfo*, AbstractFieldTreeWidgetItem*> m_childRows;
+    QHash<const FieldInfo*, AbstractFieldTreeWidgetItem*>
+        m_childRows; // also rows that somebody deleted: only the keys count
     const Message* m_displayedMessage;
     QTreeWidgetItem* m_confidentialityRow;
-    QVector<AbstractFieldTreeWidgetItem*> m_childRowsInOrder; // those of the hash, in the order of the fields
+    QVector<AbstractFieldTreeWidgetItem*>
+        m_childRowsInOrder; // in the order of the fields; null for those that somebody deleted
 };
 
 #endif

@@ -2,12 +2,39 @@
 
 #include "corvel.h"
 #include "diagnostics.h"
+#include "rowguard.h"
 #include "singlesubmessagefieldtreewidgetitem.h"
 #include "singlevaluefieldtreewidgetitem.h"
+
+#include <QSet>
 
 #include <typeinfo>
 
 CORVEL_DIAGNOSTICS("AbstractMessageTreeWidgetItem");
+
+namespace
+{
+
+/** A text that is being stored; on the stack, as it is done for every value shown. Null is what has been deleted. */
+struct Write
+{
+    const AbstractMessageTreeWidgetItem* row;
+    const MessageTreeWidget* tree;
+    Write* outer;
+};
+
+} // namespace
+
+static Write* s_innermostWrite = nullptr;
+// So many rows are taken out one by one without a thought.
+static const int FewRows = 16;
+// Taken before places are asked for: a sort that was put off comes before a child is taken, and moves it.
+static const int NoChild = -1;
+// Counts the rows that were deleted: while it stands still, every row is still there.
+static unsigned int s_deletedRows = 0;
+
+// Rows that go as soon as nobody holds the rows of their tree any more.
+static QList<AbstractMessageTreeWidgetItem*> s_rowsToDelete;
 
 AbstractMessageTreeWidgetItem::AbstractMessageTreeWidgetItem(MessageTreeWidget* treeWidget)
     : QTreeWidgetItem()
@@ -26,16 +53,154 @@ AbstractMessageTreeWidgetItem::~AbstractMessageTreeWidgetItem()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("AbstractMessageTreeWidgetItem");
-    // Before the tree tells anybody of the removal: from here on this is no row any more.
+    retire();
+}
+
+void AbstractMessageTreeWidgetItem::retire()
+{
+    CORVEL_DEBUG_HOOK();
+    ++s_deletedRows;
+    RowGuard::breakAll(this);
+    for (Write* write = s_innermostWrite; write; write = write->outer) {
+        if (write->row == this)
+            write->row = nullptr;
+    }
+    s_rowsToDelete.removeOne(this);
+    QTreeWidget* view = treeWidget();
+    if (!view)
+        return;
+    MessageTreeWidget* tree = getTreeAround();
+    const TreeUpdate update(tree);
     forgetPlaceInTree();
+    if (tree && tree->m_rowBeingWritten == this)
+        tree->m_rowBeingWritten = nullptr;
+    const RowHold hold(tree, RowHold::RowsAreRemoved);
+    QTreeWidgetItem* above = parent() ? parent() : view->invisibleRootItem();
+    above->takeChild(NoChild);
+    above->takeChild(above->indexOfChild(this));
+}
+
+void AbstractMessageTreeWidgetItem::forgetTree(const MessageTreeWidget* tree)
+{
+    CORVEL_DEBUG_HOOK();
+    for (Write* write = s_innermostWrite; write; write = write->outer) {
+        if (write->tree == tree)
+            write->tree = nullptr;
+    }
 }
 
 void AbstractMessageTreeWidgetItem::forgetPlaceInTree()
 {
     CORVEL_DEBUG_HOOK();
-    MessageTreeWidget* tree = parent() ? nullptr : dynamic_cast<MessageTreeWidget*>(treeWidget());
+    MessageTreeWidget* tree = parent() ? nullptr : getTreeAround();
     if (tree)
         tree->forgetTopLevelRows();
+}
+
+MessageTreeWidget* AbstractMessageTreeWidgetItem::getTreeAround()
+{
+    CORVEL_DEBUG_HOOK();
+    return treeWidget() ? getMessageTreeWidget() : nullptr;
+}
+
+bool AbstractMessageTreeWidgetItem::mayAddRows()
+{
+    CORVEL_DEBUG_HOOK();
+    MessageTreeWidget* tree = getTreeAround();
+    if (!tree || !tree->m_rowsAreRemoved)
+        return true;
+    tree->m_reconfigurationWanted = true;
+    return false;
+}
+
+static void collapseWithAllBelow(QTreeWidgetItem* row)
+{
+    CORVEL_DEBUG_HOOK();
+    if (row->childCount() == 0)
+        return;
+    row->setExpanded(false);
+    for (int i = 0; i < row->childCount(); ++i)
+        collapseWithAllBelow(row->child(i));
+}
+
+bool AbstractMessageTreeWidgetItem::deleteRows(const QList<QTreeWidgetItem*>& rows)
+{
+    CORVEL_DEBUG_HOOK();
+    MessageTreeWidget* tree = getTreeAround();
+    const TreeUpdate update(tree);
+    const RowGuard self(this);
+    if (tree && tree->m_holds > 0) {
+        Q_FOREACH (QTreeWidgetItem* item, rows) {
+            AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(item);
+            if (!row)
+                delete item;
+            else if (!s_rowsToDelete.contains(row))
+                s_rowsToDelete.append(row);
+        }
+        return !self.isBroken();
+    }
+    // The deletion of a row is told, too, and can lead to that of another: what is left to be deleted is what is here.
+    QTreeWidgetItem leaving;
+    takeRows(rows, &leaving);
+    while (leaving.childCount() > 0)
+        delete leaving.takeChild(0);
+    return !self.isBroken();
+}
+
+void AbstractMessageTreeWidgetItem::takeRows(const QList<QTreeWidgetItem*>& rows, QTreeWidgetItem* newParent)
+{
+    CORVEL_DEBUG_HOOK();
+    MessageTreeWidget* tree = getTreeAround();
+    const RowGuard self(this);
+    if (tree && rows.size() > FewRows && rows.size() < childCount()) {
+        // Each removal makes the model go through all rows that the view knows to be expanded. A view that is to lay
+        // out everything anew forgets the expansion of a row without a look at the others.
+        const bool wasBlocked = tree->blockSignals(true);
+        tree->scheduleDelayedItemsLayout();
+        Q_FOREACH (QTreeWidgetItem* row, rows)
+            collapseWithAllBelow(row);
+        tree->blockSignals(wasBlocked);
+    }
+    const RowHold hold(tree, RowHold::RowsAreRemoved);
+    if (rows.size() == childCount()) {
+        newParent->addChildren(takeChildren());
+        return;
+    }
+    // From the end, where they mostly are.
+    takeChild(NoChild);
+    QSet<QTreeWidgetItem*> leaving;
+    Q_FOREACH (QTreeWidgetItem* row, rows)
+        leaving.insert(row);
+    for (int i = childCount() - 1; !self.isBroken() && i >= 0; i = qMin(i, childCount()) - 1) {
+        if (leaving.contains(child(i)))
+            newParent->insertChild(0, takeChild(i));
+    }
+}
+
+void AbstractMessageTreeWidgetItem::deleteReleasedRows(MessageTreeWidget* tree)
+{
+    CORVEL_DEBUG_HOOK();
+    const TreeUpdate update(tree);
+    int i = 0;
+    while (!update.isOver() && tree->m_holds == 0 && i < s_rowsToDelete.size()) {
+        AbstractMessageTreeWidgetItem* row = s_rowsToDelete.at(i);
+        if (row->treeWidget() && row->treeWidget() != tree) {
+            ++i;
+            continue;
+        }
+        s_rowsToDelete.removeAt(i);
+        delete row;
+        i = 0;
+    }
+}
+
+bool AbstractMessageTreeWidgetItem::deleteAllRows()
+{
+    CORVEL_DEBUG_HOOK();
+    QList<QTreeWidgetItem*> rows;
+    for (int i = 0; i < childCount(); ++i)
+        rows.append(child(i));
+    return deleteRows(rows);
 }
 
 QString AbstractMessageTreeWidgetItem::getNameText()
@@ -73,11 +238,23 @@ void AbstractMessageTreeWidgetItem::configureInTreeWidget()
     CORVEL_DEBUG_HOOK();
     if (!treeWidget())
         return;
+    const TreeUpdate update(getTreeAround());
+    const RowGuard self(this);
+    // Texts that change can move rows, and whoever listens can remove some: the walk goes by what was there before.
+    QList<AbstractMessageTreeWidgetItem*> rows;
     for (int i = 0; i < childCount(); ++i) {
         if (AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(child(i)))
-            row->configureInTreeWidget();
+            rows.append(row);
     }
-    setAllTexts();
+    const unsigned int deletedRows = s_deletedRows;
+    Q_FOREACH (AbstractMessageTreeWidgetItem* row, rows) {
+        if (deletedRows == s_deletedRows || indexOfChild(row) >= 0)
+            row->configureInTreeWidget();
+        if (self.isBroken())
+            return;
+    }
+    if (!writeAllTexts() || !treeWidget())
+        return;
     bool expanded = false;
     if (m_initialExpansionPolicy == ExpandInitially) {
         expanded = true;
@@ -120,7 +297,7 @@ static bool isOneOrdinaryLine(const QString& text)
     return !text.isEmpty();
 }
 
-void AbstractMessageTreeWidgetItem::writeText(MessageTreeWidget* tree, int column, const QString& text)
+bool AbstractMessageTreeWidgetItem::writeText(MessageTreeWidget* tree, int column, const QString& text)
 {
     CORVEL_DEBUG_HOOK();
     const unsigned int bit = bitOfColumn(column);
@@ -128,11 +305,24 @@ void AbstractMessageTreeWidgetItem::writeText(MessageTreeWidget* tree, int colum
     const bool isOrdinary = isOneOrdinaryLine(text);
     m_ordinaryColumns = isOrdinary ? m_ordinaryColumns | bit : m_ordinaryColumns & ~bit;
     m_writesOwnText = 1;
-    // Writing can lead to writing another row, when somebody listens.
-    AbstractMessageTreeWidgetItem* outer = tree->m_rowBeingWritten;
     tree->m_rowBeingWritten = wasOrdinary && isOrdinary ? this : nullptr;
-    setData(column, Qt::DisplayRole, QVariant(text));
-    tree->m_rowBeingWritten = outer;
+    return store(tree, column, Qt::DisplayRole, QVariant(text));
+}
+
+bool AbstractMessageTreeWidgetItem::store(MessageTreeWidget* tree, int column, int role, const QVariant& value)
+{
+    CORVEL_DEBUG_HOOK();
+    Write write = {this, tree, s_innermostWrite};
+    s_innermostWrite = &write;
+    ++tree->m_holds;
+    setData(column, role, value);
+    if (write.tree) {
+        tree->m_rowBeingWritten = nullptr;
+        if (--tree->m_holds == 0 && !s_rowsToDelete.isEmpty())
+            deleteReleasedRows(tree);
+    }
+    s_innermostWrite = write.outer;
+    return write.row;
 }
 
 MessageTreeWidget* AbstractMessageTreeWidgetItem::getMessageTreeWidget()
@@ -180,60 +370,69 @@ void AbstractMessageTreeWidgetItem::setInitialExpansionPolicy(InitialExpansionPo
 void AbstractMessageTreeWidgetItem::setNameText()
 {
     CORVEL_DEBUG_HOOK();
-    MessageTreeWidget* tree = getMessageTreeWidget();
-    if (!tree)
-        return;
-    const int column = tree->getColumnIndex(MessageTreeWidget::NameColumn);
-    if (column < 0)
-        return;
-    writeText(tree, column, getNameText());
-    setData(column, Qt::ToolTipRole, QVariant(getNameToolTip()));
+    writeTexts(NameText);
 }
 
 void AbstractMessageTreeWidgetItem::setTypeText()
 {
     CORVEL_DEBUG_HOOK();
-    MessageTreeWidget* tree = getMessageTreeWidget();
-    if (!tree)
-        return;
-    const int column = tree->getColumnIndex(MessageTreeWidget::TypeColumn);
-    if (column >= 0)
-        writeText(tree, column, getTypeText());
+    writeTexts(TypeText);
 }
 
 void AbstractMessageTreeWidgetItem::setValueText()
 {
     CORVEL_DEBUG_HOOK();
-    MessageTreeWidget* tree = getMessageTreeWidget();
-    if (!tree)
-        return;
-    const int column = tree->getColumnIndex(MessageTreeWidget::ValueColumn);
-    if (column >= 0)
-        writeText(tree, column, getValueText());
+    writeTexts(ValueText);
 }
 
 void AbstractMessageTreeWidgetItem::setRawValueText()
 {
     CORVEL_DEBUG_HOOK();
-    MessageTreeWidget* tree = getMessageTreeWidget();
-    if (!tree)
-        return;
-    const int column = tree->getColumnIndex(MessageTreeWidget::RawValueColumn);
-    if (column >= 0)
-        writeText(tree, column, getRawValueText());
+    writeTexts(RawValueText);
+}
+
+bool AbstractMessageTreeWidgetItem::writeTexts(int texts)
+{
+    CORVEL_DEBUG_HOOK();
+    static const MessageTreeWidget::ColumnType types[] = {MessageTreeWidget::NameColumn, MessageTreeWidget::TypeColumn,
+                                                          MessageTreeWidget::ValueColumn,
+                                                          MessageTreeWidget::RawValueColumn};
+    for (int i = 0; texts >> i; ++i) {
+        if (!(texts >> i & 1))
+            continue;
+        // Anew for each text: whoever listens to the one before may have moved the row, or the column.
+        MessageTreeWidget* tree = getMessageTreeWidget();
+        const int column = tree ? tree->getColumnIndex(types[i]) : -1;
+        if (column < 0)
+            continue;
+        if (!writeText(tree, column, getTextForColumn(types[i])))
+            return false;
+        if (i == 0 && getMessageTreeWidget() == tree && !store(tree, column, Qt::ToolTipRole, getNameToolTip()))
+            return false;
+    }
+    return true;
 }
 
 void AbstractMessageTreeWidgetItem::setAllTexts()
 {
     CORVEL_DEBUG_HOOK();
+    writeAllTexts();
+}
+
+bool AbstractMessageTreeWidgetItem::writeAllTexts()
+{
+    CORVEL_DEBUG_HOOK();
     MessageTreeWidget* tree = getMessageTreeWidget();
     if (!tree)
-        return;
+        return true;
     const QVector<MessageTreeWidget::ColumnType> columns = tree->getColumns();
     for (int i = 0; i < columns.size(); ++i) {
-        if (columns.at(i) != MessageTreeWidget::NoColumn)
-            writeText(tree, i, getTextForColumn(columns.at(i)));
+        if (columns.at(i) != MessageTreeWidget::NoColumn && !writeText(tree, i, getTextForColumn(columns.at(i))))
+            return false;
+        if (getMessageTreeWidget() != tree)
+            break;
     }
+    return true;
 }
 
 QString AbstractMessageTreeWidgetItem::getTextForColumn(MessageTreeWidget::ColumnType type)

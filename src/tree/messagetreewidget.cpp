@@ -5,6 +5,7 @@
 #include "message.h"
 #include "messagetreewidgetitem.h"
 #include "pathexpression.h"
+#include "rowguard.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -21,7 +22,9 @@
 CORVEL_DIAGNOSTICS("MessageTreeWidget");
 static const char* s_szFilename = "src/tree/messagetreewidget.cpp";
 
-static const int GreatestStoredType = 0xFFFF;
+static const int GreatestStoredType = 1000000;
+// So often in turn all rows are made anew for somebody who asks for it whenever that is done; then he waits.
+static const int MostReconfigurations = 10;
 
 QHash<const MessageInfo*, bool> MessageTreeWidget::sMessageInfoExpandedCollapsedMap;
 QHash<const FieldInfo*, bool> MessageTreeWidget::sFieldInfoExpandedCollapsedMap;
@@ -29,11 +32,14 @@ QHash<const FieldInfo*, bool> MessageTreeWidget::sFieldInfoExpandedCollapsedMap;
 MessageTreeWidget::MessageTreeWidget(QWidget* parent)
     : QTreeWidget(parent)
     , m_topLevelRowsKnown(false)
+    , m_rowsAreRemoved(false)
     , m_topLevelRowsChanges(0)
-    , m_reconfigurations(0)
+    , m_updates(0)
     , m_rowBeingWritten(nullptr)
     , m_screenNumber(1)
     , m_repaintPosted(false)
+    , m_reconfigurationWanted(false)
+    , m_holds(0)
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_ALLOCATED("MessageTreeWidget");
@@ -47,6 +53,7 @@ MessageTreeWidget::MessageTreeWidget(QWidget* parent)
     connect(model(), SIGNAL(rowsAboutToBeRemoved(QModelIndex, int, int)), this, SLOT(forgetTopLevelRows(QModelIndex)));
     connect(model(), SIGNAL(rowsRemoved(QModelIndex, int, int)), this, SLOT(forgetTopLevelRows(QModelIndex)));
     connect(model(), SIGNAL(layoutChanged()), this, SLOT(forgetTopLevelRows()));
+    connect(model(), SIGNAL(modelAboutToBeReset()), this, SLOT(leaveTopLevelRows()));
     connect(model(), SIGNAL(modelReset()), this, SLOT(forgetTopLevelRows()));
     createActions();
     setColumns(QVector<ColumnType>() << NameColumn << TypeColumn << ValueColumn);
@@ -56,6 +63,8 @@ MessageTreeWidget::~MessageTreeWidget()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("MessageTreeWidget");
+    RowGuard::breakAll(this);
+    AbstractMessageTreeWidgetItem::forgetTree(this);
 }
 
 QString MessageTreeWidget::getDefaultColumnName(ColumnType type)
@@ -156,7 +165,9 @@ void MessageTreeWidget::setColumns(QVector<ColumnType> columns)
 void MessageTreeWidget::resizeColumns()
 {
     CORVEL_DEBUG_HOOK();
-    for (int column = 0; column < columnCount(); ++column)
+    const TreeUpdate update(this);
+    const RowHold hold(this, RowHold::RowsAreShown);
+    for (int column = 0; !update.isOver() && column < columnCount(); ++column)
         resizeColumnToContents(column);
 }
 
@@ -223,33 +234,49 @@ void MessageTreeWidget::forgetTopLevelRows(const QModelIndex& parent)
     ++m_topLevelRowsChanges;
 }
 
+void MessageTreeWidget::leaveTopLevelRows()
+{
+    CORVEL_DEBUG_HOOK();
+    // Until the reset is done, the tree still has rows that are deleted already.
+    forgetTopLevelRows();
+    m_topLevelRows.clear();
+    m_topLevelInfos.clear();
+    m_topLevelRowsKnown = true;
+}
+
 void MessageTreeWidget::reconfigureTopLevelAbstractMessageTreeWidgetItems()
 {
     CORVEL_DEBUG_HOOK();
-    ++m_reconfigurations;
+    const TreeUpdate update(this);
+    m_reconfigurationWanted = true;
+}
+
+void MessageTreeWidget::reconfigureRows()
+{
+    CORVEL_DEBUG_HOOK();
+    const RowGuard self(this);
     const QList<AbstractMessageTreeWidgetItem*> current = getTopLevelAbstractMessageTreeWidgetItems();
     const unsigned int changes = m_topLevelRowsChanges;
     Q_FOREACH (AbstractMessageTreeWidgetItem* row, current) {
         // Somebody who listens to changes may have removed it.
         if (changes == m_topLevelRowsChanges || indexOfTopLevelItem(row) >= 0)
             row->configureInTreeWidget();
+        if (self.isBroken())
+            return;
     }
-    if (--m_reconfigurations > 0)
-        return;
-    const QList<QTreeWidgetItem*> rows = m_rowsToDelete;
-    m_rowsToDelete.clear();
-    qDeleteAll(rows);
 }
 
-void MessageTreeWidget::deleteRows(const QList<QTreeWidgetItem*>& rows)
+void MessageTreeWidget::endUpdate()
 {
     CORVEL_DEBUG_HOOK();
-    // Rows that are created in the gaps of deleted ones lie scattered in memory, which costs a third more for each
-    // value that they show from then on. So all old rows stay until all new ones exist.
-    if (m_reconfigurations > 0)
-        m_rowsToDelete += rows;
-    else
-        qDeleteAll(rows);
+    const RowGuard self(this);
+    for (int i = 0; m_updates == 1 && m_reconfigurationWanted && i < MostReconfigurations; ++i) {
+        m_reconfigurationWanted = false;
+        reconfigureRows();
+        if (self.isBroken())
+            return;
+    }
+    --m_updates;
 }
 
 bool MessageTreeWidget::mustInitiallyBeExpanded(AbstractMessageTreeWidgetItem* item)
@@ -292,6 +319,9 @@ void MessageTreeWidget::restoreSettings(QSettings& settings)
             // Any number is a type; but the table of columns has as many entries, and a damaged file may hold any.
             if (type.toInt() <= GreatestStoredType)
                 addColumn(ColumnType(type.toInt()), true);
+            else
+                qWarning("MessageTreeWidget::restoreSettings: there is no column type %d, it was left out",
+                         type.toInt());
         }
     }
     const QByteArray headerState = settings.value(QLatin1String("headerstate")).toByteArray();
@@ -348,10 +378,11 @@ void MessageTreeWidget::loadExpansionState(QSettings& settings)
 void MessageTreeWidget::processMessage(const Message* message)
 {
     CORVEL_DEBUG_HOOK();
+    const TreeUpdate update(this);
     const QList<AbstractMessageTreeWidgetItem*> rows = getTopLevelAbstractMessageTreeWidgetItems();
     const QVector<const MessageInfo*> infos = m_topLevelInfos;
     const unsigned int changes = m_topLevelRowsChanges;
-    for (int i = 0; i < rows.size(); ++i) {
+    for (int i = 0; !update.isOver() && i < rows.size(); ++i) {
         if (changes == m_topLevelRowsChanges) {
             // Nearly all rows ignore the message. Finding that out here spares a look at each of them.
             if (message && infos.at(i) && infos.at(i) != message->getInfo())
@@ -516,6 +547,8 @@ bool MessageTreeWidget::event(QEvent* event)
 void MessageTreeWidget::paintEvent(QPaintEvent* event)
 {
     CORVEL_DEBUG_HOOK();
+    const TreeUpdate update(this);
+    const RowHold hold(this, RowHold::RowsAreShown);
     QTreeWidget::paintEvent(event);
     followRowsOnScreen(false);
 }

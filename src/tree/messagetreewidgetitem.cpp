@@ -5,6 +5,7 @@
 #include "message.h"
 #include "messageinfo.h"
 #include "repeatedfieldtreewidgetitem.h"
+#include "rowguard.h"
 #include "singlesubmessagefieldtreewidgetitem.h"
 #include "singlevaluefieldtreewidgetitem.h"
 #include "stringfieldtreewidgetitem.h"
@@ -13,8 +14,44 @@
 
 CORVEL_DIAGNOSTICS("MessageTreeWidgetItem");
 
-// The types whose field rows are being created, outermost first.
-static QVector<const MessageInfo*> s_infosInCreation;
+// Needs that are stated and withdrawn, and texts that change, are told to others, who may come back to the same row
+// before it goes on. What is under way with a row is guarded by names:
+//   m_messageNeed       a change of the type whose rows of fields are not made yet
+//   m_childRows         the creation of the rows of fields
+//   m_messageInfo       a row that is configured and shows its message again, unless somebody else showed something
+//   m_displayedMessage  a message that is shown, unless a newer one, or none, was shown meanwhile
+//   m_confidentialityRow  the end
+
+namespace
+{
+
+/** A row that is being configured and has no type for a moment, with the message that it is to show afterwards. */
+struct Configuration
+{
+    const MessageTreeWidgetItem* row;
+    const MessageInfo* info;
+    const Message* message; // with a reference, as its type is a main type
+    Configuration* outer;
+};
+
+} // namespace
+
+static Configuration* s_innermostConfiguration = nullptr;
+
+/** Lets a row that has no type for a moment show @p message, or none, afterwards. */
+static void showAfterConfiguration(const MessageTreeWidgetItem* row, const Message* message)
+{
+    CORVEL_DEBUG_HOOK();
+    for (Configuration* configuration = s_innermostConfiguration; configuration; configuration = configuration->outer) {
+        if (configuration->row != row || (message && message->getInfo() != configuration->info))
+            continue;
+        if (message)
+            message->addReference();
+        if (configuration->message)
+            configuration->message->removeReference();
+        configuration->message = message;
+    }
+}
 
 MessageTreeWidgetItem::MessageTreeWidgetItem(MessageTreeWidget* treeWidget, const MessageInfo* info)
     : AbstractMessageTreeWidgetItem(treeWidget)
@@ -33,7 +70,15 @@ MessageTreeWidgetItem::~MessageTreeWidgetItem()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("MessageTreeWidgetItem");
+    retire();
+    RowGuard::breakAll(&m_messageNeed);
+    RowGuard::breakAll(&m_childRows);
+    AbstractFieldTreeWidgetItem::release(&m_childRowsInOrder, 0);
     setDisplayedMessage(nullptr);
+    m_messageInfo = nullptr;
+    // While the row is whole, for whoever is told of it.
+    const RowGuard end(&m_confidentialityRow);
+    m_messageNeed.setMessageNeeded(nullptr);
 }
 
 QString MessageTreeWidgetItem::getNameText()
@@ -81,47 +126,78 @@ bool MessageTreeWidgetItem::isMessageDisplayed() const
 void MessageTreeWidgetItem::setMessageInfo(const MessageInfo* info)
 {
     CORVEL_DEBUG_HOOK();
-    if (info == m_messageInfo)
+    if (info == m_messageInfo || RowGuard::isWatched(&m_confidentialityRow))
         return;
+    const TreeUpdate update(getTreeAround());
+    RowGuard::breakAll(&m_messageNeed);
+    RowGuard::breakAll(&m_displayedMessage);
     setDisplayedMessage(nullptr);
     m_messageInfo = info;
     forgetPlaceInTree(); // the tree remembers which types its rows wait for
-    m_messageNeed.setMessageNeeded(info);
-    deleteAllChildItems();
+    {
+        const RowGuard change(&m_messageNeed);
+        m_messageNeed.setMessageNeeded(info);
+        if (change.isBroken())
+            return;
+    }
+    createRowsOfType();
+}
+
+void MessageTreeWidgetItem::createRowsOfType()
+{
+    CORVEL_DEBUG_HOOK();
+    const RowGuard self(this);
+    {
+        const RowGuard change(&m_messageNeed);
+        deleteAllChildItems();
+        if (change.isBroken())
+            return;
+    }
     // A type can contain itself: below a row of the same type, rows are created only when there is something to show.
-    if (info && !isInsideOwnType())
+    if (m_messageInfo && !isInsideOwnType())
         createChildItems();
-    setNameText();
-    setValueText();
-    setRawValueText();
+    if (!self.isBroken())
+        writeTexts(NameText | ValueText | RawValueText);
 }
 
 void MessageTreeWidgetItem::displayMessage(const Message* message)
 {
     CORVEL_DEBUG_HOOK();
-    if (!message)
-        setMessageInfo(nullptr);
-    else if (message->getInfo() != m_messageInfo)
-        setMessageInfo(message->getInfo());
-    if (message && childCount() == 0 && isInsideOwnType())
+    const TreeUpdate update(getTreeAround());
+    const MessageInfo* info = message ? message->getInfo() : nullptr;
+    RowGuard::breakAll(&m_messageInfo);
+    RowGuard::breakAll(&m_displayedMessage);
+    const RowGuard self(this);
+    setMessageInfo(info);
+    if (self.isBroken() || m_messageInfo != info)
+        return;
+    // Told of a need, somebody delivers the message for whose rows the row is just making room.
+    if (RowGuard::breakAll(&m_messageNeed))
+        createRowsOfType();
+    else if (RowGuard::breakAll(&m_childRows) || (message && m_childRowsInOrder.isEmpty() && isInsideOwnType()))
         createChildItems();
+    if (self.isBroken() || m_messageInfo != info)
+        return;
+    const RowGuard newest(&m_displayedMessage);
     setDisplayedMessage(message);
-    setValueText();
-    setRawValueText();
     // A hash has no order of its own, so that any is its order: that of the fields is the one in which the rows lie in
     // memory, and with many types the time goes into waiting for memory.
-    Q_FOREACH (AbstractFieldTreeWidgetItem* row, m_childRowsInOrder)
-        row->processMessage(message);
+    if (writeTexts(ValueText | RawValueText) && !newest.isBroken())
+        AbstractFieldTreeWidgetItem::deliver(&m_childRowsInOrder, message);
 }
 
 void MessageTreeWidgetItem::clearValues()
 {
     CORVEL_DEBUG_HOOK();
+    const TreeUpdate update(getTreeAround());
+    RowGuard::breakAll(&m_messageInfo);
+    RowGuard::breakAll(&m_displayedMessage);
+    const RowGuard newest(&m_displayedMessage);
     setDisplayedMessage(nullptr);
-    setValueText();
-    setRawValueText();
-    Q_FOREACH (AbstractFieldTreeWidgetItem* row, m_childRows)
-        row->clearValues();
+    if (!m_messageInfo)
+        showAfterConfiguration(this, nullptr);
+    if (writeTexts(ValueText | RawValueText) && !newest.isBroken())
+        AbstractFieldTreeWidgetItem::clearAll(&m_childRowsInOrder);
 }
 
 void MessageTreeWidgetItem::processMessage(const Message* message)
@@ -131,22 +207,34 @@ void MessageTreeWidgetItem::processMessage(const Message* message)
         clearValues();
     else if (message->getInfo() == m_messageInfo)
         displayMessage(message);
+    else if (!m_messageInfo)
+        showAfterConfiguration(this, message);
 }
 
 void MessageTreeWidgetItem::configureInTreeWidget()
 {
     CORVEL_DEBUG_HOOK();
+    const TreeUpdate update(getTreeAround());
+    const RowGuard self(this);
     const MessageInfo* info = m_messageInfo;
     if (info && info->isMain()) {
-        const Message* message = m_displayedMessage;
-        if (message)
-            message->addReference();
+        Configuration configuration = {this, info, m_displayedMessage, s_innermostConfiguration};
+        s_innermostConfiguration = &configuration;
+        if (m_displayedMessage)
+            m_displayedMessage->addReference();
         setMessageInfo(nullptr);
-        setMessageInfo(info);
-        if (message) {
-            displayMessage(message);
-            message->removeReference();
+        s_innermostConfiguration = configuration.outer;
+        // Somebody who was told of a need may have given the row another type, or shown a newer message or none.
+        if (!self.isBroken() && !m_messageInfo) {
+            const RowGuard shown(&m_messageInfo);
+            setMessageInfo(info);
+            if (configuration.message && !self.isBroken() && !shown.isBroken() && m_messageInfo == info)
+                displayMessage(configuration.message);
         }
+        if (configuration.message)
+            configuration.message->removeReference();
+        if (self.isBroken())
+            return;
     }
     AbstractMessageTreeWidgetItem::configureInTreeWidget();
 }
@@ -167,28 +255,35 @@ void MessageTreeWidgetItem::setDisplayedMessage(const Message* message)
 void MessageTreeWidgetItem::createChildItems()
 {
     CORVEL_DEBUG_HOOK();
-    if (!m_messageInfo)
+    if (!m_messageInfo || !mayAddRows())
         return;
     bool someFieldHidden = false;
-    s_infosInCreation.append(m_messageInfo);
+    // Whoever delivers a message meanwhile lets the rows that are still missing be created for it.
+    RowGuard::breakAll(&m_childRows);
+    const RowGuard creation(&m_childRows);
     Q_FOREACH (const FieldInfo* field, m_messageInfo->getFieldInfos()) {
         if (!mustShowField(field)) {
             if (field && field->isConfidential())
                 someFieldHidden = true;
             continue;
         }
-        if (field->getParentFieldInfo())
+        if (field->getParentFieldInfo() || m_childRows.contains(field))
             continue;
         AbstractFieldTreeWidgetItem* row = createFieldRow(field);
+        if (creation.isBroken()) {
+            delete row;
+            return;
+        }
         if (field->isVirtual())
             setNameItalic(row);
-        addChild(row);
         m_childRows.insert(field, row);
-        m_childRowsInOrder.append(row);
-        if (treeWidget())
+        AbstractFieldTreeWidgetItem::append(&m_childRowsInOrder, row);
+        addChild(row);
+        if (!creation.isBroken() && treeWidget())
             row->configureInTreeWidget();
+        if (creation.isBroken())
+            return;
     }
-    s_infosInCreation.pop_back();
     if (someFieldHidden)
         showConfidentialityMessage();
     else
@@ -198,20 +293,17 @@ void MessageTreeWidgetItem::createChildItems()
 void MessageTreeWidgetItem::deleteAllChildItems()
 {
     CORVEL_DEBUG_HOOK();
-    MessageTreeWidget* tree = getMessageTreeWidget();
-    if (tree)
-        tree->deleteRows(takeChildren());
-    else
-        qDeleteAll(takeChildren());
+    RowGuard::breakAll(&m_childRows);
+    AbstractFieldTreeWidgetItem::release(&m_childRowsInOrder, 0);
     m_childRows = QHash<const FieldInfo*, AbstractFieldTreeWidgetItem*>();
-    m_childRowsInOrder.clear();
     m_confidentialityRow = nullptr;
+    deleteAllRows();
 }
 
 void MessageTreeWidgetItem::showConfidentialityMessage()
 {
     CORVEL_DEBUG_HOOK();
-    if (m_confidentialityRow)
+    if (m_confidentialityRow && indexOfChild(m_confidentialityRow) >= 0)
         return;
     m_confidentialityRow = new QTreeWidgetItem;
     MessageTreeWidget* tree = getMessageTreeWidget();
@@ -227,7 +319,9 @@ void MessageTreeWidgetItem::showConfidentialityMessage()
 void MessageTreeWidgetItem::hideConfidentialityMessage()
 {
     CORVEL_DEBUG_HOOK();
-    delete m_confidentialityRow;
+    // Somebody else may have deleted it.
+    if (m_confidentialityRow && indexOfChild(m_confidentialityRow) >= 0)
+        delete m_confidentialityRow;
     m_confidentialityRow = nullptr;
 }
 
@@ -237,7 +331,7 @@ AbstractFieldTreeWidgetItem* MessageTreeWidgetItem::createFieldRow(const FieldIn
     MessageTreeWidget* tree = getMessageTreeWidget();
     if (!field->isRepeated()) {
         if (field->getType().getTypeCode() == FieldType::SubMessageType)
-            return new SingleSubMessageFieldTreeWidgetItem(tree, field, 0);
+            return new SingleSubMessageFieldTreeWidgetItem(tree, field, 0, this);
         return new SingleValueFieldTreeWidgetItem(tree, field, 0);
     }
     if (field->isStringField())
@@ -260,14 +354,20 @@ void MessageTreeWidgetItem::setNameItalic(QTreeWidgetItem* row)
     row->setData(column, Qt::FontRole, QVariant(font));
 }
 
+/** The row above, also of a row that is not inserted yet, as its creator is still at it. */
+static const QTreeWidgetItem* rowAbove(const QTreeWidgetItem* item)
+{
+    CORVEL_DEBUG_HOOK();
+    const SingleSubMessageFieldTreeWidgetItem* row = dynamic_cast<const SingleSubMessageFieldTreeWidgetItem*>(item);
+    return row ? row->getRowAbove() : item->parent();
+}
+
 bool MessageTreeWidgetItem::isInsideOwnType() const
 {
     CORVEL_DEBUG_HOOK();
-    if (s_infosInCreation.contains(m_messageInfo))
-        return true;
     if (!dynamic_cast<const AbstractFieldTreeWidgetItem*>(this))
         return false;
-    for (const QTreeWidgetItem* item = QTreeWidgetItem::parent(); item; item = item->parent()) {
+    for (const QTreeWidgetItem* item = rowAbove(this); item; item = rowAbove(item)) {
         const MessageTreeWidgetItem* row = dynamic_cast<const MessageTreeWidgetItem*>(item);
         if (row && row->m_messageInfo == m_messageInfo)
             return true;

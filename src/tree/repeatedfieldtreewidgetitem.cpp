@@ -2,6 +2,7 @@
 
 #include "diagnostics.h"
 #include "message.h"
+#include "rowguard.h"
 #include "singlesubmessagefieldtreewidgetitem.h"
 #include "singlevaluefieldtreewidgetitem.h"
 
@@ -26,24 +27,27 @@ RepeatedFieldTreeWidgetItem::~RepeatedFieldTreeWidgetItem()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("RepeatedFieldTreeWidgetItem");
+    retire();
+    release(&m_childRows, 0);
 }
 
 void RepeatedFieldTreeWidgetItem::setFieldInfo(const FieldInfo* field)
 {
     CORVEL_DEBUG_HOOK();
     AbstractFieldTreeWidgetItem::setFieldInfo(field);
+    const RowGuard self(this);
     deleteAllChildItems();
-    setNameText();
-    setValueText();
-    setRawValueText();
+    if (!self.isBroken())
+        writeTexts(NameText | ValueText | RawValueText);
 }
 
 void RepeatedFieldTreeWidgetItem::clearValues()
 {
     CORVEL_DEBUG_HOOK();
+    const RowGuard self(this);
     deleteAllChildItems();
-    setValueText();
-    setRawValueText();
+    if (!self.isBroken())
+        writeTexts(ValueText | RawValueText);
 }
 
 QString RepeatedFieldTreeWidgetItem::getNameText()
@@ -99,26 +103,25 @@ void RepeatedFieldTreeWidgetItem::updateChildItems(const Message* message)
     if (!getFieldInfo() || !message)
         return;
     if (!getFieldInfo()->occursIn(message->getInfo())) {
-        setValueText();
-        setRawValueText();
+        writeTexts(ValueText | RawValueText);
         return;
     }
+    RowGuard::breakAll(&m_childRows);
+    const RowGuard newest(&m_childRows);
     const int count = static_cast<int>(getFieldInfo()->getValueCount(message));
     if (count < m_childRows.size())
         removeChildItemsFrom(count);
-    else if (count > m_childRows.size())
+    else if (count > m_childRows.size() && mayAddRows())
         appendChildItemsUpTo(count);
-    Q_FOREACH (AbstractFieldTreeWidgetItem* row, m_childRows)
-        row->processMessage(message);
-    setValueText();
-    setRawValueText();
+    if (!newest.isBroken() && deliver(&m_childRows, message))
+        writeTexts(ValueText | RawValueText);
 }
 
 void RepeatedFieldTreeWidgetItem::deleteAllChildItems()
 {
     CORVEL_DEBUG_HOOK();
-    qDeleteAll(takeChildren());
-    m_childRows.clear();
+    release(&m_childRows, 0);
+    deleteAllRows();
 }
 
 bool RepeatedFieldTreeWidgetItem::hasSubMessages() const
@@ -130,29 +133,22 @@ bool RepeatedFieldTreeWidgetItem::hasSubMessages() const
 void RepeatedFieldTreeWidgetItem::removeChildItemsFrom(int count)
 {
     CORVEL_DEBUG_HOOK();
-    if (m_childRows.size() - count <= FewRows) {
-        for (int i = count; i < m_childRows.size(); ++i)
-            delete m_childRows.at(i);
-    } else if (count == 0 && childCount() == m_childRows.size()) {
-        qDeleteAll(takeChildren());
-    } else {
-        // From the end, and taken out before it is deleted: a row that deletes itself searches its place from the
-        // front.
-        for (int i = m_childRows.size() - 1; i >= count; --i) {
-            AbstractFieldTreeWidgetItem* row = m_childRows.at(i);
-            if (child(childCount() - 1) == row)
-                takeChild(childCount() - 1);
+    QList<QTreeWidgetItem*> rows;
+    Q_FOREACH (QTreeWidgetItem* row, AbstractFieldTreeWidgetItem::release(&m_childRows, count)) {
+        // One that somebody moved elsewhere is not among the children.
+        if (row->parent() == this)
+            rows.append(row);
+        else
             delete row;
-        }
     }
-    m_childRows.resize(count);
+    deleteRows(rows);
 }
 
 AbstractFieldTreeWidgetItem* RepeatedFieldTreeWidgetItem::createChildItem(int index)
 {
     CORVEL_DEBUG_HOOK();
     if (hasSubMessages())
-        return new SingleSubMessageFieldTreeWidgetItem(getMessageTreeWidget(), getFieldInfo(), index);
+        return new SingleSubMessageFieldTreeWidgetItem(getMessageTreeWidget(), getFieldInfo(), index, this);
     return new SingleValueFieldTreeWidgetItem(getMessageTreeWidget(), getFieldInfo(), index);
 }
 
@@ -163,12 +159,19 @@ void RepeatedFieldTreeWidgetItem::appendChildItemsUpTo(int count)
         appendTogetherUpTo(count);
         return;
     }
+    const RowGuard newest(&m_childRows);
     for (int i = m_childRows.size(); i < count; ++i) {
         AbstractFieldTreeWidgetItem* row = createChildItem(i);
+        if (newest.isBroken()) {
+            delete row;
+            return;
+        }
+        append(&m_childRows, row);
         addChild(row);
-        m_childRows.append(row);
-        if (treeWidget())
+        if (!newest.isBroken() && treeWidget())
             row->configureInTreeWidget();
+        if (newest.isBroken())
+            return;
     }
 }
 
@@ -177,14 +180,22 @@ void RepeatedFieldTreeWidgetItem::appendTogetherUpTo(int count)
 {
     CORVEL_DEBUG_HOOK();
     const int first = m_childRows.size();
-    QList<QTreeWidgetItem*> newRows;
+    const RowGuard newest(&m_childRows);
+    QVector<AbstractFieldTreeWidgetItem*> newRows;
+    QList<QTreeWidgetItem*> newItems;
     for (int i = first; i < count; ++i) {
-        AbstractFieldTreeWidgetItem* row = createChildItem(i);
-        newRows.append(row);
-        m_childRows.append(row);
+        newRows.append(createChildItem(i));
+        newItems.append(newRows.last());
+        if (newest.isBroken()) {
+            qDeleteAll(newRows);
+            return;
+        }
     }
-    addChildren(newRows);
-    // Somebody who listens may clear the values meanwhile.
-    for (int i = first; i < m_childRows.size() && treeWidget(); ++i)
-        m_childRows.at(i)->configureInTreeWidget();
+    Q_FOREACH (AbstractFieldTreeWidgetItem* row, newRows)
+        append(&m_childRows, row);
+    addChildren(newItems);
+    for (int i = first; !newest.isBroken() && i < m_childRows.size() && treeWidget(); ++i) {
+        if (m_childRows.at(i))
+            m_childRows.at(i)->configureInTreeWidget();
+    }
 }

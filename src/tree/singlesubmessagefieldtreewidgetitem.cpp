@@ -4,20 +4,27 @@
 #include "fieldinfo.h"
 #include "fieldvalue.h"
 #include "message.h"
+#include "rowguard.h"
 
 CORVEL_DIAGNOSTICS("SingleSubMessageFieldTreeWidgetItem");
 
 SingleSubMessageFieldTreeWidgetItem::SingleSubMessageFieldTreeWidgetItem(MessageTreeWidget* treeWidget,
-                                                                         const FieldInfo* field, unsigned int index)
+                                                                         const FieldInfo* field, unsigned int index,
+                                                                         const AbstractMessageTreeWidgetItem* rowAbove)
     : AbstractMessageTreeWidgetItem(treeWidget)
     , MessageTreeWidgetItem(treeWidget, nullptr)
     , AbstractFieldTreeWidgetItem(treeWidget)
     , m_index(0)
     , m_optionalSubMessageMissing(false)
+    , m_creator(rowAbove)
+    , m_creatorGuard(nullptr)
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_ALLOCATED("SingleSubMessageFieldTreeWidgetItem");
+    const RowGuard creatorGuard(rowAbove);
+    m_creatorGuard = &creatorGuard;
     setFieldInfo(field);
+    m_creatorGuard = nullptr;
     setIndex(index);
     m_optionalSubMessageMissing = false;
 }
@@ -26,17 +33,13 @@ SingleSubMessageFieldTreeWidgetItem::~SingleSubMessageFieldTreeWidgetItem()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("SingleSubMessageFieldTreeWidgetItem");
+    retire();
 }
 
 QString SingleSubMessageFieldTreeWidgetItem::getNameText()
 {
     CORVEL_DEBUG_HOOK();
-    const FieldInfo* field = getFieldInfo();
-    if (!field)
-        return QObject::tr("No field set");
-    if (!field->isRepeated())
-        return field->getName();
-    return field->getName() + QString::fromLatin1(" [%1]").arg(m_index);
+    return getNameTextOfValue(m_index);
 }
 
 QString SingleSubMessageFieldTreeWidgetItem::getNameToolTip()
@@ -48,10 +51,7 @@ QString SingleSubMessageFieldTreeWidgetItem::getNameToolTip()
 QString SingleSubMessageFieldTreeWidgetItem::getTypeText()
 {
     CORVEL_DEBUG_HOOK();
-    const FieldInfo* field = getFieldInfo();
-    if (!field)
-        return QObject::tr("N/A");
-    return field->getType().toShortString();
+    return getTypeTextOfValue();
 }
 
 QString SingleSubMessageFieldTreeWidgetItem::getValueText()
@@ -72,13 +72,12 @@ void SingleSubMessageFieldTreeWidgetItem::processMessage(const Message* message)
     const FieldInfo* field = getFieldInfo();
     if (!field)
         return;
-    m_optionalSubMessageMissing = false;
+    m_optionalSubMessageMissing = message && isMissingIn(message);
     if (!message) {
         clearValues();
         return;
     }
-    if (field->isOptional() && field->occursIn(message->getInfo()) && field->getValueCount(message) == 0) {
-        m_optionalSubMessageMissing = true;
+    if (m_optionalSubMessageMissing) {
         clearValues();
         return;
     }
@@ -99,6 +98,7 @@ void SingleSubMessageFieldTreeWidgetItem::setFieldInfo(const FieldInfo* field)
     CORVEL_DEBUG_HOOK();
     if (field == getFieldInfo())
         return;
+    const RowGuard self(this);
     if (field) {
         const MessageInfo* info = field->getType().getSubMessageInfo();
         if (!info)
@@ -107,10 +107,12 @@ void SingleSubMessageFieldTreeWidgetItem::setFieldInfo(const FieldInfo* field)
     } else {
         setMessageInfo(nullptr);
     }
+    if (self.isBroken())
+        return;
     AbstractFieldTreeWidgetItem::setFieldInfo(field);
     clearValues();
-    setNameText();
-    setTypeText();
+    if (!self.isBroken())
+        writeTexts(NameText | TypeText);
 }
 
 QString SingleSubMessageFieldTreeWidgetItem::getRawValueText()
@@ -130,6 +132,16 @@ void SingleSubMessageFieldTreeWidgetItem::setIndex(unsigned int index)
     CORVEL_DEBUG_HOOK();
     // Clears also for the index it has, unlike the row of a single value.
     m_index = index;
+    const RowGuard self(this);
     clearValues();
-    setNameText();
+    if (!self.isBroken())
+        writeTexts(NameText);
+}
+
+const QTreeWidgetItem* SingleSubMessageFieldTreeWidgetItem::getRowAbove() const
+{
+    CORVEL_DEBUG_HOOK();
+    if (m_creatorGuard && !m_creatorGuard->isBroken())
+        return m_creator;
+    return QTreeWidgetItem::parent();
 }

@@ -4,13 +4,19 @@
 #include "abstractfieldtreewidgetitem.h"
 #include "messagetreewidgetitem.h"
 
+class RowGuard;
+
 /** The row of one value of a field whose values are sub-messages: a field's row, and the row of the sub-message. */
 class CORVELGUI_EXPORT SingleSubMessageFieldTreeWidgetItem : public MessageTreeWidgetItem,
                                                              public AbstractFieldTreeWidgetItem
 {
 public:
-    /** @param index  the number (from 0) of the value; 0 for a plain field */
-    SingleSubMessageFieldTreeWidgetItem(MessageTreeWidget* treeWidget, const FieldInfo* field, unsigned int index);
+    /**
+     * @param index     the number (from 0) of the value; 0 for a plain field
+     * @param rowAbove  the row below which the creator is going to insert this one; may be null
+     */
+    SingleSubMessageFieldTreeWidgetItem(MessageTreeWidget* treeWidget, const FieldInfo* field, unsigned int index,
+                                        const AbstractMessageTreeWidgetItem* rowAbove = 0);
     virtual ~SingleSubMessageFieldTreeWidgetItem();
 
     QString getNameText() override;
@@ -29,11 +35,17 @@ public:
     /** Shows another value of the field; clears the row also when the index is the one it has. */
     void setIndex(unsigned int index);
 
+    /** The row that the row is inserted below, or that is creating it in order to insert it; may be null. */
+    const QTreeWidgetItem* getRowAbove() const;
+
 private:
     Q_DISABLE_COPY(SingleSubMessageFieldTreeWidgetItem)
 
     unsigned int m_index;
     bool m_optionalSubMessageMissing;
+    // While the row is created: the row above, which may be deleted meanwhile.
+    const AbstractMessageTreeWidgetItem* m_creator;
+    const RowGuard* m_creatorGuard;
 };
 
 #endif

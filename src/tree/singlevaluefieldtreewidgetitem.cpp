@@ -2,6 +2,7 @@
 
 #include "diagnostics.h"
 #include "message.h"
+#include "rowguard.h"
 
 #include <QObject>
 
@@ -24,6 +25,8 @@ SingleValueFieldTreeWidgetItem::~SingleValueFieldTreeWidgetItem()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("SingleValueFieldTreeWidgetItem");
+    retire();
+    release(&m_subFieldRows, 0);
 }
 
 void SingleValueFieldTreeWidgetItem::setFieldInfo(const FieldInfo* field)
@@ -32,38 +35,29 @@ void SingleValueFieldTreeWidgetItem::setFieldInfo(const FieldInfo* field)
     if (field == getFieldInfo())
         return;
     AbstractFieldTreeWidgetItem::setFieldInfo(field);
+    const RowGuard self(this);
     clearValues();
-    setNameText();
-    setTypeText();
-    ensureChildItems();
+    if (!self.isBroken() && writeTexts(NameText | TypeText))
+        ensureChildItems();
 }
 
 void SingleValueFieldTreeWidgetItem::clearValues()
 {
     CORVEL_DEBUG_HOOK();
-    setFieldValue(FieldValue::invalid());
-    Q_FOREACH (SingleValueFieldTreeWidgetItem* row, m_subFieldRows)
-        row->clearValues();
+    if (show(FieldValue::invalid()))
+        clearAll(&m_subFieldRows);
 }
 
 QString SingleValueFieldTreeWidgetItem::getNameText()
 {
     CORVEL_DEBUG_HOOK();
-    const FieldInfo* field = getFieldInfo();
-    if (!field)
-        return QObject::tr("No field set");
-    if (!field->isRepeated())
-        return field->getName();
-    return field->getName() + QString::fromLatin1(" [%1]").arg(m_index);
+    return getNameTextOfValue(m_index);
 }
 
 QString SingleValueFieldTreeWidgetItem::getTypeText()
 {
     CORVEL_DEBUG_HOOK();
-    const FieldInfo* field = getFieldInfo();
-    if (!field)
-        return QObject::tr("N/A");
-    return field->getType().toShortString();
+    return getTypeTextOfValue();
 }
 
 QString SingleValueFieldTreeWidgetItem::getValueText()
@@ -90,20 +84,20 @@ void SingleValueFieldTreeWidgetItem::processMessage(const Message* message)
     const FieldInfo* field = getFieldInfo();
     if (!field)
         return;
-    m_optionalValueMissing = false;
+    m_optionalValueMissing = message && isMissingIn(message);
     if (!message) {
         clearValues();
         return;
     }
-    if (field->isOptional() && field->occursIn(message->getInfo()) && field->getValueCount(message) == 0) {
-        m_optionalValueMissing = true;
-        clearValues();
+    if (m_optionalValueMissing) {
+        if (!show(FieldValue::invalid()) || !clearAll(&m_subFieldRows))
+            return;
     } else if (field->getValueCount(message) > m_index) {
         // A message with fewer values deliberately leaves the value: the row of a repeated field removes surplus rows.
-        setFieldValue(field->getValue(message, m_index));
+        if (!show(field->getValue(message, m_index)))
+            return;
     }
-    Q_FOREACH (SingleValueFieldTreeWidgetItem* row, m_subFieldRows)
-        row->processMessage(message);
+    deliver(&m_subFieldRows, message);
 }
 
 unsigned int SingleValueFieldTreeWidgetItem::getIndex() const
@@ -118,9 +112,12 @@ void SingleValueFieldTreeWidgetItem::setIndex(unsigned int index)
     if (index == m_index)
         return;
     m_index = index;
+    const RowGuard self(this);
     ensureChildItems();
-    clearValues();
-    setNameText();
+    if (!self.isBroken())
+        clearValues();
+    if (!self.isBroken())
+        writeTexts(NameText);
 }
 
 FieldValue SingleValueFieldTreeWidgetItem::getFieldValue() const
@@ -132,9 +129,20 @@ FieldValue SingleValueFieldTreeWidgetItem::getFieldValue() const
 void SingleValueFieldTreeWidgetItem::setFieldValue(const FieldValue& value)
 {
     CORVEL_DEBUG_HOOK();
+    show(value);
+}
+
+bool SingleValueFieldTreeWidgetItem::show(const FieldValue& value)
+{
+    CORVEL_DEBUG_HOOK();
     m_fieldValue = value;
-    setValueText();
-    setRawValueText();
+    if (m_subFieldRows.isEmpty()) {
+        writeTexts(ValueText | RawValueText);
+        return false;
+    }
+    RowGuard::breakAll(&m_fieldValue);
+    const RowGuard newest(&m_fieldValue);
+    return writeTexts(ValueText | RawValueText) && !newest.isBroken();
 }
 
 void SingleValueFieldTreeWidgetItem::ensureChildItems()
@@ -143,19 +151,25 @@ void SingleValueFieldTreeWidgetItem::ensureChildItems()
     QVector<const FieldInfo*> subFields;
     if (getFieldInfo())
         subFields = getFieldInfo()->getSubFieldInfos();
-    qDeleteAll(m_subFieldRows);
-    m_subFieldRows.clear();
-    if (subFields.isEmpty())
+    const QList<QTreeWidgetItem*> old = release(&m_subFieldRows, 0);
+    const RowGuard newest(&m_subFieldRows);
+    if (!old.isEmpty())
+        deleteRows(old);
+    if (newest.isBroken() || subFields.isEmpty())
         return;
     setInitialExpansionPolicy(RestoreExpansion);
+    if (!mayAddRows())
+        return;
     Q_FOREACH (const FieldInfo* subField, subFields) {
         if (!mustShowField(subField))
             continue;
         SingleValueFieldTreeWidgetItem* row =
             new SingleValueFieldTreeWidgetItem(getMessageTreeWidget(), subField, getIndex());
+        append(&m_subFieldRows, row);
         addChild(row);
-        m_subFieldRows.append(row);
-        if (treeWidget())
+        if (!newest.isBroken() && treeWidget())
             row->configureInTreeWidget();
+        if (newest.isBroken())
+            return;
     }
 }

@@ -4,8 +4,6 @@
 #include "abstractfieldtreewidgetitem.h"
 #include "fieldvalue.h"
 
-#include <QVector>
-
 /** The row of one value of a field, with a row for each component field below it. */
 class CORVELGUI_EXPORT SingleValueFieldTreeWidgetItem : public AbstractFieldTreeWidgetItem
 {
@@ -36,10 +34,12 @@ protected:
 private:
     Q_DISABLE_COPY(SingleValueFieldTreeWidgetItem)
 
+    bool show(const FieldValue& value);
+
     unsigned int m_index;
     FieldValue m_fieldValue;
     bool m_optionalValueMissing;
-    QVector<SingleValueFieldTreeWidgetItem*> m_subFieldRows;
+    List m_subFieldRows;
 };
 
 #endif

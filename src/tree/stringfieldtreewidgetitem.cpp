@@ -3,6 +3,7 @@
 #include "diagnostics.h"
 #include "fieldvalue.h"
 #include "message.h"
+#include "rowguard.h"
 
 #include <QObject>
 
@@ -22,6 +23,7 @@ StringFieldTreeWidgetItem::~StringFieldTreeWidgetItem()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("StringFieldTreeWidgetItem");
+    retire();
 }
 
 void StringFieldTreeWidgetItem::setFieldInfo(const FieldInfo* field)
@@ -34,9 +36,10 @@ void StringFieldTreeWidgetItem::setFieldInfo(const FieldInfo* field)
         !field || (field->isRepeated() && (typeCode == FieldType::CharType || typeCode == FieldType::UnsignedCharType)),
         "setFieldInfo", 52, "StringFieldTreeWidgetItem::setFieldInfo: given field is not a repeated char field.");
     AbstractFieldTreeWidgetItem::setFieldInfo(field);
+    const RowGuard self(this);
     clearValues();
-    setNameText();
-    setTypeText();
+    if (!self.isBroken())
+        writeTexts(NameText | TypeText);
 }
 
 void StringFieldTreeWidgetItem::clearValues()
@@ -92,8 +95,7 @@ void StringFieldTreeWidgetItem::setString(const QString& text)
 {
     CORVEL_DEBUG_HOOK();
     m_string = text;
-    setValueText();
-    setRawValueText();
+    writeTexts(ValueText | RawValueText);
 }
 
 QString StringFieldTreeWidgetItem::extractString(const Message* message) const

@@ -59,14 +59,24 @@ private:
     MessageReference m_reference;
 };
 
-/** Does something each time that the needs change, but not while it does it. */
-class NeedListener : public QObject
+/** Answers a signal with whatever it is given, but not the signals that it causes thereby. */
+class Answer : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit NeedListener(const std::function<void()>& reaction)
+    /** @param times  how often it answers; negative means each time */
+    Answer(QObject* sender, const char* signal, const std::function<void()>& reaction, int times = -1)
         : m_reaction(reaction)
+        , m_times(times)
+    {
+        connect(sender, signal, SLOT(react()));
+    }
+
+    /** Answers changes of the needs. */
+    explicit Answer(const std::function<void()>& reaction)
+        : m_reaction(reaction)
+        , m_times(-1)
     {
         connect(MessageNeedManager::getInstance(), SIGNAL(needsChanged()), SLOT(react()));
     }
@@ -74,15 +84,18 @@ public:
 private Q_SLOTS:
     void react()
     {
+        if (!m_reaction || m_times == 0)
+            return;
+        --m_times;
         const std::function<void()> reaction = m_reaction;
         m_reaction = nullptr;
-        if (reaction)
-            reaction();
+        reaction();
         m_reaction = reaction;
     }
 
 private:
     std::function<void()> m_reaction;
+    int m_times;
 };
 
 #endif

@@ -114,8 +114,12 @@ void tst_MessageTreeSettings::columnsComeBackFromAnyKindOfList_data()
     QTest::newRow("texts") << QVariant(lines("3\n0")) << text("3,0");
     QTest::newRow("one text") << QVariant(text("3")) << text("3");
     QTest::newRow("a number") << QVariant(3) << text("3");
-    QTest::newRow("any type") << QVariant(QList<QVariant>() << 0 << 13 << 14 << 999) << text("0,13,14,999");
-    QTest::newRow("no type") << QVariant(QList<QVariant>() << 0 << 2147483647) << text("0");
+    QTest::newRow("any type") << QVariant(QList<QVariant>() << 0 << 13 << 14 << 999 << 1000000)
+                              << text("0,13,14,999,1000000");
+    QTest::newRow("no type")
+        << QVariant(QList<QVariant>() << 0 << 1000001)
+        << text("0 MessageTreeWidget::restoreSettings: there is no column type 1000001, it was left "
+                "out");
     QTest::newRow("repeated") << QVariant(lines("0\n2\n0\n3")) << text("0,2,3 Duplicate column");
 }
 
@@ -131,11 +135,12 @@ void tst_MessageTreeSettings::columnsComeBackFromAnyKindOfList()
         Tree tree;
         tree.restoreSettings(settings);
         const QString columns = columnsText(tree);
-        QTEST((QStringList(columns) + closer.texts.mid(0, 1)).join(text(" ")), "columns");
+        // Platforms that are no real screens say something of their own about the box.
+        const QStringList said = closer.texts.isEmpty() ? takeWarnings() : closer.texts.mid(0, 1);
+        takeWarnings();
+        QTEST((QStringList(columns) + said).join(text(" ")), "columns");
         QCOMPARE(tree.getToggleRawValueColumnAction()->isChecked(), columns == text("0,1"));
         QCOMPARE(tree.getToggleTypeColumnAction()->isChecked(), tree.hasColumn(Tree::TypeColumn));
-        if (!closer.texts.isEmpty())
-            takeWarnings(); // of platforms that are no real screens, about the box
     }
 }
 

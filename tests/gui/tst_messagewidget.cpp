@@ -186,7 +186,7 @@ void tst_MessageWidget::listenersFindAWholeForm()
     QFETCH(Reaction, reaction);
     const Fixture f;
     MessageWidget form(nullptr, &f.info);
-    const NeedListener listener([&] { reaction(&form, f); });
+    const Answer answer([&] { reaction(&form, f); });
     form.setMessageInfo(&f.other);
     QTEST(shown(form), "afterGoing");
     form.setMessageInfo(&f.empty);
