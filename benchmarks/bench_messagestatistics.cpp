@@ -100,7 +100,7 @@ void receptions(benchmark::State& state)
         infos.push_back(info);
     }
     MessageStatisticsCoordinator coordinator;
-    const int stream = coordinator.addStream(&format);
+    const int stream = coordinator.addStream();
     const QString sender = QStringLiteral("1:1");
     qint64 time = 0;
     qint64 number = 0;

@@ -1,6 +1,7 @@
 #include "corvel.h"
 #include "definitions.h"
 #include "dumpoptions.h"
+#include "mavlinkstreamdecoder.h"
 #include "message.h"
 #include "messageprinter.h"
 #include "recordingindex.h"
@@ -152,8 +153,10 @@ int dump(const DumpOptions& options)
         return Unreadable;
     Selection selection;
     QString error;
-    if (!selection.setUp(options.selections, decoder->getFormatInfo(), definitions.isComplete(decoder->getFormatInfo()),
-                         &error)) {
+    const bool isMavlink = dynamic_cast<const MavlinkStreamDecoder*>(decoder) != nullptr;
+    const FormatInfo* const format =
+        definitions.getFormat(isMavlink ? QStringLiteral("mavlink") : QStringLiteral("protobuf"));
+    if (!selection.setUp(options.selections, format, definitions.isComplete(format), &error)) {
         complain(error);
         return WrongUsage;
     }

@@ -13,7 +13,6 @@ MessagePrinter::MessagePrinter(const QString& inputName, const StreamDecoder* de
     : DumpSink(inputName, decoder)
     , m_json(interpreted)
     , m_selection(selection)
-    , m_format(toString(decoder->getFormatInfo()->getName()))
 {
 }
 
@@ -31,11 +30,11 @@ void MessagePrinter::consume(const ReceivedMessage& received)
 {
     if (!received.info || !m_selection.has(received.info))
         return;
-    std::string& typeName = m_typeNames[received.info];
-    if (typeName.empty())
-        typeName = toString(received.info->getName());
+    Names& names = m_names[received.info];
+    if (names.type.empty())
+        names = {toString(received.info->getName()), toString(received.info->getFormatInfo()->getName())};
     m_line.clear();
-    MessageJson::appendHead({received.time, &m_format, &senderOf(received.sender), &typeName, received.sequence},
+    MessageJson::appendHead({received.time, &names.format, &senderOf(received.sender), &names.type, received.sequence},
                             &m_line);
     const MessageReference message = MessageReference::adopt(received.createMessage(QString()));
     const QVector<Selection::Field> selected = m_selection.getFields(received.info);

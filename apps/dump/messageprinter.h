@@ -26,13 +26,19 @@ protected:
     void count(const StreamProblem& problem) override;
 
 private:
+    /** What a type and its format are called, as JSON. */
+    struct Names
+    {
+        std::string type;
+        std::string format;
+    };
+
     const std::string& senderOf(quint32 sender);
     void appendSelected(const Message* message, const QVector<Selection::Field>& fields);
 
     MessageJson m_json;
     Selection m_selection;
-    std::string m_format;
-    std::unordered_map<const MessageInfo*, std::string> m_typeNames;
+    std::unordered_map<const MessageInfo*, Names> m_names;
     std::unordered_map<quint32, std::string> m_senders;
     std::string m_line;
 };

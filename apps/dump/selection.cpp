@@ -2,6 +2,7 @@
 
 #include "fieldinfo.h"
 #include "formatregistry.h"
+#include "messageinfo.h"
 #include "pathexpression.h"
 
 #include <algorithm>
@@ -48,7 +49,8 @@ bool Selection::has(const MessageInfo* info)
         return true;
     if (!m_seen.contains(info)) {
         m_seen.insert(info);
-        QString error; // was looked for when it was set up
+        FormatRegistry::getInstance()->addFormat(info->getFormatInfo()); // ignores one that it knows
+        QString error;                                                   // was looked for when it was set up
         resolve(&error);
     }
     return m_fields.contains(info);

@@ -22,9 +22,9 @@ public:
     };
 
     /**
-     * Finds what @p expressions name in @p format.
+     * Finds what @p expressions name in @p format, and later in the formats of messages that come.
      *
-     * @param complete  whether the format has all its types already; else what names nothing may do so later
+     * @param complete  whether no other types will come; else what names nothing may do so later
      * @param error     set when false is returned: an expression is malformed or names nothing
      */
     bool setUp(const QStringList& expressions, const FormatInfo* format, bool complete, QString* error);

@@ -110,6 +110,8 @@ std::string StatisticsPrinter::typesText() const
         appendString(&text, number == 1 ? name : name + QLatin1Char('#') + QString::number(number));
         text.append(":{\"id\":");
         appendNumber(&text, std::uint64_t(first.id));
+        text.append(",\"format\":");
+        appendString(&text, first.info->getFormatInfo()->getName());
         text.append(",\"messages\":");
         appendNumber(&text, std::uint64_t(messages));
         text.append(",\"senders\":").append(senders).append("}}");
@@ -240,8 +242,6 @@ void StatisticsPrinter::finish()
 {
     std::string text = "{\"input\":";
     appendString(&text, getInputName());
-    text.append(",\"format\":");
-    appendString(&text, getDecoder()->getFormatInfo()->getName());
     const auto append = [&text](const char* key, quint64 number) {
         text.append(",\"").append(key).append("\":");
         appendNumber(&text, std::uint64_t(number));

@@ -57,9 +57,11 @@ public:
     void finish(StreamSink* sink) override;
     void restart(quint64 offset) override;
     bool hasTimes() const override;
-    const FormatInfo* getFormatInfo() const override;
     QString getSenderName(quint32 sender) const override;
     quint64 getSequenceModulus() const override;
+
+    /** What it was made with. */
+    const MavlinkDialect* getDialect() const;
 
     /** The key of a sender: system number in the high byte of the low half, component number in the low byte. */
     static quint32 senderKey(quint8 system, quint8 component) { return quint32(system) << 8 | component; }

@@ -51,7 +51,6 @@ public:
     /** Channels that were announced are still known. */
     void restart(quint64 offset) override;
     bool hasTimes() const override;
-    const FormatInfo* getFormatInfo() const override;
     QString getSenderName(quint32 sender) const override;
     void publishTypes(QStringList* problems) const override;
     QString describeUnknown(quint32 id) const override;

@@ -20,7 +20,7 @@ class MessageInfo;
  * and an interval a gap is told in docs/statistics.md.
  *
  * @code
- * MessageStatistics statistics(format, info, info->getName());
+ * MessageStatistics statistics(info, info->getName());
  * statistics.addReception(message.time);
  * @endcode
  */
@@ -39,11 +39,10 @@ public:
     static const int DefaultGapLimit = 10000;
 
     /**
-     * @param format  the format of the type; must not be null and must outlive this object
-     * @param info    the type, or null when the definitions do not know it
-     * @param name    the name to show
+     * @param info  the type, which must outlive this object; null when the definitions do not know it
+     * @param name  the name to show
      */
-    MessageStatistics(const FormatInfo* format, const MessageInfo* info, const QString& name);
+    MessageStatistics(const MessageInfo* info, const QString& name);
     ~MessageStatistics();
 
     /**
@@ -81,7 +80,7 @@ public:
     bool hasUnstoredGaps() const;
     /** Number of missing epochs of all gaps, stored or not. */
     int getNumberOfMissingEpochs() const;
-    /** The format of the message type; never null. */
+    /** The format of the message type, or one called "Unknown" for what no format has; never null. */
     const FormatInfo* getFormatInfo() const;
     /** The message type, or null when the definitions do not know it. */
     const MessageInfo* getMessageInfo() const;
@@ -97,11 +96,10 @@ private:
     friend class MessageStatisticsCoordinator;
 
     /** Takes over everything that @p other counted, which begins anew. */
-    MessageStatistics(MessageStatistics* other, const QString& name);
+    MessageStatistics(const QString& name, MessageStatistics* other);
 
     void reset();
 
-    const FormatInfo* m_format;
     const MessageInfo* m_info;
     QString m_name;
     IntervalTracker* m_tracker;

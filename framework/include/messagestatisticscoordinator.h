@@ -7,7 +7,6 @@
 #include <QList>
 #include <QVector>
 
-class FormatInfo;
 class MessageInfo;
 class MessageStatistics;
 
@@ -46,13 +45,8 @@ public:
     MessageStatisticsCoordinator();
     ~MessageStatisticsCoordinator();
 
-    /**
-     * Begins a stream.
-     *
-     * @param format  the format of its messages; must not be null and must outlive the statistics
-     * @return the stream's number for the other operations
-     */
-    int addStream(const FormatInfo* format);
+    /** Begins a stream, and gives its number for the other operations. */
+    int addStream();
 
     /** Forgets a stream with all its statistics; event counts stay. */
     void removeStream(int stream);
@@ -69,10 +63,9 @@ public:
     /**
      * Goes on with other definitions: statistics keep what they counted under their new type's name.
      *
-     * @param format  the new format; must not be null and must outlive the statistics
-     * @param infos   the types by their ids; what it does not name is not known from now on
+     * @param infos  the types by their ids; what it does not name is not known from now on
      */
-    void changeFormat(int stream, const FormatInfo* format, const QHash<quint32, const MessageInfo*>& infos);
+    void changeTypes(int stream, const QHash<quint32, const MessageInfo*>& infos);
 
     /** Forgets all messages and events; streams stay. */
     void clear();

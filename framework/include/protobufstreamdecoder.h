@@ -37,7 +37,6 @@ public:
     void finish(StreamSink* sink) override;
     void restart(quint64 offset) override;
     bool hasTimes() const override;
-    const FormatInfo* getFormatInfo() const override;
     QString getSenderName(quint32 sender) const override;
     void publishTypes(QStringList* problems) const override;
 

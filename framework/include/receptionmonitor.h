@@ -74,9 +74,9 @@ public:
     /**
      * Goes on with the definitions of @p decoder, which must outlive its being used.
      *
-     * @param infos  the types by their ids, see MessageStatisticsCoordinator::changeFormat()
+     * @param infos  the types by their ids, see MessageStatisticsCoordinator::changeTypes()
      */
-    void changeFormat(const StreamDecoder* decoder, const QHash<quint32, const MessageInfo*>& infos);
+    void changeTypes(const StreamDecoder* decoder, const QHash<quint32, const MessageInfo*>& infos);
 
     /** The stream's number with the coordinator; -1 before follow() or begin(). */
     int getStream() const { return m_stream; }

@@ -6,7 +6,6 @@
 #include <QString>
 #include <QStringList>
 
-class FormatInfo;
 class Message;
 class MessageInfo;
 
@@ -18,7 +17,7 @@ struct CORVELFRAMEWORK_EXPORT ReceivedMessage
     /** A new Message of this content, with one reference, the caller's. Not for messages of an unknown type. */
     Message* createMessage(const QString& senderName) const;
 
-    const MessageInfo* info; ///< null for a type that the format does not know
+    const MessageInfo* info; ///< null for a type that no format knows
     quint32 id;              ///< the format's number of the type
     quint32 sender;          ///< key of the sender, see StreamDecoder::getSenderName()
     const char* data;        ///< the message as received; valid for the length of the call that hands it out
@@ -111,14 +110,11 @@ public:
     /** Whether the stream itself carries the times of its messages. */
     virtual bool hasTimes() const = 0;
 
-    /** The format that the messages' types belong to; never null. */
-    virtual const FormatInfo* getFormatInfo() const = 0;
-
     /** How people of the format write a sender, such as "1:1". May be called on any thread. */
     virtual QString getSenderName(quint32 sender) const = 0;
 
     /**
-     * Adds the types that feed() has met for the first time to the format, for streams that bring their own schema.
+     * Adds the types that feed() has met for the first time to their formats, for streams that bring their own schema.
      *
      * A type that a ReceivedMessage names is complete, but belongs to no format before this call. GUI thread only, also
      * while another thread feeds. Does nothing for formats that are known from the beginning.

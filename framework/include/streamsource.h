@@ -53,7 +53,7 @@ public:
 
     /**
      * @param input    owned from now on; must not be null
-     * @param decoder  owned from now on; must not be null. Its format must outlive this object.
+     * @param decoder  owned from now on; must not be null. The formats of its messages must outlive this object.
      */
     StreamSource(ByteInput* input, StreamDecoder* decoder, QObject* parent = 0);
 
@@ -132,7 +132,6 @@ public:
 
     /** What was received and worked off so far, whether it was needed or not. */
     const ReceptionCounters& getCounters() const { return m_counters; }
-    const FormatInfo* getFormatInfo() const;
     /** The decoder, for those of its operations that may be called on any thread; never null. */
     const StreamDecoder* getDecoder() const;
     /** How people of the format write a sender. */

@@ -86,7 +86,7 @@ void ReceptionMonitor::begin(const StreamDecoder* decoder)
     m_decoder = decoder;
     m_modulus = decoder->getSequenceModulus();
     if (m_stream < 0)
-        m_stream = m_coordinator->addStream(decoder->getFormatInfo());
+        m_stream = m_coordinator->addStream();
 }
 
 void ReceptionMonitor::startAnew(const QString& reason)
@@ -97,11 +97,11 @@ void ReceptionMonitor::startAnew(const QString& reason)
     report(CorvelEvent::SourceEvent, reason, QDateTime::currentDateTime().toUTC());
 }
 
-void ReceptionMonitor::changeFormat(const StreamDecoder* decoder, const QHash<quint32, const MessageInfo*>& infos)
+void ReceptionMonitor::changeTypes(const StreamDecoder* decoder, const QHash<quint32, const MessageInfo*>& infos)
 {
     m_decoder = decoder;
     m_modulus = decoder->getSequenceModulus();
-    m_coordinator->changeFormat(m_stream, decoder->getFormatInfo(), infos);
+    m_coordinator->changeTypes(m_stream, infos);
 }
 
 void ReceptionMonitor::processReceived(const ReceivedMessage& message)

@@ -172,11 +172,6 @@ int StreamSource::getPreparedPercent() const
     return m_reader->getPreparedPercent();
 }
 
-const FormatInfo* StreamSource::getFormatInfo() const
-{
-    return m_work->decoder->getFormatInfo();
-}
-
 const StreamDecoder* StreamSource::getDecoder() const
 {
     return m_work->decoder.get();

@@ -1,7 +1,9 @@
 #include "messagestatistics.h"
 
+#include "formatinfo.h"
 #include "intervaltracker.h"
 #include "message.h"
+#include "messageinfo.h"
 
 #include <QDateTime>
 
@@ -30,9 +32,8 @@ struct MoreFrequent
 
 const int MessageStatistics::DefaultGapLimit;
 
-MessageStatistics::MessageStatistics(const FormatInfo* format, const MessageInfo* info, const QString& name)
-    : m_format(format)
-    , m_info(info)
+MessageStatistics::MessageStatistics(const MessageInfo* info, const QString& name)
+    : m_info(info)
     , m_name(name)
     , m_tracker(new IntervalTracker)
     , m_countWithoutTime(0)
@@ -41,9 +42,8 @@ MessageStatistics::MessageStatistics(const FormatInfo* format, const MessageInfo
 {
 }
 
-MessageStatistics::MessageStatistics(MessageStatistics* other, const QString& name)
-    : m_format(other->m_format)
-    , m_info(other->m_info)
+MessageStatistics::MessageStatistics(const QString& name, MessageStatistics* other)
+    : m_info(other->m_info)
     , m_name(name)
     , m_tracker(other->m_tracker)
     , m_countWithoutTime(other->m_countWithoutTime)
@@ -145,7 +145,9 @@ int MessageStatistics::getNumberOfMissingEpochs() const
 
 const FormatInfo* MessageStatistics::getFormatInfo() const
 {
-    return m_format;
+    static const FormatInfo unknown(QLatin1String("Unknown"));
+    const FormatInfo* const format = m_info ? m_info->getFormatInfo() : 0;
+    return format ? format : &unknown;
 }
 
 const MessageInfo* MessageStatistics::getMessageInfo() const

@@ -37,7 +37,6 @@ struct MessageStatisticsCoordinator::Row
 struct MessageStatisticsCoordinator::Stream
 {
     int number;
-    const FormatInfo* format;
     QString label;
     QHash<int, unsigned int> events;
     Row* findRow(quint32 id, quint32 sender) const
@@ -84,11 +83,10 @@ MessageStatisticsCoordinator::~MessageStatisticsCoordinator()
     qDeleteAll(m_retired);
 }
 
-int MessageStatisticsCoordinator::addStream(const FormatInfo* format)
+int MessageStatisticsCoordinator::addStream()
 {
     Stream* const stream = new Stream;
     stream->number = int(m_streams.size());
-    stream->format = format;
     stream->otherUnknown = nullptr;
     stream->unknownTypes = 0;
     stream->time = Message::NoTime;
@@ -155,11 +153,9 @@ void MessageStatisticsCoordinator::setStreamLabel(int number, const QString& lab
     rename(stream);
 }
 
-void MessageStatisticsCoordinator::changeFormat(int number, const FormatInfo* format,
-                                                const QHash<quint32, const MessageInfo*>& infos)
+void MessageStatisticsCoordinator::changeTypes(int number, const QHash<quint32, const MessageInfo*>& infos)
 {
     Stream* const stream = m_streams.value(number);
-    stream->format = format;
     stream->unknownTypes = 0;
     stream->knownSenders.clear();
     Q_FOREACH (Row* row, m_rows) {
@@ -167,7 +163,6 @@ void MessageStatisticsCoordinator::changeFormat(int number, const FormatInfo* fo
             continue;
         const MessageInfo* const info = row == stream->otherUnknown ? nullptr : infos.value(row->id);
         row->statistics->m_info = info;
-        row->statistics->m_format = format;
         if (info) {
             row->plainName = info->getName();
             if (!stream->knownSenders.contains(row->sender))
@@ -226,7 +221,7 @@ MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const Me
         row->senderName.clear();
         row->plainName = QLatin1String("Unknown, others");
     }
-    row->statistics = new MessageStatistics(stream->format, info, nameOf(stream, row));
+    row->statistics = new MessageStatistics(info, nameOf(stream, row));
     row->statistics->m_streamTime = &stream->time;
     if (row != stream->otherUnknown) {
         stream->rowIndices.insert(KeyIndex::keyOf(id, sender), int(stream->rows.size()));
@@ -255,7 +250,7 @@ void MessageStatisticsCoordinator::rename(const Stream* stream)
         MessageStatistics* const old = row->statistics;
         if (row->stream != stream->number)
             continue;
-        row->statistics = new MessageStatistics(old, nameOf(stream, row));
+        row->statistics = new MessageStatistics(nameOf(stream, row), old);
         retire(old);
     }
     listAll();

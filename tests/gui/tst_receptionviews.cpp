@@ -19,7 +19,7 @@ void tst_ReceptionViews::sendersAreNamedFromTheSecondOn()
 {
     FormatInfo format(text("mavlink"));
     MessageStatisticsCoordinator coordinator;
-    const int stream = coordinator.addStream(&format);
+    const int stream = coordinator.addStream();
     MessageStatisticsWidget tree(&coordinator, nullptr);
     QStringList expected = lines("  TYPE 0 (1:1) | 1 | N/A\n  TYPE 0 (3:1) | 1 | N/A");
     for (int i = 0; i < 8; ++i) {

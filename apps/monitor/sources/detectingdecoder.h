@@ -29,7 +29,7 @@ public:
     bool hasTimes() const override { return false; }
     /** Whether the stream told that it has times. Any thread may ask. */
     bool isTlog() const { return m_isTlog; }
-    const FormatInfo* getFormatInfo() const override { return m_raw.getFormatInfo(); }
+    const MavlinkDialect* getDialect() const { return m_raw.getDialect(); }
     QString getSenderName(quint32 sender) const override { return m_raw.getSenderName(sender); }
     quint64 getSequenceModulus() const override { return m_raw.getSequenceModulus(); }
 

@@ -142,11 +142,20 @@ QStringList SourceFactory::loadSchema(const SourceOptions& options, QString* err
     return good ? m_definitions->getTypeNames() : QStringList();
 }
 
+const FormatInfo* SourceFactory::knownFormatOf(const StreamDecoder* decoder) const
+{
+    if (const DetectingDecoder* const detecting = dynamic_cast<const DetectingDecoder*>(decoder))
+        return detecting->getDialect();
+    if (const MavlinkStreamDecoder* const mavlink = dynamic_cast<const MavlinkStreamDecoder*>(decoder))
+        return mavlink->getDialect();
+    return m_definitions->getFormat(QStringLiteral("protobuf"));
+}
+
 StreamDecoder* SourceFactory::createDecoder(const SourceOptions& options, const StreamDecoder* old)
 {
     QString error;
     const MavlinkDialect* const dialect = findDialect(options, &error);
-    if (!dialect || options.isSchema() || old->getFormatInfo() == dialect)
+    if (!dialect || options.isSchema() || knownFormatOf(old) == dialect)
         return nullptr;
     if (const DetectingDecoder* const detecting = dynamic_cast<const DetectingDecoder*>(old))
         return detecting->isTlog() ? new MavlinkStreamDecoder(dialect, MavlinkStreamDecoder::TlogLayout)

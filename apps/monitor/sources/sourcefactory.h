@@ -73,6 +73,9 @@ public:
     /** What @p options describe; false with one sentence for the user in @p error, which must not be null. */
     bool create(const SourceOptions& options, SourceParts* parts, QString* error);
 
+    /** What @p decoder, one of this factory's, takes types from that are defined beforehand. */
+    const FormatInfo* knownFormatOf(const StreamDecoder* decoder) const;
+
     /** A decoder as @p old with the definitions in use now; null where there is none. */
     StreamDecoder* createDecoder(const SourceOptions& options, const StreamDecoder* old);
     /** A decoder for single messages of such a source. */

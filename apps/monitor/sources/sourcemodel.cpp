@@ -93,8 +93,8 @@ QVector<const FormatInfo*> SourceModel::knownFormats() const
 {
     QVector<const FormatInfo*> formats;
     for (const std::unique_ptr<SourceSession>& session : m_sessions)
-        if (!formats.contains(session->getSource()->getFormatInfo()))
-            formats.append(session->getSource()->getFormatInfo());
+        if (!formats.contains(session->getKnownFormat()))
+            formats.append(session->getKnownFormat());
     return formats;
 }
 

@@ -127,7 +127,7 @@ void SourceSession::processDecoderChange()
     ReceptionCounters counters = m_source->getCounters();
     counters.changeTypes(infos);
     m_source->setCounters(counters);
-    m_reception->changeFormat(m_source->getDecoder(), infos);
+    m_reception->changeTypes(m_source->getDecoder(), infos);
     m_recorder.setDecoder(m_source->getDecoder());
     m_senderNames.clear();
     ++m_generation;
@@ -137,7 +137,7 @@ void SourceSession::processDecoderChange()
                     (counters.getRows().isEmpty()
                          ? tr("%1: this is %2")
                          : tr("%1: other definitions (%2); what came before was counted without them"))
-                        .arg(m_name, m_source->getFormatInfo()->getName())),
+                        .arg(m_name, getKnownFormat()->getName())),
         QDateTime::currentDateTimeUtc());
     Q_EMIT formatChanged();
     Q_EMIT changed();

@@ -68,6 +68,8 @@ public:
 
     StreamSource* getSource() { return m_source.get(); }
     const StreamSource* getSource() const { return m_source.get(); }
+    /** What types are taken from that are defined beforehand; messages of other formats may come all the same. */
+    const FormatInfo* getKnownFormat() const { return m_factory->knownFormatOf(m_source->getDecoder()); }
     const ReceptionCounters& getCounters() const { return m_source->getCounters(); }
     /** Changes when counters begin anew, so that their rows mean others. */
     int getGeneration() const { return m_generation; }

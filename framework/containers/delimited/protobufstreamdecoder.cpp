@@ -261,11 +261,6 @@ bool ProtobufStreamDecoder::hasTimes() const
     return false;
 }
 
-const FormatInfo* ProtobufStreamDecoder::getFormatInfo() const
-{
-    return m_definitions->getFormat(QLatin1String(ProtobufEncoding::name()));
-}
-
 QString ProtobufStreamDecoder::getSenderName(quint32) const
 {
     return QString();

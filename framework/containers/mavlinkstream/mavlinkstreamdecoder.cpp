@@ -179,7 +179,7 @@ bool MavlinkStreamDecoder::hasTimes() const
     return m_layout == TlogLayout;
 }
 
-const FormatInfo* MavlinkStreamDecoder::getFormatInfo() const
+const MavlinkDialect* MavlinkStreamDecoder::getDialect() const
 {
     return m_dialect;
 }

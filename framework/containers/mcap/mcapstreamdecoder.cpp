@@ -51,11 +51,6 @@ bool McapStreamDecoder::hasTimes() const
     return m_private->mode == Recording;
 }
 
-const FormatInfo* McapStreamDecoder::getFormatInfo() const
-{
-    return m_private->definitions->getFormat(QLatin1String(ProtobufEncoding::name()));
-}
-
 QString McapStreamDecoder::getSenderName(quint32 sender) const
 {
     return m_private->reader.getChannels().getTopic(sender);

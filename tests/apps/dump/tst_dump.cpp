@@ -326,7 +326,7 @@ private Q_SLOTS:
         QCOMPARE(stats.status, 0);
         QCOMPARE(stats.errors, expected);
         QCOMPARE(stats.output, QByteArray("{\"input\":\"" + path.toUtf8() +
-                                          "\",\"format\":\"corvel\",\"messages\":4,\"types\":{\"HEARTBEAT\":{\"id\":0,"
+                                          "\",\"messages\":4,\"types\":{\"HEARTBEAT\":{\"id\":0,\"format\":\"corvel\","
                                           "\"messages\":4,\"senders\":{\"7:9\":4}}},\"checksumFailures\":{\"0\":1},"
                                           "\"unknownIds\":{\"201\":2},\"unsupportedFrames\":0,\"lengthMismatches\":0,"
                                           "\"skippedBytes\":5,\"truncatedFrames\":1,\"truncatedBytes\":12,"

@@ -213,7 +213,7 @@ void tst_monitorsources::annotationsAreForEitherFormat()
     QString error;
     QVERIFY2(factory.create(options, &parts, &error), qPrintable(error));
     parts.decoder->publishTypes(&problems);
-    const MessageInfo* const car = parts.decoder->getFormatInfo()->getMessageInfo("t.Car");
+    const MessageInfo* const car = factory.knownFormatOf(parts.decoder.get())->getMessageInfo("t.Car");
     QVERIFY(car && car->getFieldInfo("double"));
     QVERIFY(car->getFieldInfo("speed")->isConfidential());
 
@@ -276,7 +276,7 @@ void tst_monitorsources::anMcapStreamThroughAPipeIsRecognised()
     QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
     QCOMPARE(session->getCounters().getMessageCount(), quint64(3));
     QCOMPARE(session->getCounters().getSkippedBytes(), quint64(0));
-    QCOMPARE(session->getSource()->getFormatInfo()->getName(), QString("protobuf"));
+    QCOMPARE(session->getCounters().getRows().first().info->getFormatInfo()->getName(), QString("protobuf"));
 }
 
 void tst_monitorsources::recordingKeepsDamageAndOutlivesTheProgram()

@@ -202,7 +202,7 @@ void tst_monitorwindow::statisticsAreSavedAsValues()
     MessageInfo* const info = new MessageInfo("KIND");
     format.addMessageInfo(info);
     MessageStatisticsCoordinator coordinator;
-    const int stream = coordinator.addStream(&format);
+    const int stream = coordinator.addStream();
     MessageStatistics* const statistics = coordinator.findOrCreate(stream, info, 1, 1, "1");
     for (int i = 0; i < 20; ++i)
         statistics->addReception(1400000000000000 + i * 100000 + (i > 10 ? 300000 : 0));

@@ -106,7 +106,6 @@ public:
     }
 
     bool hasTimes() const override { return m_hasTimes; }
-    const FormatInfo* getFormatInfo() const override { return m_format; }
     QString getSenderName(quint32 sender) const override { return QStringLiteral("sender %1").arg(sender); }
 
     QStringList played;          ///< the messages, and the clock's milliseconds when they were let through

@@ -180,7 +180,6 @@ private Q_SLOTS:
         connect(source.get(), &StreamSource::decoderChanged, this, [&]() { changed = true; });
         source->setDecoder(new MavlinkStreamDecoder(poor.get(), MavlinkStreamDecoder::TlogLayout));
         QVERIFY(waitFor([&]() { return changed; }));
-        QCOMPARE(source->getFormatInfo(), static_cast<const FormatInfo*>(poor.get()));
         source->setPaused(false);
         QVERIFY(waitFor([&]() { return isOver(source); }));
         // A frame of an unknown type is none unless another follows: not so before the noise, nor at the end.

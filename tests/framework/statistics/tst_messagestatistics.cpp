@@ -1,4 +1,3 @@
-#include "formatinfo.h"
 #include "message.h"
 #include "messagestatistics.h"
 #include "testbase.h"
@@ -11,8 +10,7 @@ class Feed
 {
 public:
     Feed()
-        : format(text("Format"))
-        , statistics(&format, 0, text("TYPE"))
+        : statistics(0, text("TYPE"))
         , time(1e9)
     {
     }
@@ -62,7 +60,6 @@ public:
         return parts.join(QLatin1String("; "));
     }
 
-    FormatInfo format;
     MessageStatistics statistics;
     double time; // of the newest message
 };

@@ -87,7 +87,7 @@ bool MessageTypeModel::hasOtherTypes(const SourceSession* session) const
 {
     for (const Row& row : m_rows)
         if (row.session == session &&
-            (!row.counter.info || row.counter.info->getFormatInfo() != session->getSource()->getFormatInfo()))
+            (!row.counter.info || row.counter.info->getFormatInfo() != session->getKnownFormat()))
             return true;
     return false;
 }
