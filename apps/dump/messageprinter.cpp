@@ -34,7 +34,8 @@ void MessagePrinter::consume(const ReceivedMessage& received)
     if (names.type.empty())
         names = {toString(received.info->getName()), toString(received.info->getFormatInfo()->getName())};
     m_line.clear();
-    MessageJson::appendHead({received.time, &names.format, &senderOf(received.sender), &names.type, received.sequence},
+    MessageJson::appendHead({received.time, &names.format, &senderOf(received.sender), &names.type, received.sequence,
+                             received.timeRest, received.publishTime, received.publishTimeRest},
                             &m_line);
     const MessageReference message = MessageReference::adopt(received.createMessage(QString()));
     const QVector<Selection::Field> selected = m_selection.getFields(received.info);

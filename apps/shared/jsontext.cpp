@@ -170,7 +170,7 @@ void JsonText::appendNumber(std::string* text, double number)
     appendReal(text, number);
 }
 
-void JsonText::appendTime(std::string* text, std::int64_t microseconds)
+void JsonText::appendTime(std::string* text, std::int64_t microseconds, int nanoseconds)
 {
     const std::int64_t perSecond = 1000000;
     const std::int64_t perDay = 86400 * perSecond;
@@ -197,5 +197,7 @@ void JsonText::appendTime(std::string* text, std::int64_t microseconds)
     appendPadded(text, rest / perSecond % 60, 2);
     text->push_back('.');
     appendPadded(text, rest % perSecond, 6);
+    if (nanoseconds >= 0)
+        appendPadded(text, nanoseconds, 3);
     text->append("Z\"");
 }

@@ -27,8 +27,12 @@ void appendNumber(std::string* text, std::uint64_t number);
 void appendNumber(std::string* text, float number);
 void appendNumber(std::string* text, double number);
 
-/** The string "2014-05-29T17:46:52.123456Z"; years beyond 9999 get a sign, as ISO 8601 has it. */
-void appendTime(std::string* text, std::int64_t microsecondsSince1970);
+/**
+ * The string "2014-05-29T17:46:52.123456Z"; years beyond 9999 get a sign, as ISO 8601 has it.
+ *
+ * @param nanoseconds  three more digits, 0 to 999; none when it is negative
+ */
+void appendTime(std::string* text, std::int64_t microsecondsSince1970, int nanoseconds = -1);
 
 /** Appends the members of an object or the elements of an array with the commas between them. */
 class Separator

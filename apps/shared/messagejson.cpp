@@ -26,7 +26,11 @@ void MessageJson::appendHead(const Head& head, std::string* line)
     if (head.time == Message::NoTime)
         line->append("null");
     else
-        appendTime(line, head.time);
+        appendTime(line, head.time, head.timeRest);
+    if (head.publishTime != Message::NoTime) {
+        line->append(",\"published\":");
+        appendTime(line, head.publishTime, head.publishTimeRest);
+    }
     line->append(",\"format\":").append(*head.format);
     line->append(",\"sender\":").append(*head.sender);
     line->append(",\"type\":").append(*head.type);

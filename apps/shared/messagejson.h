@@ -2,6 +2,7 @@
 #define MESSAGEJSON_H
 
 #include "fieldwalk.h"
+#include "message.h"
 
 #include <string>
 #include <unordered_map>
@@ -9,7 +10,6 @@
 
 class FieldInfo;
 class FieldValue;
-class Message;
 class MessageInfo;
 
 /** Writes messages, their fields and values as JSON. Contents that are confidential become null. */
@@ -27,6 +27,10 @@ public:
         const std::string* sender;
         const std::string* type;
         qint64 sequence; ///< or Message::NoSequence
+        // As of ReceivedMessage.
+        int timeRest = -1;
+        qint64 publishTime = Message::NoTime;
+        int publishTimeRest = -1;
     };
 
     /** Begins the object of a message up to its fields, whose object and a brace are to follow. */

@@ -58,7 +58,7 @@ public:
     /** The value number @p i of getCount(); invalid when there is none. */
     FieldValue getValue(unsigned int i = 0) const;
     /** At the end OneValue, the number of that value among those of its field. */
-    unsigned int getIndex() const { return static_cast<unsigned int>(m_path->getIndex()); }
+    unsigned int getIndex() const { return m_first; }
     /** How the walk goes on in the sub-message number @p i of getCount(), at the end Branches only. */
     FieldWalk getBranch(unsigned int i) const;
 

@@ -22,7 +22,10 @@ struct CORVELFRAMEWORK_EXPORT ReceivedMessage
     quint32 sender;          ///< key of the sender, see StreamDecoder::getSenderName()
     const char* data;        ///< the message as received; valid for the length of the call that hands it out
     int size;                ///< bytes at data
+    qint16 timeRest;         ///< nanoseconds beyond time, 0 to 999, or -1 where the format has none
+    qint16 publishTimeRest;  ///< the same of publishTime
     qint64 time;             ///< microseconds since 1970, or Message::NoTime
+    qint64 publishTime;      ///< when the sender sent it; Message::NoTime where that is the same or not known
     qint64 sequence;         ///< the sender's number of the message, or Message::NoSequence
     quint64 offset;          ///< where in the stream it began
 };

@@ -1,5 +1,6 @@
 #include "mcapmessageorder.h"
 
+#include "mcaprecord.h"
 #include "message.h"
 #include "streamdecoder.h"
 
@@ -25,6 +26,11 @@ public:
         m_message.data = message.data;
         m_message.size = int(message.size);
         m_message.time = qint64(message.time / 1000);
+        m_message.timeRest = qint16(message.time % 1000);
+        const quint64 publishTime = Mcap::MessageHead::publishTime(message.data);
+        const bool isOther = publishTime != message.time;
+        m_message.publishTime = isOther ? qint64(publishTime / 1000) : qint64(::Message::NoTime);
+        m_message.publishTimeRest = isOther ? qint16(publishTime % 1000) : qint16(-1);
         m_message.sequence = message.sequence != 0 ? qint64(message.sequence) : qint64(Message::NoSequence);
         return m_message;
     }

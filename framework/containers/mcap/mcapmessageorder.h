@@ -17,7 +17,7 @@ public:
     {
         quint64 time; ///< nanoseconds since 1970
         const McapChannels::Entry* channel;
-        const char* data;
+        const char* data; ///< behind the rest of its record
         quint32 size;
         quint32 sequence; ///< 0 for none
     };

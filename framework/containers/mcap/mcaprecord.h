@@ -142,6 +142,9 @@ struct MessageHead
     {
     }
 
+    /** The time of publication, nanoseconds since 1970, which stands directly before the content. */
+    static quint64 publishTime(const char* content) { return qFromLittleEndian<quint64>(content - sizeof(quint64)); }
+
     quint16 channel;
     quint32 sequence; ///< 0 for none
     quint64 time;     ///< nanoseconds since 1970

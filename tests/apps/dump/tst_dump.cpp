@@ -292,6 +292,27 @@ private Q_SLOTS:
                             "0.000000003 s\"]}}"));
     }
 
+    void timesOfMcapHaveNanoseconds()
+    {
+        McapFixtures::Recording recording(McapFixtures::settings(McapWriter::Zstd, 1000));
+        const quint16 channel = recording.addPoints("/p");
+        for (const quint64 time : {Q_UINT64_C(1700000000123456789), Q_UINT64_C(1700000000123457000)})
+            recording.writer.writeMessage(channel, 7, time, McapFixtures::point(1));
+        recording.writer.flush();
+        // Sent a nanosecond before.
+        const QByteArray late = McapFixtures::little(channel) + McapFixtures::little(quint32(8)) +
+                                McapFixtures::little(Q_UINT64_C(1700000000123457001)) +
+                                McapFixtures::little(Q_UINT64_C(1700000000123457000)) + McapFixtures::point(1);
+        recording.buffer.write(McapFixtures::record(5, late));
+        const DumpRun run({write("times.mcap", recording.finished())});
+        QStringList times;
+        for (const QByteArray& line : run.lines()) {
+            const QJsonObject object = QJsonDocument::fromJson(line).object();
+            times << object.value("time").toString().mid(17) + ' ' + object.value("published").toString().mid(17);
+        }
+        QCOMPARE(times, (QStringList{"20.123456789Z ", "20.123457000Z ", "20.123457001Z 20.123457000Z"}));
+    }
+
     void aChannelThatCannotBeDecodedIsReportedOnce()
     {
         McapFixtures::Recording recording(McapFixtures::settings(McapWriter::NoCompression, 0));

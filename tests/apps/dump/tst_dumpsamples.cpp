@@ -95,11 +95,11 @@ private Q_SLOTS:
         const QStringList typed{"--type", "osi3.SensorView", "--import-path",
                                 schemas,  "--schema",        schemas + "/osi_sensorview.proto"};
         QTest::newRow("40 ms") << QStringList{protobuf("MovingHostWithStopLine.mcap")} << 152 << "/osi3/sensor_view"
-                               << "1970-01-01T00:00:00.000000Z"
-                               << "1970-01-01T00:00:06.040000Z" << 40;
+                               << "1970-01-01T00:00:00.000000000Z"
+                               << "1970-01-01T00:00:06.040000000Z" << 40;
         QTest::newRow("50 ms") << QStringList{protobuf("disappearingVehicle.mcap")} << 364 << "/PMSF.SensorView"
-                               << "1970-01-01T00:00:00.300000Z"
-                               << "1970-01-01T00:00:18.449999Z" << 50;
+                               << "1970-01-01T00:00:00.300000000Z"
+                               << "1970-01-01T00:00:18.449999999Z" << 50;
         QTest::newRow("lengths between") << typed + QStringList{protobuf(
                                                         "20240618T122540Z_sv_370_244_20_minimal_valid_example.osi")}
                                          << 20 << ""
