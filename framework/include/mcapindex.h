@@ -10,7 +10,8 @@
 /**
  * Where the chunks of an MCAP file lie, and what its summary says.
  *
- * Taken from the summary when the file has one with an index of its chunks; else the file is walked from record to
+ * Taken from the summary when the file has one with an index of its chunks, and no messages outside of them that the
+ * summary tells of; else the file is walked from record to
  * record, as far as it goes. Then a chunk is decompressed only where it may be the first to name a channel. A long run
  * of messages outside of chunks counts as several chunks. Does not change once it is loaded, and may then be read on
  * any thread.
@@ -25,6 +26,7 @@ public:
         quint64 length;
         quint64 start;
         quint64 end;
+        bool isOrdered = true; ///< whether messages outside of chunks come in the order of their times
     };
 
     /** A record that announces a schema or a channel. */

@@ -13,7 +13,8 @@ class McapIndex;
  *
  * Messages of channels whose encoding and schema are known have a type; those of other channels, and of channels whose
  * schema is missing or wrong, are handed out with a null ReceivedMessage::info. ReceivedMessage::data is the payload
- * alone, its offset that of the chunk that it came in. A sender is a channel, called by its topic.
+ * alone, its offset that of the chunk that it came in or, outside of chunks, of a message shortly before. A sender is a
+ * channel, called by its topic.
  *
  * Chunks are read whole: what fails its checksum or does not decompress is dropped and reported, and the following
  * chunks are read. When lengths make no sense, the search goes on for a chunk whose lengths agree with one another. A
@@ -21,10 +22,17 @@ class McapIndex;
  * that the end of the stream cuts off, the messages that are complete are handed out, although its checksum cannot be
  * checked.
  *
- * Messages of chunks come in the order of their times, which chunks need not have. A message is held back until no
- * message of a later chunk can be earlier: this is exact with an index; without one it is assumed that messages are
- * displaced by one chunk at most, and told once where they are not. At most 256 MiB of chunks are held; beyond that the
- * earliest messages are handed out, with a word about it.
+ * A record that is too short for its kind, or of the number 0, costs nothing but itself. What announced a channel may
+ * be lost with a damaged chunk: then its announcement elsewhere is taken, such as from the summary, if there is an
+ * index. Without one, messages of a channel that was not announced wait for that, 64 MiB of them and no longer than for
+ * the end.
+ *
+ * Messages of a recording come in the order of their times, in which neither they nor chunks need to stand. A message
+ * is held back until no later one can be earlier: this is exact with an index; without one it is assumed that messages
+ * are displaced by one chunk at most and, outside of chunks, by a second (or 1 MiB, or a chunk), and told once where
+ * they are not. The index of a file whose summary counts no messages by chunk may not know of those outside. At most
+ * 256 MiB are held; beyond that the earliest messages are handed out, with a word about it. Live, messages outside of
+ * chunks are handed out as they come.
  */
 class CORVELFRAMEWORK_EXPORT McapStreamDecoder : public StreamDecoder
 {

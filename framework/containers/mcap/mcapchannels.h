@@ -44,6 +44,8 @@ public:
     /** The channel of that number, or null when none was announced. */
     const Entry* find(quint16 channel) const { return channel < m_byNumber.size() ? m_byNumber[channel] : nullptr; }
 
+    bool hasSchema(quint16 schema) const { return m_schemas.contains(schema); }
+
     /** Makes up a channel that was not announced, until it is. */
     const Entry* makeUp(quint16 channel);
 

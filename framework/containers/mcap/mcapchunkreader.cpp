@@ -190,8 +190,9 @@ void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
                 break;
             }
             const MessageHead message(body);
-            chunk->append(McapMessageOrder::Message{message.time, channelOf(message.channel), body + MessageHeadSize,
-                                                    quint32(head.length - MessageHeadSize), message.sequence});
+            if (const McapChannels::Entry* const channel = channelOf(message.channel, body, head.length))
+                chunk->append(McapMessageOrder::Message{message.time, channel, body + MessageHeadSize,
+                                                        quint32(head.length - MessageHeadSize), message.sequence});
             break;
         }
         case 0:
@@ -206,6 +207,7 @@ void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
 /** Keeps the messages of a chunk until their turn, and hands out those whose turn it is now. */
 void McapReader::holdChunk(std::unique_ptr<Chunk> chunk)
 {
+    const quint64 offset = chunk->offset;
     const quint64 latest = chunk->latest;
     const auto isBefore = [](const McapMessageOrder::Message& left, const McapMessageOrder::Message& right) {
         return left.time < right.time;
@@ -215,33 +217,27 @@ void McapReader::holdChunk(std::unique_ptr<Chunk> chunk)
         chunk->isOrdered ? messages.begin() : std::min_element(messages.begin(), messages.end(), isBefore);
     const bool isTooEarly = first != messages.end() && first->time < m_releasedTime;
     m_order.add(std::move(chunk));
-    if (m_starts.empty() || m_recordOffset > m_starts.back().offset) {
+    if (m_starts.empty() || offset > m_starts.back().offset) {
         if (isTooEarly && !m_orderIsLost) {
-            report(StreamProblem::DisorderedTimes, m_recordOffset, 0,
-                   QStringLiteral("a chunk is earlier than the one before the last, and there is no index"));
+            report(StreamProblem::DisorderedTimes, offset, 0,
+                   QStringLiteral("a chunk, or a second without chunks, is earlier than the one before the last, and "
+                                  "there is no index"));
             m_orderIsLost = true;
         }
         m_order.release(m_greatestTime, m_sink);
         m_releasedTime = m_greatestTime;
         m_greatestTime = std::max(m_greatestTime, latest);
     } else {
-        m_order.release(earliestLaterStart(m_recordOffset), m_sink);
+        const auto next = laterStart(offset);
+        m_order.release(next == m_starts.end() ? std::numeric_limits<quint64>::max() : next->earliest, m_sink);
     }
     while (m_order.getHeldBytes() > MostHeldBytes) {
         if (!m_orderIsLost)
-            report(StreamProblem::DisorderedTimes, m_recordOffset, 0,
+            report(StreamProblem::DisorderedTimes, offset, 0,
                    QStringLiteral("chunks overlap by more than %1 MiB").arg(MostHeldBytes >> 20));
         m_orderIsLost = true;
         m_order.releaseOne(m_sink);
     }
-}
-
-/** The earliest time of chunks behind that place. */
-quint64 McapReader::earliestLaterStart(quint64 offset) const
-{
-    const auto next = std::upper_bound(m_starts.begin(), m_starts.end(), offset,
-                                       [](quint64 place, const LaterStart& start) { return place < start.offset; });
-    return next == m_starts.end() ? std::numeric_limits<quint64>::max() : next->earliest;
 }
 
 /** Reads what there is of a chunk that was cut off; the number of messages. */

@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -30,8 +31,13 @@ void McapDefinitions::add(quint64 offset, const char* record, quint64 size)
     if (m_bytes + size > MostBytes || newest.value(id) == QByteArray::fromRawData(record, int(size)))
         return;
     // The same words about a channel mean something else behind another schema.
-    if (head.opcode == SchemaRecord)
-        m_channels.clear();
+    if (head.opcode == SchemaRecord) {
+        for (auto channel = m_channels.begin(); channel != m_channels.end();) {
+            Cursor cursor(channel->constData() + RecordHeadSize, quint64(channel->size()) - RecordHeadSize);
+            cursor.skip(sizeof(quint16));
+            channel = cursor.number<quint16>() == id ? m_channels.erase(channel) : std::next(channel);
+        }
+    }
     m_bytes += size;
     const QByteArray copy(record, int(size));
     newest.insert(id, copy);

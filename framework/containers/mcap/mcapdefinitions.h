@@ -48,7 +48,7 @@ private:
     QFile* m_file;
     QVector<McapIndex::Definition> m_found;
     QHash<quint16, QByteArray> m_schemas;  // the newest record of a number
-    QHash<quint16, QByteArray> m_channels; // the same, since the newest schema
+    QHash<quint16, QByteArray> m_channels; // the same, since the newest schema of theirs
     quint64 m_bytes;
     QSet<quint16> m_named; // channels that were announced
     Mcap::Decompressor m_decompressor;

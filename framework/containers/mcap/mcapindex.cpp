@@ -73,6 +73,7 @@ public:
         , m_goOn(goOn)
         , m_index(new McapIndex)
         , m_definitions(new McapDefinitions(&m_file))
+        , m_messagesInChunks(0)
         , m_inStretch(false)
         , m_tookLong(false)
     {
@@ -119,7 +120,8 @@ private:
     const RecordingIndex::GoOn m_goOn;
     std::unique_ptr<McapIndex> m_index;
     std::unique_ptr<McapDefinitions> m_definitions;
-    bool m_inStretch; // the last chunk is one of messages outside of chunks
+    qint64 m_messagesInChunks; // as the summary says; -1 when it does not
+    bool m_inStretch;          // the last chunk is one of messages outside of chunks
     bool m_tookLong;
 };
 
@@ -149,6 +151,7 @@ bool McapIndexReader::readSummary()
 
     Statistics statistics;
     bool hasStatistics = false;
+    m_messagesInChunks = 0;
     Cursor cursor(summary.constData(), quint64(summary.size()));
     while (cursor.rest() > 0) {
         const char* const record = cursor.skip(RecordHeadSize);
@@ -160,8 +163,10 @@ bool McapIndexReader::readSummary()
         hasStatistics = hasStatistics || head.opcode == StatisticsRecord;
     }
     // An index of chunks is not of much use where some or all messages are outside of them.
-    const bool hasIndex =
-        !m_index->m_chunks.isEmpty() && (!hasStatistics || statistics.chunks == quint32(m_index->m_chunks.size()));
+    const bool areOutside =
+        hasStatistics && m_messagesInChunks >= 0 && statistics.messages > quint64(m_messagesInChunks);
+    const bool hasIndex = !m_index->m_chunks.isEmpty() && !areOutside &&
+                          (!hasStatistics || statistics.chunks == quint32(m_index->m_chunks.size()));
     if (!hasIndex && !(hasStatistics && statistics.messages == 0))
         return false;
     if (hasStatistics)
@@ -186,6 +191,8 @@ bool McapIndexReader::readSummaryRecord(const RecordHead& head, const char* reco
             chunk.length > dataEnd - chunk.offset || chunk.start > chunk.end)
             return false;
         m_index->m_chunks.append(McapIndex::Chunk{chunk.offset, chunk.length, chunk.start, chunk.end});
+        m_messagesInChunks =
+            chunk.messages < 0 || m_messagesInChunks < 0 ? qint64(-1) : m_messagesInChunks + chunk.messages;
         return true;
     }
     case StatisticsRecord:
@@ -231,7 +238,7 @@ bool McapIndexReader::walk()
     return true;
 }
 
-/** Takes note of the record at @p offset, which begins with @p bytes; false where the data ends. */
+/** Takes note of the record at @p offset, which begins with @p bytes; false where the file ends. */
 bool McapIndexReader::walkRecord(quint64 offset, const QByteArray& bytes, const RecordHead& head)
 {
     const char* const body = bytes.constData() + RecordHeadSize;
@@ -243,7 +250,6 @@ bool McapIndexReader::walkRecord(quint64 offset, const QByteArray& bytes, const 
     if (isNone(head))
         return head.opcode != 0 || head.length > 0; // a run of zeros is no recording any more
     switch (head.opcode) {
-    case DataEndRecord:
     case FooterRecord:
         return false;
     case ChunkRecord: {
@@ -267,6 +273,7 @@ bool McapIndexReader::walkRecord(quint64 offset, const QByteArray& bytes, const 
             chunks.append(McapIndex::Chunk{offset, 0, time, time});
         McapIndex::Chunk& stretch = chunks.last();
         stretch.length += RecordHeadSize + head.length;
+        stretch.isOrdered = stretch.isOrdered && time >= stretch.end;
         stretch.start = std::min(stretch.start, time);
         stretch.end = std::max(stretch.end, time);
         m_inStretch = true;

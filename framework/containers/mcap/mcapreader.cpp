@@ -73,37 +73,16 @@ McapReader::McapReader(Definitions* definitions, bool mustEnd)
     , m_dataCrcIsWanted(true)
     , m_summaryOffset(0)
     , m_ended(false)
+    , m_waitingBytes(0)
+    , m_hasLost(false)
+    , m_hasIndex(false)
+    , m_indexEnd(0)
+    , m_isInOrder(false)
+    , m_stretchEnd(Never)
     , m_greatestTime(0)
     , m_releasedTime(0)
     , m_orderIsLost(false)
 {
-}
-
-void McapReader::setIndex(const McapIndex& index)
-{
-    quint64 earliest = Never;
-    const QVector<McapIndex::Chunk>& chunks = index.getChunks();
-    m_starts.resize(std::size_t(chunks.size()));
-    for (int i = int(chunks.size()) - 1; i >= 0; --i) {
-        earliest = std::min(earliest, chunks.at(i).start);
-        m_starts[std::size_t(i)] = LaterStart{chunks.at(i).offset, earliest};
-    }
-    m_dataCrcIsWanted = index.hasDataChecksum();
-    m_definitions = index.getDefinitions();
-}
-
-/** Takes what was announced before the place where reading goes on behind a jump. */
-void McapReader::catchUpOnDefinitions()
-{
-    m_leapt = false;
-    for (const McapIndex::Definition& definition : std::as_const(m_definitions)) {
-        if (definition.offset >= m_position)
-            break;
-        const RecordHead head(definition.record.constData());
-        const char* const body = definition.record.constData() + RecordHeadSize;
-        const quint64 size = quint64(definition.record.size()) - RecordHeadSize;
-        addDefinition(head.opcode, body, size);
-    }
 }
 
 void McapReader::feed(const char* bytes, quint64 size, StreamSink* sink)
@@ -251,6 +230,7 @@ bool McapReader::readRecordHead()
         m_state = InRecord;
         break;
     case ChunkRecord:
+        endStretch();
         m_state = InChunkHead;
         break;
     case AttachmentRecord: // may well contain a recording
@@ -296,6 +276,7 @@ void McapReader::processRecord(const char* body, quint64 size)
         processMessage(body, size);
         break;
     case DataEndRecord:
+        endStretch();
         m_order.release(Never, m_sink);
         if (m_crcCovers && m_dataCrcIsWanted)
             checkCrc(qFromLittleEndian<quint32>(body), m_crc, QStringLiteral("the data of the file"));
@@ -304,6 +285,8 @@ void McapReader::processRecord(const char* body, quint64 size)
         m_summaryOffset = m_position;
         break;
     case FooterRecord: {
+        giveUpWaiting();
+        endStretch();
         m_order.release(Never, m_sink);
         Footer footer;
         footer.read(Cursor(body, size));
@@ -328,37 +311,6 @@ bool McapReader::checkCrc(quint32 given, quint32 right, const QString& what)
     report(StreamProblem::ChecksumFailure, m_recordOffset, m_position - m_recordOffset,
            QStringLiteral("%1 should have the CRC %2 and has %3").arg(what, hex(given), hex(right)));
     return false;
-}
-
-void McapReader::processMessage(const char* body, quint64 size)
-{
-    const MessageHead head(body);
-    const McapMessageOrder::Message message = {head.time, channelOf(head.channel), body + MessageHeadSize,
-                                               quint32(size - MessageHeadSize), head.sequence};
-    m_order.release(head.time, m_sink);
-    McapMessageOrder::handOut(message, m_recordOffset, m_sink);
-}
-
-const McapChannels::Entry* McapReader::channelOf(quint16 number)
-{
-    const McapChannels::Entry* const known = m_channels.find(number);
-    if (known)
-        return known;
-    const McapChannels::Entry* const entry = m_channels.makeUp(number);
-    reportDefinition(QStringLiteral("messages of channel %1, which was not announced").arg(number), entry);
-    return entry;
-}
-
-/** Takes what announces a schema or a channel. */
-void McapReader::addDefinition(quint8 opcode, const char* body, quint64 size)
-{
-    if (opcode == SchemaRecord) {
-        reportDefinition(m_channels.addSchema(body, size), nullptr);
-        return;
-    }
-    const QString problem = m_channels.addChannel(body, size);
-    if (!problem.isEmpty())
-        reportDefinition(problem, m_channels.find(Cursor(body, size).number<quint16>()));
 }
 
 bool McapReader::skip()
@@ -390,6 +342,7 @@ void McapReader::startSearch(quint64 since, quint64 until, const QByteArray& con
     m_searchStart = since;
     m_searchEnd = until;
     m_searchReason = reason;
+    m_hasLost = true;
     m_searchIsQuiet = false;
     m_searchIsForNext = false;
 }
@@ -518,6 +471,8 @@ void McapReader::finish(StreamSink* sink)
                m_ended ? QStringLiteral("the last 8 bytes are missing")
                        : QStringLiteral("the recording has no end mark, it was not finished"));
     }
+    giveUpWaiting();
+    endStretch();
     m_order.release(Never, m_sink);
     m_sink = nullptr;
     m_fed = false;
@@ -532,6 +487,9 @@ void McapReader::restart(quint64 offset)
     m_chunkHeadBytes.clear();
     m_plainChunk.reset();
     m_order.clear();
+    m_stretch.clear();
+    m_waiting.clear();
+    m_waitingBytes = 0;
     m_leapt = offset != 0;
     m_state = offset == 0 ? AtMagic : AtRecord;
     m_position = offset;
@@ -552,6 +510,7 @@ void McapReader::report(StreamProblem::Kind kind, quint64 offset, quint64 length
     problem.offset = offset;
     problem.length = length;
     problem.text = text;
+    m_hasLost = m_hasLost || kind != StreamProblem::DisorderedTimes;
     m_sink->processProblem(problem);
 }
 

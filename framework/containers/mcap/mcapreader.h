@@ -2,12 +2,15 @@
 #define MCAPREADER_H
 
 #include "mcapchannels.h"
+#include "mcapcopies.h"
 #include "mcapindex.h"
 #include "mcapmessageorder.h"
 #include "mcaprecord.h"
 #include "streamdecoder.h"
 
 #include <QVector>
+
+#include <map>
 
 /** What McapStreamDecoder does: finds records in a stream and hands out the messages. */
 class McapReader
@@ -73,21 +76,34 @@ private:
     void holdChunk(std::unique_ptr<Chunk> chunk);
     int salvageChunk();
     void finishRecord();
-    quint64 earliestLaterStart(quint64 offset) const;
-    const McapChannels::Entry* channelOf(quint16 number);
+
+    typedef std::map<quint16, McapCopies> Waiting; // by channel
+    struct LaterStart
+    {
+        quint64 offset;
+        quint64 earliest; // of chunks from that offset on
+    };
+    std::vector<LaterStart>::const_iterator laterStart(quint64 offset) const;
+    void endStretch();
+    const McapChannels::Entry* channelOf(quint16 number, const char* body, quint64 size);
+    const McapChannels::Entry* makeUpChannel(quint16 number);
+    void stopWaiting(Waiting::iterator waiting, const McapChannels::Entry* channel);
+    void giveUpWaiting();
     void catchUpOnDefinitions();
+    void recover(quint8 opcode, quint16 id);
     bool checkCrc(quint32 given, quint32 right, const QString& what);
 
     void report(StreamProblem::Kind kind, quint64 offset, quint64 length, const QString& text);
+    void addDefinition(const QByteArray& record);
     void addDefinition(quint8 opcode, const char* body, quint64 size);
     void reportDefinition(const QString& text, const McapChannels::Entry* channel);
 
     McapChannels m_channels;
     McapMessageOrder m_order;
     Mcap::Decompressor m_decompressor;
-    const bool m_mustEnd;
-    bool m_fed;   // anything since the last end
-    bool m_leapt; // and nothing was fed since
+    const bool m_mustEnd; // it is a recording
+    bool m_fed;           // anything since the last end
+    bool m_leapt;         // and nothing was fed since
     QVector<McapIndex::Definition> m_definitions;
     StreamSink* m_sink; // of the call
 
@@ -126,13 +142,17 @@ private:
     quint64 m_summaryOffset;
     bool m_ended; // the footer was seen
 
+    Waiting m_waiting; // messages of channels that were not announced
+    quint64 m_waitingBytes;
+    bool m_hasLost; // anything that may have announced channels
+
     // For the order of messages.
-    struct LaterStart
-    {
-        quint64 offset;
-        quint64 earliest; // of chunks from that offset on
-    };
+    bool m_hasIndex;
+    quint64 m_indexEnd; // it knows of nothing from there on
+    bool m_isInOrder;   // by itself, as the index has it
     std::vector<LaterStart> m_starts;
+    McapCopies m_stretch;   // messages outside of chunks, one behind the other
+    quint64 m_stretchEnd;   // where another begins
     quint64 m_greatestTime; // of messages in chunks before the newest
     quint64 m_releasedTime; // up to which messages were handed out
     bool m_orderIsLost;

@@ -67,7 +67,14 @@ bool ChunkIndex::read(Cursor cursor)
     end = cursor.number<quint64>();
     offset = cursor.number<quint64>();
     length = cursor.number<quint64>();
-    return cursor.isGood();
+    const bool isGood = cursor.isGood();
+    // Each channel has an index of its own, with 16 bytes for a message.
+    const quint64 channels = quint64(cursor.text().size()) / (sizeof(quint16) + sizeof(quint64));
+    const quint64 heads = channels * (RecordHeadSize + sizeof(quint16) + sizeof(quint32));
+    const quint64 indexes = cursor.number<quint64>();
+    if (cursor.isGood() && channels > 0 && indexes >= heads)
+        messages = qint64((indexes - heads) / (2 * sizeof(quint64)));
+    return isGood;
 }
 
 bool Statistics::read(Cursor cursor)

@@ -178,7 +178,8 @@ struct ChunkIndex
     quint64 start = 0;
     quint64 end = 0;
     quint64 offset = 0;
-    quint64 length = 0; ///< of the whole record
+    quint64 length = 0;   ///< of the whole record
+    qint64 messages = -1; ///< in the chunk, as far as it has an index of them; else -1
 };
 
 struct Statistics

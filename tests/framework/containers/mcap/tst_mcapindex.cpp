@@ -141,6 +141,92 @@ private Q_SLOTS:
         QCOMPARE(int(decode(bytes, index.get(), 0).filter(QStringLiteral("order")).size()), 0);
     }
 
+    void whatADamagedChunkAnnouncedIsFoundInTheSummary()
+    {
+        const QByteArray definitions = schemaRecord(1, "demo") + channelRecord(1, 1, "/a");
+        QByteArray damaged = chunkOf(1, 10, definitions, true);
+        damaged[9 + 24] = 1; // its checksum
+        const QByteArray rest = header() + damaged + chunkOf(1, 30, {}, true);
+        const QByteArray bytes = rest + messageRecord(1, 20) + ended(definitions);
+        const auto linesOf = [&](const QByteArray& of, const McapIndex* index, McapStreamDecoder::Mode mode) {
+            return join(decode(of, index, 0, mode)).section(QStringLiteral(", "), 3); // behind the failure
+        };
+        const QString found = QStringLiteral("demo.Point /a 20, demo.Point /a 30");
+        const std::unique_ptr<McapIndex> index(load(bytes));
+        QCOMPARE(linesOf(bytes, index.get(), McapStreamDecoder::Recording), found);
+        QCOMPARE(linesOf(bytes, nullptr, McapStreamDecoder::Recording),
+                 QStringLiteral("messages are not in the order of their times: 2 messages of /a had to wait until it "
+                                "was announced, ") +
+                     found);
+        const QString missing = QStringLiteral("not decodable: messages of channel 1, which was not announced in what "
+                                               "could be read, channel 1 (not announced, not decodable) channel 1 %1, "
+                                               "channel 1 (not announced, not decodable) channel 1 %2");
+        QCOMPARE(linesOf(rest + messageRecord(1, 20) + ended({}), nullptr, McapStreamDecoder::Recording),
+                 missing.arg(20).arg(30));
+        // Of a live stream nobody knows whether it has an end.
+        QCOMPARE(linesOf(bytes, nullptr, McapStreamDecoder::Live), missing.arg(20).arg(30));
+
+        // A channel that came, of a schema that was lost.
+        const QByteArray half = rest.left(rest.size() - int(chunkOf(1, 30, {}, true).size())) +
+                                chunkOf(1, 30, channelRecord(1, 1, "/a"), true) + ended(definitions);
+        const std::unique_ptr<McapIndex> other(load(half));
+        QCOMPARE(linesOf(half, other.get(), McapStreamDecoder::Recording), found.section(QStringLiteral(", "), 1));
+    }
+
+    void messagesOutsideOfChunksComeInOrder_data()
+    {
+        QTest::addColumn<QString>("parts");
+        QTest::addColumn<QString>("piped");
+        QTest::newRow("in order") << "5 10 20 30 40"
+                                  << "5 10 20 30 40";
+        QTest::newRow("not in order") << "20 10 5 60 30 50 40"
+                                      << "5 10 20 30 40 50 60";
+        // Where nothing can be sought in, a second or what lies between two chunks is put in order.
+        QTest::newRow("seconds apart") << "2000 10 4000 3000 6000 20 5000"
+                                       << "10 2000 3000 4000 20 5000 6000";
+        QTest::newRow("beside chunks") << "30 20 (10) 5 60 (40)"
+                                       << "10 20 30 5 40 60";
+    }
+
+    void messagesOutsideOfChunksComeInOrder()
+    {
+        QFETCH(QString, parts);
+        QFETCH(QString, piped);
+        QByteArray data = header() + schemaRecord(1, "demo") + channelRecord(1, 1, "/a");
+        QByteArray indexes;
+        QVector<int> sorted;
+        for (const QString& part : parts.split(QLatin1Char(' '))) {
+            const bool isChunk = part.startsWith(QLatin1Char('('));
+            sorted.append(isChunk ? part.mid(1).chopped(1).toInt() : part.toInt());
+            const QByteArray bytes = isChunk ? chunkOf(1, sorted.last(), {}, true) : messageRecord(1, sorted.last());
+            if (isChunk) {
+                const quint64 time = quint64(sorted.last()) * Millisecond;
+                indexes += record(8, little(time) + little(time) + little(quint64(data.size())) +
+                                         little(quint64(bytes.size() - 31)) + text(QByteArray(10, '\1')) +
+                                         little(quint64(31)));
+            }
+            data += bytes;
+        }
+        std::sort(sorted.begin(), sorted.end());
+        QStringList expected;
+        for (const int time : sorted)
+            expected.append(QString::number(time));
+        // The summary has as many chunks as there are, and more messages than these.
+        const QByteArray statistics =
+            record(11, little(quint64(sorted.size())) + QByteArray(10, '\0') +
+                           little(quint32(indexes.count(QByteArray(10, '\1')))) + QByteArray(24, '\0'));
+        data += ended(indexes + statistics, quint64(data.size()) + 13);
+        const auto times = [&](const McapIndex* index) {
+            return join(decode(data, index, 0, McapStreamDecoder::Recording).filter(QStringLiteral("demo.Point")))
+                .remove(QStringLiteral("demo.Point /a "))
+                .remove(QLatin1Char(','));
+        };
+        const std::unique_ptr<McapIndex> index(load(data));
+        QVERIFY(index && !index->hasSummary());
+        QCOMPARE(times(index.get()), expected.join(QLatin1Char(' ')));
+        QCOMPARE(times(nullptr), piped);
+    }
+
     void lookingThroughTellsHowFarItIsAndCanBeCancelled()
     {
         QByteArray bytes = header() + schemaRecord(1, "demo") + channelRecord(1, 1, "/a");
@@ -169,9 +255,17 @@ private Q_SLOTS:
 private:
     static QByteArray header() { return QByteArray("\x89MCAP0\r\n") + record(1, text({}) + text({})); }
 
-    QStringList decode(const QByteArray& bytes, const McapIndex* index, quint64 from)
+    /** What stands behind the data. */
+    static QByteArray ended(const QByteArray& summary, quint64 start = 0)
     {
-        McapStreamDecoder decoder(&m_definitions, McapStreamDecoder::Live);
+        return record(0x0f, QByteArray(4, '\0')) + summary + record(2, little(start) + QByteArray(12, '\0')) +
+               QByteArray("\x89MCAP0\r\n");
+    }
+
+    QStringList decode(const QByteArray& bytes, const McapIndex* index, quint64 from,
+                       McapStreamDecoder::Mode mode = McapStreamDecoder::Live)
+    {
+        McapStreamDecoder decoder(&m_definitions, mode);
         Lines found(&decoder);
         if (index)
             decoder.setIndex(index);
