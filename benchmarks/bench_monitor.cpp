@@ -215,7 +215,7 @@ int main(int argc, char** argv)
                 static_cast<long long>(session->getSource()->getDroppedCount()), double(received) / duration);
     report(probe.waits);
     std::printf("not displayed: %llu; memory after 2 s %.1f MB, at the end %.1f MB\n",
-                static_cast<unsigned long long>(window.getLatestMessages()->getOvertakenCount()), firstMemory,
+                static_cast<unsigned long long>(window.getDesk()->getLatest()->getOvertakenCount()), firstMemory,
                 lastMemory);
     return 0;
 }

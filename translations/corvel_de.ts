@@ -199,6 +199,17 @@
     </message>
 </context>
 <context>
+    <name>ConfidentialAction</name>
+    <message>
+        <source>Con&amp;fidential Data</source>
+        <translation>Vertrau&amp;liche Daten</translation>
+    </message>
+    <message>
+        <source>Show fields that are marked as confidential</source>
+        <translation>Felder zeigen, die als vertraulich gekennzeichnet sind</translation>
+    </message>
+</context>
+<context>
     <name>ConnectDialog</name>
     <message>
         <source>Definitions (*.xml *.proto *.desc *.pb *.bin);;All files (*)</source>
@@ -306,6 +317,17 @@
     </message>
 </context>
 <context>
+    <name>CsvFile</name>
+    <message>
+        <source>Comma-separated values (*.csv);;All files (*)</source>
+        <translation>Kommagetrennte Werte (*.csv);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
+    </message>
+</context>
+<context>
     <name>Definitions</name>
     <message>
         <source>cannot be read: not a file</source>
@@ -318,6 +340,13 @@
     <message>
         <source>these are no definitions that can be read: %1</source>
         <translation>das sind keine Definitionen, die gelesen werden können: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Desk</name>
+    <message>
+        <source>No recording that is open has this time.</source>
+        <translation>Keine geöffnete Aufzeichnung enthält diese Zeit.</translation>
     </message>
 </context>
 <context>
@@ -347,6 +376,33 @@
     </message>
 </context>
 <context>
+    <name>EventPanel</name>
+    <message>
+        <source>Events</source>
+        <translation>Ereignisse</translation>
+    </message>
+    <message>
+        <source>Double-click an event, or press Return, to go to its time in the recording</source>
+        <translation>Ein Ereignis doppelklicken oder die Eingabetaste drücken, um in der Aufzeichnung zu seiner Zeit zu springen</translation>
+    </message>
+    <message>
+        <source>Nothing happened yet: losses, checksum failures and changes of sources appear here.</source>
+        <translation>Noch ist nichts geschehen: Verluste, Prüfsummenfehler und Änderungen der Quellen erscheinen hier.</translation>
+    </message>
+    <message>
+        <source>Save &amp;Events as CSV...</source>
+        <translation>&amp;Ereignisse als CSV speichern ...</translation>
+    </message>
+    <message>
+        <source>&amp;Clear Events</source>
+        <translation>Ereignisse lös&amp;chen</translation>
+    </message>
+    <message>
+        <source>Save Events</source>
+        <translation>Ereignisse speichern</translation>
+    </message>
+</context>
+<context>
     <name>FieldInfo</name>
     <message>
         <source>not available</source>
@@ -370,6 +426,93 @@
     <message>
         <source> [...]</source>
         <translation> [...]</translation>
+    </message>
+</context>
+<context>
+    <name>FileMenu</name>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Open Recording...</source>
+        <translation>&amp;Aufzeichnung öffnen ...</translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation>Z&amp;uletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Co&amp;nnect...</source>
+        <translation>&amp;Verbinden ...</translation>
+    </message>
+    <message>
+        <source>Ctrl+K</source>
+        <translation>Ctrl+K</translation>
+    </message>
+    <message>
+        <source>&amp;Simulated Vehicle</source>
+        <translation>&amp;Simuliertes Fahrzeug</translation>
+    </message>
+    <message>
+        <source>&amp;Record...</source>
+        <translation>Auf&amp;zeichnen ...</translation>
+    </message>
+    <message>
+        <source>Ctrl+R</source>
+        <translation>Ctrl+R</translation>
+    </message>
+    <message>
+        <source>S&amp;top Recording</source>
+        <translation>Aufzeichnung sto&amp;ppen</translation>
+    </message>
+    <message>
+        <source>C&amp;lose Source</source>
+        <translation>&amp;Quelle schließen</translation>
+    </message>
+    <message>
+        <source>Ctrl+W</source>
+        <translation>Ctrl+W</translation>
+    </message>
+    <message>
+        <source>Load &amp;Definitions...</source>
+        <translation>Definitionen &amp;laden ...</translation>
+    </message>
+    <message>
+        <source>Open Recordings</source>
+        <translation>Aufzeichnungen öffnen</translation>
+    </message>
+    <message>
+        <source>Recordings (*.tlog *.mavlink *.mcap *.bin *.raw);;All files (*)</source>
+        <translation>Aufzeichnungen (*.tlog *.mavlink *.mcap *.bin *.raw);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>No recordings yet</source>
+        <translation>Noch keine Aufzeichnungen</translation>
+    </message>
+    <message>
+        <source>Record</source>
+        <translation>Aufzeichnen</translation>
+    </message>
+    <message>
+        <source>MAVLink recordings (*.tlog)</source>
+        <translation>MAVLink-Aufzeichnungen (*.tlog)</translation>
+    </message>
+    <message>
+        <source>MCAP recordings (*.mcap)</source>
+        <translation>MCAP-Aufzeichnungen (*.mcap)</translation>
+    </message>
+    <message>
+        <source>Load Definitions</source>
+        <translation>Definitionen laden</translation>
+    </message>
+    <message>
+        <source>MAVLink dialects (*.xml);;All files (*)</source>
+        <translation>MAVLink-Dialekte (*.xml);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>The definitions are used from here on, also for what is open.</source>
+        <translation>Die Definitionen gelten von hier an, auch für das, was geöffnet ist.</translation>
     </message>
 </context>
 <context>
@@ -658,144 +801,12 @@
         <translation>Corvel Monitor</translation>
     </message>
     <message>
-        <source>The definitions could not be loaded.</source>
-        <translation>Die Definitionen konnten nicht geladen werden.</translation>
-    </message>
-    <message>
-        <source>The annotations have faults; the rest of them is used.</source>
-        <translation>Die Anmerkungen enthalten Fehler; der Rest davon wird verwendet.</translation>
-    </message>
-    <message>
         <source>%1 – Corvel Monitor</source>
         <translation>%1 – Corvel Monitor</translation>
     </message>
     <message>
-        <source>Nothing is open</source>
-        <translation>Nichts geöffnet</translation>
-    </message>
-    <message>
-        <source>%1: %2</source>
-        <translation>%1: %2</translation>
-    </message>
-    <message>
-        <source>Tick a message type in the list to see its fields here, or add all of them from the tool bar.</source>
-        <translation>Einen Nachrichtentyp in der Liste anhaken, um hier seine Felder zu sehen, oder alle über die Werkzeugleiste hinzufügen.</translation>
-    </message>
-    <message>
-        <source>Looking through %1: %2 % are done. Close the source to cancel.</source>
-        <translation>%1 wird durchgesehen: %2 % sind erledigt. Zum Abbrechen die Quelle schließen.</translation>
-    </message>
-    <message>
-        <source>Waiting for messages from %1 ...</source>
-        <translation>Warten auf Nachrichten von %1 ...</translation>
-    </message>
-    <message>
-        <source>Message tree</source>
-        <translation>Nachrichtenbaum</translation>
-    </message>
-    <message>
-        <source>Message types</source>
-        <translation>Nachrichtentypen</translation>
-    </message>
-    <message>
-        <source>Watches</source>
-        <translation>Beobachtungen</translation>
-    </message>
-    <message>
-        <source>Message Types</source>
-        <translation>Nachrichtentypen</translation>
-    </message>
-    <message>
-        <source>Forms</source>
-        <translation>Formulare</translation>
-    </message>
-    <message>
-        <source>Message statistics</source>
-        <translation>Nachrichtenstatistik</translation>
-    </message>
-    <message>
-        <source>Statistics</source>
-        <translation>Statistik</translation>
-    </message>
-    <message>
-        <source>Events</source>
-        <translation>Ereignisse</translation>
-    </message>
-    <message>
-        <source>Last problem</source>
-        <translation>Letztes Problem</translation>
-    </message>
-    <message>
-        <source>&amp;File</source>
-        <translation>&amp;Datei</translation>
-    </message>
-    <message>
-        <source>&amp;Open Recording...</source>
-        <translation>&amp;Aufzeichnung öffnen ...</translation>
-    </message>
-    <message>
-        <source>Open &amp;Recent</source>
-        <translation>Z&amp;uletzt geöffnet</translation>
-    </message>
-    <message>
-        <source>&amp;Simulated Vehicle</source>
-        <translation>&amp;Simuliertes Fahrzeug</translation>
-    </message>
-    <message>
-        <source>Load &amp;Definitions...</source>
-        <translation>Definitionen &amp;laden ...</translation>
-    </message>
-    <message>
-        <source>Save &amp;Events as CSV...</source>
-        <translation>&amp;Ereignisse als CSV speichern ...</translation>
-    </message>
-    <message>
-        <source>&amp;Clear Events</source>
-        <translation>Ereignisse lös&amp;chen</translation>
-    </message>
-    <message>
         <source>&amp;Quit</source>
         <translation>&amp;Beenden</translation>
-    </message>
-    <message>
-        <source>&amp;Add All Types</source>
-        <translation>&amp;Alle Typen hinzufügen</translation>
-    </message>
-    <message>
-        <source>Ctrl+Shift+A</source>
-        <translation>Ctrl+Shift+A</translation>
-    </message>
-    <message>
-        <source>&amp;Remove All Types</source>
-        <translation>Alle Typen &amp;entfernen</translation>
-    </message>
-    <message>
-        <source>Add &amp;New Types Automatically</source>
-        <translation>Neue T&amp;ypen automatisch hinzufügen</translation>
-    </message>
-    <message>
-        <source>&amp;Collapse All</source>
-        <translation>Alles &amp;zuklappen</translation>
-    </message>
-    <message>
-        <source>&amp;Expand All</source>
-        <translation>Alles au&amp;fklappen</translation>
-    </message>
-    <message>
-        <source>&amp;Virtual Fields</source>
-        <translation>&amp;Virtuelle Felder</translation>
-    </message>
-    <message>
-        <source>&amp;Primary Fields Only</source>
-        <translation>Nur &amp;primäre Felder</translation>
-    </message>
-    <message>
-        <source>Con&amp;fidential Data</source>
-        <translation>Vertrau&amp;liche Daten</translation>
-    </message>
-    <message>
-        <source>Show fields that are marked as confidential</source>
-        <translation>Felder zeigen, die als vertraulich gekennzeichnet sind</translation>
     </message>
     <message>
         <source>&amp;Tree</source>
@@ -806,60 +817,8 @@
         <translation>&amp;Ansicht</translation>
     </message>
     <message>
-        <source>&amp;Columns</source>
-        <translation>&amp;Spalten</translation>
-    </message>
-    <message>
         <source>Tree</source>
         <translation>Baum</translation>
-    </message>
-    <message>
-        <source>All senders</source>
-        <translation>Alle Sender</translation>
-    </message>
-    <message>
-        <source>Sender shown</source>
-        <translation>Gezeigter Sender</translation>
-    </message>
-    <message>
-        <source>Whose messages the tree, the forms and the values show</source>
-        <translation>Wessen Nachrichten Baum, Formulare und Werte zeigen</translation>
-    </message>
-    <message>
-        <source>Save Events</source>
-        <translation>Ereignisse speichern</translation>
-    </message>
-    <message>
-        <source>Comma-separated values (*.csv);;All files (*)</source>
-        <translation>Kommagetrennte Werte (*.csv);;Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>%1 cannot be written: %2</source>
-        <translation>%1 kann nicht geschrieben werden: %2</translation>
-    </message>
-    <message>
-        <source>No recordings yet</source>
-        <translation>Noch keine Aufzeichnungen</translation>
-    </message>
-    <message>
-        <source>Load Definitions</source>
-        <translation>Definitionen laden</translation>
-    </message>
-    <message>
-        <source>MAVLink dialects (*.xml);;All files (*)</source>
-        <translation>MAVLink-Dialekte (*.xml);;Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>%1 sources</source>
-        <translation>%1 Quellen</translation>
-    </message>
-    <message>
-        <source>%1 sources – Corvel Monitor</source>
-        <translation>%1 Quellen – Corvel Monitor</translation>
-    </message>
-    <message>
-        <source>%1 messages   %2 /s   %3 kB/s   %4 not displayed   %5 checksum failures</source>
-        <translation>%1 Nachrichten   %2 /s   %3 kB/s   %4 nicht angezeigt   %5 Prüfsummenfehler</translation>
     </message>
     <message>
         <source>Pause &amp;Views</source>
@@ -874,128 +833,12 @@
         <translation>Ansichten stillstehen lassen, während weiter gezählt und aufgezeichnet wird, was ankommt (F8)</translation>
     </message>
     <message>
-        <source>Double-click an event, or press Return, to go to its time in the recording</source>
-        <translation>Ein Ereignis doppelklicken oder die Eingabetaste drücken, um in der Aufzeichnung zu seiner Zeit zu springen</translation>
-    </message>
-    <message>
         <source>&amp;Playback</source>
         <translation>&amp;Wiedergabe</translation>
     </message>
     <message>
-        <source>No recording that is open has this time.</source>
-        <translation>Keine geöffnete Aufzeichnung enthält diese Zeit.</translation>
-    </message>
-    <message>
-        <source>Paused views</source>
-        <translation>Ansichten angehalten</translation>
-    </message>
-    <message>
-        <source>Sources</source>
-        <translation>Quellen</translation>
-    </message>
-    <message>
-        <source>Plot</source>
-        <translation>Verlauf</translation>
-    </message>
-    <message>
-        <source>Message types appear here as they are received.</source>
-        <translation>Nachrichtentypen erscheinen hier, sobald sie empfangen werden.</translation>
-    </message>
-    <message>
-        <source>Connect to a device, or drop a recording on the window.</source>
-        <translation>Mit einem Gerät verbinden oder eine Aufzeichnung auf dem Fenster ablegen.</translation>
-    </message>
-    <message>
-        <source>How often and how regularly messages come is told here once some were received.</source>
-        <translation>Wie oft und wie regelmäßig Nachrichten kommen, steht hier, sobald welche empfangen wurden.</translation>
-    </message>
-    <message>
-        <source>Nothing happened yet: losses, checksum failures and changes of sources appear here.</source>
-        <translation>Noch ist nichts geschehen: Verluste, Prüfsummenfehler und Änderungen der Quellen erscheinen hier.</translation>
-    </message>
-    <message>
-        <source>Co&amp;nnect...</source>
-        <translation>&amp;Verbinden ...</translation>
-    </message>
-    <message>
-        <source>Ctrl+K</source>
-        <translation>Ctrl+K</translation>
-    </message>
-    <message>
-        <source>&amp;Record...</source>
-        <translation>Auf&amp;zeichnen ...</translation>
-    </message>
-    <message>
-        <source>Ctrl+R</source>
-        <translation>Ctrl+R</translation>
-    </message>
-    <message>
-        <source>S&amp;top Recording</source>
-        <translation>Aufzeichnung sto&amp;ppen</translation>
-    </message>
-    <message>
-        <source>C&amp;lose Source</source>
-        <translation>&amp;Quelle schließen</translation>
-    </message>
-    <message>
-        <source>Ctrl+W</source>
-        <translation>Ctrl+W</translation>
-    </message>
-    <message>
-        <source>Save S&amp;tatistics as CSV...</source>
-        <translation>S&amp;tatistik als CSV speichern ...</translation>
-    </message>
-    <message>
         <source>&amp;Edit</source>
         <translation>&amp;Bearbeiten</translation>
-    </message>
-    <message>
-        <source>Open Recordings</source>
-        <translation>Aufzeichnungen öffnen</translation>
-    </message>
-    <message>
-        <source>Recordings (*.tlog *.mavlink *.mcap *.bin *.raw);;All files (*)</source>
-        <translation>Aufzeichnungen (*.tlog *.mavlink *.mcap *.bin *.raw);;Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>Save Statistics</source>
-        <translation>Statistik speichern</translation>
-    </message>
-    <message>
-        <source>Record</source>
-        <translation>Aufzeichnen</translation>
-    </message>
-    <message>
-        <source>MAVLink recordings (*.tlog)</source>
-        <translation>MAVLink-Aufzeichnungen (*.tlog)</translation>
-    </message>
-    <message>
-        <source>MCAP recordings (*.mcap)</source>
-        <translation>MCAP-Aufzeichnungen (*.mcap)</translation>
-    </message>
-    <message>
-        <source>The definitions are used from here on, also for what is open.</source>
-        <translation>Die Definitionen gelten von hier an, auch für das, was geöffnet ist.</translation>
-    </message>
-    <message>
-        <source>%1 sources, %2 recorded</source>
-        <translation>%1 Quellen, %2 mit Aufzeichnung</translation>
-    </message>
-    <message>
-        <source>Open a recording (Ctrl+O), connect to a device (Ctrl+K), or drop a recording here.</source>
-        <translation>Eine Aufzeichnung öffnen (Strg+O), mit einem Gerät verbinden (Strg+K) oder eine Aufzeichnung hier ablegen.</translation>
-    </message>
-    <message>
-        <source>Nothing matches what is searched for; Esc shows everything again.</source>
-        <translation>Nichts entspricht der Suche; Esc zeigt wieder alles.</translation>
-    </message>
-    <message>
-        <source>The views are paused. What arrives is counted and recorded all the same.</source>
-        <translation>Die Ansichten sind angehalten. Was ankommt, wird trotzdem gezählt und aufgezeichnet.</translation>
-    </message>
-    <message>
-        <source>Resume (%1)</source>
-        <translation>Fortsetzen (%1)</translation>
     </message>
     <message>
         <source>&amp;Help</source>
@@ -1020,6 +863,14 @@ Shows what a device says: every field of every message type, live; how regularly
         <translation>Corvel Monitor %1
 
 Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmäßig Nachrichten kommen; was fehlte, was schiefging und wann.</translation>
+    </message>
+    <message>
+        <source>&amp;Settings...</source>
+        <translation>&amp;Einstellungen ...</translation>
+    </message>
+    <message>
+        <source>Ctrl+,</source>
+        <translation>Ctrl+,</translation>
     </message>
 </context>
 <context>
@@ -1304,6 +1155,56 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
 </context>
 <context>
+    <name>Opener</name>
+    <message>
+        <source>The annotations have faults; the rest of them is used.</source>
+        <translation>Die Anmerkungen enthalten Fehler; der Rest davon wird verwendet.</translation>
+    </message>
+    <message>
+        <source>The definitions could not be loaded.</source>
+        <translation>Die Definitionen konnten nicht geladen werden.</translation>
+    </message>
+</context>
+<context>
+    <name>Panel</name>
+    <message>
+        <source>Message Tree</source>
+        <translation>Nachrichtenbaum</translation>
+    </message>
+    <message>
+        <source>Watches</source>
+        <translation>Beobachtungen</translation>
+    </message>
+    <message>
+        <source>Sources</source>
+        <translation>Quellen</translation>
+    </message>
+    <message>
+        <source>Message Types</source>
+        <translation>Nachrichtentypen</translation>
+    </message>
+    <message>
+        <source>Forms</source>
+        <translation>Formulare</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistik</translation>
+    </message>
+    <message>
+        <source>Events</source>
+        <translation>Ereignisse</translation>
+    </message>
+    <message>
+        <source>Plot</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Playback</source>
+        <translation>Wiedergabe</translation>
+    </message>
+</context>
+<context>
     <name>PathExpression</name>
     <message>
         <source>character %1: %2</source>
@@ -1407,6 +1308,21 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
 </context>
 <context>
+    <name>PauseBanner</name>
+    <message>
+        <source>The views are paused. What arrives is counted and recorded all the same.</source>
+        <translation>Die Ansichten sind angehalten. Was ankommt, wird trotzdem gezählt und aufgezeichnet.</translation>
+    </message>
+    <message>
+        <source>Paused views</source>
+        <translation>Ansichten angehalten</translation>
+    </message>
+    <message>
+        <source>Resume (%1)</source>
+        <translation>Fortsetzen (%1)</translation>
+    </message>
+</context>
+<context>
     <name>PinnedTypes</name>
     <message>
         <source>pinned</source>
@@ -1415,10 +1331,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
 </context>
 <context>
     <name>PlaybackBar</name>
-    <message>
-        <source>Playback</source>
-        <translation>Wiedergabe</translation>
-    </message>
     <message>
         <source>&amp;Play or Pause</source>
         <translation>&amp;Abspielen oder anhalten</translation>
@@ -1628,14 +1540,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>Werte speichern</translation>
     </message>
     <message>
-        <source>Comma-separated values (*.csv);;All files (*)</source>
-        <translation>Kommagetrennte Werte (*.csv);;Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>%1 cannot be written: %2</source>
-        <translation>%1 kann nicht geschrieben werden: %2</translation>
-    </message>
-    <message>
         <source>Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L).</source>
         <translation>Eine Zahl aus dem Nachrichtenbaum hierher ziehen oder in ihrem Kontextmenü „Im Verlauf zeigen“ wählen (Strg+L).</translation>
     </message>
@@ -1646,6 +1550,22 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Save the plot as a picture, or its values</source>
         <translation>Den Verlauf als Bild speichern oder seine Werte</translation>
+    </message>
+    <message>
+        <source>P&amp;lot</source>
+        <translation>Im &amp;Verlauf zeigen</translation>
+    </message>
+    <message>
+        <source>Ctrl+L</source>
+        <translation>Ctrl+L</translation>
+    </message>
+    <message>
+        <source>Only numbers can be plotted.</source>
+        <translation>Nur Zahlen können im Verlauf gezeigt werden.</translation>
+    </message>
+    <message>
+        <source>%1 is plotted as soon as a source has it.</source>
+        <translation>%1 wird gezeichnet, sobald eine Quelle es hat.</translation>
     </message>
 </context>
 <context>
@@ -2213,6 +2133,21 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     </message>
 </context>
 <context>
+    <name>SenderChoice</name>
+    <message>
+        <source>All senders</source>
+        <translation>Alle Sender</translation>
+    </message>
+    <message>
+        <source>Sender shown</source>
+        <translation>Gezeigter Sender</translation>
+    </message>
+    <message>
+        <source>Whose messages the tree, the forms and the values show</source>
+        <translation>Wessen Nachrichten Baum, Formulare und Werte zeigen</translation>
+    </message>
+</context>
+<context>
     <name>SettingsFile</name>
     <message>
         <source>The settings were damaged. They were put aside as %1, and the program starts with its defaults.</source>
@@ -2348,6 +2283,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>Write down what arrives, byte for byte</source>
         <translation>Byte für Byte aufzeichnen, was ankommt</translation>
     </message>
+    <message>
+        <source>Connect to a device, or drop a recording on the window.</source>
+        <translation>Mit einem Gerät verbinden oder eine Aufzeichnung auf dem Fenster ablegen.</translation>
+    </message>
 </context>
 <context>
     <name>SourceSession</name>
@@ -2422,6 +2361,52 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     </message>
 </context>
 <context>
+    <name>StatisticsPanel</name>
+    <message>
+        <source>Message statistics</source>
+        <translation>Nachrichtenstatistik</translation>
+    </message>
+    <message>
+        <source>How often and how regularly messages come is told here once some were received.</source>
+        <translation>Wie oft und wie regelmäßig Nachrichten kommen, steht hier, sobald welche empfangen wurden.</translation>
+    </message>
+    <message>
+        <source>Save S&amp;tatistics as CSV...</source>
+        <translation>S&amp;tatistik als CSV speichern ...</translation>
+    </message>
+    <message>
+        <source>Save Statistics</source>
+        <translation>Statistik speichern</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
+    <message>
+        <source>Last problem</source>
+        <translation>Letztes Problem</translation>
+    </message>
+    <message>
+        <source>%1 sources</source>
+        <translation>%1 Quellen</translation>
+    </message>
+    <message>
+        <source>Nothing is open</source>
+        <translation>Nichts geöffnet</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 sources, %2 recorded</source>
+        <translation>%1 Quellen, %2 mit Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>%1 messages   %2 /s   %3 kB/s   %4 not displayed   %5 checksum failures</source>
+        <translation>%1 Nachrichten   %2 /s   %3 kB/s   %4 nicht angezeigt   %5 Prüfsummenfehler</translation>
+    </message>
+</context>
+<context>
     <name>StreamSource</name>
     <message>
         <source>%1 at byte %2: %3</source>
@@ -2463,18 +2448,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Ctrl+J</translation>
     </message>
     <message>
-        <source>&amp;Watch</source>
-        <translation>&amp;Beobachten</translation>
-    </message>
-    <message>
-        <source>Ctrl+Shift+W</source>
-        <translation>Ctrl+Shift+W</translation>
-    </message>
-    <message>
-        <source>P&amp;lot</source>
-        <translation>Im &amp;Verlauf zeigen</translation>
-    </message>
-    <message>
         <source>Pi&amp;n</source>
         <translation>A&amp;nheften</translation>
     </message>
@@ -2498,28 +2471,86 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>Copied: %1</source>
         <translation>Kopiert: %1</translation>
     </message>
+</context>
+<context>
+    <name>TreeHint</name>
     <message>
-        <source>Only numbers can be plotted.</source>
-        <translation>Nur Zahlen können im Verlauf gezeigt werden.</translation>
+        <source>Nothing matches what is searched for; Esc shows everything again.</source>
+        <translation>Nichts entspricht der Suche; Esc zeigt wieder alles.</translation>
     </message>
     <message>
-        <source>Ctrl+L</source>
-        <translation>Ctrl+L</translation>
+        <source>Tick a message type in the list to see its fields here, or add all of them from the tool bar.</source>
+        <translation>Einen Nachrichtentyp in der Liste anhaken, um hier seine Felder zu sehen, oder alle über die Werkzeugleiste hinzufügen.</translation>
+    </message>
+    <message>
+        <source>Open a recording (Ctrl+O), connect to a device (Ctrl+K), or drop a recording here.</source>
+        <translation>Eine Aufzeichnung öffnen (Strg+O), mit einem Gerät verbinden (Strg+K) oder eine Aufzeichnung hier ablegen.</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Waiting for messages from %1 ...</source>
+        <translation>Warten auf Nachrichten von %1 ...</translation>
+    </message>
+    <message>
+        <source>Looking through %1: %2 % are done. Close the source to cancel.</source>
+        <translation>%1 wird durchgesehen: %2 % sind erledigt. Zum Abbrechen die Quelle schließen.</translation>
     </message>
 </context>
 <context>
-    <name>TreeTools</name>
+    <name>TreePanel</name>
     <message>
-        <source>&amp;Settings...</source>
-        <translation>&amp;Einstellungen ...</translation>
+        <source>Message tree</source>
+        <translation>Nachrichtenbaum</translation>
     </message>
     <message>
-        <source>Ctrl+,</source>
-        <translation>Ctrl+,</translation>
+        <source>&amp;Add All Types</source>
+        <translation>&amp;Alle Typen hinzufügen</translation>
     </message>
     <message>
-        <source>%1 is plotted as soon as a source has it.</source>
-        <translation>%1 wird gezeichnet, sobald eine Quelle es hat.</translation>
+        <source>Ctrl+Shift+A</source>
+        <translation>Ctrl+Shift+A</translation>
+    </message>
+    <message>
+        <source>&amp;Remove All Types</source>
+        <translation>Alle Typen &amp;entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Collapse All</source>
+        <translation>Alles &amp;zuklappen</translation>
+    </message>
+    <message>
+        <source>&amp;Expand All</source>
+        <translation>Alles au&amp;fklappen</translation>
+    </message>
+    <message>
+        <source>Add &amp;New Types Automatically</source>
+        <translation>Neue T&amp;ypen automatisch hinzufügen</translation>
+    </message>
+    <message>
+        <source>&amp;Virtual Fields</source>
+        <translation>&amp;Virtuelle Felder</translation>
+    </message>
+    <message>
+        <source>&amp;Primary Fields Only</source>
+        <translation>Nur &amp;primäre Felder</translation>
+    </message>
+    <message>
+        <source>&amp;Columns</source>
+        <translation>&amp;Spalten</translation>
+    </message>
+</context>
+<context>
+    <name>TypePanel</name>
+    <message>
+        <source>Message types</source>
+        <translation>Nachrichtentypen</translation>
+    </message>
+    <message>
+        <source>Message types appear here as they are received.</source>
+        <translation>Nachrichtentypen erscheinen hier, sobald sie empfangen werden.</translation>
     </message>
 </context>
 <context>
@@ -2551,6 +2582,17 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>&amp;Name of %1:</source>
         <translation>&amp;Name von %1:</translation>
+    </message>
+</context>
+<context>
+    <name>WatchBar</name>
+    <message>
+        <source>&amp;Watch</source>
+        <translation>&amp;Beobachten</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+W</source>
+        <translation>Ctrl+Shift+W</translation>
     </message>
 </context>
 <context>

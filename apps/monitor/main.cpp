@@ -5,8 +5,8 @@
 #include "settingsfile.h"
 #include "sourcemodel.h"
 #include "theme.h"
-#include "treetools.h"
-#include "watchbar.h"
+#include "treepanel.h"
+#include "typepanel.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -64,7 +64,7 @@ int main(int argc, char** argv)
     const bool forPicture = !options.screenshot.isEmpty();
     window.setPlayback(options.playback);
     window.setSourceDefinitions(options.source);
-    window.showFormsWhenSeen(options.forms);
+    window.getPanels().find<TypePanel>()->chooseWhenSeen(options.forms);
     bool opened = options.dialect.isEmpty() || window.loadDialect(options.dialect, options.annotations);
     if (options.dialect.isEmpty() && !options.annotations.isEmpty())
         window.loadAnnotations(options.annotations);
@@ -80,9 +80,9 @@ int main(int argc, char** argv)
     if (options.hasTheme)
         Theme::apply(options.theme);
     for (const QString& expression : options.watches)
-        window.getWatches()->pin(expression);
+        window.getDesk()->wish(QLatin1String("watch"), expression);
     for (const QString& expression : options.plots)
-        window.getTreeTools()->plot(expression);
+        window.getDesk()->wish(QLatin1String("plot"), expression);
     opened = opened && window.openAll(options.inputs);
     if (opened && options.inputs.isEmpty())
         window.openSimulation(true);
@@ -100,7 +100,7 @@ int main(int argc, char** argv)
     }
     window.show();
     if (!options.find.isEmpty())
-        window.getTreeTools()->getFindBar()->find(options.find);
+        window.getPanels().find<TreePanel>()->getFindBar()->find(options.find);
     if (forPicture) {
         QTimer::singleShot(int(options.after * 1000), &window,
                            [&]() { savePictureAndQuit(&window, options.screenshot); });

@@ -6,16 +6,12 @@
 #include "connectdialog.h"
 #include "findbar.h"
 #include "language.h"
-#include "mainwindow.h"
 #include "messagetreewidget.h"
-#include "plotpanel.h"
 #include "plotseries.h"
 #include "preferencesdialog.h"
-#include "sourcemodel.h"
+#include "testwindow.h"
 #include "theme.h"
-#include "treetools.h"
 #include "waitfor.h"
-#include "watchbar.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -47,9 +43,9 @@ public:
 private:
     // Waits for what is never sure to come in time on a busy computer, too.
     void wait(const std::function<bool()>& condition) { m_isGood = waitFor(condition, 30000) && m_isGood; }
-    void show(MainWindow* window);
-    void showSimulation(MainWindow* window);
-    void save(const MainWindow& window, const QString& name);
+    void show(TestWindow* window);
+    void showSimulation(TestWindow* window);
+    void save(const TestWindow& window, const QString& name);
 
     void makeEmpty();
     void makePaused();
@@ -67,18 +63,18 @@ private:
     bool m_isGood = true;
 };
 
-void Pictures::show(MainWindow* window)
+void Pictures::show(TestWindow* window)
 {
     Preferences preferences;
     preferences.theme = m_theme;
     preferences.decimals = 3;
-    window->getTreeTools()->setPreferences(preferences);
+    window->getDesk()->setPreferences(preferences);
     window->resize(1280, 800);
     window->show();
     QCoreApplication::processEvents();
 }
 
-void Pictures::showSimulation(MainWindow* window)
+void Pictures::showSimulation(TestWindow* window)
 {
     show(window);
     window->openSimulation();
@@ -86,10 +82,10 @@ void Pictures::showSimulation(MainWindow* window)
 }
 
 // The window with what lies on it. Without a screen, each window can be painted only by itself.
-void Pictures::save(const MainWindow& window, const QString& name)
+void Pictures::save(const TestWindow& window, const QString& name)
 {
     QCoreApplication::processEvents();
-    QPixmap picture = const_cast<MainWindow&>(window).grab();
+    QPixmap picture = const_cast<TestWindow&>(window).grab();
     QPainter painter(&picture);
     const QWidgetList others = QApplication::topLevelWidgets();
     for (QWidget* other : others) {
@@ -108,14 +104,14 @@ void Pictures::save(const MainWindow& window, const QString& name)
 
 void Pictures::makeEmpty()
 {
-    MainWindow window;
+    TestWindow window;
     show(&window);
     save(window, QStringLiteral("empty"));
 }
 
 void Pictures::makePaused()
 {
-    MainWindow window;
+    TestWindow window;
     showSimulation(&window);
     window.getWatches()->pin(QStringLiteral("*/VFR_HUD/alt"));
     wait([&]() { return window.getSources()->getMessageRate() > 0; });
@@ -125,7 +121,7 @@ void Pictures::makePaused()
 
 void Pictures::makeRecording()
 {
-    MainWindow window;
+    TestWindow window;
     showSimulation(&window);
     window.openAddress(m_recording);
     window.openAddress(QStringLiteral("tcp:127.0.0.1:1")); // where nobody listens
@@ -143,7 +139,7 @@ void Pictures::makeConnect()
     m_isGood = schema.open(QIODevice::WriteOnly) && m_isGood;
     schema.write("syntax = \"proto3\";\nmessage Car { strin name = 1; }\n");
     schema.close();
-    MainWindow window;
+    TestWindow window;
     show(&window);
     SourceFactory factory;
     ConnectDialog dialog(
@@ -158,9 +154,9 @@ void Pictures::makeConnect()
 
 void Pictures::makeSettings()
 {
-    MainWindow window;
+    TestWindow window;
     showSimulation(&window);
-    window.getTreeTools()->showPreferences();
+    window.showPreferences();
     QDialog* const dialog = window.findChild<PreferencesDialog*>();
     const QList<QCheckBox*> boxes = dialog->findChildren<QCheckBox*>();
     for (QCheckBox* box : boxes)
@@ -171,9 +167,9 @@ void Pictures::makeSettings()
 
 void Pictures::makeFound()
 {
-    MainWindow window;
+    TestWindow window;
     showSimulation(&window);
-    window.getTreeTools()->getFindBar()->find(QStringLiteral("xyzzy"));
+    window.find<TreePanel>()->getFindBar()->find(QStringLiteral("xyzzy"));
     QElapsedTimer sinceThen; // the window looks four times a second
     sinceThen.start();
     wait([&]() { return sinceThen.elapsed() > 600; });
@@ -182,7 +178,7 @@ void Pictures::makeFound()
 
 void Pictures::makeToolTip()
 {
-    MainWindow window;
+    TestWindow window;
     showSimulation(&window);
     MessageTreeWidget* const tree = window.getTree();
     const QList<QTreeWidgetItem*> found = tree->findItems(QStringLiteral("base_mode"), Qt::MatchRecursive);
@@ -201,19 +197,19 @@ void Pictures::makeToolTip()
 // Many units in little room, in colours that the window did not begin with.
 void Pictures::makePlot()
 {
-    MainWindow window;
+    TestWindow window;
     const Theme::Kind theme = m_theme;
     m_theme = theme == Theme::Dark ? Theme::Light : Theme::Dark;
     showSimulation(&window);
-    PlotPanel* const panel = window.getTreeTools()->getPlot();
+    PlotPanel* const panel = window.getPlot();
     for (const char* field : {"ATTITUDE/roll", "VFR_HUD/alt", "VFR_HUD/airspeed", "SYS_STATUS/voltage_battery"})
-        window.getTreeTools()->plot(QLatin1String("*/") + QLatin1String(field));
+        window.getPlot()->plot(QLatin1String("*/") + QLatin1String(field));
     window.findChild<QDockWidget*>(QStringLiteral("plot"))->raise();
     wait([&]() { return panel->getSeries().front()->getMessageCount() > 100; });
     m_theme = theme;
-    Preferences preferences = window.getTreeTools()->getPreferences();
+    Preferences preferences = window.getDesk()->getPreferences();
     preferences.theme = theme;
-    window.getTreeTools()->setPreferences(preferences);
+    window.getDesk()->setPreferences(preferences);
     panel->refresh();
     save(window, QStringLiteral("plot-narrow"));
 }

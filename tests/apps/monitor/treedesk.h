@@ -1,22 +1,20 @@
 #ifndef TREEDESK_H
 #define TREEDESK_H
 
+#include "desk.h"
 #include "flagfieldinfo.h"
 #include "formatinfo.h"
 #include "formatregistry.h"
-#include "latestmessagesource.h"
-#include "messagetap.h"
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
+#include "panelset.h"
 #include "pinnedtypes.h"
 #include "plotpanel.h"
 #include "testformat.h"
-#include "treetools.h"
+#include "treepanel.h"
 
-#include <memory>
-
-/** A message tree with all its tools, and messages that are simply set. */
-struct TreeDesk
+/** A desk with the message tree and the plot, and messages that are simply set. */
+struct TreeDesk : Desk
 {
     TreeDesk()
         : format("desk")
@@ -29,6 +27,10 @@ struct TreeDesk
         , point("Point", false)
         , x(new TestFieldInfo("x"))
         , place(nullptr)
+        , panels(this, rows())
+        , panel(*panels.find<TreePanel>())
+        , plot(*panels.find<PlotPanel>())
+        , tree(*panel.getTree())
     {
         speed->setUnit("m/s");
         speed->setDescription("Speed over <ground>");
@@ -44,26 +46,27 @@ struct TreeDesk
         format.addMessageInfo(battery);
         FormatRegistry::getInstance()->addFormat(&format);
         tree.setColumns({MessageTreeWidget::NameColumn, MessageTreeWidget::ValueColumn});
-        QObject::connect(&latest, SIGNAL(newMessage(const Message*)), &tree, SLOT(processMessage(const Message*)));
-        tools.reset(new TreeTools(&tree, &latest, &tap));
-        pane.reset(tools->createTreePane());
         add(battery);
         add(nav);
-        pane->resize(600, 500);
-        pane->show();
+        panel.getWidget()->resize(600, 500);
+        panel.getWidget()->show();
     }
 
-    ~TreeDesk()
+    ~TreeDesk() override { FormatRegistry::getInstance()->removeFormat(&format); }
+
+    static QVector<PanelRow> rows()
     {
-        FormatRegistry::getInstance()->removeFormat(&format);
-        tree.setParent(nullptr); // no child of the pane any more, but of this desk
-        delete tools->getPlot();
+        QVector<PanelRow> rows;
+        for (const PanelRow& row : getPanelTable())
+            if (QString(row.id) == "tree" || QString(row.id) == "plot")
+                rows.append(row);
+        return rows;
     }
 
     MessageTreeWidgetItem* add(const MessageInfo* info)
     {
         auto* const row = new MessageTreeWidgetItem(&tree, info);
-        tree.insertTopLevelItem(tools->getPins()->placeFor(info), row);
+        tree.insertTopLevelItem(panel.getPins()->placeFor(info), row);
         row->configureInTreeWidget();
         return row;
     }
@@ -83,8 +86,8 @@ struct TreeDesk
     {
         const MessageReference reference = MessageReference::adopt(message);
         message->setTime(milliseconds * 1000);
-        Q_EMIT latest.newMessage(message);
-        Q_EMIT tap.newMessage(message);
+        Q_EMIT getLatest()->newMessage(message);
+        getTap()->deliver(message);
     }
 
     void sendCells(int count)
@@ -134,11 +137,10 @@ struct TreeDesk
     MessageInfo point;
     TestFieldInfo* x;
     TestFieldInfo* place;
-    MessageTap tap;
-    LatestMessageSource latest;
-    MessageTreeWidget tree;
-    std::unique_ptr<TreeTools> tools;
-    std::unique_ptr<QWidget> pane;
+    PanelSet panels;
+    TreePanel& panel;
+    PlotPanel& plot;
+    MessageTreeWidget& tree;
 };
 
 #endif

@@ -2,7 +2,6 @@
 #include "formatinfo.h"
 #include "formatregistry.h"
 #include "latestmessagesource.h"
-#include "mainwindow.h"
 #include "messageneed.h"
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
@@ -11,9 +10,9 @@
 #include "settingsfile.h"
 #include "testbase.h"
 #include "testformat.h"
+#include "testwindow.h"
 #include "waitfor.h"
 #include "watch.h"
-#include "watchbar.h"
 #include "watcheditor.h"
 
 #include <QAbstractItemView>
@@ -72,8 +71,8 @@ static void closeMessageBoxes(QWidget* window)
 
 void tst_monitor::aSimulatedVehicleFillsTheViews()
 {
-    MainWindow window;
-    window.showFormsWhenSeen({"ATTITUDE"});
+    TestWindow window;
+    window.find<TypePanel>()->chooseWhenSeen({"ATTITUDE"});
     window.show();
     window.openSimulation();
     QVERIFY(waitFor([&]() { return window.getTree()->topLevelItemCount() >= 10; }, 30000));
@@ -93,7 +92,7 @@ void tst_monitor::aSimulatedVehicleFillsTheViews()
 
 void tst_monitor::typesComeAndGoWithTheirTicks()
 {
-    MainWindow window;
+    TestWindow window;
     window.show();
     window.openSimulation();
     QVERIFY(waitFor([&]() { return findItem(window.getTree(), "ATTITUDE"); }, 30000));
@@ -117,7 +116,7 @@ void tst_monitor::typesComeAndGoWithTheirTicks()
 
 void tst_monitor::watchesFollowTheirExpressions()
 {
-    MainWindow window;
+    TestWindow window;
     window.show();
     WatchBar* bar = window.getWatches();
     bar->pin("corvel/ATTITUDE/roll", "bank");
@@ -190,14 +189,14 @@ void tst_monitor::aRestartFindsThingsAsTheyWere()
     QTemporaryDir folder;
     const QString path = folder.filePath("monitor.ini");
     {
-        MainWindow window;
+        TestWindow window;
         QSettings settings(path, QSettings::IniFormat);
         window.getTree()->setColumns(QVector<MessageTreeWidget::ColumnType>()
                                      << MessageTreeWidget::NameColumn << MessageTreeWidget::RawValueColumn);
         window.getWatches()->pin("corvel/ATTITUDE/yaw", "heading");
         window.saveSettings(settings);
     }
-    MainWindow window;
+    TestWindow window;
     QString problem;
     const std::unique_ptr<QSettings> settings = SettingsFile::open(path, &problem);
     QCOMPARE(problem, QString());
@@ -234,7 +233,7 @@ void tst_monitor::whatCannotBeOpenedLeavesWhatIsShown()
     QVERIFY(noise.open(QIODevice::WriteOnly));
     noise.write("This is a letter and no recording at all.");
     noise.close();
-    MainWindow window;
+    TestWindow window;
     window.show();
     window.openSimulation();
     QVERIFY(waitFor([&]() { return findItem(window.getTree(), "ATTITUDE"); }, 30000));

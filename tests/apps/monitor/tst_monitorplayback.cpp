@@ -1,21 +1,16 @@
 #include "corvel.h"
 #include "eventlogtablewidget.h"
 #include "fieldvaluelabel.h"
-#include "latestmessagesource.h"
-#include "mainwindow.h"
 #include "mavlinkdialect.h"
 #include "mavlinkencoder.h"
 #include "messageinfo.h"
 #include "messagetreewidget.h"
 #include "messagewidget.h"
-#include "plotpanel.h"
 #include "plotseries.h"
-#include "sourcemodel.h"
 #include "testbase.h"
-#include "treetools.h"
+#include "testwindow.h"
 #include "waitfor.h"
 #include "watch.h"
-#include "watchbar.h"
 
 #include <QComboBox>
 #include <QMessageBox>
@@ -42,7 +37,7 @@ private Q_SLOTS:
 private:
     QByteArray record(quint32 id, int second, const char* field, double value) const;
     QString writeFile(const QString& name, const QByteArray& bytes) const;
-    bool openFlight(MainWindow* window) const;
+    bool openFlight(TestWindow* window) const;
 
     std::unique_ptr<MavlinkDialect> m_dialect;
     QTemporaryDir m_folder;
@@ -90,12 +85,12 @@ struct UsualSettings
     }
 };
 
-static bool isOver(const MainWindow& window)
+static bool isOver(const TestWindow& window)
 {
     return window.getSource()->getState() == StreamSource::Finished;
 }
 
-bool tst_monitorplayback::openFlight(MainWindow* window) const
+bool tst_monitorplayback::openFlight(TestWindow* window) const
 {
     StreamSource::Playback playback;
     playback.factor = 0;
@@ -105,7 +100,7 @@ bool tst_monitorplayback::openFlight(MainWindow* window) const
            waitFor([&]() { return isOver(*window) && window->getTree()->topLevelItemCount() == 2; });
 }
 
-static QTreeWidgetItem* findRow(const MainWindow& window, const QString& type, const QString& field = QString())
+static QTreeWidgetItem* findRow(const TestWindow& window, const QString& type, const QString& field = QString())
 {
     for (int i = 0; i < window.getTree()->topLevelItemCount(); ++i) {
         QTreeWidgetItem* const row = window.getTree()->topLevelItem(i);
@@ -117,7 +112,7 @@ static QTreeWidgetItem* findRow(const MainWindow& window, const QString& type, c
 }
 
 // What tree, form, watch and plot say of ATTITUDE.roll: "0.1 rad | 0.1 rad | 0.1 rad | 0.1 rad".
-static QString rollOf(const MainWindow& window)
+static QString rollOf(const TestWindow& window)
 {
     const QTreeWidgetItem* const row = findRow(window, "ATTITUDE", "roll");
     QStringList texts(row ? row->text(window.getTree()->getColumnIndex(MessageTreeWidget::ValueColumn)) : "no row");
@@ -126,21 +121,23 @@ static QString rollOf(const MainWindow& window)
             texts.append(form->findChildren<FieldValueLabel*>().at(1)->text());
     for (const Watch* watch : window.getWatches()->getWatches())
         texts.append(watch->getText());
-    const auto& series = window.getTreeTools()->getPlot()->getSeries();
+    const auto& series = window.getPlot()->getSeries();
     for (const auto& one : series)
         texts.append(one->getValueText());
     return texts.join(" | ");
 }
 
-static void showRollEverywhere(MainWindow* window)
+static void showRollEverywhere(TestWindow* window)
 {
-    window->showFormsWhenSeen({"ATTITUDE"});
+    window->find<TypePanel>()->chooseWhenSeen({"ATTITUDE"});
     window->getWatches()->pin("corvel/ATTITUDE/roll");
-    window->getWatches()->setTimeOut(0);
-    window->getTreeTools()->plot("corvel/ATTITUDE/roll");
+    Preferences preferences;
+    preferences.watchTimeOut = 0;
+    window->getDesk()->setPreferences(preferences);
+    window->getPlot()->plot("corvel/ATTITUDE/roll");
 }
 
-static QTreeView* typeView(const MainWindow& window)
+static QTreeView* typeView(const TestWindow& window)
 {
     for (QTreeView* view : window.findChildren<QTreeView*>())
         if (view->accessibleName() == "Message types")
@@ -148,7 +145,7 @@ static QTreeView* typeView(const MainWindow& window)
     return nullptr;
 }
 
-static void jump(MainWindow* window, int second)
+static void jump(TestWindow* window, int second)
 {
     StreamSource* const source = window->getSources()->getSession(0)->getSource();
     QSignalSpy jumps(source, &StreamSource::sought);
@@ -158,7 +155,7 @@ static void jump(MainWindow* window, int second)
 
 void tst_monitorplayback::aJumpKeepsWhatWasChosenAndForgetsValues()
 {
-    MainWindow window;
+    TestWindow window;
     showRollEverywhere(&window);
     QVERIFY(openFlight(&window));
     const QString all = "4.12345 rad | 4.12345 rad | 4.12345 rad | 4.12345 rad";
@@ -184,7 +181,7 @@ void tst_monitorplayback::aJumpKeepsWhatWasChosenAndForgetsValues()
 void tst_monitorplayback::pausedViewsAreWrittenAsTheSettingsSay()
 {
     const UsualSettings usual;
-    MainWindow window;
+    TestWindow window;
     showRollEverywhere(&window);
     QVERIFY(openFlight(&window));
     QVERIFY(waitFor([&]() { return rollOf(window).startsWith("4.12345 rad | 4.12345 rad | 4.12345 rad"); }));
@@ -192,14 +189,14 @@ void tst_monitorplayback::pausedViewsAreWrittenAsTheSettingsSay()
     jump(&window, 6);
     Preferences preferences;
     preferences.decimals = 2;
-    window.getTreeTools()->setPreferences(preferences);
+    window.getDesk()->setPreferences(preferences);
     // The values of the pause, with other decimals.
     QCOMPARE(rollOf(window), QString("4.12 rad | 4.12 rad | 4.12 rad | 4.12 rad"));
     window.setViewsPaused(false);
     QVERIFY2(rollOf(window).startsWith(" | N/A | N/A | "), qPrintable(rollOf(window)));
     // Watches alone time out, and not where the recording itself stands still.
     preferences.watchTimeOut = 0.1;
-    window.getTreeTools()->setPreferences(preferences);
+    window.getDesk()->setPreferences(preferences);
     jump(&window, 2);
     const auto hasTimedOut = [&]() { return rollOf(window).section(" | ", 2, 2) == "N/A"; };
     QVERIFY(waitFor([&]() { return rollOf(window).startsWith("4.12 rad | 4.12 rad | 4.12 rad"); }));
@@ -213,7 +210,7 @@ void tst_monitorplayback::pausedViewsAreWrittenAsTheSettingsSay()
 void tst_monitorplayback::hiddenDataIsHiddenEverywhere()
 {
     const UsualSettings usual;
-    MainWindow window;
+    TestWindow window;
     showRollEverywhere(&window);
     QVERIFY(openFlight(&window));
     QVERIFY(waitFor([&]() { return rollOf(window).startsWith("4.12345 rad | 4.12345 rad | 4.12345 rad"); }));
@@ -228,9 +225,9 @@ void tst_monitorplayback::hiddenDataIsHiddenEverywhere()
                                                        "</message></messages></mavlink>"),
                                QString()));
     window.getWatches()->removeAll();
-    window.getTreeTools()->getPlot()->removeAll();
+    window.getPlot()->removeAll();
     window.getWatches()->pin("secret/ATTITUDE/roll");
-    window.getTreeTools()->plot("secret/ATTITUDE/roll");
+    window.getPlot()->plot("secret/ATTITUDE/roll");
     jump(&window, 0);
     const QString all = "4.12345 rad | 4.12345 rad | 4.12345 rad | 4.12345 rad";
     QVERIFY2(waitFor([&]() { return rollOf(window) == all; }), qPrintable(rollOf(window)));
@@ -238,20 +235,19 @@ void tst_monitorplayback::hiddenDataIsHiddenEverywhere()
     QVERIFY(window.loadAnnotations(writeFile(
         "secret.json", "{\"messages\": {\"ATTITUDE\": {\"fields\": {\"roll\": {\"confidential\": true}}}}}")));
     QCOMPARE(rollOf(window), QString("no row | Hidden data | Hidden data"));
-    Corvel::setConfidentialInformationDisplayEnabled(true);
-    window.getTreeTools()->followConfidentiality();
+    window.getDesk()->setConfidentialShown(true);
     // Of what was plotted before, nothing was kept.
     QVERIFY2(rollOf(window).startsWith("4.12345 rad | 4.12345 rad | 4.12345 rad"), qPrintable(rollOf(window)));
-    QCOMPARE(int(window.getTreeTools()->getPlot()->getSeries().size()), 1);
+    QCOMPARE(int(window.getPlot()->getSeries().size()), 1);
 }
 
 void tst_monitorplayback::whatWasChosenSurvivesARestart()
 {
     const QString path = m_folder.filePath("restart.ini");
     {
-        MainWindow window;
+        TestWindow window;
         showRollEverywhere(&window);
-        window.getTreeTools()->plot("later/ENGINE/temperature");
+        window.getPlot()->plot("later/ENGINE/temperature");
         QVERIFY(openFlight(&window));
         QVERIFY(waitFor([&]() { return rollOf(window).count('|') == 3; }));
         QAbstractItemModel* const types = typeView(window)->model();
@@ -259,7 +255,7 @@ void tst_monitorplayback::whatWasChosenSurvivesARestart()
         QSettings settings(path, QSettings::IniFormat);
         window.saveSettings(settings);
     }
-    MainWindow window;
+    TestWindow window;
     QSettings settings(path, QSettings::IniFormat);
     window.restoreSettings(settings);
     window.show();
@@ -279,8 +275,8 @@ void tst_monitorplayback::whatWasChosenSurvivesARestart()
 
 void tst_monitorplayback::aSenderStaysChosenWhenItGetsAnotherName()
 {
-    MainWindow window;
-    window.getTreeTools()->plot("corvel/ATTITUDE/roll");
+    TestWindow window;
+    window.getPlot()->plot("corvel/ATTITUDE/roll");
     QVERIFY(openFlight(&window));
     QComboBox* senders = nullptr;
     for (QComboBox* box : window.findChildren<QComboBox*>())
@@ -289,21 +285,21 @@ void tst_monitorplayback::aSenderStaysChosenWhenItGetsAnotherName()
     QVERIFY(senders && waitFor([&]() { return senders->count() == 2; }));
     senders->setCurrentIndex(1);
     const QString name = senders->currentText();
-    QCOMPARE(window.getLatestMessages()->getSender(), name);
+    QCOMPARE(window.getDesk()->getLatest()->getSender(), name);
     QVERIFY(window.openAddress(writeFile("other.tlog", record(30, 0, "roll", 7))));
     QCOMPARE(senders->currentText(), name + " @ flight.tlog");
-    QCOMPARE(window.getLatestMessages()->getSender(), senders->currentText());
-    QVERIFY(waitFor([&]() { return window.getTreeTools()->getPlot()->getSeries().size() == 2; }));
+    QCOMPARE(window.getDesk()->getLatest()->getSender(), senders->currentText());
+    QVERIFY(waitFor([&]() { return window.getPlot()->getSeries().size() == 2; }));
     jump(&window, 0);
-    QCOMPARE(int(window.getTreeTools()->getPlot()->getSeries().size()), 2); // and no third of the old name
-    QCOMPARE(window.getTreeTools()->getPlot()->getSeries().front()->getSender(), senders->currentText());
+    QCOMPARE(int(window.getPlot()->getSeries().size()), 2); // and no third of the old name
+    QCOMPARE(window.getPlot()->getSeries().front()->getSender(), senders->currentText());
     // The tree shows the chosen one only, also where another source sent later.
     QVERIFY(waitFor([&]() { return rollOf(window).startsWith("4.12345 rad"); }));
 }
 
 void tst_monitorplayback::whatCannotBeOpenedIsToldInOneBox()
 {
-    MainWindow window;
+    TestWindow window;
     window.show();
     QVERIFY(!window.openAll({writeFile("a.txt", "a letter"), m_flight, m_folder.filePath("missing"), m_folder.path()}));
     QCOMPARE(window.getSources()->getCount(), 1);
@@ -316,7 +312,7 @@ void tst_monitorplayback::whatCannotBeOpenedIsToldInOneBox()
 
 void tst_monitorplayback::recordingsDoNotOverwriteWhatIsInUse()
 {
-    MainWindow window;
+    TestWindow window;
     QVERIFY(openFlight(&window));
     const QString copy = writeFile("copy.tlog", record(0, 0, "type", 2));
     QVERIFY(window.openAddress(copy));

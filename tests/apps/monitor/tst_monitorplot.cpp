@@ -46,12 +46,12 @@ void tst_monitorplot::everyMessageIsAPointAndGapsStayOpen()
 {
     TreeDesk desk;
     desk.speed->setInvalidValue(FieldValue::fromDouble(-1));
-    desk.tools->getPlot()->addField(pathOf(desk.nav, desk.speed));
+    desk.plot.addField(pathOf(desk.nav, desk.speed));
     // Ten a second; then half a second is missing, then a value is not available.
     const qint64 times[] = {1000, 1100, 1200, 1300, 1900, 2000, 2100};
     for (int i = 0; i < 7; ++i)
         desk.send(desk.createNav(i == 5 ? -1 : i), times[i]);
-    const PlotSeries& series = *desk.tools->getPlot()->getSeries().front();
+    const PlotSeries& series = *desk.plot.getSeries().front();
     QCOMPARE(textOf(series), QString("0 1 2 3 - 4 - 6"));
     // Messages that overtook each other stand in the order of their times, and a slower rate is no row of gaps.
     desk.send(desk.createNav(5), 2050);
@@ -91,7 +91,7 @@ void tst_monitorplot::unitsHaveAxesAndTheLegendTellsValues()
     TestFieldInfo* const height = new TestFieldInfo("height");
     height->setUnit("m");
     desk.nav->addField(height);
-    PlotPanel* const plot = desk.tools->getPlot();
+    PlotPanel* const plot = &desk.plot;
     plot->resize(1400, 300); // room for all axes, whatever the font
     plot->show();
     PlotView* const view = plot->getView();
@@ -134,7 +134,7 @@ void tst_monitorplot::unitsHaveAxesAndTheLegendTellsValues()
     QCOMPARE(view->findAxis("m")->graphs().size(), 1);
     QCOMPARE(view->findAxis("")->graphs().size(), 1);
     plot->removeAll();
-    QVERIFY(!view->isVisible() && plot->getTypes().isEmpty());
+    QVERIFY(!view->isVisible() && !desk.getTap()->wants(desk.nav));
     plot->addField(pathOf(desk.nav, height));
     QCOMPARE(view->findAxis("m")->graphs().size(), 1);
 }
@@ -142,7 +142,7 @@ void tst_monitorplot::unitsHaveAxesAndTheLegendTellsValues()
 void tst_monitorplot::sendersAreToldApart()
 {
     TreeDesk desk;
-    PlotPanel* const plot = desk.tools->getPlot();
+    PlotPanel* const plot = &desk.plot;
     plot->addField(pathOf(desk.nav, desk.speed));
     for (int i = 0; i < 4; ++i) {
         TestMessage* const message = desk.createNav(i);
@@ -170,7 +170,7 @@ void tst_monitorplot::sendersAreToldApart()
 void tst_monitorplot::pauseKeepsThePictureAndTheData()
 {
     TreeDesk desk;
-    PlotPanel* const plot = desk.tools->getPlot();
+    PlotPanel* const plot = &desk.plot;
     plot->resize(700, 300);
     plot->show();
     plot->addField(pathOf(desk.nav, desk.speed));
@@ -189,11 +189,11 @@ void tst_monitorplot::pauseKeepsThePictureAndTheData()
     plot->refresh();
     QCOMPARE(plot->getView()->xAxis->range().upper, 20.0);
     // A pause of all views holds it too.
-    desk.latest.setSuspended(true);
+    desk.getLatest()->setSuspended(true);
     desk.send(desk.createNav(3), 30000);
     plot->refresh();
     QCOMPARE(plot->getView()->xAxis->range().upper, 20.0);
-    desk.latest.setSuspended(false);
+    desk.getLatest()->setSuspended(false);
     plot->refresh();
     QCOMPARE(plot->getView()->xAxis->range().upper, 30.0);
 }
@@ -201,7 +201,7 @@ void tst_monitorplot::pauseKeepsThePictureAndTheData()
 void tst_monitorplot::rowsAreDroppedAndSavedAsValues()
 {
     TreeDesk desk;
-    PlotPanel* const plot = desk.tools->getPlot();
+    PlotPanel* const plot = &desk.plot;
     desk.send(desk.createNav(0));
     desk.tree.setCurrentItem(desk.find("NAV_STATE/place/place [1]/x"));
     const std::unique_ptr<QMimeData> row(desk.tree.model()->mimeData({desk.tree.currentIndex()}));
@@ -211,8 +211,8 @@ void tst_monitorplot::rowsAreDroppedAndSavedAsValues()
     QDropEvent drop(QPoint(5, 5), Qt::CopyAction, row.get(), Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(plot, &drop);
     desk.tree.setCurrentItem(desk.find("NAV_STATE/text"));
-    desk.tools->getActions()->plot(); // no number
-    desk.tools->plot("desk/NAV_STATE/ground_speed");
+    desk.getFieldUses().first().action->trigger(); // no number
+    desk.plot.plot("desk/NAV_STATE/ground_speed");
     QCOMPARE(int(plot->getSeries().size()), 2);
     desk.send(desk.createNav(0.1), 1500);
     desk.send(desk.createNav(std::nan("")), 1600);

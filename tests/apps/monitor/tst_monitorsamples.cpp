@@ -1,13 +1,10 @@
 #include "eventlogtablewidget.h"
 #include "findbar.h"
-#include "latestmessagesource.h"
-#include "mainwindow.h"
 #include "messageinfo.h"
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
-#include "sourcemodel.h"
 #include "testbase.h"
-#include "treetools.h"
+#include "testwindow.h"
 #include "waitfor.h"
 
 #include <QAction>
@@ -35,10 +32,10 @@ private Q_SLOTS:
 
 private:
     QByteArray dump(const QStringList& arguments) const;
-    std::unique_ptr<MainWindow> openFlight() const;
+    std::unique_ptr<TestWindow> openFlight() const;
     static bool isOver(const StreamSource* source) { return source->getState() == StreamSource::Finished; }
     QHash<QString, QJsonObject> newestFields() const;
-    static QStringList statisticsOf(const MainWindow& window);
+    static QStringList statisticsOf(const TestWindow& window);
     static QStringList countsOf(const StreamSource* source);
 
     QString m_samples;
@@ -65,9 +62,9 @@ void tst_monitorsamples::initTestCase()
     QCOMPARE(m_stats["messages"].toInt(), 75477);
 }
 
-std::unique_ptr<MainWindow> tst_monitorsamples::openFlight() const
+std::unique_ptr<TestWindow> tst_monitorsamples::openFlight() const
 {
-    std::unique_ptr<MainWindow> window(new MainWindow);
+    std::unique_ptr<TestWindow> window(new TestWindow);
     StreamSource::Playback playback;
     playback.factor = 0;
     window->setPlayback(playback);
@@ -100,7 +97,7 @@ static QString describeIntervals(const QMap<qint64, qint64>& counts)
 }
 
 /** Each row of a message type: its name and count, its gaps and what is missing in them, and its intervals. */
-QStringList tst_monitorsamples::statisticsOf(const MainWindow& window)
+QStringList tst_monitorsamples::statisticsOf(const TestWindow& window)
 {
     window.getStatistics()->updateTree();
     QStringList rows;
@@ -136,7 +133,7 @@ QStringList tst_monitorsamples::countsOf(const StreamSource* source)
 
 void tst_monitorsamples::aFlightIsShownAsItIs()
 {
-    const std::unique_ptr<MainWindow> window = openFlight();
+    const std::unique_ptr<TestWindow> window = openFlight();
     QVERIFY(window);
 
     QStringList expected;
@@ -216,7 +213,7 @@ static QStringList shownRows(const QTreeWidget* tree)
 
 void tst_monitorsamples::filtersShowWhatTheyAreAskedFor()
 {
-    const std::unique_ptr<MainWindow> window = openFlight();
+    const std::unique_ptr<TestWindow> window = openFlight();
     QVERIFY(window);
     const QHash<QString, QJsonObject> newest = newestFields();
     QStringList withAltitude;
@@ -234,7 +231,7 @@ void tst_monitorsamples::filtersShowWhatTheyAreAskedFor()
     // Find: a path, and a word that is part of it as well as of others.
     MessageTreeWidget* const tree = window->getTree();
     const QStringList all = shownRows(tree);
-    FindBar* const bar = window->getTreeTools()->getFindBar();
+    FindBar* const bar = window->find<TreePanel>()->getFindBar();
     bar->find("*/*/alt");
     QCOMPARE(shownRows(tree).replaceInStrings(QRegularExpression(":alt.*"), QString()), withAltitude);
     bar->find("vfr alt");
@@ -272,7 +269,7 @@ void tst_monitorsamples::filtersShowWhatTheyAreAskedFor()
 
 void tst_monitorsamples::whatIsRecordedIsTheSameAgain()
 {
-    const std::unique_ptr<MainWindow> window = openFlight();
+    const std::unique_ptr<TestWindow> window = openFlight();
     QVERIFY(window);
     SourceSession* const session = window->getSources()->getSession(0);
     const QStringList counts = countsOf(session->getSource());
@@ -285,7 +282,7 @@ void tst_monitorsamples::whatIsRecordedIsTheSameAgain()
     window->setViewsPaused(true);
     const int shownEvents = window->getEvents()->rowCount();
     QSignalSpy jumps(session->getSource(), &StreamSource::sought);
-    window->jumpTo(session->getSource()->getStartTime());
+    window->getDesk()->jumpTo(session->getSource()->getStartTime());
     QVERIFY(waitFor([&]() { return jumps.size() == 1 && isOver(session->getSource()); }, 60000));
     QCOMPARE(window->getEvents()->rowCount(), shownEvents);
     session->stopRecording();
@@ -309,7 +306,7 @@ void tst_monitorsamples::whatIsRecordedIsTheSameAgain()
 
 void tst_monitorsamples::recordingsOfTwoFormatsPlaySideBySide()
 {
-    MainWindow window;
+    TestWindow window;
     StreamSource::Playback playback;
     playback.factor = 0;
     window.setPlayback(playback);

@@ -1,7 +1,5 @@
 #include "fieldinfo.h"
 #include "formatinfo.h"
-#include "latestmessagesource.h"
-#include "mainwindow.h"
 #include "mavlinkdialect.h"
 #include "mavlinkencoder.h"
 #include "mcapfixtures.h"
@@ -12,8 +10,8 @@
 #include "pseudoterminal.h"
 #include "recorder.h"
 #include "sourcefactory.h"
-#include "sourcemodel.h"
 #include "testbase.h"
+#include "testwindow.h"
 #include "waitfor.h"
 
 #include <QFileInfo>
@@ -76,7 +74,7 @@ private:
         return recording.finished();
     }
 
-    static QStringList statisticsNames(const MainWindow& window)
+    static QStringList statisticsNames(const TestWindow& window)
     {
         QStringList names;
         window.getStatistics()->updateTree();
@@ -97,7 +95,7 @@ void tst_monitorsources::countsGoOnOverAReconnection()
     SourceSession::setSecondOfWaiting(5);
     QTcpServer server;
     QVERIFY(server.listen(QHostAddress::LocalHost));
-    MainWindow window;
+    TestWindow window;
     window.show();
     QVERIFY(window.openAddress(QString("tcp:127.0.0.1:%1").arg(server.serverPort())));
     const SourceSession* const session = window.getSources()->getSession(0);
@@ -126,7 +124,7 @@ void tst_monitorsources::aSerialDeviceGoesOnWhenItIsPluggedInAgain()
     SourceSession::setSecondOfWaiting(5);
     const QString path = m_folder.filePath("ttyTest");
     PseudoTerminal device(path);
-    MainWindow window;
+    TestWindow window;
     window.show();
     QVERIFY(window.openAddress("serial:" + path + "?baud=115200")); // which nobody has plugged in yet
     const SourceSession* const session = window.getSources()->getSession(0);
@@ -148,7 +146,7 @@ void tst_monitorsources::aSerialDeviceGoesOnWhenItIsPluggedInAgain()
 
 void tst_monitorsources::twoSourcesOfOneSenderStayApart()
 {
-    MainWindow window;
+    TestWindow window;
     window.show();
     QVERIFY(window.openAddress(writeFile("north.raw", heartbeat(0) + heartbeat(1) + heartbeat(2))));
     QVERIFY(waitFor([&]() { return statisticsNames(window) == QStringList("HEARTBEAT 3"); }));
@@ -172,7 +170,7 @@ void tst_monitorsources::definitionsThatComeLaterAreUsedForWhatCameBefore()
                     "name=\"base_mode\">B</field><field type=\"uint32_t\" name=\"custom_mode\">C</field><field "
                     "type=\"uint8_t\" name=\"system_status\">S</field><field type=\"uint8_t_mavlink_version\" "
                     "name=\"mavlink_version\">V</field></message></messages></mavlink>");
-    MainWindow window;
+    TestWindow window;
     window.show();
     QVERIFY(window.loadDialect(poor, QString()));
     QVERIFY(window.openAddress("udp:127.0.0.1:24550"));
@@ -335,7 +333,7 @@ void tst_monitorsources::recordingThatFailsLeavesReceptionAlone()
 {
     if (!QFileInfo::exists("/dev/full"))
         QSKIP("needs a device that is always full");
-    MainWindow window;
+    TestWindow window;
     window.show();
     window.openSimulation();
     SourceSession* const session = window.getSources()->getSession(0);

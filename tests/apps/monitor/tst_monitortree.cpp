@@ -76,7 +76,7 @@ void tst_monitortree::theTreeShowsWhatIsLookedFor()
     TreeDesk desk;
     desk.send(desk.createNav(3.5));
     desk.sendCells(2);
-    FindBar* const bar = desk.tools->getFindBar();
+    FindBar* const bar = desk.panel.getFindBar();
     const auto shownFor = [&](const char* text) {
         bar->find(text);
         return desk.shown();
@@ -112,7 +112,7 @@ void tst_monitortree::theTreeShowsWhatIsLookedFor()
 void tst_monitortree::matchesFollowValues()
 {
     TreeDesk desk;
-    FindBar* const bar = desk.tools->getFindBar();
+    FindBar* const bar = desk.panel.getFindBar();
     desk.send(desk.createNav(3.5, 1));
     bar->find("flying");
     QCOMPARE(desk.shown(), QString());
@@ -139,9 +139,9 @@ void tst_monitortree::findIsQuickInALargeTree()
     }
     QElapsedTimer timer;
     timer.start();
-    desk.tools->getFindBar()->find("field_17");
+    desk.panel.getFindBar()->find("field_17");
     const qint64 typed = timer.elapsed();
-    QCOMPARE(desk.tools->getFindBar()->getFilter()->getMatchCount(), 300);
+    QCOMPARE(desk.panel.getFindBar()->getFilter()->getMatchCount(), 300);
     timer.start();
     for (const auto& info : infos)
         desk.send(new TestMessage(info.get()));
@@ -162,19 +162,19 @@ void tst_monitortree::pinnedTypesStayOnTop()
         desk.find("NAV_STATE/place")->setExpanded(true);
         QCOMPARE(desk.tree.topLevelItem(0)->text(0), QString("BATTERY"));
         desk.tree.setCurrentItem(desk.find("NAV_STATE/mode"));
-        desk.tools->getActions()->getShowActions().last()->trigger();
+        desk.panel.getActions()->getShowActions().last()->trigger();
         QCOMPARE(desk.tree.topLevelItem(0)->text(0), QString("NAV_STATE"));
         QVERIFY(!desk.tree.topLevelItem(0)->icon(0).isNull());
         QVERIFY(desk.find("NAV_STATE/place")->isExpanded());
-        desk.tools->saveSettings(settings);
+        desk.panel.getPins()->saveSettings(settings);
     }
     TreeDesk desk;
     desk.tree.clear();
-    desk.tools->restoreSettings(settings);
+    desk.panel.getPins()->restoreSettings(settings);
     desk.add(desk.battery);
     desk.add(desk.nav);
     QCOMPARE(desk.tree.topLevelItem(0)->text(0), QString("NAV_STATE"));
-    desk.tools->getPins()->setPinned(desk.nav, false);
+    desk.panel.getPins()->setPinned(desk.nav, false);
     QCOMPARE(desk.tree.topLevelItem(0)->text(0), QString("BATTERY"));
     QVERIFY(desk.find("NAV_STATE")->icon(0).isNull());
 }
@@ -190,8 +190,8 @@ void tst_monitortree::rowsAreCopied()
         QTest::keyClick(&desk.tree, Qt::Key(key), modifiers);
         return QGuiApplication::clipboard()->text();
     };
-    desk.pane->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(desk.pane.get()));
+    desk.panel.getWidget()->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(desk.panel.getWidget()));
     QCOMPARE(copied("NAV_STATE/mode", Qt::Key_C, Qt::ControlModifier), QString("FLYING (2)"));
     QCOMPARE(copied("NAV_STATE/mode", Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier), QString("2"));
     QCOMPARE(copied("BATTERY/cells", Qt::Key_C, Qt::ControlModifier), QString("100, 101"));
@@ -210,7 +210,7 @@ void tst_monitortree::toolTipsExplain()
     TreeDesk desk;
     desk.send(desk.createNav(3.5));
     const auto textFor = [&desk](const char* way) {
-        return desk.tools->getToolTips()->textFor(TreeRow(desk.find(way)));
+        return desk.panel.getToolTips()->textFor(TreeRow(desk.find(way)));
     };
     const QString speed = textFor("NAV_STATE/ground_speed");
     for (const char* part : {"ground_speed", "double", "Speed over &lt;ground&gt;", "m/s", "0 to 80", "3.5"})
@@ -232,7 +232,7 @@ void tst_monitortree::changesAreShadedAndFade()
 {
     TreeDesk desk;
     qint64 now = 10000;
-    ChangeHighlighter* const highlighter = desk.tools->getHighlighter();
+    ChangeHighlighter* const highlighter = desk.panel.getHighlighter();
     highlighter->setClock([&now]() { return now; });
     desk.find("NAV_STATE")->setExpanded(true);
     desk.send(desk.createNav(1));
@@ -260,9 +260,9 @@ void tst_monitortree::changesAreShadedAndFade()
     QVERIFY(shade("mode") > 0);
     Preferences preferences;
     preferences.highlight = false;
-    desk.tools->setPreferences(preferences);
+    desk.setPreferences(preferences);
     QVERIFY(!desk.find("NAV_STATE/mode")->data(1, Qt::BackgroundRole).isValid());
-    desk.tools->setPreferences(Preferences());
+    desk.setPreferences(Preferences());
     desk.find("BATTERY")->setExpanded(true);
     desk.sendCells(3);
     desk.find("BATTERY/cells")->setExpanded(true);
@@ -276,7 +276,7 @@ void tst_monitortree::silentTypesAreGreyed()
 {
     TreeDesk desk;
     qint64 now = 1000;
-    SilenceWatch* const watch = desk.tools->getSilence();
+    SilenceWatch* const watch = desk.panel.getSilence();
     watch->setClock([&now]() { return now; });
     const auto isGrey = [&desk](const char* way) {
         return desk.find(way)->data(0, Qt::ForegroundRole).isValid() &&
@@ -292,17 +292,17 @@ void tst_monitortree::silentTypesAreGreyed()
     watch->check();
     QVERIFY(isGrey("NAV_STATE") && isGrey("NAV_STATE/mode") && isGrey("NAV_STATE/place/place [0]/x"));
     QCOMPARE(desk.find("NAV_STATE")->text(1), QString("no message for 6 s, since 01:00:05 UTC"));
-    QVERIFY(desk.tools->getToolTips()->textFor(TreeRow(desk.find("NAV_STATE"))).contains("since 01:00:05"));
+    QVERIFY(desk.panel.getToolTips()->textFor(TreeRow(desk.find("NAV_STATE"))).contains("since 01:00:05"));
     QVERIFY(!isGrey("BATTERY"));
     // The colours of rows go with the palette, also while nothing is shown, and stay readable.
-    desk.tools->getPins()->setPinned(desk.nav, true);
+    desk.panel.getPins()->setPinned(desk.nav, true);
     const qint64 pin = desk.find("NAV_STATE")->icon(0).cacheKey();
-    desk.latest.setSuspended(true);
+    desk.getLatest()->setSuspended(true);
     QPalette dark;
     dark.setColor(QPalette::Base, Qt::black);
     dark.setColor(QPalette::Text, Qt::white);
     desk.tree.setPalette(dark);
-    desk.latest.setSuspended(false);
+    desk.getLatest()->setSuspended(false);
     QCOMPARE(desk.find("NAV_STATE/mode")->foreground(0).color(), Theme::faintText(dark));
     QVERIFY(Theme::faintText(dark).lightness() > 130 && Theme::faintText(QPalette(Qt::white)).lightness() < 130);
     QVERIFY(desk.find("NAV_STATE")->icon(0).cacheKey() != pin);
@@ -310,10 +310,10 @@ void tst_monitortree::silentTypesAreGreyed()
     QVERIFY(!desk.find("NAV_STATE/mode")->data(1, Qt::ForegroundRole).isValid());
     QCOMPARE(desk.find("NAV_STATE")->text(1), QString());
     // While the views are paused nothing can be told.
-    desk.latest.setSuspended(true);
+    desk.getLatest()->setSuspended(true);
     now += 60000;
     watch->check();
-    desk.latest.setSuspended(false);
+    desk.getLatest()->setSuspended(false);
     watch->check();
     QVERIFY(!isGrey("NAV_STATE"));
 }

@@ -4,20 +4,16 @@
 #include "eventlogtablewidget.h"
 #include "findbar.h"
 #include "formatinfo.h"
-#include "latestmessagesource.h"
-#include "mainwindow.h"
 #include "messageinfo.h"
 #include "messagestatistics.h"
 #include "messagestatisticscoordinator.h"
 #include "messagetreewidget.h"
-#include "plotpanel.h"
 #include "plotseries.h"
 #include "preferencesdialog.h"
-#include "sourcemodel.h"
 #include "statisticscsv.h"
 #include "testbase.h"
+#include "testwindow.h"
 #include "treeactions.h"
-#include "treetools.h"
 #include "waitfor.h"
 
 #include <QAbstractButton>
@@ -102,12 +98,12 @@ static QStringList namelessIn(const QWidget* window)
 
 void tst_monitorwindow::everyControlHasAName()
 {
-    MainWindow window;
+    TestWindow window;
     window.show();
     window.openSimulation();
     QVERIFY(waitFor([&]() { return window.getTree()->topLevelItemCount() >= 5; }, 30000));
-    window.getTreeTools()->getFindBar()->find("roll");
-    window.getTreeTools()->plot("corvel/ATTITUDE/roll");
+    window.find<TreePanel>()->getFindBar()->find("roll");
+    window.getPlot()->plot("corvel/ATTITUDE/roll");
     QCOMPARE(namelessIn(&window).join(", "), QString());
     const PreferencesDialog dialog(Preferences(), true);
     QCOMPARE(namelessIn(&dialog).join(", "), QString());
@@ -115,7 +111,7 @@ void tst_monitorwindow::everyControlHasAName()
 
 void tst_monitorwindow::emptyViewsSayWhatToDoNext()
 {
-    MainWindow window;
+    TestWindow window;
     window.show();
     int views = 0;
     for (const QAbstractItemView* view : window.findChildren<QAbstractItemView*>()) {
@@ -132,11 +128,11 @@ void tst_monitorwindow::emptyViewsSayWhatToDoNext()
 
 void tst_monitorwindow::aPlotGetsEveryMessage()
 {
-    MainWindow window;
+    TestWindow window;
     window.show();
-    window.getTreeTools()->plot("corvel/ATTITUDE/roll");
+    window.getPlot()->plot("corvel/ATTITUDE/roll");
     window.openSimulation();
-    const auto& series = window.getTreeTools()->getPlot()->getSeries();
+    const auto& series = window.getPlot()->getSeries();
     QCOMPARE(int(series.size()), 1);
     QVERIFY(waitFor([&]() { return series.front()->getMessageCount() >= 30; }, 30000));
     // Fifty a second, of which the views show twenty.
@@ -152,9 +148,9 @@ void tst_monitorwindow::preferencesAreUsedAndKept()
     const QString path = folder.filePath("preferences.ini");
     const QPalette before = QApplication::palette();
     {
-        MainWindow window;
+        TestWindow window;
         window.show();
-        window.getTreeTools()->showPreferences();
+        window.showPreferences();
         PreferencesDialog* const dialog = window.findChild<PreferencesDialog*>();
         QVERIFY(dialog);
         for (QSpinBox* box : dialog->findChildren<QSpinBox*>())
@@ -166,7 +162,7 @@ void tst_monitorwindow::preferencesAreUsedAndKept()
             box->toggle(); // no shades, and confidential data
         dialog->accept();
         Q_EMIT dialog->applied();
-        QCOMPARE(window.getLatestMessages()->getRate(), 7);
+        QCOMPARE(window.getDesk()->getLatest()->getRate(), 7);
         QCOMPARE(Corvel::floatingPointDecimals(), 3);
         QVERIFY(Corvel::confidentialInformationDisplayEnabled());
         QVERIFY(QApplication::palette().color(QPalette::Base).lightness() < 60);
@@ -175,15 +171,15 @@ void tst_monitorwindow::preferencesAreUsedAndKept()
     }
     Corvel::setConfidentialInformationDisplayEnabled(false);
     Corvel::setFloatingPointDecimals(-1);
-    MainWindow window;
+    TestWindow window;
     QSettings settings(path, QSettings::IniFormat);
     settings.setValue("preferences/silentIntervals", "many");
     window.restoreSettings(settings);
-    QCOMPARE(window.getLatestMessages()->getRate(), 7);
+    QCOMPARE(window.getDesk()->getLatest()->getRate(), 7);
     QCOMPARE(Corvel::floatingPointDecimals(), 3);
-    QVERIFY(!window.getTreeTools()->getPreferences().highlight);
-    QCOMPARE(window.getTreeTools()->getPreferences().watchTimeOut, 0.5);
-    QCOMPARE(window.getTreeTools()->getPreferences().silentIntervals, 5);
+    QVERIFY(!window.getDesk()->getPreferences().highlight);
+    QCOMPARE(window.getDesk()->getPreferences().watchTimeOut, 0.5);
+    QCOMPARE(window.getDesk()->getPreferences().silentIntervals, 5);
     QVERIFY(!Corvel::confidentialInformationDisplayEnabled()); // never without being asked
     settings.remove("preferences/watchTimeOut");
     settings.setValue("watches/timeOut", 7.5); // as an earlier version wrote it
@@ -191,7 +187,7 @@ void tst_monitorwindow::preferencesAreUsedAndKept()
     usual.restore(settings);
     QCOMPARE(usual.watchTimeOut, 7.5);
     usual = Preferences();
-    window.getTreeTools()->setPreferences(usual);
+    window.getDesk()->setPreferences(usual);
     QCOMPARE(Corvel::floatingPointDecimals(), -1);
     QCOMPARE(QApplication::palette().color(QPalette::Base), before.color(QPalette::Base));
 }
@@ -213,7 +209,7 @@ void tst_monitorwindow::statisticsAreSavedAsValues()
 
 void tst_monitorwindow::everythingFitsASmallScreen()
 {
-    MainWindow window;
+    TestWindow window;
     // What is left of 1280x800 at 150 %, without the desktop's own bars.
     const QSize room(850, 500);
     QStringList large;
@@ -226,20 +222,20 @@ void tst_monitorwindow::everythingFitsASmallScreen()
 
 void tst_monitorwindow::smallScreenLeavesTheTreeItsRoom()
 {
-    MainWindow window;
+    TestWindow window;
     window.resize(853, 533);
     window.show();
     QHeaderView* const header = window.getTree()->header();
     QTRY_VERIFY(window.getTree()->width() * 2 > window.width());
     QTRY_VERIFY(header->sectionPosition(2) * 10 < window.getTree()->width() * 7); // the values are in view
     QVERIFY(window.findChild<QDockWidget*>("watches")->isHidden());
-    Q_EMIT window.getTreeTools()->getActions()->watchRequested("*/ATTITUDE/roll");
+    window.getDesk()->getFieldUses().first().take(FieldPath());
     QVERIFY(!window.findChild<QDockWidget*>("watches")->isHidden());
 }
 
 void tst_monitorwindow::confidentialDataIsWarnedOfInTheMenu()
 {
-    MainWindow window;
+    TestWindow window;
     window.show();
     QAction* confidential = nullptr;
     for (QAction* const action : window.findChildren<QAction*>())
@@ -290,7 +286,7 @@ void tst_monitorwindow::textsThatAreCutAreToldInFull()
 void tst_monitorwindow::recordingIsSeenAndEndsByTheMenu()
 {
     QTemporaryDir folder;
-    MainWindow window;
+    TestWindow window;
     window.show();
     const auto enabled = [&window](const QString& text) {
         for (QAction* const action : window.findChildren<QAction*>())
@@ -316,7 +312,7 @@ void tst_monitorwindow::recordingIsSeenAndEndsByTheMenu()
 
 void tst_monitorwindow::theNewestEventStaysInSight()
 {
-    MainWindow window;
+    TestWindow window;
     window.resize(1000, 700);
     window.show();
     EventLogTableWidget* const events = window.getEvents();

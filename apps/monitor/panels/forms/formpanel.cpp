@@ -1,9 +1,9 @@
 #include "formpanel.h"
 
 #include "corvel.h"
+#include "desk.h"
 #include "fieldinfo.h"
 #include "fieldvaluelabel.h"
-#include "latestmessagesource.h"
 #include "messageinfo.h"
 #include "messagewidget.h"
 #include "theme.h"
@@ -13,9 +13,9 @@
 #include <QLayout>
 #include <QVBoxLayout>
 
-FormPanel::FormPanel(LatestMessageSource* source, QWidget* parent)
+FormPanel::FormPanel(Desk* desk, QWidget* parent)
     : QScrollArea(parent)
-    , m_source(source)
+    , m_desk(desk)
 {
     QWidget* content = new QWidget;
     m_layout = new QVBoxLayout(content);
@@ -27,7 +27,7 @@ FormPanel::FormPanel(LatestMessageSource* source, QWidget* parent)
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     setAccessibleName(tr("Message forms"));
-    connect(source, &LatestMessageSource::forgotten, this, &FormPanel::forget);
+    connect(desk, &Desk::chosenTypesChanged, this, &FormPanel::followChoice);
 }
 
 FormPanel::Form FormPanel::createForm(const MessageInfo* info)
@@ -37,7 +37,7 @@ FormPanel::Form FormPanel::createForm(const MessageInfo* info)
     layout->setContentsMargins(0, 0, 0, 0);
     const Form form = {info, box, new MessageWidget(box, info)};
     layout->addWidget(form.widget);
-    connect(m_source, SIGNAL(newMessage(const Message*)), form.widget, SLOT(processMessage(const Message*)));
+    connect(m_desk->getLatest(), SIGNAL(newMessage(const Message*)), form.widget, SLOT(processMessage(const Message*)));
     fill(form);
     return form;
 }
@@ -53,7 +53,7 @@ void FormPanel::fill(const Form& form)
         label->setText(tr("Hidden data"));
         label->setEnabled(false);
     }
-    const MessageReference latest = m_source->getLatest(form.info);
+    const MessageReference latest = m_desk->getLatest()->getLatest(form.info);
     if (!latest.isNull())
         form.widget->processMessage(latest.get());
 }
@@ -74,10 +74,11 @@ void FormPanel::forget(const MessageInfo* info)
                 label->clearValue();
 }
 
-void FormPanel::setMessageInfos(const QVector<const MessageInfo*>& infos)
+// Forms of types that were shown before stay as they are.
+void FormPanel::followChoice()
 {
     QVector<Form> forms;
-    for (const MessageInfo* info : infos) {
+    for (const MessageInfo* info : m_desk->getChosenTypes()) {
         Form form = {info, nullptr, nullptr};
         for (Form& old : m_forms) {
             if (old.info == info && old.box) {
@@ -95,12 +96,4 @@ void FormPanel::setMessageInfos(const QVector<const MessageInfo*>& infos)
     for (int i = 0; i < m_forms.size(); ++i)
         m_layout->insertWidget(i, m_forms.at(i).box);
     m_hint->setVisible(m_forms.isEmpty());
-}
-
-QVector<const MessageInfo*> FormPanel::getMessageInfos() const
-{
-    QVector<const MessageInfo*> infos;
-    for (const Form& form : m_forms)
-        infos.append(form.info);
-    return infos;
 }

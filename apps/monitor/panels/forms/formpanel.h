@@ -1,30 +1,27 @@
 #ifndef FORMPANEL_H
 #define FORMPANEL_H
 
+#include "panel.h"
+
 #include <QScrollArea>
 #include <QVector>
 
-class LatestMessageSource;
-class MessageInfo;
 class MessageWidget;
 class QLabel;
 class QVBoxLayout;
 
-/** Shows a form for each of some message types, one below the other. */
-class FormPanel : public QScrollArea
+/** Shows a form for each of the message types that are chosen, one below the other. */
+class FormPanel : public QScrollArea, public ::Panel // and not that of QFrame
 {
     Q_OBJECT
 
 public:
-    /** @param source  whose messages to show; borrowed */
-    explicit FormPanel(LatestMessageSource* source, QWidget* parent = nullptr);
+    explicit FormPanel(Desk* desk, QWidget* parent = nullptr);
 
-    /** Shows these types; forms of types that were shown before stay as they are. */
-    void setMessageInfos(const QVector<const MessageInfo*>& infos);
-    QVector<const MessageInfo*> getMessageInfos() const;
-
+    QWidget* getWidget() override { return this; }
     /** Builds all forms anew: the fields of their types, or how values are written, are others now. */
-    void renew();
+    void renew() override;
+    void forget(const MessageInfo* info) override;
 
 private:
     struct Form
@@ -36,9 +33,9 @@ private:
 
     Form createForm(const MessageInfo* info);
     void fill(const Form& form);
-    void forget(const MessageInfo* info);
+    void followChoice();
 
-    LatestMessageSource* m_source;
+    Desk* m_desk;
     QVBoxLayout* m_layout;
     QLabel* m_hint;
     QVector<Form> m_forms;

@@ -1,8 +1,8 @@
 #include "playbackbar.h"
 
+#include "desk.h"
 #include "message.h"
 #include "playbacktime.h"
-#include "sourcesession.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QMenu>
 #include <QProgressBar>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -19,15 +20,19 @@
 // Fine enough for a slider as wide as a screen, and far from where integers end.
 static const int SliderSteps = 10000;
 
+static const int ComplaintMilliseconds = 8000;
+
 static const double Speeds[] = {0.1, 0.2, 0.5, 1, 2, 5, 10, 20, 50, 100};
 
-PlaybackBar::PlaybackBar(QWidget* parent)
-    : QToolBar(tr("Playback"), parent)
+PlaybackBar::PlaybackBar(Desk* desk, QWidget* parent)
+    : QToolBar(parent)
+    , m_desk(desk)
 {
-    setObjectName(QLatin1String("playback"));
     setMovable(false);
     createControls();
-    setSession(nullptr);
+    followChoice();
+    connect(desk, &Desk::chosenSourceChanged, this, &PlaybackBar::followChoice);
+    connect(desk->getSources(), &SourceModel::sessionChanged, this, &PlaybackBar::followChoice);
 }
 
 void PlaybackBar::createControls()
@@ -93,10 +98,15 @@ StreamSource* PlaybackBar::source() const
     return m_session ? m_session->getSource() : nullptr;
 }
 
-void PlaybackBar::setSession(SourceSession* session)
+void PlaybackBar::addActionsTo(const PanelMenus& menus)
 {
-    m_session = session;
-    refresh();
+    menus.playback->addActions(getActions());
+}
+
+void PlaybackBar::followChoice()
+{
+    m_session = m_desk->getChosenSource();
+    tick();
 }
 
 void PlaybackBar::updateIcons(bool isPlaying)
@@ -111,7 +121,7 @@ void PlaybackBar::updateIcons(bool isPlaying)
     m_stop->setIcon(style()->standardIcon(QStyle::SP_MediaStop));
 }
 
-void PlaybackBar::refresh()
+void PlaybackBar::tick()
 {
     const StreamSource* const stream = source();
     const bool isRecording = m_session && m_session->isPlayback();
@@ -180,7 +190,7 @@ void PlaybackBar::togglePlay()
     } else {
         stream->setPaused(!stream->isPaused());
     }
-    refresh();
+    tick();
 }
 
 void PlaybackBar::step()
@@ -190,7 +200,7 @@ void PlaybackBar::step()
         return;
     stream->setPaused(true);
     stream->step();
-    refresh();
+    tick();
 }
 
 void PlaybackBar::applySpeed()
@@ -200,7 +210,7 @@ void PlaybackBar::applySpeed()
     StreamSource::Playback playback = m_session->getPlayback();
     playback.factor = m_speed->currentData().toDouble();
     m_session->setPlayback(playback);
-    refresh();
+    tick();
 }
 
 void PlaybackBar::followSlider(int value)
@@ -219,8 +229,9 @@ void PlaybackBar::goToTyped()
         return;
     qint64 time = 0;
     if (!PlaybackTime::parse(m_time->text(), stream->getStartTime(), &time)) {
-        Q_EMIT complained(
-            tr("\"%1\" is no time; a time is written as 14:05:30, +1:30 or 2015-07-05 14:05:30.").arg(m_time->text()));
+        Q_EMIT m_desk->said(
+            tr("\"%1\" is no time; a time is written as 14:05:30, +1:30 or 2015-07-05 14:05:30.").arg(m_time->text()),
+            ComplaintMilliseconds);
         return;
     }
     m_time->clear();

@@ -1,6 +1,7 @@
 #ifndef PLAYBACKBAR_H
 #define PLAYBACKBAR_H
 
+#include "panel.h"
 #include "streamsource.h"
 
 #include <QColor>
@@ -15,30 +16,23 @@ class QSlider;
 class SourceSession;
 
 /** Plays the recording that is chosen: play and pause, a step, its speed, and a slider with the clock. */
-class PlaybackBar : public QToolBar
+class PlaybackBar : public QToolBar, public Panel
 {
     Q_OBJECT
 
 public:
-    explicit PlaybackBar(QWidget* parent = nullptr);
+    explicit PlaybackBar(Desk* desk, QWidget* parent = nullptr);
 
-    /** The source to control; null or a live one hides the bar. */
-    void setSession(SourceSession* session);
-    /** Shows where the recording is. For a timer. */
-    void refresh();
-
-    /** Goes to @p time, microseconds since 1970. */
-    void jumpTo(qint64 time);
-
-    /** The actions, for a menu. */
-    QList<QAction*> getActions() const { return {m_play, m_step, m_go}; }
-
-Q_SIGNALS:
-    /** What was typed is no time; one sentence. */
-    void complained(const QString& text);
+    QWidget* getWidget() override { return this; }
+    void addActionsTo(const PanelMenus& menus) override;
+    /** Shows where the recording is. */
+    void tick() override;
 
 private:
     void createControls();
+    void followChoice();
+    void jumpTo(qint64 time);
+    QList<QAction*> getActions() const { return {m_play, m_step, m_go}; }
     void togglePlay();
     void step();
     void goToTyped();
@@ -48,7 +42,8 @@ private:
     void followSlider(int value);
     StreamSource* source() const;
 
-    QPointer<SourceSession> m_session;
+    Desk* m_desk;
+    QPointer<SourceSession> m_session; // a live one, or none, hides the bar
     QAction* m_play;
     QAction* m_step;
     QAction* m_go;

@@ -1,11 +1,13 @@
 #include "plotpanel.h"
 
 #include "celldelegate.h"
+#include "csvfile.h"
 #include "csvtext.h"
-#include "latestmessagesource.h"
+#include "desk.h"
 #include "message.h"
 #include "plotseries.h"
 #include "plotview.h"
+#include "plotwishes.h"
 #include "theme.h"
 
 #include <QAction>
@@ -17,7 +19,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMimeData>
-#include <QSaveFile>
+#include <QSettings>
 #include <QSplitter>
 #include <QToolBar>
 #include <QToolButton>
@@ -29,6 +31,7 @@
 
 static const int MostSeries = 24; // more than that nobody tells apart
 static const int DefaultSpan = 60;
+static const int SaidMilliseconds = 4000;
 static const char RowMimeType[] = "application/x-qabstractitemmodeldatalist";
 
 enum LegendColumn
@@ -37,9 +40,13 @@ enum LegendColumn
     ValueColumn
 };
 
-PlotPanel::PlotPanel(LatestMessageSource* latest, QWidget* parent)
+PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
     : QWidget(parent)
-    , m_latest(latest)
+    , m_desk(desk)
+    , m_latest(desk->getLatest())
+    , m_wishes(new PlotWishes(this, this))
+    , m_use(new QAction(tr("P&lot"), this))
+    , m_listener(desk->getTap(), [this](const Message* message) { processMessage(message); })
     , m_view(new PlotView)
     , m_legend(new QTreeWidget)
     , m_splitter(new QSplitter)
@@ -48,6 +55,7 @@ PlotPanel::PlotPanel(LatestMessageSource* latest, QWidget* parent)
 {
     createActions();
     createLegend();
+    offerUse();
     m_view->setAccessibleName(tr("Plot"));
     m_view->setMinimumSize(160, 80);
     m_hint = new QLabel(tr("Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L)."));
@@ -67,7 +75,8 @@ PlotPanel::PlotPanel(LatestMessageSource* latest, QWidget* parent)
     setAcceptDrops(true);
 
     connect(m_view, &PlotView::moved, this, [this]() { setPaused(true); });
-    setRate(LatestMessageSource::DefaultRate);
+    followPreferences(desk->getPreferences());
+    connect(desk, &Desk::senderRenamed, this, &PlotPanel::renameSender);
     connect(m_view, &PlotView::colorsChanged, this, &PlotPanel::updateNames);
     connect(&m_timer, &QTimer::timeout, this, &PlotPanel::refresh);
     m_timer.start();
@@ -75,6 +84,49 @@ PlotPanel::PlotPanel(LatestMessageSource* latest, QWidget* parent)
 }
 
 PlotPanel::~PlotPanel() = default;
+
+void PlotPanel::offerUse()
+{
+    m_use->setShortcut(QKeySequence(tr("Ctrl+L")));
+    const auto take = [this](const FieldPath& path) {
+        addField(path);
+        Q_EMIT m_desk->wanted(this);
+    };
+    m_desk->offerUse({QLatin1String("plot"), m_use, tr("Only numbers can be plotted."), take,
+                      [this](const QString& expression) { plot(expression); }});
+}
+
+void PlotPanel::plot(const QString& expression)
+{
+    if (!m_wishes->add(expression))
+        Q_EMIT m_desk->said(tr("%1 is plotted as soon as a source has it.").arg(expression), SaidMilliseconds);
+    Q_EMIT m_desk->wanted(this);
+}
+
+void PlotPanel::saveSettings(QSettings& settings)
+{
+    settings.beginGroup(QLatin1String("plot"));
+    m_wishes->saveSettings(settings);
+    settings.endGroup();
+}
+
+void PlotPanel::restoreSettings(QSettings& settings)
+{
+    settings.beginGroup(QLatin1String("plot"));
+    m_wishes->restoreSettings(settings);
+    settings.endGroup();
+}
+
+void PlotPanel::followPreferences(const Preferences& preferences)
+{
+    m_timer.setInterval(1000 / preferences.tickRate);
+}
+
+void PlotPanel::renew()
+{
+    m_wishes->followConfidentiality();
+    showValues();
+}
 
 void PlotPanel::createActions()
 {
@@ -191,7 +243,7 @@ void PlotPanel::addField(const FieldPath& path)
         if (series->getPath() == path)
             return;
     if (!findOrAdd(path, QString()))
-        Q_EMIT failed(tr("No more than %1 series can be plotted at a time.").arg(MostSeries));
+        Q_EMIT m_desk->failed(tr("No more than %1 series can be plotted at a time.").arg(MostSeries));
     updateTypes();
 }
 
@@ -295,14 +347,13 @@ void PlotPanel::updateEmptiness()
 void PlotPanel::updateTypes()
 {
     m_paths.clear();
-    m_types.clear();
     for (const auto& series : m_series) {
         QVector<FieldPath>& paths = m_paths[series->getPath().getMessageInfo()];
         if (!paths.contains(series->getPath()))
             paths.append(series->getPath());
-        m_types.insert(series->getPath().getMessageInfo());
     }
-    Q_EMIT typesChanged();
+    const QList<const MessageInfo*> types = m_paths.keys();
+    m_listener.setTypes(QSet<const MessageInfo*>(types.begin(), types.end()));
 }
 
 void PlotPanel::renameSender(const QString& before, const QString& now)
@@ -479,18 +530,12 @@ void PlotPanel::savePicture()
     const QString path = QFileDialog::getSaveFileName(this, tr("Save Picture"), QLatin1String("plot.png"),
                                                       tr("PNG pictures (*.png);;All files (*)"));
     if (!path.isEmpty() && !m_splitter->grab().save(path, "PNG"))
-        Q_EMIT failed(tr("%1 cannot be written.").arg(path));
+        Q_EMIT m_desk->failed(tr("%1 cannot be written.").arg(path));
 }
 
 void PlotPanel::saveValues()
 {
-    const QString path = QFileDialog::getSaveFileName(this, tr("Save Values"), QLatin1String("plot.csv"),
-                                                      tr("Comma-separated values (*.csv);;All files (*)"));
-    if (path.isEmpty())
-        return;
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(toCsv()) < 0 || !file.commit())
-        Q_EMIT failed(tr("%1 cannot be written: %2").arg(path, file.errorString()));
+    CsvFile::save(this, m_desk, tr("Save Values"), QLatin1String("plot.csv"), toCsv());
 }
 
 void PlotPanel::dragEnterEvent(QDragEnterEvent* event)
@@ -502,7 +547,8 @@ void PlotPanel::dragEnterEvent(QDragEnterEvent* event)
 void PlotPanel::dropEvent(QDropEvent* event)
 {
     event->acceptProposedAction();
-    Q_EMIT rowDropped();
+    m_use->setEnabled(true); // what cannot be plotted is told
+    m_use->trigger();
 }
 
 void PlotPanel::resizeEvent(QResizeEvent* event)

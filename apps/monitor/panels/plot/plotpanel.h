@@ -2,6 +2,8 @@
 #define PLOTPANEL_H
 
 #include "fieldpath.h"
+#include "messagetap.h"
+#include "panel.h"
 
 #include <QHash>
 #include <QSet>
@@ -12,9 +14,9 @@
 #include <vector>
 
 class LatestMessageSource;
-class Message;
 class PlotSeries;
 class PlotView;
+class PlotWishes;
 class QAction;
 class QComboBox;
 class QLabel;
@@ -24,28 +26,31 @@ class QTreeWidget;
 class QTreeWidgetItem;
 
 /** Draws the last minutes of some fields, live, with a list that tells their values now. */
-class PlotPanel : public QWidget
+class PlotPanel : public QWidget, public Panel
 {
     Q_OBJECT
 
 public:
-    /** @param latest  the picture stays while it is suspended; its newest messages begin a series. Borrowed. */
-    explicit PlotPanel(LatestMessageSource* latest, QWidget* parent = nullptr);
+    /** The picture stays while the newest messages of @p desk are suspended. */
+    explicit PlotPanel(Desk* desk, QWidget* parent = nullptr);
     ~PlotPanel() override;
 
+    QWidget* getWidget() override { return this; }
+    void saveSettings(QSettings& settings) override;
+    void restoreSettings(QSettings& settings) override;
+    /** Draws as many times a second as the other views, at most. */
+    void followPreferences(const Preferences& preferences) override;
+    /** Writes the values in the list anew. Fields that are hidden now go, and come back when they are shown again. */
+    void renew() override;
+    bool isFilled() const override { return !m_series.empty(); }
+
+    /** Draws the field that @p expression names, as soon as it is known. */
+    void plot(const QString& expression);
     /** Draws a field from now on, of each sender of its messages. */
     void addField(const FieldPath& path);
     /** Removes the series that is chosen in the list, or all. */
     void removeCurrent();
     void removeAll();
-
-    /** A sender has another name now; its series go on. */
-    void renameSender(const QString& before, const QString& now);
-    /** Draws so many times a second at most. */
-    void setRate(int rate) { m_timer.setInterval(1000 / rate); }
-
-    /** The types of whose messages every one should be given to processMessage(). */
-    const QSet<const MessageInfo*>& getTypes() const { return m_types; }
 
     /** The user's pause: what comes is kept, and the picture stays. */
     bool isPaused() const;
@@ -60,25 +65,14 @@ public:
 
     /** Draws what came since the last time; called by a timer. */
     void refresh();
-    /** Writes the values in the list anew, as they are to be written now. */
-    void showValues();
     /** Removes all series of fields that are not to be shown now; returns the expressions that name them. */
     QStringList removeHidden();
     /** The expressions that name the fields, each once. */
     QStringList getExpressions() const;
 
-public Q_SLOTS:
-    void processMessage(const Message* message);
-
 Q_SIGNALS:
-    /** getTypes() changed. */
-    void typesChanged();
-    /** The row of the tree that is current was dropped here. */
-    void rowDropped();
     /** All series were removed by the user. */
     void cleared();
-    /** Something went wrong that the user should know. */
-    void failed(const QString& text);
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -88,6 +82,9 @@ protected:
 private:
     void createActions();
     void createLegend();
+    void offerUse();
+    void processMessage(const Message* message);
+    void renameSender(const QString& before, const QString& now);
     PlotSeries* findOrAdd(const FieldPath& path, const QString& sender);
     bool isRemoved(const FieldPath& path, const QString& sender) const;
     void showLive();
@@ -96,6 +93,7 @@ private:
     void updateNames();
     void updateEmptiness();
     void updateTypes();
+    void showValues();
     void savePicture();
     void saveValues();
     PlotSeries* currentSeries() const;
@@ -103,11 +101,14 @@ private:
     void fitValueColumn();
     QTreeWidgetItem* legendRow(const PlotSeries* series) const;
 
+    Desk* m_desk;
     LatestMessageSource* m_latest;
+    PlotWishes* m_wishes;
+    QAction* m_use; // of the field that is current elsewhere
+    TapListener m_listener;
     std::vector<std::unique_ptr<PlotSeries>> m_series;
     std::vector<std::pair<FieldPath, QString>> m_removed; // senders of a field that is drawn of others
     QHash<const MessageInfo*, QVector<FieldPath>> m_paths;
-    QSet<const MessageInfo*> m_types;
     PlotView* m_view;
     QTreeWidget* m_legend;
     QSplitter* m_splitter;

@@ -2,7 +2,8 @@
 
 #include "celldelegate.h"
 #include "columngrower.h"
-#include "sourcemodel.h"
+#include "desk.h"
+#include "emptyhint.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -10,15 +11,16 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-SourcePanel::SourcePanel(SourceModel* model, QWidget* parent)
+SourcePanel::SourcePanel(Desk* desk, QWidget* parent)
     : QWidget(parent)
-    , m_model(model)
+    , m_desk(desk)
     , m_view(new QTreeView)
     , m_reconnect(new QPushButton(tr("&Reconnect")))
     , m_record(new QPushButton(tr("Recor&d...")))
     , m_close(new QPushButton(tr("C&lose")))
 {
-    m_view->setModel(model);
+    SourceModel* const sources = desk->getSources();
+    m_view->setModel(sources);
     m_view->setRootIsDecorated(false);
     m_view->setUniformRowHeights(true);
     m_view->setAccessibleName(tr("Sources"));
@@ -32,25 +34,37 @@ SourcePanel::SourcePanel(SourceModel* model, QWidget* parent)
     m_view->header()->setSectionResizeMode(SourceModel::StateColumn, QHeaderView::Stretch);
     m_view->header()->resizeSection(SourceModel::RateColumn,
                                     fontMetrics().horizontalAdvance(QLatin1String(" 000,000 /s ")));
+    new EmptyHint(m_view, tr("Connect to a device, or drop a recording on the window."));
+    createButtons();
 
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, desk,
+            [desk](const QModelIndex& row) { desk->chooseSource(desk->getSources()->getSession(row.row())); });
+    connect(sources, &QAbstractItemModel::rowsInserted, this,
+            [this, sources](const QModelIndex&, int first) { m_view->setCurrentIndex(sources->index(first, 0)); });
+    connect(desk, &Desk::chosenSourceChanged, this, &SourcePanel::follow);
+    connect(sources, &SourceModel::sessionChanged, this, &SourcePanel::follow);
+    follow();
+}
+
+void SourcePanel::createButtons()
+{
     QPushButton* const open = new QPushButton(tr("Co&nnect..."));
     open->setToolTip(tr("Open another source: UDP, TCP, a file, with its definitions"));
     m_reconnect->setToolTip(tr("Open the chosen source anew, now"));
     m_close->setToolTip(tr("Close the chosen source, and forget what it received"));
-    connect(open, &QPushButton::clicked, this, &SourcePanel::connectRequested);
+    connect(open, &QPushButton::clicked, m_desk, &Desk::connectRequested);
     connect(m_reconnect, &QPushButton::clicked, this, [this]() {
-        if (SourceSession* const session = getCurrent())
+        if (SourceSession* const session = m_desk->getChosenSource())
             session->reconnect();
     });
     connect(m_close, &QPushButton::clicked, this, [this]() {
-        if (SourceSession* const session = getCurrent())
-            m_model->close(session);
+        if (SourceSession* const session = m_desk->getChosenSource())
+            m_desk->getSources()->close(session);
     });
-
     m_record->setCheckable(true);
     connect(m_record, &QPushButton::clicked, this, [this](bool checked) {
         follow(); // it is pressed when there is a recording, and that is still to come
-        Q_EMIT recordRequested(checked);
+        Q_EMIT m_desk->recordRequested(checked);
     });
 
     QHBoxLayout* const buttons = new QHBoxLayout;
@@ -60,40 +74,17 @@ SourcePanel::SourcePanel(SourceModel* model, QWidget* parent)
     layout->setContentsMargins(2, 2, 2, 2);
     layout->addWidget(m_view);
     layout->addLayout(buttons);
-
-    connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this]() {
-        follow();
-        Q_EMIT currentChanged();
-    });
-    connect(model, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first) { choose(first); });
-    connect(model, &SourceModel::sessionRemoved, this, [this]() {
-        follow();
-        Q_EMIT currentChanged();
-    });
-    connect(model, &SourceModel::sessionChanged, this, &SourcePanel::follow);
-    follow();
-}
-
-SourceSession* SourcePanel::getCurrent() const
-{
-    if (SourceSession* const session = m_model->getSession(m_view->currentIndex().row()))
-        return session;
-    return m_model->getSession(0);
-}
-
-void SourcePanel::choose(int row)
-{
-    m_view->setCurrentIndex(m_model->index(row, 0));
 }
 
 void SourcePanel::follow()
 {
-    m_reconnect->setEnabled(getCurrent());
-    m_close->setEnabled(getCurrent());
-    m_record->setEnabled(getCurrent());
-    const bool isRecording = getCurrent() && getCurrent()->getRecorder().isRecording();
+    const SourceSession* const session = m_desk->getChosenSource();
+    m_reconnect->setEnabled(session);
+    m_close->setEnabled(session);
+    m_record->setEnabled(session);
+    const bool isRecording = session && session->getRecorder().isRecording();
     m_record->setChecked(isRecording);
     m_record->setText(isRecording ? tr("Stop Recor&ding") : tr("Recor&d..."));
-    m_record->setToolTip(isRecording ? tr("Finish the recording in %1").arg(getCurrent()->getRecorder().getPath())
+    m_record->setToolTip(isRecording ? tr("Finish the recording in %1").arg(session->getRecorder().getPath())
                                      : tr("Write down what arrives, byte for byte"));
 }

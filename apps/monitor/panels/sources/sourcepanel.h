@@ -1,41 +1,28 @@
 #ifndef SOURCEPANEL_H
 #define SOURCEPANEL_H
 
+#include "panel.h"
+
 #include <QWidget>
 
-class QTreeView;
 class QPushButton;
-class SourceModel;
-class SourceSession;
+class QTreeView;
 
 /** The list of open sources, and what can be done with the one that is chosen. */
-class SourcePanel : public QWidget
+class SourcePanel : public QWidget, public Panel
 {
     Q_OBJECT
 
 public:
-    /** @param model  borrowed */
-    explicit SourcePanel(SourceModel* model, QWidget* parent = nullptr);
+    explicit SourcePanel(Desk* desk, QWidget* parent = nullptr);
 
-    /** The source that is chosen; the only one, when there is one; or null. */
-    SourceSession* getCurrent() const;
-
-Q_SIGNALS:
-    /** Another source was chosen, or none. */
-    void currentChanged();
-    /** The user wants to open something. */
-    void connectRequested();
-    /** The user wants the source recorded, or not any more. */
-    void recordRequested(bool record);
-
-public Q_SLOTS:
-    /** Brings the buttons up to date. */
-    void follow();
+    QWidget* getWidget() override { return this; }
 
 private:
-    void choose(int row);
+    void createButtons();
+    void follow();
 
-    SourceModel* m_model;
+    Desk* m_desk;
     QTreeView* m_view;
     QPushButton* m_reconnect;
     QPushButton* m_record;

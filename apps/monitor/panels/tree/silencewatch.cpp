@@ -76,6 +76,19 @@ void SilenceWatch::processMessage(const Message* message)
             grey(row, false);
 }
 
+void SilenceWatch::forget(const MessageInfo* info)
+{
+    m_types.remove(info);
+    if (!m_silent.remove(info))
+        return;
+    if (MessageTreeWidgetItem* const row = findRow(info)) {
+        grey(row, false);
+        const int column = m_tree->getColumnIndex(MessageTreeWidget::ValueColumn);
+        if (column >= 0)
+            row->setText(column, QString());
+    }
+}
+
 qint64 SilenceWatch::expectedInterval(const Type& type) const
 {
     QVector<qint64> sorted = type.intervals;

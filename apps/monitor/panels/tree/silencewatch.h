@@ -44,6 +44,9 @@ public:
     /** Since when and how long; empty for a type that is not silent. */
     QString describe(const MessageInfo* info) const;
 
+    /** What came of a type holds no more, as after a jump in a recording: how often it comes is found out anew. */
+    void forget(const MessageInfo* info);
+
     /** Looks what is silent now; called by a timer. */
     void check();
     /** Greys what is silent in the tree's colours. */

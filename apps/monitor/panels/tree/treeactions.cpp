@@ -1,5 +1,6 @@
 #include "treeactions.h"
 
+#include "desk.h"
 #include "messageinfo.h"
 #include "messagetreewidget.h"
 #include "pinnedtypes.h"
@@ -12,19 +13,22 @@
 #include <QMenu>
 
 static const int MostTold = 60; // characters of what was copied
+static const int SaidMilliseconds = 4000;
 
-TreeActions::TreeActions(MessageTreeWidget* tree, PinnedTypes* pins, QObject* parent)
+TreeActions::TreeActions(MessageTreeWidget* tree, PinnedTypes* pins, Desk* desk, QObject* parent)
     : QObject(parent)
     , m_tree(tree)
     , m_pins(pins)
+    , m_desk(desk)
 {
     m_copyValue = addAction(tr("&Copy Value"), QKeySequence::Copy, &TreeActions::copyValue);
     m_copyRaw = addAction(tr("Copy &Raw Value"), QKeySequence(tr("Ctrl+Shift+C")), &TreeActions::copyRaw);
     m_copyPath = addAction(tr("Copy &Path"), QKeySequence(tr("Ctrl+Alt+C")), &TreeActions::copyPath);
     m_copyJson = addAction(tr("Copy as &JSON"), QKeySequence(tr("Ctrl+J")), &TreeActions::copyJson);
-    m_watch = addAction(tr("&Watch"), QKeySequence(tr("Ctrl+Shift+W")), &TreeActions::watch);
-    m_plot = addAction(tr("P&lot"), QKeySequence(tr("Ctrl+L")), &TreeActions::plot);
     m_pin = addAction(tr("Pi&n"), QKeySequence(tr("Ctrl+D")), &TreeActions::togglePinned);
+    for (const FieldUse& use : desk->getFieldUses())
+        addUse(use);
+    connect(desk, &Desk::fieldUseOffered, this, &TreeActions::addUse); // by panels that come later
     tree->setContextMenuPolicy(Qt::DefaultContextMenu);
     tree->installEventFilter(this);
     tree->viewport()->installEventFilter(this);
@@ -42,6 +46,22 @@ QAction* TreeActions::addAction(const QString& text, const QKeySequence& key, vo
     return action;
 }
 
+void TreeActions::addUse(const FieldUse& use)
+{
+    use.action->setShortcutContext(Qt::WidgetShortcut);
+    connect(use.action, &QAction::triggered, this, [this, use]() { take(use); });
+    m_tree->addAction(use.action);
+    update();
+}
+
+QList<QAction*> TreeActions::getShowActions() const
+{
+    QList<QAction*> actions;
+    for (const FieldUse& use : m_desk->getFieldUses())
+        actions.append(use.action);
+    return actions << m_pin;
+}
+
 void TreeActions::update()
 {
     const TreeRow row(m_tree->currentItem());
@@ -51,8 +71,8 @@ void TreeActions::update()
     m_copyRaw->setEnabled(field);
     m_copyPath->setEnabled(!row.isNull());
     m_copyJson->setEnabled(!row.isNull());
-    m_watch->setEnabled(field);
-    m_plot->setEnabled(row.isNumeric());
+    for (const FieldUse& use : m_desk->getFieldUses())
+        use.action->setEnabled(use.refusal.isEmpty() ? field != nullptr : row.isNumeric());
     m_pin->setEnabled(!row.isNull());
     m_pin->setText(m_pins->isPinned(row.getPath().getMessageInfo())
                        ? tr("Unpi&n %1").arg(row.getPath().getMessageInfo()->getName())
@@ -92,12 +112,12 @@ void TreeActions::showMenu(const QPoint& globalPosition)
 void TreeActions::copy(const QString& text)
 {
     if (text.isEmpty()) {
-        Q_EMIT said(tr("There is nothing to copy yet."));
+        say(tr("There is nothing to copy yet."));
         return;
     }
     QGuiApplication::clipboard()->setText(text);
     const QString line = text.section(QLatin1Char('\n'), 0, 0);
-    Q_EMIT said(tr("Copied: %1").arg(line.size() > MostTold ? line.left(MostTold) + QChar(0x2026) : line));
+    say(tr("Copied: %1").arg(line.size() > MostTold ? line.left(MostTold) + QChar(0x2026) : line));
 }
 
 void TreeActions::copyValue()
@@ -120,20 +140,19 @@ void TreeActions::copyJson()
     copy(TreeRow(m_tree->currentItem()).getJson());
 }
 
-void TreeActions::watch()
+void TreeActions::take(const FieldUse& use)
 {
     const TreeRow row(m_tree->currentItem());
-    if (row.getPath().getField())
-        Q_EMIT watchRequested(row.getPath().getExpression());
+    if (!use.refusal.isEmpty() && !row.isNumeric())
+        say(use.refusal);
+    else if (row.getPath().getField())
+        use.take(row.getPath());
+    update();
 }
 
-void TreeActions::plot()
+void TreeActions::say(const QString& text)
 {
-    const TreeRow row(m_tree->currentItem());
-    if (row.isNumeric())
-        Q_EMIT plotRequested(row.getPath());
-    else
-        Q_EMIT said(tr("Only numbers can be plotted."));
+    Q_EMIT m_desk->said(text, SaidMilliseconds);
 }
 
 void TreeActions::togglePinned()

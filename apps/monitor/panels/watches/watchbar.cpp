@@ -1,12 +1,10 @@
 #include "watchbar.h"
 
-#include "fieldinfo.h"
-#include "latestmessagesource.h"
-#include "pathexpression.h"
-#include "preferences.h"
+#include "desk.h"
 #include "watch.h"
 #include "watcheditor.h"
 
+#include <QAction>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScrollArea>
@@ -16,10 +14,10 @@
 // More in a settings file than anybody pins is a fault of the file.
 static const int MostRestored = 1000;
 
-WatchBar::WatchBar(LatestMessageSource* source, QWidget* parent)
+WatchBar::WatchBar(Desk* desk, QWidget* parent)
     : QWidget(parent)
-    , m_source(source)
-    , m_editor(new WatchEditor(source))
+    , m_desk(desk)
+    , m_editor(new WatchEditor(desk->getLatest()))
     , m_timeOut(Preferences().watchTimeOut)
 {
     QVBoxLayout* outer = new QVBoxLayout(this);
@@ -44,6 +42,14 @@ WatchBar::WatchBar(LatestMessageSource* source, QWidget* parent)
     m_strip = scroller;
     m_strip->hide(); // until there is something to show
     outer->addWidget(m_strip);
+
+    QAction* const use = new QAction(tr("&Watch"), this);
+    use->setShortcut(QKeySequence(tr("Ctrl+Shift+W")));
+    const auto take = [this](const FieldPath& path) {
+        pin(path.getExpression());
+        Q_EMIT m_desk->wanted(this);
+    };
+    desk->offerUse({QLatin1String("watch"), use, QString(), take, [this](const QString& wish) { pin(wish); }});
 }
 
 int WatchBar::timeOutMilliseconds() const
@@ -56,21 +62,12 @@ void WatchBar::pin(const QString& expression, const QString& name)
     for (const Watch* watch : std::as_const(m_watches))
         if (watch->getExpression() == expression)
             return;
-    Watch* watch = new Watch(expression, name, m_source);
+    Watch* watch = new Watch(expression, name, m_desk->getLatest());
     watch->setTimeOut(timeOutMilliseconds());
     connect(watch, &Watch::removeRequested, this, [this, watch]() { remove(watch); });
     m_layout->insertWidget(int(m_watches.size()), watch);
     m_watches.append(watch);
     m_strip->show();
-}
-
-void WatchBar::pinField(const FieldInfo* field)
-{
-    if (!field)
-        return;
-    PathExpression expression;
-    expression.setupToMatchUnique(field);
-    pin(expression.getString(PathExpression::AllParts));
 }
 
 void WatchBar::remove(Watch* watch)
@@ -94,14 +91,15 @@ void WatchBar::renew()
         watch->renew();
 }
 
-void WatchBar::setTimeOut(double seconds)
+void WatchBar::followPreferences(const Preferences& preferences)
 {
-    m_timeOut = seconds;
+    m_timeOut = preferences.watchTimeOut;
     applyTimeOut();
 }
 
-void WatchBar::setFrozen(bool frozen)
+void WatchBar::tick()
 {
+    const bool frozen = m_desk->isPaused() || m_desk->getLatest()->isStandingStill();
     if (m_frozen == frozen)
         return;
     m_frozen = frozen;
@@ -114,8 +112,9 @@ void WatchBar::applyTimeOut()
         watch->setTimeOut(timeOutMilliseconds());
 }
 
-void WatchBar::saveSettings(QSettings& settings) const
+void WatchBar::saveSettings(QSettings& settings)
 {
+    settings.beginGroup(QLatin1String("watches"));
     settings.setValue(QLatin1String("expression"), m_editor->getExpression());
     settings.remove(QLatin1String("pinned"));
     settings.beginWriteArray(QLatin1String("pinned"), int(m_watches.size()));
@@ -125,10 +124,12 @@ void WatchBar::saveSettings(QSettings& settings) const
         settings.setValue(QLatin1String("name"), m_watches.at(i)->getName());
     }
     settings.endArray();
+    settings.endGroup();
 }
 
 void WatchBar::restoreSettings(QSettings& settings)
 {
+    settings.beginGroup(QLatin1String("watches"));
     const QString expression = settings.value(QLatin1String("expression")).toString();
     if (!expression.isEmpty())
         m_editor->setExpression(expression);
@@ -140,4 +141,5 @@ void WatchBar::restoreSettings(QSettings& settings)
             pin(pinned, settings.value(QLatin1String("name")).toString());
     }
     settings.endArray();
+    settings.endGroup();
 }

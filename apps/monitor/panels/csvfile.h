@@ -1,0 +1,19 @@
+#ifndef CSVFILE_H
+#define CSVFILE_H
+
+#include <QByteArray>
+#include <QString>
+
+class Desk;
+class QWidget;
+
+/** What a panel shows, as a file of comma-separated values. */
+namespace CsvFile
+{
+
+/** Asks for a file, with @p name as a suggestion, and writes @p csv there; what goes wrong is told on the desk. */
+void save(QWidget* panel, Desk* desk, const QString& title, const QString& name, const QByteArray& csv);
+
+} // namespace CsvFile
+
+#endif

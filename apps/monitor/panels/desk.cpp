@@ -1,0 +1,131 @@
+#include "desk.h"
+
+#include "corvel.h"
+#include "message.h"
+
+static const int SaidMilliseconds = 5000;
+
+Desk::Desk(QObject* parent)
+    : QObject(parent)
+    , m_sources(&m_factory, {&m_coordinator, &m_log, &m_latest, &m_tap})
+{
+    connect(&m_sources, &SourceModel::sessionAdded, this, &Desk::addSession);
+    connect(&m_sources, &SourceModel::sessionAboutToBeRemoved, &m_types, &MessageTypeModel::removeSession);
+    connect(&m_sources, &SourceModel::sessionRemoved, this, &Desk::chosenSourceChanged);
+}
+
+Desk::~Desk()
+{
+    m_sources.closeAll(); // while there is what they report to
+}
+
+void Desk::addSession(SourceSession* session)
+{
+    m_types.addSession(session);
+    connect(session, &SourceSession::formatChanged, &m_sources, &SourceModel::followFormats);
+    connect(session, &SourceSession::recordingFailed, this, &Desk::failed);
+    connect(session, &SourceSession::problem, this, &Desk::problem);
+    // A sender that was chosen stays so when its name tells its source, or tells it no longer.
+    connect(session, &SourceSession::senderRenamed, this, [this](const QString& before, const QString& now) {
+        m_latest.renameSender(before, now);
+        Q_EMIT senderRenamed(before, now);
+    });
+}
+
+void Desk::refresh()
+{
+    m_sources.refresh();
+    if (!m_isPaused)
+        m_types.refresh();
+}
+
+SourceSession* Desk::getChosenSource() const
+{
+    return m_sources.rowOf(m_chosenSource) >= 0 ? m_chosenSource.data() : m_sources.getSession(0);
+}
+
+void Desk::chooseSource(SourceSession* session)
+{
+    m_chosenSource = session;
+    Q_EMIT chosenSourceChanged();
+}
+
+void Desk::chooseTypes(const QVector<const MessageInfo*>& types)
+{
+    m_chosenTypes = types;
+    Q_EMIT chosenTypesChanged();
+}
+
+SourceSession* Desk::findRecording(qint64 time)
+{
+    QVector<SourceSession*> candidates(1, getChosenSource());
+    for (int i = 0; i < m_sources.getCount(); ++i)
+        candidates.append(m_sources.getSession(i));
+    for (SourceSession* const session : std::as_const(candidates)) {
+        const StreamSource* const source = session ? session->getSource() : nullptr;
+        if (source && source->isSeekable() && time >= source->getStartTime() && time <= source->getEndTime())
+            return session;
+    }
+    return nullptr;
+}
+
+void Desk::jumpTo(qint64 time)
+{
+    SourceSession* const session = time == Message::NoTime ? nullptr : findRecording(time);
+    if (session)
+        session->getSource()->seek(time);
+    else
+        Q_EMIT said(tr("No recording that is open has this time."), SaidMilliseconds);
+}
+
+void Desk::setPaused(bool paused)
+{
+    m_isPaused = paused;
+    Q_EMIT pausedChanged(paused);
+    m_latest.setSuspended(m_isPaused || !m_isVisible);
+}
+
+void Desk::setVisible(bool visible)
+{
+    m_isVisible = visible;
+    m_latest.setSuspended(m_isPaused || !m_isVisible);
+}
+
+void Desk::setPreferences(const Preferences& preferences)
+{
+    const Preferences before = m_preferences;
+    m_preferences = preferences;
+    m_latest.setRate(preferences.tickRate);
+    if (preferences.theme != before.theme)
+        Theme::apply(preferences.theme);
+    if (preferences.decimals != Corvel::floatingPointDecimals()) {
+        Corvel::setFloatingPointDecimals(preferences.decimals);
+        renew(); // also while nothing new is shown
+    }
+    if (preferences.annotations != before.annotations && !preferences.annotations.isEmpty())
+        Q_EMIT annotationsRequested(preferences.annotations);
+    Q_EMIT preferencesChanged();
+}
+
+void Desk::setConfidentialShown(bool shown)
+{
+    Corvel::setConfidentialInformationDisplayEnabled(shown);
+    renew();
+}
+
+void Desk::offerUse(const FieldUse& use)
+{
+    m_fieldUses.append(use);
+    Q_EMIT fieldUseOffered(use);
+}
+
+bool Desk::wish(const QString& use, const QString& expression)
+{
+    for (const FieldUse& offered : std::as_const(m_fieldUses)) {
+        if (offered.name != use)
+            continue;
+        offered.wish(expression);
+        return true;
+    }
+    return false;
+}

@@ -1,0 +1,133 @@
+#ifndef DESK_H
+#define DESK_H
+
+#include "eventlog.h"
+#include "fieldpath.h"
+#include "latestmessagesource.h"
+#include "messagestatisticscoordinator.h"
+#include "messagetap.h"
+#include "messagetypemodel.h"
+#include "preferences.h"
+#include "sourcefactory.h"
+#include "sourcemodel.h"
+
+#include <QPointer>
+
+class QAction;
+
+/** Something that a panel does with a field, offered to whoever shows fields. */
+struct FieldUse
+{
+    QString name;    ///< for command lines
+    QAction* action; ///< with text and key; the panel's own. Triggered, it is about the field that is current.
+    QString refusal; ///< what is said of a field that is no number; empty where any field will do
+    std::function<void(const FieldPath&)> take;
+    std::function<void(const QString&)> wish; ///< takes the field that an expression names, as soon as it is known
+};
+
+/**
+ * What all panels work on: the sources that are open with what they bring, and what the user chose of it.
+ *
+ * Panels do not know one another. What one of them wants of another, or of the window, goes by way of this.
+ */
+class Desk : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Desk(QObject* parent = nullptr);
+    ~Desk() override;
+
+    SourceFactory* getFactory() { return &m_factory; }
+    /** The open sources. */
+    SourceModel* getSources() { return &m_sources; }
+    /** The types that they brought, and which of them are in the tree. */
+    MessageTypeModel* getTypes() { return &m_types; }
+    /** Their newest messages, twenty times a second or so, for what people read. */
+    LatestMessageSource* getLatest() { return &m_latest; }
+    /** Every single message, for who asks by a TapListener. */
+    MessageTap* getTap() { return &m_tap; }
+    MessageStatisticsCoordinator* getCoordinator() { return &m_coordinator; }
+    EventLog* getLog() { return &m_log; }
+
+    /** Lets time go on for sources and types. */
+    void refresh();
+
+    /** The source that the user chose; the first one when there is no choice, or null. */
+    SourceSession* getChosenSource() const;
+    void chooseSource(SourceSession* session);
+
+    /** The types that are chosen in the list, in its order. */
+    const QVector<const MessageInfo*>& getChosenTypes() const { return m_chosenTypes; }
+    void chooseTypes(const QVector<const MessageInfo*>& types);
+
+    /** Goes to @p time, microseconds since 1970, in the recording that has it: the chosen one first. */
+    void jumpTo(qint64 time);
+
+    /** Lets all views stand still, or catch up; what arrives is counted and recorded all the same. */
+    void setPaused(bool paused);
+    bool isPaused() const { return m_isPaused; }
+    /** Whether anybody can see the views; newest messages are handed on only then. */
+    void setVisible(bool visible);
+
+    const Preferences& getPreferences() const { return m_preferences; }
+    void setPreferences(const Preferences& preferences);
+    /** Shows confidential data from now on, or hides it. */
+    void setConfidentialShown(bool shown);
+    /** To be called when descriptions of types changed that may be shown. */
+    void renew() { Q_EMIT renewed(); }
+
+    void offerUse(const FieldUse& use);
+    /** Uses what @p expression names as soon as it is known; false when no panel offers a use of this name. */
+    bool wish(const QString& use, const QString& expression);
+    const QVector<FieldUse>& getFieldUses() const { return m_fieldUses; }
+
+Q_SIGNALS:
+    /** Another source was chosen, or another one is the first. */
+    void chosenSourceChanged();
+    void chosenTypesChanged();
+    /** A sender is called otherwise now. */
+    void senderRenamed(const QString& before, const QString& now);
+    void pausedChanged(bool paused);
+    void preferencesChanged();
+    /** All values are to be written anew. */
+    void renewed();
+    void fieldUseOffered(const FieldUse& use);
+
+    /** The user should know this for some seconds. */
+    void said(const QString& text, int milliseconds);
+    /** Something went wrong that the user wanted. */
+    void failed(const QString& text);
+    /** Something was wrong with what arrived. */
+    void problem(const QString& text);
+    /** The panel with this widget has got something that the user wants to see. */
+    void wanted(QWidget* widget);
+    /** The panels have got their first sizes. */
+    void arranged();
+    /** The user wants to open something. */
+    void connectRequested();
+    /** The user wants the chosen source recorded, or not any more. */
+    void recordRequested(bool record);
+    /** The user wants this file added to the definitions. */
+    void annotationsRequested(const QString& path);
+
+private:
+    void addSession(SourceSession* session);
+    SourceSession* findRecording(qint64 time);
+
+    SourceFactory m_factory;
+    MessageStatisticsCoordinator m_coordinator;
+    EventLog m_log;
+    LatestMessageSource m_latest;
+    MessageTap m_tap;
+    MessageTypeModel m_types;
+    SourceModel m_sources;
+    QPointer<SourceSession> m_chosenSource;
+    QVector<const MessageInfo*> m_chosenTypes;
+    QVector<FieldUse> m_fieldUses;
+    Preferences m_preferences;
+    bool m_isPaused = false;
+    bool m_isVisible = true;
+};
+
+#endif

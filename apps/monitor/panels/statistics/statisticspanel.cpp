@@ -1,0 +1,110 @@
+#include "statisticspanel.h"
+
+#include "celldelegate.h"
+#include "csvfile.h"
+#include "desk.h"
+#include "emptyhint.h"
+#include "messagestatisticswidget.h"
+#include "statisticscsv.h"
+
+#include <QEvent>
+#include <QHeaderView>
+#include <QMenu>
+#include <QSettings>
+#include <QShortcut>
+
+namespace
+{
+
+class StatisticsCells : public CellDelegate
+{
+public:
+    explicit StatisticsCells(QObject* parent)
+        : CellDelegate(parent)
+    {
+        setName(0);
+        setNumeric(1);
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        CellDelegate::initStyleOption(option, index);
+        if (index.column() == 0 && index.parent().parent().parent().isValid())
+            option->textElideMode = Qt::ElideLeft; // of a time, the date is what can be spared
+    }
+};
+
+} // namespace
+
+StatisticsPanel::StatisticsPanel(Desk* desk)
+    : m_desk(desk)
+    , m_widget(new MessageStatisticsWidget(desk->getCoordinator(), nullptr))
+{
+    m_widget->setAccessibleName(tr("Message statistics"));
+    m_widget->header()->setStretchLastSection(false);
+    m_widget->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_widget->header()->resizeSection(1, m_widget->fontMetrics().horizontalAdvance(QLatin1String(" 0000000 ")));
+    m_widget->resizeColumnToContents(2);
+    m_widget->headerItem()->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
+    m_widget->setItemDelegate(new StatisticsCells(m_widget.get()));
+    m_widget->installEventFilter(this);
+    new EmptyHint(m_widget.get(),
+                  tr("How often and how regularly messages come is told here once some were received."));
+
+    connect(m_widget.get(), &QTreeWidget::itemDoubleClicked, this, &StatisticsPanel::jumpToGap);
+    QShortcut* const enter = new QShortcut(Qt::Key_Return, m_widget.get(), nullptr, nullptr, Qt::WidgetShortcut);
+    connect(enter, &QShortcut::activated, this, [this]() { jumpToGap(m_widget->currentItem()); });
+    // Before new statistics can be taken for those that are gone.
+    connect(desk->getSources(), &SourceModel::sessionRemoved, this, [this]() { m_widget->updateTree(); });
+}
+
+StatisticsPanel::~StatisticsPanel() = default;
+
+QWidget* StatisticsPanel::getWidget()
+{
+    return m_widget.get();
+}
+
+void StatisticsPanel::addActionsTo(const PanelMenus& menus)
+{
+    menus.file->addAction(tr("Save S&tatistics as CSV..."), this, [this]() {
+        CsvFile::save(m_widget.get(), m_desk, tr("Save Statistics"), QLatin1String("statistics.csv"),
+                      StatisticsCsv::toCsv(*m_desk->getCoordinator()));
+    });
+}
+
+void StatisticsPanel::saveSettings(QSettings& settings)
+{
+    settings.beginGroup(QLatin1String("statistics"));
+    m_widget->writeSettings(settings);
+    settings.endGroup();
+}
+
+void StatisticsPanel::restoreSettings(QSettings& settings)
+{
+    settings.beginGroup(QLatin1String("statistics"));
+    m_widget->readSettings(settings);
+    settings.endGroup();
+}
+
+void StatisticsPanel::tick()
+{
+    if (!m_desk->isPaused() && m_widget->isVisible())
+        m_widget->updateTree();
+}
+
+bool StatisticsPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Show)
+        m_widget->updateTree(); // of what came while nobody looked
+    return QObject::eventFilter(watched, event);
+}
+
+void StatisticsPanel::jumpToGap(QTreeWidgetItem* item)
+{
+    for (QTreeWidgetItem* parent = item; parent; parent = parent->parent())
+        if (const auto* const row = dynamic_cast<MessageStatisticsTreeWidgetItem*>(parent))
+            if (const MessageStatistics::Gap* const gap = row->getGap(item))
+                m_desk->jumpTo(qint64(gap->start));
+}

@@ -1,0 +1,40 @@
+#ifndef STATISTICSPANEL_H
+#define STATISTICSPANEL_H
+
+#include "panel.h"
+
+#include <QObject>
+
+#include <memory>
+
+class MessageStatisticsWidget;
+class QTreeWidgetItem;
+
+/** How often and how regularly messages come: double-click goes to a gap. */
+class StatisticsPanel : public QObject, public Panel
+{
+    Q_OBJECT
+
+public:
+    explicit StatisticsPanel(Desk* desk);
+    ~StatisticsPanel() override;
+
+    MessageStatisticsWidget* getStatistics() const { return m_widget.get(); }
+
+    QWidget* getWidget() override;
+    void addActionsTo(const PanelMenus& menus) override;
+    void saveSettings(QSettings& settings) override;
+    void restoreSettings(QSettings& settings) override;
+    void tick() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void jumpToGap(QTreeWidgetItem* item);
+
+    Desk* m_desk;
+    std::unique_ptr<MessageStatisticsWidget> m_widget;
+};
+
+#endif

@@ -1,0 +1,47 @@
+#include "eventpanel.h"
+#include "formpanel.h"
+#include "panel.h"
+#include "playbackbar.h"
+#include "plotpanel.h"
+#include "sourcepanel.h"
+#include "statisticspanel.h"
+#include "treepanel.h"
+#include "typepanel.h"
+#include "watchbar.h"
+
+#include <QCoreApplication>
+
+template <typename Kind>
+static Panel* create(Desk* desk)
+{
+    return new Kind(desk);
+}
+
+// A panel is a row here and a folder beside this file. What lies in a dock is shown and hidden in the View menu.
+const QVector<PanelRow>& getPanelTable()
+{
+    typedef PanelPlace Place;
+    static const QVector<PanelRow> table = {
+        // clang-format off
+        {"tree", QT_TRANSLATE_NOOP("Panel", "Message Tree"),
+         {Place::Center, 0, 0, nullptr, nullptr}, create<TreePanel>},
+        {"watches", QT_TRANSLATE_NOOP("Panel", "Watches"),
+         {Place::Top, 0, 0, nullptr, ""}, create<WatchBar>},
+        {"sources", QT_TRANSLATE_NOOP("Panel", "Sources"),
+         {Place::Left, 0, 167, nullptr, nullptr}, create<SourcePanel>},
+        {"types", QT_TRANSLATE_NOOP("Panel", "Message Types"),
+         {Place::Left, 300, 500, nullptr, nullptr}, create<TypePanel>},
+        {"forms", QT_TRANSLATE_NOOP("Panel", "Forms"),
+         {Place::Right, 200, 0, nullptr, "types"}, create<FormPanel>},
+        {"statistics", QT_TRANSLATE_NOOP("Panel", "Statistics"),
+         {Place::Bottom, 556, 250, nullptr, nullptr}, create<StatisticsPanel>},
+        {"events", QT_TRANSLATE_NOOP("Panel", "Events"),
+         {Place::Bottom, 444, 0, nullptr, "statistics"}, create<EventPanel>},
+        {"plot", QT_TRANSLATE_NOOP("Panel", "Plot"),
+         {Place::Bottom, 0, 0, "events", "statistics"}, create<PlotPanel>},
+        {"playback", QT_TRANSLATE_NOOP("Panel", "Playback"),
+         {Place::Bar, 0, 0, nullptr, nullptr}, create<PlaybackBar>},
+        // clang-format on
+    };
+    return table;
+}

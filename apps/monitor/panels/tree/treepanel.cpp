@@ -1,0 +1,182 @@
+#include "treepanel.h"
+
+#include "changehighlighter.h"
+#include "desk.h"
+#include "findbar.h"
+#include "messagetreewidget.h"
+#include "pinnedtypes.h"
+#include "rowtooltips.h"
+#include "silencewatch.h"
+#include "treeactions.h"
+#include "treehint.h"
+#include "treerows.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QHeaderView>
+#include <QMenu>
+#include <QSettings>
+#include <QTimer>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+TreePanel::TreePanel(Desk* desk)
+    : m_desk(desk)
+    , m_widget(new QWidget)
+    , m_tree(new MessageTreeWidget)
+{
+    m_tree->setAccessibleName(tr("Message tree"));
+    m_tree->setAlternatingRowColors(true);
+    m_tree->header()->resizeSection(0, 260);
+    m_tree->header()->resizeSection(1, 90);
+    m_tree->setDragEnabled(true);
+    m_tree->setDragDropMode(QAbstractItemView::DragOnly);
+    connect(desk->getLatest(), SIGNAL(newMessage(const Message*)), m_tree, SLOT(processMessage(const Message*)));
+    createTools();
+    createActions();
+    QVBoxLayout* const layout = new QVBoxLayout(m_widget.get());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_findBar);
+    layout->addWidget(m_tree, 1);
+    m_widget->setFocusProxy(m_tree);
+    m_tree->installEventFilter(this);
+    connect(desk, &Desk::arranged, this, &TreePanel::giveColumnsTheirWidths);
+}
+
+TreePanel::~TreePanel() = default;
+
+void TreePanel::createTools()
+{
+    m_findBar = new FindBar(m_tree, m_desk->getLatest());
+    m_pins = new PinnedTypes(m_tree, m_tree);
+    m_rows = new TreeRows(m_tree, m_pins, m_desk, m_tree);
+    m_actions = new TreeActions(m_tree, m_pins, m_desk, m_tree);
+    m_silence = new SilenceWatch(m_tree, m_desk->getLatest(), m_tree);
+    m_toolTips = new RowToolTips(m_tree, m_silence, m_tree);
+    m_highlighter = new ChangeHighlighter(m_tree, m_tree);
+    m_hint = new TreeHint(m_tree, m_findBar->getFilter(), m_desk);
+    m_highlighter->setEnabled(m_desk->getPreferences().highlight);
+    connect(m_rows, &TreeRows::changed, m_hint, &TreeHint::follow);
+}
+
+void TreePanel::createActions()
+{
+    m_addAll = new QAction(tr("&Add All Types"), m_widget.get());
+    m_addAll->setShortcut(QKeySequence(tr("Ctrl+Shift+A")));
+    connect(m_addAll, &QAction::triggered, m_rows, [this]() { m_rows->chooseAll(true); });
+    m_removeAll = new QAction(tr("&Remove All Types"), m_widget.get());
+    connect(m_removeAll, &QAction::triggered, m_rows, [this]() { m_rows->chooseAll(false); });
+    m_collapse = new QAction(tr("&Collapse All"), m_widget.get());
+    connect(m_collapse, &QAction::triggered, m_tree, &QTreeView::collapseAll);
+    m_expand = new QAction(tr("&Expand All"), m_widget.get());
+    connect(m_expand, &QAction::triggered, m_tree, &QTreeView::expandAll);
+
+    m_addAutomatically = new QAction(tr("Add &New Types Automatically"), m_widget.get());
+    m_virtualFields = new QAction(tr("&Virtual Fields"), m_widget.get());
+    m_primaryOnly = new QAction(tr("&Primary Fields Only"), m_widget.get());
+    for (QAction* const action : {m_addAutomatically, m_virtualFields, m_primaryOnly})
+        action->setCheckable(true);
+    m_addAutomatically->setChecked(m_rows->mustAddAutomatically());
+    m_virtualFields->setChecked(m_tree->mustShowVirtualFields());
+    connect(m_addAutomatically, &QAction::toggled, m_rows, &TreeRows::setAddAutomatically);
+    connect(m_virtualFields, SIGNAL(toggled(bool)), m_tree, SLOT(setShowVirtualFields(bool)));
+    connect(m_primaryOnly, SIGNAL(toggled(bool)), m_tree, SLOT(setShowPrimaryFieldsOnly(bool)));
+}
+
+void TreePanel::addActionsTo(const PanelMenus& menus)
+{
+    menus.edit->addActions(m_actions->getCopyActions());
+    menus.edit->addSeparator();
+    m_findBar->addActionsTo(menus.edit);
+
+    menus.tree->addActions({m_addAll, m_removeAll, m_addAutomatically});
+    menus.tree->addSeparator();
+    menus.tree->addActions({m_expand, m_collapse});
+    menus.tree->addSeparator();
+    menus.tree->addActions(m_actions->getShowActions());
+    for (QMenu* const menu : {menus.edit, menus.tree})
+        connect(menu, &QMenu::aboutToShow, m_actions, &TreeActions::update);
+
+    const QList<QAction*> columns = m_tree->getToggleColumnActions();
+    menus.view->addMenu(tr("&Columns"))->addActions(columns);
+    m_tree->header()->setContextMenuPolicy(Qt::ActionsContextMenu);
+    m_tree->header()->addActions(columns);
+    menus.view->addSeparator();
+    menus.view->addActions({m_virtualFields, m_primaryOnly});
+
+    menus.bar->addActions({m_addAll, m_collapse, m_expand});
+    menus.bar->addSeparator();
+    menus.bar->addActions(columns);
+    menus.bar->addSeparator();
+    menus.bar->addActions({m_virtualFields, m_primaryOnly});
+}
+
+void TreePanel::giveColumnsTheirWidths()
+{
+    // Once the docks have left the tree what it gets.
+    QTimer::singleShot(0, m_tree, [this]() {
+        m_tree->header()->resizeSection(0, m_tree->width() * 2 / 5);
+        m_tree->header()->resizeSection(1, m_tree->width() / 6);
+    });
+}
+
+// Rows keep the colours that they were given.
+bool TreePanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange) {
+        m_highlighter->clear();
+        m_silence->followPalette();
+        m_pins->followPalette();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void TreePanel::followPreferences(const Preferences& preferences)
+{
+    m_silence->setIntervals(preferences.silentIntervals);
+    if (preferences.highlight != m_highlighter->isEnabled())
+        m_highlighter->setEnabled(preferences.highlight);
+}
+
+void TreePanel::tick()
+{
+    m_hint->follow();
+}
+
+void TreePanel::renew()
+{
+    m_tree->reconfigureTopLevelAbstractMessageTreeWidgetItems();
+}
+
+void TreePanel::forget(const MessageInfo* info)
+{
+    m_rows->forget(info);
+    m_silence->forget(info);
+}
+
+void TreePanel::saveSettings(QSettings& settings)
+{
+    settings.beginGroup(QLatin1String("tree"));
+    m_tree->saveSettings(settings);
+    m_tree->saveExpansionState(settings);
+    settings.setValue(QLatin1String("showVirtualFields"), m_virtualFields->isChecked());
+    settings.setValue(QLatin1String("primaryFieldsOnly"), m_primaryOnly->isChecked());
+    m_rows->saveSettings(settings);
+    m_pins->saveSettings(settings);
+    settings.endGroup();
+}
+
+void TreePanel::restoreSettings(QSettings& settings)
+{
+    settings.beginGroup(QLatin1String("tree"));
+    m_virtualFields->setChecked(settings.value(QLatin1String("showVirtualFields"), true).toBool());
+    m_primaryOnly->setChecked(settings.value(QLatin1String("primaryFieldsOnly"), false).toBool());
+    m_rows->restoreSettings(settings);
+    m_addAutomatically->setChecked(m_rows->mustAddAutomatically());
+    m_tree->loadExpansionState(settings);
+    if (settings.contains(QLatin1String("headerstate")))
+        m_tree->restoreSettings(settings);
+    m_pins->restoreSettings(settings);
+    settings.endGroup();
+}

@@ -1,0 +1,75 @@
+#ifndef TREEPANEL_H
+#define TREEPANEL_H
+
+#include "panel.h"
+
+#include <QObject>
+
+#include <memory>
+
+class ChangeHighlighter;
+class FindBar;
+class MessageTreeWidget;
+class PinnedTypes;
+class QAction;
+class RowToolTips;
+class SilenceWatch;
+class TreeActions;
+class TreeHint;
+class TreeRows;
+
+/** The message tree, with everything that helps to read it: find, pins, copies, tool tips, shades and silence. */
+class TreePanel : public QObject, public Panel
+{
+    Q_OBJECT
+
+public:
+    explicit TreePanel(Desk* desk);
+    ~TreePanel() override;
+
+    MessageTreeWidget* getTree() const { return m_tree; }
+    FindBar* getFindBar() const { return m_findBar; }
+    PinnedTypes* getPins() const { return m_pins; }
+    TreeActions* getActions() const { return m_actions; }
+    SilenceWatch* getSilence() const { return m_silence; }
+    ChangeHighlighter* getHighlighter() const { return m_highlighter; }
+    const RowToolTips* getToolTips() const { return m_toolTips; }
+
+    QWidget* getWidget() override { return m_widget.get(); }
+    void addActionsTo(const PanelMenus& menus) override;
+    void saveSettings(QSettings& settings) override;
+    void restoreSettings(QSettings& settings) override;
+    void followPreferences(const Preferences& preferences) override;
+    void tick() override;
+    void renew() override;
+    void forget(const MessageInfo* info) override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void createTools();
+    void createActions();
+    void giveColumnsTheirWidths();
+
+    Desk* m_desk;
+    std::unique_ptr<QWidget> m_widget; // the find bar above the tree
+    MessageTreeWidget* m_tree;
+    FindBar* m_findBar;
+    PinnedTypes* m_pins;
+    TreeRows* m_rows;
+    TreeActions* m_actions;
+    SilenceWatch* m_silence;
+    RowToolTips* m_toolTips;
+    ChangeHighlighter* m_highlighter;
+    TreeHint* m_hint;
+    QAction* m_addAll;
+    QAction* m_removeAll;
+    QAction* m_addAutomatically;
+    QAction* m_collapse;
+    QAction* m_expand;
+    QAction* m_virtualFields;
+    QAction* m_primaryOnly;
+};
+
+#endif

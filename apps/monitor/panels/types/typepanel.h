@@ -1,0 +1,36 @@
+#ifndef TYPEPANEL_H
+#define TYPEPANEL_H
+
+#include "panel.h"
+
+#include <QStringList>
+#include <QTreeView>
+
+class QSortFilterProxyModel;
+
+/** The list of the message types that came. Those that are ticked are in the tree, those that are chosen are forms. */
+class TypePanel : public QTreeView, public ::Panel // and not that of QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit TypePanel(Desk* desk, QWidget* parent = nullptr);
+
+    /** Chooses these types, by their names, as soon as they are received. */
+    void chooseWhenSeen(const QStringList& types) { m_wanted += types; }
+
+    QWidget* getWidget() override { return this; }
+    void saveSettings(QSettings& settings) override;
+    void restoreSettings(QSettings& settings) override;
+
+private:
+    void processTypeSeen(const MessageInfo* info);
+    void rememberChosen();
+    void tellChosen();
+
+    Desk* m_desk;
+    QSortFilterProxyModel* m_sorted;
+    QStringList m_wanted;
+};
+
+#endif
