@@ -10,6 +10,8 @@
 #include "typepanel.h"
 #include "watchbar.h"
 
+#include <QAction>
+
 /** The real window, with short ways to its panels. */
 struct TestWindow : MainWindow
 {
@@ -24,6 +26,14 @@ struct TestWindow : MainWindow
     WatchBar* getWatches() const { return find<WatchBar>(); }
     PlotPanel* getPlot() const { return find<PlotPanel>(); }
     QAbstractItemModel* getTypes() const { return find<TypePanel>()->model(); }
+    /** The action with this text, without its mark for a key; null when there is none. */
+    QAction* findAction(const QString& text) const
+    {
+        for (QAction* const action : findChildren<QAction*>())
+            if (action->text().remove('&') == text)
+                return action;
+        return nullptr;
+    }
     /** The stream of the source that is chosen. */
     const StreamSource* getSource() const { return getDesk()->getChosenSource()->getSource(); }
 };

@@ -21,9 +21,7 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
-#include <QSettings>
 #include <QTemporaryDir>
-#include <QTreeView>
 
 class tst_monitor : public TestBase
 {
@@ -31,10 +29,8 @@ class tst_monitor : public TestBase
 
 private Q_SLOTS:
     void aSimulatedVehicleFillsTheViews();
-    void typesComeAndGoWithTheirTicks();
     void watchesFollowTheirExpressions();
     void watchesLookIntoSubMessages();
-    void aRestartFindsThingsAsTheyWere();
     void aDamagedSettingsFileIsPutAside();
     void whatCannotBeOpenedLeavesWhatIsShown();
     void theProgramSavesAPicture();
@@ -88,30 +84,6 @@ void tst_monitor::aSimulatedVehicleFillsTheViews()
     for (const QWidget* widget : window.findChildren<QWidget*>())
         isForm = isForm || widget->windowTitle() == "ATTITUDE";
     QVERIFY(isForm);
-}
-
-void tst_monitor::typesComeAndGoWithTheirTicks()
-{
-    TestWindow window;
-    window.show();
-    window.openSimulation();
-    QVERIFY(waitFor([&]() { return findItem(window.getTree(), "ATTITUDE"); }, 30000));
-    QAbstractItemModel* types = nullptr;
-    for (const QTreeView* view : window.findChildren<QTreeView*>())
-        if (view->accessibleName() == "Message types")
-            types = view->model();
-    QVERIFY(types);
-    QModelIndex attitude;
-    for (int row = 0; row < types->rowCount(); ++row)
-        if (types->index(row, 0).data().toString() == "ATTITUDE")
-            attitude = types->index(row, 0);
-    QCOMPARE(attitude.data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
-
-    QVERIFY(types->setData(attitude, Qt::Unchecked, Qt::CheckStateRole));
-    QVERIFY(!findItem(window.getTree(), "ATTITUDE"));
-    QVERIFY(types->setData(attitude, Qt::Checked, Qt::CheckStateRole));
-    // The newest message is there at once, without waiting for the next.
-    QVERIFY(!valueText(window.getTree(), "ATTITUDE", "roll").isEmpty());
 }
 
 void tst_monitor::watchesFollowTheirExpressions()
@@ -182,30 +154,6 @@ void tst_monitor::watchesLookIntoSubMessages()
     const MessageReference own = MessageReference::adopt((new TestMessage(received))->set(receivedX, 3.5));
     QVERIFY(source.deliver(own.get()));
     QCOMPARE(other.getText(), QString("3.5"));
-}
-
-void tst_monitor::aRestartFindsThingsAsTheyWere()
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath("monitor.ini");
-    {
-        TestWindow window;
-        QSettings settings(path, QSettings::IniFormat);
-        window.getTree()->setColumns(QVector<MessageTreeWidget::ColumnType>()
-                                     << MessageTreeWidget::NameColumn << MessageTreeWidget::RawValueColumn);
-        window.getWatches()->pin("corvel/ATTITUDE/yaw", "heading");
-        window.saveSettings(settings);
-    }
-    TestWindow window;
-    QString problem;
-    const std::unique_ptr<QSettings> settings = SettingsFile::open(path, &problem);
-    QCOMPARE(problem, QString());
-    window.restoreSettings(*settings);
-    QCOMPARE(window.getTree()->getColumns(), QVector<MessageTreeWidget::ColumnType>()
-                                                 << MessageTreeWidget::NameColumn << MessageTreeWidget::RawValueColumn);
-    QCOMPARE(window.getWatches()->getWatches().size(), 1);
-    QCOMPARE(window.getWatches()->getWatches().first()->getName(), QString("heading"));
-    QCOMPARE(window.getWatches()->getWatches().first()->getExpression(), QString("corvel/ATTITUDE/yaw"));
 }
 
 void tst_monitor::aDamagedSettingsFileIsPutAside()

@@ -17,7 +17,6 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtEndian>
-#include <QTreeView>
 
 /** What jumps, pauses, other sources and other settings leave as the user had it, and what they must not. */
 class tst_monitorplayback : public TestBase
@@ -137,14 +136,6 @@ static void showRollEverywhere(TestWindow* window)
     window->getPlot()->plot("corvel/ATTITUDE/roll");
 }
 
-static QTreeView* typeView(const TestWindow& window)
-{
-    for (QTreeView* view : window.findChildren<QTreeView*>())
-        if (view->accessibleName() == "Message types")
-            return view;
-    return nullptr;
-}
-
 static void jump(TestWindow* window, int second)
 {
     StreamSource* const source = window->getSources()->getSession(0)->getSource();
@@ -160,7 +151,7 @@ void tst_monitorplayback::aJumpKeepsWhatWasChosenAndForgetsValues()
     QVERIFY(openFlight(&window));
     const QString all = "4.12345 rad | 4.12345 rad | 4.12345 rad | 4.12345 rad";
     QVERIFY(waitFor([&]() { return rollOf(window) == all; }));
-    QAbstractItemModel* const types = typeView(window)->model();
+    QAbstractItemModel* const types = window.getTypes();
     QCOMPARE(types->index(1, 0).data().toString(), QString("HEARTBEAT"));
     QVERIFY(types->setData(types->index(1, 0), Qt::Unchecked, Qt::CheckStateRole));
     QTreeWidgetItem* const roll = findRow(window, "ATTITUDE", "roll");
@@ -176,6 +167,9 @@ void tst_monitorplayback::aJumpKeepsWhatWasChosenAndForgetsValues()
     QCOMPARE(types->index(0, 2).data().toString(), QString("3"));
     QCOMPARE(window.getTree()->currentItem(), roll);
     QVERIFY(!findRow(window, "HEARTBEAT"));
+    // The newest message is there at once with its type, without waiting for the next.
+    QVERIFY(types->setData(types->index(1, 0), Qt::Checked, Qt::CheckStateRole));
+    QVERIFY(!findRow(window, "HEARTBEAT", "type")->text(2).isEmpty());
 }
 
 void tst_monitorplayback::pausedViewsAreWrittenAsTheSettingsSay()
@@ -248,9 +242,11 @@ void tst_monitorplayback::whatWasChosenSurvivesARestart()
         TestWindow window;
         showRollEverywhere(&window);
         window.getPlot()->plot("later/ENGINE/temperature");
+        window.getTree()->setColumns({MessageTreeWidget::NameColumn, MessageTreeWidget::ValueColumn});
+        window.getWatches()->getWatches().first()->setName("bank");
         QVERIFY(openFlight(&window));
         QVERIFY(waitFor([&]() { return rollOf(window).count('|') == 3; }));
-        QAbstractItemModel* const types = typeView(window)->model();
+        QAbstractItemModel* const types = window.getTypes();
         QVERIFY(types->setData(types->index(1, 0), Qt::Unchecked, Qt::CheckStateRole));
         QSettings settings(path, QSettings::IniFormat);
         window.saveSettings(settings);
@@ -258,6 +254,8 @@ void tst_monitorplayback::whatWasChosenSurvivesARestart()
     TestWindow window;
     QSettings settings(path, QSettings::IniFormat);
     window.restoreSettings(settings);
+    QCOMPARE(window.getTree()->getColumns().size(), 2);
+    QCOMPARE(window.getWatches()->getWatches().first()->getName(), QString("bank"));
     window.show();
     StreamSource::Playback playback;
     playback.factor = 0;

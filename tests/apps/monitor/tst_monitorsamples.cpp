@@ -16,7 +16,6 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QTreeView>
 
 /** A real recording in the real window, against what corvel-dump says of the same file. */
 class tst_monitorsamples : public TestBase
@@ -240,11 +239,7 @@ void tst_monitorsamples::filtersShowWhatTheyAreAskedFor()
     QCOMPARE(shownRows(tree), all);
 
     // A type that is not ticked leaves the tree, and nothing else does.
-    QAbstractItemModel* types = nullptr;
-    for (const QTreeView* view : window->findChildren<QTreeView*>())
-        if (view->accessibleName() == "Message types")
-            types = view->model();
-    QVERIFY(types);
+    QAbstractItemModel* const types = window->getTypes();
     const QString first = types->index(0, 0).data().toString();
     QVERIFY(types->setData(types->index(0, 0), Qt::Unchecked, Qt::CheckStateRole));
     QStringList left = all;
@@ -254,10 +249,7 @@ void tst_monitorsamples::filtersShowWhatTheyAreAskedFor()
     QCOMPARE(shownRows(tree), all);
 
     // Whom a message is for is not what it says.
-    QAction* primary = nullptr;
-    for (QAction* action : window->findChildren<QAction*>())
-        if (action->text().remove('&') == "Primary Fields Only")
-            primary = action;
+    QAction* const primary = window->findAction("Primary Fields Only");
     QVERIFY(primary);
     QVERIFY(all.filter("target_system").size() >= withTarget.size());
     primary->trigger();

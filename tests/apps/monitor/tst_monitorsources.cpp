@@ -225,24 +225,20 @@ void tst_monitorsources::annotationsAreForEitherFormat()
 
 void tst_monitorsources::faultsOfAnnotationsForTypesThatComeLaterAreEvents()
 {
-    SourceFactory factory;
+    Desk desk;
     QStringList problems;
     // Of a type that no other test's annotations are about.
-    QVERIFY(factory.annotate(writeFile("later.json", "{\"messages\": {\"fault.Point\": {\"fields\":\n"
-                                                     "{\"nothing\": {\"confidential\": true}}}}}"),
-                             &problems));
-    MessageStatisticsCoordinator coordinator;
-    EventLog log;
-    LatestMessageSource latest;
-    SourceModel model(&factory, {&coordinator, &log, &latest});
+    QVERIFY(desk.getFactory()->annotate(writeFile("later.json", "{\"messages\": {\"fault.Point\": {\"fields\":\n"
+                                                                "{\"nothing\": {\"confidential\": true}}}}}"),
+                                        &problems));
     SourceOptions options;
     options.address = writeFile("fault.mcap", points("fault"));
     QString error;
-    SourceSession* const session = model.open(options, StreamSource::Playback(), &error);
+    SourceSession* const session = desk.getSources()->open(options, StreamSource::Playback(), &error);
     QVERIFY2(session, qPrintable(error));
     QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
     QStringList faults;
-    for (const EventLog::Entry& entry : log.getEntries())
+    for (const EventLog::Entry& entry : desk.getLog()->getEntries())
         if (entry.event.getType() == CorvelEvent::DefinitionProblem)
             faults.append(entry.event.getMessage());
     QCOMPARE(faults,
@@ -253,15 +249,11 @@ void tst_monitorsources::anMcapStreamThroughAPipeIsRecognised()
 {
     const QString path = m_folder.filePath("pipe");
     QCOMPARE(mkfifo(qPrintable(path), 0600), 0);
-    SourceFactory factory;
-    MessageStatisticsCoordinator coordinator;
-    EventLog log;
-    LatestMessageSource latest;
-    SourceModel model(&factory, {&coordinator, &log, &latest});
+    Desk desk;
     SourceOptions options;
     options.address = path;
     QString error;
-    SourceSession* const session = model.open(options, StreamSource::Playback(), &error);
+    SourceSession* const session = desk.getSources()->open(options, StreamSource::Playback(), &error);
     QVERIFY2(session, qPrintable(error));
     // As a slow writer does it.
     QFile writer(path);
@@ -283,15 +275,11 @@ void tst_monitorsources::recordingKeepsDamageAndOutlivesTheProgram()
     QByteArray bad = heartbeat(1);
     bad[12] = char(bad[12] + 1);
     const QByteArray stream = heartbeat(0) + "stray bytes" + heartbeat(1) + bad + heartbeat(2) + heartbeat(3).left(9);
-    SourceFactory factory;
-    MessageStatisticsCoordinator coordinator;
-    EventLog log;
-    LatestMessageSource latest;
-    SourceModel model(&factory, {&coordinator, &log, &latest});
+    Desk desk;
     SourceOptions options;
     options.address = writeFile("damaged.raw", stream);
     QString error;
-    SourceSession* session = model.open(options, StreamSource::Playback(), &error);
+    SourceSession* session = desk.getSources()->open(options, StreamSource::Playback(), &error);
     QVERIFY2(session, qPrintable(error));
     const QString path = m_folder.filePath("damaged.tlog");
     QVERIFY(session->startRecording(path, &error));
@@ -300,7 +288,7 @@ void tst_monitorsources::recordingKeepsDamageAndOutlivesTheProgram()
     QCOMPARE(QFileInfo(path).size(), qint64(stream.size() + 5 * 8));
     const ReceptionCounters before = session->getCounters();
     options.address = path;
-    session = model.open(options, StreamSource::Playback(), &error);
+    session = desk.getSources()->open(options, StreamSource::Playback(), &error);
     QVERIFY2(session, qPrintable(error));
     QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
     for (const ReceptionCounters& counters : {before, session->getCounters()}) {
@@ -320,13 +308,12 @@ void tst_monitorsources::recordingKeepsDamageAndOutlivesTheProgram()
     options.address = killed;
     StreamSource::Playback playback;
     playback.factor = 0;
-    session = model.open(options, playback, &error);
+    session = desk.getSources()->open(options, playback, &error);
     QVERIFY2(session, qPrintable(error));
     QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
     QVERIFY(session->getCounters().getMessageCount() > 80);
     QCOMPARE(session->getCounters().getChecksumFailureCount(), quint64(0));
     QCOMPARE(session->getCounters().getSkippedBytes(), quint64(0));
-    model.closeAll();
 }
 
 void tst_monitorsources::recordingThatFailsLeavesReceptionAlone()

@@ -316,6 +316,15 @@ void tst_monitortree::silentTypesAreGreyed()
     desk.getLatest()->setSuspended(false);
     watch->check();
     QVERIFY(!isGrey("NAV_STATE"));
+    // After a jump in a recording, what was before says nothing: the time since when may be still to come.
+    now += 6000;
+    watch->check();
+    QVERIFY(isGrey("NAV_STATE") && desk.find("NAV_STATE")->text(1).contains("since"));
+    Q_EMIT desk.getLatest()->forgotten(desk.nav);
+    QVERIFY(!isGrey("NAV_STATE") && desk.find("NAV_STATE")->text(1).isEmpty());
+    now += 60000;
+    watch->check();
+    QVERIFY(!isGrey("NAV_STATE"));
 }
 
 QTEST_MAIN(tst_monitortree)

@@ -1,0 +1,174 @@
+#include "docklayout.h"
+#include "eventlogtablewidget.h"
+#include "eventpanel.h"
+#include "testbase.h"
+#include "treedesk.h"
+
+#include <QDockWidget>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QScrollBar>
+#include <QSettings>
+#include <QTemporaryDir>
+
+/** What panels are told, each on its desk and without the window. */
+class tst_monitorpanels : public TestBase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aPanelIsARowOfATable();
+    void allWhoAskSeeEveryMessage();
+    void theNewestEventStaysInSight();
+    void eventsLeadToTheirTimes();
+};
+
+namespace
+{
+
+/** Writes down what it is told. */
+class Listener : public Panel
+{
+public:
+    explicit Listener(Desk* desk)
+        : tap(desk->getTap(), [this](const Message* message) {
+            messages.append(message);
+            if (meanwhile)
+                meanwhile();
+        })
+    {
+    }
+
+    QWidget* getWidget() override { return widget.get(); }
+    void addActionsTo(const PanelMenus& menus) override { menus.view->addAction("Listen"); }
+    void saveSettings(QSettings& settings) override { settings.setValue("listener", told.join(' ')); }
+    void restoreSettings(QSettings& settings) override { told = settings.value("listener").toStringList(); }
+    void followPreferences(const Preferences& preferences) override { told << QString::number(preferences.tickRate); }
+    void tick() override { told << "tick"; }
+    void setViewsPaused(bool paused) override { told << (paused ? "paused" : "resumed"); }
+    void renew() override { told << "renewed"; }
+    void forget(const MessageInfo* info) override { told << "forgot " + info->getName(); }
+    bool isFilled() const override { return !messages.isEmpty(); }
+
+    std::unique_ptr<QLabel> widget{new QLabel("listener")};
+    QStringList told;
+    QVector<const Message*> messages;
+    std::function<void()> meanwhile;
+    TapListener tap;
+};
+
+template <typename Kind>
+Panel* create(Desk* desk)
+{
+    return new Kind(desk);
+}
+
+} // namespace
+
+void tst_monitorpanels::aPanelIsARowOfATable()
+{
+    TreeDesk desk;
+    QMainWindow window; // whose docks outlive what lies in them
+    PanelSet panels(&desk, {{"first", "First", {PanelPlace::Left, 300, 0, nullptr, nullptr}, create<Listener>},
+                            {"second", "Second", {PanelPlace::Left, 0, 0, "first", ""}, create<Listener>}});
+    window.resize(300, 200); // narrow
+    DockLayout docks(&window, &panels);
+    QMenu menu;
+    docks.addActionsTo(&menu);
+    panels.addActionsTo({&menu, &menu, &menu, &menu, &menu, nullptr});
+    QStringList entries;
+    for (const QAction* action : menu.actions())
+        entries << action->text();
+    QCOMPARE(entries.join(", "), QString("First, Second, Listen, Listen"));
+    QDockWidget* const second = window.findChild<QDockWidget*>("second");
+    docks.arrange();
+    QVERIFY(second->isHidden()); // where there is little room, until it is filled
+    docks.show(second->widget());
+    QVERIFY(!second->isHidden());
+
+    Preferences preferences;
+    preferences.tickRate = 7;
+    desk.setPreferences(preferences);
+    desk.setPaused(true);
+    desk.setPaused(false);
+    desk.setConfidentialShown(false);
+    Q_EMIT desk.getLatest()->forgotten(desk.nav);
+    panels.tick();
+    QTemporaryDir folder;
+    QSettings settings(folder.filePath("panels.ini"), QSettings::IniFormat);
+    panels.saveSettings(settings);
+    panels.restoreSettings(settings);
+    QCOMPARE(panels.find<Listener>()->told.join(", "), QString("7 paused resumed renewed forgot NAV_STATE tick"));
+}
+
+void tst_monitorpanels::allWhoAskSeeEveryMessage()
+{
+    TreeDesk desk;
+    Listener one(&desk);
+    std::unique_ptr<Listener> two(new Listener(&desk));
+    std::unique_ptr<Listener> three;
+    one.tap.setTypes({desk.nav});
+    two->tap.setTypes({desk.nav, desk.battery});
+    desk.send(desk.createNav(1));
+    desk.sendCells(1);
+    QCOMPARE(one.messages.size(), 1);
+    QCOMPARE(two->messages.size(), 2);
+    QCOMPARE(two->messages.first(), one.messages.first()); // one object for both
+
+    // Of those who ask, one goes and another comes while a message is given out.
+    one.meanwhile = [&]() {
+        two.reset();
+        three.reset(new Listener(&desk));
+        three->tap.setTypes({desk.battery});
+        one.meanwhile = nullptr;
+    };
+    desk.send(desk.createNav(2));
+    desk.sendCells(2);
+    desk.send(desk.createNav(3));
+    QCOMPARE(one.messages.size(), 3);
+    QCOMPARE(three->messages.size(), 1);
+    three.reset();
+    QVERIFY(desk.getTap()->wants(desk.nav) && !desk.getTap()->wants(desk.battery));
+}
+
+void tst_monitorpanels::theNewestEventStaysInSight()
+{
+    Desk desk;
+    EventPanel panel(&desk);
+    EventLogTableWidget* const events = panel.getTable();
+    events->resize(500, 200);
+    events->show();
+    const QScrollBar* const bar = events->verticalScrollBar();
+    const auto add = [events]() {
+        for (int i = 0; i < 100; ++i)
+            events->insertRow(events->rowCount());
+        QCoreApplication::processEvents();
+    };
+    add();
+    const int end = bar->maximum();
+    QVERIFY(end > 0);
+    QCOMPARE(bar->value(), end);
+    events->scrollToTop();
+    add();
+    QVERIFY(bar->maximum() > end);
+    QCOMPARE(bar->value(), 0);
+    events->scrollToBottom();
+    add();
+    QCOMPARE(bar->value(), bar->maximum());
+}
+
+void tst_monitorpanels::eventsLeadToTheirTimes()
+{
+    Desk desk;
+    EventPanel panel(&desk);
+    QSignalSpy said(&desk, &Desk::said);
+    desk.getLog()->append(CorvelEvent(CorvelEvent::SourceEvent, "it began"), QDateTime::currentDateTimeUtc());
+    QTRY_COMPARE(panel.getTable()->rowCount(), 1);
+    panel.getTable()->setCurrentCell(0, 0);
+    Q_EMIT panel.getTable()->doubleClicked(panel.getTable()->currentIndex());
+    QCOMPARE(said.value(0).value(0).toString(), QString("No recording that is open has this time."));
+}
+
+QTEST_MAIN(tst_monitorpanels)
+#include "tst_monitorpanels.moc"
