@@ -4,6 +4,7 @@
 #include "mavlinkstreamdecoder.h"
 #include "message.h"
 #include "receptioncounters.h"
+#include "streamidentities.h"
 
 #include <QFile>
 
@@ -29,10 +30,17 @@ struct Stream
 class CountingSink : public StreamSink
 {
 public:
-    void processReceived(const ReceivedMessage& message) override { counters.countMessage(message); }
+    explicit CountingSink(const StreamDecoder* decoder) { m_identities.setDecoder(decoder); }
+    void processReceived(const ReceivedMessage& message) override
+    {
+        counters.countMessage(message, m_identities.rowOf(message));
+    }
     void processProblem(const StreamProblem& problem) override { counters.countProblem(problem); }
 
     ReceptionCounters counters;
+
+private:
+    StreamIdentities m_identities;
 };
 
 const int PieceSize = 65536;
@@ -40,7 +48,7 @@ const int PieceSize = 65536;
 quint64 decode(const Stream& stream)
 {
     MavlinkStreamDecoder decoder(stream.dialect.get(), stream.layout);
-    CountingSink sink;
+    CountingSink sink(&decoder);
     for (int i = 0; i < stream.bytes.size(); i += PieceSize)
         decoder.feed(stream.bytes.constData() + i, std::min(PieceSize, int(stream.bytes.size()) - i), Message::NoTime,
                      &sink);

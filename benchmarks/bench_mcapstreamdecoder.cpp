@@ -51,8 +51,9 @@ public:
     {
         if (message.info && !message.info->getFormatInfo())
             m_decoder->publishTypes(&m_faults);
-        counters.countMessage(message);
-        m_monitor.processReceived(message);
+        const int row = m_monitor.getIdentities().rowOf(message);
+        counters.countMessage(message, row);
+        m_monitor.countMessage(message, row);
     }
     void processProblem(const StreamProblem& problem) override
     {

@@ -109,10 +109,11 @@ void receptions(benchmark::State& state)
             time += interval;
             for (quint32 type = 0; type < Types; ++type) {
                 ++number;
-                if (coordinator.countMessage(stream, type, 257, time + type, number % 256, 256))
+                const int row = int(type);
+                if (coordinator.countMessage(stream, row, infos[type], time + type, number % 256, 256))
                     continue;
-                coordinator.findOrCreate(stream, infos[type], type, 257, sender)->addReception(time + type);
-                coordinator.countNumber(stream, 257, sender, number % 256, 256);
+                coordinator.findOrCreate(stream, row, {infos[type], 0, sender})->addReception(time + type);
+                coordinator.countNumber(stream, 0, sender, number % 256, 256);
             }
         }
     };

@@ -27,10 +27,9 @@ void appendMember(std::string* text, Separator* separator, const char* key, quin
 }
 
 // Of a number that says all there is to be known, no more than that.
-QString unknownName(const StreamDecoder& decoder, quint32 id)
+QString unknownName(const StreamDecoder& decoder, const StreamIdentities::Row& row)
 {
-    const QString text = decoder.describeUnknown(id);
-    return text == decoder.StreamDecoder::describeUnknown(id) ? QString::number(id) : text;
+    return row.typeName == decoder.StreamDecoder::describeUnknown(row.id) ? QString::number(row.id) : row.typeName;
 }
 
 void appendGaps(std::string* text, const MessageStatistics& statistics)
@@ -65,14 +64,16 @@ void appendIntervals(std::string* text, const MessageStatistics& statistics)
 StatisticsPrinter::StatisticsPrinter(const QString& inputName, const StreamDecoder* decoder)
     : DumpSink(inputName, decoder)
     , m_monitor(&m_coordinator)
+    , m_identities(m_monitor.getIdentities())
 {
     m_monitor.begin(decoder);
 }
 
 void StatisticsPrinter::consume(const ReceivedMessage& message)
 {
-    m_counters.countMessage(message);
-    m_monitor.processReceived(message);
+    const int row = m_identities.rowOf(message);
+    m_counters.countMessage(message, row);
+    m_monitor.countMessage(message, row);
 }
 
 void StatisticsPrinter::count(const StreamProblem& problem)
@@ -85,20 +86,20 @@ std::string StatisticsPrinter::typesText() const
 {
     std::string text = "{";
     Separator types(&text);
-    QSet<quint32> done;
+    QSet<const MessageInfo*> done;
     QHash<QString, int> names; // two schemas can have a type of one name
-    const QVector<ReceptionCounters::Row>& rows = m_counters.getRows();
-    for (const ReceptionCounters::Row& first : rows) {
-        if (!first.info || done.contains(first.id))
+    const QVector<StreamIdentities::Row>& rows = m_identities.getRows();
+    for (const StreamIdentities::Row& first : rows) {
+        if (!first.info || done.contains(first.info))
             continue;
-        done.insert(first.id);
+        done.insert(first.info);
         quint64 messages = 0;
         QMap<QString, quint64> counts; // several senders can have one name, as channels of one topic
-        for (const ReceptionCounters::Row& row : rows) {
-            if (row.id != first.id)
+        for (int i = 0; i < rows.size(); ++i) {
+            if (rows.at(i).info != first.info)
                 continue;
-            messages += row.count;
-            counts[getDecoder()->getSenderName(row.sender)] += row.count;
+            messages += m_counters.getCount(i);
+            counts[m_identities.getSenderName(rows.at(i).sender)] += m_counters.getCount(i);
         }
         std::string senders = "{";
         Separator separator(&senders);
@@ -121,18 +122,18 @@ std::string StatisticsPrinter::typesText() const
 
 std::string StatisticsPrinter::unknownText() const
 {
-    QMap<quint32, quint64> counts;
-    for (const ReceptionCounters::Row& row : m_counters.getRows())
-        if (!row.info)
-            counts[row.id] += row.count;
+    const QVector<StreamIdentities::Row>& rows = m_identities.getRows();
+    QMap<quint32, QString> ids; // names in the order of the numbers
     QHash<QString, quint64> named;
-    QStringList names; // in the order of the numbers
-    for (auto count = counts.cbegin(); count != counts.cend(); ++count) {
-        const QString name = unknownName(*getDecoder(), count.key());
-        if (!named.contains(name))
-            names.append(name);
-        named[name] += count.value();
+    for (int i = 0; i < rows.size(); ++i) {
+        if (rows.at(i).info)
+            continue;
+        const QString name = unknownName(*getDecoder(), rows.at(i));
+        ids.insert(rows.at(i).id, name);
+        named[name] += m_counters.getCount(i);
     }
+    QStringList names = ids.values();
+    names.removeDuplicates();
     std::string text = "{";
     Separator separator(&text);
     for (const QString& name : std::as_const(names))
@@ -155,9 +156,10 @@ std::string StatisticsPrinter::statisticsText() const
 {
     std::string text = "[";
     Separator entries(&text);
-    for (const ReceptionCounters::Row& row : m_counters.getRows()) {
+    for (int i = 0; i < m_identities.getRows().size(); ++i) {
+        const StreamIdentities::Row& row = m_identities.getRows().at(i);
         // Beyond a thousand unknown types they are not told apart.
-        const MessageStatistics* const statistics = m_coordinator.find(m_monitor.getStream(), row.id, row.sender);
+        const MessageStatistics* const statistics = m_coordinator.find(m_monitor.getStream(), i);
         if (!statistics)
             continue;
         entries.next();
@@ -167,7 +169,7 @@ std::string StatisticsPrinter::statisticsText() const
         else
             text.append("null");
         text.append(",\"sender\":");
-        appendString(&text, getDecoder()->getSenderName(row.sender));
+        appendString(&text, m_identities.getSenderName(row.sender));
         text.push_back(',');
         Separator members(&text);
         appendMember(&text, &members, "id", row.id);

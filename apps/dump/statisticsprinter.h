@@ -5,6 +5,7 @@
 #include "messagestatisticscoordinator.h"
 #include "receptioncounters.h"
 #include "receptionmonitor.h"
+#include "streamidentities.h"
 
 /** Counts messages, intervals, gaps and losses, and prints one JSON object at the end. */
 class StatisticsPrinter : public DumpSink
@@ -29,6 +30,7 @@ private:
     ReceptionCounters m_counters;
     MessageStatisticsCoordinator m_coordinator;
     ReceptionMonitor m_monitor;
+    StreamIdentities& m_identities; // of m_monitor
 };
 
 #endif

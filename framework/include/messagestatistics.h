@@ -96,13 +96,13 @@ private:
     friend class MessageStatisticsCoordinator;
 
     /** Takes over everything that @p other counted, which begins anew. */
-    MessageStatistics(const QString& name, MessageStatistics* other);
-
+    void takeOver(MessageStatistics* other);
     void reset();
+    const IntervalTracker& tracker() const;
 
     const MessageInfo* m_info;
     QString m_name;
-    IntervalTracker* m_tracker;
+    IntervalTracker* m_tracker; // null until a message has a time: most objects of a view that is long gone have none
     unsigned int m_countWithoutTime;
     int m_untimedInARow;
     const qint64* m_streamTime; // of the newest message of any type; null when not known

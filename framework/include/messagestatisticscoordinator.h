@@ -13,10 +13,14 @@ class MessageStatistics;
 /**
  * Holds the statistics of all message types received, and counts events by type.
  *
- * Messages belong to streams: the same type of the same sender in two streams is two rows. As long as the known types
- * of a stream come from one sender, its statistics have plain names ("HEARTBEAT"); from the second sender on, all of
- * them carry their sender ("HEARTBEAT (1:1)"). The statistics that exist by then are replaced by new objects with the
- * same contents, because whoever shows them asks for a name once only.
+ * Messages belong to streams, and in a stream to rows: a type of a sender has one, and whoever counts numbers them, as
+ * he does the senders (StreamIdentities). As long as the known types of a stream come from one sender, its statistics
+ * have plain names ("HEARTBEAT"); from the second sender on, all of them carry their sender ("HEARTBEAT (1:1)"). The
+ * statistics that exist by then are replaced by other objects with the same contents, because whoever shows them asks
+ * for a name once only.
+ *
+ * An object is only ever given for one row, type and name. It is there for as long as the coordinator, but holds
+ * nothing while it is in no use.
  *
  * Also keeps account of the numbers that senders give their messages, for a count of losses that knows nothing of
  * intervals. GUI thread only, or one thread only where there is no GUI.
@@ -30,7 +34,7 @@ public:
         SenderStatistics();
 
         int stream;
-        quint32 sender;
+        int sender;        ///< its number in the stream
         QString name;      ///< as people of the format write it
         bool numbered;     ///< whether the sender's messages have numbers at all
         quint64 received;  ///< messages, unknown types included
@@ -56,45 +60,45 @@ public:
 
     /**
      * What the names of the stream's statistics carry in addition, to tell streams apart: "HEARTBEAT (1:1, north)".
-     * Empty for nothing. Statistics whose names change are replaced by new objects with the same contents.
+     * Empty for nothing. Statistics whose names change are replaced by other objects with the same contents.
      */
     void setStreamLabel(int stream, const QString& label);
-
-    /**
-     * Goes on with other definitions: statistics keep what they counted under their new type's name.
-     *
-     * @param infos  the types by their ids; what it does not name is not known from now on
-     */
-    void changeTypes(int stream, const QHash<quint32, const MessageInfo*>& infos);
 
     /** Forgets all messages and events; streams stay. */
     void clear();
 
-    /** The statistics of a type and sender of @p stream, or null when no such message came yet. */
-    MessageStatistics* find(int stream, quint32 id, quint32 sender) const;
+    /** The statistics of a row of @p stream, or null when no such message came yet. */
+    MessageStatistics* find(int stream, int row) const;
+
+    /** What the messages of a row are, and who sends them. */
+    struct CORVELFRAMEWORK_EXPORT Origin
+    {
+        Origin(const MessageInfo* info, int sender, const QString& senderName, const QString& unknownName = QString());
+
+        const MessageInfo* info; ///< the type, or null for a type that the definitions do not know
+        int sender;              ///< its number in the stream, from 0
+        QString senderName;      ///< as people of the format write it; empty for nothing
+        QString unknownName;     ///< what to call a type that the definitions do not know, such as "Unknown 203"
+    };
 
     /**
-     * The statistics of a type and sender of @p stream; made when there are none yet.
-     *
-     * @param info        the type, or null for a type that the definitions do not know ("Unknown 203")
-     * @param id          the format's number of the type
-     * @param senderName  as people of the format write it; asked for only when the statistics are made
-     * @param unknownName what to call a type that the definitions do not know; empty for its number
+     * The statistics of a row of @p stream; made when there are none yet. When its type is another one now, the row
+     * goes on with what it counted under that type's name, in another object.
      */
-    MessageStatistics* findOrCreate(int stream, const MessageInfo* info, quint32 id, quint32 sender,
-                                    const QString& senderName, const QString& unknownName = QString());
+    MessageStatistics* findOrCreate(int stream, int row, const Origin& origin);
 
     /**
      * Does all that is to be done for a message, at once: adds it to the statistics of its type and sender, accounts
      * for its number, and tells its time to the stream when it has one.
      *
+     * @param info     its type
      * @param time     when it was sent or received, in microseconds since 1970, or Message::NoTime
      * @param number   the number, or Message::NoSequence
      * @param modulus  as for countNumber()
-     * @return whether both the type of that sender and the sender are known; else nothing was done, and findOrCreate()
-     *         and countNumber() have to come first
+     * @return whether there are statistics of that row and type, and the sender is known; else nothing was done, and
+     *         findOrCreate() and countNumber() have to come first
      */
-    bool countMessage(int stream, quint32 id, quint32 sender, qint64 time, qint64 number, quint64 modulus);
+    bool countMessage(int stream, int row, const MessageInfo* info, qint64 time, qint64 number, quint64 modulus);
 
     /**
      * Accounts for the number of a message.
@@ -102,10 +106,10 @@ public:
      * @param number   the number, or Message::NoSequence
      * @param modulus  numbers run from 0 to one below it; 0 when the format has none
      */
-    void countNumber(int stream, quint32 sender, const QString& senderName, qint64 number, quint64 modulus);
+    void countNumber(int stream, int sender, const QString& senderName, qint64 number, quint64 modulus);
 
     /** Counts a message that failed a check, unless no good one came from that sender yet: then it may be noise. */
-    void countFailure(int stream, quint32 sender);
+    void countFailure(int stream, int sender);
 
     /**
      * Tells what time it is in @p stream, in microseconds since 1970, so that types that fell silent stop being
@@ -122,7 +126,7 @@ public:
     /** How many events of that type there were. */
     unsigned int getEventCount(CorvelEvent::Type type) const;
 
-    /** Every sender of every stream, in the order of their first messages. */
+    /** Every sender of every stream of which messages came, in the order of their numbers. */
     QList<SenderStatistics> getSenderStatistics() const;
 
 private:
@@ -132,18 +136,19 @@ private:
     struct Row;
     struct Sender;
 
-    MessageStatistics* create(Stream* stream, const MessageInfo* info, quint32 id, quint32 sender,
-                              const QString& senderName, const QString& unknownName);
+    MessageStatistics* create(Stream* stream, int number, const Origin& origin);
+    void setType(Stream* stream, Row* row, const Origin& origin);
+    static void useObject(const Stream* stream, Row* row, const MessageInfo* info);
     static QString nameOf(const Stream* stream, const Row* row);
+    void noteSender(Stream* stream, int sender);
     void rename(const Stream* stream);
-    void dropRows(Stream* stream);
-    void retire(MessageStatistics* statistics);
+    void clearRows(Stream* stream);
     void listAll();
 
-    QVector<Stream*> m_streams;      // by number; null where a stream was removed
-    QList<Row*> m_rows;              // of all streams, in order
-    QList<MessageStatistics*> m_all; // those of m_rows, as the view asks for them once a row
-    QList<MessageStatistics*> m_retired;
+    QVector<Stream*> m_streams;          // by number; null where a stream was removed
+    QList<Row*> m_rows;                  // of all streams, in order, without those of which nothing came since
+    QList<MessageStatistics*> m_all;     // those of m_rows, as the view asks for them once a row
+    QList<MessageStatistics*> m_retired; // of streams that are gone
     QHash<int, unsigned int> m_events;
 };
 

@@ -1,36 +1,31 @@
 #ifndef RECEPTIONCOUNTERS_H
 #define RECEPTIONCOUNTERS_H
 
-#include "keyindex.h"
 #include "streamdecoder.h"
 
-#include <QHash>
 #include <QMap>
 #include <QVector>
 
-/** Counts what a stream brought: messages per type and sender, and everything that was wrong. Plain and copyable. */
+class StreamIdentities;
+
+/**
+ * Counts what a stream brought: messages by the rows of a StreamIdentities, and everything that was wrong. Plain and
+ * copyable.
+ */
 class CORVELFRAMEWORK_EXPORT ReceptionCounters
 {
 public:
-    /** A message type of one sender. */
-    struct Row
-    {
-        const MessageInfo* info; ///< null for an unknown type
-        quint32 id;
-        quint32 sender;
-        quint64 count;
-    };
-
     ReceptionCounters();
 
-    void countMessage(const ReceivedMessage& message);
+    /** Counts a message of that row. */
+    void countMessage(const ReceivedMessage& message, int row);
     void countProblem(const StreamProblem& problem);
 
-    /** Goes on with other definitions: types by their ids; what they do not name is unknown from now on. */
-    void changeTypes(const QHash<quint32, const MessageInfo*>& infos);
+    /** Takes messages that came before for known ones or not, as their rows are now. */
+    void changeTypes(const StreamIdentities& identities);
 
-    /** Every type and sender seen, in the order of their first messages. */
-    const QVector<Row>& getRows() const { return m_rows; }
+    /** Messages of a row; 0 also for one that does not exist. */
+    quint64 getCount(int row) const { return m_counts.value(row); }
 
     quint64 getMessageCount() const { return m_messages; }     ///< messages of known types
     quint64 getUnknownCount() const { return m_unknown; }      ///< frames of unknown types
@@ -45,10 +40,7 @@ public:
     const QMap<quint32, quint64>& getChecksumFailures() const { return m_checksumFailures; }
 
 private:
-    void addRow(const ReceivedMessage& message);
-
-    QVector<Row> m_rows;
-    KeyIndex m_rowIndices;
+    QVector<quint64> m_counts; // by row
     QMap<quint32, quint64> m_checksumFailures;
     quint64 m_messages;
     quint64 m_unknown;

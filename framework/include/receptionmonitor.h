@@ -1,16 +1,15 @@
 #ifndef RECEPTIONMONITOR_H
 #define RECEPTIONMONITOR_H
 
-#include "streamdecoder.h"
+#include "messagestatisticscoordinator.h"
+#include "streamidentities.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
-#include <QHash>
 #include <QObject>
 #include <QPointer>
 
 class EventLog;
-class MessageStatisticsCoordinator;
 class StreamSource;
 
 /**
@@ -62,7 +61,15 @@ public:
     /** Takes what @p decoder finds, where there is no source. Once, instead of follow(). */
     void begin(const StreamDecoder* decoder);
 
-    void processReceived(const ReceivedMessage& message) override;
+    /** Who sends what after begin(); whoever counts besides looks a message up there and hands the row on. */
+    StreamIdentities& getIdentities() { return m_ownIdentities; }
+    /** processReceived() where the row is known. */
+    void countMessage(const ReceivedMessage& message, int row);
+
+    void processReceived(const ReceivedMessage& message) override
+    {
+        countMessage(message, message.row >= 0 ? message.row : m_ownIdentities.rowOf(message));
+    }
     void processProblem(const StreamProblem& problem) override;
 
     /** What log entries begin with, to tell streams apart; empty for nothing. */
@@ -71,12 +78,8 @@ public:
     /** Counts anew from here on, and logs @p reason: what came before belongs to another stretch of the recording. */
     void startAnew(const QString& reason);
 
-    /**
-     * Goes on with the definitions of @p decoder, which must outlive its being used.
-     *
-     * @param infos  the types by their ids, see MessageStatisticsCoordinator::changeTypes()
-     */
-    void changeTypes(const StreamDecoder* decoder, const QHash<quint32, const MessageInfo*>& infos);
+    /** Goes on with @p decoder, which must outlive its being used, and with the types that rows have now. */
+    void changeTypes(const StreamDecoder* decoder);
 
     /** The stream's number with the coordinator; -1 before follow() or begin(). */
     int getStream() const { return m_stream; }
@@ -97,25 +100,25 @@ private Q_SLOTS:
 private:
     Q_DISABLE_COPY(ReceptionMonitor)
 
-    void countFirst(const ReceivedMessage& message);
-    void reportUnknown(const ReceivedMessage& message);
+    void countFirst(const ReceivedMessage& message, int row);
+    void reportUnknown(int row);
     void reportLeap(qint64 step);
     void report(int type, const QString& text, const QDateTime& time, const QString& kind = QString());
     QDateTime streamTime() const;
-    QString unknownName(quint32 id) const;
-    const QString& senderName(quint32 sender);
+    MessageStatisticsCoordinator::Origin originOf(int row) const;
     qint64 now() const;
 
     MessageStatisticsCoordinator* m_coordinator;
     EventLog* m_log;
     const StreamDecoder* m_decoder;
+    const StreamIdentities* m_identities; // of the source, or its own
+    StreamIdentities m_ownIdentities;
     QPointer<StreamSource> m_source;
     QString m_name;
     QString m_prefix;
     int m_stream;
     quint64 m_modulus;
     qint64 m_time; // of the newest message that has one
-    QHash<quint32, QString> m_senderNames;
     Clock* m_clock;
     QElapsedTimer m_elapsed; // used when m_clock is null
 };

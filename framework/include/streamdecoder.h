@@ -24,6 +24,7 @@ struct CORVELFRAMEWORK_EXPORT ReceivedMessage
     int size;                ///< bytes at data
     qint16 timeRest;         ///< nanoseconds beyond time, 0 to 999, or -1 where the format has none
     qint16 publishTimeRest;  ///< the same of publishTime
+    int row;                 ///< of the type and sender, see StreamIdentities; -1 before it was looked up
     qint64 time;             ///< microseconds since 1970, or Message::NoTime
     qint64 publishTime;      ///< when the sender sent it; Message::NoTime where that is the same or not known
     qint64 sequence;         ///< the sender's number of the message, or Message::NoSequence

@@ -4,6 +4,7 @@
 #include "byteinput.h"
 #include "messagesource.h"
 #include "receptioncounters.h"
+#include "streamidentities.h"
 
 class PlaybackClock;
 class QTimer;
@@ -74,7 +75,17 @@ public:
     void addObserver(StreamSink* observer) { m_observers.append(observer); }
     void removeObserver(StreamSink* observer) { m_observers.removeAll(observer); }
 
-    /** Counts on from @p counters, such as those of a connection that was lost. At any time. */
+    /**
+     * Goes on with the rows of an earlier connection of the same source; else this has its own. Before start().
+     *
+     * @param identities  not owned; must outlive this object
+     */
+    void setIdentities(StreamIdentities* identities);
+    /** Who sends what: the rows that ReceivedMessage::row and getCounters() mean. */
+    const StreamIdentities& getIdentities() const { return *m_identities; }
+
+    /** Counts on from @p counters, such as those of a connection that was lost and whose rows this goes on with. At
+     * any time. */
     void setCounters(const ReceptionCounters& counters) { m_counters = counters; }
 
     /** Makes jumps in a recording possible, with @p index, which is owned from now on. Before start(). */
@@ -190,7 +201,7 @@ private:
     qint64 m_currentTime;
     QString m_error;
     ReceptionCounters m_counters;
-    QHash<quint32, QString> m_senderNames;
+    StreamIdentities* m_identities;
 };
 
 #endif

@@ -1,5 +1,7 @@
 #include "receptioncounters.h"
 
+#include "streamidentities.h"
+
 ReceptionCounters::ReceptionCounters()
     : m_messages(0)
     , m_unknown(0)
@@ -12,13 +14,11 @@ ReceptionCounters::ReceptionCounters()
 {
 }
 
-void ReceptionCounters::countMessage(const ReceivedMessage& message)
+void ReceptionCounters::countMessage(const ReceivedMessage& message, int row)
 {
-    const int row = m_rowIndices.find(KeyIndex::keyOf(message.id, message.sender));
-    if (row >= 0)
-        ++m_rows[row].count;
-    else
-        addRow(message);
+    if (row >= m_counts.size())
+        m_counts.resize(row + 1);
+    ++m_counts[row];
     if (message.info)
         ++m_messages;
     else
@@ -26,20 +26,11 @@ void ReceptionCounters::countMessage(const ReceivedMessage& message)
     m_bytes += quint64(message.size);
 }
 
-// Apart, so that what happens for every message stays small.
-void ReceptionCounters::addRow(const ReceivedMessage& message)
-{
-    m_rowIndices.insert(KeyIndex::keyOf(message.id, message.sender), int(m_rows.size()));
-    m_rows.append(Row{message.info, message.id, message.sender, 1});
-}
-
-void ReceptionCounters::changeTypes(const QHash<quint32, const MessageInfo*>& infos)
+void ReceptionCounters::changeTypes(const StreamIdentities& identities)
 {
     m_messages = m_unknown = 0;
-    for (Row& row : m_rows) {
-        row.info = infos.value(row.id);
-        (row.info ? m_messages : m_unknown) += row.count;
-    }
+    for (int row = 0; row < m_counts.size(); ++row)
+        (identities.getRows().at(row).info ? m_messages : m_unknown) += m_counts.at(row);
 }
 
 void ReceptionCounters::countProblem(const StreamProblem& problem)

@@ -3,8 +3,8 @@
 #include "corvelevent.h"
 #include "eventlog.h"
 #include "message.h"
+#include "messageinfo.h"
 #include "messagestatistics.h"
-#include "messagestatisticscoordinator.h"
 #include "streamsource.h"
 
 namespace
@@ -47,6 +47,7 @@ ReceptionMonitor::ReceptionMonitor(MessageStatisticsCoordinator* coordinator, Ev
     , m_coordinator(coordinator)
     , m_log(log)
     , m_decoder(nullptr)
+    , m_identities(nullptr)
     , m_stream(-1)
     , m_modulus(0)
     , m_time(Message::NoTime)
@@ -77,6 +78,7 @@ void ReceptionMonitor::follow(StreamSource* source, const QString& name)
     m_source = source;
     m_name = name;
     begin(source->getDecoder());
+    m_identities = &source->getIdentities();
     source->addObserver(this);
     connect(source, SIGNAL(stateChanged(int)), this, SLOT(processState(int)));
 }
@@ -84,6 +86,8 @@ void ReceptionMonitor::follow(StreamSource* source, const QString& name)
 void ReceptionMonitor::begin(const StreamDecoder* decoder)
 {
     m_decoder = decoder;
+    m_ownIdentities.setDecoder(decoder);
+    m_identities = &m_ownIdentities;
     m_modulus = decoder->getSequenceModulus();
     if (m_stream < 0)
         m_stream = m_coordinator->addStream();
@@ -97,17 +101,19 @@ void ReceptionMonitor::startAnew(const QString& reason)
     report(CorvelEvent::SourceEvent, reason, QDateTime::currentDateTime().toUTC());
 }
 
-void ReceptionMonitor::changeTypes(const StreamDecoder* decoder, const QHash<quint32, const MessageInfo*>& infos)
+void ReceptionMonitor::changeTypes(const StreamDecoder* decoder)
 {
     m_decoder = decoder;
     m_modulus = decoder->getSequenceModulus();
-    m_coordinator->changeTypes(m_stream, infos);
+    for (int row = 0; row < m_identities->getRows().size(); ++row)
+        if (m_coordinator->find(m_stream, row))
+            m_coordinator->findOrCreate(m_stream, row, originOf(row));
 }
 
-void ReceptionMonitor::processReceived(const ReceivedMessage& message)
+void ReceptionMonitor::countMessage(const ReceivedMessage& message, int row)
 {
-    if (!m_coordinator->countMessage(m_stream, message.id, message.sender, message.time, message.sequence, m_modulus))
-        countFirst(message);
+    if (!m_coordinator->countMessage(m_stream, row, message.info, message.time, message.sequence, m_modulus))
+        countFirst(message, row);
     if (message.time != Message::NoTime) {
         const qint64 step = m_time == Message::NoTime ? 0 : message.time - m_time;
         m_time = message.time;
@@ -115,38 +121,48 @@ void ReceptionMonitor::processReceived(const ReceivedMessage& message)
             reportLeap(step);
     }
     if (!message.info)
-        reportUnknown(message);
+        reportUnknown(row);
 }
 
-/** Counts a message of a type and sender that has no statistics of its own, at least not yet. */
-void ReceptionMonitor::countFirst(const ReceivedMessage& message)
+/** Counts a message whose row has no statistics of its own, at least not yet, or had another type. */
+void ReceptionMonitor::countFirst(const ReceivedMessage& message, int row)
 {
-    const QString& sender = senderName(message.sender);
-    m_coordinator
-        ->findOrCreate(m_stream, message.info, message.id, message.sender, sender,
-                       message.info ? QString() : unknownName(message.id))
-        ->addReception(message.time);
-    m_coordinator->countNumber(m_stream, message.sender, sender, message.sequence, m_modulus);
+    const int sender = m_identities->getRows().at(row).sender;
+    m_coordinator->findOrCreate(m_stream, row, originOf(row))->addReception(message.time);
+    m_coordinator->countNumber(m_stream, sender, m_identities->getSenderName(sender), message.sequence, m_modulus);
     if (message.time != Message::NoTime)
         m_coordinator->setCurrentTime(m_stream, message.time);
+}
+
+MessageStatisticsCoordinator::Origin ReceptionMonitor::originOf(int number) const
+{
+    const StreamIdentities::Row& row = m_identities->getRows().at(number);
+    const QString& sender = m_identities->getSenderName(row.sender);
+    if (row.info)
+        return MessageStatisticsCoordinator::Origin(row.info, row.sender, sender);
+    // Where the decoder has a name for it and not only the number, that tells the sender too.
+    if (row.typeName != m_decoder->StreamDecoder::describeUnknown(row.id))
+        return MessageStatisticsCoordinator::Origin(nullptr, row.sender, QString(), row.typeName);
+    return MessageStatisticsCoordinator::Origin(nullptr, row.sender, sender, QStringLiteral("Unknown %1").arg(row.id));
 }
 
 void ReceptionMonitor::processProblem(const StreamProblem& problem)
 {
     // The number of a frame that was cut off is not missed by anything.
     if (problem.hasFrame && problem.kind != StreamProblem::TruncatedFrame)
-        m_coordinator->countFailure(m_stream, problem.sender);
-    const QString text = problem.describe(problem.hasFrame ? senderName(problem.sender) : QString());
+        m_coordinator->countFailure(m_stream, m_identities->findSender(problem.sender));
+    const QString text = problem.describe(problem.hasFrame ? m_decoder->getSenderName(problem.sender) : QString());
     // How many bytes were skipped differs every time; it is one kind of event all the same.
     const QString kind = problem.kind == StreamProblem::SkippedBytes ? tr("bytes skipped") : QString();
     report(typeOf(problem.kind), text, streamTime(), kind);
 }
 
 // Apart, as are the others that seldom happen, so that what happens for every message stays small.
-void ReceptionMonitor::reportUnknown(const ReceivedMessage& message)
+void ReceptionMonitor::reportUnknown(int number)
 {
+    const StreamIdentities::Row& row = m_identities->getRows().at(number);
     report(CorvelEvent::UnknownMessage,
-           tr("unknown message %1, sender %2").arg(m_decoder->describeUnknown(message.id), senderName(message.sender)),
+           tr("unknown message %1, sender %2").arg(row.typeName, m_identities->getSenderName(row.sender)),
            streamTime());
 }
 
@@ -220,21 +236,6 @@ void ReceptionMonitor::report(int type, const QString& text, const QDateTime& ti
 QDateTime ReceptionMonitor::streamTime() const
 {
     return m_time == Message::NoTime ? QDateTime() : QDateTime::fromMSecsSinceEpoch(m_time / 1000).toUTC();
-}
-
-/** What the decoder calls an unknown type; empty when it knows no more than the number. */
-QString ReceptionMonitor::unknownName(quint32 id) const
-{
-    const QString text = m_decoder->describeUnknown(id);
-    return text == m_decoder->StreamDecoder::describeUnknown(id) ? QString() : text;
-}
-
-const QString& ReceptionMonitor::senderName(quint32 sender)
-{
-    QHash<quint32, QString>::iterator found = m_senderNames.find(sender);
-    if (found == m_senderNames.end())
-        found = m_senderNames.insert(sender, m_decoder->getSenderName(sender));
-    return found.value();
 }
 
 qint64 ReceptionMonitor::now() const

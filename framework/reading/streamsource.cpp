@@ -58,6 +58,7 @@ struct StreamSource::Work
     bool countsChanged;
     quint32 annotationProblems;
     std::shared_ptr<StreamDecoder> decoder;
+    StreamIdentities identities; // used where nobody gives others
     const QMetaMethod newMessageSignal;
     ProblemReporter problems;
 };
@@ -85,8 +86,10 @@ StreamSource::StreamSource(ByteInput* input, StreamDecoder* decoder, QObject* pa
     , m_startTime(Message::NoTime)
     , m_endTime(Message::NoTime)
     , m_currentTime(Message::NoTime)
+    , m_identities(nullptr)
 {
     m_work->decoder = m_reader->getDecoder();
+    setIdentities(&m_work->identities);
     m_reader->setPlayback(Playback());
     connect(m_reader, SIGNAL(batchesReady()), this, SLOT(processBatches()), Qt::QueuedConnection);
     m_workTimer->setSingleShot(true);
@@ -99,6 +102,12 @@ StreamSource::~StreamSource()
 {
     delete m_reader;
     delete m_work;
+}
+
+void StreamSource::setIdentities(StreamIdentities* identities)
+{
+    m_identities = identities;
+    m_identities->setDecoder(m_work->decoder.get());
 }
 
 void StreamSource::setPlayback(const Playback& playback)
@@ -229,24 +238,23 @@ void StreamSource::processBatches()
 
 bool StreamSource::processRecord()
 {
-    const ReceivedMessage message = m_work->batch->messageAt(m_work->record++);
+    ReceivedMessage message = m_work->batch->messageAt(m_work->record++);
     if (message.info && !message.info->getFormatInfo() && !publishTypes(message.offset))
         return false;
     m_position = static_cast<qint64>(message.offset) + message.size;
     if (message.time != Message::NoTime)
         m_currentTime = message.time;
-    m_counters.countMessage(message);
+    message.row = m_identities->rowOf(message);
+    m_counters.countMessage(message, message.row);
     m_work->countsChanged = true;
     for (StreamSink* observer : m_observers)
         observer->processReceived(message);
     if (!message.info || !isSignalConnected(m_work->newMessageSignal) ||
         !MessageNeedManager::getInstance()->isNeeded(message.info))
         return true;
-    QHash<quint32, QString>::const_iterator name = m_senderNames.constFind(message.sender);
-    if (name == m_senderNames.constEnd())
-        name = m_senderNames.insert(message.sender, getSenderName(message.sender));
     const QPointer<StreamSource> self(this);
-    const MessageReference reference = MessageReference::adopt(message.createMessage(*name));
+    const QString& sender = m_identities->getSenderName(m_identities->getRows().at(message.row).sender);
+    const MessageReference reference = MessageReference::adopt(message.createMessage(sender));
     deliver(reference.get());
     return !self.isNull();
 }
@@ -322,7 +330,7 @@ bool StreamSource::finishBatch()
         Q_EMIT datagramsDropped(dropped);
     if (self && decoder) {
         m_work->decoder = decoder;
-        m_senderNames.clear();
+        m_identities->setDecoder(decoder.get());
         Q_EMIT decoderChanged();
     }
     if (self && soughtTime) {

@@ -8,6 +8,7 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -35,23 +36,11 @@ const int MessageStatistics::DefaultGapLimit;
 MessageStatistics::MessageStatistics(const MessageInfo* info, const QString& name)
     : m_info(info)
     , m_name(name)
-    , m_tracker(new IntervalTracker)
+    , m_tracker(0)
     , m_countWithoutTime(0)
     , m_untimedInARow(0)
     , m_streamTime(nullptr)
 {
-}
-
-MessageStatistics::MessageStatistics(const QString& name, MessageStatistics* other)
-    : m_info(other->m_info)
-    , m_name(name)
-    , m_tracker(other->m_tracker)
-    , m_countWithoutTime(other->m_countWithoutTime)
-    , m_untimedInARow(other->m_untimedInARow)
-    , m_streamTime(other->m_streamTime)
-{
-    other->m_tracker = nullptr;
-    other->reset();
 }
 
 MessageStatistics::~MessageStatistics()
@@ -62,10 +51,26 @@ MessageStatistics::~MessageStatistics()
 void MessageStatistics::reset()
 {
     delete m_tracker;
-    m_tracker = new IntervalTracker;
+    m_tracker = 0;
     m_countWithoutTime = 0;
     m_untimedInARow = 0;
-    m_streamTime = nullptr;
+    m_streamTime = 0;
+}
+
+void MessageStatistics::takeOver(MessageStatistics* other)
+{
+    reset();
+    std::swap(m_tracker, other->m_tracker);
+    m_countWithoutTime = other->m_countWithoutTime;
+    m_untimedInARow = other->m_untimedInARow;
+    m_streamTime = other->m_streamTime;
+    other->reset();
+}
+
+const IntervalTracker& MessageStatistics::tracker() const
+{
+    static const IntervalTracker none;
+    return m_tracker ? *m_tracker : none;
 }
 
 void MessageStatistics::addReception(qint64 time)
@@ -75,39 +80,43 @@ void MessageStatistics::addReception(qint64 time)
         ++m_untimedInARow;
         return;
     }
+    if (!m_tracker)
+        m_tracker = new IntervalTracker;
     m_tracker->addTime(time, m_untimedInARow);
     m_untimedInARow = 0;
 }
 
 void MessageStatistics::setGapLimit(int limit)
 {
+    if (!m_tracker)
+        m_tracker = new IntervalTracker;
     m_tracker->setGapLimit(limit);
 }
 
 unsigned int MessageStatistics::getCount() const
 {
-    return m_countWithoutTime + m_tracker->getTotal();
+    return m_countWithoutTime + tracker().getTotal();
 }
 
 unsigned long long MessageStatistics::getLastInterval() const
 {
-    return m_tracker->getLastInterval();
+    return tracker().getLastInterval();
 }
 
 bool MessageStatistics::isCurrentlyRegular() const
 {
     const bool knowsTime = m_streamTime && *m_streamTime != Message::NoTime;
-    return knowsTime ? m_tracker->isRegularAt(*m_streamTime) : m_tracker->isRegular();
+    return knowsTime ? tracker().isRegularAt(*m_streamTime) : tracker().isRegular();
 }
 
 QHash<long long, unsigned int> MessageStatistics::getIntervalCountHash() const
 {
-    return m_tracker->getCounts();
+    return tracker().getCounts();
 }
 
 QList<long long> MessageStatistics::getIntervalsSortedOnFrequency(int maxCount) const
 {
-    const QHash<long long, unsigned int> counts = m_tracker->getCounts();
+    const QHash<long long, unsigned int> counts = tracker().getCounts();
     QList<long long> intervals = counts.keys();
     std::sort(intervals.begin(), intervals.end(), MoreFrequent(counts));
     return maxCount < 0 ? intervals : intervals.mid(0, maxCount);
@@ -120,17 +129,17 @@ unsigned int MessageStatistics::getCountWithUnknownTime() const
 
 unsigned int MessageStatistics::getCountWithKnownTimeButUnknownInterval() const
 {
-    return m_tracker->getUnknownCount();
+    return tracker().getUnknownCount();
 }
 
 const QVector<MessageStatistics::Gap>& MessageStatistics::getGaps() const
 {
-    return m_tracker->getGaps();
+    return tracker().getGaps();
 }
 
 int MessageStatistics::getNumberOfGaps() const
 {
-    return m_tracker->getNumberOfGaps();
+    return tracker().getNumberOfGaps();
 }
 
 bool MessageStatistics::hasUnstoredGaps() const
@@ -140,7 +149,7 @@ bool MessageStatistics::hasUnstoredGaps() const
 
 int MessageStatistics::getNumberOfMissingEpochs() const
 {
-    return m_tracker->getNumberOfMissingEpochs();
+    return tracker().getNumberOfMissingEpochs();
 }
 
 const FormatInfo* MessageStatistics::getFormatInfo() const

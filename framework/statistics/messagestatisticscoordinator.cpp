@@ -1,6 +1,5 @@
 #include "messagestatisticscoordinator.h"
 
-#include "keyindex.h"
 #include "message.h"
 #include "messageinfo.h"
 #include "messagestatistics.h"
@@ -25,40 +24,62 @@ struct MessageStatisticsCoordinator::Sender
 
 struct MessageStatisticsCoordinator::Row
 {
+    Row()
+        : stream(0)
+        , sender(0)
+        , statistics(0)
+        , account(0)
+    {
+    }
+    ~Row() { qDeleteAll(all); }
+
     int stream;
-    quint32 id;
     QString plainName;
-    quint32 sender;
+    int sender;
     QString senderName;
-    MessageStatistics* statistics;
-    Sender* account; // null until its first number was accounted for
+    MessageStatistics* statistics; // null while nothing came since the stream was cleared
+    QList<MessageStatistics*> all; // that there ever were, each with another type or name
+    Sender* account;               // null until its first number was accounted for
 };
 
 struct MessageStatisticsCoordinator::Stream
 {
+    Stream()
+        : number(0)
+        , otherUnknown(0)
+        , unknownTypes(0)
+        , time(Message::NoTime)
+    {
+    }
+    ~Stream()
+    {
+        qDeleteAll(rows);
+        delete otherUnknown;
+        qDeleteAll(senders);
+    }
+
+    Row* findRow(int row) const { return row >= 0 && row < rows.size() ? rows.at(row) : 0; }
+    Sender* findSender(int sender) const { return sender >= 0 && sender < senders.size() ? senders.at(sender) : 0; }
+
     int number;
     QString label;
     QHash<int, unsigned int> events;
-    Row* findRow(quint32 id, quint32 sender) const
-    {
-        const int index = rowIndices.find(KeyIndex::keyOf(id, sender));
-        return index < 0 ? nullptr : rows.at(index);
-    }
-    Sender* findSender(quint32 sender) const
-    {
-        const int index = senderIndices.find(sender);
-        return index < 0 ? nullptr : senders.at(index);
-    }
-
-    QVector<Row*> rows; // without otherUnknown
-    KeyIndex rowIndices;
-    Row* otherUnknown; // for what is beyond MaxUnknownTypes; null until then
+    QVector<Row*> rows; // by number, null where there is none; without otherUnknown
+    Row* otherUnknown;  // for what is beyond MaxUnknownTypes; null until then
     int unknownTypes;
     qint64 time;
-    QList<quint32> knownSenders; // whose messages are of known types
-    QVector<Sender*> senders;
-    KeyIndex senderIndices;
+    QList<int> knownSenders;  // whose messages are of known types
+    QVector<Sender*> senders; // by number, null where there is none
 };
+
+MessageStatisticsCoordinator::Origin::Origin(const MessageInfo* type, int number, const QString& name,
+                                             const QString& unknown)
+    : info(type)
+    , sender(number)
+    , senderName(name)
+    , unknownName(unknown)
+{
+}
 
 MessageStatisticsCoordinator::SenderStatistics::SenderStatistics()
     : stream(0)
@@ -78,7 +99,6 @@ MessageStatisticsCoordinator::MessageStatisticsCoordinator() {}
 
 MessageStatisticsCoordinator::~MessageStatisticsCoordinator()
 {
-    clear();
     qDeleteAll(m_streams);
     qDeleteAll(m_retired);
 }
@@ -87,30 +107,29 @@ int MessageStatisticsCoordinator::addStream()
 {
     Stream* const stream = new Stream;
     stream->number = int(m_streams.size());
-    stream->otherUnknown = nullptr;
-    stream->unknownTypes = 0;
-    stream->time = Message::NoTime;
     m_streams.append(stream);
     return stream->number;
 }
 
-void MessageStatisticsCoordinator::dropRows(Stream* stream)
+// Views tell statistics apart by their addresses and look again only now and then: at an address that were used anew
+// meanwhile, they would leave a row with the old name. So objects stay with their rows, for which the same names come
+// again after every jump in a recording; only what they hold is given back.
+void MessageStatisticsCoordinator::clearRows(Stream* stream)
 {
     for (int i = m_rows.size() - 1; i >= 0; --i) {
-        if (m_rows.at(i)->stream == stream->number) {
-            retire(m_rows.at(i)->statistics);
-            delete m_rows.takeAt(i);
-        }
+        Row* const row = m_rows.at(i);
+        if (row->stream != stream->number)
+            continue;
+        row->statistics->reset();
+        row->statistics = 0;
+        row->account = 0;
+        m_rows.removeAt(i);
     }
-    stream->rows.clear();
-    stream->rowIndices.clear();
-    stream->otherUnknown = nullptr;
     stream->unknownTypes = 0;
     stream->time = Message::NoTime;
     stream->knownSenders.clear();
     qDeleteAll(stream->senders);
     stream->senders.clear();
-    stream->senderIndices.clear();
     listAll();
 }
 
@@ -119,15 +138,25 @@ void MessageStatisticsCoordinator::removeStream(int number)
     Stream* const stream = m_streams.value(number);
     if (!stream)
         return;
-    m_streams[number] = nullptr;
-    dropRows(stream);
+    clearRows(stream);
+    m_streams[number] = 0;
+    Q_FOREACH (Row* row, stream->rows) {
+        if (!row)
+            continue;
+        m_retired += row->all;
+        row->all.clear();
+    }
+    if (stream->otherUnknown) {
+        m_retired += stream->otherUnknown->all;
+        stream->otherUnknown->all.clear();
+    }
     delete stream;
 }
 
 void MessageStatisticsCoordinator::clearStream(int number)
 {
     Stream* const stream = m_streams.value(number);
-    dropRows(stream);
+    clearRows(stream);
     for (QHash<int, unsigned int>::const_iterator i = stream->events.constBegin(); i != stream->events.constEnd(); ++i)
         m_events[i.key()] -= i.value();
     stream->events.clear();
@@ -138,7 +167,7 @@ void MessageStatisticsCoordinator::clear()
     Q_FOREACH (Stream* stream, m_streams) {
         if (!stream)
             continue;
-        dropRows(stream);
+        clearRows(stream);
         stream->events.clear();
     }
     m_events.clear();
@@ -153,83 +182,97 @@ void MessageStatisticsCoordinator::setStreamLabel(int number, const QString& lab
     rename(stream);
 }
 
-void MessageStatisticsCoordinator::changeTypes(int number, const QHash<quint32, const MessageInfo*>& infos)
-{
-    Stream* const stream = m_streams.value(number);
-    stream->unknownTypes = 0;
-    stream->knownSenders.clear();
-    Q_FOREACH (Row* row, m_rows) {
-        if (row->stream != number)
-            continue;
-        const MessageInfo* const info = row == stream->otherUnknown ? nullptr : infos.value(row->id);
-        row->statistics->m_info = info;
-        if (info) {
-            row->plainName = info->getName();
-            if (!stream->knownSenders.contains(row->sender))
-                stream->knownSenders.append(row->sender);
-        } else if (row != stream->otherUnknown) {
-            row->plainName = QString::fromLatin1("Unknown %1").arg(row->id);
-            ++stream->unknownTypes;
-        }
-    }
-    rename(stream);
-}
-
-MessageStatistics* MessageStatisticsCoordinator::find(int number, quint32 id, quint32 sender) const
+MessageStatistics* MessageStatisticsCoordinator::find(int number, int row) const
 {
     const Stream* const stream = m_streams.value(number);
-    const Row* const row = stream ? stream->findRow(id, sender) : nullptr;
-    return row ? row->statistics : nullptr;
+    const Row* const found = stream ? stream->findRow(row) : 0;
+    return found ? found->statistics : 0;
 }
 
-MessageStatistics* MessageStatisticsCoordinator::findOrCreate(int number, const MessageInfo* info, quint32 id,
-                                                              quint32 sender, const QString& senderName,
-                                                              const QString& unknownName)
+MessageStatistics* MessageStatisticsCoordinator::findOrCreate(int number, int row, const Origin& origin)
 {
     Stream* const stream = m_streams.value(number);
-    Row* const row = stream->findRow(id, sender);
-    return row ? row->statistics : create(stream, info, id, sender, senderName, unknownName);
+    Row* const found = stream->findRow(row);
+    if (!found || !found->statistics)
+        return create(stream, row, origin);
+    if (found->statistics->m_info != origin.info)
+        setType(stream, found, origin);
+    return found->statistics;
 }
 
-MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, const MessageInfo* info, quint32 id,
-                                                        quint32 sender, const QString& senderName,
-                                                        const QString& unknownName)
+MessageStatistics* MessageStatisticsCoordinator::create(Stream* stream, int number, const Origin& origin)
 {
-    if (!info && stream->unknownTypes >= MaxUnknownTypes && stream->otherUnknown)
+    const bool isOther = !origin.info && stream->unknownTypes >= MaxUnknownTypes;
+    if (isOther && stream->otherUnknown && stream->otherUnknown->statistics)
         return stream->otherUnknown->statistics;
-    Row* const row = new Row;
+    if (!isOther && number >= stream->rows.size())
+        stream->rows.resize(number + 1);
+    Row*& row = isOther ? stream->otherUnknown : stream->rows[number];
+    if (!row)
+        row = new Row;
     row->stream = stream->number;
-    row->id = id;
-    row->sender = sender;
-    row->senderName = senderName;
-    row->account = nullptr;
-    if (info) {
-        row->plainName = info->getName();
-        if (!stream->knownSenders.contains(sender)) {
-            stream->knownSenders.append(sender);
-            if (stream->knownSenders.size() == 2)
-                rename(stream);
-        }
-    } else if (stream->unknownTypes < MaxUnknownTypes) {
+    row->sender = origin.sender;
+    row->senderName = isOther ? QString() : origin.senderName;
+    row->plainName = isOther       ? QString(QLatin1String("Unknown, others"))
+                     : origin.info ? origin.info->getName()
+                                   : origin.unknownName;
+    if (origin.info)
+        noteSender(stream, origin.sender);
+    else if (!isOther)
         ++stream->unknownTypes;
-        row->plainName = unknownName.isEmpty() ? QString::fromLatin1("Unknown %1").arg(id) : unknownName;
-        // A name of its own tells the sender too.
-        if (!unknownName.isEmpty())
-            row->senderName.clear();
-    } else {
-        stream->otherUnknown = row;
-        row->senderName.clear();
-        row->plainName = QLatin1String("Unknown, others");
-    }
-    row->statistics = new MessageStatistics(info, nameOf(stream, row));
+    useObject(stream, row, origin.info);
     row->statistics->m_streamTime = &stream->time;
-    if (row != stream->otherUnknown) {
-        stream->rowIndices.insert(KeyIndex::keyOf(id, sender), int(stream->rows.size()));
-        stream->rows.append(row);
-    }
     m_rows.append(row);
     m_all.append(row->statistics);
     return row->statistics;
+}
+
+void MessageStatisticsCoordinator::setType(Stream* stream, Row* row, const Origin& origin)
+{
+    const bool hadSenders = stream->knownSenders.size() > 1;
+    row->plainName = origin.info ? origin.info->getName() : origin.unknownName;
+    row->senderName = origin.senderName;
+    useObject(stream, row, origin.info);
+    stream->unknownTypes = 0;
+    stream->knownSenders.clear();
+    Q_FOREACH (const Row* one, stream->rows) {
+        if (!one || !one->statistics)
+            continue;
+        if (!one->statistics->m_info)
+            ++stream->unknownTypes;
+        else if (!stream->knownSenders.contains(one->sender))
+            stream->knownSenders.append(one->sender);
+    }
+    if ((stream->knownSenders.size() > 1) != hadSenders)
+        rename(stream);
+    else
+        listAll();
+}
+
+void MessageStatisticsCoordinator::noteSender(Stream* stream, int sender)
+{
+    if (stream->knownSenders.contains(sender))
+        return;
+    stream->knownSenders.append(sender);
+    if (stream->knownSenders.size() == 2)
+        rename(stream);
+}
+
+/** Lets the row go on in its object of that type and of the name that it has now. */
+void MessageStatisticsCoordinator::useObject(const Stream* stream, Row* row, const MessageInfo* info)
+{
+    const QString name = nameOf(stream, row);
+    MessageStatistics* next = 0;
+    Q_FOREACH (MessageStatistics* statistics, row->all)
+        if (statistics->m_info == info && statistics->m_name == name)
+            next = statistics;
+    if (!next) {
+        next = new MessageStatistics(info, name);
+        row->all.append(next);
+    }
+    if (row->statistics && row->statistics != next)
+        next->takeOver(row->statistics);
+    row->statistics = next;
 }
 
 QString MessageStatisticsCoordinator::nameOf(const Stream* stream, const Row* row)
@@ -246,22 +289,10 @@ QString MessageStatisticsCoordinator::nameOf(const Stream* stream, const Row* ro
 
 void MessageStatisticsCoordinator::rename(const Stream* stream)
 {
-    Q_FOREACH (Row* row, m_rows) {
-        MessageStatistics* const old = row->statistics;
-        if (row->stream != stream->number)
-            continue;
-        row->statistics = new MessageStatistics(nameOf(stream, row), old);
-        retire(old);
-    }
+    Q_FOREACH (Row* row, m_rows)
+        if (row->stream == stream->number)
+            useObject(stream, row, row->statistics->m_info);
     listAll();
-}
-
-void MessageStatisticsCoordinator::retire(MessageStatistics* statistics)
-{
-    // Views tell statistics apart by their addresses and look again only now and then: an address that were used anew
-    // meanwhile would leave a row with the old name. So only what they hold is given back.
-    statistics->reset();
-    m_retired.append(statistics);
 }
 
 void MessageStatisticsCoordinator::listAll()
@@ -312,25 +343,25 @@ inline void MessageStatisticsCoordinator::Sender::countNumber(qint64 number, qui
     statistics.lastNumber = number;
 }
 
-bool MessageStatisticsCoordinator::countMessage(int number, quint32 id, quint32 sender, qint64 time, qint64 sequence,
-                                                quint64 modulus)
+bool MessageStatisticsCoordinator::countMessage(int number, int row, const MessageInfo* info, qint64 time,
+                                                qint64 sequence, quint64 modulus)
 {
     Stream* const stream = m_streams.value(number);
-    Row* const row = stream ? stream->findRow(id, sender) : nullptr;
-    if (!row)
+    Row* const found = stream ? stream->findRow(row) : 0;
+    if (!found || !found->statistics || found->statistics->m_info != info)
         return false;
-    if (!row->account)
-        row->account = stream->findSender(sender);
-    if (!row->account)
+    if (!found->account)
+        found->account = stream->findSender(found->sender);
+    if (!found->account)
         return false;
-    row->statistics->addReception(time);
-    row->account->countNumber(sequence, modulus);
+    found->statistics->addReception(time);
+    found->account->countNumber(sequence, modulus);
     if (time != Message::NoTime)
         stream->time = time;
     return true;
 }
 
-void MessageStatisticsCoordinator::countNumber(int number, quint32 sender, const QString& senderName, qint64 sequence,
+void MessageStatisticsCoordinator::countNumber(int number, int sender, const QString& senderName, qint64 sequence,
                                                quint64 modulus)
 {
     Stream* const stream = m_streams.value(number);
@@ -347,11 +378,12 @@ void MessageStatisticsCoordinator::countNumber(int number, quint32 sender, const
     statistics.received = 1;
     statistics.numbered = sequence >= 0 && modulus > 0;
     statistics.lastNumber = statistics.numbered ? sequence : -1;
-    stream->senderIndices.insert(sender, int(stream->senders.size()));
-    stream->senders.append(added);
+    if (sender >= stream->senders.size())
+        stream->senders.resize(sender + 1);
+    stream->senders[sender] = added;
 }
 
-void MessageStatisticsCoordinator::countFailure(int number, quint32 sender)
+void MessageStatisticsCoordinator::countFailure(int number, int sender)
 {
     if (Sender* const known = m_streams.value(number)->findSender(sender))
         ++known->statistics.failed;
@@ -386,7 +418,8 @@ QList<MessageStatisticsCoordinator::SenderStatistics> MessageStatisticsCoordinat
         if (!stream)
             continue;
         Q_FOREACH (const Sender* sender, stream->senders)
-            all.append(sender->statistics);
+            if (sender)
+                all.append(sender->statistics);
     }
     return all;
 }

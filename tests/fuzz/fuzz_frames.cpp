@@ -42,7 +42,7 @@ public:
         const int offset = int(message.offset);
         if (m_stream.mid(offset, message.size) != QByteArray(message.data, message.size))
             std::abort(); // not the bytes at that place
-        counters.countMessage(message);
+        counters.countMessage(message, 0);
         add(Report{message.offset, quint64(message.size), -1, message.id, message.time});
     }
 

@@ -25,14 +25,15 @@ void tst_ReceptionViews::sendersAreNamedFromTheSecondOn()
     for (int i = 0; i < 8; ++i) {
         MessageInfo* info = new MessageInfo(text("TYPE %1").arg(i));
         format.addMessageInfo(info);
-        coordinator.findOrCreate(stream, info, static_cast<quint32>(i), 0x101, text("1:1"))->addReception(-1);
+        coordinator.findOrCreate(stream, i, MessageStatisticsCoordinator::Origin(info, 0, text("1:1")))
+            ->addReception(-1);
         if (i > 0)
             expected.append(text("  TYPE %1 (1:1) | 1 | N/A").arg(i));
     }
     tree.updateTree();
     // The statistics are replaced by others, any of which might stand where another one stood.
     const MessageInfo* first = format.getMessageInfos().first();
-    coordinator.findOrCreate(stream, first, 0, 0x301, text("3:1"))->addReception(-1);
+    coordinator.findOrCreate(stream, 8, MessageStatisticsCoordinator::Origin(first, 1, text("3:1")))->addReception(-1);
     tree.updateTree();
     QCOMPARE(rowTexts(tree).filter(text("TYPE")), expected);
 }

@@ -31,22 +31,25 @@ quint64 nextOrder()
 
 void LatestMessages::processReceived(const ReceivedMessage& message)
 {
-    const quint64 key = quint64(message.id) << 32 | message.sender;
-    int place = m_places.value(key, -1);
+    int place = m_places.value(message.row, -1);
     if (place < 0) {
         if (!message.info && (m_unknown >= MostUnknown || message.size > GreatestUnknown))
             return;
         m_unknown += message.info ? 0 : 1;
         place = int(m_entries.size());
-        m_places.insert(key, place);
+        while (m_places.size() <= message.row)
+            m_places.append(-1);
+        m_places[message.row] = place;
         m_entries.append(Entry());
     }
     Entry& entry = m_entries[place];
     if (entry.pending && entry.info)
         ++m_overtaken;
+    if (entry.info && entry.info != message.info)
+        m_replaced.insert(entry.info);
     entry.info = message.info;
     entry.id = message.id;
-    entry.sender = message.sender;
+    entry.row = message.row;
     entry.data.resize(message.size);
     std::memcpy(entry.data.data(), message.data, std::size_t(message.size));
     entry.time = message.time;
@@ -66,13 +69,20 @@ QHash<quint32, const MessageInfo*> LatestMessages::decodeAnew(StreamDecoder* dec
         decoder->finish(&sink);
         entry.info = sink.info;
         entry.pending = true;
-        if (entry.info)
+        if (entry.info || !infos.contains(entry.id))
             infos.insert(entry.id, entry.info);
-        else
+        if (!entry.info)
             ++m_unknown;
     }
     m_pending = true;
     return infos;
+}
+
+QSet<const MessageInfo*> LatestMessages::takeReplaced()
+{
+    QSet<const MessageInfo*> replaced;
+    replaced.swap(m_replaced);
+    return replaced;
 }
 
 void LatestMessages::clear()

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QSet>
 #include <QVector>
 
 /**
@@ -20,7 +21,7 @@ public:
     {
         const MessageInfo* info = nullptr; // null for an unknown type
         quint32 id = 0;
-        quint32 sender = 0;
+        int row = -1; // see StreamIdentities
         QByteArray data;
         qint64 time = 0;
         qint64 sequence = 0;
@@ -43,16 +44,20 @@ public:
      * Decodes what is kept with other definitions.
      *
      * @param decoder  a new decoder of single messages with these definitions; must not be null
-     * @return the types by their ids; what fails its checks under the new definitions is not among them
+     * @return the types by their ids, null where all of that id failed their checks under the new definitions
      */
     QHash<quint32, const MessageInfo*> decodeAnew(StreamDecoder* decoder);
+
+    /** Types of which nothing is kept any more because their rows have other types now, since this was asked last. */
+    QSet<const MessageInfo*> takeReplaced();
 
     /** Forgets everything, such as what stands at another place of a recording. */
     void clear();
 
 private:
     QVector<Entry> m_entries;
-    QHash<quint64, int> m_places; // key: id in the high half, sender in the low
+    QVector<int> m_places; // of entries, by row; -1 where there is none
+    QSet<const MessageInfo*> m_replaced;
     int m_unknown = 0;
     bool m_pending = false;
     quint64 m_overtaken = 0;

@@ -69,6 +69,14 @@ void LatestMessageSource::forget(LatestMessages* messages)
 {
     forgetShown(*messages);
     messages->clear();
+    showRestOfForgotten();
+    if (!m_suspended)
+        emitPending();
+}
+
+/** What is kept of other rows of types that are forgotten is to be shown once more. */
+void LatestMessageSource::showRestOfForgotten()
+{
     for (const Session& session : m_sessions) {
         for (LatestMessages::Entry& entry : session.messages->getEntries()) {
             if (!m_forgotten.contains(entry.info))
@@ -77,8 +85,6 @@ void LatestMessageSource::forget(LatestMessages* messages)
             session.messages->setPending(true);
         }
     }
-    if (!m_suspended)
-        emitPending();
 }
 
 void LatestMessageSource::showAgain()
@@ -95,7 +101,7 @@ MessageReference LatestMessageSource::makeMessage(const Session& session, const 
 {
     if (!entry.info)
         return MessageReference();
-    const QString sender = session.session->getSenderName(entry.sender);
+    const QString sender = session.session->getSenderName(entry.row);
     if (!m_sender.isEmpty() && sender != m_sender)
         return MessageReference();
     Message* const message = entry.info->newMessage(entry.data);
@@ -156,6 +162,13 @@ void LatestMessageSource::noteArrival()
 
 void LatestMessageSource::emitPending()
 {
+    for (const Session& session : m_sessions) {
+        const QSet<const MessageInfo*> replaced = session.messages->takeReplaced();
+        if (replaced.isEmpty())
+            continue;
+        m_forgotten += replaced;
+        showRestOfForgotten();
+    }
     QSet<const MessageInfo*> gone;
     gone.swap(m_forgotten);
     for (const MessageInfo* info : std::as_const(gone)) {

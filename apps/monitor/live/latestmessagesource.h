@@ -83,6 +83,7 @@ private:
     };
 
     void emitPending();
+    void showRestOfForgotten();
     MessageReference makeMessage(const Session& session, const LatestMessages::Entry& entry) const;
 
     std::vector<Session> m_sessions;

@@ -62,7 +62,7 @@ void SessionTap::processReceived(const ReceivedMessage& received)
 {
     if (!m_tap || !m_tap->wants(received.info))
         return;
-    const QString sender = m_session->getSenderName(received.sender);
+    const QString sender = m_session->getSenderName(received.row);
     const MessageReference message = MessageReference::adopt(received.createMessage(sender));
     m_tap->deliver(message.get());
 }

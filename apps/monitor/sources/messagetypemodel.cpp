@@ -16,7 +16,7 @@ MessageTypeModel::MessageTypeModel(QObject* parent)
 
 void MessageTypeModel::addSession(const SourceSession* session)
 {
-    m_sessions.append({session, session->getGeneration(), 0});
+    m_sessions.append({session, session->getGeneration(), {}});
 }
 
 void MessageTypeModel::removeSession(const SourceSession* session)
@@ -38,7 +38,7 @@ void MessageTypeModel::removeRows(const SourceSession* session)
     }
     QSet<const MessageInfo*> left;
     for (const Row& row : std::as_const(m_rows))
-        left.insert(row.counter.info);
+        left.insert(row.info);
     const QSet<const MessageInfo*> before = m_seen;
     for (const MessageInfo* info : before) {
         if (!left.contains(info)) {
@@ -48,22 +48,21 @@ void MessageTypeModel::removeRows(const SourceSession* session)
     }
 }
 
-void MessageTypeModel::appendRows(const SourceSession* session, int from, QVector<const MessageInfo*>* fresh)
+void MessageTypeModel::appendRows(Session* session, QVector<const MessageInfo*>* fresh)
 {
-    const QVector<ReceptionCounters::Row>& counters = session->getCounters().getRows();
-    for (int i = from; i < counters.size(); ++i) {
-        const int known = findRow(session, counters.at(i));
-        if (known >= 0) {
-            m_rows[known].place = i;
+    const QVector<StreamIdentities::Row>& identities = session->session->getIdentities().getRows();
+    session->shown.resize(identities.size());
+    for (int i = 0; i < identities.size(); ++i) {
+        if (session->shown.at(i) || session->session->getCounters().getCount(i) == 0)
             continue;
-        }
+        session->shown[i] = true;
+        const MessageInfo* const info = identities.at(i).info;
         Row row;
-        row.session = session;
-        row.counter = counters.at(i);
-        row.place = i;
-        const MessageInfo* info = row.counter.info;
-        row.name = info ? info->getName()
-                        : tr("Unknown %1").arg(session->getSource()->getDecoder()->describeUnknown(row.counter.id));
+        row.session = session->session;
+        row.number = i;
+        row.info = info;
+        row.name = info ? info->getName() : tr("Unknown %1").arg(identities.at(i).typeName);
+        row.count = 0;
         beginInsertRows(QModelIndex(), int(m_rows.size()), int(m_rows.size()));
         m_rows.append(row);
         endInsertRows();
@@ -74,37 +73,20 @@ void MessageTypeModel::appendRows(const SourceSession* session, int from, QVecto
     }
 }
 
-int MessageTypeModel::findRow(const SourceSession* session, const ReceptionCounters::Row& counter) const
-{
-    for (int i = 0; i < m_rows.size(); ++i)
-        if (m_rows.at(i).session == session && m_rows.at(i).counter.id == counter.id &&
-            m_rows.at(i).counter.sender == counter.sender && m_rows.at(i).place < 0)
-            return i;
-    return -1;
-}
-
 bool MessageTypeModel::hasOtherTypes(const SourceSession* session) const
 {
     for (const Row& row : m_rows)
-        if (row.session == session &&
-            (!row.counter.info || row.counter.info->getFormatInfo() != session->getKnownFormat()))
+        if (row.session == session && row.info != session->getIdentities().getRows().at(row.number).info)
             return true;
     return false;
 }
 
 // At another place of a recording the same types come again: their rows stay, and with them what the user chose.
-void MessageTypeModel::beginAnew(const SourceSession* session)
+void MessageTypeModel::forgetRates(const SourceSession* session)
 {
-    if (hasOtherTypes(session)) {
-        Q_EMIT typesAboutToChange();
-        removeRows(session);
-        return;
-    }
     for (Row& row : m_rows) {
         if (row.session != session)
             continue;
-        row.place = -1;
-        row.counter.count = 0;
         row.marks.clear();
         row.rate = 0;
     }
@@ -118,17 +100,17 @@ void MessageTypeModel::refresh()
     for (Session& session : m_sessions) {
         if (session.generation != session.session->getGeneration()) {
             session.generation = session.session->getGeneration();
-            session.count = 0;
-            beginAnew(session.session);
+            forgetRates(session.session);
         }
-        const int count = int(session.session->getCounters().getRows().size());
-        if (count > session.count)
-            appendRows(session.session, session.count, &fresh);
-        session.count = count;
+        if (hasOtherTypes(session.session)) {
+            Q_EMIT typesAboutToChange();
+            removeRows(session.session);
+            session.shown.clear();
+        }
+        appendRows(&session, &fresh);
     }
     for (Row& row : m_rows)
-        if (row.place >= 0)
-            row.counter.count = row.session->getCounters().getRows().at(row.place).count;
+        row.count = row.session->getCounters().getCount(row.number);
     if (m_marks.isEmpty() || m_clock.elapsed() - m_marks.last() >= MarkMilliseconds)
         noteCounts();
     if (!m_rows.isEmpty())
@@ -143,7 +125,7 @@ void MessageTypeModel::noteCounts()
     if (m_marks.size() > MarkCount)
         m_marks.removeFirst();
     for (Row& row : m_rows) {
-        row.marks.append(row.counter.count);
+        row.marks.append(row.count);
         if (row.marks.size() > m_marks.size())
             row.marks.removeFirst();
         const qint64 since = m_marks.at(m_marks.size() - row.marks.size());
@@ -156,7 +138,7 @@ QStringList MessageTypeModel::getSenders() const
 {
     QStringList senders;
     for (const Row& row : m_rows) {
-        const QString name = row.session->getSenderName(row.counter.sender);
+        const QString name = row.session->getSenderName(row.number);
         if (!name.isEmpty() && !senders.contains(name))
             senders.append(name);
     }
@@ -165,7 +147,7 @@ QStringList MessageTypeModel::getSenders() const
 
 const MessageInfo* MessageTypeModel::getMessageInfo(int row) const
 {
-    return row >= 0 && row < m_rows.size() ? m_rows.at(row).counter.info : nullptr;
+    return row >= 0 && row < m_rows.size() ? m_rows.at(row).info : nullptr;
 }
 
 void MessageTypeModel::setInTree(const MessageInfo* info, bool inTree)
@@ -175,7 +157,7 @@ void MessageTypeModel::setInTree(const MessageInfo* info, bool inTree)
     else
         m_inTree.remove(info);
     for (int i = 0; i < m_rows.size(); ++i)
-        if (m_rows.at(i).counter.info == info)
+        if (m_rows.at(i).info == info)
             Q_EMIT dataChanged(index(i, TypeColumn), index(i, TypeColumn));
 }
 
@@ -195,9 +177,9 @@ QVariant MessageTypeModel::displayData(const Row& row, int column) const
     case TypeColumn:
         return row.name;
     case SenderColumn:
-        return row.session->getSenderName(row.counter.sender);
+        return row.session->getSenderName(row.number);
     case CountColumn:
-        return QLocale().toString(row.counter.count);
+        return QLocale().toString(row.count);
     case RateColumn:
         // A rate below one is better told in more than one digit, or 0.2 and 0.25 look the same.
         return row.rate > 0 ? tr("%1 /s").arg(QLocale().toString(row.rate, 'f', row.rate < 9.95 ? 1 : 0)) : QString();
@@ -216,18 +198,18 @@ QVariant MessageTypeModel::data(const QModelIndex& index, int role) const
         return displayData(row, index.column());
     case SortRole:
         if (index.column() == CountColumn)
-            return row.counter.count;
+            return row.count;
         return index.column() == RateColumn ? QVariant(row.rate) : displayData(row, index.column());
     case Qt::CheckStateRole:
         if (index.column() == TypeColumn) // also of unknown types, so that all names begin in one line
-            return m_inTree.contains(row.counter.info) ? Qt::Checked : Qt::Unchecked;
+            return m_inTree.contains(row.info) ? Qt::Checked : Qt::Unchecked;
         return QVariant();
     case Qt::ToolTipRole:
         if (index.column() == SenderColumn)
             return displayData(row, SenderColumn);
-        if (!row.counter.info)
+        if (!row.info)
             return tr("The loaded definitions do not know this type; its messages are counted only.");
-        return row.counter.info->getShortDescriptiveText();
+        return row.info->getShortDescriptiveText();
     case Qt::TextAlignmentRole:
         return index.column() >= CountColumn ? int(Qt::AlignRight | Qt::AlignVCenter)
                                              : int(Qt::AlignLeft | Qt::AlignVCenter);

@@ -1,12 +1,12 @@
 #ifndef MESSAGETYPEMODEL_H
 #define MESSAGETYPEMODEL_H
 
-#include "receptioncounters.h"
-
 #include <QAbstractTableModel>
 #include <QElapsedTimer>
 #include <QSet>
+#include <QVector>
 
+class MessageInfo;
 class SourceSession;
 
 /** The message types that the sources received, a row for each source, type and sender, with a check box for being in
@@ -58,7 +58,7 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 Q_SIGNALS:
-    /** A source has other definitions, so that its types go and others come. */
+    /** Types of a source go, and others come in their place. */
     void typesAboutToChange();
     /** A known type was received for the first time. */
     void typeSeen(const MessageInfo* info);
@@ -71,27 +71,27 @@ private:
     struct Row
     {
         const SourceSession* session;
-        ReceptionCounters::Row counter;
-        int place; // among the rows of the session's counters; -1 while it has not come again
+        int number; // among the session's identities
+        const MessageInfo* info;
         QString name;
+        quint64 count;
         QVector<quint64> marks; // the counts of the last seconds, oldest first
         double rate = 0;
     };
 
     QVariant displayData(const Row& row, int column) const;
     void noteCounts();
-    void beginAnew(const SourceSession* session);
-    bool hasOtherTypes(const SourceSession* session) const;
-    int findRow(const SourceSession* session, const ReceptionCounters::Row& counter) const;
-    void removeRows(const SourceSession* session);
-    void appendRows(const SourceSession* session, int from, QVector<const MessageInfo*>* fresh);
-
     struct Session
     {
         const SourceSession* session;
         int generation;
-        int count; // of its rows
+        QVector<bool> shown; // by the number of the row
     };
+
+    bool hasOtherTypes(const SourceSession* session) const;
+    void removeRows(const SourceSession* session);
+    void appendRows(Session* session, QVector<const MessageInfo*>* fresh);
+    void forgetRates(const SourceSession* session);
 
     QVector<Session> m_sessions;
     QVector<Row> m_rows;

@@ -58,6 +58,7 @@ void SourceSession::start(SourceParts parts)
     m_retryTimer.stop();
     std::unique_ptr<StreamSource> source(new StreamSource(parts.input.release(), parts.decoder.release()));
     source->setIndex(parts.index.release());
+    source->setIdentities(&m_identities);
     if (m_source)
         source->setCounters(m_source->getCounters());
     source->setPlayback(m_playback);
@@ -73,7 +74,6 @@ void SourceSession::start(SourceParts parts)
     connect(source.get(), &StreamSource::datagramsDropped, this, [this](qint64 count) { m_dropped += count; });
     connect(source.get(), &StreamSource::problem, this, &SourceSession::problem);
     m_source = std::move(source);
-    m_senderNames.clear();
     m_sinceRate.start();
     m_source->start();
 }
@@ -124,17 +124,17 @@ void SourceSession::processDecoderChange()
     const std::unique_ptr<StreamDecoder> decoder(m_factory->createMessageDecoder(m_options));
     m_receivers.latest->forgetShown(m_latest);
     const QHash<quint32, const MessageInfo*> infos = m_latest.decodeAnew(decoder.get());
+    m_identities.changeTypes(infos);
     ReceptionCounters counters = m_source->getCounters();
-    counters.changeTypes(infos);
+    counters.changeTypes(m_identities);
     m_source->setCounters(counters);
-    m_reception->changeTypes(m_source->getDecoder(), infos);
+    m_reception->changeTypes(m_source->getDecoder());
     m_recorder.setDecoder(m_source->getDecoder());
-    m_senderNames.clear();
     ++m_generation;
     m_receivers.latest->noteArrival();
     m_receivers.log->append(
         CorvelEvent(CorvelEvent::SourceEvent,
-                    (counters.getRows().isEmpty()
+                    (counters.getMessageCount() + counters.getUnknownCount() == 0
                          ? tr("%1: this is %2")
                          : tr("%1: other definitions (%2); what came before was counted without them"))
                         .arg(m_name, getKnownFormat()->getName())),
@@ -245,28 +245,28 @@ QString SourceSession::getStateText() const
     return QString();
 }
 
-QString SourceSession::getSenderName(quint32 sender) const
+QString SourceSession::qualifiedName(const QString& sender) const
 {
-    QHash<quint32, QString>::const_iterator found = m_senderNames.constFind(sender);
-    if (found != m_senderNames.constEnd())
-        return *found;
-    QString name = m_source->getSenderName(sender);
-    if (m_qualified)
-        name = name.isEmpty() ? m_name : tr("%1 @ %2", "sender and source").arg(name, m_name);
-    m_senderNames.insert(sender, name);
-    return name;
+    if (!m_qualified)
+        return sender;
+    return sender.isEmpty() ? m_name : tr("%1 @ %2", "sender and source").arg(sender, m_name);
+}
+
+QString SourceSession::getSenderName(int row) const
+{
+    return qualifiedName(m_identities.getSenderName(m_identities.getRows().at(row).sender));
 }
 
 void SourceSession::setQualified(bool qualified)
 {
     if (m_qualified == qualified)
         return;
+    QStringList before;
+    for (int i = 0; i < m_identities.getSenderCount(); ++i)
+        before.append(qualifiedName(m_identities.getSenderName(i)));
     m_qualified = qualified;
-    QHash<quint32, QString> before;
-    before.swap(m_senderNames);
-    for (auto name = before.constBegin(); name != before.constEnd(); ++name)
-        if (getSenderName(name.key()) != name.value())
-            Q_EMIT senderRenamed(name.value(), getSenderName(name.key()));
+    for (int i = 0; i < before.size(); ++i)
+        Q_EMIT senderRenamed(before.at(i), qualifiedName(m_identities.getSenderName(i)));
     m_receivers.coordinator->setStreamLabel(m_reception->getStream(), qualified ? m_name : QString());
     m_reception->setEventPrefix(qualified ? m_name + QLatin1String(": ") : QString());
     m_receivers.latest->showAgain();

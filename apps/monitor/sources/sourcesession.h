@@ -9,7 +9,6 @@
 #include "streamsource.h"
 
 #include <QElapsedTimer>
-#include <QHash>
 #include <QObject>
 #include <QTimer>
 
@@ -71,11 +70,13 @@ public:
     /** What types are taken from that are defined beforehand; messages of other formats may come all the same. */
     const FormatInfo* getKnownFormat() const { return m_factory->knownFormatOf(m_source->getDecoder()); }
     const ReceptionCounters& getCounters() const { return m_source->getCounters(); }
-    /** Changes when counters begin anew, so that their rows mean others. */
+    /** Who sends what, over all connections and jumps; a row is never taken away. */
+    const StreamIdentities& getIdentities() const { return m_identities; }
+    /** Changes when counters begin anew or types become others. */
     int getGeneration() const { return m_generation; }
 
-    /** How a sender is written: as by its format, with the source's name where several are open. */
-    QString getSenderName(quint32 sender) const;
+    /** How the sender of a row is written: as by its format, with the source's name where several are open. */
+    QString getSenderName(int row) const;
     /** Whether sender names, statistics and events carry the name of the source. */
     void setQualified(bool qualified);
 
@@ -121,6 +122,7 @@ Q_SIGNALS:
 
 private:
     void start(SourceParts parts);
+    QString qualifiedName(const QString& sender) const;
     void processState(int state);
     void processSought(qint64 time);
     void processDecoderChange();
@@ -143,9 +145,9 @@ private:
     LatestMessages m_latest;
     Recorder m_recorder;
     SessionTap m_tap;
+    StreamIdentities m_identities;
     std::unique_ptr<StreamSource> m_source;
     std::unique_ptr<ReceptionMonitor> m_reception; // follows m_source, and goes first
-    mutable QHash<quint32, QString> m_senderNames;
 
     QTimer m_retryTimer;
     int m_retrySeconds = 0; // of the next wait

@@ -154,10 +154,10 @@ void tst_monitorsources::twoSourcesOfOneSenderStayApart()
     QVERIFY(waitFor([&]() {
         return statisticsNames(window) == QStringList({"HEARTBEAT (north.raw) 3", "HEARTBEAT (south.raw) 2"});
     }));
-    QCOMPARE(window.getSources()->getSession(1)->getSenderName(257), QString("1:1 @ south.raw"));
+    QCOMPARE(window.getSources()->getSession(1)->getSenderName(0), QString("1:1 @ south.raw"));
     window.getSources()->close(window.getSources()->getSession(0));
     QCOMPARE(statisticsNames(window), QStringList("HEARTBEAT 2"));
-    QCOMPARE(window.getSources()->getSession(0)->getSenderName(257), QString("1:1"));
+    QCOMPARE(window.getSources()->getSession(0)->getSenderName(0), QString("1:1"));
 }
 
 void tst_monitorsources::definitionsThatComeLaterAreUsedForWhatCameBefore()
@@ -266,7 +266,7 @@ void tst_monitorsources::anMcapStreamThroughAPipeIsRecognised()
     QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
     QCOMPARE(session->getCounters().getMessageCount(), quint64(3));
     QCOMPARE(session->getCounters().getSkippedBytes(), quint64(0));
-    QCOMPARE(session->getCounters().getRows().first().info->getFormatInfo()->getName(), QString("protobuf"));
+    QCOMPARE(session->getIdentities().getRows().first().info->getFormatInfo()->getName(), QString("protobuf"));
 }
 
 void tst_monitorsources::recordingKeepsDamageAndOutlivesTheProgram()

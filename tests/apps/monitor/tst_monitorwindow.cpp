@@ -136,8 +136,9 @@ void tst_monitorwindow::aPlotGetsEveryMessage()
     QVERIFY(waitFor([&]() { return series.front()->getMessageCount() >= 30; }, 30000));
     // Fifty a second, of which the views show twenty.
     quint64 received = 0;
-    for (const ReceptionCounters::Row& row : window.getSource()->getCounters().getRows())
-        received += row.info && row.info->getName() == "ATTITUDE" ? row.count : 0;
+    const QVector<StreamIdentities::Row> rows = window.getSource()->getIdentities().getRows();
+    for (int i = 0; i < rows.size(); ++i)
+        received += rows.at(i).typeName == "ATTITUDE" ? window.getSource()->getCounters().getCount(i) : 0;
     QCOMPARE(series.front()->getMessageCount(), received);
 }
 
@@ -198,7 +199,7 @@ void tst_monitorwindow::statisticsAreSavedAsValues()
     format.addMessageInfo(info);
     MessageStatisticsCoordinator coordinator;
     const int stream = coordinator.addStream();
-    MessageStatistics* const statistics = coordinator.findOrCreate(stream, info, 1, 1, "1");
+    MessageStatistics* const statistics = coordinator.findOrCreate(stream, 0, {info, 0, "1"});
     for (int i = 0; i < 20; ++i)
         statistics->addReception(1400000000000000 + i * 100000 + (i > 10 ? 300000 : 0));
     QCOMPARE(StatisticsCsv::toCsv(coordinator),

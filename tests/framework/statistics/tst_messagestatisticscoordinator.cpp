@@ -22,11 +22,28 @@ struct Coordination
 
     MessageStatistics* receive(int from, const MessageInfo* info, quint32 id, quint32 sender, qint64 time = 0)
     {
-        MessageStatistics* const statistics = coordinator.findOrCreate(
-            from, info, id, sender, QString::fromLatin1("%1:%2").arg(sender >> 8).arg(sender & 255));
+        MessageStatistics* const statistics = make(from, info, id, sender);
         statistics->addReception(time);
         return statistics;
     }
+
+    MessageStatistics* make(int from, const MessageInfo* info, quint32 id, quint32 sender)
+    {
+        const QString name = QString::fromLatin1("%1:%2").arg(sender >> 8).arg(sender & 255);
+        return coordinator.findOrCreate(
+            from, rowOf(id, sender),
+            MessageStatisticsCoordinator::Origin(info, int(sender), name, QString::fromLatin1("Unknown %1").arg(id)));
+    }
+
+    /** As a StreamIdentities does it. */
+    int rowOf(quint32 id, quint32 sender)
+    {
+        const quint64 key = quint64(id) << 32 | sender;
+        if (!m_rows.contains(key))
+            m_rows.insert(key, int(m_rows.size()));
+        return m_rows.value(key);
+    }
+    MessageStatistics* find(quint32 id, quint32 sender) { return coordinator.find(stream, rowOf(id, sender)); }
 
     QStringList rowList() const
     {
@@ -42,6 +59,9 @@ struct Coordination
     MessageInfo* attitude;
     MessageStatisticsCoordinator coordinator;
     int stream;
+
+private:
+    QHash<quint64, int> m_rows;
 };
 
 static QString lossesOf(const SenderStatistics& sender)
@@ -63,7 +83,7 @@ private Q_SLOTS:
     void secondSenderNamesAllOfTheStream()
     {
         Coordination c;
-        QVERIFY(!c.coordinator.find(c.stream, 0, 0x101));
+        QVERIFY(!c.find(0, 0x101));
         for (int i = 0; i < 20; ++i)
             c.receive(c.stream, c.heartbeat, 0, 0x101, i * 1000000);
         c.receive(c.stream, 0, 203, 0x101);
@@ -80,13 +100,13 @@ private Q_SLOTS:
         // Other objects, so that whoever shows them makes new rows.
         Q_FOREACH (MessageStatistics* statistics, before)
             QVERIFY(!c.coordinator.getAllMessageStatistics().contains(statistics));
-        MessageStatistics* const heartbeat = c.coordinator.find(c.stream, 0, 0x101);
+        MessageStatistics* const heartbeat = c.find(0, 0x101);
         QVERIFY(heartbeat->isCurrentlyRegular());
         QCOMPARE(c.receive(c.stream, c.heartbeat, 0, 0x101, 20 * 1000000), heartbeat);
         QCOMPARE(heartbeat->getIntervalCountHash().value(1000), 21u);
         // Once is enough.
         c.receive(c.stream, c.attitude, 30, 0x103);
-        QCOMPARE(c.coordinator.find(c.stream, 0, 0x101), heartbeat);
+        QCOMPARE(c.find(0, 0x101), heartbeat);
         QCOMPARE(c.rowList().last(), text("ATTITUDE (1:3) | 1"));
     }
 
@@ -94,10 +114,11 @@ private Q_SLOTS:
     {
         Coordination c;
         const auto count = [&c](quint32 id, qint64 time, qint64 number) {
-            return c.coordinator.countMessage(c.stream, id, 0x101, time, number, 256);
+            return c.coordinator.countMessage(c.stream, c.rowOf(id, 0x101), id ? c.attitude : c.heartbeat, time, number,
+                                              256);
         };
         QVERIFY(!count(0, 0, 1));
-        MessageStatistics* const alone = c.coordinator.findOrCreate(c.stream, c.heartbeat, 0, 0x101, text("1:1"));
+        MessageStatistics* const alone = c.make(c.stream, c.heartbeat, 0, 0x101);
         QVERIFY(!count(0, 0, 1)); // of a sender that is not known
         QCOMPARE(alone->getCount(), 0u);
         c.coordinator.countNumber(c.stream, 0x101, text("1:1"), 254, 256);
@@ -108,7 +129,7 @@ private Q_SLOTS:
 
         c.receive(c.stream, c.attitude, 30, 0x102); // the statistics get another name and are other objects
         QVERIFY(count(0, 20 * 1000000, 21));
-        MessageStatistics* const named = c.coordinator.find(c.stream, 0, 0x101);
+        MessageStatistics* const named = c.find(0, 0x101);
         QVERIFY(named != alone && named->getCount() == 21 && named->isCurrentlyRegular());
         c.receive(c.stream, c.attitude, 30, 0x101);
         QVERIFY(count(30, 30 * 1000000, 22)); // meanwhile the other type fell silent
@@ -134,7 +155,7 @@ private Q_SLOTS:
         QCOMPARE(c.rows(), text("HEARTBEAT | 1; HEARTBEAT (1:1) | 1; HEARTBEAT (1:2) | 1"));
         c.coordinator.removeStream(c.stream);
         QCOMPARE(c.rows(), text("HEARTBEAT (1:1) | 1; HEARTBEAT (1:2) | 1"));
-        QVERIFY(!c.coordinator.find(c.stream, 0, 0x101));
+        QVERIFY(!c.find(0, 0x101));
         QCOMPARE(c.coordinator.getEventCount(CorvelEvent::CrcError), 6u);
         QCOMPARE(c.coordinator.getEventCount(CorvelEvent::ClockJump), 1u);
 
@@ -164,7 +185,7 @@ private Q_SLOTS:
         Coordination c;
         for (int i = 0; i < 20; ++i)
             c.receive(c.stream, c.heartbeat, 0, 0x101, i * 1000000);
-        const MessageStatistics* const heartbeat = c.coordinator.find(c.stream, 0, 0x101);
+        const MessageStatistics* const heartbeat = c.find(0, 0x101);
         c.coordinator.setCurrentTime(c.stream, 20 * 1000000);
         QVERIFY(heartbeat->isCurrentlyRegular());
         c.coordinator.setCurrentTime(c.stream, 22 * 1000000);
