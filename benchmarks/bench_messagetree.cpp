@@ -59,20 +59,27 @@ private:
     int m_position;
 };
 
-/** Message types of 40 numbers each, and for each type some messages in which every field differs from the last. */
+/** What the fields of a format hold: numbers, which have to be formatted, or texts, which are there already. */
+enum class Values
+{
+    Numbers,
+    Texts
+};
+
+/** Message types of 40 values each, and for each type some messages in which every field differs from the last. */
 class Format
 {
 public:
     static constexpr int Variants = 4;
 
-    explicit Format(int types)
+    explicit Format(int types, Values values = Values::Numbers)
     {
         for (int i = 0; i < types; ++i) {
             infos.push_back(std::make_unique<MessageInfo>(QString::fromLatin1("TYPE_%1").arg(i)));
             for (int field = 0; field < FieldsPerType; ++field)
-                infos.back()->addField(createField(field));
+                infos.back()->addField(createField(field, values));
             for (int variant = 0; variant < Variants; ++variant)
-                messages.append(MessageReference::adopt(createMessage(infos.back().get(), variant)));
+                messages.append(MessageReference::adopt(createMessage(infos.back().get(), variant, values)));
         }
     }
 
@@ -86,7 +93,7 @@ public:
     QList<MessageReference> messages;
 
 private:
-    static FieldInfo* createField(int position)
+    static FieldInfo* createField(int position, Values values)
     {
         static const FieldType types[] = {FieldType(FieldType::SignedType, 4, QLatin1String("int32_t")),
                                           FieldType(FieldType::FloatType, 4, QLatin1String("float")),
@@ -95,15 +102,20 @@ private:
         static const char* const units[] = {"m/s", "deg", "m", ""};
         FieldInfo* field =
             new NumberField(QString::fromLatin1("field_%1").arg(position), position, types[position % 4]);
-        field->setUnit(QLatin1String(units[position % 4]));
+        if (values == Values::Numbers)
+            field->setUnit(QLatin1String(units[position % 4]));
         return field;
     }
 
-    static Message* createMessage(const MessageInfo* info, int variant)
+    static Message* createMessage(const MessageInfo* info, int variant, Values values)
     {
         NumbersMessage* message = new NumbersMessage(info);
         for (int field = 0; field < FieldsPerType; ++field) {
             const int number = 1000 * field + 17 * variant + 1;
+            if (values == Values::Texts) {
+                message->values[field] = FieldValue::fromText(QString::number(number));
+                continue;
+            }
             switch (field % 4) {
             case 0:
                 message->values[field] = FieldValue::fromSigned(-number, 4);
@@ -127,11 +139,14 @@ private:
 class PlainTree : public QTreeWidget
 {
 public:
-    explicit PlainTree(const Format& format)
+    PlainTree(const Format& format, bool withRawValues)
         : m_format(format)
+        , m_withRawValues(withRawValues)
     {
-        setColumnCount(3);
-        setHeaderLabels(QStringList() << QLatin1String("Name") << QLatin1String("Type") << QLatin1String("Value"));
+        QStringList labels = {QLatin1String("Name"), QLatin1String("Type"), QLatin1String("Value")};
+        if (withRawValues)
+            labels << QLatin1String("Raw value");
+        setHeaderLabels(labels);
         QList<QTreeWidgetItem*> rows;
         for (const std::unique_ptr<MessageInfo>& info : format.infos) {
             QTreeWidgetItem* row = new QTreeWidgetItem(QStringList() << info->getName() << QLatin1String("Message"));
@@ -150,13 +165,17 @@ public:
         QTreeWidgetItem* row = topLevelItem(type);
         int position = 0;
         for (const FieldInfo* field : message->getInfo()->getFieldInfos()) {
-            row->child(position)->setText(2, field->getInterpretedString(field->getValue(message, 0), true));
+            const FieldValue value = field->getValue(message, 0);
+            row->child(position)->setText(2, field->getInterpretedString(value, true));
+            if (m_withRawValues)
+                row->child(position)->setText(3, field->getRawString(value));
             ++position;
         }
     }
 
 private:
     const Format& m_format;
+    const bool m_withRawValues;
 };
 
 void show(QTreeWidget* tree, bool expanded)
@@ -241,15 +260,18 @@ struct Measured
     double frameRatio = 0;
 };
 
-Measured measure(int types, bool expanded)
+Measured measure(int types, bool expanded, Values values)
 {
-    const Format format(types);
+    const Format format(types, values);
+    const bool withRawValues = values == Values::Texts;
     MessageTreeWidget tree;
+    if (withRawValues)
+        tree.addColumn(MessageTreeWidget::RawValueColumn, false);
     for (const std::unique_ptr<MessageInfo>& info : format.infos)
         tree.addTopLevelItem(new MessageTreeWidgetItem(&tree, info.get()));
     tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
-    PlainTree unlaid(format);
-    PlainTree plain(format);
+    PlainTree unlaid(format, withRawValues);
+    PlainTree plain(format, withRawValues);
     for (int type = 0; type < types; ++type) {
         tree.processMessage(format.getMessage(type, 0));
         unlaid.store(type, 0);
@@ -317,21 +339,54 @@ Measured measure(int types, bool expanded)
     return result;
 }
 
-void printTable(const std::vector<int>& numbersOfTypes)
+void printTable(const std::vector<int>& numbersOfTypes, Values values)
 {
+    std::printf("%s\n", values == Values::Numbers ? "numbers, three columns" : "texts, four columns");
     std::printf("%-15s | %-20s | %-20s | %-8s | %s\n", "", "new values, ns/field", "same again, ns/field", "plain,",
                 "frame, us");
     std::printf("%5s %9s | %6s %6s %6s | %6s %6s %6s | %8s | %8s %8s %6s\n", "types", "", "ours", "floor", "ratio",
                 "ours", "floor", "ratio", "ns/field", "ours", "plain", "ratio");
     for (const bool expanded : {true, false}) {
         for (const int types : numbersOfTypes) {
-            const Measured m = measure(types, expanded);
+            const Measured m = measure(types, expanded, values);
             std::printf("%5d %9s | %6.0f %6.0f %6.2f | %6.0f %6.0f %6.2f | %8.0f | %8.1f %8.1f %6.2f\n", types,
                         expanded ? "expanded" : "collapsed", m.ours, m.floor, m.ratio, m.unchanged, m.same,
                         m.unchangedRatio, m.view, m.frame, m.plainFrame, m.frameRatio);
             std::fflush(stdout);
         }
     }
+}
+
+/** What a value costs in a tree whose rows were made anew ten times, against one whose rows were made once. */
+void printScattered()
+{
+    const int types = 300;
+    const Format format(types);
+    MessageTreeWidget fresh;
+    MessageTreeWidget old;
+    for (MessageTreeWidget* tree : {&fresh, &old}) {
+        for (const std::unique_ptr<MessageInfo>& info : format.infos)
+            tree->addTopLevelItem(new MessageTreeWidgetItem(tree, info.get()));
+        tree->reconfigureTopLevelAbstractMessageTreeWidgetItems();
+        for (int i = 0; tree == &old && i < 10; ++i) {
+            for (int type = 0; type < types; ++type)
+                tree->processMessage(format.getMessage(type, i));
+            tree->getToggleRawValueColumnAction()->trigger();
+        }
+    }
+    Timings freshTimes;
+    Timings oldTimes;
+    const auto feed = [&](MessageTreeWidget* tree, int round) {
+        for (int type = 0; type < types; ++type)
+            tree->processMessage(format.getMessage(type, round));
+    };
+    for (int i = 0; i < 41; ++i) {
+        freshTimes.take(2, [&](int round) { feed(&fresh, round); });
+        oldTimes.take(2, [&](int round) { feed(&old, round); });
+    }
+    const double fields = static_cast<double>(types) * FieldsPerType;
+    std::printf("after ten reconfigurations of %d types: %.0f ns/field, fresh %.0f ns/field, ratio %.2f\n", types,
+                oldTimes.middle() / fields, freshTimes.middle() / fields, oldTimes.middleRatioTo(freshTimes));
 }
 
 void reconfigure(benchmark::State& state)
@@ -442,8 +497,14 @@ int main(int argc, char** argv)
     std::vector<int> numbersOfTypes;
     for (int i = 1; i < argc; ++i)
         numbersOfTypes.push_back(std::atoi(argv[i]));
-    printTable(numbersOfTypes.empty() ? std::vector<int>{20, 100, 300} : numbersOfTypes);
-    if (numbersOfTypes.empty())
+    // With 0 alone, no table.
+    const std::vector<int> all = {20, 100, 300};
+    if (numbersOfTypes != std::vector<int>{0}) {
+        for (const Values values : {Values::Numbers, Values::Texts})
+            printTable(numbersOfTypes.empty() ? all : numbersOfTypes, values);
+        printScattered();
+    }
+    if (numbersOfTypes.empty() || numbersOfTypes.front() == 0)
         benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

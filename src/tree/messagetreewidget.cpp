@@ -257,13 +257,13 @@ void MessageTreeWidget::reconfigureRows()
     const RowGuard self(this);
     const QList<AbstractMessageTreeWidgetItem*> current = getTopLevelAbstractMessageTreeWidgetItems();
     const unsigned int changes = m_topLevelRowsChanges;
-    Q_FOREACH (AbstractMessageTreeWidgetItem* row, current) {
+    AbstractMessageTreeWidgetItem::keepRemains(true);
+    for (int i = 0; !self.isBroken() && i < current.size(); ++i) {
         // Somebody who listens to changes may have removed it.
-        if (changes == m_topLevelRowsChanges || indexOfTopLevelItem(row) >= 0)
-            row->configureInTreeWidget();
-        if (self.isBroken())
-            return;
+        if (changes == m_topLevelRowsChanges || indexOfTopLevelItem(current.at(i)) >= 0)
+            current.at(i)->configureInTreeWidget();
     }
+    AbstractMessageTreeWidgetItem::keepRemains(false);
 }
 
 void MessageTreeWidget::endUpdate()
