@@ -59,6 +59,21 @@ void appendIntervals(std::string* text, const MessageStatistics& statistics)
     text->push_back('}');
 }
 
+void appendSender(std::string* text, const MessageStatisticsCoordinator::SenderStatistics& sender)
+{
+    text->push_back('{');
+    Separator members(text);
+    appendMember(text, &members, "messages", sender.received);
+    if (sender.numbered) {
+        appendMember(text, &members, "lost", sender.lost);
+        appendMember(text, &members, "repeated", sender.repeated);
+        appendMember(text, &members, "late", sender.late);
+        appendMember(text, &members, "restarts", sender.restarts);
+    }
+    appendMember(text, &members, "failed", sender.failed);
+    text->push_back('}');
+}
+
 } // namespace
 
 StatisticsPrinter::StatisticsPrinter(const QString& inputName, const StreamDecoder* decoder)
@@ -195,7 +210,12 @@ std::string StatisticsPrinter::sendersText() const
     Separator senders(&text);
     typedef MessageStatisticsCoordinator::SenderStatistics Sender;
     QVector<Sender> named;
+    Sender together; // what the numbers of all of them say, where they share them
     for (const Sender& sender : m_coordinator.getSenderStatistics()) {
+        if (sender.sender < 0) {
+            together = sender;
+            continue;
+        }
         const auto same =
             std::find_if(named.begin(), named.end(), [&](const Sender& other) { return other.name == sender.name; });
         if (same == named.end()) {
@@ -213,19 +233,15 @@ std::string StatisticsPrinter::sendersText() const
     for (const Sender& sender : std::as_const(named)) {
         senders.next();
         appendString(&text, sender.name);
-        text.append(":{");
-        Separator members(&text);
-        appendMember(&text, &members, "messages", sender.received);
-        if (sender.numbered) {
-            appendMember(&text, &members, "lost", sender.lost);
-            appendMember(&text, &members, "repeated", sender.repeated);
-            appendMember(&text, &members, "late", sender.late);
-            appendMember(&text, &members, "restarts", sender.restarts);
-        }
-        appendMember(&text, &members, "failed", sender.failed);
-        text.push_back('}');
+        text.push_back(':');
+        appendSender(&text, sender);
     }
-    return text + '}';
+    text.push_back('}');
+    if (together.numbered) {
+        text.append(",\"sendersTogether\":");
+        appendSender(&text, together);
+    }
+    return text;
 }
 
 std::string StatisticsPrinter::eventsText() const

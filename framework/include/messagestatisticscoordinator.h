@@ -9,6 +9,7 @@
 
 class MessageInfo;
 class MessageStatistics;
+class SequenceCounter;
 
 /**
  * Holds the statistics of all message types received, and counts events by type.
@@ -34,14 +35,14 @@ public:
         SenderStatistics();
 
         int stream;
-        int sender;        ///< its number in the stream
+        int sender;        ///< its number in the stream; -1 for all together, where one numbers what all of them send
         QString name;      ///< as people of the format write it
-        bool numbered;     ///< whether the sender's messages have numbers at all
+        bool numbered;     ///< whether the sender's messages have numbers at all, and ones of its own
         quint64 received;  ///< messages, unknown types included
         quint64 lost;      ///< numbers that never came; at least so many messages were lost
         quint64 repeated;  ///< messages with a number that came just before
         quint64 late;      ///< messages that came behind their successors
-        quint64 restarts;  ///< how often the sender began at 0 again
+        quint64 restarts;  ///< how often the sender began anew
         quint64 failed;    ///< messages that came and failed a check; their numbers are among the lost ones
         qint64 lastNumber; ///< of the newest message; -1 before the first
     };
@@ -126,7 +127,10 @@ public:
     /** How many events of that type there were. */
     unsigned int getEventCount(CorvelEvent::Type type) const;
 
-    /** Every sender of every stream of which messages came, in the order of their numbers. */
+    /**
+     * Every sender of every stream of which messages came, in the order of their numbers; behind those of a stream that
+     * are numbered together, what these numbers tell.
+     */
     QList<SenderStatistics> getSenderStatistics() const;
 
 private:
@@ -139,6 +143,7 @@ private:
     MessageStatistics* create(Stream* stream, int number, const Origin& origin);
     void setType(Stream* stream, Row* row, const Origin& origin);
     static void useObject(const Stream* stream, Row* row, const MessageInfo* info);
+    static SenderStatistics statisticsOf(const Stream* stream, const SequenceCounter& numbers);
     static QString nameOf(const Stream* stream, const Row* row);
     void noteSender(Stream* stream, int sender);
     void rename(const Stream* stream);

@@ -3,6 +3,7 @@
 #include "message.h"
 #include "messageinfo.h"
 #include "messagestatistics.h"
+#include "sequencecounter.h"
 
 #include <QStringList>
 
@@ -12,14 +13,27 @@ namespace
 // Frames of unknown types cannot be verified: noise may look like any number of types and senders.
 const int MaxUnknownTypes = 1000;
 
+const quint64 GreatestOwnModulus = 65536;
+const quint64 LeastTogether = 10; // so many messages tell whether they are numbered together
+
 } // namespace
 
 struct MessageStatisticsCoordinator::Sender
 {
-    void countNumber(qint64 number, quint64 modulus);
+    Sender()
+        : received(0)
+        , numbered(0)
+        , failed(0)
+        , countedAt(0)
+    {
+    }
 
-    SenderStatistics statistics;
-    quint64 settled; // bit n: the number that lies n before the newest one came, or was never expected
+    QString name;
+    quint64 received;
+    quint64 numbered; // of these
+    quint64 failed;
+    quint64 countedAt; // the stream's numbered messages at the newest one
+    SequenceCounter numbers;
 };
 
 struct MessageStatisticsCoordinator::Row
@@ -49,6 +63,7 @@ struct MessageStatisticsCoordinator::Stream
         , otherUnknown(0)
         , unknownTypes(0)
         , time(Message::NoTime)
+        , numbered(0)
     {
     }
     ~Stream()
@@ -61,6 +76,9 @@ struct MessageStatisticsCoordinator::Stream
     Row* findRow(int row) const { return row >= 0 && row < rows.size() ? rows.at(row) : 0; }
     Sender* findSender(int sender) const { return sender >= 0 && sender < senders.size() ? senders.at(sender) : 0; }
 
+    void countNumber(Sender* sender, qint64 number, quint64 modulus);
+    bool isNumberedTogether() const;
+
     int number;
     QString label;
     QHash<int, unsigned int> events;
@@ -70,6 +88,8 @@ struct MessageStatisticsCoordinator::Stream
     qint64 time;
     QList<int> knownSenders;  // whose messages are of known types
     QVector<Sender*> senders; // by number, null where there is none
+    quint64 numbered;         // messages of all of them that had a number
+    SequenceCounter together; // what these say as if they were of one sender
 };
 
 MessageStatisticsCoordinator::Origin::Origin(const MessageInfo* type, int number, const QString& name,
@@ -130,6 +150,8 @@ void MessageStatisticsCoordinator::clearRows(Stream* stream)
     stream->knownSenders.clear();
     qDeleteAll(stream->senders);
     stream->senders.clear();
+    stream->numbered = 0;
+    stream->together = SequenceCounter();
     listAll();
 }
 
@@ -302,45 +324,31 @@ void MessageStatisticsCoordinator::listAll()
         m_all.append(row->statistics);
 }
 
-inline void MessageStatisticsCoordinator::Sender::countNumber(qint64 number, quint64 modulus)
+inline void MessageStatisticsCoordinator::Stream::countNumber(Sender* sender, qint64 number, quint64 modulus)
 {
-    ++statistics.received;
+    ++sender->received;
     if (number < 0 || modulus == 0)
         return;
-    statistics.numbered = true;
-    if (statistics.lastNumber < 0) {
-        statistics.lastNumber = number;
-        return;
+    ++numbered;
+    ++sender->numbered;
+    sender->numbers.count(quint64(number), modulus, numbered - sender->countedAt - 1);
+    sender->countedAt = numbered;
+    // Short numbers are each sender's own.
+    if (modulus > GreatestOwnModulus)
+        together.count(quint64(number), modulus, 0);
+}
+
+/** Whether one numbers the messages of all senders, so that those of a single one have holes that mean nothing. */
+bool MessageStatisticsCoordinator::Stream::isNumberedTogether() const
+{
+    quint64 lost = 0;
+    int counted = 0;
+    Q_FOREACH (const Sender* sender, senders) {
+        lost += sender ? sender->numbers.getLost() + sender->numbers.getRestarts() : 0;
+        counted += sender && sender->numbered > 0 ? 1 : 0;
     }
-    quint64 step = quint64(number) - quint64(statistics.lastNumber) + (number < statistics.lastNumber ? modulus : 0);
-    if (step >= modulus) // seldom; it would be the slowest of all that is done for a message
-        step %= modulus;
-    const quint64 latest = qMin(modulus / 32, quint64(63));
-    if (step == 0) {
-        ++statistics.repeated;
-        return;
-    }
-    if (step >= modulus - latest) {
-        const quint64 bit = quint64(1) << (modulus - step);
-        if (settled & bit) {
-            ++statistics.repeated;
-        } else {
-            // It was taken for lost when its successors came.
-            ++statistics.late;
-            --statistics.lost;
-            settled |= bit;
-        }
-        return;
-    }
-    // A loss that ends at 0 by chance is short, as losses mostly are.
-    if (number == 0 && step > modulus / 8) {
-        ++statistics.restarts;
-        settled = ~quint64(0);
-    } else {
-        statistics.lost += step - 1;
-        settled = (step < 64 ? settled << step : 0) | 1;
-    }
-    statistics.lastNumber = number;
+    return counted > 1 && numbered >= LeastTogether && together.getSteps() * 10 >= (numbered - 1) * 9 &&
+           together.getLost() + together.getRestarts() < lost;
 }
 
 bool MessageStatisticsCoordinator::countMessage(int number, int row, const MessageInfo* info, qint64 time,
@@ -355,7 +363,7 @@ bool MessageStatisticsCoordinator::countMessage(int number, int row, const Messa
     if (!found->account)
         return false;
     found->statistics->addReception(time);
-    found->account->countNumber(sequence, modulus);
+    stream->countNumber(found->account, sequence, modulus);
     if (time != Message::NoTime)
         stream->time = time;
     return true;
@@ -365,28 +373,21 @@ void MessageStatisticsCoordinator::countNumber(int number, int sender, const QSt
                                                quint64 modulus)
 {
     Stream* const stream = m_streams.value(number);
-    if (Sender* const known = stream->findSender(sender)) {
-        known->countNumber(sequence, modulus);
-        return;
+    Sender* known = stream->findSender(sender);
+    if (!known) {
+        known = new Sender;
+        known->name = senderName;
+        if (sender >= stream->senders.size())
+            stream->senders.resize(sender + 1);
+        stream->senders[sender] = known;
     }
-    Sender* const added = new Sender;
-    added->settled = ~quint64(0);
-    SenderStatistics& statistics = added->statistics;
-    statistics.stream = number;
-    statistics.sender = sender;
-    statistics.name = senderName;
-    statistics.received = 1;
-    statistics.numbered = sequence >= 0 && modulus > 0;
-    statistics.lastNumber = statistics.numbered ? sequence : -1;
-    if (sender >= stream->senders.size())
-        stream->senders.resize(sender + 1);
-    stream->senders[sender] = added;
+    stream->countNumber(known, sequence, modulus);
 }
 
 void MessageStatisticsCoordinator::countFailure(int number, int sender)
 {
     if (Sender* const known = m_streams.value(number)->findSender(sender))
-        ++known->statistics.failed;
+        ++known->failed;
 }
 
 void MessageStatisticsCoordinator::setCurrentTime(int number, qint64 time)
@@ -411,15 +412,45 @@ unsigned int MessageStatisticsCoordinator::getEventCount(CorvelEvent::Type type)
     return m_events.value(type);
 }
 
+/** What the numbers of a sender say, or of all of a stream. */
+MessageStatisticsCoordinator::SenderStatistics
+MessageStatisticsCoordinator::statisticsOf(const Stream* stream, const SequenceCounter& numbers)
+{
+    SenderStatistics statistics;
+    statistics.stream = stream->number;
+    statistics.numbered = numbers.hasAny();
+    statistics.lost = numbers.getLost();
+    statistics.repeated = numbers.getRepeated();
+    statistics.late = numbers.getLate();
+    statistics.restarts = numbers.getRestarts();
+    statistics.lastNumber = numbers.hasAny() ? qint64(numbers.getLast()) : -1;
+    return statistics;
+}
+
 QList<MessageStatisticsCoordinator::SenderStatistics> MessageStatisticsCoordinator::getSenderStatistics() const
 {
     QList<SenderStatistics> all;
     Q_FOREACH (const Stream* stream, m_streams) {
         if (!stream)
             continue;
-        Q_FOREACH (const Sender* sender, stream->senders)
-            if (sender)
-                all.append(sender->statistics);
+        const bool together = stream->isNumberedTogether();
+        SenderStatistics sum = statisticsOf(stream, stream->together);
+        sum.sender = -1;
+        for (int i = 0; i < stream->senders.size(); ++i) {
+            const Sender* const sender = stream->senders.at(i);
+            if (!sender)
+                continue;
+            SenderStatistics statistics = statisticsOf(stream, together ? SequenceCounter() : sender->numbers);
+            statistics.sender = i;
+            statistics.name = sender->name;
+            statistics.received = sender->received;
+            statistics.failed = sender->failed;
+            sum.received += sender->received;
+            sum.failed += sender->failed;
+            all.append(statistics);
+        }
+        if (together)
+            all.append(sum);
     }
     return all;
 }

@@ -231,6 +231,43 @@ private Q_SLOTS:
                              }),
                  QString());
     }
+
+    // "a5" is the number 5 from a.
+    static QString lossesOfAll(const QString& numbers)
+    {
+        Coordination c;
+        Q_FOREACH (const QString& number, numbers.split(QLatin1Char(' ')))
+            c.coordinator.countNumber(c.stream, number.at(0).unicode() - 'a', number.left(1),
+                                      number.mid(1).toLongLong(), Q_INT64_C(1) << 32);
+        QStringList told;
+        Q_FOREACH (const SenderStatistics& sender, c.coordinator.getSenderStatistics())
+            told.append((sender.sender < 0 ? text("all") : sender.name) + QLatin1String(": ") + lossesOf(sender));
+        return told.join(QLatin1String("; "));
+    }
+
+    void numbersWithoutAnEndTellLosses()
+    {
+        const TextRow rows[] = {{"a1 a2 a3", "a: 3 received"},
+                                {"a7000 a7003", "a: 2 received, 2 lost"},
+                                {"a100 a101 a1 a2", "a: 4 received, 1 restarts"},
+                                {"a100 a3000000000 a3000000001", "a: 3 received, 1 restarts"},
+                                {"a1 a4 a2 a5 a3 a6", "a: 6 received, 2 late"},
+                                // A part that comes late as a whole.
+                                {"a100 a301 a302 a101 a102 a303", "a: 6 received, 198 lost, 2 late"},
+                                {"a5 a5 a6 a5", "a: 4 received, 2 repeated"},
+                                // Much may be lost of one while others go on.
+                                {"a1 b1 b2 b3 b4 b5 a1080 b6 b7", "a: 2 received, 1078 lost; b: 7 received"},
+                                {"a1 a1080", "a: 2 received, 1 restarts"},
+                                {"a-1 b7 a-1 b8", "a: 2 received, no numbers; b: 2 received"},
+                                {"a1 b1 a2 b2 a3 b3 a4 b4 a5 b5 a6 b6", "a: 6 received; b: 6 received"},
+                                // One counts what both of them send.
+                                {"a1 b2 a3 a4 b5 a6 b7 b8 a9 a10 b11 a12",
+                                 "a: 7 received, no numbers; b: 5 received, no numbers; "
+                                 "all: 12 received"},
+                                {"a1 b2 a3 a4 b5 a6 b7 b8 a11 a12 b13 a14 b15 a16 a17 b18 b19 a20",
+                                 "a: 10 received, no numbers; b: 8 received, no numbers; all: 18 received, 2 lost"}};
+        QCOMPARE(differences(rows, lossesOfAll), QString());
+    }
 };
 
 QTEST_APPLESS_MAIN(tst_MessageStatisticsCoordinator)
