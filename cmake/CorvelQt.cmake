@@ -1,6 +1,6 @@
 # Finds the Qt to build with and names its modules alike for every major:
 # CORVEL_QT_CORE, CORVEL_QT_WIDGETS, CORVEL_QT_NETWORK, CORVEL_QT_SERIALPORT, CORVEL_QT_WEBSOCKETS, CORVEL_QT_TEST;
-# and CORVEL_QCUSTOMPLOT, which fits it.
+# and CORVEL_QCUSTOMPLOT, which fits it, for the plot.
 
 if(CORVEL_QT_MAJOR STREQUAL "")
     foreach(major 6 5 4)
@@ -37,7 +37,7 @@ elseif(CORVEL_QT_MAJOR EQUAL 5 OR CORVEL_QT_MAJOR EQUAL 6)
         set(CORVEL_QT_NETWORK Qt${CORVEL_QT_MAJOR}::Network)
         set(CORVEL_QT_SERIALPORT Qt${CORVEL_QT_MAJOR}::SerialPort)
         set(CORVEL_QT_WEBSOCKETS Qt${CORVEL_QT_MAJOR}::WebSockets)
-        if(CORVEL_BUILD_APPS)
+        if(CORVEL_BUILD_APPS AND CORVEL_MONITOR_PLOT)
             if(CORVEL_QT_MAJOR EQUAL 6)
                 set(CORVEL_QCUSTOMPLOT QCustomPlotQt6)
             else()

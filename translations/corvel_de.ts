@@ -872,6 +872,14 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <source>Ctrl+,</source>
         <translation>Ctrl+,</translation>
     </message>
+    <message>
+        <source>Free software under the licence %1.</source>
+        <translation>Freie Software unter der Lizenz %1.</translation>
+    </message>
+    <message>
+        <source>Free software: its own source is under the licence %1; as a whole, with the library that draws the plot, it is under %2.</source>
+        <translation>Freie Software: Der eigene Quelltext steht unter der Lizenz %1, das Ganze mit der Bibliothek, die den Verlauf zeichnet, unter %2.</translation>
+    </message>
 </context>
 <context>
     <name>MavlinkDialect</name>

@@ -82,7 +82,8 @@ int main(int argc, char** argv)
     for (const QString& expression : options.watches)
         window.getDesk()->wish(QLatin1String("watch"), expression);
     for (const QString& expression : options.plots)
-        window.getDesk()->wish(QLatin1String("plot"), expression);
+        if (!window.getDesk()->wish(QLatin1String("plot"), expression))
+            return std::fprintf(stderr, "corvel-monitor: this program was built without the plot\n"), 2;
     opened = opened && window.openAll(options.inputs);
     if (opened && options.inputs.isEmpty())
         window.openSimulation(true);

@@ -90,6 +90,8 @@ struct PanelRow
     const char* title; ///< to be translated as one of Panel
     PanelPlace place;
     Panel* (*create)(Desk* desk); ///< the caller's
+    /** The licence, as SPDX names it, of a whole program that has this panel; null for the project's own. */
+    const char* licence = nullptr;
 };
 
 /** All panels, in the order of the menu that shows and hides them. */

@@ -2,12 +2,14 @@
 #include "formpanel.h"
 #include "panel.h"
 #include "playbackbar.h"
-#include "plotpanel.h"
 #include "sourcepanel.h"
 #include "statisticspanel.h"
 #include "treepanel.h"
 #include "typepanel.h"
 #include "watchbar.h"
+#ifdef CORVEL_MONITOR_PLOT
+#include "plotpanel.h"
+#endif
 
 #include <QCoreApplication>
 
@@ -37,8 +39,10 @@ const QVector<PanelRow>& getPanelTable()
          {Place::Bottom, 556, 250, nullptr, nullptr}, create<StatisticsPanel>},
         {"events", QT_TRANSLATE_NOOP("Panel", "Events"),
          {Place::Bottom, 444, 0, nullptr, "statistics"}, create<EventPanel>},
+#ifdef CORVEL_MONITOR_PLOT
         {"plot", QT_TRANSLATE_NOOP("Panel", "Plot"),
-         {Place::Bottom, 0, 0, "events", "statistics"}, create<PlotPanel>},
+         {Place::Bottom, 0, 0, "events", "statistics"}, create<PlotPanel>, "GPL-3.0-or-later"}, // as QCustomPlot is
+#endif
         {"playback", QT_TRANSLATE_NOOP("Panel", "Playback"),
          {Place::Bar, 0, 0, nullptr, nullptr}, create<PlaybackBar>},
         // clang-format on

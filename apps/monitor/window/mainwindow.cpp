@@ -103,10 +103,22 @@ void MainWindow::createMenus()
 
 void MainWindow::showAbout()
 {
-    QMessageBox::about(this, tr("About Corvel Monitor"),
-                       tr("Corvel Monitor %1\n\nShows what a device says: every field of every message type, live; how "
-                          "regularly messages arrive; what went missing, what went wrong, and when.")
-                           .arg(QCoreApplication::applicationVersion()));
+    QMessageBox::about(this, tr("About Corvel Monitor"), getAboutText());
+}
+
+QString MainWindow::getAboutText() const
+{
+    const QString own = QStringLiteral("BSD-3-Clause");
+    QString licence = tr("Free software under the licence %1.").arg(own);
+    for (const PanelSet::Entry& entry : m_panels.getEntries())
+        if (entry.row.licence)
+            licence = tr("Free software: its own source is under the licence %1; as a whole, with the library that "
+                         "draws the plot, it is under %2.")
+                          .arg(own, QLatin1String(entry.row.licence));
+    return tr("Corvel Monitor %1\n\nShows what a device says: every field of every message type, live; how regularly "
+              "messages arrive; what went missing, what went wrong, and when.")
+               .arg(QCoreApplication::applicationVersion()) +
+           QLatin1String("\n\n") + licence;
 }
 
 void MainWindow::showError(const QString& text)

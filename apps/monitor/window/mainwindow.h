@@ -62,6 +62,8 @@ public:
 
     /** Shows the dialog of preferences, which does not block. */
     void showPreferences();
+    /** What the program is, its version, and the licence of the whole of it. */
+    QString getAboutText() const;
     /** Says something that went wrong in a box that does not block, and in the status bar. */
     void showError(const QString& text);
     /** What the status bar says of the last problem; empty when there was none. */

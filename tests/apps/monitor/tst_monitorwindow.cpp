@@ -106,6 +106,7 @@ void tst_monitorwindow::everyControlHasAName()
     QCOMPARE(namelessIn(&window).join(", "), QString());
     const PreferencesDialog dialog(Preferences(), true);
     QCOMPARE(namelessIn(&dialog).join(", "), QString());
+    QVERIFY(window.getAboutText().contains("GPL-3.0-or-later")); // as its plot is
 }
 
 void tst_monitorwindow::emptyViewsSayWhatToDoNext()
