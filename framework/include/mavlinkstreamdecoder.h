@@ -90,7 +90,7 @@ private:
     const MavlinkMessageInfo* find(quint32 id) const;
     int work(const Window& window, StreamSink* sink);
     bool resolve(const Window& window, StreamSink* sink);
-    bool resolveVerified(const Window& window, Candidate candidate, StreamSink* sink);
+    bool resolveSigned(const Window& window, Candidate candidate, StreamSink* sink);
     bool resolveFailed(const Window& window, const Candidate& candidate, StreamSink* sink);
     bool resolveCutOff(const Window& window, const Candidate& candidate, StreamSink* sink);
     Answer verifies(const Window& window, const Candidate& candidate) const;

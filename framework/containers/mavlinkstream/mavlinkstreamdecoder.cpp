@@ -75,34 +75,29 @@ struct MavlinkStreamDecoder::Candidate
 
     bool isChecksumRight(const Window& window) const
     {
-        const quint16 crc = MavlinkCrc::add(ownChecksum(window), info->getCrcExtra());
-        return crc == givenChecksum(window);
+        const char* const bytes = window.at(start);
+        const int size = header.checkedSize();
+        const quint16 crc = MavlinkCrc::add(MavlinkCrc::calculate(bytes + 1, size - 1), info->getCrcExtra());
+        return crc == qFromLittleEndian<quint16>(bytes + size);
     }
 
     /** Whether there is a definition with which the checksum would be right. */
     bool canChecksumBeRight(const Window& window) const
     {
-        return MavlinkCrc::canFollow(ownChecksum(window), givenChecksum(window));
+        const char* const bytes = window.at(start);
+        const int size = header.checkedSize();
+        return MavlinkCrc::canFollow(MavlinkCrc::calculate(bytes + 1, size - 1),
+                                     qFromLittleEndian<quint16>(bytes + size));
     }
 
     /** Where the checksum ends, and the signature begins if there is one. */
     quint64 checksumEnd() const { return start + quint64(header.checkedSize() + ChecksumSize); }
-    bool hasSignature() const { return checksumEnd() != end; }
+    bool hasSignature() const { return header.incompatibleFlags & SignedFlag; }
 
     Header header;
     const MavlinkMessageInfo* info;
     quint64 start;
     quint64 end;
-
-private:
-    quint16 ownChecksum(const Window& window) const
-    {
-        return MavlinkCrc::calculate(window.at(start) + 1, header.checkedSize() - 1);
-    }
-    quint16 givenChecksum(const Window& window) const
-    {
-        return qFromLittleEndian<quint16>(window.at(start) + header.checkedSize());
-    }
 };
 
 MavlinkStreamDecoder::MavlinkStreamDecoder(const MavlinkDialect* dialect, Layout layout)
@@ -242,21 +237,21 @@ bool MavlinkStreamDecoder::resolve(const Window& window, StreamSink* sink)
     const Candidate candidate(this, window, m_position);
     if (m_position >= m_searched && candidate.fitsDefinition()) {
         const Answer answer = verifies(window, candidate);
-        if (answer == Yes)
-            return resolveVerified(window, candidate, sink);
+        if (answer == Yes && candidate.hasSignature())
+            return resolveSigned(window, candidate, sink);
+        if (answer == Yes) {
+            reportMessage(window, candidate, sink);
+            return true;
+        }
         if (answer == NotYet)
             return false;
     }
     return resolveFailed(window, candidate, sink);
 }
 
-/** Decides where a frame ends whose checksum is right: another may begin before its signature is complete. */
-bool MavlinkStreamDecoder::resolveVerified(const Window& window, Candidate candidate, StreamSink* sink)
+/** Decides where a signed frame ends whose checksum is right: another may begin before its signature is complete. */
+bool MavlinkStreamDecoder::resolveSigned(const Window& window, Candidate candidate, StreamSink* sink)
 {
-    if (!candidate.hasSignature()) {
-        reportMessage(window, candidate, sink);
-        return true;
-    }
     const quint64 signature = candidate.checksumEnd();
     quint64 next = window.end;
     const quint64 searched = m_searched;
@@ -307,10 +302,11 @@ bool MavlinkStreamDecoder::resolveFailed(const Window& window, const Candidate& 
 
     // A frame without a definition that fits can still prove to be one.
     const bool right = candidate.info && !candidate.fitsDefinition() && candidate.isChecksumRight(window);
-    const bool damaged = !candidate.info && candidate.header.isUnderstood() && !candidate.canChecksumBeRight(window);
     const Answer followed = right ? Yes : isFollowed(window, candidate.end);
     if (followed == NotYet)
         return false;
+    const bool damaged =
+        followed == Yes && !candidate.info && candidate.header.isUnderstood() && !candidate.canChecksumBeRight(window);
     if (followed == No || (damaged && !m_inSync)) {
         m_inSync = false;
         passOver(candidate.start + 1, sink);
@@ -342,9 +338,9 @@ bool MavlinkStreamDecoder::resolveCutOff(const Window& window, const Candidate& 
 /** Whether a frame that fits its definition has the right checksum. At the end of the stream one without has not. */
 MavlinkStreamDecoder::Answer MavlinkStreamDecoder::verifies(const Window& window, const Candidate& candidate) const
 {
-    if (candidate.end > window.end && !window.atEnd)
-        return NotYet;
-    return candidate.checksumEnd() <= window.end && candidate.isChecksumRight(window) ? Yes : No;
+    if (candidate.end > window.end && (!window.atEnd || candidate.checksumEnd() > window.end))
+        return window.atEnd ? No : NotYet;
+    return candidate.isChecksumRight(window) ? Yes : No;
 }
 
 /** Looks for the first frame that verifies and begins from m_searched up to @p end. */
