@@ -495,14 +495,6 @@
         <translation>Aufzeichnen</translation>
     </message>
     <message>
-        <source>MAVLink recordings (*.tlog)</source>
-        <translation>MAVLink-Aufzeichnungen (*.tlog)</translation>
-    </message>
-    <message>
-        <source>MCAP recordings (*.mcap)</source>
-        <translation>MCAP-Aufzeichnungen (*.mcap)</translation>
-    </message>
-    <message>
         <source>Load Definitions</source>
         <translation>Definitionen laden</translation>
     </message>
@@ -1171,6 +1163,17 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>The definitions could not be loaded.</source>
         <translation>Die Definitionen konnten nicht geladen werden.</translation>
+    </message>
+</context>
+<context>
+    <name>OutputKind</name>
+    <message>
+        <source>MCAP recordings</source>
+        <translation>MCAP-Aufzeichnungen</translation>
+    </message>
+    <message>
+        <source>MAVLink recordings</source>
+        <translation>MAVLink-Aufzeichnungen</translation>
     </message>
 </context>
 <context>
@@ -2050,6 +2053,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>Recording to %1 ended: %2. What is in the file can be read.</source>
         <translation>Die Aufzeichnung in %1 endete: %2. Was in der Datei ist, kann gelesen werden.</translation>
     </message>
+    <message>
+        <source>other messages come now, which such a recording cannot keep</source>
+        <translation>nun kommen andere Nachrichten, die eine solche Aufzeichnung nicht aufnehmen kann</translation>
+    </message>
 </context>
 <context>
     <name>RecordingFile</name>
@@ -2307,14 +2314,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>%1: in %2 aufgezeichnet</translation>
     </message>
     <message>
-        <source>%1: the end of %2 could not be written</source>
-        <translation>%1: das Ende von %2 konnte nicht geschrieben werden</translation>
-    </message>
-    <message>
-        <source>The end of %1 could not be written.</source>
-        <translation>Das Ende von %1 konnte nicht geschrieben werden.</translation>
-    </message>
-    <message>
         <source>%1: this is %2</source>
         <translation>%1: es ist %2</translation>
     </message>
@@ -2366,6 +2365,14 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>%1: the system dropped %2 datagrams, which came faster than they could be taken</source>
         <translation>%1: das System hat %2 Datagramme verworfen, die schneller kamen, als sie abgenommen werden konnten</translation>
+    </message>
+    <message>
+        <source>%1: the end of %2 could not be written: %3</source>
+        <translation>%1: das Ende von %2 konnte nicht geschrieben werden: %3</translation>
+    </message>
+    <message>
+        <source>The end of %1 could not be written: %2.</source>
+        <translation>Das Ende von %1 konnte nicht geschrieben werden: %2.</translation>
     </message>
 </context>
 <context>

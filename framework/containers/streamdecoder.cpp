@@ -107,6 +107,11 @@ QString StreamDecoder::describeUnknown(quint32 id) const
     return QStringLiteral("id %1").arg(id);
 }
 
+const char* StreamDecoder::getRecordingName() const
+{
+    return "mcap";
+}
+
 quint64 StreamDecoder::getSequenceModulus() const
 {
     return 0;

@@ -58,6 +58,7 @@ public:
     void restart(quint64 offset) override;
     bool hasTimes() const override;
     QString getSenderName(quint32 sender) const override;
+    const char* getRecordingName() const override;
     quint64 getSequenceModulus() const override;
 
     /** What it was made with. */

@@ -137,6 +137,9 @@ public:
      */
     virtual QString describeUnknown(quint32 id) const;
 
+    /** The name of the OutputKind that keeps the messages of such a stream as they came: "mcap" unless told. */
+    virtual const char* getRecordingName() const;
+
     /** Senders number all their messages from 0 to one below it, and again; 0 when the format has no such numbers. */
     virtual quint64 getSequenceModulus() const;
 };

@@ -31,6 +31,7 @@ public:
     bool isTlog() const { return m_isTlog; }
     const MavlinkDialect* getDialect() const { return m_raw.getDialect(); }
     QString getSenderName(quint32 sender) const override { return m_raw.getSenderName(sender); }
+    const char* getRecordingName() const override { return m_raw.getRecordingName(); }
     quint64 getSequenceModulus() const override { return m_raw.getSequenceModulus(); }
 
 private:

@@ -35,6 +35,8 @@ void RecordingFile::close()
     }
     m_thread.join();
     m_file.close();
+    if (m_problem.isEmpty() && m_file.error() != QFileDevice::NoError)
+        m_problem = m_file.errorString(); // such as on disks of other computers, which tell at the end
     QIODevice::close();
 }
 
@@ -72,11 +74,16 @@ void RecordingFile::run()
         QByteArray bytes;
         bytes.swap(m_pending);
         lock.unlock();
-        const bool good = m_file.write(bytes) == bytes.size();
+        // A disk that becomes full takes a part without a complaint. Only of the next byte it says why it does not.
+        qint64 done = 0;
+        qint64 count = 0;
+        do {
+            count = m_file.write(bytes.constData() + done, bytes.size() - done);
+            done += qMax(qint64(0), count);
+        } while (count > 0 && done < bytes.size());
         lock.lock();
-        if (good) {
-            m_written += bytes.size();
-        } else {
+        m_written += done;
+        if (done < bytes.size()) {
             m_problem = m_file.errorString();
             m_pending.clear();
             return;

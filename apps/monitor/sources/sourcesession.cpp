@@ -18,6 +18,7 @@ SourceSession::SourceSession(const SourceOptions& options, SourceFactory* factor
     , m_options(options)
     , m_factory(factory)
     , m_receivers(receivers)
+    , m_recorder(factory->getDefinitions())
     , m_tap(receivers.tap, this)
     , m_reception(new ReceptionMonitor(receivers.coordinator, receivers.log))
 {
@@ -93,13 +94,14 @@ void SourceSession::stopRecording()
     if (!m_recorder.isRecording())
         return;
     const QString path = m_recorder.getPath();
-    const bool good = m_recorder.stop();
+    const QString problem = m_recorder.stop();
     m_receivers.log->append(
-        CorvelEvent(CorvelEvent::SourceEvent, good ? tr("%1: recorded to %2").arg(m_name, path)
-                                                   : tr("%1: the end of %2 could not be written").arg(m_name, path)),
+        CorvelEvent(CorvelEvent::SourceEvent,
+                    problem.isEmpty() ? tr("%1: recorded to %2").arg(m_name, path)
+                                      : tr("%1: the end of %2 could not be written: %3").arg(m_name, path, problem)),
         QDateTime::currentDateTimeUtc());
-    if (!good)
-        Q_EMIT recordingFailed(tr("The end of %1 could not be written.").arg(path));
+    if (!problem.isEmpty())
+        Q_EMIT recordingFailed(tr("The end of %1 could not be written: %2.").arg(path, problem));
     Q_EMIT changed();
 }
 

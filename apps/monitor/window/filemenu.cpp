@@ -3,6 +3,7 @@
 #include "connectdialog.h"
 #include "desk.h"
 #include "opener.h"
+#include "outputkind.h"
 
 #include <QDateTime>
 #include <QFileDialog>
@@ -93,12 +94,10 @@ void FileMenu::record(bool on)
         session->stopRecording();
         return;
     }
-    const bool isTlog = Recorder::kindFor(session->getSource()->getDecoder()) == Recorder::TlogKind;
-    const QString suggestion = QDateTime::currentDateTime().toString(QLatin1String("yyyy-MM-dd-HHmmss")) +
-                               (isTlog ? QLatin1String(".tlog") : QLatin1String(".mcap"));
-    const QString path =
-        QFileDialog::getSaveFileName(parentWidget(), tr("Record"), suggestion,
-                                     isTlog ? tr("MAVLink recordings (*.tlog)") : tr("MCAP recordings (*.mcap)"));
+    const OutputKind& kind = OutputKind::findFor(session->getSource()->getDecoder());
+    const QString suggestion =
+        QDateTime::currentDateTime().toString(QLatin1String("yyyy-MM-dd-HHmmss.")) + QLatin1String(kind.fileEnding);
+    const QString path = QFileDialog::getSaveFileName(parentWidget(), tr("Record"), suggestion, kind.getFileFilter());
     QString error;
     if (!path.isEmpty() && !m_desk->getSources()->startRecording(session, path, &error))
         Q_EMIT m_desk->failed(error);

@@ -184,6 +184,11 @@ QString MavlinkStreamDecoder::getSenderName(quint32 sender) const
     return QStringLiteral("%1:%2").arg(sender >> 8 & 0xff).arg(sender & 0xff);
 }
 
+const char* MavlinkStreamDecoder::getRecordingName() const
+{
+    return "tlog";
+}
+
 quint64 MavlinkStreamDecoder::getSequenceModulus() const
 {
     return 256;

@@ -9,6 +9,7 @@
 #include "playbacktime.h"
 #include "pseudoterminal.h"
 #include "recorder.h"
+#include "recordingfile.h"
 #include "sourcefactory.h"
 #include "testbase.h"
 #include "testwindow.h"
@@ -22,7 +23,9 @@
 #include <QTemporaryDir>
 #include <QUdpSocket>
 
+#include <csignal>
 #include <memory>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 /** Sources that come, go, fail and are recorded, in the real window. */
@@ -41,6 +44,7 @@ private Q_SLOTS:
     void anMcapStreamThroughAPipeIsRecognised();
     void recordingKeepsDamageAndOutlivesTheProgram();
     void recordingThatFailsLeavesReceptionAlone();
+    void aFileThatTakesOnlyAPartSaysWhy();
     void timesAreReadAsTheyAreTyped_data();
     void timesAreReadAsTheyAreTyped();
 
@@ -329,13 +333,35 @@ void tst_monitorsources::recordingThatFailsLeavesReceptionAlone()
     QVERIFY(error.contains("no/such/folder.tlog"));
     QVERIFY(session->startRecording("/dev/full", &error));
     QVERIFY(waitFor([&]() { return !session->getRecorder().isRecording(); }, 30000));
-    QVERIFY2(window.getLastProblem().contains("/dev/full"), qPrintable(window.getLastProblem()));
+    QCOMPARE(window.getLastProblem(),
+             QString("Recording to /dev/full ended: No space left on device. What is in the file can be read."));
     const quint64 count = session->getCounters().getMessageCount();
     QVERIFY(waitFor([&]() { return session->getCounters().getMessageCount() > count; }));
     QCOMPARE(int(session->getState()), int(SourceSession::Receiving));
     for (QMessageBox* box : window.findChildren<QMessageBox*>())
         box->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void tst_monitorsources::aFileThatTakesOnlyAPartSaysWhy()
+{
+    // As with a disk that becomes full, the first write ends short and only the next one has a reason.
+    rlimit before;
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    rlimit limit = before;
+    limit.rlim_cur = 100000;
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    RecordingFile file(m_folder.filePath("limited.tlog"));
+    const bool isOpen = file.open(QIODevice::WriteOnly);
+    file.write(QByteArray(150000, 'x'));
+    file.close();
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    QVERIFY(isOpen);
+    QCOMPARE(file.getProblem(), QString("File too large"));
+    QCOMPARE(file.getWrittenSize(), qint64(100000));
+    QCOMPARE(QFileInfo(m_folder.filePath("limited.tlog")).size(), qint64(100000));
 }
 
 void tst_monitorsources::timesAreReadAsTheyAreTyped_data()

@@ -1,0 +1,33 @@
+#include "outputkind.h"
+
+#include "mcapoutput.h"
+#include "streamdecoder.h"
+#include "tlogoutput.h"
+
+#include <QCoreApplication>
+
+// The table of outputs: to add one, add its row here.
+const QVector<const OutputKind*>& OutputKind::getAll()
+{
+    static const QVector<const OutputKind*> all{&TlogOutputKind, &McapOutputKind};
+    return all;
+}
+
+const OutputKind& OutputKind::findFor(const StreamDecoder* decoder)
+{
+    const QLatin1String name(decoder->getRecordingName());
+    for (const OutputKind* kind : getAll())
+        if (QLatin1String(kind->name) == name)
+            return *kind;
+    return *getAll().constLast();
+}
+
+QString OutputKind::getTitle() const
+{
+    return QCoreApplication::translate("OutputKind", title);
+}
+
+QString OutputKind::getFileFilter() const
+{
+    return QStringLiteral("%1 (*.%2)").arg(getTitle(), QLatin1String(fileEnding));
+}
