@@ -83,6 +83,8 @@ public:
      * @param time      nanoseconds since 1970; messages need not be in order
      */
     bool writeMessage(quint16 channel, quint32 sequence, quint64 time, const char* data, int size);
+    /** The same with the time at which the sender sent it, which is else @p time. */
+    bool writeMessage(quint16 channel, quint32 sequence, quint64 time, quint64 publishTime, const char* data, int size);
     bool writeMessage(quint16 channel, quint32 sequence, quint64 time, const QByteArray& data);
 
     /** Writes the current chunk out, however full it is. For a timer, when messages may cease to come. */

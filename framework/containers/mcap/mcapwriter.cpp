@@ -338,6 +338,12 @@ quint16 McapWriter::addChannel(const QByteArray& topic, const QByteArray& encodi
 
 bool McapWriter::writeMessage(quint16 channel, quint32 sequence, quint64 time, const char* data, int size)
 {
+    return writeMessage(channel, sequence, time, time, data, size);
+}
+
+bool McapWriter::writeMessage(quint16 channel, quint32 sequence, quint64 time, quint64 publishTime, const char* data,
+                              int size)
+{
     Private& writer = *m_private;
     if (!writer.error.isEmpty())
         return false;
@@ -357,7 +363,7 @@ bool McapWriter::writeMessage(quint16 channel, quint32 sequence, quint64 time, c
     append(&writer.records, channel);
     append(&writer.records, sequence);
     append(&writer.records, time); // logged
-    append(&writer.records, time); // published
+    append(&writer.records, publishTime);
     writer.records.append(data, size);
     if (writer.settings.chunkSize <= 0) {
         const bool written = writer.write(writer.records);

@@ -16,6 +16,11 @@ McapWriter::Settings settingsFor(const QByteArray& program)
     return settings;
 }
 
+quint64 nanoseconds(qint64 time, qint16 rest)
+{
+    return quint64(time) * 1000 + quint64(qMax<qint16>(0, rest));
+}
+
 MessageOutput* create(const OutputKind::Surroundings& surroundings, const StreamDecoder* decoder)
 {
     return new McapOutput(surroundings, decoder);
@@ -31,13 +36,14 @@ McapOutput::McapOutput(const OutputKind::Surroundings& surroundings, const Strea
     , m_definitions(surroundings.definitions)
     , m_writer(surroundings.device, settingsFor(surroundings.program))
 {
+    m_identities.setDecoder(decoder);
     m_writer.open();
 }
 
 void McapOutput::setDecoder(const StreamDecoder* decoder)
 {
     MessageOutput::setDecoder(decoder);
-    m_channelsOfDecoder.clear();
+    m_identities.setDecoder(decoder);
 }
 
 quint16 McapOutput::addChannel(const QString& topic, const MessageInfo* info)
@@ -50,25 +56,26 @@ quint16 McapOutput::addChannel(const QString& topic, const MessageInfo* info)
 
 quint16 McapOutput::channelOf(const ReceivedMessage& message)
 {
-    const quint64 key = quint64(message.id) << 32 | message.sender;
-    const QHash<quint64, quint16>::const_iterator known = m_channelsOfDecoder.constFind(key);
-    if (known != m_channelsOfDecoder.constEnd())
-        return *known;
-    QString topic = getDecoder()->getSenderName(message.sender);
-    if (topic.isEmpty())
-        topic = message.info ? message.info->getName() : getDecoder()->describeUnknown(message.id);
-    const QString unknown = message.info ? QString() : getDecoder()->describeUnknown(message.id);
-    const QPair<const MessageInfo*, QString> lasting(message.info, topic + QLatin1Char('\n') + unknown);
-    if (!m_channels.contains(lasting))
-        m_channels.insert(lasting, addChannel(topic, message.info));
-    const quint16 channel = m_channels.value(lasting);
-    m_channelsOfDecoder.insert(key, channel);
-    return channel;
+    const int row = m_identities.rowOf(message);
+    if (row >= m_channels.size())
+        m_channels.resize(row + 1);
+    Channel& channel = m_channels[row];
+    // A type of the same name can have become another.
+    if (channel.number == 0 || channel.info != message.info) {
+        const StreamIdentities::Row& names = m_identities.getRows().at(row);
+        const QString sender = m_identities.getSenderName(names.sender);
+        channel.number = addChannel(sender.isEmpty() ? names.typeName : sender, message.info);
+        channel.info = message.info;
+    }
+    return channel.number;
 }
 
 void McapOutput::processReceived(const ReceivedMessage& message)
 {
     const qint64 time = message.time == Message::NoTime ? now() : message.time;
-    m_writer.writeMessage(channelOf(message), message.sequence > 0 ? quint32(message.sequence) : 0,
-                          quint64(time) * 1000, message.data, message.size);
+    const quint64 logged = nanoseconds(time, message.timeRest);
+    const quint64 published =
+        message.publishTime == Message::NoTime ? logged : nanoseconds(message.publishTime, message.publishTimeRest);
+    m_writer.writeMessage(channelOf(message), message.sequence > 0 ? quint32(message.sequence) : 0, logged, published,
+                          message.data, message.size);
 }

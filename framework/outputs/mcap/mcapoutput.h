@@ -4,9 +4,10 @@
 #include "mcapwriter.h"
 #include "messageoutput.h"
 #include "outputkind.h"
+#include "streamidentities.h"
 
 #include <QHash>
-#include <QPair>
+#include <QVector>
 
 extern const OutputKind McapOutputKind;
 
@@ -28,14 +29,20 @@ public:
     void close() override { m_writer.close(); }
 
 private:
+    struct Channel
+    {
+        quint16 number = 0; // 0 for none yet
+        const MessageInfo* info = nullptr;
+    };
+
     quint16 channelOf(const ReceivedMessage& message);
     quint16 addChannel(const QString& topic, const MessageInfo* info);
 
     const Definitions* m_definitions;
     McapWriter m_writer;
     QHash<const MessageInfo*, quint16> m_schemas;
-    QHash<QPair<const MessageInfo*, QString>, quint16> m_channels; // by type, and topic with what is no type
-    QHash<quint64, quint16> m_channelsOfDecoder;                   // by its id in the high half, its sender in the low
+    StreamIdentities m_identities;
+    QVector<Channel> m_channels; // by row of m_identities
 };
 
 #endif

@@ -11,6 +11,29 @@
 
 #include <memory>
 
+namespace
+{
+
+/** Writes down the times of messages, too: " @1234+567 1000+1", microseconds and nanoseconds, received and sent. */
+struct TimeRecorder : public StreamRecorder
+{
+    using StreamRecorder::StreamRecorder;
+
+    void processReceived(const ReceivedMessage& message) override
+    {
+        StreamRecorder::processReceived(message);
+        times.append(QStringLiteral(" @%1+%2 %3+%4")
+                         .arg(message.time)
+                         .arg(message.timeRest)
+                         .arg(message.publishTime)
+                         .arg(message.publishTimeRest));
+    }
+
+    QStringList times;
+};
+
+} // namespace
+
 /** Where messages go; what comes of recordings in the monitor is tested with it. */
 class TestMessageOutput : public TestBase
 {
@@ -27,8 +50,12 @@ private:
         const quint16 schema = writer.addSchema("demo.Point", "protobuf", McapFixtures::schema());
         for (const QByteArray& topic : {first, second})
             writer.addChannel(topic, "protobuf", schema);
-        writer.writeMessage(1, 0, McapFixtures::Millisecond, McapFixtures::point(int(first.size())));
-        writer.writeMessage(2, 0, McapFixtures::Millisecond, McapFixtures::point(int(second.size())));
+        quint16 channel = 0;
+        for (const QByteArray& topic : {first, second}) {
+            const QByteArray point = McapFixtures::point(int(topic.size()));
+            ++channel;
+            writer.writeMessage(channel, 0, 1234567, quint64(1000000) + channel, point.constData(), int(point.size()));
+        }
         return recording.finished();
     }
 
@@ -58,14 +85,15 @@ private Q_SLOTS:
         output->close();
 
         McapStreamDecoder decoder(&m_definitions);
-        StreamRecorder read(&decoder);
+        TimeRecorder read(&decoder);
         decoder.feed(written.data().constData(), int(written.data().size()), Message::NoTime, &read);
         decoder.finish(&read);
         QStringList found;
         for (int i = 0; i < read.frames.size(); ++i)
             found.append(read.lines.at(i).section(QLatin1Char(' '), 1, 2) +
-                         (read.frames.at(i) == McapFixtures::point(2) ? text(" 2") : text(" 3")));
-        QCOMPARE(found.join(text(", ")), text("demo.Point /a 2, demo.Point /bb 3, demo.Point /bb 3, demo.Point /a 2"));
+                         (read.frames.at(i) == McapFixtures::point(2) ? text(" 2") : text(" 3")) + read.times.at(i));
+        QCOMPARE(found.join(text(", ")), text("demo.Point /a 2 @1234+567 1000+1, demo.Point /bb 3 @1234+567 1000+2, "
+                                              "demo.Point /bb 3 @1234+567 1000+1, demo.Point /a 2 @1234+567 1000+2"));
         QCOMPARE(read.lines.size(), read.frames.size());
         // Each channel is told once before the messages and once in the summary.
         QCOMPARE(int(written.data().count("protobuf")), 2 * (2 + 1));
