@@ -4,6 +4,7 @@
 #include "eventlog.h"
 #include "fieldpath.h"
 #include "latestmessagesource.h"
+#include "messageinfo.h" // which signals about types need
 #include "messagestatisticscoordinator.h"
 #include "messagetap.h"
 #include "messagetypemodel.h"

@@ -1,8 +1,6 @@
 #include "panelset.h"
 
 #include "desk.h"
-#include "latestmessagesource.h"
-#include "messageinfo.h"
 
 PanelSet::PanelSet(Desk* desk, const QVector<PanelRow>& table)
 {

@@ -105,10 +105,12 @@ void tst_monitorpanels::aPanelIsARowOfATable()
 void tst_monitorpanels::allWhoAskSeeEveryMessage()
 {
     TreeDesk desk;
-    Listener one(&desk);
     std::unique_ptr<Listener> two(new Listener(&desk));
     std::unique_ptr<Listener> three;
+    Listener one(&desk);
+    Listener last(&desk);
     one.tap.setTypes({desk.nav});
+    last.tap.setTypes({desk.nav});
     two->tap.setTypes({desk.nav, desk.battery});
     desk.send(desk.createNav(1));
     desk.sendCells(1);
@@ -127,6 +129,7 @@ void tst_monitorpanels::allWhoAskSeeEveryMessage()
     desk.sendCells(2);
     desk.send(desk.createNav(3));
     QCOMPARE(one.messages.size(), 3);
+    QCOMPARE(last.messages.size(), 3);
     QCOMPARE(three->messages.size(), 1);
     three.reset();
     QVERIFY(desk.getTap()->wants(desk.nav) && !desk.getTap()->wants(desk.battery));

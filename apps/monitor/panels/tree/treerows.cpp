@@ -1,7 +1,6 @@
 #include "treerows.h"
 
 #include "desk.h"
-#include "messageinfo.h"
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
 #include "pinnedtypes.h"
