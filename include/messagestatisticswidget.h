@@ -19,7 +19,8 @@ class QSettings;
  *
  * Below a row for each format stands a row for each message type, and below that the rates or intervals seen and the
  * gaps. A row on top counts checksum errors while there are any. The widget reads nothing by itself: the owner calls
- * updateTree(), for instance by a timer. Rows belong to the widget and must not be deleted or moved by others.
+ * updateTree(), for instance by a timer. Rows belong to the widget and must not be deleted or moved by others, except
+ * for those of gaps, which come back when they were deleted.
  *
  * @code
  * MessageStatisticsWidget* view = new MessageStatisticsWidget(coordinator, parent);
@@ -50,7 +51,8 @@ public Q_SLOTS:
     /**
      * Brings the tree up to date with the coordinator; what did not change is not written.
      *
-     * The Gaps column is visible while any type has stored gaps.
+     * The Gaps column is visible while any type has stored gaps. Called while the tree is being brought up to date, by
+     * somebody who listens to its changes, it takes effect when that is done.
      */
     void updateTree();
 
@@ -65,7 +67,7 @@ private:
     QTreeWidgetItem* getFormatItem(const FormatInfo* format);
     MessageStatisticsTreeWidgetItem* getAndUpdateItemFor(MessageStatistics* statistics);
     void deleteEmptyFormatItems();
-    void updateItems();
+    bool updateItems();
 
     MessageStatisticsCoordinator* m_coordinator;
     QHash<MessageStatistics*, MessageStatisticsTreeWidgetItem*> m_statisticsItems;
@@ -85,7 +87,10 @@ public:
     explicit MessageStatisticsTreeWidgetItem(MessageStatistics* statistics);
     virtual ~MessageStatisticsTreeWidgetItem();
 
-    /** Brings the row and its sub-rows up to date; what did not change is not written. */
+    /**
+     * Brings the row and its sub-rows up to date; what did not change is not written. Called by somebody who listens to
+     * such changes, it takes effect when these are done.
+     */
     void updateContents();
     /** Expands the row and its "Rates/Intervals" row; the gaps stay as they are. */
     void fullExpand();
@@ -97,9 +102,13 @@ public:
 
 private:
     Q_DISABLE_COPY(MessageStatisticsTreeWidgetItem)
+    friend class MessageStatisticsWidget;
 
+    void updateNow();
     void updateIntervalSubItems();
     void updateGapSubItems();
+    bool updateGapRows(const QVector<MessageStatistics::Gap>& gaps);
+    bool hasGapRows(int count) const;
 
     MessageStatistics* m_statistics;
     QTreeWidgetItem* m_intervalsItem;
@@ -108,9 +117,6 @@ private:
     QTreeWidgetItem* m_unknownIntervalItem;
     QVector<MessageStatistics::Gap> m_shownGaps;
     QTreeWidgetItem* m_gapsItem;
-    // Behind the members above, whose places are fixed.
-    QHash<long long, unsigned int> m_shownCounts; // what the rows of m_intervalItems show
-    QVector<QTreeWidgetItem*> m_gapItems;         // in the order of the gaps, wherever sorting has put the rows
 };
 
 #endif

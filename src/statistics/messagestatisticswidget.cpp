@@ -4,7 +4,6 @@
 #include "formatinfo.h"
 #include "messageinfo.h"
 #include "messagestatisticscoordinator.h"
-#include "qtcompat.h"
 
 #include <QHeaderView>
 #include <QSettings>
@@ -14,24 +13,116 @@
 #include <algorithm>
 
 CORVEL_DIAGNOSTICS("MessageStatisticsWidget");
+#include "qtcompat.h"
 
 static const int GapsColumn = 3;
 static const int DefaultNameWidth = 150;
 
-// The tree whose rows are being brought up to date, if it was sorted when that began.
-static QTreeWidget* s_refreshedSortedTree = nullptr;
+namespace
+{
+
+/**
+ * A refresh that is under way, of a tree or of a row alone.
+ *
+ * Whoever listens to changes may ask for another one. Rows must not come and go below the one under way, so it is done
+ * when that has ended.
+ */
+struct Refresh
+{
+    QTreeWidget* const tree;          ///< null when the row is in none of these trees
+    const QTreeWidgetItem* const row; ///< null when the whole tree is refreshed
+    Refresh* const outer;             ///< that a listener to its changes came from
+    bool again;                       ///< whether another one was asked for
+    bool sorted;                      ///< whether the tree was sorted when it began
+    bool indicatorShown;
+    bool clickable;
+
+    Refresh(QTreeWidget* refreshedTree, const QTreeWidgetItem* refreshedRow);
+    ~Refresh();
+
+    void begin();
+    void end();
+
+    /** The refresh of @p askedTree or @p askedRow that is under way, or null. */
+    static Refresh* find(const QTreeWidget* askedTree, const QTreeWidgetItem* askedRow);
+
+    static Refresh* s_innermost;
+
+private:
+    Q_DISABLE_COPY(Refresh)
+};
+
+Refresh* Refresh::s_innermost = nullptr;
+
+Refresh::Refresh(QTreeWidget* refreshedTree, const QTreeWidgetItem* refreshedRow)
+    : tree(refreshedTree)
+    , row(refreshedRow)
+    , outer(s_innermost)
+    , again(false)
+    , sorted(false)
+    , indicatorShown(false)
+    , clickable(false)
+{
+    CORVEL_DEBUG_HOOK();
+    s_innermost = this;
+}
+
+Refresh::~Refresh()
+{
+    CORVEL_DEBUG_HOOK();
+    s_innermost = outer;
+}
+
+void Refresh::begin()
+{
+    CORVEL_DEBUG_HOOK();
+    again = false;
+    sorted = tree && tree->isSortingEnabled();
+    if (sorted) {
+        indicatorShown = tree->header()->isSortIndicatorShown();
+        clickable = QtCompat::sectionsClickable(tree->header());
+    }
+}
+
+/** Sorts the tree again, if that was suspended. */
+void Refresh::end()
+{
+    CORVEL_DEBUG_HOOK();
+    if (!sorted || tree->isSortingEnabled())
+        return;
+    sorted = false;
+    tree->setSortingEnabled(true);
+    // Enabling makes the header clickable and shows the indicator, which the application may not want.
+    tree->header()->setSortIndicatorShown(indicatorShown);
+    QtCompat::setSectionsClickable(tree->header(), clickable);
+}
+
+Refresh* Refresh::find(const QTreeWidget* askedTree, const QTreeWidgetItem* askedRow)
+{
+    CORVEL_DEBUG_HOOK();
+    Refresh* refresh = s_innermost;
+    while (refresh && !(refresh->tree && refresh->tree == askedTree) && !(refresh->row && refresh->row == askedRow))
+        refresh = refresh->outer;
+    return refresh;
+}
+
+} // namespace
 
 /**
  * Suspends the sorting of @p item's tree for the rest of the refresh, if there is one going on.
  *
- * To be called before rows appear in a tree or move in it: one sort at the end is cheaper than one for each of them.
+ * To be called before rows appear in a tree or move in it: one sort at the end is cheaper than one for each of them,
+ * and the model does not survive one on the heels of a change that somebody has answered by changing other rows.
  * Where nothing moves, the refresh must not pay for a sort either.
  */
 static void suspendSorting(const QTreeWidgetItem* item)
 {
     CORVEL_DEBUG_HOOK();
     QTreeWidget* tree = item->treeWidget();
-    if (tree && tree == s_refreshedSortedTree && tree->isSortingEnabled())
+    if (!tree || !tree->isSortingEnabled())
+        return;
+    const Refresh* refresh = Refresh::find(tree, nullptr);
+    if (refresh && refresh->sorted)
         tree->setSortingEnabled(false);
 }
 
@@ -68,6 +159,26 @@ static void writeNumber(QTreeWidgetItem* item, int column, qulonglong number)
         writeValue(item, column, number);
 }
 
+/** Writes @p count, as a text, into column 1 unless it stands there. */
+static void writeCount(QTreeWidgetItem* item, unsigned int count)
+{
+    CORVEL_DEBUG_HOOK();
+    const QVariant shown = item->data(1, Qt::DisplayRole);
+    if (shown.userType() == QMetaType::QString) {
+        // Digit by digit, from the last: nearly all counts are right, and then no text has to be made.
+        const QString& text = *static_cast<const QString*>(shown.constData());
+        int position = static_cast<int>(text.size()) - 1;
+        unsigned int rest = count;
+        while (position >= 0 && text.at(position).unicode() == '0' + rest % 10 && rest >= 10) {
+            rest /= 10;
+            --position;
+        }
+        if (position == 0 && text.at(0).unicode() == '0' + rest)
+            return;
+    }
+    writeValue(item, 1, QString::number(count));
+}
+
 /** A row of the histogram of intervals, without its count. */
 static QTreeWidgetItem* createCountRow(const QString& name, const QString& toolTip)
 {
@@ -79,14 +190,42 @@ static QTreeWidgetItem* createCountRow(const QString& name, const QString& toolT
     return row;
 }
 
-static QTreeWidgetItem* createGapRow()
+// Sorting moves the rows of gaps; they bear numbers that ascend in the order of the gaps.
+static const int GapNumberRole = Qt::UserRole;
+
+static QTreeWidgetItem* createGapRow(int number)
 {
     CORVEL_DEBUG_HOOK();
     QTreeWidgetItem* row = new QTreeWidgetItem(QTreeWidgetItem::Type);
+    row->setData(0, GapNumberRole, number);
     row->setData(0, Qt::ToolTipRole, QObject::tr("Gaps start"));
     row->setData(1, Qt::ToolTipRole, QObject::tr("Missing epochs"));
     row->setData(2, Qt::ToolTipRole, QObject::tr("Duration"));
     return row;
+}
+
+static int gapNumber(const QTreeWidgetItem* row)
+{
+    CORVEL_DEBUG_HOOK();
+    return row->data(0, GapNumberRole).toInt();
+}
+
+static bool standsBefore(const QTreeWidgetItem* one, const QTreeWidgetItem* other)
+{
+    CORVEL_DEBUG_HOOK();
+    return gapNumber(one) < gapNumber(other);
+}
+
+/** The rows below @p parent in the order of their gaps. */
+static QVector<QTreeWidgetItem*> gapRowsBelow(const QTreeWidgetItem* parent)
+{
+    CORVEL_DEBUG_HOOK();
+    QVector<QTreeWidgetItem*> rows;
+    rows.reserve(parent->childCount());
+    for (int i = 0; i < parent->childCount(); ++i)
+        rows.append(parent->child(i));
+    std::stable_sort(rows.begin(), rows.end(), standsBefore);
+    return rows;
 }
 
 static bool isSameGap(const MessageStatistics::Gap& one, const MessageStatistics::Gap& other)
@@ -166,7 +305,7 @@ MessageStatisticsTreeWidgetItem* MessageStatisticsWidget::getAndUpdateItemFor(Me
     CORVEL_DEBUG_HOOK();
     MessageStatisticsTreeWidgetItem* item = m_statisticsItems.value(statistics);
     if (item) {
-        item->updateContents();
+        item->updateNow();
         return item;
     }
     item = new MessageStatisticsTreeWidgetItem(statistics);
@@ -188,22 +327,22 @@ void MessageStatisticsWidget::deleteEmptyFormatItems()
 void MessageStatisticsWidget::updateTree()
 {
     CORVEL_DEBUG_HOOK();
-    QTreeWidget* const outerTree = s_refreshedSortedTree;
-    const bool sorted = isSortingEnabled();
-    const bool indicatorShown = header()->isSortIndicatorShown();
-    const bool clickable = QtCompat::sectionsClickable(header());
-    s_refreshedSortedTree = sorted ? this : nullptr;
-    updateItems();
-    s_refreshedSortedTree = outerTree;
-    if (sorted && !isSortingEnabled()) {
-        setSortingEnabled(true);
-        // Enabling makes the header clickable and shows the indicator, which the application may not want.
-        header()->setSortIndicatorShown(indicatorShown);
-        QtCompat::setSectionsClickable(header(), clickable);
+    Refresh* current = Refresh::find(this, nullptr);
+    if (current) {
+        current->again = true;
+        return;
     }
+    Refresh refresh(this, nullptr);
+    do {
+        refresh.begin();
+        const bool anyGaps = updateItems();
+        refresh.end();
+        // Last, because a column is as wide as its header, to which the sort indicator belongs.
+        setGapsColumnVisible(anyGaps);
+    } while (refresh.again);
 }
 
-void MessageStatisticsWidget::updateItems()
+bool MessageStatisticsWidget::updateItems()
 {
     CORVEL_DEBUG_HOOK();
     Q_FOREACH (MessageStatistics* statistics, m_statisticsItems.keys()) {
@@ -223,26 +362,27 @@ void MessageStatisticsWidget::updateItems()
         if (!statistics->getGaps().isEmpty())
             anyGaps = true;
     }
-    setGapsColumnVisible(anyGaps);
 
     const unsigned int crcErrors = m_coordinator->getEventCount(CorvelEvent::CrcError);
     if (crcErrors == 0) {
         delete m_crcErrorsItem;
         m_crcErrorsItem = nullptr;
-        return;
+        return anyGaps;
     }
     if (!m_crcErrorsItem) {
         m_crcErrorsItem = new QTreeWidgetItem(QTreeWidgetItem::Type);
         m_crcErrorsItem->setText(0, tr("CRC Errors"));
         insertRow(invisibleRootItem(), 0, m_crcErrorsItem);
     }
-    writeText(m_crcErrorsItem, 1, QString::number(crcErrors));
+    writeCount(m_crcErrorsItem, crcErrors);
+    return anyGaps;
 }
 
 void MessageStatisticsWidget::processItemExpanded(QTreeWidgetItem* item)
 {
     CORVEL_DEBUG_HOOK();
-    if (!item->treeWidget() || !item->isExpanded())
+    // The view may tell of a row that somebody who was told first has deleted.
+    if (!item || !item->treeWidget() || !item->isExpanded())
         return;
     MessageStatisticsTreeWidgetItem* statisticsItem = dynamic_cast<MessageStatisticsTreeWidgetItem*>(item);
     if (statisticsItem)
@@ -294,7 +434,7 @@ MessageStatisticsTreeWidgetItem::MessageStatisticsTreeWidgetItem(MessageStatisti
     m_noTimeItem = nullptr;
     m_unknownIntervalItem = nullptr;
     m_gapsItem = nullptr;
-    updateContents();
+    updateNow();
 }
 
 MessageStatisticsTreeWidgetItem::~MessageStatisticsTreeWidgetItem()
@@ -312,21 +452,58 @@ MessageStatistics* MessageStatisticsTreeWidgetItem::getMessageStatistics()
 const MessageStatistics::Gap* MessageStatisticsTreeWidgetItem::getGap(const QTreeWidgetItem* item) const
 {
     CORVEL_DEBUG_HOOK();
-    const int index = static_cast<int>(m_gapItems.indexOf(const_cast<QTreeWidgetItem*>(item)));
-    // Surplus rows show what is no gap any more.
-    return index >= 0 && index < m_shownGaps.size() ? &m_shownGaps.at(index) : nullptr;
+    if (!item || !m_gapsItem || indexOfChild(m_gapsItem) < 0 || item->parent() != m_gapsItem)
+        return nullptr;
+    const int index = static_cast<int>(gapRowsBelow(m_gapsItem).indexOf(const_cast<QTreeWidgetItem*>(item)));
+    // Surplus rows show what is no gap any more. And where rows were deleted, the places of the others tell nothing.
+    const bool known = index < m_shownGaps.size() && m_shownGaps.size() <= m_gapsItem->childCount();
+    return known ? &m_shownGaps.at(index) : nullptr;
 }
 
 void MessageStatisticsTreeWidgetItem::fullExpand()
 {
     CORVEL_DEBUG_HOOK();
-    if (treeWidget())
-        setExpanded(true);
-    if (m_intervalsItem->treeWidget())
-        m_intervalsItem->setExpanded(true);
+    MessageStatisticsWidget* tree = dynamic_cast<MessageStatisticsWidget*>(treeWidget());
+    bool again;
+    {
+        // No refresh, but something that none may come between.
+        Refresh expansion(tree, nullptr);
+        if (treeWidget())
+            setExpanded(true);
+        if (m_intervalsItem->treeWidget())
+            m_intervalsItem->setExpanded(true);
+        again = expansion.again;
+    }
+    // From here on the row may be gone.
+    if (again)
+        tree->updateTree();
 }
 
 void MessageStatisticsTreeWidgetItem::updateContents()
+{
+    CORVEL_DEBUG_HOOK();
+    MessageStatisticsWidget* tree = dynamic_cast<MessageStatisticsWidget*>(treeWidget());
+    Refresh* current = Refresh::find(tree, this);
+    if (current) {
+        current->again = true;
+        return;
+    }
+    bool again;
+    {
+        Refresh refresh(tree, this);
+        do {
+            refresh.begin();
+            updateNow();
+            refresh.end();
+        } while (refresh.again && !tree);
+        again = refresh.again;
+    }
+    // From here on the row may be gone.
+    if (again)
+        tree->updateTree();
+}
+
+void MessageStatisticsTreeWidgetItem::updateNow()
 {
     CORVEL_DEBUG_HOOK();
     // A number, so that the column sorts as numbers do; the counts of the sub-rows are deliberately texts.
@@ -355,7 +532,7 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
                 QObject::tr("The number of times this message \nhas been received without a valid time tag."));
             insertRow(m_intervalsItem, 0, m_noTimeItem);
         }
-        writeText(m_noTimeItem, 1, QString::number(m_statistics->getCountWithUnknownTime()));
+        writeCount(m_noTimeItem, m_statistics->getCountWithUnknownTime());
     }
 
     if (m_statistics->getCountWithKnownTimeButUnknownInterval() == 0) {
@@ -370,7 +547,7 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
                             "time, \nand the following messages did not \ncome in at a regular rate."));
             insertRow(m_intervalsItem, 0, m_unknownIntervalItem);
         }
-        writeText(m_unknownIntervalItem, 1, QString::number(m_statistics->getCountWithKnownTimeButUnknownInterval()));
+        writeCount(m_unknownIntervalItem, m_statistics->getCountWithKnownTimeButUnknownInterval());
     }
 
     QVarLengthArray<long long, 64> confirmed;
@@ -379,8 +556,6 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
         if (count == 0)
             continue;
         confirmed.append(interval);
-        if (m_shownCounts.value(interval, 0) == count)
-            continue;
         QTreeWidgetItem* item = m_intervalItems.value(interval);
         if (!item) {
             const QString text = MessageStatistics::getIntervalString(static_cast<unsigned long long>(interval));
@@ -392,29 +567,31 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
             insertRow(m_intervalsItem, m_intervalsItem->childCount(), item);
             m_intervalItems.insert(interval, item);
         }
-        writeText(item, 1, QString::number(count));
-        m_shownCounts.insert(interval, count);
+        writeCount(item, count);
     }
-    // Rows are hardly ever left over: a set of them is not made before it is needed.
-    if (confirmed.size() == m_intervalItems.size())
+    // Rows are hardly ever left over, which their numbers tell; an interval may have been listed more than once.
+    std::sort(confirmed.begin(), confirmed.end());
+    long long* const end = std::unique(confirmed.begin(), confirmed.end());
+    if (end - confirmed.begin() == m_intervalItems.size())
         return;
     Q_FOREACH (long long interval, m_intervalItems.keys()) {
-        if (std::find(confirmed.constBegin(), confirmed.constEnd(), interval) == confirmed.constEnd()) {
+        if (!std::binary_search(confirmed.begin(), end, interval))
             delete m_intervalItems.take(interval);
-            m_shownCounts.remove(interval);
-        }
     }
 }
 
 void MessageStatisticsTreeWidgetItem::updateGapSubItems()
 {
     CORVEL_DEBUG_HOOK();
-    const QVector<MessageStatistics::Gap>& gaps = m_statistics->getGaps();
+    const QVector<MessageStatistics::Gap> gaps = m_statistics->getGaps(); // somebody who listens may add to them
     const int count = static_cast<int>(gaps.size());
+    if (m_gapsItem && indexOfChild(m_gapsItem) < 0) {
+        m_gapsItem = nullptr; // deleted by the application
+        m_shownGaps.clear();
+    }
     if (count == 0) {
         delete m_gapsItem;
         m_gapsItem = nullptr;
-        m_gapItems.clear();
         m_shownGaps.clear();
         return;
     }
@@ -425,16 +602,32 @@ void MessageStatisticsTreeWidgetItem::updateGapSubItems()
     }
     writeText(m_gapsItem, 0,
               m_statistics->hasUnstoredGaps() ? QObject::tr("Gaps (incomplete list)") : QObject::tr("Gaps"));
+    if (indexOfChild(m_gapsItem) < 0 || !updateGapRows(gaps))
+        m_shownGaps.clear();
+}
 
-    while (m_gapItems.size() < count) {
-        QTreeWidgetItem* row = createGapRow();
-        insertRow(m_gapsItem, m_gapsItem->childCount(), row);
-        m_gapItems.append(row);
+/** @return false when an application deleted rows meanwhile, so that the next refresh has to look at all of them */
+bool MessageStatisticsTreeWidgetItem::updateGapRows(const QVector<MessageStatistics::Gap>& gaps)
+{
+    CORVEL_DEBUG_HOOK();
+    const int count = static_cast<int>(gaps.size());
+    if (hasGapRows(count) && m_shownGaps.size() == count &&
+        std::equal(gaps.constBegin(), gaps.constEnd(), m_shownGaps.constBegin(), isSameGap))
+        return true;
+
+    QVector<QTreeWidgetItem*> rows = gapRowsBelow(m_gapsItem);
+    if (rows.size() < m_shownGaps.size())
+        m_shownGaps.clear(); // rows were deleted by the application, and those behind them have moved up
+    while (rows.size() < count) {
+        rows.append(createGapRow(rows.isEmpty() ? 0 : gapNumber(rows.last()) + 1));
+        insertRow(m_gapsItem, m_gapsItem->childCount(), rows.last());
     }
     // Deliberately advances while the later rows move up, so that every other surplus row stays for a later refresh.
-    for (int i = count; i < m_gapItems.size(); ++i) {
-        delete m_gapItems.at(i);
-        m_gapItems.remove(i);
+    for (int i = count; i < rows.size(); ++i) {
+        if (!hasGapRows(rows.size()))
+            return false;
+        delete rows.at(i);
+        rows.remove(i);
     }
     if (m_shownGaps.size() > count)
         m_shownGaps.resize(count);
@@ -442,13 +635,23 @@ void MessageStatisticsTreeWidgetItem::updateGapSubItems()
         const MessageStatistics::Gap& gap = gaps.at(i);
         if (i < m_shownGaps.size() && isSameGap(gap, m_shownGaps.at(i)))
             continue;
-        QTreeWidgetItem* row = m_gapItems.at(i);
-        writeText(row, 0, m_statistics->getTimeString(gap.start));
-        writeText(row, 1, QString::number(gap.missingEpochs));
-        writeText(row, 2, getDurationText(gap));
+        const QString texts[] = {m_statistics->getTimeString(gap.start), QString::number(gap.missingEpochs),
+                                 getDurationText(gap)};
+        for (int column = 0; column < 3; ++column) {
+            if (!hasGapRows(rows.size()))
+                return false;
+            writeText(rows.at(i), column, texts[column]);
+        }
         if (i < m_shownGaps.size())
             m_shownGaps[i] = gap;
         else
             m_shownGaps.append(gap);
     }
+    return true;
+}
+
+bool MessageStatisticsTreeWidgetItem::hasGapRows(int count) const
+{
+    CORVEL_DEBUG_HOOK();
+    return indexOfChild(m_gapsItem) >= 0 && m_gapsItem->childCount() == count;
 }

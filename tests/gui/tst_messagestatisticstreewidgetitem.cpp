@@ -15,6 +15,7 @@ private Q_SLOTS:
     void gapDurations();
     void surplusGapRowsGoByHalves();
     void everyGapIsShownHoweverSorted();
+    void deletedGapRowsComeBack();
     void aRowUpdatedByItselfPlacesItsGaps();
     void expandingAMessageExpandsItsIntervals();
 };
@@ -137,8 +138,13 @@ void tst_MessageStatisticsTreeWidgetItem::intervalRowsAreReusedAndConfirmed()
     QCOMPARE(rowTexts(intervals), lines("every 100 ms | 4\nevery 25 ms | 2"));
     QCOMPARE(static_cast<const QTreeWidgetItem*>(intervals->child(0)), kept);
     statistics->setInterval(50, 8);
+    intervals->child(0)->setText(1, text("5")); // what stands there counts, whoever wrote it
+    intervals->child(1)->setText(1, text("02"));
     view.tree.updateTree();
     QCOMPARE(rowTexts(intervals), lines("every 100 ms | 4\nevery 25 ms | 2\nevery 50 ms | 8"));
+    statistics->intervals = QList<long long>() << 25 << 25 << 50;
+    view.tree.updateTree();
+    QCOMPARE(rowTexts(intervals), lines("every 25 ms | 2\nevery 50 ms | 8"));
 }
 
 void tst_MessageStatisticsTreeWidgetItem::gapRowsComeAndGo()
@@ -274,6 +280,30 @@ void tst_MessageStatisticsTreeWidgetItem::everyGapIsShownHoweverSorted()
         }
         view.tree.sortItems(view.tree.header()->sortIndicatorSection(), view.tree.header()->sortIndicatorOrder());
         QCOMPARE(rowTexts(gaps), shown);
+    }
+}
+
+void tst_MessageStatisticsTreeWidgetItem::deletedGapRowsComeBack()
+{
+    View view;
+    for (int column = 0; column < 3; ++column) {
+        view.tree.sortByColumn(column, Qt::DescendingOrder);
+        MessageStatistics* statistics = view.add(text("TYPE %1").arg(column));
+        for (unsigned int start = 1; start <= 4; ++start)
+            statistics->addGap(start, start * 7 % 5, 10);
+        view.tree.updateTree();
+        const QString path = text("mavlink/TYPE %1/Gaps").arg(column);
+        for (int i = 0; i < 4; ++i) {
+            delete findRow(view.tree, path)->child(i);
+            statistics->addGap(static_cast<unsigned int>(5 + i), 1, 10);
+            view.tree.updateTree();
+            QStringList shown = rowTexts(findRow(view.tree, path));
+            shown.sort();
+            QCOMPARE(shown, gapTexts(statistics->gaps));
+        }
+        delete findRow(view.tree, path);
+        view.tree.updateTree();
+        QCOMPARE(findRow(view.tree, path)->childCount(), 8);
     }
 }
 

@@ -1,10 +1,13 @@
-#include "qtcompat.h"
+#include "diagnostics.h"
 #include "statisticsview.h"
 #include "testbase.h"
 
 #include <QScrollBar>
 #include <QSettings>
 #include <QTemporaryFile>
+
+CORVEL_DIAGNOSTICS("MessageStatisticsWidget");
+#include "qtcompat.h"
 
 class tst_MessageStatisticsWidget : public TestBase
 {
@@ -18,6 +21,7 @@ private Q_SLOTS:
     void sortsOnceAndOnlyWhenRowsMove();
     void refreshKeepsWhatTheUserSees();
     void gapsColumnIsVisibleWhileThereAreGaps();
+    void refreshesThatListenersAskForComeAfterwards();
     void settings();
 };
 
@@ -187,8 +191,12 @@ void tst_MessageStatisticsWidget::gapsColumnIsVisibleWhileThereAreGaps()
     QVERIFY(view.tree.isColumnHidden(3));
     statistics->addGap(1, 1, 1);
     view.add(text("HEARTBEAT"));
+    view.tree.sortByColumn(2, Qt::AscendingOrder);
     view.tree.updateTree();
     QVERIFY(!view.tree.isColumnHidden(3));
+    const int width = view.tree.columnWidth(2);
+    view.tree.resizeColumnToContents(2); // with the sort indicator in its header
+    QCOMPARE(view.tree.columnWidth(2), width);
     view.tree.setColumnWidth(2, 321);
     view.tree.updateTree();
     QCOMPARE(view.tree.columnWidth(2), 321);
@@ -196,6 +204,25 @@ void tst_MessageStatisticsWidget::gapsColumnIsVisibleWhileThereAreGaps()
     view.tree.updateTree();
     QVERIFY(view.tree.isColumnHidden(3));
     QVERIFY(view.tree.columnWidth(2) != 321);
+}
+
+void tst_MessageStatisticsWidget::refreshesThatListenersAskForComeAfterwards()
+{
+    View view;
+    connect(&view.tree, SIGNAL(itemExpanded(QTreeWidgetItem*)), &view.tree, SLOT(updateTree()));
+    connect(&view.tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), &view.tree, SLOT(updateTree()));
+    // A row that goes while it is expanded, then one that goes while it is written.
+    for (int i = 0; i < 2; ++i) {
+        MessageStatistics* statistics = view.add(text("ATTITUDE"));
+        QCOMPARE(view.updated(), lines("mavlink\n  ATTITUDE | 0 | N/A\n    Rates/Intervals"));
+        statistics->count = 5;
+        view.coordinator.statistics.clear();
+        if (i == 0)
+            view.row("mavlink/ATTITUDE")->fullExpand();
+        else
+            view.row("mavlink/ATTITUDE")->updateContents();
+        QCOMPARE(rowTexts(view.tree), QStringList());
+    }
 }
 
 void tst_MessageStatisticsWidget::settings()
