@@ -2,16 +2,20 @@
 
 #include "diagnostics.h"
 
+#include <QItemSelectionModel>
 #include <QStringList>
 
 CORVEL_DIAGNOSTICS("EventLogTableWidget");
 
-static QTableWidgetItem* createCell(const QString& text)
+static void fillCell(QTableWidget* table, int row, int column, const QString& text)
 {
     CORVEL_DEBUG_HOOK();
+    // Somebody who listens may have cleared the log since the row was inserted, and even have logged anew.
+    if (row >= table->rowCount() || table->item(row, column))
+        return;
     QTableWidgetItem* cell = new QTableWidgetItem(text);
     cell->setFlags(Qt::ItemIsEnabled);
-    return cell;
+    table->setItem(row, column, cell);
 }
 
 EventLogTableWidget::EventLogTableWidget(EventLog* eventLog, QWidget* parent)
@@ -47,13 +51,16 @@ void EventLogTableWidget::addEntry(EventLog::Entry entry)
     CORVEL_DEBUG_HOOK();
     const int row = rowCount();
     insertRow(row);
-    setItem(row, 0, createCell(entry.time.isValid() ? entry.time.toString(Qt::ISODate) : tr("N/A")));
-    setItem(row, 1, createCell(entry.event.getMessage()));
+    fillCell(this, row, 0, entry.time.isValid() ? entry.time.toString(Qt::ISODate) : tr("N/A"));
+    fillCell(this, row, 1, entry.event.getMessage());
 }
 
 void EventLogTableWidget::clear()
 {
     CORVEL_DEBUG_HOOK();
+    // What is current and selected goes first: who listens to that may log or clear, which a table that is removing
+    // rows does not survive.
+    selectionModel()->clear();
     // All at once: row by row, a hundred thousand rows take many seconds.
     setRowCount(0);
 }

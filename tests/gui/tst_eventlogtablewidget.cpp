@@ -13,6 +13,20 @@ private Q_SLOTS:
     void showsWhatWasLoggedAndWhatComes();
     void clearingKeepsTheHeaders();
     void aSecondLogIsAdded();
+    void whoHearsOfARowMayClearTheLog();
+
+    void restart()
+    {
+        EventLog* const log = m_log;
+        m_log = nullptr;
+        if (!log)
+            return;
+        log->clear();
+        log->append(CorvelEvent(CorvelEvent::SourceEvent, text("restarted")), QDateTime());
+    }
+
+private:
+    EventLog* m_log = nullptr; // to be restarted
 };
 
 static CorvelEvent eventOf(const char* message)
@@ -69,6 +83,20 @@ void tst_EventLogTableWidget::aSecondLogIsAdded()
     QCOMPARE(shown(table), lines("Time | Message\nN/A | one\nN/A | two\nN/A | one again\nN/A | two again"));
     one.clear();
     QCOMPARE(table.rowCount(), 0);
+}
+
+void tst_EventLogTableWidget::whoHearsOfARowMayClearTheLog()
+{
+    const char* const signalsOfARow[] = {SIGNAL(rowsInserted(QModelIndex, int, int)),
+                                         SIGNAL(dataChanged(QModelIndex, QModelIndex))};
+    for (int i = 0; i < 2; ++i) {
+        EventLog log;
+        const EventLogTableWidget table(&log, nullptr);
+        connect(table.model(), signalsOfARow[i], SLOT(restart()));
+        m_log = &log;
+        log.append(eventOf("lost"), QDateTime::currentDateTime());
+        QCOMPARE(shown(table), lines("Time | Message\nN/A | restarted"));
+    }
 }
 
 QTEST_MAIN(tst_EventLogTableWidget)
