@@ -3,6 +3,7 @@
 #include "diagnostics.h"
 
 CORVEL_DIAGNOSTICS("PathExpressionComboBox");
+#include "pathexpressionediting.h"
 
 PathExpressionComboBox::PathExpressionComboBox(PathExpression* pathExpression, PathExpression::Parts parts,
                                                PathExpression* optionsSource, QWidget* parent)
@@ -47,13 +48,7 @@ bool PathExpressionComboBox::getAllOptionEnabled() const
 void PathExpressionComboBox::setPathExpression(PathExpression* pathExpression)
 {
     CORVEL_DEBUG_HOOK();
-    if (m_pathExpression) {
-        disconnect(m_pathExpression, nullptr, this, nullptr);
-        disconnect(this, nullptr, m_pathExpression, nullptr);
-    }
-    m_pathExpression = pathExpression;
-    if (m_pathExpression)
-        connect(m_pathExpression, SIGNAL(expressionChanged(const QString&)), this, SLOT(updateContents()));
+    followInstead(this, &m_pathExpression, pathExpression, SIGNAL(expressionChanged(const QString&)));
     updateContents();
 }
 
@@ -66,13 +61,7 @@ PathExpression* PathExpressionComboBox::getPathExpression()
 void PathExpressionComboBox::setOptionsSourcePathExpression(PathExpression* optionsSource)
 {
     CORVEL_DEBUG_HOOK();
-    if (m_optionsSourcePathExpression) {
-        disconnect(m_optionsSourcePathExpression, nullptr, this, nullptr);
-        disconnect(this, nullptr, m_optionsSourcePathExpression, nullptr);
-    }
-    m_optionsSourcePathExpression = optionsSource;
-    if (m_optionsSourcePathExpression)
-        connect(m_optionsSourcePathExpression, SIGNAL(matchesMayHaveChanged()), this, SLOT(updateContents()));
+    followInstead(this, &m_optionsSourcePathExpression, optionsSource, SIGNAL(matchesMayHaveChanged()));
     updateContents();
 }
 
@@ -100,9 +89,12 @@ void PathExpressionComboBox::updateContents()
     CORVEL_DEBUG_HOOK();
     if (m_settingFromCurrent)
         return;
+    const EntriesUpdate update(this);
     m_updatingContents = true;
-    while (count() > 0)
+    while (count() > 0 && !update.isSuperseded())
         removeItem(0);
+    if (update.isSuperseded())
+        return;
     QStringList options;
     int index = 0;
     QString current;
@@ -129,8 +121,11 @@ void PathExpressionComboBox::updateContents()
         }
     }
     insertItems(count(), options);
+    if (update.isSuperseded())
+        return;
     setCurrentIndex(index);
-    m_updatingContents = false;
+    if (!update.isSuperseded())
+        m_updatingContents = false;
 }
 
 void PathExpressionComboBox::setPathExpressionFromCurrent()
@@ -139,12 +134,9 @@ void PathExpressionComboBox::setPathExpressionFromCurrent()
     const QString text = currentText();
     if (!m_pathExpression || m_updatingContents)
         return;
+    const bool wasSetting = m_settingFromCurrent;
     m_settingFromCurrent = true;
     // Compared even while the wildcard is not offered, so that an option of the same text means it too; deliberate.
-    if (text == m_allOptionText)
-        m_pathExpression->setWildCard(m_parts);
-    else
-        m_pathExpression->setString(text, m_parts);
-    m_pathExpression->completeEditing();
-    m_settingFromCurrent = false;
+    commit(m_pathExpression, m_parts, text == m_allOptionText ? nullptr : &text);
+    m_settingFromCurrent = wasSetting;
 }

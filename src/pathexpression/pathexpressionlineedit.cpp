@@ -3,6 +3,7 @@
 #include "diagnostics.h"
 
 CORVEL_DIAGNOSTICS("PathExpressionLineEdit");
+#include "pathexpressionediting.h"
 
 PathExpressionLineEdit::PathExpressionLineEdit(PathExpression* pathExpression, PathExpression::Parts parts,
                                                QWidget* parent)
@@ -75,10 +76,9 @@ void PathExpressionLineEdit::processTextEdited()
 void PathExpressionLineEdit::processReturnPressed()
 {
     CORVEL_DEBUG_HOOK();
-    if (m_pathExpression) {
-        m_pathExpression->setString(text(), m_parts);
-        m_pathExpression->completeEditing();
-    }
+    const QString typed = text();
+    if (m_pathExpression)
+        commit(m_pathExpression, m_parts, &typed);
 }
 
 void PathExpressionLineEdit::updateText()

@@ -3,6 +3,7 @@
 #include "diagnostics.h"
 
 CORVEL_DIAGNOSTICS("PathExpressionListWidget");
+#include "pathexpressionediting.h"
 
 PathExpressionListWidget::PathExpressionListWidget(PathExpression* pathExpression, PathExpression::Parts parts,
                                                    PathExpression* optionsSource, QWidget* parent)
@@ -32,13 +33,7 @@ PathExpressionListWidget::~PathExpressionListWidget()
 void PathExpressionListWidget::setPathExpression(PathExpression* pathExpression)
 {
     CORVEL_DEBUG_HOOK();
-    if (m_pathExpression) {
-        disconnect(m_pathExpression, nullptr, this, nullptr);
-        disconnect(this, nullptr, m_pathExpression, nullptr);
-    }
-    m_pathExpression = pathExpression;
-    if (m_pathExpression)
-        connect(m_pathExpression, SIGNAL(expressionChanged(const QString&)), this, SLOT(updateContents()));
+    followInstead(this, &m_pathExpression, pathExpression, SIGNAL(expressionChanged(const QString&)));
     updateContents();
 }
 
@@ -51,13 +46,7 @@ PathExpression* PathExpressionListWidget::getPathExpression()
 void PathExpressionListWidget::setOptionsSourcePathExpression(PathExpression* optionsSource)
 {
     CORVEL_DEBUG_HOOK();
-    if (m_optionsSourcePathExpression) {
-        disconnect(m_optionsSourcePathExpression, nullptr, this, nullptr);
-        disconnect(this, nullptr, m_optionsSourcePathExpression, nullptr);
-    }
-    m_optionsSourcePathExpression = optionsSource;
-    if (m_optionsSourcePathExpression)
-        connect(m_optionsSourcePathExpression, SIGNAL(matchesMayHaveChanged()), this, SLOT(updateContents()));
+    followInstead(this, &m_optionsSourcePathExpression, optionsSource, SIGNAL(matchesMayHaveChanged()));
     updateContents();
 }
 
@@ -88,6 +77,7 @@ void PathExpressionListWidget::updateContents()
     QString current;
     if (m_pathExpression)
         current = m_pathExpression->getString(m_parts);
+    const EntriesUpdate update(this);
     setCurrentItem(nullptr);
     QStringList options;
     if (!m_optionsSourcePathExpression) {
@@ -97,10 +87,12 @@ void PathExpressionListWidget::updateContents()
         if (options.isEmpty())
             options.append(tr("No options"));
     }
-    while (count() > 0)
+    while (count() > 0 && !update.isSuperseded())
         delete takeItem(0);
+    if (update.isSuperseded())
+        return;
     insertItems(count(), options);
-    if (!m_pathExpression)
+    if (!m_pathExpression || update.isSuperseded())
         return;
     // Writes the same text back into the expression, which completes an edit of it.
     const int row = options.indexOf(current);
@@ -114,8 +106,8 @@ void PathExpressionListWidget::setPathExpressionFromCurrent()
     if (!m_pathExpression || !currentItem())
         return;
     const QString text = currentItem()->text();
+    const bool wasSetting = m_settingFromCurrent;
     m_settingFromCurrent = true;
-    m_pathExpression->setString(text, m_parts);
-    m_pathExpression->completeEditing();
-    m_settingFromCurrent = false;
+    commit(m_pathExpression, m_parts, &text);
+    m_settingFromCurrent = wasSetting;
 }

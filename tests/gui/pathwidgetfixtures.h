@@ -91,4 +91,23 @@ void checkThatItLeavesFormerExpressionsAlone(Chooser<Widget>* chooser)
     chooser->widget.setOptionsSourcePathExpression(nullptr);
 }
 
+/** Checks what comes of it when those who hear of a change, by @p chosenSignal, change the widget themselves. */
+template <typename Widget>
+void checkThatListenersMayChangeIt(Chooser<Widget>* chooser, const char* chosenSignal)
+{
+    Widget* const widget = &chooser->widget;
+    chooser->expression.setString(text("f/B"));
+    OnceCaller updater([widget]() { widget->setParts(Parts(2)); });
+    QObject::connect(widget, chosenSignal, &updater, SLOT(call()));
+    chooser->source.setString(text("*/*/y"));
+    QCOMPARE(chooser->expression.getString(PathExpression::AllParts), text("f/B"));
+    QCOMPARE(chooser->entries(), text("<B>, C"));
+
+    OnceCaller remover([widget]() { widget->setPathExpression(nullptr); });
+    QObject::connect(&chooser->expression, SIGNAL(expressionChanged(const QString&)), &remover, SLOT(call()));
+    choose(widget, 1);
+    QCOMPARE(chooser->expression.getString(PathExpression::AllParts), text("f/C"));
+    QVERIFY(!widget->getPathExpression());
+}
+
 #endif

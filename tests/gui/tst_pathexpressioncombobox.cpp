@@ -17,6 +17,7 @@ private Q_SLOTS:
     void optionThatReadsLikeAllIsTheWildCard();
     void rebuildingWritesNothing();
     void ownWritesDoNotRebuildTheBox();
+    void listenersMayChangeIt();
 };
 
 void tst_PathExpressionComboBox::offersAllAndWhatTheSourceMatches()
@@ -140,6 +141,13 @@ void tst_PathExpressionComboBox::ownWritesDoNotRebuildTheBox()
     QCOMPARE(box.entries(), text("no option, All, A, <B>, C"));
     box.widget.setPathExpression(&box.expression);
     QCOMPARE(box.entries(), text("All, A, <B>, C"));
+}
+
+void tst_PathExpressionComboBox::listenersMayChangeIt()
+{
+    Box box;
+    box.widget.setAllOptionEnabled(false);
+    checkThatListenersMayChangeIt(&box, SIGNAL(currentIndexChanged(int)));
 }
 
 QTEST_MAIN(tst_PathExpressionComboBox)

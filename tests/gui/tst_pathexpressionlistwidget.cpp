@@ -14,6 +14,7 @@ private Q_SLOTS:
     void choosingWritesTheText();
     void showingTheCurrentTextCompletesAnEdit();
     void ownWritesDoNotRebuildTheList();
+    void listenersMayChangeIt();
 };
 
 void tst_PathExpressionListWidget::offersWhatTheSourceMatches()
@@ -92,6 +93,12 @@ void tst_PathExpressionListWidget::ownWritesDoNotRebuildTheList()
     QCOMPARE(list.entries(), text("A, <B>, C"));
     list.expression.setString(text("/C"));
     QCOMPARE(list.entries(), text("<C>"));
+}
+
+void tst_PathExpressionListWidget::listenersMayChangeIt()
+{
+    List list;
+    checkThatListenersMayChangeIt(&list, SIGNAL(currentRowChanged(int)));
 }
 
 QTEST_MAIN(tst_PathExpressionListWidget)

@@ -9,6 +9,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 /** Writes down the signals of an expression, in order. */
 class PathRecorder : public QObject
 {
@@ -76,6 +78,30 @@ private:
     PathExpression* m_expression;
     const QString m_text;
     QStringList m_changes;
+};
+
+/** Answers a signal with a call, once. */
+class OnceCaller : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit OnceCaller(const std::function<void()>& function)
+        : m_function(function)
+    {
+    }
+
+public Q_SLOTS:
+    void call()
+    {
+        std::function<void()> function;
+        function.swap(m_function);
+        if (function)
+            function();
+    }
+
+private:
+    std::function<void()> m_function;
 };
 
 /** Adds a type to @p format, with plain fields of the names in @p fields, which spaces divide. */
