@@ -191,8 +191,7 @@ void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
             }
             const MessageHead message(body);
             if (const McapChannels::Entry* const channel = channelOf(message.channel, body, head.length))
-                chunk->append(McapMessageOrder::Message{message.time, channel, body + MessageHeadSize,
-                                                        quint32(head.length - MessageHeadSize), message.sequence});
+                chunk->append(McapMessageOrder::Message(channel, body, head.length));
             break;
         }
         case 0:

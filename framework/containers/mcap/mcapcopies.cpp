@@ -10,9 +10,7 @@ void McapCopies::append(const McapChannels::Entry* channel, const char* body, qu
 {
     if (m_messages.empty())
         m_offset = offset;
-    const MessageHead head(body);
-    m_messages.push_back(
-        McapMessageOrder::Message{head.time, channel, nullptr, quint32(size - MessageHeadSize), head.sequence});
+    m_messages.push_back(McapMessageOrder::Message(channel, body, size));
     m_places.push_back(m_bytes.size() + MessageHeadSize);
     m_bytes.insert(m_bytes.end(), body, body + size);
 }

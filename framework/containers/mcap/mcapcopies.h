@@ -32,7 +32,7 @@ public:
 
 private:
     std::vector<char> m_bytes;
-    std::vector<McapMessageOrder::Message> m_messages; // without their data
+    std::vector<McapMessageOrder::Message> m_messages; // whose data is gone
     std::vector<quint64> m_places;                     // of the data in the bytes
     quint64 m_offset = 0;
 };

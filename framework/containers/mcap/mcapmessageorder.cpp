@@ -1,6 +1,5 @@
 #include "mcapmessageorder.h"
 
-#include "mcaprecord.h"
 #include "message.h"
 #include "streamdecoder.h"
 
@@ -27,10 +26,12 @@ public:
         m_message.size = int(message.size);
         m_message.time = qint64(message.time / 1000);
         m_message.timeRest = qint16(message.time % 1000);
-        const quint64 publishTime = Mcap::MessageHead::publishTime(message.data);
-        const bool isOther = publishTime != message.time;
-        m_message.publishTime = isOther ? qint64(publishTime / 1000) : qint64(::Message::NoTime);
-        m_message.publishTimeRest = isOther ? qint16(publishTime % 1000) : qint16(-1);
+        m_message.publishTime = ::Message::NoTime;
+        if (message.isPublishTimeOther) {
+            const quint64 publishTime = Mcap::MessageHead::publishTime(message.data);
+            m_message.publishTime = qint64(publishTime / 1000);
+            m_message.publishTimeRest = qint16(publishTime % 1000);
+        }
         m_message.sequence = message.sequence != 0 ? qint64(message.sequence) : qint64(Message::NoSequence);
         return m_message;
     }

@@ -2,6 +2,7 @@
 #define MCAPMESSAGEORDER_H
 
 #include "mcapchannels.h"
+#include "mcaprecord.h"
 
 #include <algorithm>
 #include <memory>
@@ -15,11 +16,24 @@ class McapMessageOrder
 public:
     struct Message
     {
+        /** @param body  of the message's record, of that size; has to last */
+        Message(const McapChannels::Entry* channel, const char* body, quint64 size)
+            : channel(channel)
+            , data(body + Mcap::MessageHeadSize)
+            , size(quint32(size - Mcap::MessageHeadSize))
+        {
+            const Mcap::MessageHead head(body);
+            time = head.time;
+            sequence = head.sequence;
+            isPublishTimeOther = Mcap::MessageHead::publishTime(data) != time;
+        }
+
         quint64 time; ///< nanoseconds since 1970
         const McapChannels::Entry* channel;
         const char* data; ///< behind the rest of its record
-        quint32 size;
-        quint32 sequence; ///< 0 for none
+        quint32 size : 31;
+        quint32 isPublishTimeOther : 1; ///< told here, because the record is not at hand any more when it is asked
+        quint32 sequence;               ///< 0 for none
     };
 
     struct Chunk

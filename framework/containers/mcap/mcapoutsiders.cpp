@@ -156,9 +156,7 @@ void McapReader::processMessage(const char* body, quint64 size)
     const bool isIndexed = m_hasIndex && m_recordOffset < m_indexEnd;
     if (!m_mustEnd || (isIndexed && m_isInOrder)) {
         m_order.release(head.time, m_sink);
-        McapMessageOrder::handOut(McapMessageOrder::Message{head.time, channel, body + MessageHeadSize,
-                                                            quint32(size - MessageHeadSize), head.sequence},
-                                  m_recordOffset, m_sink);
+        McapMessageOrder::handOut(McapMessageOrder::Message(channel, body, size), m_recordOffset, m_sink);
         return;
     }
     if (!m_stretch.isEmpty() && m_recordOffset >= m_stretchEnd)
