@@ -113,6 +113,7 @@ private:
     void forgetPlaceInTree();
     bool store(MessageTreeWidget* tree, int column, int role, const QVariant& value);
     bool writeText(MessageTreeWidget* tree, int column, const QString& text);
+    bool writeName();
     bool writeAllTexts();
     void takeRows(const QList<QTreeWidgetItem*>& rows, QTreeWidgetItem* newParent);
     MessageTreeWidget* getTreeAround();

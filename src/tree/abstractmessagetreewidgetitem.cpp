@@ -442,26 +442,36 @@ void AbstractMessageTreeWidgetItem::setRawValueText()
     writeTexts(RawValueText);
 }
 
+// Done for every value that is shown. The tree and the column are asked for anew for each text: whoever listens to the
+// one before may have moved the row, or the column.
 bool AbstractMessageTreeWidgetItem::writeTexts(int texts)
 {
     CORVEL_DEBUG_HOOK();
-    static const MessageTreeWidget::ColumnType types[] = {MessageTreeWidget::NameColumn, MessageTreeWidget::TypeColumn,
-                                                          MessageTreeWidget::ValueColumn,
-                                                          MessageTreeWidget::RawValueColumn};
-    for (int i = 0; texts >> i; ++i) {
-        if (!(texts >> i & 1))
-            continue;
-        // Anew for each text: whoever listens to the one before may have moved the row, or the column.
-        MessageTreeWidget* tree = getMessageTreeWidget();
-        const int column = tree ? tree->getColumnIndex(types[i]) : -1;
-        if (column < 0)
-            continue;
-        if (!writeText(tree, column, getTextForColumn(types[i])))
-            return false;
-        if (i == 0 && getMessageTreeWidget() == tree && !store(tree, column, Qt::ToolTipRole, getNameToolTip()))
-            return false;
-    }
-    return true;
+    if (texts & NameText && !writeName())
+        return false;
+    MessageTreeWidget* tree = texts & TypeText ? getMessageTreeWidget() : nullptr;
+    int column = tree ? tree->getColumnIndex(MessageTreeWidget::TypeColumn) : -1;
+    if (column >= 0 && !writeText(tree, column, getTypeText()))
+        return false;
+    tree = texts & ValueText ? getMessageTreeWidget() : nullptr;
+    column = tree ? tree->getColumnIndex(MessageTreeWidget::ValueColumn) : -1;
+    if (column >= 0 && !writeText(tree, column, getValueText()))
+        return false;
+    tree = texts & RawValueText ? getMessageTreeWidget() : nullptr;
+    column = tree ? tree->getColumnIndex(MessageTreeWidget::RawValueColumn) : -1;
+    return column < 0 || writeText(tree, column, getRawValueText());
+}
+
+bool AbstractMessageTreeWidgetItem::writeName()
+{
+    CORVEL_DEBUG_HOOK();
+    MessageTreeWidget* tree = getMessageTreeWidget();
+    const int column = tree ? tree->getColumnIndex(MessageTreeWidget::NameColumn) : -1;
+    if (column < 0)
+        return true;
+    if (!writeText(tree, column, getNameText()))
+        return false;
+    return getMessageTreeWidget() != tree || store(tree, column, Qt::ToolTipRole, QVariant(getNameToolTip()));
 }
 
 void AbstractMessageTreeWidgetItem::setAllTexts()
