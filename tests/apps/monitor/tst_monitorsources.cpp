@@ -1,12 +1,14 @@
 #include "fieldinfo.h"
 #include "formatinfo.h"
+#include "foxgloveserver.h"
 #include "mavlinkdialect.h"
 #include "mavlinkencoder.h"
-#include "mcapfixtures.h"
 #include "messageinfo.h"
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
 #include "playbacktime.h"
+#include "plotpanel.h"
+#include "plotseries.h"
 #include "pseudoterminal.h"
 #include "recorder.h"
 #include "recordingfile.h"
@@ -14,6 +16,8 @@
 #include "testbase.h"
 #include "testwindow.h"
 #include "waitfor.h"
+#include "watch.h"
+#include "watchbar.h"
 
 #include <QFileInfo>
 #include <QMessageBox>
@@ -36,6 +40,7 @@ class tst_monitorsources : public TestBase
 private Q_SLOTS:
     void initTestCase() { m_dialect.reset(MavlinkDialect::loadBuiltIn()); }
     void countsGoOnOverAReconnection();
+    void aServerThatStartsAnewMixesNothingUp();
     void aSerialDeviceGoesOnWhenItIsPluggedInAgain();
     void twoSourcesOfOneSenderStayApart();
     void definitionsThatComeLaterAreUsedForWhatCameBefore();
@@ -146,6 +151,67 @@ void tst_monitorsources::aSerialDeviceGoesOnWhenItIsPluggedInAgain()
     }
     QCOMPARE(statisticsNames(window), QStringList("HEARTBEAT 2"));
     SourceSession::setSecondOfWaiting(1000);
+}
+
+// Two topics of one type and one of another: whoever goes by the numbers of channels takes them for one another.
+void tst_monitorsources::aServerThatStartsAnewMixesNothingUp()
+{
+    SourceSession::setSecondOfWaiting(5);
+    FoxgloveServer server("foxglove.sdk.v1");
+    TestWindow window;
+    window.show();
+    window.getWatches()->pin("protobuf/other.Point/n");
+    window.getPlot()->plot("protobuf/demo.Point/n");
+    QVERIFY(window.openAddress(server.address()));
+    SourceSession* const session = window.getSources()->getSession(0);
+    const QString path = m_folder.filePath("restarted.mcap");
+    QString error;
+    QVERIFY2(session->startRecording(path, &error), qPrintable(error));
+    const QStringList topics{"/a", "/b", "/c"};
+    for (int start = 0; start < 2; ++start) {
+        QVERIFY(
+            waitFor([&]() { return server.clients == start + 1 && session->getState() == SourceSession::Receiving; }));
+        QJsonArray channels;
+        for (int i = 0; i < 3; ++i) {
+            const QString topic = topics.at(start == 0 ? i : 2 - i);
+            channels.append(FoxgloveServer::channel(i + 1, topic, "protobuf", topic == "/c" ? "other" : "demo"));
+        }
+        server.advertise(channels);
+        QVERIFY(waitFor([&]() { return server.subscriptions.size() == 3; }));
+        for (int i = 0; i < 3; ++i)
+            server.sendPoint(server.subscription(i),
+                             10 * (start == 0 ? i + 1 : 3 - i) + start); // 10, 20, 30; 31, 21, 11
+        QVERIFY(waitFor([&]() { return session->getCounters().getMessageCount() == quint64(3 * (start + 1)); }));
+        server.socket()->close();
+    }
+    session->stopRecording();
+    SourceSession::setSecondOfWaiting(1000);
+
+    QCOMPARE(statisticsNames(window), QStringList({"demo.Point (/a) 2", "demo.Point (/b) 2", "other.Point (/c) 2"}));
+    QStringList shown;
+    QVERIFY(waitFor([&]() {
+        shown.clear();
+        for (int i = 0; i < window.getTree()->topLevelItemCount(); ++i)
+            shown.append(window.getTree()->topLevelItem(i)->text(0) + ' ' +
+                         window.getTree()->topLevelItem(i)->child(1)->text(2));
+        shown.append(window.getWatches()->getWatches().first()->getText());
+        return shown == QStringList({"demo.Point 11", "other.Point 31", "31"});
+    }));
+    QStringList plotted;
+    for (const auto& series : window.getPlot()->getSeries())
+        plotted.append(
+            QString("%1 %2 %3").arg(series->getSender(), series->getValueText()).arg(series->getMessageCount()));
+    QCOMPARE(plotted, QStringList({"/a 11 2", "/b 21 2"}));
+
+    QProcess dump;
+    dump.start(CORVEL_DUMP_PROGRAM, {"--stats", path});
+    QVERIFY(dump.waitForFinished());
+    QStringList recorded;
+    const QJsonObject statistics = QJsonDocument::fromJson(dump.readAllStandardOutput()).object();
+    for (const QJsonValue& row : statistics.value("statistics").toArray())
+        recorded.append(row["type"].toString() + ' ' + row["sender"].toString() + ' ' +
+                        QString::number(row["messages"].toInt()));
+    QCOMPARE(recorded, QStringList({"demo.Point /a 2", "demo.Point /b 2", "other.Point /c 2"}));
 }
 
 void tst_monitorsources::twoSourcesOfOneSenderStayApart()

@@ -1,6 +1,6 @@
 #include "byteinput.h"
 #include "definitions.h"
-#include "mcapfixtures.h"
+#include "foxgloveserver.h"
 #include "mcapstreamdecoder.h"
 #include "message.h"
 #include "messageinfo.h"
@@ -9,97 +9,13 @@
 #include "waitfor.h"
 
 #include <QElapsedTimer>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTcpServer>
-#include <QWebSocket>
-#include <QWebSocketServer>
 
 #include <memory>
 #include <thread>
 
-using namespace McapFixtures;
-
 namespace
 {
-
-/** A server with one channel of points and one of something else; sends a message as soon as one is subscribed. */
-class Server : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit Server(const QString& protocol)
-        : m_server(QStringLiteral("test"), QWebSocketServer::NonSecureMode)
-    {
-#if QT_VERSION >= QT_VERSION_CHECK(6, 4, 0)
-        if (!protocol.isEmpty())
-            m_server.setSupportedSubprotocols({protocol});
-#else
-        Q_UNUSED(protocol);
-#endif
-        m_server.listen(QHostAddress::LocalHost);
-        connect(&m_server, SIGNAL(newConnection()), this, SLOT(greet()));
-    }
-
-    QString address() const
-    {
-        return QStringLiteral("ws://127.0.0.1:%1").arg(m_server.serverPort());
-    }
-
-    void send(const QJsonObject& object)
-    {
-        m_socket->sendTextMessage(text(object));
-    }
-    void sendPoint(int subscription, int n)
-    {
-        m_socket->sendBinaryMessage(QByteArray(1, '\x01') + little(quint32(subscription)) +
-                                    little(quint64(n) * Millisecond) + point(n));
-    }
-    QWebSocket* socket() const
-    {
-        return m_socket.get();
-    }
-
-    QJsonArray subscriptions;
-    QString greeting = QStringLiteral("{\"op\":\"serverInfo\",\"name\":\"test\",\"capabilities\":[]}");
-
-private Q_SLOTS:
-    void greet()
-    {
-        m_socket.reset(m_server.nextPendingConnection());
-        connect(m_socket.get(), SIGNAL(textMessageReceived(QString)), this, SLOT(receive(QString)));
-        m_socket->sendTextMessage(greeting);
-    }
-
-    void receive(const QString& text)
-    {
-        const QJsonObject request = QJsonDocument::fromJson(text.toUtf8()).object();
-        for (const QJsonValue& wanted : request.value(QLatin1String("subscriptions")).toArray())
-            subscriptions.append(wanted);
-    }
-
-private:
-    static QString text(const QJsonObject& object)
-    {
-        return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
-    }
-
-    QWebSocketServer m_server;
-    std::unique_ptr<QWebSocket> m_socket;
-};
-
-QJsonObject channel(int id, const QString& topic, const QString& encoding)
-{
-    return QJsonObject{{QStringLiteral("id"), id},
-                       {QStringLiteral("topic"), topic},
-                       {QStringLiteral("encoding"), encoding},
-                       {QStringLiteral("schemaName"), QStringLiteral("demo.Point")},
-                       {QStringLiteral("schema"), encoding == QLatin1String("protobuf")
-                                                      ? QString::fromLatin1(schema().toBase64())
-                                                      : QStringLiteral("{}")}};
-}
 
 InputAddress addressOf(const QString& text)
 {
@@ -151,7 +67,7 @@ private Q_SLOTS:
     void channelsOfAServerAreReceived()
     {
         QFETCH(QString, protocol);
-        Server server(protocol);
+        FoxgloveServer server(protocol);
         Definitions definitions;
         McapStreamDecoder* const decoder = new McapStreamDecoder(&definitions, McapStreamDecoder::Live);
         Lines found(decoder);
@@ -162,15 +78,13 @@ private Q_SLOTS:
 #if QT_VERSION >= QT_VERSION_CHECK(6, 4, 0)
         QCOMPARE(server.socket()->subprotocol(), protocol);
 #endif
-        server.send(
-            {{QStringLiteral("op"), QStringLiteral("advertise")},
-             {QStringLiteral("channels"), QJsonArray{channel(7, QStringLiteral("/a"), QStringLiteral("protobuf")),
-                                                     channel(9, QStringLiteral("\uFEFF/j"), QStringLiteral("json"))}}});
+        server.advertise({FoxgloveServer::channel(7, QStringLiteral("/a")),
+                          FoxgloveServer::channel(9, QStringLiteral("\uFEFF/j"), QStringLiteral("json"))});
         QVERIFY(waitFor([&] { return server.subscriptions.size() == 2; }));
-        QCOMPARE(server.subscriptions.at(0).toObject().value(QLatin1String("channelId")).toInt(), 7);
-        QCOMPARE(server.subscriptions.at(1).toObject().value(QLatin1String("channelId")).toInt(), 9);
-        const int first = server.subscriptions.at(0).toObject().value(QLatin1String("id")).toInt();
-        const int second = server.subscriptions.at(1).toObject().value(QLatin1String("id")).toInt();
+        QCOMPARE(server.channelOf(0), 7);
+        QCOMPARE(server.channelOf(1), 9);
+        const int first = server.subscription(0);
+        const int second = server.subscription(1);
         server.sendPoint(first, 5);
         server.sendPoint(second, 6);
         server.sendPoint(99, 7); // nobody asked for it
@@ -178,11 +92,9 @@ private Q_SLOTS:
         server.send(
             {{QStringLiteral("op"), QStringLiteral("unadvertise")}, {QStringLiteral("channelIds"), QJsonArray{7}}});
         server.sendPoint(first, 8); // on its way when the channel ended
-        server.send(
-            {{QStringLiteral("op"), QStringLiteral("advertise")},
-             {QStringLiteral("channels"), QJsonArray{channel(8, QStringLiteral("/a"), QStringLiteral("protobuf"))}}});
+        server.advertise({FoxgloveServer::channel(8, QStringLiteral("/a"))});
         QVERIFY(waitFor([&] { return server.subscriptions.size() == 3; }));
-        server.sendPoint(server.subscriptions.at(2).toObject().value(QLatin1String("id")).toInt(), 10);
+        server.sendPoint(server.subscription(2), 10);
         server.socket()->close();
         QVERIFY(waitFor([&] { return source.getState() == StreamSource::Finished; }));
         QCOMPARE(found.lines,
@@ -193,7 +105,7 @@ private Q_SLOTS:
 
     void whatTheServerSaysOfItselfIsTold()
     {
-        Server server(QStringLiteral("foxglove.sdk.v1"));
+        FoxgloveServer server(QStringLiteral("foxglove.sdk.v1"));
         Definitions definitions;
         McapStreamDecoder* const decoder = new McapStreamDecoder(&definitions, McapStreamDecoder::Live);
         Lines found(decoder);
@@ -214,7 +126,7 @@ private Q_SLOTS:
 
     void whoSpeaksSomethingElseIsRefused()
     {
-        Server server(QString{});
+        FoxgloveServer server(QString{});
         server.greeting = QStringLiteral("hello");
         Definitions definitions;
         StreamSource source(ByteInput::create(addressOf(server.address())), new McapStreamDecoder(&definitions));
