@@ -70,7 +70,7 @@ public:
     /**
      * Tells @p observer of everything that is worked off, needed or not, in stream order and before it is delivered.
      *
-     * Not owned. The observer must neither run an event loop nor delete this source.
+     * Not owned. The observer may stop this source, but must neither run an event loop nor delete it.
      */
     void addObserver(StreamSink* observer) { m_observers.append(observer); }
     void removeObserver(StreamSink* observer) { m_observers.removeAll(observer); }

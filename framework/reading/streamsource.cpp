@@ -46,6 +46,18 @@ struct StreamSource::Work
         problem = 0;
     }
 
+    /** Leaves out what is still to be told, but not its bytes: whoever is just told something may have asked for this.
+     */
+    void dropRest()
+    {
+        if (!batch)
+            return;
+        record = batch->records.size();
+        problem = batch->problems.size();
+        batch->state.reset();
+        batch->soughtTime.reset();
+    }
+
     bool hasRecord() const { return batch && record < batch->records.size(); }
     bool hasProblem() const
     {
@@ -142,10 +154,7 @@ void StreamSource::seek(qint64 time)
     if (!m_seekable || m_stopped)
         return;
     m_reader->seek(time);
-    if (m_work->batch) {
-        m_work->batch->dropContents();
-        m_work->record = m_work->problem = 0;
-    }
+    m_work->dropRest();
 }
 
 void StreamSource::setDecoder(StreamDecoder* decoder)
@@ -169,7 +178,7 @@ void StreamSource::stop()
         return;
     m_stopped = true;
     m_reader->cancel();
-    m_work->setBatch(nullptr);
+    m_work->dropRest();
     const QPointer<StreamSource> self(this);
     reportProblems();
     if (self)
@@ -249,7 +258,7 @@ bool StreamSource::processRecord()
     m_work->countsChanged = true;
     for (StreamSink* observer : m_observers)
         observer->processReceived(message);
-    if (!message.info || !isSignalConnected(m_work->newMessageSignal) ||
+    if (m_stopped || !message.info || !isSignalConnected(m_work->newMessageSignal) ||
         !MessageNeedManager::getInstance()->isNeeded(message.info))
         return true;
     const QPointer<StreamSource> self(this);

@@ -139,6 +139,8 @@ private Q_SLOTS:
                 QCOMPARE(sought, timeOf(tenths));
                 QCOMPARE(m_times.value(0, -1), qint64(rest == 0 ? -1 : Count - rest));
                 QCOMPARE(source->getCounters().getMessageCount(), quint64(rest));
+                if (rest > 0)
+                    QCOMPARE(source->getPosition(), source->getSize() - 20);
             }
         }
     }

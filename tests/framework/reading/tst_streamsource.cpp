@@ -357,6 +357,47 @@ private Q_SLOTS:
         QCOMPARE(other->getState(), StreamSource::Finished);
     }
 
+    void whoeverStopsItHearsNoMore()
+    {
+        struct Observer : StreamSink
+        {
+            void processReceived(const ReceivedMessage&) override { stop(); }
+            void processProblem(const StreamProblem&) override {}
+            std::function<void()> stop = [] {};
+        };
+        const QString one = text("opening; running; 1 A from sender 1; ");
+        const QString two = one + text("script at byte 4: checksum failure, id 65, sender sender 1; ");
+        const QString ends[] = {text("opening; running; finished"), text("opening; running; finished"),
+                                one + text("finished"), two + text("finished"),
+                                two + text("2 A from sender 1; finished")};
+        for (int from = 0; from < 5; ++from) {
+            // It would fail next.
+            const std::unique_ptr<StreamSource> source = unpaced({"1 A\n!1 A\n2 A\n"}, ByteInput::Failed);
+            Recorder recorder(source.get(), m_format);
+            Observer observer;
+            source->addObserver(&observer);
+            const auto stop = [&] {
+                if (source->getState() == StreamSource::Running)
+                    source->stop();
+            };
+            if (from == 0)
+                connect(source.get(), &StreamSource::stateChanged, this, stop);
+            else if (from == 1)
+                observer.stop = stop;
+            else if (from == 2)
+                connect(source.get(), &StreamSource::newMessage, this, stop);
+            else if (from == 3)
+                connect(source.get(), &StreamSource::problem, this, stop);
+            else
+                connect(source.get(), &StreamSource::received, this, stop);
+            source->start();
+            QVERIFY(waitFor([] { return ScriptedInput::alive == 0; }));
+            QCoreApplication::processEvents();
+            QCOMPARE(recorder.told(), ends[from]);
+            QCOMPARE(source->getErrorString(), QString());
+        }
+    }
+
     void stoppedBeforeItBegan()
     {
         const std::unique_ptr<StreamSource> source = unpaced({"1 A\n"});
