@@ -16,29 +16,32 @@
 #include <vector>
 
 // Each benchmark also reports how many times as long a reception takes as counting it in a QHash, measured in the same
-// run, and how many allocations it makes in the steady state.
+// run, and how many allocations it makes in the steady state; for jumps, how many objects each leaves.
 
 namespace
 {
 
 quint64 allocations = 0;
+qint64 alive = 0; // of them
 
 } // namespace
 
 void* operator new(std::size_t size)
 {
     ++allocations;
+    ++alive;
     if (void* const memory = std::malloc(size))
         return memory;
     throw std::bad_alloc();
 }
 void operator delete(void* memory) noexcept
 {
+    alive -= memory ? 1 : 0;
     std::free(memory);
 }
 void operator delete(void* memory, std::size_t) noexcept
 {
-    std::free(memory);
+    operator delete(memory);
 }
 
 namespace
@@ -132,8 +135,36 @@ void receptions(benchmark::State& state)
     state.counters["allocations"] = double(allocations - before) / messages;
 }
 
+/** Jumps in a recording of some hundred rows, and what each leaves behind. */
+void jumps(benchmark::State& state)
+{
+    const int rows = 200;
+    FormatInfo format(QStringLiteral("Format"));
+    MessageInfo* const info = new MessageInfo(QStringLiteral("TYPE"));
+    format.addMessageInfo(info);
+    MessageStatisticsCoordinator coordinator;
+    const int stream = coordinator.addStream();
+    const auto jump = [&] {
+        coordinator.clearStream(stream);
+        for (int row = 0; row < rows; ++row) {
+            const QString sender = QString::number(row);
+            MessageStatistics* const statistics = coordinator.findOrCreate(stream, row, {info, row, sender});
+            for (qint64 i = 0; i < 30; ++i)
+                statistics->addReception(i * 100000 + (i > 20 ? 1000000 : 0));
+            coordinator.countNumber(stream, row, sender, 0, 256);
+        }
+    };
+    jump();
+    jump();
+    const qint64 before = alive;
+    for (auto _ : state)
+        jump();
+    state.counters["left"] = double(alive - before) / double(state.iterations());
+}
+
 } // namespace
 
+BENCHMARK(jumps)->Iterations(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(receptions)
     ->ArgName("course")
     ->Arg(Steady)

@@ -137,8 +137,25 @@ private Q_SLOTS:
 
         c.coordinator.clearStream(c.stream);
         QVERIFY(!count(0, 0, 1));
+        // What comes again has the object that it had under that name, which began anew.
+        QCOMPARE(c.make(c.stream, c.heartbeat, 0, 0x101), alone);
+        QVERIFY(alone->getCount() == 0 && named->getCount() == 0 && named->getGaps().isEmpty());
         c.coordinator.removeStream(c.stream);
         QVERIFY(!count(0, 0, 1));
+    }
+
+    void aTypeThatBecomesAnotherKeepsItsCounts()
+    {
+        Coordination c;
+        c.receive(c.stream, 0, 203, 0x101);
+        c.receive(c.stream, c.heartbeat, 0, 0x102);
+        QCOMPARE(c.rows(), text("Unknown 203 | 1; HEARTBEAT | 1"));
+        QVERIFY(!c.coordinator.countMessage(c.stream, c.rowOf(203, 0x101), c.attitude, 0, 1, 256));
+        c.receive(c.stream, c.attitude, 203, 0x101);
+        QCOMPARE(c.rows(), text("ATTITUDE (1:1) | 2; HEARTBEAT (1:2) | 1")); // from two senders, as is known now
+        QCOMPARE(c.find(203, 0x101)->getMessageInfo(), static_cast<const MessageInfo*>(c.attitude));
+        c.receive(c.stream, 0, 203, 0x101);
+        QCOMPARE(c.rows(), text("Unknown 203 | 3; HEARTBEAT | 1"));
     }
 
     void streamsAreApart()
