@@ -11,11 +11,10 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
     parser.setApplicationDescription(
         QStringLiteral(
             "Prints the messages of a recording or a live stream: one JSON object a line and message.\n\n"
-            "INPUT is one of\n%1\n\nOf a file or standard input the format is found out: MAVLink with\n"
-            "times (tlog) or without (raw), MCAP, or, with --type, messages of Protocol Buffers with lengths between "
-            "them.\n"
-            "UDP, TCP and serial ports bring raw MAVLink or, with --type, one message a datagram and messages with "
-            "varint lengths.\n"
+            "INPUT is one of\n%1\n\nWhat it brings is found out: MAVLink with times (tlog) or without (raw), MCAP, "
+            "or,\n"
+            "with --type, messages of Protocol Buffers with lengths between them. Of UDP, TCP and serial ports these\n"
+            "come one a datagram, or with varint lengths, unless --framing says something else.\n"
             "Problems go to the error stream. Exit status: 0; 1 for wrong usage; 2 for an input or a definition that\n"
             "cannot be read, an input that is not recognised, and an output that cannot be written.")
             .arg(inputHelp()));
@@ -23,30 +22,6 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                          QStringLiteral("Print values as people read them, with units and names."));
     const QCommandLineOption stats(QStringLiteral("stats"),
                                    QStringLiteral("Print no messages but one JSON object of counts at the end."));
-    const QCommandLineOption definitions(
-        QStringList{QStringLiteral("definitions"), QStringLiteral("dialect"), QStringLiteral("schema")},
-        QStringLiteral(
-            "File of definitions: a MAVLink dialect (XML) instead of the built-in one, or a Protocol Buffers "
-            "schema, a .proto text or a descriptor set; can be repeated. MCAP recordings bring their own."),
-        QStringLiteral("FILE"));
-    const QCommandLineOption annotations(QStringLiteral("annotations"),
-                                         QStringLiteral("Annotation file (JSON), such as for virtual fields."),
-                                         QStringLiteral("FILE"));
-    const QCommandLineOption format(QStringLiteral("format"),
-                                    QStringLiteral("What the input is, \"tlog\", \"raw\", \"mcap\" or \"delimited\", "
-                                                   "instead of finding out."),
-                                    QStringLiteral("NAME"));
-    const QCommandLineOption importPath(QStringLiteral("import-path"),
-                                        QStringLiteral("Folder in which imports of schemas are looked for; can be "
-                                                       "repeated."),
-                                        QStringLiteral("FOLDER"));
-    const QCommandLineOption type(QStringLiteral("type"),
-                                  QStringLiteral("Full name of the type of all messages, such as \"demo.Car\"."),
-                                  QStringLiteral("NAME"));
-    const QCommandLineOption framing(QStringLiteral("framing"),
-                                     QStringLiteral("How messages of --type lie in the input, \"varint\" or \"u32\" "
-                                                    "for the length before each, or \"datagram\" for none."),
-                                     QStringLiteral("NAME"));
     const QCommandLineOption confidential(QStringLiteral("confidential"),
                                           QStringLiteral("Print confidential fields too, which are null else."));
     const QCommandLineOption select(QStringLiteral("select"),
@@ -57,8 +32,9 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                   QStringLiteral("Print this text."));
     const QCommandLineOption version(QStringList{QStringLiteral("v"), QStringLiteral("version")},
                                      QStringLiteral("Print the version."));
-    parser.addOptions({interpreted, stats, select, definitions, importPath, type, framing, annotations, format,
-                       confidential, help, version});
+    parser.addOptions({interpreted, stats, select});
+    parser.addOptions(SourceArguments::getOptions());
+    parser.addOptions({confidential, help, version});
     parser.addPositionalArgument(QStringLiteral("INPUT"), QStringLiteral("What to read."));
 
     if (!parser.parse(arguments)) {
@@ -71,12 +47,8 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                          QCoreApplication::applicationVersion() + QLatin1Char('\n');
         return InfoAsked;
     }
-    for (const QCommandLineOption* option : {&annotations, &format, &type, &framing}) {
-        if (parser.values(*option).size() > 1) {
-            *text = QStringLiteral("--%1 can be given once").arg(option->names().constFirst());
-            return Wrong;
-        }
-    }
+    if (!options->source.read(parser, text))
+        return Wrong;
     const QStringList inputs = parser.positionalArguments();
     if (inputs.size() != 1) {
         *text = inputs.isEmpty() ? QStringLiteral("no input is named") : QStringLiteral("more than one input is named");
@@ -84,22 +56,6 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
     }
     if (!InputAddress::parse(inputs.constFirst(), &options->input, text))
         return Wrong;
-    RecordingOptions& recording = options->recording;
-    if (parser.isSet(format) && !RecordingOptions::parseFormat(parser.value(format), &recording.format)) {
-        *text = QStringLiteral("--format is \"%1\"; it can be \"tlog\", \"raw\", \"mcap\" or \"delimited\"")
-                    .arg(parser.value(format));
-        return Wrong;
-    }
-    recording.hasFraming = parser.isSet(framing);
-    if (recording.hasFraming && !RecordingOptions::parseFraming(parser.value(framing), &recording.framing)) {
-        *text = QStringLiteral("--framing is \"%1\"; it can be \"varint\", \"u32\" or \"datagram\"")
-                    .arg(parser.value(framing));
-        return Wrong;
-    }
-    recording.typeName = parser.value(type);
-    options->definitions = parser.values(definitions);
-    options->importPaths = parser.values(importPath);
-    options->annotations = parser.value(annotations);
     options->selections = parser.values(select);
     options->interpreted = parser.isSet(interpreted);
     options->statistics = parser.isSet(stats);

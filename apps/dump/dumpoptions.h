@@ -1,7 +1,8 @@
 #ifndef DUMPOPTIONS_H
 #define DUMPOPTIONS_H
 
-#include "recordingopener.h"
+#include "byteinput.h"
+#include "sourcearguments.h"
 
 #include <QStringList>
 
@@ -19,11 +20,8 @@ struct DumpOptions
     static Result parse(const QStringList& arguments, DumpOptions* options, QString* text);
 
     InputAddress input;
-    QStringList definitions; ///< files of definitions; the built-in ones besides
-    QString annotations;     ///< empty for none but the files beside the definitions
-    QStringList importPaths;
-    RecordingOptions recording; ///< without the definitions, which are loaded later
-    QStringList selections;     ///< path expressions; empty for everything
+    SourceArguments source;
+    QStringList selections; ///< path expressions; empty for everything
     bool interpreted = false;
     bool statistics = false;
     bool confidential = false;

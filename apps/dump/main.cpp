@@ -1,13 +1,13 @@
 #include "corvel.h"
 #include "definitions.h"
 #include "dumpoptions.h"
-#include "mavlinkstreamdecoder.h"
 #include "message.h"
 #include "messageprinter.h"
 #include "recordingindex.h"
 #include "selection.h"
 #include "standardoutput.h"
 #include "statisticsprinter.h"
+#include "streamopener.h"
 #include "streamrelay.h"
 
 #include <QCoreApplication>
@@ -63,15 +63,23 @@ bool complainAll(const QStringList& errors)
     return errors.isEmpty();
 }
 
-bool loadDefinitions(const DumpOptions& options, Definitions* definitions)
+bool loadDefinitions(const SourceArguments& source, Definitions* definitions)
 {
     QStringList errors;
-    for (const QString& path : options.definitions)
-        definitions->load(path, options.importPaths, &errors);
-    if (!options.annotations.isEmpty())
-        definitions->annotate(options.annotations, &errors);
+    for (const QString& path : source.definitions)
+        definitions->load(path, source.importPaths, &errors);
+    if (!source.annotations.isEmpty())
+        definitions->annotate(source.annotations, &errors);
     return complainAll(errors);
 }
+
+/** Tells of bytes that nobody recognised, before there is anything that prints. */
+class ProblemPrinter : public StreamSink
+{
+public:
+    void processReceived(const ReceivedMessage&) override {}
+    void processProblem(const StreamProblem& problem) override { complain(problem.describe(QString())); }
+};
 
 qint64 now()
 {
@@ -132,20 +140,22 @@ int closeOutput(int error)
 int dump(const DumpOptions& options)
 {
     Definitions definitions;
-    if (!loadDefinitions(options, &definitions))
+    if (!loadDefinitions(options.source, &definitions))
         return Unreadable;
-    RecordingOptions recordingOptions = options.recording;
-    recordingOptions.definitions = &definitions;
-    const OpenedRecording recording = openRecording(options.input, recordingOptions, [] { return !interrupted; });
-    if (!recording.isGood()) {
-        if (recording.error.isEmpty())
+    StreamOptions streamOptions = options.source.stream;
+    streamOptions.definitions = &definitions;
+    ProblemPrinter passedOver;
+    const OpenedInput opened = openStream(
+        options.input, streamOptions, [] { return !interrupted; }, &passedOver);
+    if (!opened.input) {
+        if (opened.error.isEmpty())
             return Success; // interrupted
-        complain(recording.error);
+        complain(opened.error);
         return Unreadable;
     }
 
-    ByteInput* const input = recording.input.get();
-    StreamDecoder* const decoder = recording.decoder.get();
+    ByteInput* const input = opened.input.get();
+    StreamDecoder* const decoder = opened.stream.decoder.get();
     // What the decoder asked for may be annotated wrongly.
     QStringList errors;
     definitions.publish(&errors);
@@ -153,18 +163,15 @@ int dump(const DumpOptions& options)
         return Unreadable;
     Selection selection;
     QString error;
-    const bool isMavlink = dynamic_cast<const MavlinkStreamDecoder*>(decoder) != nullptr;
-    const FormatInfo* const format =
-        definitions.getFormat(isMavlink ? QStringLiteral("mavlink") : QStringLiteral("protobuf"));
-    if (!selection.setUp(options.selections, format, definitions.isComplete(format), &error)) {
+    const QVector<const FormatInfo*> formats = decoder->getFormats();
+    const bool isComplete = std::all_of(formats.begin(), formats.end(),
+                                        [&](const FormatInfo* format) { return definitions.isComplete(format); });
+    if (!selection.setUp(options.selections, formats, isComplete, &error)) {
         complain(error);
         return WrongUsage;
     }
-    if (!input->open()) {
-        complain(input->getErrorString());
-        return Unreadable;
-    }
-    if (recording.index && !recording.index->prepare([](int) { return !interrupted; }))
+    if (opened.stream.needsIndex && opened.stream.index &&
+        !opened.stream.index->prepare([](int) { return !interrupted; }))
         return Success;
     std::unique_ptr<DumpSink> sink;
     if (options.statistics)

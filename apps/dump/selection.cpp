@@ -31,9 +31,11 @@ static bool contains(const QVector<Selection::Field>& fields, const Selection::F
     });
 }
 
-bool Selection::setUp(const QStringList& expressions, const FormatInfo* format, bool complete, QString* error)
+bool Selection::setUp(const QStringList& expressions, const QVector<const FormatInfo*>& formats, bool complete,
+                      QString* error)
 {
-    FormatRegistry::getInstance()->addFormat(format);
+    for (const FormatInfo* format : formats)
+        FormatRegistry::getInstance()->addFormat(format);
     m_expressions = expressions;
     m_all = expressions.isEmpty();
     if (!resolve(error))

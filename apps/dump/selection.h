@@ -22,12 +22,13 @@ public:
     };
 
     /**
-     * Finds what @p expressions name in @p format, and later in the formats of messages that come.
+     * Finds what @p expressions name in @p formats, and later in the formats of messages that come.
      *
      * @param complete  whether no other types will come; else what names nothing may do so later
      * @param error     set when false is returned: an expression is malformed or names nothing
      */
-    bool setUp(const QStringList& expressions, const FormatInfo* format, bool complete, QString* error);
+    bool setUp(const QStringList& expressions, const QVector<const FormatInfo*>& formats, bool complete,
+               QString* error);
 
     /** Whether messages of the type are to be printed. A type that was not asked for before is looked up anew. */
     bool has(const MessageInfo* info);

@@ -65,8 +65,10 @@ int main(int argc, char** argv)
     window.setPlayback(options.playback);
     window.setSourceDefinitions(options.source);
     window.getPanels().find<TypePanel>()->chooseWhenSeen(options.forms);
-    bool opened = options.dialect.isEmpty() || window.loadDialect(options.dialect, options.annotations);
-    if (options.dialect.isEmpty() && !options.annotations.isEmpty())
+    bool opened = true;
+    for (const QString& path : options.definitions)
+        opened = window.loadDialect(path, QString()) && opened;
+    if (!options.annotations.isEmpty())
         window.loadAnnotations(options.annotations);
     if (!options.settings.isEmpty() || !forPicture) {
         QString problem;

@@ -1,7 +1,8 @@
 #include "monitoroptions.h"
 
+#include "definitions.h"
 #include "inputhelp.h"
-#include "recordingopener.h"
+#include "sourcearguments.h"
 #include "standardoutput.h"
 
 #include <QCommandLineParser>
@@ -67,20 +68,6 @@ void MonitorOptions::read()
                                  QLatin1String("What to show. Without one a simulated vehicle is shown."),
                                  QLatin1String("[input...]"));
     parser.addOptions({
-        {QLatin1String("dialect"), QLatin1String("Use the MAVLink definitions in <file>."), QLatin1String("file")},
-        {QLatin1String("annotations"), QLatin1String("Add the annotations in <file> to them."), QLatin1String("file")},
-        {QLatin1String("schema"),
-         QLatin1String("Decode inputs with the Protocol Buffers schema in <file>; can be repeated. MCAP recordings "
-                       "bring their own."),
-         QLatin1String("file")},
-        {QLatin1String("import-path"), QLatin1String("Look for imports of the schema in <folder>; can be repeated."),
-         QLatin1String("folder")},
-        {QLatin1String("type"), QLatin1String("Full <name> of the type of all messages, such as demo.Car."),
-         QLatin1String("name")},
-        {QLatin1String("framing"),
-         QLatin1String("How messages of --type lie in the input: varint or u32 for the length before each, or "
-                       "datagram for none."),
-         QLatin1String("name")},
         {QLatin1String("speed"), QLatin1String("Play a recording <factor> times as fast; 0 is as fast as possible."),
          QLatin1String("factor")},
         {QLatin1String("rate"), QLatin1String("Play a recording without times at <number> messages a second."),
@@ -105,6 +92,7 @@ void MonitorOptions::read()
          QLatin1String("file")},
         {QLatin1String("size"), QLatin1String("Size of the window, as <width>x<height>."), QLatin1String("size")},
     });
+    parser.addOptions(SourceArguments::getOptions());
     parser.addHelpOption();
     parser.addVersionOption();
     addOptionsOfQt(&parser, QCoreApplication::arguments().contains(QLatin1String("--help-all")));
@@ -122,17 +110,23 @@ void MonitorOptions::read()
     readNumber(parser, QLatin1String("rate"), 0, &playback.messagesPerSecond);
     readNumber(parser, QLatin1String("after"), 0, &after);
 
-    source.moreSchemas = parser.values(QLatin1String("schema"));
+    SourceArguments arguments;
+    QString error;
+    if (!arguments.read(parser, &error))
+        refuse(error);
+    annotations = arguments.annotations;
+    source.importPaths = arguments.importPaths;
+    source.typeName = arguments.stream.typeName;
+    source.framing = arguments.stream.framing;
+    source.container = arguments.stream.container;
+    // What messages are told apart by themselves is for every source; the rest is for those that are named here.
+    const Definitions kinds;
+    for (const QString& path : std::as_const(arguments.definitions))
+        (kinds.hasNamedTypes(path) ? source.moreSchemas : definitions).append(path);
     if (!source.moreSchemas.isEmpty())
         source.definitions = source.moreSchemas.takeLast();
-    source.importPaths = parser.values(QLatin1String("import-path"));
-    source.typeName = parser.value(QLatin1String("type"));
-    source.framing = parser.value(QLatin1String("framing"));
-    RecordingOptions recording;
-    if (!source.framing.isEmpty() && !RecordingOptions::parseFraming(source.framing, &recording.framing))
-        refuse(QStringLiteral("--framing takes varint, u32 or datagram"));
     if (!source.typeName.isEmpty() && source.definitions.isEmpty())
-        refuse(QStringLiteral("--type needs a --schema"));
+        refuse(QStringLiteral("--type needs a schema in --definitions"));
 
     hasTheme = parser.isSet(QLatin1String("palette"));
     if (hasTheme && !Theme::find(parser.value(QLatin1String("palette")), &theme))
@@ -144,8 +138,6 @@ void MonitorOptions::read()
         size = QSize(sides.at(0).toInt(), sides.at(1).toInt());
     }
     inputs = parser.positionalArguments();
-    dialect = parser.value(QLatin1String("dialect"));
-    annotations = parser.value(QLatin1String("annotations"));
     forms = parser.values(QLatin1String("form"));
     watches = parser.values(QLatin1String("watch"));
     plots = parser.values(QLatin1String("plot"));

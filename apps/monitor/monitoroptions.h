@@ -18,8 +18,8 @@ struct MonitorOptions
      */
     void read();
 
-    QStringList inputs; ///< empty for the simulated vehicle
-    QString dialect;
+    QStringList inputs;      ///< empty for the simulated vehicle
+    QStringList definitions; ///< files for every source
     QString annotations;
     SourceOptions source; ///< schema, type and framing of all inputs, without an address
     StreamSource::Playback playback;

@@ -93,14 +93,20 @@ QString StreamProblem::describe(const QString& senderName) const
 
 StreamSink::~StreamSink() {}
 
+StreamDecoder::StreamDecoder()
+    : m_container(nullptr)
+{
+}
+
 StreamDecoder::~StreamDecoder() {}
 
-void StreamDecoder::publishTypes(QStringList*) const {}
-
-StreamDecoder* StreamDecoder::takeSuccessor()
+void StreamDecoder::setOrigin(const Container* container, const QVector<const FormatInfo*>& formats)
 {
-    return nullptr;
+    m_formats = formats;
+    m_container = container;
 }
+
+void StreamDecoder::publishTypes(QStringList*) const {}
 
 QString StreamDecoder::describeUnknown(quint32 id) const
 {

@@ -98,6 +98,13 @@ Encoding* Definitions::Private::encodingFor(const QString& path, QString* error)
     return nullptr;
 }
 
+bool Definitions::hasNamedTypes(const QString& path) const
+{
+    QString error;
+    const Encoding* const encoding = m_private->encodingFor(path, &error);
+    return encoding && !encoding->getTraits().isComplete;
+}
+
 bool Definitions::Private::isKnown(const QString& path) const
 {
     return std::any_of(annotations.begin(), annotations.end(),
@@ -213,6 +220,24 @@ bool Definitions::isComplete(const FormatInfo* format) const
             if (other == format)
                 return encoding->getTraits().isComplete;
     return false;
+}
+
+QVector<const FormatInfo*> Definitions::getCompleteFormats() const
+{
+    QVector<const FormatInfo*> formats;
+    for (const std::unique_ptr<Encoding>& encoding : m_private->encodings)
+        if (encoding->getTraits().isComplete)
+            formats.append(encoding->getFormat(QString()));
+    return formats;
+}
+
+QVector<const FormatInfo*> Definitions::getSchemaFormats() const
+{
+    QVector<const FormatInfo*> formats;
+    for (const std::unique_ptr<Encoding>& encoding : m_private->encodings)
+        if (encoding->hasSchemas())
+            formats.append(encoding->getFormat(QString()));
+    return formats;
 }
 
 QStringList Definitions::getTypeNames() const

@@ -65,6 +65,9 @@ public:
     /** The files of definitions that there can be, in the order in which they are asked for. */
     QVector<FileKind> getFileKinds() const;
 
+    /** Whether types of the file @p path are for messages that do not say of what type they are. */
+    bool hasNamedTypes(const QString& path) const;
+
     /**
      * Reads a file of definitions, of whatever encoding: told by its name or, where that says nothing, by how it
      * begins. What stands beside it as "NAME.annotations.json" is applied to its types.
@@ -111,6 +114,11 @@ public:
     const FormatInfo* getFormat(const QString& encoding, const QString& path = QString()) const;
     /** Whether all types of a format are there, so that none of another name comes later. */
     bool isComplete(const FormatInfo* format) const;
+
+    /** The formats of sources that name no definitions and bring none. Any thread. */
+    QVector<const FormatInfo*> getCompleteFormats() const;
+    /** The formats whose types streams can bring. Any thread. */
+    QVector<const FormatInfo*> getSchemaFormats() const;
 
     /** The names of types that files have, where messages do not say themselves of what type they are. Any thread. */
     QStringList getTypeNames() const;

@@ -5,9 +5,14 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
+#include <atomic>
+
+class FormatInfo;
 class Message;
 class MessageInfo;
+struct Container;
 
 /** A message that was found in a stream and passed its checks, before anything of it is decoded. */
 struct CORVELFRAMEWORK_EXPORT ReceivedMessage
@@ -127,12 +132,6 @@ public:
      */
     virtual void publishTypes(QStringList* problems) const;
 
-    /**
-     * A decoder that is to go on in this one's place, from the first byte on that is in no message and no problem yet;
-     * null for none. For a decoder that finds out what it is fed with. The caller's; asked after every feed().
-     */
-    virtual StreamDecoder* takeSuccessor();
-
     /** What a message of a type that the format does not know is called, such as "id 142". May be called on any thread.
      */
     virtual QString describeUnknown(quint32 id) const;
@@ -142,6 +141,22 @@ public:
 
     /** Senders number all their messages from 0 to one below it, and again; 0 when the format has no such numbers. */
     virtual quint64 getSequenceModulus() const;
+
+    /** The row of the table of containers that made it; null for another, or while it is not known. Any thread. */
+    const Container* getContainer() const { return m_container; }
+    /** The formats that types of its messages can be of; empty without a container. Any thread. */
+    QVector<const FormatInfo*> getFormats() const { return getContainer() ? m_formats : QVector<const FormatInfo*>(); }
+    /** Notes where it is from; once, and for a Container. */
+    void setOrigin(const Container* container, const QVector<const FormatInfo*>& formats);
+
+protected:
+    StreamDecoder();
+
+private:
+    Q_DISABLE_COPY(StreamDecoder)
+
+    QVector<const FormatInfo*> m_formats; // does not change once there is a container
+    std::atomic<const Container*> m_container;
 };
 
 #endif

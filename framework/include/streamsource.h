@@ -9,6 +9,7 @@
 class PlaybackClock;
 class QTimer;
 class RecordingIndex;
+class StreamOpener;
 class StreamReader;
 
 /**
@@ -57,6 +58,15 @@ public:
      * @param decoder  owned from now on; must not be null. The formats of its messages must outlive this object.
      */
     StreamSource(ByteInput* input, StreamDecoder* decoder, QObject* parent = 0);
+
+    /**
+     * Finds out on the reader thread what comes: for a recording in the state Opening, for what comes as it happens in
+     * the state Running. Live streams are shown as they come, also those with times of their own.
+     *
+     * @param input   owned from now on; must not be null
+     * @param opener  owned from now on; must not be null
+     */
+    StreamSource(ByteInput* input, StreamOpener* opener, QObject* parent = 0);
 
     /** Stops and waits for the reader thread. */
     virtual ~StreamSource();
@@ -149,6 +159,8 @@ public:
     QString getSenderName(quint32 sender) const;
 
 Q_SIGNALS:
+    /** It is known what comes: getDecoder() has a container, and a recording that has places can be sought. */
+    void recognized();
     /** The state, one of State, changed. What was received before has been emitted. */
     void stateChanged(int state);
     /** The recording goes on at @p time: what was counted before is forgotten. */
@@ -174,6 +186,8 @@ private Q_SLOTS:
 private:
     Q_DISABLE_COPY(StreamSource)
     struct Work;
+
+    StreamSource(StreamReader* reader, QObject* parent);
 
     bool processRecord();
     bool processProblem();

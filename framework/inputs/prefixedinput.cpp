@@ -1,9 +1,12 @@
 #include "prefixedinput.h"
 
-PrefixedInput::PrefixedInput(ByteInput* input, const QByteArray& head)
+#include "streamdecoder.h"
+
+PrefixedInput::PrefixedInput(ByteInput* input, const QList<QByteArray>& pieces, bool isAtEnd)
     : ByteInput(input->getName())
     , m_input(input)
-    , m_head(head)
+    , m_pieces(pieces)
+    , m_isAtEnd(isAtEnd)
 {
 }
 
@@ -16,11 +19,13 @@ bool PrefixedInput::open()
 
 ByteInput::Status PrefixedInput::read(QByteArray* bytes, int timeoutMs)
 {
-    if (!m_head.isEmpty()) {
-        *bytes = m_head;
-        m_head.clear();
+    if (!m_pieces.isEmpty()) {
+        *bytes = m_pieces.takeFirst();
         return Data;
     }
+    bytes->clear();
+    if (m_isAtEnd)
+        return End;
     const Status status = m_input->read(bytes, timeoutMs);
     if (status == Failed)
         takeError(*m_input);
@@ -45,4 +50,14 @@ bool PrefixedInput::isDatagram() const
 qint64 PrefixedInput::getSize() const
 {
     return m_input->getSize();
+}
+
+qint64 PrefixedInput::getDroppedCount() const
+{
+    return m_input->getDroppedCount();
+}
+
+QVector<StreamProblem> PrefixedInput::takeNotices()
+{
+    return m_input->takeNotices();
 }

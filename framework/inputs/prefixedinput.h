@@ -3,17 +3,20 @@
 
 #include "byteinput.h"
 
+#include <QList>
+
 #include <memory>
 
-/** An input of which the first bytes were read already: they come once more. */
+/** An input of which the first bytes were read already: they come once more, as they came. */
 class PrefixedInput : public ByteInput
 {
 public:
     /**
-     * @param input  open; owned from now on
-     * @param head   what was read of it
+     * @param input    open; owned from now on
+     * @param pieces   what was read of it
+     * @param isAtEnd  whether that was all
      */
-    PrefixedInput(ByteInput* input, const QByteArray& head);
+    PrefixedInput(ByteInput* input, const QList<QByteArray>& pieces, bool isAtEnd);
     ~PrefixedInput() override;
 
     bool open() override;
@@ -22,10 +25,13 @@ public:
     bool isLive() const override;
     bool isDatagram() const override;
     qint64 getSize() const override;
+    qint64 getDroppedCount() const override;
+    QVector<StreamProblem> takeNotices() override;
 
 private:
     std::unique_ptr<ByteInput> m_input;
-    QByteArray m_head;
+    QList<QByteArray> m_pieces;
+    const bool m_isAtEnd;
 };
 
 #endif

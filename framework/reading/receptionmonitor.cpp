@@ -112,6 +112,8 @@ void ReceptionMonitor::changeTypes(const StreamDecoder* decoder)
 
 void ReceptionMonitor::countMessage(const ReceivedMessage& message, int row)
 {
+    if (m_modulus == 0) // it may not have been known yet what comes
+        m_modulus = m_decoder->getSequenceModulus();
     if (!m_coordinator->countMessage(m_stream, row, message.info, message.time, message.sequence, m_modulus))
         countFirst(message, row);
     if (message.time != Message::NoTime) {

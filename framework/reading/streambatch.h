@@ -32,6 +32,7 @@ struct StreamBatch
     /** What is known of the input once it is open. */
     struct Facts
     {
+        bool recognized; ///< whether it is known what it brings
         bool seekable;
         bool live;
         qint64 size;

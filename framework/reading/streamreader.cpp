@@ -1,5 +1,6 @@
 #include "streamreader.h"
 
+#include "laterdecoder.h"
 #include "message.h"
 #include "playbackclock.h"
 
@@ -42,6 +43,12 @@ StreamReader::StreamReader(ByteInput* input, StreamDecoder* decoder)
     , m_steps(0)
     , m_announced(false)
 {
+}
+
+StreamReader::StreamReader(ByteInput* input, StreamOpener* opener)
+    : StreamReader(input, new LaterDecoder)
+{
+    m_opener.reset(opener);
 }
 
 StreamReader::~StreamReader()
@@ -137,28 +144,67 @@ void StreamReader::recycle(std::unique_ptr<StreamBatch> batch)
 
 void StreamReader::run()
 {
-    if (m_input->open()) {
+    if (!m_input->open()) {
+        flushState(StreamSource::Failed, m_input->getErrorString());
+    } else if (!m_opener || openStream()) {
         if (m_index)
             m_index->prepare([this](int percent) {
                 m_preparedPercent = percent;
                 return !m_cancelled;
             });
         m_preparedPercent = -1;
-        announceFacts();
+        announceFacts(true);
         flushState(StreamSource::Running);
         while (readUntilEnd() && waitAtEnd()) {
         }
-    } else {
-        flushState(StreamSource::Failed, m_input->getErrorString());
     }
     // Here, because a socket belongs to the thread that opened it.
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_input.reset();
 }
 
-void StreamReader::announceFacts()
+/** Finds out what comes; whether there is a decoder then. */
+bool StreamReader::openStream()
+{
+    // Nobody knows when the first byte will come.
+    if (m_input->isLive()) {
+        announceFacts(false);
+        flushState(StreamSource::Running);
+    }
+    const auto goOn = [this] {
+        flush(); // what was passed over
+        return !m_cancelled;
+    };
+    switch (m_opener->run(m_input.get(), goOn, this)) {
+    case StreamOpener::Opened:
+        break;
+    case StreamOpener::Ended:
+        flushState(StreamSource::Finished);
+        return false;
+    case StreamOpener::Failed:
+        flushState(StreamSource::Failed, m_opener->getErrorString());
+        return false;
+    case StreamOpener::Stopped:
+        return false;
+    }
+    OpenedStream opened = m_opener->takeStream();
+    m_index = std::move(opened.index);
+    m_tailOffset = m_done = m_opener->getOffset();
+    static_cast<LaterDecoder*>(m_decoder.get())->setDecoder(std::move(opened.decoder));
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_input = m_opener->takeInput(std::move(m_input));
+    }
+    if (m_opener->getErrorString().isEmpty())
+        return true;
+    flushState(StreamSource::Failed, m_opener->getErrorString());
+    return false;
+}
+
+void StreamReader::announceFacts(bool recognized)
 {
     StreamBatch::Facts facts;
+    facts.recognized = recognized;
     facts.live = m_input->isLive();
     facts.size = m_input->getSize();
     facts.seekable = m_input->isSeekable() && m_index;
@@ -173,8 +219,8 @@ void StreamReader::announceFacts()
 bool StreamReader::readUntilEnd()
 {
     const bool live = m_input->isLive();
-    // A recording with times is one even when it comes through a pipe.
-    m_paced = !live || m_decoder->hasTimes();
+    // A recording with times is one even when it comes through a pipe, if somebody says that it is one.
+    m_paced = !live || (!m_opener && m_decoder->hasTimes());
     QByteArray bytes;
     while (!m_cancelled) {
         if (m_interrupted && !followCommands())
@@ -283,8 +329,6 @@ void StreamReader::feed(const QByteArray& bytes, qint64 arrivalTime)
     m_tail.append(bytes);
     m_arrivalTime = arrivalTime;
     m_decoder->feed(bytes.constData(), static_cast<int>(bytes.size()), arrivalTime, this);
-    if (StreamDecoder* const successor = m_decoder->takeSuccessor())
-        changeDecoder(std::shared_ptr<StreamDecoder>(successor));
 }
 
 void StreamReader::passNoticesOn()

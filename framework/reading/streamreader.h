@@ -4,6 +4,7 @@
 #include "playbackpacer.h"
 #include "recordingindex.h"
 #include "streambatch.h"
+#include "streamopener.h"
 
 #include <QThread>
 
@@ -24,6 +25,8 @@ class StreamReader : public QThread, private StreamSink
 public:
     /** Takes over @p input and @p decoder. Whoever gets batchesReady() takes batches until there are none. */
     StreamReader(ByteInput* input, StreamDecoder* decoder);
+    /** Takes over @p input and @p opener, which finds the decoder. */
+    StreamReader(ByteInput* input, StreamOpener* opener);
     /** Cancels, and waits until the thread has ended. */
     ~StreamReader() override;
 
@@ -66,7 +69,8 @@ private:
     void processReceived(const ReceivedMessage& message) override;
     void processProblem(const StreamProblem& problem) override;
 
-    void announceFacts();
+    bool openStream();
+    void announceFacts(bool recognized);
     bool readUntilEnd();
     bool waitAtEnd();
     bool followCommands();
@@ -85,7 +89,8 @@ private:
     void flushState(StreamSource::State state, const QString& error = QString());
 
     // Set before the thread starts.
-    std::unique_ptr<ByteInput> m_input;       // destroyed by the thread, with m_mutex held
+    std::unique_ptr<ByteInput> m_input;       // replaced and destroyed by the thread, with m_mutex held
+    std::unique_ptr<StreamOpener> m_opener;   // null when the decoder was known
     std::shared_ptr<StreamDecoder> m_decoder; // later the thread's own
     std::unique_ptr<PlaybackClock> m_clock;
     std::unique_ptr<RecordingIndex> m_index;

@@ -82,8 +82,18 @@ StreamSource::Playback::Playback()
 }
 
 StreamSource::StreamSource(ByteInput* input, StreamDecoder* decoder, QObject* parent)
+    : StreamSource(new StreamReader(input, decoder), parent)
+{
+}
+
+StreamSource::StreamSource(ByteInput* input, StreamOpener* opener, QObject* parent)
+    : StreamSource(new StreamReader(input, opener), parent)
+{
+}
+
+StreamSource::StreamSource(StreamReader* reader, QObject* parent)
     : MessageSource(parent)
-    , m_reader(new StreamReader(input, decoder))
+    , m_reader(reader)
     , m_work(new Work(m_reader->getInputName()))
     , m_workTimer(new QTimer(this))
     , m_problemTimer(new QTimer(this))
@@ -324,7 +334,9 @@ bool StreamSource::finishBatch()
     const QString error = m_work->batch->error;
     const std::optional<qint64> soughtTime = m_work->batch->soughtTime;
     const std::shared_ptr<StreamDecoder> decoder = m_work->batch->decoder;
+    bool isRecognized = false;
     if (const std::optional<StreamBatch::Facts>& facts = m_work->batch->facts) {
+        isRecognized = facts->recognized;
         m_seekable = facts->seekable;
         m_live = facts->live;
         m_size = facts->size;
@@ -337,6 +349,8 @@ bool StreamSource::finishBatch()
     const QPointer<StreamSource> self(this);
     if (dropped > 0)
         Q_EMIT datagramsDropped(dropped);
+    if (self && isRecognized)
+        Q_EMIT recognized();
     if (self && decoder) {
         m_work->decoder = decoder;
         m_identities->setDecoder(decoder.get());

@@ -99,7 +99,7 @@ void ConnectDialog::followDefinitions()
 {
     showError(QString());
     const SourceOptions options = getOptions();
-    const bool isSchema = options.isSchema();
+    const bool isSchema = m_factory->hasNamedTypes(options);
     m_imports->setEnabled(isSchema);
     m_type->setEnabled(isSchema);
     m_framing->setEnabled(isSchema);
@@ -123,7 +123,7 @@ SourceOptions ConnectDialog::getOptions() const
     SourceOptions options;
     options.address = m_address->getAddress().toString();
     options.definitions = m_definitions->text().trimmed();
-    if (options.isSchema()) {
+    if (m_factory->hasNamedTypes(options)) {
         options.importPaths = m_imports->text().split(QDir::listSeparator());
         options.importPaths.removeAll(QString());
         options.typeName = m_type->currentText().trimmed();

@@ -34,6 +34,7 @@ bool Recorder::start(const QString& path, const StreamDecoder* decoder, QString*
 // Not before something comes: what a stream is may turn out with its first bytes.
 void Recorder::begin()
 {
+    m_kind = &OutputKind::findFor(m_decoder);
     m_output.reset(m_kind->create({m_file.get(), "corvel-monitor", m_definitions}, m_decoder));
     m_flushTimer.start(m_kind->flushMilliseconds);
 }
@@ -56,13 +57,9 @@ QString Recorder::stop()
 void Recorder::setDecoder(const StreamDecoder* decoder)
 {
     m_decoder = decoder;
-    const OutputKind* const kind = &OutputKind::findFor(decoder);
-    if (!m_output)
-        m_kind = kind;
-    else if (kind == m_kind)
+    m_isChecked = false;
+    if (m_output)
         m_output->setDecoder(decoder);
-    else
-        fail(tr("other messages come now, which such a recording cannot keep"));
 }
 
 qint64 Recorder::getSize() const
@@ -91,12 +88,17 @@ void Recorder::processReceived(const ReceivedMessage& message)
         return;
     if (!m_output)
         begin();
+    if (!m_isChecked && &OutputKind::findFor(m_decoder) != m_kind) {
+        fail(tr("other messages come now, which such a recording cannot keep"));
+        return;
+    }
+    m_isChecked = true;
     m_output->processReceived(message);
 }
 
 void Recorder::processProblem(const StreamProblem& problem)
 {
-    if (!m_file)
+    if (!m_file || (!m_output && !problem.data)) // it can be told before it is known what comes
         return;
     if (!m_output)
         begin();

@@ -60,7 +60,8 @@ private:
     const Definitions* m_definitions;
     const StreamDecoder* m_decoder = nullptr;
     QString m_path;
-    const OutputKind* m_kind = nullptr;
+    const OutputKind* m_kind = nullptr; // of m_output
+    bool m_isChecked = false;           // whether m_kind fits what the decoder finds
     std::unique_ptr<RecordingFile> m_file;
     std::unique_ptr<MessageOutput> m_output; // writes to m_file, and goes first; null until there is something to write
     QTimer m_flushTimer;

@@ -1,16 +1,12 @@
 #include "sourcefactory.h"
 
 #include "definitions.h"
-#include "detectingdecoder.h"
 #include "formatregistry.h"
 #include "inputkind.h"
-#include "mavlinkdialect.h"
-#include "mavlinkstreamdecoder.h"
-#include "recordingopener.h"
 #include "simulatorinput.h"
-#include "tlogindex.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 
 #include <vector>
@@ -25,8 +21,6 @@ Definitions* createDefinitions()
     created.emplace_back(new Definitions);
     return created.back().get();
 }
-
-const QString mavlink = QStringLiteral("mavlink");
 
 } // namespace
 
@@ -44,11 +38,11 @@ SourceFactory::~SourceFactory()
 
 bool SourceFactory::loadDefinitions(const QString& path, QStringList* problems)
 {
-    const FormatInfo* const before = m_definitions->getFormat(mavlink);
+    const bool isKnown = m_known == m_definitions->getCompleteFormats();
     if (!m_definitions->load(path, QStringList(), problems))
         return false;
-    const bool isKnown = m_known == QVector<const FormatInfo*>{before};
-    m_path = path;
+    if (!m_definitions->hasNamedTypes(path))
+        m_path = path;
     if (isKnown)
         setKnownFormats({});
     return true;
@@ -59,26 +53,36 @@ bool SourceFactory::annotate(const QString& path, QStringList* problems)
     return m_definitions->annotate(path, problems);
 }
 
-const MavlinkDialect* SourceFactory::findDialect(const SourceOptions& options, QString* error)
+bool SourceFactory::readOptions(const SourceOptions& options, StreamOptions* stream, QString* error)
 {
-    const QString path = options.isSchema() ? QString() : options.definitions;
-    QStringList problems; // those of annotations were told when these were chosen
-    if (!path.isEmpty() && !m_definitions->load(path, QStringList(), &problems, Definitions::NamingSources)) {
-        *error = QCoreApplication::translate("SourceFactory", "The definitions could not be loaded.") +
-                 QLatin1Char('\n') + problems.join(QLatin1Char('\n'));
-        return nullptr;
+    stream->definitions = m_definitions;
+    stream->container = options.container;
+    stream->typeName = options.typeName;
+    stream->framing = options.framing;
+    if (options.definitions.isEmpty())
+        return true;
+    if (hasNamedTypes(options)) {
+        loadSchema(options, error);
+        return error->isEmpty();
     }
-    return static_cast<const MavlinkDialect*>(m_definitions->getFormat(mavlink, path));
+    QStringList problems; // those of annotations were told when these were chosen
+    stream->definitionFile = options.definitions;
+    if (m_definitions->load(options.definitions, options.importPaths, &problems, Definitions::NamingSources))
+        return true;
+    *error = QCoreApplication::translate("SourceFactory", "The definitions could not be loaded.") + QLatin1Char('\n') +
+             problems.join(QLatin1Char('\n'));
+    return false;
 }
 
 bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QString* error)
 {
-    const MavlinkDialect* const dialect = findDialect(options, error);
-    if (!dialect)
+    StreamOptions stream;
+    if (!readOptions(options, &stream, error))
         return false;
     if (options.isSimulation()) {
+        stream.container = QStringLiteral("raw");
         parts->input.reset(new SimulatorInput);
-        parts->decoder.reset(new MavlinkStreamDecoder(dialect, MavlinkStreamDecoder::RawLayout));
+        parts->opener.reset(new StreamOpener(stream));
         parts->name = QCoreApplication::translate("SourceFactory", "simulated vehicle");
         return true;
     }
@@ -86,48 +90,32 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     if (!InputAddress::parse(options.address, &address, error))
         return false;
     const bool isFile = address.kind->isFile();
-    if (isFile && QFileInfo(address.path).isDir()) {
+    const QFileInfo file(address.path);
+    if (isFile && file.isDir()) {
         *error = QCoreApplication::translate("SourceFactory", "%1 is a folder.").arg(address.path);
         return false;
     }
-    std::unique_ptr<ByteInput> input(ByteInput::create(address));
-    parts->name = isFile ? QFileInfo(address.path).fileName() : input->getName();
-    if (isFile)
-        parts->path = QFileInfo(address.path).absoluteFilePath();
-    parts->isLive = address.kind->isLive();
-    const bool isPipe =
-        !parts->isLive && (!isFile || (QFileInfo::exists(address.path) && !QFileInfo(address.path).isFile()));
-    if (isPipe && !options.isSchema()) {
-        // What comes through it is not waited for here.
-        parts->input = std::move(input);
-        parts->decoder.reset(new DetectingDecoder(dialect, m_definitions));
-        return true;
-    }
-
-    RecordingOptions recording;
-    recording.definitions = m_definitions;
-    recording.definitionFile = options.definitions;
-    recording.typeName = options.typeName;
-    if (options.isSchema()) {
-        loadSchema(options, error);
-        if (!error->isEmpty())
-            return false;
-        if (isPipe || parts->isLive)
-            recording.format = RecordingOptions::DelimitedFormat;
-        recording.hasFraming = RecordingOptions::parseFraming(options.framing, &recording.framing) || isPipe;
-    }
-    OpenedRecording opened = openRecording(address, recording);
-    if (!opened.isGood()) {
-        *error = opened.error;
+    // What cannot be there is told at once. A pipe may come to be later, and opening it would take its bytes.
+    QFile recording(address.path);
+    if (isFile && (!file.exists() || file.isFile()) && !recording.open(QIODevice::ReadOnly)) {
+        *error = address.path + QLatin1String(": ") + recording.errorString();
         return false;
     }
-    parts->input = std::move(opened.input);
-    parts->decoder = std::move(opened.decoder);
-    parts->index = std::move(opened.index);
-    if (!parts->index && isFile && parts->decoder->hasTimes() &&
-        dynamic_cast<const MavlinkStreamDecoder*>(parts->decoder.get()))
-        parts->index.reset(new TlogIndex(address.path, dialect));
+    parts->input.reset(ByteInput::create(address));
+    parts->name = isFile ? file.fileName() : parts->input->getName();
+    if (isFile)
+        parts->path = file.absoluteFilePath();
+    parts->isLive = address.kind->isLive();
+    // Who names a schema for what is no recording means bare messages of its type.
+    if (stream.container.isEmpty() && hasNamedTypes(options) && !(isFile && file.isFile()))
+        stream.container = QStringLiteral("delimited");
+    parts->opener.reset(new StreamOpener(address, stream));
     return true;
+}
+
+bool SourceFactory::hasNamedTypes(const SourceOptions& options) const
+{
+    return !options.definitions.isEmpty() && m_definitions->hasNamedTypes(options.definitions);
 }
 
 QStringList SourceFactory::loadSchema(const SourceOptions& options, QString* error)
@@ -142,40 +130,33 @@ QStringList SourceFactory::loadSchema(const SourceOptions& options, QString* err
     return good ? m_definitions->getTypeNames() : QStringList();
 }
 
-const FormatInfo* SourceFactory::knownFormatOf(const StreamDecoder* decoder) const
+std::unique_ptr<StreamDecoder> SourceFactory::createDecoder(const SourceOptions& options, const StreamDecoder* old)
 {
-    if (const DetectingDecoder* const detecting = dynamic_cast<const DetectingDecoder*>(decoder))
-        return detecting->getDialect();
-    if (const MavlinkStreamDecoder* const mavlink = dynamic_cast<const MavlinkStreamDecoder*>(decoder))
-        return mavlink->getDialect();
-    return m_definitions->getFormat(QStringLiteral("protobuf"));
+    StreamOptions stream;
+    QString error;
+    const Container* const container = old->getContainer();
+    if (!container || !*container->bare || !readOptions(options, &stream, &error) ||
+        container->getFormats(stream) == old->getFormats())
+        return nullptr;
+    return container->open(StreamHead(), stream).decoder;
 }
 
-StreamDecoder* SourceFactory::createDecoder(const SourceOptions& options, const StreamDecoder* old)
+std::unique_ptr<StreamDecoder> SourceFactory::createMessageDecoder(const SourceOptions& options,
+                                                                   const StreamDecoder* decoder)
 {
+    StreamOptions stream;
     QString error;
-    const MavlinkDialect* const dialect = findDialect(options, &error);
-    if (!dialect || options.isSchema() || knownFormatOf(old) == dialect)
+    const Container* const bare =
+        decoder->getContainer() ? Container::find(QLatin1String(decoder->getContainer()->bare)) : nullptr;
+    if (!bare || !readOptions(options, &stream, &error))
         return nullptr;
-    if (const DetectingDecoder* const detecting = dynamic_cast<const DetectingDecoder*>(old))
-        return detecting->isTlog() ? new MavlinkStreamDecoder(dialect, MavlinkStreamDecoder::TlogLayout)
-                                   : static_cast<StreamDecoder*>(new DetectingDecoder(dialect, m_definitions));
-    if (!dynamic_cast<const MavlinkStreamDecoder*>(old))
-        return nullptr;
-    return new MavlinkStreamDecoder(dialect, old->hasTimes() ? MavlinkStreamDecoder::TlogLayout
-                                                             : MavlinkStreamDecoder::RawLayout);
-}
-
-StreamDecoder* SourceFactory::createMessageDecoder(const SourceOptions& options)
-{
-    QString error;
-    return new MavlinkStreamDecoder(findDialect(options, &error), MavlinkStreamDecoder::RawLayout);
+    return bare->open(StreamHead(), stream).decoder;
 }
 
 void SourceFactory::setKnownFormats(QVector<const FormatInfo*> formats)
 {
     if (formats.isEmpty())
-        formats.append(m_definitions->getFormat(mavlink));
+        formats = m_definitions->getCompleteFormats();
     // Only the definitions in use are known by name: of two of a kind, every name would be ambiguous.
     for (const FormatInfo* format : std::as_const(m_known))
         if (!formats.contains(format))

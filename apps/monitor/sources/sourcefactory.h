@@ -2,8 +2,8 @@
 #define SOURCEFACTORY_H
 
 #include "byteinput.h"
-#include "recordingindex.h"
 #include "streamdecoder.h"
+#include "streamopener.h"
 
 #include <QString>
 #include <QStringList>
@@ -13,7 +13,6 @@
 
 class Definitions;
 class FormatInfo;
-class MavlinkDialect;
 
 /** What the user said of a source: enough to open it, and to open it again after a loss. */
 struct SourceOptions
@@ -24,12 +23,8 @@ struct SourceOptions
     QString typeName;        ///< the one type of all messages of Protocol Buffers; empty where the source tells
     QStringList moreSchemas; ///< of Protocol Buffers, which are loaded besides
     QString framing;         ///< "varint", "u32", "datagram", or empty to find out
+    QString container;       ///< the name of what it is; empty to find out
 
-    /** Whether the definitions are a schema of Protocol Buffers, and no MAVLink dialect. */
-    bool isSchema() const
-    {
-        return !definitions.isEmpty() && !definitions.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive);
-    }
     bool isSimulation() const { return address.isEmpty(); }
 };
 
@@ -37,11 +32,10 @@ struct SourceOptions
 struct SourceParts
 {
     std::unique_ptr<ByteInput> input;
-    std::unique_ptr<StreamDecoder> decoder;
-    std::unique_ptr<RecordingIndex> index; ///< null where there are no places to go to
-    QString name;                          ///< what people call it: the name of a file, an address
-    QString path;                          ///< of a file, absolute; else empty
-    bool isLive = false;                   ///< whether it is worth trying again when it is lost
+    std::unique_ptr<StreamOpener> opener;
+    QString name;        ///< what people call it: the name of a file, an address
+    QString path;        ///< of a file, absolute; else empty
+    bool isLive = false; ///< whether it is worth trying again when it is lost
 };
 
 /** Opens sources, and keeps the definitions that they are decoded with. */
@@ -73,19 +67,21 @@ public:
     /** What @p options describe; false with one sentence for the user in @p error, which must not be null. */
     bool create(const SourceOptions& options, SourceParts* parts, QString* error);
 
-    /** What @p decoder, one of this factory's, takes types from that are defined beforehand. */
-    const FormatInfo* knownFormatOf(const StreamDecoder* decoder) const;
+    /** Whether the definitions that @p options name are for messages that do not say of what type they are. */
+    bool hasNamedTypes(const SourceOptions& options) const;
 
-    /** A decoder as @p old with the definitions in use now; null where there is none. */
-    StreamDecoder* createDecoder(const SourceOptions& options, const StreamDecoder* old);
-    /** A decoder for single messages of such a source. */
-    StreamDecoder* createMessageDecoder(const SourceOptions& options);
+    /** A decoder as @p old with the definitions in use now; null where these are the same, or it is not known yet what
+     * comes. */
+    std::unique_ptr<StreamDecoder> createDecoder(const SourceOptions& options, const StreamDecoder* old);
+    /** A decoder for single messages of such a source, which @p decoder decodes; null where these cannot stand alone.
+     */
+    std::unique_ptr<StreamDecoder> createMessageDecoder(const SourceOptions& options, const StreamDecoder* decoder);
 
     /** Makes exactly these formats known by name, or those in use when there are none. */
     void setKnownFormats(QVector<const FormatInfo*> formats);
 
 private:
-    const MavlinkDialect* findDialect(const SourceOptions& options, QString* error);
+    bool readOptions(const SourceOptions& options, StreamOptions* stream, QString* error);
 
     Definitions* const m_definitions; // stay when this is gone, because views remember types by their addresses
     QString m_path;

@@ -93,8 +93,9 @@ QVector<const FormatInfo*> SourceModel::knownFormats() const
 {
     QVector<const FormatInfo*> formats;
     for (const std::unique_ptr<SourceSession>& session : m_sessions)
-        if (!formats.contains(session->getKnownFormat()))
-            formats.append(session->getKnownFormat());
+        for (const FormatInfo* format : session->getFormats())
+            if (!formats.contains(format))
+                formats.append(format);
     return formats;
 }
 

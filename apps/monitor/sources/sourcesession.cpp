@@ -57,8 +57,7 @@ void SourceSession::open(const QString& name, SourceParts parts, const StreamSou
 void SourceSession::start(SourceParts parts)
 {
     m_retryTimer.stop();
-    std::unique_ptr<StreamSource> source(new StreamSource(parts.input.release(), parts.decoder.release()));
-    source->setIndex(parts.index.release());
+    std::unique_ptr<StreamSource> source(new StreamSource(parts.input.release(), parts.opener.release()));
     source->setIdentities(&m_identities);
     if (m_source)
         source->setCounters(m_source->getCounters());
@@ -72,6 +71,7 @@ void SourceSession::start(SourceParts parts)
     connect(source.get(), &StreamSource::stateChanged, this, &SourceSession::processState);
     connect(source.get(), &StreamSource::sought, this, &SourceSession::processSought);
     connect(source.get(), &StreamSource::decoderChanged, this, &SourceSession::processDecoderChange);
+    connect(source.get(), &StreamSource::recognized, this, &SourceSession::formatChanged);
     connect(source.get(), &StreamSource::datagramsDropped, this, [this](qint64 count) { m_dropped += count; });
     connect(source.get(), &StreamSource::problem, this, &SourceSession::problem);
     m_source = std::move(source);
@@ -117,15 +117,16 @@ bool SourceSession::isPlayback() const
 
 void SourceSession::useNewDefinitions()
 {
-    if (StreamDecoder* const decoder = m_factory->createDecoder(m_options, m_source->getDecoder()))
-        m_source->setDecoder(decoder);
+    if (std::unique_ptr<StreamDecoder> decoder = m_factory->createDecoder(m_options, m_source->getDecoder()))
+        m_source->setDecoder(decoder.release());
 }
 
 void SourceSession::processDecoderChange()
 {
-    const std::unique_ptr<StreamDecoder> decoder(m_factory->createMessageDecoder(m_options));
+    const std::unique_ptr<StreamDecoder> decoder = m_factory->createMessageDecoder(m_options, m_source->getDecoder());
     m_receivers.latest->forgetShown(m_latest);
-    const QHash<quint32, const MessageInfo*> infos = m_latest.decodeAnew(decoder.get());
+    const QHash<quint32, const MessageInfo*> infos =
+        decoder ? m_latest.decodeAnew(decoder.get()) : QHash<quint32, const MessageInfo*>();
     m_identities.changeTypes(infos);
     ReceptionCounters counters = m_source->getCounters();
     counters.changeTypes(m_identities);
@@ -134,13 +135,10 @@ void SourceSession::processDecoderChange()
     m_recorder.setDecoder(m_source->getDecoder());
     ++m_generation;
     m_receivers.latest->noteArrival();
-    m_receivers.log->append(
-        CorvelEvent(CorvelEvent::SourceEvent,
-                    (counters.getMessageCount() + counters.getUnknownCount() == 0
-                         ? tr("%1: this is %2")
-                         : tr("%1: other definitions (%2); what came before was counted without them"))
-                        .arg(m_name, getKnownFormat()->getName())),
-        QDateTime::currentDateTimeUtc());
+    m_receivers.log->append(CorvelEvent(CorvelEvent::SourceEvent,
+                                        tr("%1: other definitions (%2); what came before was counted without them")
+                                            .arg(m_name, m_source->getDecoder()->getFormats().constFirst()->getName())),
+                            QDateTime::currentDateTimeUtc());
     Q_EMIT formatChanged();
     Q_EMIT changed();
 }
@@ -194,6 +192,8 @@ void SourceSession::processState(int state)
         if (m_error.startsWith(m_options.address + QLatin1String(": "))) // the name stands beside it
             m_error.remove(0, m_options.address.size() + 2);
         setState(Failed);
+        if (!m_live) // nobody tries again
+            Q_EMIT problem(m_source->getErrorString());
         scheduleRetry();
         break;
     }

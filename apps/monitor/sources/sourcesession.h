@@ -67,8 +67,8 @@ public:
 
     StreamSource* getSource() { return m_source.get(); }
     const StreamSource* getSource() const { return m_source.get(); }
-    /** What types are taken from that are defined beforehand; messages of other formats may come all the same. */
-    const FormatInfo* getKnownFormat() const { return m_factory->knownFormatOf(m_source->getDecoder()); }
+    /** What types of its messages can be of; empty while it is not known what comes. */
+    QVector<const FormatInfo*> getFormats() const { return m_source->getDecoder()->getFormats(); }
     const ReceptionCounters& getCounters() const { return m_source->getCounters(); }
     /** Who sends what, over all connections and jumps; a row is never taken away. */
     const StreamIdentities& getIdentities() const { return m_identities; }

@@ -378,10 +378,12 @@ private Q_SLOTS:
         const auto row = [](const char* name, const QStringList& arguments, int status, const QString& error) {
             QTest::newRow(name) << arguments << status << "corvel-dump: " + error;
         };
-        row("random", {write("random", random)}, 2,
-            m_folder.filePath("random") + ": no MAVLink frames found, and it is no MCAP recording");
+        row("random", {write("random", random)}, 2, m_folder.filePath("random") + ": not recognised: it begins with ");
         row("text", {write("text", QByteArray("Not a recording.\n").repeated(99))}, 2,
-            m_folder.filePath("text") + ": no MAVLink frames found, and it is no MCAP recording");
+            m_folder.filePath("text") +
+                ": not recognised: it begins with 4E 6F 74 20 61 20 72 65 63 6F 72 64 69 6E 67 2E; what can be read: "
+                "MCAP "
+                "recordings (mcap), MAVLink frames with times before them (tlog), MAVLink frames (raw), ");
         row("empty", {write("empty", "")}, 2, m_folder.filePath("empty") + ": the input is empty");
         row("empty pipe", {"-"}, 2, "standard input: the input is empty");
         row("missing", {m_folder.filePath("none")}, 2, m_folder.filePath("none") + ": No such file or directory");
@@ -395,7 +397,7 @@ private Q_SLOTS:
         row("two inputs", {good, good}, 1, "more than one input is named");
         row("bad option", {"--nonsense", good}, 1, "Unknown option 'nonsense'.");
         row("bad format", {"--format", "xml", good}, 1,
-            "--format is \"xml\"; it can be \"tlog\", \"raw\", \"mcap\" or "
+            "--format is \"xml\"; it can be \"mcap\", \"tlog\", \"raw\" or "
             "\"delimited\"");
         row("bad port", {"udp::99999"}, 1, "udp::99999: \"99999\" is no port; ports are 1 to 65535");
         row("option twice", {"--format", "raw", "--format", "raw", good}, 1, "--format can be given once");
@@ -408,7 +410,7 @@ private Q_SLOTS:
         QFETCH(QString, error);
         const DumpRun run(arguments);
         QCOMPARE(run.status, status);
-        QCOMPARE(run.errors.value(0), error);
+        QVERIFY2(run.errors.value(0).startsWith(error), qPrintable(run.errors.value(0)));
         if (run.status == 1)
             QCOMPARE(run.output, QByteArray());
     }

@@ -185,13 +185,15 @@ void tst_monitor::whatCannotBeOpenedLeavesWhatIsShown()
     window.show();
     window.openSimulation();
     QVERIFY(waitFor([&]() { return findItem(window.getTree(), "ATTITUDE"); }, 30000));
-    QVERIFY(!window.openAddress(noise.fileName()));
-    QVERIFY(window.getLastProblem().contains("noise.tlog"));
+    QVERIFY(window.openAddress(noise.fileName())); // what it is, is found out when it is read
+    QVERIFY(waitFor([&]() { return window.getLastProblem().contains("noise.tlog: not recognised"); }));
     QVERIFY(!window.openAddress(folder.filePath("missing.tlog")));
     QVERIFY(window.getLastProblem().contains("missing.tlog"));
     QVERIFY(!window.openAddress("udp:0.0.0.0:99999"));
     QVERIFY(findItem(window.getTree(), "ATTITUDE"));
-    QCOMPARE(int(window.getSource()->getState()), int(StreamSource::Running));
+    QCOMPARE(int(window.getSources()->getSession(0)->getState()), int(SourceSession::Receiving));
+    QVERIFY(
+        window.getSources()->getSession(1)->getStateText().startsWith("failed: not recognised: it begins with 54 68"));
     closeMessageBoxes(&window);
 }
 

@@ -280,8 +280,11 @@ void tst_monitorsources::annotationsAreForEitherFormat()
     SourceParts parts;
     QString error;
     QVERIFY2(factory.create(options, &parts, &error), qPrintable(error));
-    parts.decoder->publishTypes(&problems);
-    const MessageInfo* const car = factory.knownFormatOf(parts.decoder.get())->getMessageInfo("t.Car");
+    QVERIFY(parts.input->open());
+    QCOMPARE(int(parts.opener->run(parts.input.get(), {}, nullptr)), int(StreamOpener::Opened));
+    const OpenedStream stream = parts.opener->takeStream();
+    stream.decoder->publishTypes(&problems);
+    const MessageInfo* const car = stream.decoder->getFormats().constFirst()->getMessageInfo("t.Car");
     QVERIFY(car && car->getFieldInfo("double"));
     QVERIFY(car->getFieldInfo("speed")->isConfidential());
 

@@ -4,7 +4,7 @@
 #include "mcapstreamdecoder.h"
 #include "message.h"
 #include "messageinfo.h"
-#include "recordingopener.h"
+#include "streamopener.h"
 #include "testbase.h"
 
 #include <QFile>
@@ -234,22 +234,22 @@ private Q_SLOTS:
             bytes += messageRecord(1, i);
         const InputAddress address = InputAddress::ofFile(write(bytes));
         Definitions definitions;
-        RecordingOptions options;
+        StreamOptions options;
         options.definitions = &definitions;
-        const OpenedRecording opened = openRecording(address, options);
-        QVERIFY2(opened.isGood() && opened.index, qPrintable(opened.error));
+        const OpenedInput opened = openStream(address, options);
+        QVERIFY2(opened.input && opened.stream.index, qPrintable(opened.error));
 
         QVector<int> percents;
-        QVERIFY(!opened.index->prepare([&](int percent) {
+        QVERIFY(!opened.stream.index->prepare([&](int percent) {
             percents.append(percent);
             return percent < 50;
         }));
-        QCOMPARE(opened.index->getEndTime(), qint64(Message::NoTime));
+        QCOMPARE(opened.stream.index->getEndTime(), qint64(Message::NoTime));
         QVERIFY(percents.size() > 5 && std::is_sorted(percents.begin(), percents.end()));
         QVERIFY(percents.constLast() < 60);
 
-        QVERIFY(opened.index->prepare(RecordingIndex::GoOn()));
-        QCOMPARE(opened.index->getEndTime(), qint64(999000));
+        QVERIFY(opened.stream.index->prepare(RecordingIndex::GoOn()));
+        QCOMPARE(opened.stream.index->getEndTime(), qint64(999000));
     }
 
 private:

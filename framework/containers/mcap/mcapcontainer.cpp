@@ -1,0 +1,74 @@
+#include "mcapcontainer.h"
+
+#include "definitions.h"
+#include "mcapindex.h"
+#include "mcaprecord.h"
+#include "mcapstreamdecoder.h"
+#include "message.h"
+
+#include <QCoreApplication>
+
+namespace
+{
+
+/** The index of a file, which is made when it is needed: without a summary that takes its time. */
+class LaterMcapIndex : public RecordingIndex
+{
+public:
+    /** @param decoder  is given the index too; must live until it is made */
+    LaterMcapIndex(const QString& path, McapStreamDecoder* decoder)
+        : m_path(path)
+        , m_decoder(decoder)
+    {
+    }
+
+    bool prepare(const GoOn& goOn) override
+    {
+        bool stopped = false;
+        QString error; // a file that cannot be indexed is read all the same, and says then what is wrong
+        m_index.reset(McapIndex::load(m_path, &error, [&](int percent) {
+            stopped = goOn && !goOn(percent);
+            return !stopped;
+        }));
+        if (m_index)
+            m_decoder->setIndex(m_index.get());
+        return !stopped;
+    }
+
+    qint64 getStartTime() const override { return m_index ? m_index->getStartTime() : qint64(Message::NoTime); }
+    qint64 getEndTime() const override { return m_index ? m_index->getEndTime() : qint64(Message::NoTime); }
+    quint64 findOffset(qint64 time) override { return m_index ? m_index->findOffset(time) : 0; }
+
+private:
+    const QString m_path;
+    McapStreamDecoder* const m_decoder;
+    std::unique_ptr<McapIndex> m_index;
+};
+
+Container::Answer recognize(const StreamHead& head, const StreamOptions& options)
+{
+    if (options.container == QLatin1String(McapContainer.name) || McapStreamDecoder::isMcap(head.bytes))
+        return Container::Yes;
+    const QByteArray magic = QByteArray::fromRawData(Mcap::Magic, Mcap::MagicSize);
+    return magic.startsWith(head.bytes) ? Container::More : Container::No;
+}
+
+void create(const StreamHead& head, const StreamOptions& options, OpenedStream* opened)
+{
+    std::unique_ptr<McapStreamDecoder> decoder(new McapStreamDecoder(
+        options.definitions, head.isLive ? McapStreamDecoder::Live : McapStreamDecoder::Recording));
+    if (!head.path.isEmpty())
+        opened->index.reset(new LaterMcapIndex(head.path, decoder.get()));
+    opened->needsIndex = true;
+    opened->decoder = std::move(decoder);
+}
+
+QVector<const FormatInfo*> getFormats(const StreamOptions& options)
+{
+    return options.definitions->getSchemaFormats();
+}
+
+} // namespace
+
+const Container McapContainer = {
+    "mcap", QT_TRANSLATE_NOOP("Container", "MCAP recordings"), "*.mcap", "", recognize, create, getFormats};
