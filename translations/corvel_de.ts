@@ -317,6 +317,41 @@
     </message>
 </context>
 <context>
+    <name>Container</name>
+    <message>
+        <source>a schema and a type must be named to read messages of Protocol Buffers</source>
+        <translation>um Protocol-Buffers-Nachrichten zu lesen, müssen ein Schema und ein Typ genannt werden</translation>
+    </message>
+    <message>
+        <source>the schema has several types; one of them must be named</source>
+        <translation>das Schema hat mehrere Typen; einer davon muss genannt werden</translation>
+    </message>
+    <message>
+        <source>messages of Protocol Buffers with lengths before them, whose type must be named</source>
+        <translation>Protocol-Buffers-Nachrichten mit Längen davor, deren Typ genannt werden muss</translation>
+    </message>
+    <message>
+        <source>MAVLink frames</source>
+        <translation>MAVLink-Rahmen</translation>
+    </message>
+    <message>
+        <source>MCAP recordings</source>
+        <translation>MCAP-Aufzeichnungen</translation>
+    </message>
+    <message>
+        <source>the input is empty</source>
+        <translation>die Eingabe ist leer</translation>
+    </message>
+    <message>
+        <source>not recognised: it begins with %1; what can be read: %2</source>
+        <translation>nicht erkannt: es beginnt mit %1; gelesen werden kann: %2</translation>
+    </message>
+    <message>
+        <source>MAVLink frames with times before them</source>
+        <translation>MAVLink-Rahmen mit Zeiten davor</translation>
+    </message>
+</context>
+<context>
     <name>CsvFile</name>
     <message>
         <source>Comma-separated values (*.csv);;All files (*)</source>
@@ -2066,33 +2101,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     </message>
 </context>
 <context>
-    <name>RecordingOpener</name>
-    <message>
-        <source>the input is empty</source>
-        <translation>die Eingabe ist leer</translation>
-    </message>
-    <message>
-        <source>no lengths of messages found that lead from one to the next</source>
-        <translation>keine Nachrichtenlängen gefunden, die von einer zur nächsten führen</translation>
-    </message>
-    <message>
-        <source>these look like messages of Protocol Buffers with lengths between them; a schema and a type must be named to read them</source>
-        <translation>dies sieht nach Protocol-Buffers-Nachrichten mit Längen dazwischen aus; um sie zu lesen, müssen ein Schema und ein Typ genannt werden</translation>
-    </message>
-    <message>
-        <source>no MAVLink frames found, and it is no MCAP recording</source>
-        <translation>keine MAVLink-Rahmen gefunden, und es ist keine MCAP-Aufzeichnung</translation>
-    </message>
-    <message>
-        <source>a schema and a type must be named to read messages of Protocol Buffers</source>
-        <translation>um Protocol-Buffers-Nachrichten zu lesen, müssen ein Schema und ein Typ genannt werden</translation>
-    </message>
-    <message>
-        <source>the schema has several types; one of them must be named</source>
-        <translation>das Schema hat mehrere Typen; einer davon muss genannt werden</translation>
-    </message>
-</context>
-<context>
     <name>RowToolTips</name>
     <message>
         <source>Path:</source>
@@ -2312,10 +2320,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>%1: recorded to %2</source>
         <translation>%1: in %2 aufgezeichnet</translation>
-    </message>
-    <message>
-        <source>%1: this is %2</source>
-        <translation>%1: es ist %2</translation>
     </message>
     <message>
         <source>%1: other definitions (%2); what came before was counted without them</source>

@@ -16,14 +16,17 @@ static QVector<const Container*> candidates(const StreamOptions& options)
 
 Recognition Recognition::recognize(const StreamHead& head, const StreamOptions& options)
 {
-    bool isOpen = false;
+    const Container* possible = nullptr;
     for (const Container* container : candidates(options)) {
         const Container::Answer answer = container->recognize(head, options);
         if (answer == Container::Yes)
             return {answer, container};
-        isOpen = isOpen || answer == Container::More;
+        if (answer == Container::More)
+            possible = container;
     }
-    return {isOpen && !head.isAll && head.bytes.size() < GreatestHead ? Container::More : Container::No, nullptr};
+    if (!possible || head.isAll || head.bytes.size() >= GreatestHead)
+        return {Container::No, nullptr};
+    return {Container::More, possible};
 }
 
 QString Recognition::describeFailure(const StreamHead& head, const StreamOptions& options)

@@ -36,6 +36,8 @@ QString kindText(const StreamProblem& problem)
         return QStringLiteral("message of the server");
     case StreamProblem::FaultyAnnotation:
         return QStringLiteral("annotation");
+    case StreamProblem::UnrecognizedStream:
+        return problem.text;
     }
     return QString();
 }
@@ -86,7 +88,7 @@ QString StreamProblem::describe(const QString& senderName) const
         if (!senderName.isEmpty())
             line += QStringLiteral(", sender ") + senderName;
     }
-    if (!text.isEmpty())
+    if (!text.isEmpty() && kind != UnrecognizedStream)
         line += QStringLiteral(": ") + text;
     return line;
 }

@@ -96,7 +96,7 @@ struct CORVELFRAMEWORK_EXPORT Container
 struct CORVELFRAMEWORK_EXPORT Recognition
 {
     Container::Answer answer;
-    const Container* container; ///< null without Yes
+    const Container* container; ///< with More, the last of those that it can still be; null with No
 
     /** Asks the containers, or the one that @p options name; nobody asks for more than a recording of 64 KiB. */
     static Recognition recognize(const StreamHead& head, const StreamOptions& options);

@@ -50,7 +50,8 @@ struct CORVELFRAMEWORK_EXPORT StreamProblem
         UnusableDefinition, ///< the stream brings a definition that cannot be used; text tells which and why
         DisorderedTimes,    ///< messages are handed out in another order than that of their times
         ServerNotice,       ///< what a server says of itself; text has it, id is its level: 0, or 1 to warn, or 2
-        FaultyAnnotation    ///< the annotations of a type that came are wrong; text tells where and why
+        FaultyAnnotation,   ///< the annotations of a type that came are wrong; text tells where and why
+        UnrecognizedStream  ///< nobody knows so far what it is that comes; text has its beginning
     };
 
     StreamProblem();

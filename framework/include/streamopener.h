@@ -4,6 +4,7 @@
 #include "byteinput.h"
 #include "container.h"
 
+#include <QElapsedTimer>
 #include <QList>
 
 #include <functional>
@@ -14,8 +15,8 @@ class StreamSink;
  * Finds out what comes from an input, and makes what decodes it.
  *
  * The same for files, pipes and sockets: first bytes are read until a Container knows them for its own, which can be
- * before the first one, and the input hands them out again. What nobody recognises ends a recording; live it is
- * reported, and the search goes on behind it.
+ * before the first one, and the input hands them out again. What nobody recognises ends a recording; live it is told
+ * after a moment, and the search goes on.
  */
 class CORVELFRAMEWORK_EXPORT StreamOpener
 {
@@ -37,8 +38,9 @@ public:
     /**
      * Reads from an open input until it is plain what it brings. Once.
      *
-     * @param goOn  asked every 100 ms while waiting: whether to go on; may be empty
-     * @param sink  told of bytes that are passed over; may be null
+     * @param goOn  asked every 100 ms while waiting: whether to go on; may be empty. When it says no, what comes live
+     * is opened as something that it can be, so that nothing of it is lost.
+     * @param sink  told of bytes that nobody recognises; may be null
      */
     Result run(ByteInput* input, const std::function<bool()>& goOn, StreamSink* sink);
 
@@ -56,12 +58,15 @@ private:
     Q_DISABLE_COPY(StreamOpener)
 
     bool open(const Container* container, const ByteInput& input);
+    void tell(StreamSink* sink);
     void passOver(StreamSink* sink);
 
     StreamOptions m_options;
     StreamHead m_head;
     QList<QByteArray> m_pieces; // that the head consists of
     quint64 m_offset;
+    QElapsedTimer m_sinceFirst; // until what is not recognised was told
+    bool m_isTold;
     OpenedStream m_opened;
     QString m_error;
 };

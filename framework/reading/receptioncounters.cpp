@@ -57,6 +57,7 @@ void ReceptionCounters::countProblem(const StreamProblem& problem)
     case StreamProblem::DisorderedTimes:
     case StreamProblem::ServerNotice:
     case StreamProblem::FaultyAnnotation:
+    case StreamProblem::UnrecognizedStream:
         break; // says nothing about the bytes that came
     }
 }

@@ -28,6 +28,7 @@ CorvelEvent::Type typeOf(StreamProblem::Kind kind)
         return CorvelEvent::TruncatedMessage;
     case StreamProblem::InputFailure:
     case StreamProblem::ServerNotice:
+    case StreamProblem::UnrecognizedStream:
         return CorvelEvent::SourceEvent;
     case StreamProblem::UnusableDefinition:
     case StreamProblem::FaultyAnnotation:

@@ -10,9 +10,13 @@
 
 static const int TimeoutMs = 100;
 
+// A frame that comes bit by bit is there by then.
+static const int PatienceMs = 300;
+
 StreamOpener::StreamOpener(const InputAddress& address, const StreamOptions& options)
     : m_options(options)
     , m_offset(0)
+    , m_isTold(false)
 {
     if (*address.kind->container)
         m_options.container = QLatin1String(address.kind->container);
@@ -25,6 +29,7 @@ StreamOpener::StreamOpener(const InputAddress& address, const StreamOptions& opt
 StreamOpener::StreamOpener(const StreamOptions& options)
     : m_options(options)
     , m_offset(0)
+    , m_isTold(false)
 {
     m_head.isLive = true;
 }
@@ -51,8 +56,12 @@ StreamOpener::Result StreamOpener::run(ByteInput* input, const std::function<boo
         // Much that comes bit by bit is looked at when it has grown by a share, or when nothing comes for a moment.
         while (status == ByteInput::Nothing ? m_head.bytes.size() == looked
                                             : !m_head.isAll && m_head.bytes.size() < looked + looked / 16) {
-            if (goOn && !goOn())
-                return Stopped;
+            if (goOn && !goOn()) {
+                if (!m_head.isLive || !found.container)
+                    return Stopped;
+                m_pieces = {m_head.bytes}; // who is in a hurry reads once more
+                return open(found.container, *input) ? Opened : Failed;
+            }
             QByteArray piece;
             status = input->read(&piece, TimeoutMs);
             if (status == ByteInput::Failed) {
@@ -63,6 +72,12 @@ StreamOpener::Result StreamOpener::run(ByteInput* input, const std::function<boo
             if (status == ByteInput::Data)
                 m_pieces.append(piece);
             m_head.bytes += piece;
+            if (m_head.bytes.isEmpty() || !m_head.isLive || m_isTold)
+                continue;
+            if (!m_sinceFirst.isValid())
+                m_sinceFirst.start();
+            else if (m_sinceFirst.hasExpired(PatienceMs))
+                tell(sink);
         }
     }
 }
@@ -79,14 +94,26 @@ bool StreamOpener::open(const Container* container, const ByteInput& input)
     return true;
 }
 
-/** Gives up the bytes that nobody recognises, with a word about it. */
+void StreamOpener::tell(StreamSink* sink)
+{
+    m_isTold = true;
+    StreamProblem problem;
+    problem.kind = StreamProblem::UnrecognizedStream;
+    problem.offset = m_offset;
+    problem.text = Recognition::describeFailure(m_head, m_options);
+    if (sink)
+        sink->processProblem(problem);
+}
+
+/** Gives up the bytes that nobody recognises. */
 void StreamOpener::passOver(StreamSink* sink)
 {
+    if (!m_isTold)
+        tell(sink);
     StreamProblem problem;
     problem.kind = StreamProblem::SkippedBytes;
     problem.offset = m_offset;
     problem.length = quint64(m_head.bytes.size());
-    problem.text = Recognition::describeFailure(m_head, m_options);
     if (sink)
         sink->processProblem(problem);
     m_offset += problem.length;
