@@ -3,7 +3,6 @@
 #include "plotseries.h"
 #include "plotview.h"
 #include "testbase.h"
-#include "treeactions.h"
 #include "treedesk.h"
 #include "treerow.h"
 
@@ -212,6 +211,7 @@ void tst_monitorplot::rowsAreDroppedAndSavedAsValues()
     QCoreApplication::sendEvent(plot, &drop);
     desk.tree.setCurrentItem(desk.find("NAV_STATE/text"));
     QSignalSpy said(&desk, &Desk::said);
+    QCoreApplication::sendEvent(plot, &enter);
     QCoreApplication::sendEvent(plot, &drop);
     QCOMPARE(said.value(0).value(0).toString(), QString("Only numbers can be plotted."));
     desk.plot.plot("desk/NAV_STATE/ground_speed");
