@@ -49,8 +49,6 @@ void AbstractFieldTreeWidgetItem::append(List* list, AbstractFieldTreeWidgetItem
 QList<QTreeWidgetItem*> AbstractFieldTreeWidgetItem::release(List* list, int size)
 {
     CORVEL_DEBUG_HOOK();
-    if (size == 0)
-        RowGuard::breakAll(list);
     QList<QTreeWidgetItem*> rows;
     for (int i = size; i < list->size(); ++i) {
         if (AbstractFieldTreeWidgetItem* row = list->at(i)) {
@@ -60,6 +58,13 @@ QList<QTreeWidgetItem*> AbstractFieldTreeWidgetItem::release(List* list, int siz
     }
     list->resize(size);
     return rows;
+}
+
+QList<QTreeWidgetItem*> AbstractFieldTreeWidgetItem::releaseAll(List* list)
+{
+    CORVEL_DEBUG_HOOK();
+    RowGuard::breakAll(list);
+    return release(list, 0);
 }
 
 bool AbstractFieldTreeWidgetItem::deliver(List* list, const Message* message)

@@ -24,8 +24,10 @@ public:
      */
     typedef QVector<AbstractFieldTreeWidgetItem*> List;
     static void append(List* list, AbstractFieldTreeWidgetItem* row);
-    /** Shortens @p list; gives those of the rows left out that still exist. To nothing, it ends what is under way. */
+    /** Shortens @p list; gives those of the rows left out that still exist. */
     static QList<QTreeWidgetItem*> release(List* list, int size);
+    /** Empties @p list, which ends what is under way with it; gives the same. */
+    static QList<QTreeWidgetItem*> releaseAll(List* list);
     /** Hands @p message to all rows; false when something newer came, or the list is gone. */
     static bool deliver(List* list, const Message* message);
     /** Clears the values of all rows; false as above. */

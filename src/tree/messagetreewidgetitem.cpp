@@ -73,7 +73,7 @@ MessageTreeWidgetItem::~MessageTreeWidgetItem()
     retire();
     RowGuard::breakAll(&m_messageNeed);
     RowGuard::breakAll(&m_childRows);
-    AbstractFieldTreeWidgetItem::release(&m_childRowsInOrder, 0);
+    AbstractFieldTreeWidgetItem::releaseAll(&m_childRowsInOrder);
     setDisplayedMessage(nullptr);
     m_messageInfo = nullptr;
     // While the row is whole, for whoever is told of it.
@@ -294,7 +294,7 @@ void MessageTreeWidgetItem::deleteAllChildItems()
 {
     CORVEL_DEBUG_HOOK();
     RowGuard::breakAll(&m_childRows);
-    AbstractFieldTreeWidgetItem::release(&m_childRowsInOrder, 0);
+    AbstractFieldTreeWidgetItem::releaseAll(&m_childRowsInOrder);
     m_childRows = QHash<const FieldInfo*, AbstractFieldTreeWidgetItem*>();
     m_confidentialityRow = nullptr;
     deleteAllRows();

@@ -28,7 +28,7 @@ RepeatedFieldTreeWidgetItem::~RepeatedFieldTreeWidgetItem()
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("RepeatedFieldTreeWidgetItem");
     retire();
-    release(&m_childRows, 0);
+    releaseAll(&m_childRows);
 }
 
 void RepeatedFieldTreeWidgetItem::setFieldInfo(const FieldInfo* field)
@@ -120,7 +120,7 @@ void RepeatedFieldTreeWidgetItem::updateChildItems(const Message* message)
 void RepeatedFieldTreeWidgetItem::deleteAllChildItems()
 {
     CORVEL_DEBUG_HOOK();
-    release(&m_childRows, 0);
+    releaseAll(&m_childRows);
     deleteAllRows();
 }
 

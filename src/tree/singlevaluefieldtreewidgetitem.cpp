@@ -26,7 +26,7 @@ SingleValueFieldTreeWidgetItem::~SingleValueFieldTreeWidgetItem()
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("SingleValueFieldTreeWidgetItem");
     retire();
-    release(&m_subFieldRows, 0);
+    releaseAll(&m_subFieldRows);
 }
 
 void SingleValueFieldTreeWidgetItem::setFieldInfo(const FieldInfo* field)
@@ -151,7 +151,7 @@ void SingleValueFieldTreeWidgetItem::ensureChildItems()
     QVector<const FieldInfo*> subFields;
     if (getFieldInfo())
         subFields = getFieldInfo()->getSubFieldInfos();
-    const QList<QTreeWidgetItem*> old = release(&m_subFieldRows, 0);
+    const QList<QTreeWidgetItem*> old = releaseAll(&m_subFieldRows);
     const RowGuard newest(&m_subFieldRows);
     if (!old.isEmpty())
         deleteRows(old);

@@ -37,22 +37,32 @@ static QStringList textsBelow(const QTreeWidgetItem* parent, const QVector<int>&
     return blocks.isEmpty() ? blocks : blocks.join(QLatin1String("\n")).split(QLatin1Char('\n'));
 }
 
+/** The first place where @p shown is not what was @p expected, with a few lines from there on. */
 static QString difference(const QString& what, const QStringList& shown, const QStringList& expected)
 {
-    return what + QLatin1String(" shows\n    ") + shown.join(QLatin1String("\n    ")) +
-           QLatin1String("\nand not\n    ") + expected.join(QLatin1String("\n    "));
+    int line = 0;
+    while (line < shown.size() && line < expected.size() && shown.at(line) == expected.at(line))
+        ++line;
+    const QString separator = QLatin1String("\n    ");
+    return what + QString::fromLatin1(" shows from line %1 on").arg(line) + separator +
+           shown.mid(line, 8).join(separator) + QLatin1String("\nand not") + separator +
+           expected.mid(line, 8).join(separator);
 }
 
 QStringList Desk::checkTree(Tree* tree, const QString& when)
 {
     Tree fresh;
-    fresh.setColumns(tree->getColumns());
     fresh.setShowPrimaryFieldsOnly(!tree->mustShowFieldsWithRole(FieldInfo::SecondaryRole));
     fresh.setShowVirtualFields(tree->mustShowVirtualFields());
+    // What stands in columns that the tree does not manage is nobody's.
+    QVector<Tree::ColumnType> types = tree->getColumns();
+    types.erase(std::remove(types.begin(), types.end(), Tree::NoColumn), types.end());
+    fresh.setColumns(types);
     QVector<int> columns;
-    for (int i = 0; i < tree->getColumns().size(); ++i) {
-        if (tree->getColumns().at(i) != Tree::NoColumn)
-            columns.append(i);
+    QVector<int> freshColumns;
+    for (int i = 0; i < types.size(); ++i) {
+        columns.append(tree->getColumnIndex(types.at(i)));
+        freshColumns.append(i);
     }
     QStringList complaints;
     Q_FOREACH (AbstractMessageTreeWidgetItem* item, tree->getTopLevelAbstractMessageTreeWidgetItems()) {
@@ -70,7 +80,7 @@ QStringList Desk::checkTree(Tree* tree, const QString& when)
             continue; // which optional fields were missing is remembered when values are cleared
         const bool sorted = when.isEmpty();
         const QStringList shown = textsBelow(row, columns, sorted);
-        const QStringList expected = textsBelow(freshRow, columns, sorted);
+        const QStringList expected = textsBelow(freshRow, freshColumns, sorted);
         if (shown != expected)
             complaints.append(difference(QLatin1String("The row of ") + info->getName() + when, shown, expected));
     }

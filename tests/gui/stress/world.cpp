@@ -60,7 +60,8 @@ void World::addFields(MessageInfo* info, int number)
         const int choice = first + m_chance->below(static_cast<int>(m_infos.size()) - first);
         if (subMessages < 2 && choice < m_infos.size() && m_chance->percent(25)) {
             ++subMessages;
-            const int flags = m_chance->below(4) | (m_chance->percent(10) ? TestFieldInfo::Secondary : 0) |
+            const int flags = (m_tame ? m_chance->below(2) * TestFieldInfo::Repeated : m_chance->below(4)) |
+                              (m_chance->percent(10) ? TestFieldInfo::Secondary : 0) |
                               (m_chance->percent(10) ? TestFieldInfo::Confidential : 0);
             info->addField(new TestFieldInfo(numbered("sub", i), flags, FieldType(m_infos.at(choice))));
         } else {

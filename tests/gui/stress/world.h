@@ -25,8 +25,9 @@ public:
     TestMessage* createMessage(const MessageInfo* info);
 
     /**
-     * Whether what a row shows is told by its last message alone. Sub-messages of other types than announced, plain
-     * fields without a value and types that contain themselves leave something of earlier messages.
+     * Whether what a row shows is told by its last message alone. Sub-messages of other types than announced, fields
+     * without a value, sub-messages that may be left out and types that contain themselves leave something of earlier
+     * messages.
      */
     bool isTame() const { return m_tame; }
 
