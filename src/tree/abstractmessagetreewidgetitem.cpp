@@ -137,6 +137,11 @@ bool AbstractMessageTreeWidgetItem::deleteRows(const QList<QTreeWidgetItem*>& ro
     const RowGuard self(this);
     if (tree && tree->m_holds > 0) {
         Q_FOREACH (QTreeWidgetItem* item, rows) {
+            // Whoever is told of one row's deletion may delete others, or this one.
+            if (self.isBroken())
+                return false;
+            if (indexOfChild(item) < 0)
+                continue;
             AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(item);
             if (!row)
                 delete item;
