@@ -33,18 +33,18 @@ public:
         return QStringLiteral("ws://127.0.0.1:%1").arg(m_server.serverPort());
     }
 
-    /** A channel of the type Point of @p package. */
+    /** A channel of the type Point of @p package, see McapFixtures::schema(). */
     static QJsonObject channel(int id, const QString& topic, const QString& encoding = QStringLiteral("protobuf"),
-                               const QString& package = QStringLiteral("demo"))
+                               const QString& package = QStringLiteral("demo"), const char* more = nullptr)
     {
-        return QJsonObject{
-            {QStringLiteral("id"), id},
-            {QStringLiteral("topic"), topic},
-            {QStringLiteral("encoding"), encoding},
-            {QStringLiteral("schemaName"), package + QStringLiteral(".Point")},
-            {QStringLiteral("schema"), encoding == QLatin1String("protobuf")
-                                           ? QString::fromLatin1(McapFixtures::schema(package.toLatin1()).toBase64())
-                                           : QStringLiteral("{}")}};
+        return QJsonObject{{QStringLiteral("id"), id},
+                           {QStringLiteral("topic"), topic},
+                           {QStringLiteral("encoding"), encoding},
+                           {QStringLiteral("schemaName"), package + QStringLiteral(".Point")},
+                           {QStringLiteral("schema"),
+                            encoding == QLatin1String("protobuf")
+                                ? QString::fromLatin1(McapFixtures::schema(package.toLatin1(), more).toBase64())
+                                : QStringLiteral("{}")}};
     }
 
     void send(const QJsonObject& object)

@@ -25,13 +25,14 @@ inline QByteArray number(int field, int value)
     return QByteArray(1, char(field << 3)) + char(value);
 }
 
-/** The FileDescriptorSet. */
-inline QByteArray schema(const QByteArray& package = "demo")
+/** The FileDescriptorSet; with @p more the type has a third field of that name. */
+inline QByteArray schema(const QByteArray& package = "demo", const char* more = nullptr)
 {
     const auto field = [](const char* name, int no, int type) {
         return part(2, part(1, name) + number(3, no) + number(4, 1) + number(5, type));
     };
-    const QByteArray point = part(1, "Point") + field("x", 1, 1) + field("n", 2, 13);
+    const QByteArray point =
+        part(1, "Point") + field("x", 1, 1) + field("n", 2, 13) + (more ? field(more, 3, 13) : QByteArray());
     return part(1, part(1, package + ".proto") + part(2, package) + part(4, point) + part(12, "proto3"));
 }
 

@@ -153,41 +153,41 @@ void tst_monitorsources::aSerialDeviceGoesOnWhenItIsPluggedInAgain()
     SourceSession::setSecondOfWaiting(1000);
 }
 
-// Two topics of one type and one of another: whoever goes by the numbers of channels takes them for one another.
+// Two topics of one type and one of another: whoever goes by the numbers of channels takes them for one another. In the
+// end, the other type is another one of that name.
 void tst_monitorsources::aServerThatStartsAnewMixesNothingUp()
 {
     SourceSession::setSecondOfWaiting(5);
     FoxgloveServer server("foxglove.sdk.v1");
     TestWindow window;
     window.show();
-    window.getWatches()->pin("protobuf/other.Point/n");
+    window.getWatches()->pin("protobuf/demo.Point/n");
     window.getPlot()->plot("protobuf/demo.Point/n");
     QVERIFY(window.openAddress(server.address()));
     SourceSession* const session = window.getSources()->getSession(0);
     const QString path = m_folder.filePath("restarted.mcap");
     QString error;
     QVERIFY2(session->startRecording(path, &error), qPrintable(error));
-    const QStringList topics{"/a", "/b", "/c"};
-    for (int start = 0; start < 2; ++start) {
+    const QByteArray orders[] = {"abc", "cba", "bCa"};
+    for (int start = 0; start < 3; ++start) {
         QVERIFY(
             waitFor([&]() { return server.clients == start + 1 && session->getState() == SourceSession::Receiving; }));
         QJsonArray channels;
-        for (int i = 0; i < 3; ++i) {
-            const QString topic = topics.at(start == 0 ? i : 2 - i);
-            channels.append(FoxgloveServer::channel(i + 1, topic, "protobuf", topic == "/c" ? "other" : "demo"));
-        }
+        for (const char topic : orders[start])
+            channels.append(FoxgloveServer::channel(int(channels.size()) + 1, QString("/%1").arg(topic).toLower(),
+                                                    "protobuf", topic < 'c' && topic > 'C' ? "demo" : "other",
+                                                    topic == 'C' ? "m" : nullptr));
         server.advertise(channels);
         QVERIFY(waitFor([&]() { return server.subscriptions.size() == 3; }));
-        for (int i = 0; i < 3; ++i)
-            server.sendPoint(server.subscription(i),
-                             10 * (start == 0 ? i + 1 : 3 - i) + start); // 10, 20, 30; 31, 21, 11
+        for (int i = 0; i < 3; ++i) // 10, 20, 30; 31, 21, 11; 22, 32, 12
+            server.sendPoint(server.subscription(i), 10 * ((orders[start].at(i) | 32) - 'a' + 1) + start);
         QVERIFY(waitFor([&]() { return session->getCounters().getMessageCount() == quint64(3 * (start + 1)); }));
         server.socket()->close();
     }
     session->stopRecording();
     SourceSession::setSecondOfWaiting(1000);
 
-    QCOMPARE(statisticsNames(window), QStringList({"demo.Point (/a) 2", "demo.Point (/b) 2", "other.Point (/c) 2"}));
+    QCOMPARE(statisticsNames(window), QStringList({"demo.Point (/a) 3", "demo.Point (/b) 3", "other.Point (/c) 3"}));
     QStringList shown;
     QVERIFY(waitFor([&]() {
         shown.clear();
@@ -195,13 +195,13 @@ void tst_monitorsources::aServerThatStartsAnewMixesNothingUp()
             shown.append(window.getTree()->topLevelItem(i)->text(0) + ' ' +
                          window.getTree()->topLevelItem(i)->child(1)->text(2));
         shown.append(window.getWatches()->getWatches().first()->getText());
-        return shown == QStringList({"demo.Point 11", "other.Point 31", "31"});
+        return shown == QStringList({"demo.Point 12", "other.Point 32", "12"});
     }));
     QStringList plotted;
     for (const auto& series : window.getPlot()->getSeries())
         plotted.append(
             QString("%1 %2 %3").arg(series->getSender(), series->getValueText()).arg(series->getMessageCount()));
-    QCOMPARE(plotted, QStringList({"/a 11 2", "/b 21 2"}));
+    QCOMPARE(plotted, QStringList({"/a 12 3", "/b 22 3"}));
 
     QProcess dump;
     dump.start(CORVEL_DUMP_PROGRAM, {"--stats", path});
@@ -211,7 +211,7 @@ void tst_monitorsources::aServerThatStartsAnewMixesNothingUp()
     for (const QJsonValue& row : statistics.value("statistics").toArray())
         recorded.append(row["type"].toString() + ' ' + row["sender"].toString() + ' ' +
                         QString::number(row["messages"].toInt()));
-    QCOMPARE(recorded, QStringList({"demo.Point /a 2", "demo.Point /b 2", "other.Point /c 2"}));
+    QCOMPARE(recorded, QStringList({"demo.Point /a 3", "demo.Point /b 3", "other.Point /c 2", "other.Point /c 1"}));
 }
 
 void tst_monitorsources::twoSourcesOfOneSenderStayApart()
