@@ -60,5 +60,9 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
     options->interpreted = parser.isSet(interpreted);
     options->statistics = parser.isSet(stats);
     options->confidential = parser.isSet(confidential);
+    if (options->interpreted && options->statistics) {
+        *text = QStringLiteral("--stats prints no values that --interpreted could change");
+        return Wrong;
+    }
     return Run;
 }

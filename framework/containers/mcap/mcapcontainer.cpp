@@ -8,6 +8,9 @@
 
 #include <QCoreApplication>
 
+#include <functional>
+#include <numeric>
+
 namespace
 {
 
@@ -45,16 +48,32 @@ private:
     std::unique_ptr<McapIndex> m_index;
 };
 
+// Of a recording that is told to be one the very beginning may be damaged.
+const int LeastOfMagic = 5;
+
 Container::Answer recognize(const StreamHead& head, const StreamOptions& options)
 {
-    if (options.container == QLatin1String(McapContainer.name) || McapStreamDecoder::isMcap(head.bytes))
+    if (McapStreamDecoder::isMcap(head.bytes))
         return Container::Yes;
-    const QByteArray magic = QByteArray::fromRawData(Mcap::Magic, Mcap::MagicSize);
-    return magic.startsWith(head.bytes) ? Container::More : Container::No;
+    if (options.container != QLatin1String(McapContainer.name)) {
+        const QByteArray magic = QByteArray::fromRawData(Mcap::Magic, Mcap::MagicSize);
+        return magic.startsWith(head.bytes) ? Container::More : Container::No;
+    }
+    if (head.bytes.size() < Mcap::MagicSize)
+        return Container::More;
+    return std::inner_product(Mcap::Magic, Mcap::Magic + Mcap::MagicSize, head.bytes.constBegin(), 0, std::plus<int>(),
+                              std::equal_to<char>()) >= LeastOfMagic
+               ? Container::Yes
+               : Container::No;
 }
 
 void create(const StreamHead& head, const StreamOptions& options, OpenedStream* opened)
 {
+    if (!options.typeName.isEmpty()) {
+        opened->error = QCoreApplication::translate(
+            "Container", "an MCAP recording says itself of what types its messages are; none can be named");
+        return;
+    }
     std::unique_ptr<McapStreamDecoder> decoder(new McapStreamDecoder(
         options.definitions, head.isLive ? McapStreamDecoder::Live : McapStreamDecoder::Recording));
     if (!head.path.isEmpty())

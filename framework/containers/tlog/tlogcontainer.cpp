@@ -17,8 +17,6 @@ MavlinkDialect* dialectOf(const StreamOptions& options)
 
 Container::Answer recognize(const StreamHead& head, const StreamOptions& options)
 {
-    if (options.container == QLatin1String(TlogContainer.name))
-        return Container::Yes;
     if (!options.typeName.isEmpty())
         return Container::No;
     MavlinkStreamDecoder::Layout layout = MavlinkStreamDecoder::RawLayout;

@@ -400,6 +400,19 @@ private Q_SLOTS:
             "--format is \"xml\"; it can be \"mcap\", \"tlog\", \"raw\" or "
             "\"delimited\"");
         row("bad port", {"udp::99999"}, 1, "udp::99999: \"99999\" is no port; ports are 1 to 65535");
+        McapFixtures::Recording recording(McapFixtures::settings(McapWriter::Lz4, 100));
+        recording.writer.writeMessage(recording.addPoints("/p"), 0, 0, McapFixtures::point(1));
+        const QString mcap = write("good.mcap", recording.finished());
+        const QString refusal = ": an MCAP recording says itself of what types its messages are; none can be named";
+        row("mcap with a type", {"--type", "demo.Point", mcap}, 2, mcap + refusal);
+        row("told mcap with a type", {"--type", "demo.Point", "--format", "mcap", mcap}, 2, mcap + refusal);
+        row("no mcap", {"--format", "mcap", good}, 2, good + ": not recognised: it begins with FE 09 01 07 09 00 2A ");
+        row("no tlog", {"--format", "tlog", mcap}, 2, mcap + ": not recognised: it begins with 89 4D 43 41 50 30 0D ");
+        row("empty mcap", {"--format", "mcap", m_folder.filePath("empty")}, 2,
+            m_folder.filePath("empty") + ": the input is empty");
+        row("empty tlog", {"--format", "tlog", "-"}, 2, "standard input: the input is empty");
+        row("values of counts", {"--interpreted", "--stats", good}, 1,
+            "--stats prints no values that --interpreted could change");
         row("option twice", {"--format", "raw", "--format", "raw", good}, 1, "--format can be given once");
     }
 

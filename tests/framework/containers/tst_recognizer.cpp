@@ -109,7 +109,7 @@ void tst_Recognizer::streamsAreRecognised()
         {"cut+frame1+frame2", "raw 21"},
         {"tlog", "tlog 29"},
         {"noise+tlog", "tlog 78"},
-        {"tlog mcap", "mcap 0"},
+        {"tlog mcap", "none"},
         {"varint typed", "delimited 14"},
         {"u32 typed", "delimited 17"},
         {"u32 delimited", "delimited 17"},
