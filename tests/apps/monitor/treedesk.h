@@ -24,7 +24,7 @@ struct TreeDesk : Desk
         , mode(new TestFieldInfo("mode", TestFieldInfo::Plain, FieldType(FieldType::UnsignedType, 1, "uint8")))
         , text(new TestFieldInfo("text", TestFieldInfo::String))
         , cells(new TestFieldInfo("cells", TestFieldInfo::Repeated, FieldType(FieldType::SignedType, 4, "int32")))
-        , point("Point", false)
+        , point(new MessageInfo("Point", false))
         , x(new TestFieldInfo("x"))
         , place(nullptr)
         , panels(this, rows())
@@ -36,14 +36,15 @@ struct TreeDesk : Desk
         speed->setDescription("Speed over <ground>");
         speed->setRangeText("0 to 80");
         mode->setEnumerators({FieldInfo::Enumerator(1, "IDLE", "waits"), FieldInfo::Enumerator(2, "FLYING")}, false);
-        point.addField(x);
-        place = new TestFieldInfo("place", TestFieldInfo::Repeated, FieldType(&point));
+        point->addField(x);
+        place = new TestFieldInfo("place", TestFieldInfo::Repeated, FieldType(point));
         nav->setShortDescriptiveText("Where it is");
         for (TestFieldInfo* field : {speed, mode, text, place})
             nav->addField(field);
         battery->addField(cells);
         format.addMessageInfo(nav);
         format.addMessageInfo(battery);
+        format.addMessageInfo(point);
         FormatRegistry::getInstance()->addFormat(&format);
         tree.setColumns({MessageTreeWidget::NameColumn, MessageTreeWidget::ValueColumn});
         add(battery);
@@ -76,8 +77,8 @@ struct TreeDesk : Desk
     {
         TestMessage* const message = new TestMessage(nav);
         message->set(speed, number)->set(mode, FieldValue::fromUnsigned(state, 1))->setText(text, "hello \"you\"");
-        TestMessage* const first = new TestMessage(&point);
-        TestMessage* const second = new TestMessage(&point);
+        TestMessage* const first = new TestMessage(point);
+        TestMessage* const second = new TestMessage(point);
         message->setSubMessages(place, {first->set(x, 1.5), second->set(x, 2.5)});
         return message;
     }
@@ -134,7 +135,7 @@ struct TreeDesk : Desk
     TestFieldInfo* mode;
     TestFieldInfo* text;
     TestFieldInfo* cells;
-    MessageInfo point;
+    MessageInfo* point;
     TestFieldInfo* x;
     TestFieldInfo* place;
     PanelSet panels;

@@ -1,15 +1,10 @@
 #include "eventlogtablewidget.h"
-#include "formatinfo.h"
-#include "formatregistry.h"
-#include "latestmessagesource.h"
-#include "messageneed.h"
 #include "messagestatisticswidget.h"
 #include "messagetreewidget.h"
-#include "messagetreewidgetitem.h"
 #include "pathexpressionlineedit.h"
+#include "plotseries.h"
 #include "settingsfile.h"
 #include "testbase.h"
-#include "testformat.h"
 #include "testwindow.h"
 #include "waitfor.h"
 #include "watch.h"
@@ -18,7 +13,6 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QImage>
-#include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -30,56 +24,37 @@ class tst_monitor : public TestBase
 private Q_SLOTS:
     void aSimulatedVehicleFillsTheViews();
     void watchesFollowTheirExpressions();
-    void watchesLookIntoSubMessages();
     void aDamagedSettingsFileIsPutAside();
-    void whatCannotBeOpenedLeavesWhatIsShown();
     void theProgramSavesAPicture();
     void theProgramSaysWhatIsWrong();
 };
-
-static QTreeWidgetItem* findItem(const QTreeWidget* tree, const QString& type, const QString& field = QString())
-{
-    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
-        QTreeWidgetItem* row = tree->topLevelItem(i);
-        if (row->text(0) != type)
-            continue;
-        if (field.isEmpty())
-            return row;
-        for (int j = 0; j < row->childCount(); ++j)
-            if (row->child(j)->text(0) == field)
-                return row->child(j);
-    }
-    return nullptr;
-}
-
-static QString valueText(MessageTreeWidget* tree, const QString& type, const QString& field)
-{
-    const QTreeWidgetItem* item = findItem(tree, type, field);
-    return item ? item->text(tree->getColumnIndex(MessageTreeWidget::ValueColumn)) : QString();
-}
-
-static void closeMessageBoxes(QWidget* window)
-{
-    for (QMessageBox* box : window->findChildren<QMessageBox*>())
-        box->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
 
 void tst_monitor::aSimulatedVehicleFillsTheViews()
 {
     TestWindow window;
     window.find<TypePanel>()->chooseWhenSeen({"ATTITUDE"});
+    window.getPlot()->plot("corvel/ATTITUDE/roll");
     window.show();
     window.openSimulation();
     QVERIFY(waitFor([&]() { return window.getTree()->topLevelItemCount() >= 10; }, 30000));
-    QVERIFY(waitFor([&]() { return !valueText(window.getTree(), "ATTITUDE", "roll").isEmpty(); }));
-    const QString before = valueText(window.getTree(), "ATTITUDE", "roll");
-    QVERIFY(waitFor([&]() { return valueText(window.getTree(), "ATTITUDE", "roll") != before; }));
+    const QTreeWidgetItem* const roll =
+        window.getTree()->findItems("roll", Qt::MatchExactly | Qt::MatchRecursive).value(0);
+    QVERIFY(roll && waitFor([&]() { return !roll->text(2).isEmpty(); }));
+    const QString before = roll->text(2);
+    QVERIFY(waitFor([&]() { return roll->text(2) != before; }));
 
     // One format below which stands a row for each type.
     QVERIFY(waitFor([&]() { return window.getStatistics()->topLevelItemCount() == 1; }));
     QVERIFY(window.getStatistics()->topLevelItem(0)->childCount() >= 10);
     QVERIFY(window.getEvents()->rowCount() >= 1);
+    // The plot has every message, fifty a second, of which the other views show twenty.
+    const PlotSeries* const series = window.getPlot()->getSeries().front().get();
+    QVERIFY(waitFor([&]() { return series->getMessageCount() >= 30; }));
+    quint64 received = 0;
+    const QVector<StreamIdentities::Row> rows = window.getSource()->getIdentities().getRows();
+    for (int i = 0; i < rows.size(); ++i)
+        received += rows.at(i).typeName == "ATTITUDE" ? window.getSource()->getCounters().getCount(i) : 0;
+    QCOMPARE(series->getMessageCount(), received);
     bool isForm = false;
     for (const QWidget* widget : window.findChildren<QWidget*>())
         isForm = isForm || widget->windowTitle() == "ATTITUDE";
@@ -116,46 +91,6 @@ void tst_monitor::watchesFollowTheirExpressions()
     QCOMPARE(bar->getWatches().last()->getExpression(), pinned.last());
 }
 
-void tst_monitor::watchesLookIntoSubMessages()
-{
-    FormatInfo format("rig");
-    MessageInfo* position = new MessageInfo("Position", false);
-    TestFieldInfo* x = new TestFieldInfo("x");
-    position->addField(x);
-    MessageInfo* vehicle = new MessageInfo("Vehicle");
-    TestFieldInfo* places = new TestFieldInfo("places", TestFieldInfo::Repeated, FieldType(position));
-    vehicle->addField(places);
-    MessageInfo* received = new MessageInfo("Position"); // the same type, received on its own
-    TestFieldInfo* receivedX = new TestFieldInfo("x");
-    received->addField(receivedX);
-    format.addMessageInfo(vehicle);
-    format.addMessageInfo(position);
-    format.addMessageInfo(received);
-    FormatRegistry::getInstance()->addFormat(&format);
-    const auto placed = [&](double value) { return (new TestMessage(position))->set(x, value); };
-    MessageReference two = MessageReference::adopt(new TestMessage(vehicle));
-    static_cast<TestMessage*>(const_cast<Message*>(two.get()))->setSubMessages(places, {placed(1.5), placed(2.5)});
-    const MessageReference none = MessageReference::adopt(new TestMessage(vehicle));
-
-    LatestMessageSource source;
-    MessageNeed need(nullptr);
-    need.setMessageNeeded(vehicle);
-    Watch watch("rig/Vehicle/places[1]/x", QString(), &source);
-    QVERIFY(source.deliver(two.get()));
-    QCOMPARE(watch.getText(), QString("2.5"));
-    const Watch all("rig/Vehicle/places/x", QString(), &source);
-    QVERIFY(source.deliver(two.get()));
-    QCOMPARE(all.getText(), QString("1.5, 2.5"));
-    QVERIFY(source.deliver(none.get()));
-    QCOMPARE(watch.getText() + ' ' + all.getText(), QString("N/A N/A"));
-
-    need.setMessageNeeded(received);
-    Watch other("rig/Position/x", QString(), &source);
-    const MessageReference own = MessageReference::adopt((new TestMessage(received))->set(receivedX, 3.5));
-    QVERIFY(source.deliver(own.get()));
-    QCOMPARE(other.getText(), QString("3.5"));
-}
-
 void tst_monitor::aDamagedSettingsFileIsPutAside()
 {
     QTemporaryDir folder;
@@ -172,29 +107,6 @@ void tst_monitor::aDamagedSettingsFileIsPutAside()
     QFile aside(path + ".damaged");
     QVERIFY(aside.open(QIODevice::ReadOnly));
     QCOMPARE(aside.readAll(), damage);
-}
-
-void tst_monitor::whatCannotBeOpenedLeavesWhatIsShown()
-{
-    QTemporaryDir folder;
-    QFile noise(folder.filePath("noise.tlog"));
-    QVERIFY(noise.open(QIODevice::WriteOnly));
-    noise.write("This is a letter and no recording at all.");
-    noise.close();
-    TestWindow window;
-    window.show();
-    window.openSimulation();
-    QVERIFY(waitFor([&]() { return findItem(window.getTree(), "ATTITUDE"); }, 30000));
-    QVERIFY(window.openAddress(noise.fileName())); // what it is, is found out when it is read
-    QVERIFY(waitFor([&]() { return window.getLastProblem().contains("noise.tlog: not recognised"); }));
-    QVERIFY(!window.openAddress(folder.filePath("missing.tlog")));
-    QVERIFY(window.getLastProblem().contains("missing.tlog"));
-    QVERIFY(!window.openAddress("udp:0.0.0.0:99999"));
-    QVERIFY(findItem(window.getTree(), "ATTITUDE"));
-    QCOMPARE(int(window.getSources()->getSession(0)->getState()), int(SourceSession::Receiving));
-    QVERIFY(
-        window.getSources()->getSession(1)->getStateText().startsWith("failed: not recognised: it begins with 54 68"));
-    closeMessageBoxes(&window);
 }
 
 struct Run

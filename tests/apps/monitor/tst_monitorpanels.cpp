@@ -3,6 +3,8 @@
 #include "eventpanel.h"
 #include "testbase.h"
 #include "treedesk.h"
+#include "watch.h"
+#include "watchbar.h"
 
 #include <QDockWidget>
 #include <QLabel>
@@ -22,6 +24,7 @@ private Q_SLOTS:
     void allWhoAskSeeEveryMessage();
     void theNewestEventStaysInSight();
     void eventsLeadToTheirTimes();
+    void watchesLookIntoSubMessages();
 };
 
 namespace
@@ -171,6 +174,31 @@ void tst_monitorpanels::eventsLeadToTheirTimes()
     panel.getTable()->setCurrentCell(0, 0);
     Q_EMIT panel.getTable()->doubleClicked(panel.getTable()->currentIndex());
     QCOMPARE(said.value(0).value(0).toString(), QString("No recording that is open has this time."));
+}
+
+void tst_monitorpanels::watchesLookIntoSubMessages()
+{
+    TreeDesk desk;
+    MessageInfo* const own = new MessageInfo("Point"); // the same type, received on its own
+    TestFieldInfo* const ownX = new TestFieldInfo("x");
+    own->addField(ownX);
+    FormatRegistry::getInstance()->removeFormat(&desk.format);
+    desk.format.addMessageInfo(own);
+    FormatRegistry::getInstance()->addFormat(&desk.format);
+    WatchBar bar(&desk);
+    for (const char* expression : {"desk/NAV_STATE/place[1]/x", "desk/NAV_STATE/place/x", "desk/Point/x"})
+        bar.pin(expression);
+    const auto texts = [&bar]() {
+        QStringList texts;
+        for (const Watch* watch : bar.getWatches())
+            texts << watch->getText();
+        return texts.join(" | ");
+    };
+    desk.send(desk.createNav(1));
+    desk.send((new TestMessage(own))->set(ownX, 3.5));
+    QCOMPARE(texts(), QString("2.5 | 1.5, 2.5 | 3.5"));
+    desk.send(new TestMessage(desk.nav));
+    QCOMPARE(texts(), QString("N/A | N/A | 3.5"));
 }
 
 QTEST_MAIN(tst_monitorpanels)

@@ -1,9 +1,7 @@
 #include "corvel.h"
-#include "eventlogtablewidget.h"
 #include "fieldvaluelabel.h"
 #include "mavlinkdialect.h"
 #include "mavlinkencoder.h"
-#include "messageinfo.h"
 #include "messagetreewidget.h"
 #include "messagewidget.h"
 #include "plotseries.h"
@@ -298,12 +296,18 @@ void tst_monitorplayback::aSenderStaysChosenWhenItGetsAnotherName()
 void tst_monitorplayback::whatCannotBeOpenedIsToldInOneBox()
 {
     TestWindow window;
-    window.show();
-    QVERIFY(!window.openAll({m_flight, m_folder.filePath("missing"), m_folder.path()}));
-    QCOMPARE(window.getSources()->getCount(), 1);
+    QVERIFY(openFlight(&window));
+    QVERIFY(!window.openAll({writeFile("a.txt", "a letter"), m_flight, m_folder.filePath("missing"), m_folder.path(),
+                             "udp:0.0.0.0:99999"}));
+    QCOMPARE(window.getSources()->getCount(), 3);       // what a file is, is found out when it is read
+    QCOMPARE(window.getTree()->topLevelItemCount(), 2); // and what is shown stays
     const QList<QMessageBox*> boxes = window.findChildren<QMessageBox*>();
     QCOMPARE(boxes.size(), 1);
-    QCOMPARE(boxes.first()->text().count('\n'), 1);
+    QCOMPARE(boxes.first()->text().count('\n'), 2);
+    QVERIFY(boxes.first()->text().contains("missing"));
+    QVERIFY(waitFor([&]() { return window.getLastProblem().contains("a.txt: not recognised"); }));
+    const QString state = window.getSources()->getSession(1)->getStateText();
+    QVERIFY2(state.startsWith("failed: not recognised: it begins with 61 20"), qPrintable(state));
     boxes.first()->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }

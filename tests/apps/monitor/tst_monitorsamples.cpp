@@ -8,7 +8,6 @@
 #include "waitfor.h"
 
 #include <QAction>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -1,19 +1,15 @@
 #include "celldelegate.h"
 #include "corvel.h"
-#include "emptyhint.h"
-#include "eventlogtablewidget.h"
 #include "findbar.h"
 #include "formatinfo.h"
 #include "messageinfo.h"
 #include "messagestatistics.h"
 #include "messagestatisticscoordinator.h"
 #include "messagetreewidget.h"
-#include "plotseries.h"
 #include "preferencesdialog.h"
 #include "statisticscsv.h"
 #include "testbase.h"
 #include "testwindow.h"
-#include "treeactions.h"
 #include "waitfor.h"
 
 #include <QAbstractButton>
@@ -46,7 +42,6 @@ class tst_monitorwindow : public TestBase
 private Q_SLOTS:
     void everyControlHasAName();
     void emptyViewsSayWhatToDoNext();
-    void aPlotGetsEveryMessage();
     void preferencesAreUsedAndKept();
     void statisticsAreSavedAsValues();
     void everythingFitsASmallScreen();
@@ -124,23 +119,6 @@ void tst_monitorwindow::emptyViewsSayWhatToDoNext()
         QVERIFY2(says, qPrintable(view->accessibleName()));
     }
     QVERIFY(views >= 4);
-}
-
-void tst_monitorwindow::aPlotGetsEveryMessage()
-{
-    TestWindow window;
-    window.show();
-    window.getPlot()->plot("corvel/ATTITUDE/roll");
-    window.openSimulation();
-    const auto& series = window.getPlot()->getSeries();
-    QCOMPARE(int(series.size()), 1);
-    QVERIFY(waitFor([&]() { return series.front()->getMessageCount() >= 30; }, 30000));
-    // Fifty a second, of which the views show twenty.
-    quint64 received = 0;
-    const QVector<StreamIdentities::Row> rows = window.getSource()->getIdentities().getRows();
-    for (int i = 0; i < rows.size(); ++i)
-        received += rows.at(i).typeName == "ATTITUDE" ? window.getSource()->getCounters().getCount(i) : 0;
-    QCOMPARE(series.front()->getMessageCount(), received);
 }
 
 void tst_monitorwindow::preferencesAreUsedAndKept()
