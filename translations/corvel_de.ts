@@ -350,6 +350,10 @@
         <source>MAVLink frames with times before them</source>
         <translation>MAVLink-Rahmen mit Zeiten davor</translation>
     </message>
+    <message>
+        <source>an MCAP recording says itself of what types its messages are; none can be named</source>
+        <translation>eine MCAP-Aufzeichnung sagt selbst, von welchen Typen ihre Nachrichten sind; es kann keiner genannt werden</translation>
+    </message>
 </context>
 <context>
     <name>CsvFile</name>

@@ -98,7 +98,9 @@ void TreePanel::addActionsTo(const PanelMenus& menus)
     for (QMenu* const menu : {menus.edit, menus.tree})
         connect(menu, &QMenu::aboutToShow, m_actions, &TreeActions::update);
 
-    const QList<QAction*> columns = m_tree->getToggleColumnActions();
+    QList<QAction*> columns; // which a vector is in Qt 6 only
+    for (QAction* action : m_tree->getToggleColumnActions())
+        columns.append(action);
     menus.view->addMenu(tr("&Columns"))->addActions(columns);
     m_tree->header()->setContextMenuPolicy(Qt::ActionsContextMenu);
     m_tree->header()->addActions(columns);
