@@ -17,6 +17,8 @@ public:
 
     void processReceived(const ReceivedMessage& message) final;
     void processProblem(const StreamProblem& problem) final;
+    /** Takes note of a problem that was told already. */
+    virtual void count(const StreamProblem& problem) = 0;
 
     /** Prints what is printed at the end. */
     virtual void finish() = 0;
@@ -29,7 +31,6 @@ public:
 
 protected:
     virtual void consume(const ReceivedMessage& message) = 0;
-    virtual void count(const StreamProblem& problem) = 0;
 
     const QString& getInputName() const { return m_inputName; }
     const StreamDecoder* getDecoder() const { return m_decoder; }

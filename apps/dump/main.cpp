@@ -73,12 +73,30 @@ bool loadDefinitions(const SourceArguments& source, Definitions* definitions)
     return complainAll(errors);
 }
 
-/** Tells of bytes that nobody recognised, before there is anything that prints. */
-class ProblemPrinter : public StreamSink
+/** Tells of bytes that nobody recognised, before there is anything that prints or counts. */
+class PassedOver : public StreamSink
 {
 public:
     void processReceived(const ReceivedMessage&) override {}
-    void processProblem(const StreamProblem& problem) override { complain(problem.describe(QString())); }
+    void processProblem(const StreamProblem& problem) override
+    {
+        complain(problem.describe(QString()));
+        // Of a stream that goes on like that, the bytes are one stretch.
+        if (!m_problems.isEmpty() && m_problems.constLast().kind == problem.kind)
+            m_problems.last().length += problem.length;
+        else
+            m_problems.append(problem);
+    }
+
+    /** Has what was told counted, too. */
+    void countIn(DumpSink* sink) const
+    {
+        for (const StreamProblem& problem : m_problems)
+            sink->count(problem);
+    }
+
+private:
+    QVector<StreamProblem> m_problems;
 };
 
 qint64 now()
@@ -144,7 +162,7 @@ int dump(const DumpOptions& options)
         return Unreadable;
     StreamOptions streamOptions = options.source.stream;
     streamOptions.definitions = &definitions;
-    ProblemPrinter passedOver;
+    PassedOver passedOver;
     const OpenedInput opened = openStream(
         options.input, streamOptions, [] { return !interrupted; }, &passedOver);
     if (!opened.input) {
@@ -178,6 +196,7 @@ int dump(const DumpOptions& options)
         sink.reset(new StatisticsPrinter(input->getName(), decoder));
     else
         sink.reset(new MessagePrinter(input->getName(), decoder, options.interpreted, selection));
+    passedOver.countIn(sink.get());
     const ByteInput::Status status = options.statistics && !input->isLive() ? decodeAside(input, decoder, sink.get())
                                                                             : decode(input, decoder, sink.get(), *sink);
     sink->finish();

@@ -20,10 +20,10 @@ public:
 
     void finish() override;
     QString getComplaint() const override { return m_selection.getComplaint(); }
+    void count(const StreamProblem& problem) override;
 
 protected:
     void consume(const ReceivedMessage& message) override;
-    void count(const StreamProblem& problem) override;
 
 private:
     /** What a type and its format are called, as JSON. */

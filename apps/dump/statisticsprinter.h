@@ -14,10 +14,10 @@ public:
     StatisticsPrinter(const QString& inputName, const StreamDecoder* decoder);
 
     void finish() override;
+    void count(const StreamProblem& problem) override;
 
 protected:
     void consume(const ReceivedMessage& message) override;
-    void count(const StreamProblem& problem) override;
 
 private:
     std::string typesText() const;

@@ -50,6 +50,7 @@ StreamOpener::Result StreamOpener::run(ByteInput* input, const std::function<boo
                 return Failed;
             }
             passOver(sink);
+            continue; // what is asked of no bytes says what to do for who is in a hurry
         }
         const int looked = int(m_head.bytes.size());
         ByteInput::Status status = ByteInput::Nothing;

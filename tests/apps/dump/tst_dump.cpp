@@ -483,8 +483,9 @@ private Q_SLOTS:
             return stats.bytesAvailable() > 0;
         }));
         finish(&stats);
-        const QJsonObject object = QJsonDocument::fromJson(stats.readAllStandardOutput()).object();
-        QVERIFY(object.value("skippedBytes").toInt() >= 5);
+        const QByteArray counts = stats.readAllStandardOutput();
+        const QJsonObject object = QJsonDocument::fromJson(counts).object();
+        QVERIFY2(object.value("skippedBytes").toInt() >= 5, (stats.readAllStandardError() + counts).constData());
         QCOMPARE(object.value("input").toString(), address);
     }
 };
