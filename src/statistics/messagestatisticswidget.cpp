@@ -4,6 +4,7 @@
 #include "formatinfo.h"
 #include "messageinfo.h"
 #include "messagestatisticscoordinator.h"
+#include "statisticsrefresh.h"
 
 #include <QHeaderView>
 #include <QSettings>
@@ -18,96 +19,6 @@ CORVEL_DIAGNOSTICS("MessageStatisticsWidget");
 static const int GapsColumn = 3;
 static const int DefaultNameWidth = 150;
 
-namespace
-{
-
-/**
- * A refresh that is under way, of a tree or of a row alone.
- *
- * Whoever listens to changes may ask for another one. Rows must not come and go below the one under way, so it is done
- * when that has ended.
- */
-struct Refresh
-{
-    QTreeWidget* const tree;          ///< null when the row is in none of these trees
-    const QTreeWidgetItem* const row; ///< null when the whole tree is refreshed
-    Refresh* const outer;             ///< that a listener to its changes came from
-    bool again;                       ///< whether another one was asked for
-    bool sorted;                      ///< whether the tree was sorted when it began
-    bool indicatorShown;
-    bool clickable;
-
-    Refresh(QTreeWidget* refreshedTree, const QTreeWidgetItem* refreshedRow);
-    ~Refresh();
-
-    void begin();
-    void end();
-
-    /** The refresh of @p askedTree or @p askedRow that is under way, or null. */
-    static Refresh* find(const QTreeWidget* askedTree, const QTreeWidgetItem* askedRow);
-
-    static Refresh* s_innermost;
-
-private:
-    Q_DISABLE_COPY(Refresh)
-};
-
-Refresh* Refresh::s_innermost = nullptr;
-
-Refresh::Refresh(QTreeWidget* refreshedTree, const QTreeWidgetItem* refreshedRow)
-    : tree(refreshedTree)
-    , row(refreshedRow)
-    , outer(s_innermost)
-    , again(false)
-    , sorted(false)
-    , indicatorShown(false)
-    , clickable(false)
-{
-    CORVEL_DEBUG_HOOK();
-    s_innermost = this;
-}
-
-Refresh::~Refresh()
-{
-    CORVEL_DEBUG_HOOK();
-    s_innermost = outer;
-}
-
-void Refresh::begin()
-{
-    CORVEL_DEBUG_HOOK();
-    again = false;
-    sorted = tree && tree->isSortingEnabled();
-    if (sorted) {
-        indicatorShown = tree->header()->isSortIndicatorShown();
-        clickable = QtCompat::sectionsClickable(tree->header());
-    }
-}
-
-/** Sorts the tree again, if that was suspended. */
-void Refresh::end()
-{
-    CORVEL_DEBUG_HOOK();
-    if (!sorted || tree->isSortingEnabled())
-        return;
-    sorted = false;
-    tree->setSortingEnabled(true);
-    // Enabling makes the header clickable and shows the indicator, which the application may not want.
-    tree->header()->setSortIndicatorShown(indicatorShown);
-    QtCompat::setSectionsClickable(tree->header(), clickable);
-}
-
-Refresh* Refresh::find(const QTreeWidget* askedTree, const QTreeWidgetItem* askedRow)
-{
-    CORVEL_DEBUG_HOOK();
-    Refresh* refresh = s_innermost;
-    while (refresh && !(refresh->tree && refresh->tree == askedTree) && !(refresh->row && refresh->row == askedRow))
-        refresh = refresh->outer;
-    return refresh;
-}
-
-} // namespace
-
 /**
  * Suspends the sorting of @p item's tree for the rest of the refresh, if there is one going on.
  *
@@ -121,7 +32,7 @@ static void suspendSorting(const QTreeWidgetItem* item)
     QTreeWidget* tree = item->treeWidget();
     if (!tree || !tree->isSortingEnabled())
         return;
-    const Refresh* refresh = Refresh::find(tree, nullptr);
+    const StatisticsRefresh* refresh = StatisticsRefresh::find(tree, nullptr);
     if (refresh && refresh->sorted)
         tree->setSortingEnabled(false);
 }
@@ -327,12 +238,12 @@ void MessageStatisticsWidget::deleteEmptyFormatItems()
 void MessageStatisticsWidget::updateTree()
 {
     CORVEL_DEBUG_HOOK();
-    Refresh* current = Refresh::find(this, nullptr);
+    StatisticsRefresh* current = StatisticsRefresh::find(this, nullptr);
     if (current) {
         current->again = true;
         return;
     }
-    Refresh refresh(this, nullptr);
+    StatisticsRefresh refresh(this, nullptr);
     do {
         refresh.begin();
         const bool anyGaps = updateItems();
@@ -467,7 +378,7 @@ void MessageStatisticsTreeWidgetItem::fullExpand()
     bool again;
     {
         // No refresh, but something that none may come between.
-        Refresh expansion(tree, nullptr);
+        StatisticsRefresh expansion(tree, nullptr);
         if (treeWidget())
             setExpanded(true);
         if (m_intervalsItem->treeWidget())
@@ -483,14 +394,14 @@ void MessageStatisticsTreeWidgetItem::updateContents()
 {
     CORVEL_DEBUG_HOOK();
     MessageStatisticsWidget* tree = dynamic_cast<MessageStatisticsWidget*>(treeWidget());
-    Refresh* current = Refresh::find(tree, this);
+    StatisticsRefresh* current = StatisticsRefresh::find(tree, this);
     if (current) {
         current->again = true;
         return;
     }
     bool again;
     {
-        Refresh refresh(tree, this);
+        StatisticsRefresh refresh(tree, this);
         do {
             refresh.begin();
             updateNow();
