@@ -5,34 +5,11 @@
 #include "mcapstreamdecoder.h"
 #include "messageoutput.h"
 #include "outputkind.h"
-#include "streamrecorder.h"
 #include "testbase.h"
 #include "textrows.h"
+#include "transcript.h"
 
 #include <memory>
-
-namespace
-{
-
-/** Writes down the times of messages, too: " @1234+567 1000+1", microseconds and nanoseconds, received and sent. */
-struct TimeRecorder : public StreamRecorder
-{
-    using StreamRecorder::StreamRecorder;
-
-    void processReceived(const ReceivedMessage& message) override
-    {
-        StreamRecorder::processReceived(message);
-        times.append(QStringLiteral(" @%1+%2 %3+%4")
-                         .arg(message.time)
-                         .arg(message.timeRest)
-                         .arg(message.publishTime)
-                         .arg(message.publishTimeRest));
-    }
-
-    QStringList times;
-};
-
-} // namespace
 
 /** Where messages go; what comes of recordings in the monitor is tested with it. */
 class TestMessageOutput : public TestBase
@@ -85,16 +62,13 @@ private Q_SLOTS:
         output->close();
 
         McapStreamDecoder decoder(&m_definitions);
-        TimeRecorder read(&decoder);
-        decoder.feed(written.data().constData(), int(written.data().size()), Message::NoTime, &read);
-        decoder.finish(&read);
-        QStringList found;
-        for (int i = 0; i < read.frames.size(); ++i)
-            found.append(read.lines.at(i).section(QLatin1Char(' '), 1, 2) +
-                         (read.frames.at(i) == McapFixtures::point(2) ? text(" 2") : text(" 3")) + read.times.at(i));
-        QCOMPARE(found.join(text(", ")), text("demo.Point /a 2 @1234+567 1000+1, demo.Point /bb 3 @1234+567 1000+2, "
-                                              "demo.Point /bb 3 @1234+567 1000+1, demo.Point /a 2 @1234+567 1000+2"));
-        QCOMPARE(read.lines.size(), read.frames.size());
+        Transcript read(&decoder, false);
+        feedAll(&decoder, written.data(), &read);
+        for (int i = 0; i < read.payloads.size(); ++i)
+            read.lines[i] += text(read.payloads.at(i) == McapFixtures::point(2) ? " = 2" : " = 3");
+        QCOMPARE(read.told(),
+                 text("demo.Point /a @1234+567 sent 1000+1 = 2; demo.Point /bb @1234+567 sent 1000+2 = 3; "
+                      "demo.Point /bb @1234+567 sent 1000+1 = 3; demo.Point /a @1234+567 sent 1000+2 = 2"));
         // Each channel is told once before the messages and once in the summary.
         QCOMPARE(int(written.data().count("protobuf")), 2 * (2 + 1));
     }
