@@ -21,13 +21,13 @@ void MessageTypeModel::addSession(const SourceSession* session)
 
 void MessageTypeModel::removeSession(const SourceSession* session)
 {
-    removeRows(session);
+    removeTypesOf(session);
     for (int i = 0; i < m_sessions.size(); ++i)
         if (m_sessions.at(i).session == session)
             m_sessions.removeAt(i--);
 }
 
-void MessageTypeModel::removeRows(const SourceSession* session)
+void MessageTypeModel::removeTypesOf(const SourceSession* session)
 {
     for (int i = int(m_rows.size()) - 1; i >= 0; --i) {
         if (m_rows.at(i).session != session)
@@ -104,7 +104,7 @@ void MessageTypeModel::refresh()
         }
         if (hasOtherTypes(session.session)) {
             Q_EMIT typesAboutToChange();
-            removeRows(session.session);
+            removeTypesOf(session.session);
             session.shown.clear();
         }
         appendRows(&session, &fresh);

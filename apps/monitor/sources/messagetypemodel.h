@@ -89,7 +89,7 @@ private:
     };
 
     bool hasOtherTypes(const SourceSession* session) const;
-    void removeRows(const SourceSession* session);
+    void removeTypesOf(const SourceSession* session);
     void appendRows(Session* session, QVector<const MessageInfo*>* fresh);
     void forgetRates(const SourceSession* session);
 

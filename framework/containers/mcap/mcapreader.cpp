@@ -11,6 +11,9 @@ namespace
 
 const quint64 Never = std::numeric_limits<quint64>::max();
 
+// Of a record. No stream is longer, so that ends of records can be told wherever they begin.
+const quint64 GreatestLength = Never >> 1;
+
 // What a record of another version may have behind the fields that are known.
 const quint64 GreatestExtension = 4096;
 
@@ -173,7 +176,7 @@ bool McapReader::readMagic()
 }
 
 /** What cannot be about a record; empty when it can be. */
-QString McapReader::whyImpossible(const RecordHead& head) const
+QString McapReader::whyImpossible(const RecordHead& head)
 {
     if (head.opcode == 0)
         return QStringLiteral("no record has the number 0");
@@ -181,7 +184,7 @@ QString McapReader::whyImpossible(const RecordHead& head) const
     switch (head.opcode) {
     case ChunkRecord:
     case AttachmentRecord:
-        most = Never;
+        most = GreatestLength;
         break;
     case DataEndRecord:
     case FooterRecord:
@@ -190,7 +193,7 @@ QString McapReader::whyImpossible(const RecordHead& head) const
     default:
         break;
     }
-    if (!isNone(head) && head.length <= most && head.length <= Never - m_position)
+    if (!isNone(head) && head.length <= most)
         return QString();
     return QStringLiteral("%1 of %2 bytes").arg(recordName(head.opcode)).arg(head.length);
 }
@@ -205,7 +208,7 @@ bool McapReader::readRecordHead()
     const QString impossible = whyImpossible(head);
     if (!impossible.isEmpty()) {
         // A record that is merely too long is believed when nothing in it speaks against that.
-        const bool isLong = head.length > GreatestExtension && head.length < Never - m_position;
+        const bool isLong = head.length > GreatestExtension && head.length <= GreatestLength;
         const quint64 end =
             isNone(head) || isLong ? m_position + RecordHeadSize + std::min(head.length, GreatestRecord) : Never;
         const QByteArray consumed(bytes, RecordHeadSize);
@@ -357,13 +360,13 @@ bool McapReader::isNext(const char* bytes)
 }
 
 /** Whether a chunk begins there, or what follows the last: all others are too easily mistaken. */
-bool McapReader::isPlausible(const char* bytes, quint64 size) const
+bool McapReader::isPlausible(const char* bytes, quint64 size)
 {
     const RecordHead head(bytes);
     switch (head.opcode) {
     case ChunkRecord: {
         ChunkHead chunk;
-        return head.length < Never - m_position &&
+        return head.length <= GreatestLength &&
                chunk.read(Cursor(bytes + RecordHeadSize, size - RecordHeadSize), head.length) && chunk.extension == 0;
     }
     case DataEndRecord:

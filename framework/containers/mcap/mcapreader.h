@@ -61,10 +61,10 @@ private:
     bool readEndMagic();
     bool passOverEnd();
 
-    QString whyImpossible(const Mcap::RecordHead& head) const;
+    static QString whyImpossible(const Mcap::RecordHead& head);
     void startSearch(quint64 since, quint64 until, const QByteArray& consumed, const QString& reason);
     void endSearch(quint64 found);
-    bool isPlausible(const char* bytes, quint64 size) const;
+    static bool isPlausible(const char* bytes, quint64 size);
 
     void processRecord(const char* body, quint64 size);
     void processMessage(const char* body, quint64 size);

@@ -432,6 +432,14 @@ private Q_SLOTS:
         }
     }
 
+    void piecesDoNotDecideWhatARecordIs()
+    {
+        const QByteArray beyondAllEnds = "\x09" + little(~quint64(600));
+        const QByteArray bytes =
+            QByteArray("\x89MCAP0\r\n") + record(5, QByteArray()) + beyondAllEnds + QByteArray(1000, 'x');
+        QCOMPARE(Decoded(bytes, 1).lines.problems, Decoded(bytes).lines.problems);
+    }
+
     void manyChunksTakeNoMoreMemoryThanAFew()
     {
         Recording recording(settings(McapWriter::Zstd, 1 << 20));
