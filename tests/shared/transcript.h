@@ -32,6 +32,7 @@ public:
         add(message.offset, QString(), line);
         messages.append(lines.last());
         payloads.append(QByteArray(message.data, message.size));
+        infos.append(message.info);
         cover(message.offset, quint64(message.size));
     }
 
@@ -57,6 +58,7 @@ public:
     QStringList messages; ///< the lines of messages alone
     QStringList problems; ///< those of problems
     QVector<QByteArray> payloads;
+    QVector<const MessageInfo*> infos;
 
 private:
     static QString timeText(const char* before, qint64 time, int rest)

@@ -1,36 +1,28 @@
-#include "definitions.h"
-#include "mcapfixtures.h"
-#include "mcapindex.h"
-#include "mcapstreamdecoder.h"
-#include "message.h"
-#include "messageinfo.h"
+#include "mcapdecoding.h"
 #include "streamopener.h"
 #include "testbase.h"
+#include "textrows.h"
 
-#include <QFile>
-#include <QTemporaryDir>
+#include <QRegularExpression>
 
 #include <algorithm>
-#include <memory>
-
-using namespace McapFixtures;
 
 namespace
 {
 
-QByteArray text(const QByteArray& bytes)
+QByteArray sized(const QByteArray& bytes)
 {
     return little(quint32(bytes.size())) + bytes;
 }
 
 QByteArray schemaRecord(int id, const QByteArray& package)
 {
-    return record(3, little(quint16(id)) + text(package + ".Point") + text("protobuf") + text(schema(package)));
+    return record(3, little(quint16(id)) + sized(package + ".Point") + sized("protobuf") + sized(schema(package)));
 }
 
 QByteArray channelRecord(int id, int schema, const QByteArray& topic)
 {
-    return record(4, little(quint16(id)) + little(quint16(schema)) + text(topic) + text("protobuf") + text({}));
+    return record(4, little(quint16(id)) + little(quint16(schema)) + sized(topic) + sized("protobuf") + sized({}));
 }
 
 QByteArray messageRecord(int channel, int milliseconds)
@@ -45,38 +37,10 @@ QByteArray chunkOf(int channel, int milliseconds, const QByteArray& records, boo
     const QByteArray content = records + messageRecord(channel, milliseconds);
     const quint64 time = quint64(milliseconds) * Millisecond;
     const QByteArray head = little(time) + little(time) + little(quint64(content.size())) + little(quint32(0)) +
-                            text({}) + little(quint64(content.size()));
-    const QByteArray index = record(7, little(quint16(channel)) + text(little(time) + little(quint64(records.size()))));
+                            sized({}) + little(quint64(content.size()));
+    const QByteArray index =
+        record(7, little(quint16(channel)) + sized(little(time) + little(quint64(records.size()))));
     return record(6, head + content) + (indexed ? index : QByteArray());
-}
-
-/** What comes: "demo.Point /topic 5", the time in milliseconds; problems as they are. */
-class Lines : public StreamSink
-{
-public:
-    explicit Lines(const StreamDecoder* decoder)
-        : m_decoder(decoder)
-    {
-    }
-
-    void processReceived(const ReceivedMessage& message) override
-    {
-        lines.append(QStringLiteral("%1 %2 %3")
-                         .arg(message.info ? message.info->getName() : m_decoder->describeUnknown(message.id),
-                              m_decoder->getSenderName(message.sender))
-                         .arg(message.time / 1000));
-    }
-    void processProblem(const StreamProblem& problem) override { lines.append(problem.describe(QString())); }
-
-    QStringList lines;
-
-private:
-    const StreamDecoder* m_decoder;
-};
-
-QString join(const QStringList& lines)
-{
-    return lines.join(QLatin1String(", "));
 }
 
 } // namespace
@@ -87,32 +51,23 @@ class TestMcapIndex : public TestBase
     Q_OBJECT
 
 private Q_SLOTS:
-    void aJumpKnowsChannelsOfTheChunksItSkips_data()
-    {
-        QTest::addColumn<bool>("indexed");
-        QTest::newRow("chunks with an index of their messages") << true;
-        QTest::newRow("chunks without one") << false;
-    }
-
     void aJumpKnowsChannelsOfTheChunksItSkips()
     {
-        QFETCH(bool, indexed);
-        // Channel 3 is announced where nobody can see that it is; channel 2 where it is used first.
-        const QByteArray first = schemaRecord(1, "demo") + channelRecord(1, 1, "/a");
-        const QByteArray silent = schemaRecord(2, "late") + channelRecord(3, 2, "/c");
-        const QByteArray bytes = header() + chunkOf(1, 10, first, indexed) + chunkOf(1, 20, silent, indexed) +
-                                 chunkOf(2, 30, channelRecord(2, 1, "/b"), indexed) + chunkOf(3, 40, {}, indexed) +
-                                 chunkOf(2, 50, {}, indexed) + chunkOf(1, 60, {}, indexed);
-        const std::unique_ptr<McapIndex> index(load(bytes));
-        QVERIFY(index && !index->hasSummary());
-        QCOMPARE(int(index->getDefinitions().size()), 5);
-
-        const QStringList all{QStringLiteral("demo.Point /a 10"), QStringLiteral("demo.Point /a 20"),
-                              QStringLiteral("demo.Point /b 30"), QStringLiteral("late.Point /c 40"),
-                              QStringLiteral("demo.Point /b 50"), QStringLiteral("demo.Point /a 60")};
-        for (int skipped = 0; skipped < all.size(); ++skipped) {
-            const quint64 from = index->findOffset((skipped + 1) * 10000);
-            QCOMPARE(join(decode(bytes, index.get(), from)), join(all.mid(skipped)));
+        for (const bool indexed : {true, false}) { // the chunks, by their messages
+            // Channel 3 is announced where nobody can see that it is; channel 2 where it is used first.
+            const QByteArray first = schemaRecord(1, "demo") + channelRecord(1, 1, "/a");
+            const QByteArray silent = schemaRecord(2, "late") + channelRecord(3, 2, "/c");
+            const QByteArray bytes = header() + chunkOf(1, 10, first, indexed) + chunkOf(1, 20, silent, indexed) +
+                                     chunkOf(2, 30, channelRecord(2, 1, "/b"), indexed) + chunkOf(3, 40, {}, indexed) +
+                                     chunkOf(2, 50, {}, indexed) + chunkOf(1, 60, {}, indexed);
+            const std::unique_ptr<McapIndex> index = m_files.indexOf(bytes);
+            QVERIFY(index && !index->hasSummary());
+            QCOMPARE(int(index->getDefinitions().size()), 5);
+            const QString all = text("demo.Point /a 10, demo.Point /a 20, demo.Point /b 30, late.Point /c 40, "
+                                     "demo.Point /b 50, demo.Point /a 60");
+            for (int skipped = 0; skipped < 6; ++skipped)
+                QCOMPARE(decode(bytes, index.get(), index->findOffset((skipped + 1) * 10000)),
+                         all.section(text(", "), skipped));
         }
     }
 
@@ -122,11 +77,11 @@ private Q_SLOTS:
         const QByteArray bytes = header() + chunkOf(1, 10, schemaRecord(1, "demo") + announcement, true) +
                                  schemaRecord(1, "other") + announcement + chunkOf(1, 20, {}, true) +
                                  channelRecord(1, 1, "/b") + messageRecord(1, 30);
-        const std::unique_ptr<McapIndex> index(load(bytes));
-        const QString expected = QStringLiteral("demo.Point /a 10, other.Point /a 20, other.Point /b 30");
-        QCOMPARE(join(decode(bytes, nullptr, 0)), expected);
-        QCOMPARE(join(decode(bytes, index.get(), 0)), expected);
-        QCOMPARE(join(decode(bytes, index.get(), index->findOffset(20000))), expected.section(QStringLiteral(", "), 1));
+        const std::unique_ptr<McapIndex> index = m_files.indexOf(bytes);
+        const QString expected = text("demo.Point /a 10, other.Point /a 20, other.Point /b 30");
+        QCOMPARE(decode(bytes, nullptr, 0), expected);
+        QCOMPARE(decode(bytes, index.get(), 0), expected);
+        QCOMPARE(decode(bytes, index.get(), index->findOffset(20000)), expected.section(text(", "), 1));
     }
 
     void anOrderThatIsLostIsTold()
@@ -134,11 +89,10 @@ private Q_SLOTS:
         QByteArray bytes = header() + schemaRecord(1, "demo") + channelRecord(1, 1, "/a");
         for (const int time : {50, 60, 10, 20, 70})
             bytes += chunkOf(1, time, {}, true);
-        const QStringList lines = decode(bytes, nullptr, 0);
-        QCOMPARE(int(lines.filter(QStringLiteral("not in the order of their times")).size()), 1);
-        QCOMPARE(int(lines.size()), 6);
-        const std::unique_ptr<McapIndex> index(load(bytes));
-        QCOMPARE(int(decode(bytes, index.get(), 0).filter(QStringLiteral("order")).size()), 0);
+        const QString lines = decode(bytes);
+        QCOMPARE(int(lines.count(text("not in the order of their times"))), 1);
+        QCOMPARE(int(lines.count(text("demo.Point /a"))), 5);
+        QVERIFY(!decode(bytes, m_files.indexOf(bytes).get()).contains(text("order")));
     }
 
     void whatADamagedChunkAnnouncedIsFoundInTheSummary()
@@ -149,18 +103,18 @@ private Q_SLOTS:
         const QByteArray rest = header() + damaged + chunkOf(1, 30, {}, true);
         const QByteArray bytes = rest + messageRecord(1, 20) + ended(definitions);
         const auto linesOf = [&](const QByteArray& of, const McapIndex* index, McapStreamDecoder::Mode mode) {
-            return join(decode(of, index, 0, mode)).section(QStringLiteral(", "), 3); // behind the failure
+            return decode(of, index, 0, mode).section(text(", "), 3); // behind the failure
         };
-        const QString found = QStringLiteral("demo.Point /a 20, demo.Point /a 30");
-        const std::unique_ptr<McapIndex> index(load(bytes));
+        const QString found = text("demo.Point /a 20, demo.Point /a 30");
+        const std::unique_ptr<McapIndex> index = m_files.indexOf(bytes);
         QCOMPARE(linesOf(bytes, index.get(), McapStreamDecoder::Recording), found);
         QCOMPARE(linesOf(bytes, nullptr, McapStreamDecoder::Recording),
-                 QStringLiteral("messages are not in the order of their times: 2 messages of /a had to wait until it "
-                                "was announced, ") +
+                 text("messages are not in the order of their times: 2 messages of /a had to wait until it "
+                      "was announced, ") +
                      found);
-        const QString missing = QStringLiteral("not decodable: messages of channel 1, which was not announced in what "
-                                               "could be read, channel 1 (not announced, not decodable) channel 1 %1, "
-                                               "channel 1 (not announced, not decodable) channel 1 %2");
+        const QString missing = text("not decodable: messages of channel 1, which was not announced in what "
+                                     "could be read, channel 1 (not announced, not decodable) channel 1 %1, "
+                                     "channel 1 (not announced, not decodable) channel 1 %2");
         QCOMPARE(linesOf(rest + messageRecord(1, 20) + ended({}), nullptr, McapStreamDecoder::Recording),
                  missing.arg(20).arg(30));
         // Of a live stream nobody knows whether it has an end.
@@ -169,62 +123,18 @@ private Q_SLOTS:
         // A channel that came, of a schema that was lost.
         const QByteArray half = rest.left(rest.size() - int(chunkOf(1, 30, {}, true).size())) +
                                 chunkOf(1, 30, channelRecord(1, 1, "/a"), true) + ended(definitions);
-        const std::unique_ptr<McapIndex> other(load(half));
-        QCOMPARE(linesOf(half, other.get(), McapStreamDecoder::Recording), found.section(QStringLiteral(", "), 1));
-    }
-
-    void messagesOutsideOfChunksComeInOrder_data()
-    {
-        QTest::addColumn<QString>("parts");
-        QTest::addColumn<QString>("piped");
-        QTest::newRow("in order") << "5 10 20 30 40"
-                                  << "5 10 20 30 40";
-        QTest::newRow("not in order") << "20 10 5 60 30 50 40"
-                                      << "5 10 20 30 40 50 60";
-        // Where nothing can be sought in, a second or what lies between two chunks is put in order.
-        QTest::newRow("seconds apart") << "2000 10 4000 3000 6000 20 5000"
-                                       << "10 2000 3000 4000 20 5000 6000";
-        QTest::newRow("beside chunks") << "30 20 (10) 5 60 (40)"
-                                       << "10 20 30 5 40 60";
+        const std::unique_ptr<McapIndex> other = m_files.indexOf(half);
+        QCOMPARE(linesOf(half, other.get(), McapStreamDecoder::Recording), found.section(text(", "), 1));
     }
 
     void messagesOutsideOfChunksComeInOrder()
     {
-        QFETCH(QString, parts);
-        QFETCH(QString, piped);
-        QByteArray data = header() + schemaRecord(1, "demo") + channelRecord(1, 1, "/a");
-        QByteArray indexes;
-        QVector<int> sorted;
-        for (const QString& part : parts.split(QLatin1Char(' '))) {
-            const bool isChunk = part.startsWith(QLatin1Char('('));
-            sorted.append(isChunk ? part.mid(1).chopped(1).toInt() : part.toInt());
-            const QByteArray bytes = isChunk ? chunkOf(1, sorted.last(), {}, true) : messageRecord(1, sorted.last());
-            if (isChunk) {
-                const quint64 time = quint64(sorted.last()) * Millisecond;
-                indexes += record(8, little(time) + little(time) + little(quint64(data.size())) +
-                                         little(quint64(bytes.size() - 31)) + text(QByteArray(10, '\1')) +
-                                         little(quint64(31)));
-            }
-            data += bytes;
-        }
-        std::sort(sorted.begin(), sorted.end());
-        QStringList expected;
-        for (const int time : sorted)
-            expected.append(QString::number(time));
-        // The summary has as many chunks as there are, and more messages than these.
-        const QByteArray statistics =
-            record(11, little(quint64(sorted.size())) + QByteArray(10, '\0') +
-                           little(quint32(indexes.count(QByteArray(10, '\1')))) + QByteArray(24, '\0'));
-        data += ended(indexes + statistics, quint64(data.size()) + 13);
-        const auto times = [&](const McapIndex* index) {
-            return join(decode(data, index, 0, McapStreamDecoder::Recording).filter(QStringLiteral("demo.Point")))
-                .remove(QStringLiteral("demo.Point /a "))
-                .remove(QLatin1Char(','));
-        };
-        const std::unique_ptr<McapIndex> index(load(data));
-        QVERIFY(index && !index->hasSummary());
-        QCOMPARE(times(index.get()), expected.join(QLatin1Char(' ')));
-        QCOMPARE(times(nullptr), piped);
+        const TextRow rows[] = {{"5 10 20 30 40", "5 10 20 30 40"},
+                                {"20 10 5 60 30 50 40", "5 10 20 30 40 50 60"},
+                                // Where nothing can be sought in, a second or what lies between two chunks is in order.
+                                {"2000 10 4000 3000 6000 20 5000", "10 2000 3000 4000 20 5000 6000"},
+                                {"30 20 (10) 5 60 (40)", "10 20 30 5 40 60"}}; // beside chunks
+        QCOMPARE(differences(rows, [this](const QString& parts) { return timesOf(parts); }), QString());
     }
 
     void lookingThroughTellsHowFarItIsAndCanBeCancelled()
@@ -232,7 +142,7 @@ private Q_SLOTS:
         QByteArray bytes = header() + schemaRecord(1, "demo") + channelRecord(1, 1, "/a");
         for (int i = 0; i < 1000; ++i)
             bytes += messageRecord(1, i);
-        const InputAddress address = InputAddress::ofFile(write(bytes));
+        const InputAddress address = InputAddress::ofFile(m_files.write(bytes));
         Definitions definitions;
         StreamOptions options;
         options.definitions = &definitions;
@@ -253,7 +163,7 @@ private Q_SLOTS:
     }
 
 private:
-    static QByteArray header() { return QByteArray("\x89MCAP0\r\n") + record(1, text({}) + text({})); }
+    static QByteArray header() { return QByteArray("\x89MCAP0\r\n") + record(1, sized({}) + sized({})); }
 
     /** What stands behind the data. */
     static QByteArray ended(const QByteArray& summary, quint64 start = 0)
@@ -262,38 +172,53 @@ private:
                QByteArray("\x89MCAP0\r\n");
     }
 
-    QStringList decode(const QByteArray& bytes, const McapIndex* index, quint64 from,
-                       McapStreamDecoder::Mode mode = McapStreamDecoder::Live)
+    /** What comes: "demo.Point /topic 5", the time in milliseconds; problems as they are. */
+    static QString decode(const QByteArray& bytes, const McapIndex* index = nullptr, quint64 from = 0,
+                          McapStreamDecoder::Mode mode = McapStreamDecoder::Live)
     {
-        McapStreamDecoder decoder(&m_definitions, mode);
-        Lines found(&decoder);
-        if (index)
-            decoder.setIndex(index);
-        if (from > 0)
-            decoder.restart(from);
-        decoder.feed(bytes.constData() + from, int(bytes.size()) - int(from), Message::NoTime, &found);
-        decoder.finish(&found);
-        return found.lines;
+        return Decoded(bytes, index, from, 1 << 20, mode)
+            .lines.join(text(", "))
+            .replace(QRegularExpression(text("@(\\d+)000\\b")), text("\\1"));
     }
 
-    McapIndex* load(const QByteArray& bytes)
+    /** The times of messages, in brackets those of chunks, as they come without an index, when with one all are sorted.
+     */
+    QString timesOf(const QString& parts)
     {
-        QString error;
-        return McapIndex::load(write(bytes), &error);
+        QByteArray data = header() + schemaRecord(1, "demo") + channelRecord(1, 1, "/a");
+        QByteArray indexes;
+        QVector<int> sorted;
+        for (const QString& part : parts.split(QLatin1Char(' '))) {
+            const bool isChunk = part.startsWith(QLatin1Char('('));
+            sorted.append(isChunk ? part.mid(1).chopped(1).toInt() : part.toInt());
+            const QByteArray bytes = isChunk ? chunkOf(1, sorted.last(), {}, true) : messageRecord(1, sorted.last());
+            const QByteArray time = little(quint64(sorted.last()) * Millisecond);
+            if (isChunk)
+                indexes += record(8, time + time + little(quint64(data.size())) + little(quint64(bytes.size() - 31)) +
+                                         sized(QByteArray(10, '\1')) + little(quint64(31)));
+            data += bytes;
+        }
+        std::sort(sorted.begin(), sorted.end());
+        // The summary has as many chunks as there are, and more messages than these.
+        const QByteArray statistics =
+            record(11, little(quint64(sorted.size())) + QByteArray(10, '\0') +
+                           little(quint32(indexes.count(QByteArray(10, '\1')))) + QByteArray(24, '\0'));
+        data += ended(indexes + statistics, quint64(data.size()) + 13);
+        const auto times = [&data](const McapIndex* index) {
+            QStringList all;
+            for (const QString& line : Decoded(data, index).messages)
+                all.append(line.section(QLatin1Char('@'), -1).chopped(3));
+            return all.join(QLatin1Char(' '));
+        };
+        QStringList expected;
+        for (const int time : std::as_const(sorted))
+            expected.append(QString::number(time));
+        const std::unique_ptr<McapIndex> index = m_files.indexOf(data);
+        return !index->hasSummary() && times(index.get()) == expected.join(QLatin1Char(' ')) ? times(nullptr)
+                                                                                             : times(index.get());
     }
 
-    QString write(const QByteArray& bytes)
-    {
-        const QString path = m_folder.filePath(QString::number(++m_files));
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-            qWarning("%s cannot be written", qPrintable(path));
-        return path;
-    }
-
-    QTemporaryDir m_folder;
-    Definitions m_definitions;
-    int m_files = 0;
+    McapFiles m_files;
 };
 
 QTEST_GUILESS_MAIN(TestMcapIndex)
