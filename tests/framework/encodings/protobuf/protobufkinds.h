@@ -5,7 +5,7 @@
 #include "messageinfo.h"
 #include "messagereference.h"
 #include "protobufformat.h"
-#include "protoctree.h"
+#include "protoclines.h"
 
 #include <QStringList>
 

@@ -2,8 +2,8 @@
 #include "formatregistry.h"
 #include "protobufkinds.h"
 #include "testbase.h"
-
-#include <QTemporaryDir>
+#include "testfolder.h"
+#include "textrows.h"
 
 #include <google/protobuf/descriptor.pb.h>
 
@@ -19,32 +19,27 @@ class tst_ProtobufSchema : public TestBase
 private Q_SLOTS:
     void typesAreTheSameForTheSameSchema();
     void annotationsReachTypesThatComeLater();
-    void schemaErrorsTellThePlace_data();
-    void schemaErrorsTellThePlace();
-    void brokenSchemasInRecordings();
+    void brokenSchemasAreRefused();
     void schemasThatNoSystemHasAreRefused();
 };
 
 void tst_ProtobufSchema::typesAreTheSameForTheSameSchema()
 {
-    QTemporaryDir folder;
-    const QString set = folder.filePath(QStringLiteral("all.desc"));
-    runProtoc({QStringLiteral("-o") + set, QStringLiteral("-I") + dataFolder(), QStringLiteral("-I") + importFolder(),
-               fileOf(QStringLiteral("kinds3.All"))},
-              QByteArray());
+    TestFolder folder;
+    const QString set = folder.filePath(text("all.desc"));
+    const QString type = text("kinds3.All");
+    QStringList arguments{text("-o") + set, text("-I") + dataFolder(), text("-I") + importFolder(), fileOf(type)};
+    runProtoc(arguments);
     QFile file(set);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll(); // without the imported files
     ProtobufFormat format;
     FormatRegistry::getInstance()->addFormat(&format);
-    const QString type = QStringLiteral("kinds3.All");
     QString error;
     QCOMPARE(format.addSchema(bytes, type, &error), nullptr);
-    QVERIFY2(error.contains(QStringLiteral("options.proto")), qPrintable(error));
+    QVERIFY2(error.contains(text("options.proto")), qPrintable(error));
 
-    runProtoc({QStringLiteral("--include_imports"), QStringLiteral("-o") + set, QStringLiteral("-I") + dataFolder(),
-               QStringLiteral("-I") + importFolder(), fileOf(type)},
-              QByteArray());
+    runProtoc(arguments << text("--include_imports"));
     QStringList errors;
     QVERIFY(format.loadSchema(set, QStringList(), &errors));
     const MessageInfo* const info = format.findType(type, &error);
@@ -69,90 +64,64 @@ void tst_ProtobufSchema::typesAreTheSameForTheSameSchema()
 
 void tst_ProtobufSchema::annotationsReachTypesThatComeLater()
 {
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.json"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("{ \"messages\": {\n"
-               "\"*\": { \"fields\": { \"a_int32\": { \"role\": \"secondary\" } } },\n"
-               "\"kinds2.All\": { \"fields\": { \"a_string\": { \"confidential\": true } },\n"
-               "\"virtual\": [ { \"name\": \"sum\", \"expression\": \"child.a_int32 + children_1.child.a_int64 + 0.5\" "
-               "} ] },\n"
-               "\"kinds3.All\": { \"fields\": { \"nothing\": { \"confidential\": true } } },\n"
-               "\"other.Type\": { \"fields\": { \"nothing\": { \"confidential\": true } } } } }\n");
-    file.close();
+    TestFolder folder;
+    const QString path = folder.write(text("a.json"), R"({ "messages": {
+"*": { "fields": { "a_int32": { "role": "secondary" } } },
+"kinds2.All": { "fields": { "a_string": { "confidential": true } },
+"virtual": [ { "name": "sum", "expression": "child.a_int32 + children_1.child.a_int64 + 0.5" } ] },
+"kinds3.All": { "fields": { "nothing": { "confidential": true } } },
+"other.Type": { "fields": { "nothing": { "confidential": true } } } } })");
     Definitions definitions;
     QStringList errors;
     QVERIFY(definitions.annotate(path, &errors));
     for (const char* type : {"kinds2.All", "kinds3.All"})
         definitions.load(fileOf(QLatin1String(type)), QStringList(importFolder()), &errors);
     QString error;
-    const MessageInfo* const info = definitions.findType(QStringLiteral("kinds2.All"), &error);
+    const MessageInfo* const info = definitions.findType(text("kinds2.All"), &error);
     const MessageReference decoded = MessageReference::adopt(info->newMessage(
         encode(info->getName(), "child { a_int32: 3 } children {} children { child { a_int64: 4 } } a_string: 's'")));
     definitions.publish(&errors);
     QCOMPARE(errors, QStringList());
-    QCOMPARE(rowText(info->getFieldInfo(QStringLiteral("a_int32"))),
-             QStringLiteral("a_int32 | int32 | 1 | optional secondary |  | "));
-    QVERIFY(info->getFieldInfo(QStringLiteral("a_string"))->isConfidential());
-    QCOMPARE(shown(decoded.get(), QStringLiteral("sum")), QStringLiteral("7.5"));
-    QCOMPARE(shown(decoded.get(), QStringLiteral("child/sum")), QStringLiteral("absent"));
+    QCOMPARE(rowText(info->getFieldInfo(text("a_int32"))), text("a_int32 | int32 | 1 | optional secondary |  | "));
+    QVERIFY(info->getFieldInfo(text("a_string"))->isConfidential());
+    QCOMPARE(shown(decoded.get(), text("sum")), text("7.5"));
+    QCOMPARE(shown(decoded.get(), text("child/sum")), text("absent"));
 
-    QVERIFY(definitions.findType(QStringLiteral("kinds3.All"), &error));
+    QVERIFY(definitions.findType(text("kinds3.All"), &error));
     definitions.publish(&errors);
-    QCOMPARE(errors, QStringList(path + QStringLiteral(":5: kinds3.All.nothing: unknown field")));
+    QCOMPARE(errors, QStringList(path + text(":5: kinds3.All.nothing: unknown field")));
 }
 
-void tst_ProtobufSchema::schemaErrorsTellThePlace_data()
+void tst_ProtobufSchema::brokenSchemasAreRefused()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("grammar") << QByteArray("syntax = \"proto3\";\nmessage A {\n  int32 = 1;\n}\n")
-                             << ":3:9: Expected field name.";
-    QTest::newRow("unknown type") << QByteArray("syntax = \"proto3\";\nmessage A {\n  Nothing b = 1;\n}\n")
-                                  << ":3:3: \"Nothing\" is not defined.";
-    QTest::newRow("import") << QByteArray("syntax = \"proto3\";\nimport \"nowhere.proto\";\n")
-                            << ":2:1: Import \"nowhere.proto\" was not found or had errors.";
-}
-
-void tst_ProtobufSchema::schemaErrorsTellThePlace()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(QString, expected);
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.proto"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(text);
-    file.close();
+    static const TextRow rows[] = {
+        {"message A {\n  int32 = 1;\n}\n", ":3:9: Expected field name."},
+        {"message A {\n  Nothing b = 1;\n}\n", ":3:3: \"Nothing\" is not defined."},
+        {"import \"nowhere.proto\";\n", ":2:1: Import \"nowhere.proto\" was not found or had errors."}};
+    TestFolder folder;
     ProtobufFormat format;
     QStringList errors;
-    QVERIFY(!format.loadSchema(path, QStringList(), &errors));
-    QVERIFY2(errors.contains(path + expected), qPrintable(errors.join(QLatin1Char('\n'))));
-    QCOMPARE(format.getLoadedTypeNames(), QStringList());
-}
+    for (const TextRow& row : rows) {
+        errors.clear();
+        const QString path = folder.write(text("a.proto"), QByteArray("syntax = \"proto3\";\n") + row.given);
+        QVERIFY(!format.loadSchema(path, QStringList(), &errors));
+        QVERIFY2(errors.contains(path + text(row.expected)), qPrintable(errors.join(QLatin1Char('\n'))));
+        QCOMPARE(format.getLoadedTypeNames(), QStringList());
+    }
+    errors.clear();
+    QVERIFY(!format.loadSchema(text("/nowhere/a.proto"), QStringList(), &errors));
+    QCOMPARE(errors, QStringList(text("/nowhere/a.proto: there is no such file")));
 
-void tst_ProtobufSchema::brokenSchemasInRecordings()
-{
-    ProtobufFormat format;
     const auto errorOf = [&format](const QByteArray& bytes) {
         QString error;
-        return format.addSchema(bytes, QStringLiteral("a.B"), &error) ? QString() : error;
+        return format.addSchema(bytes, text("a.B"), &error) ? QString() : error;
     };
-    QCOMPARE(errorOf(QByteArray()), QStringLiteral("the schema is empty"));
-    QCOMPARE(errorOf("no schema"), QStringLiteral("the schema is no serialized FileDescriptorSet"));
+    QCOMPARE(errorOf(QByteArray()), text("the schema is empty"));
+    QCOMPARE(errorOf("no schema"), text("the schema is no serialized FileDescriptorSet"));
     // "a.proto" and "b.proto", which import each other.
-    const QByteArray circle = QByteArray::fromHex("0a12"
-                                                  "0a07612e70726f746f"
-                                                  "1a07622e70726f746f"
-                                                  "0a12"
-                                                  "0a07622e70726f746f"
-                                                  "1a07612e70726f746f");
-    QVERIFY2(errorOf(circle).startsWith(QStringLiteral("b.proto: a.proto: ")), qPrintable(errorOf(circle)));
-    QStringList errors;
-    QVERIFY(!format.loadSchema(QStringLiteral("/nowhere/a.proto"), QStringList(), &errors));
-    QCOMPARE(errors, QStringList(QStringLiteral("/nowhere/a.proto: there is no such file")));
+    const QByteArray circle =
+        QByteArray::fromHex("0a12 0a07612e70726f746f 1a07622e70726f746f 0a12 0a07622e70726f746f 1a07612e70726f746f");
+    QVERIFY2(errorOf(circle).startsWith(text("b.proto: a.proto: ")), qPrintable(errorOf(circle)));
 }
 
 // Every byte of these takes a hundred, or a step down in the library that reads it.
@@ -161,9 +130,8 @@ void tst_ProtobufSchema::schemasThatNoSystemHasAreRefused()
     ProtobufFormat format;
     const auto errorOf = [&format](const google::protobuf::FileDescriptorSet& set) {
         QString error;
-        return format.addSchema(QByteArray::fromStdString(set.SerializeAsString()), QStringLiteral("a.T0"), &error)
-                   ? QStringLiteral("none")
-                   : error;
+        return format.addSchema(QByteArray::fromStdString(set.SerializeAsString()), text("a.T0"), &error) ? text("none")
+                                                                                                          : error;
     };
     const auto name = [](const char* stem, int number) { return stem + std::to_string(number); };
 
@@ -171,7 +139,7 @@ void tst_ProtobufSchema::schemasThatNoSystemHasAreRefused()
     many.add_file()->set_name("a");
     for (int i = 0; i < 250000; ++i)
         many.mutable_file(0)->add_message_type()->set_name(name("T", i));
-    QCOMPARE(errorOf(many), QStringLiteral("the schema is too large: 1 files, 250001 names"));
+    QCOMPARE(errorOf(many), text("the schema is too large: 1 files, 250001 names"));
 
     // In either order: whoever needs a file first, or has it first.
     for (const bool forward : {true, false}) {
@@ -182,7 +150,7 @@ void tst_ProtobufSchema::schemasThatNoSystemHasAreRefused()
             if (i + (forward ? 1 : -1) >= 0 && i + (forward ? 1 : -1) < 1000)
                 file->add_dependency(name("f", i + (forward ? 1 : -1)));
         }
-        QVERIFY2(errorOf(imports).contains(QStringLiteral("imports are nested more than 200 deep")),
+        QVERIFY2(errorOf(imports).contains(text("imports are nested more than 200 deep")),
                  qPrintable(errorOf(imports)));
     }
 
@@ -203,8 +171,8 @@ void tst_ProtobufSchema::schemasThatNoSystemHasAreRefused()
             field->set_type(google::protobuf::FieldDescriptorProto::TYPE_MESSAGE);
             field->set_type_name(".a." + name("T", i + 1));
         }
-        QCOMPARE(errorOf(chain), length < 2000 ? QStringLiteral("none")
-                                               : QStringLiteral("\"a.T0\" has parts nested more than 2000 types deep"));
+        QCOMPARE(errorOf(chain),
+                 length < 2000 ? text("none") : text("\"a.T0\" has parts nested more than 2000 types deep"));
     }
 }
 
