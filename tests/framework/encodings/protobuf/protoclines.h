@@ -28,8 +28,10 @@ inline QByteArray runProtoc(const QStringList& arguments, const QByteArray& inpu
 class ProtocLines : public QStringList
 {
 public:
+    ProtocLines() = default;
+
     /** Of what it has printed, in which @p ours tells what is a float. */
-    ProtocLines(const QByteArray& printed, const ProtocLines& ours)
+    explicit ProtocLines(const QByteArray& printed, const ProtocLines& ours = ProtocLines())
     {
         struct Level
         {
@@ -42,14 +44,14 @@ public:
             if (line.endsWith(" {")) {
                 // A group is printed by the name of its type.
                 const QByteArray name = line.chopped(2).toLower();
-                const QString path = at(levels.last().path, QString::fromUtf8(name), levels.last().counts[name]++);
+                const QString path = placeOf(levels.last().path, QString::fromUtf8(name), levels.last().counts[name]++);
                 append(path + QStringLiteral(" {"));
                 levels.append(Level{path, {}});
             } else if (line == "}") {
                 levels.removeLast();
             } else if (!line.isEmpty()) {
                 const QByteArray name = line.left(line.indexOf(": "));
-                const QString path = at(levels.last().path, QString::fromUtf8(name), levels.last().counts[name]++);
+                const QString path = placeOf(levels.last().path, QString::fromUtf8(name), levels.last().counts[name]++);
                 append(path + valueText(line.mid(name.size() + 2), ours.m_floats.contains(path)));
             }
         }
@@ -64,7 +66,7 @@ public:
     }
 
 private:
-    static QString at(const QString& path, const QString& name, int index)
+    static QString placeOf(const QString& path, const QString& name, int index)
     {
         return path + QStringLiteral("/%1[%2]").arg(name).arg(index);
     }
@@ -116,7 +118,7 @@ private:
                            key->getRawString(key->getValue(right.getSubMessage(), 0));
                 });
             for (int i = 0; i < values.size(); ++i)
-                addValue(field, values.at(i), message, i, at(path, field->getName(), i));
+                addValue(field, values.at(i), message, i, placeOf(path, field->getName(), i));
         }
     }
 
@@ -130,7 +132,7 @@ private:
             append(path + QStringLiteral(" {"));
             for (const FieldInfo* part : field->getSubFieldInfos())
                 if (part->getValue(message, static_cast<unsigned int>(index)).toSigned() != 0)
-                    append(at(path, part->getName(), 0) +
+                    append(placeOf(path, part->getName(), 0) +
                            valueText(part, part->getValue(message, static_cast<unsigned int>(index))));
         } else if (field->isOptional() || field->isRepeated() ||
                    message->getInfo()->getFieldInfo(QStringLiteral("key")) ||
