@@ -49,6 +49,13 @@ private Q_SLOTS:
              "'1:1':{'messages':70977,'lost':450,...}\n"
              "'events':{'CRC error':1314,'Truncated message':1}}"},
             {"corvel-dump --dialect mavlink/dialects/ardupilotmega.xml --stats mavlink/dronekit-flight.tlog 2>/dev/null"
+             " | grep -o -e '\"id\":\\(66\\|109\\|150\\),\"mess[^]]*gapCount\":[0-9]*' -e '\"\\(51:68\\|255:0\\)\":{\"m[^}]*'",
+             "'id':66,'messages':92,'noTime':0,'unknownInterval':0,'intervals':{'15000':92},'gapCount':0\n"
+             "'id':109,'messages':1370,'noTime':0,'unknownInterval':2,'intervals':{'1000':1368},'gapCount':4\n"
+             "'id':150,'messages':260,'noTime':0,'unknownInterval':2,'intervals':{'3900':258},'gapCount':2\n"
+             "'255:0':{'messages':1760,'lost':1314,'repeated':0,'late':0,'restarts':0,'failed':1314\n"
+             "'51:68':{'messages':2740,'lost':4,'repeated':1370,'late':0,'restarts':0,'failed':0"},
+            {"corvel-dump --dialect mavlink/dialects/ardupilotmega.xml --stats mavlink/dronekit-flight.tlog 2>/dev/null"
              " | grep -o '\"id\":[0-9]*,\"format\":\"ardupilotmega\"' | wc -l",
              "35"},
             {"corvel-dump --dialect mavlink/dialects/ardupilotmega.xml mavlink/dronekit-flight.tlog 2>&1 >/dev/null"

@@ -21,17 +21,25 @@ const int Live = ScriptedInput::Live;
 // What a view that needs the types A and C would have seen of a source, in order.
 class Recorder : public QObject
 {
-    Q_OBJECT
-
 public:
     explicit Recorder(StreamSource* source, const LineFormat& format)
-        : m_source(source)
-        , m_need(nullptr)
     {
         m_need.setMessagesNeeded({format.type("A"), format.type("C")});
-        connect(source, SIGNAL(newMessage(const Message*)), this, SLOT(noteMessage(const Message*)));
-        connect(source, SIGNAL(problem(QString)), this, SLOT(noteProblem(QString)));
-        connect(source, SIGNAL(stateChanged(int)), this, SLOT(noteState(int)));
+        const auto note = [this](const QString& line) { m_lines.append(line); };
+        connect(source, &StreamSource::newMessage, this, [this, note](const Message* message) {
+            QVERIFY(QThread::currentThread() == thread());
+            QCOMPARE(message->getReferenceCount(), 1);
+            ++messages;
+            if (onMessage)
+                onMessage();
+            else
+                note(QString::fromLatin1(message->getData()) + text(" from ") + message->getSender());
+        });
+        connect(source, &StreamSource::problem, this, note);
+        connect(source, &StreamSource::stateChanged, this, [source, note](int state) {
+            static const char* const names[] = {"idle", "opening", "running", "finished", "failed: "};
+            note(text(names[state]) + source->getErrorString());
+        });
     }
 
     QString told() const { return m_lines.join(QLatin1String("; ")); }
@@ -39,28 +47,8 @@ public:
     int messages = 0;
     std::function<void()> onMessage; // instead of lines
 
-public Q_SLOTS:
-    void noteMessage(const Message* message)
-    {
-        QVERIFY(QThread::currentThread() == thread());
-        QCOMPARE(message->getReferenceCount(), 1);
-        ++messages;
-        if (onMessage)
-            onMessage();
-        else
-            noteProblem(QString::fromLatin1(message->getData()) + QLatin1String(" from ") + message->getSender());
-    }
-    void noteProblem(const QString& line) { m_lines.append(line); }
-    void noteState(int state)
-    {
-        static const char* const names[] = {"idle", "opening", "running", "finished", "failed"};
-        noteProblem(text(names[state]) + QLatin1String(state == StreamSource::Failed ? ": " : "") +
-                    m_source->getErrorString());
-    }
-
 private:
-    StreamSource* m_source;
-    MessageNeed m_need;
+    MessageNeed m_need{nullptr};
     QStringList m_lines;
 };
 
@@ -115,16 +103,23 @@ private:
     }
 
     // Everything that a source brings to its end.
-    QString allOf(const QList<QByteArray>& pieces, ByteInput::Status last = ByteInput::End, int flags = 0)
+    QString allOf(const QString& given)
     {
-        const std::unique_ptr<StreamSource> source = unpaced(pieces, last, flags);
+        QList<QByteArray> pieces = given.toLatin1().replace(',', '\n').split('|');
+        const QByteArray kind = pieces.takeFirst();
+        const int flags = kind == "locked"      ? ScriptedInput::NotToBeOpened
+                          : kind == "datagrams" ? Live | ScriptedInput::Datagrams
+                          : kind == "live"      ? Live
+                                                : ScriptedInput::Recording;
+        const std::unique_ptr<StreamSource> source =
+            unpaced(pieces, kind == "failed" ? ByteInput::Failed : ByteInput::End, flags);
         Recorder recorder(source.get(), m_format);
         source->start();
         source->start();
         if (!waitUntilOver(*source))
-            return QStringLiteral("no end");
+            return text("no end");
         const ReceptionCounters& counters = source->getCounters();
-        return recorder.told() + QStringLiteral("; %1 known, %2 unknown, %3 failed")
+        return recorder.told() + text("; %1 known, %2 unknown, %3 failed")
                                      .arg(counters.getMessageCount())
                                      .arg(counters.getUnknownCount())
                                      .arg(counters.getChecksumFailureCount());
@@ -133,40 +128,28 @@ private:
 private Q_SLOTS:
     void cleanupTestCase() { QCOMPARE(int(ScriptedInput::alive), 0); }
 
-    void messagesAreCountedAlwaysAndMadeWhenNeeded()
+    void whatComesIsToldAndCounted()
     {
-        QCOMPARE(allOf({"1 A\n2 B\n3 ", "C\n4 X\n5 A"}),
-                 text("opening; running; 1 A from sender 1; 3 C from sender 1; 5 A from sender 1; finished; "
-                      "4 known, 1 unknown, 0 failed"));
-    }
-
-    void anEndInTroubleKeepsWhatWasShown()
-    {
-        QCOMPARE(allOf({"1 A\n2 A"}, ByteInput::Failed),
-                 text("opening; running; 1 A from sender 1; 2 A from sender 1; failed: script: it is gone; "
-                      "2 known, 0 unknown, 0 failed"));
-        QCOMPARE(allOf({"1 A\n"}, ByteInput::End, ScriptedInput::NotToBeOpened),
-                 text("opening; failed: script: it is locked; 0 known, 0 unknown, 0 failed"));
-    }
-
-    void problemsAreFoldedAndCountedExactly()
-    {
-        QCOMPARE(allOf({"!1 A\n!2 A\n!3 B\n!4 A\n!5 A\n!6 B\n"}),
-                 text("opening; running; script at byte 0: checksum failure, id 65, sender sender 1; "
-                      "script at byte 10: checksum failure, id 66, sender sender 1; "
-                      "script at byte 20: checksum failure, id 65, sender sender 1 (3 times since byte 5); "
-                      "script at byte 25: checksum failure, id 66, sender sender 1; finished; "
-                      "0 known, 0 unknown, 6 failed"));
-    }
-
-    void aDatagramEndsWhatItBegan()
-    {
-        QVERIFY2(allOf({"1 A", "", "2 A\n3 A"}, ByteInput::End, Live | ScriptedInput::Datagrams)
-                     .contains(text("running; 1 A from sender 1; 2 A from sender 1; 3 A from sender 1; finished")),
-                 "datagrams");
-        QVERIFY2(allOf({"1 A", "", "2 A\n3 A"}, ByteInput::End, Live)
-                     .contains(text("running; 1 A2 A from sender 1; 3 A from sender 1; finished")),
-                 "a stream");
+        // The end or the kind of input, and the pieces.
+        const TextRow rows[] = {
+            {"end|1 A,2 B,3 |C,4 X,5 A", "opening; running; 1 A from sender 1; 3 C from sender 1; 5 A from sender 1; "
+                                         "finished; 4 known, 1 unknown, 0 failed"},
+            // An end in trouble keeps what was shown.
+            {"failed|1 A,2 A", "opening; running; 1 A from sender 1; 2 A from sender 1; failed: script: it is gone; "
+                               "2 known, 0 unknown, 0 failed"},
+            {"locked|1 A,", "opening; failed: script: it is locked; 0 known, 0 unknown, 0 failed"},
+            // Problems are folded and counted exactly.
+            {"end|!1 A,!2 A,!3 B,!4 A,!5 A,!6 B,",
+             "opening; running; script at byte 0: checksum failure, id 65, sender sender 1; "
+             "script at byte 10: checksum failure, id 66, sender sender 1; "
+             "script at byte 20: checksum failure, id 65, sender sender 1 (3 times since byte 5); "
+             "script at byte 25: checksum failure, id 66, sender sender 1; finished; 0 known, 0 unknown, 6 failed"},
+            // A datagram ends what it began.
+            {"datagrams|1 A||2 A,3 A", "opening; running; 1 A from sender 1; 2 A from sender 1; 3 A from sender 1; "
+                                       "finished; 3 known, 0 unknown, 0 failed"},
+            {"live|1 A||2 A,3 A", "opening; running; 1 A2 A from sender 1; 3 A from sender 1; finished; "
+                                  "2 known, 0 unknown, 0 failed"}};
+        QCOMPARE(differences(rows, [this](const QString& given) { return allOf(given); }), QString());
     }
 
     // A live input gives its few messages at once and does not wait for more to come.
@@ -186,42 +169,41 @@ private Q_SLOTS:
 
     void messagesArePacedByTheirTimes()
     {
-        static const struct
-        {
-            bool hasTimes;
-            int flags;
-            double factor;
-            double rate;
-            const char* input;
-            const char* played; // each message with the millisecond at which it was let through
-        } rows[] = {
-            {true, 0, 1, 0, "500 A,500 B,700 A,60700 B", "500 A @0,500 B @0,700 A @200,60700 B @60200"},
-            {true, 0, 2, 0, "0 A,1000 A,3000 A", "0 A @0,1000 A @500,3000 A @1500"},
-            {true, 0, 0.5, 0, "0 A,1000 A", "0 A @0,1000 A @2000"},
-            {true, 0, 0, 9, "0 A,5000 A", "0 A @0,5000 A @0"}, // as fast as possible
-            {true, 0, 1, 0, "0 A,1000 A,900 B,1100 A", "0 A @0,1000 A @1000,900 B @1000,1100 A @1100"},
+        // "timed" or not, "live" or from a file, the factor, the rate, the messages; each as the millisecond at which
+        // it was let through is told.
+        const TextRow rows[] = {
+            {"timed file 1 0 500 A,500 B,700 A,60700 B", "500 A @0,500 B @0,700 A @200,60700 B @60200"},
+            {"timed file 2 0 0 A,1000 A,3000 A", "0 A @0,1000 A @500,3000 A @1500"},
+            {"timed file 0.5 0 0 A,1000 A", "0 A @0,1000 A @2000"},
+            {"timed file 0 9 0 A,5000 A", "0 A @0,5000 A @0"}, // as fast as possible
+            {"timed file 1 0 0 A,1000 A,900 B,1100 A", "0 A @0,1000 A @1000,900 B @1000,1100 A @1100"},
             // Clocks that are set back, to today, and to anything.
-            {true, 0, 1, 0, "9000 A,9500 A,100 A,400 A", "9000 A @0,9500 A @500,100 A @500,400 A @800"},
-            {true, 0, 1, 0, "100 A,200 A,1400000000000 A,1400000000100 A",
+            {"timed file 1 0 9000 A,9500 A,100 A,400 A", "9000 A @0,9500 A @500,100 A @500,400 A @800"},
+            {"timed file 1 0 100 A,200 A,1400000000000 A,1400000000100 A",
              "100 A @0,200 A @100,1400000000000 A @100,1400000000100 A @200"},
-            {true, 0, 0.001, 0, "9000000000000000 A,-9000000000000000 A,10 A",
+            {"timed file 0.001 0 9000000000000000 A,-9000000000000000 A,10 A",
              "9000000000000000 A @0,-9000000000000000 A @0,10 A @0"},
-            {false, 0, 2, 10, "1 A,2 A,3 A", "1 A @0,2 A @50,3 A @100"},
-            {false, 0, 1, 0, "1 A,2 A", "1 A @0,2 A @0"},
-            {false, Live, 1, 10, "1 A,2 A", "1 A @0,2 A @0"},
-            {true, Live, 1, 0, "1 A,101 A", "1 A @0,101 A @100"}, // a recording through a pipe
-        };
-        for (const auto& row : rows) {
-            FakeClock* const clock = new FakeClock;
-            LineDecoder* const decoder = new LineDecoder(&m_format, row.hasTimes, clock);
-            const QByteArray bytes = QByteArray(row.input).replace(',', '\n') + '\n';
-            StreamSource source(new ScriptedInput({bytes}, ByteInput::End, row.flags), decoder);
-            source.setClock(clock);
-            source.setPlayback(playback(row.factor, row.rate));
-            source.start();
-            QVERIFY(waitUntilOver(source));
-            QCOMPARE(decoder->played.join(QLatin1Char(',')), text(row.played));
-        }
+            {"plain file 2 10 1 A,2 A,3 A", "1 A @0,2 A @50,3 A @100"},
+            {"plain file 1 0 1 A,2 A", "1 A @0,2 A @0"},
+            {"plain live 1 10 1 A,2 A", "1 A @0,2 A @0"},
+            {"timed live 1 0 1 A,101 A", "1 A @0,101 A @100"}}; // a recording through a pipe
+        QCOMPARE(differences(rows,
+                             [this](const QString& given) {
+                                 const QStringList words = given.split(QLatin1Char(' '));
+                                 FakeClock* const clock = new FakeClock;
+                                 LineDecoder* const decoder =
+                                     new LineDecoder(&m_format, words.at(0) == text("timed"), clock);
+                                 QString lines = given.section(QLatin1Char(' '), 4) + QLatin1Char('\n');
+                                 lines.replace(QLatin1Char(','), QLatin1Char('\n'));
+                                 StreamSource source(new ScriptedInput({lines.toLatin1()}, ByteInput::End,
+                                                                       words.at(1) == text("live") ? Live : 0),
+                                                     decoder);
+                                 source.setClock(clock);
+                                 source.setPlayback(playback(words.at(2).toDouble(), words.at(3).toDouble()));
+                                 source.start();
+                                 return waitUntilOver(source) ? decoder->played.join(QLatin1Char(',')) : text("no end");
+                             }),
+                 QString());
     }
 
     void theSpeedCanChangeInTheMiddleOfAGap()
@@ -321,23 +303,18 @@ private Q_SLOTS:
         }
     }
 
-    void aReceiverMayDoAnything()
+    void aReceiverMayDeleteItOrWait()
     {
-        for (const bool deleteIt : {false, true}) {
-            StreamSource* const source = unpaced({"1 A\n2 A\n3 A\n"}).release();
-            Recorder recorder(source, m_format);
-            recorder.onMessage = [&] {
-                if (recorder.messages == 2)
-                    deleteIt ? delete source : source->stop();
-            };
-            source->start();
-            QVERIFY(waitFor([] { return ScriptedInput::alive == 0; }));
-            QCoreApplication::processEvents();
-            QCOMPARE(recorder.messages, 2);
-            QCOMPARE(recorder.told(), text(deleteIt ? "opening; running" : "opening; running; finished"));
-            if (!deleteIt)
-                delete source;
-        }
+        StreamSource* const deleted = unpaced({"1 A\n2 A\n3 A\n"}).release();
+        Recorder before(deleted, m_format);
+        before.onMessage = [&] {
+            if (before.messages == 2)
+                delete deleted;
+        };
+        deleted->start();
+        QVERIFY(waitFor([] { return ScriptedInput::alive == 0; }));
+        QCoreApplication::processEvents();
+        QCOMPARE(before.told() + text("; %1 messages").arg(before.messages), text("opening; running; 2 messages"));
 
         const std::unique_ptr<StreamSource> source = unpaced(manyLines(5000));
         Recorder recorder(source.get(), m_format);
@@ -347,14 +324,8 @@ private Q_SLOTS:
                 nested = waitUntilOver(*source);
         };
         source->start();
-        QVERIFY(waitUntilOver(*source));
         QVERIFY(waitFor([&] { return nested; }));
         QCOMPARE(recorder.messages, 5000);
-
-        const std::unique_ptr<StreamSource> other = unpaced({"1 A\n"});
-        connect(other.get(), &StreamSource::stateChanged, other.get(), &StreamSource::stop);
-        other->start();
-        QCOMPARE(other->getState(), StreamSource::Finished);
     }
 
     void whoeverStopsItHearsNoMore()
@@ -365,36 +336,39 @@ private Q_SLOTS:
             void processProblem(const StreamProblem&) override {}
             std::function<void()> stop = [] {};
         };
-        const QString one = text("opening; running; 1 A from sender 1; ");
-        const QString two = one + text("script at byte 4: checksum failure, id 65, sender sender 1; ");
-        const QString ends[] = {text("opening; running; finished"), text("opening; running; finished"),
-                                one + text("finished"), two + text("finished"),
-                                two + text("2 A from sender 1; finished")};
-        for (int from = 0; from < 5; ++from) {
+        // Within the change to Opening, the one to Running, and then by the kind of what comes.
+        const char* const ends[] = {
+            "opening; finished",
+            "opening; running; finished",
+            "opening; running; finished",
+            "opening; running; 1 A from sender 1; finished",
+            "opening; running; 1 A from sender 1; script at byte 4: checksum failure, id 65, sender sender 1; finished",
+            "opening; running; 1 A from sender 1; script at byte 4: checksum failure, id 65, sender sender 1; "
+            "2 A from sender 1; finished"};
+        for (int from = 0; from < 6; ++from) {
             // It would fail next.
             const std::unique_ptr<StreamSource> source = unpaced({"1 A\n!1 A\n2 A\n"}, ByteInput::Failed);
             Recorder recorder(source.get(), m_format);
             Observer observer;
             source->addObserver(&observer);
             const auto stop = [&] {
-                if (source->getState() == StreamSource::Running)
+                if (source->getState() == (from == 0 ? StreamSource::Opening : StreamSource::Running))
                     source->stop();
             };
-            if (from == 0)
+            if (from <= 1)
                 connect(source.get(), &StreamSource::stateChanged, this, stop);
-            else if (from == 1)
-                observer.stop = stop;
             else if (from == 2)
-                connect(source.get(), &StreamSource::newMessage, this, stop);
+                observer.stop = stop;
             else if (from == 3)
+                connect(source.get(), &StreamSource::newMessage, this, stop);
+            else if (from == 4)
                 connect(source.get(), &StreamSource::problem, this, stop);
             else
                 connect(source.get(), &StreamSource::received, this, stop);
             source->start();
-            QVERIFY(waitFor([] { return ScriptedInput::alive == 0; }));
+            QVERIFY(from == 0 || waitFor([] { return ScriptedInput::alive == 0; }));
             QCoreApplication::processEvents();
-            QCOMPARE(recorder.told(), ends[from]);
-            QCOMPARE(source->getErrorString(), QString());
+            QCOMPARE(recorder.told() + source->getErrorString(), text(ends[from]));
         }
     }
 
