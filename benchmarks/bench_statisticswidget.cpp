@@ -137,10 +137,8 @@ void fillLog(EventLog* log, int count)
 {
     const QDateTime time(QDate(2024, 5, 6), QTime(7, 8, 9), Qt::UTC);
     for (int i = 0; i < count; ++i) {
-        EventLog::Entry entry;
-        entry.time = time.addSecs(log->entries.size());
-        entry.event.message = QString::fromLatin1("checksum failure, id %1, sender 1:1").arg(i % 256);
-        log->entries.append(entry);
+        const QString message = QString::fromLatin1("checksum failure, id %1, sender 1:1").arg(i % 256);
+        log->entries.append({time.addSecs(log->entries.size()), CorvelEvent(message)});
     }
 }
 

@@ -1,6 +1,6 @@
 include("${CMAKE_CURRENT_LIST_DIR}/../shared/subbuild.cmake")
 
-build("${CMAKE_CURRENT_LIST_DIR}/framework" "${WORK_DIR}/framework" all
+build("${CMAKE_CURRENT_LIST_DIR}/../standin" "${WORK_DIR}/framework" all
     "-DQT_MAJOR=${QT_MAJOR}" "-DCMAKE_CXX_FLAGS=${SUBBUILD_FLAGS}" "-DCMAKE_PREFIX_PATH=${PREFIX_PATH}")
 
 string(REPLACE ";" "\\;" prefixes "${WORK_DIR}/framework;${PREFIX_PATH}")

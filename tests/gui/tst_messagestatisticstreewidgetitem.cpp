@@ -36,7 +36,8 @@ static QStringList toolTipsOf(const QTreeWidgetItem* row)
 void tst_MessageStatisticsTreeWidgetItem::toolTips()
 {
     View view;
-    const MessageInfo info{text("The attitude")};
+    MessageInfo info;
+    info.description = text("The attitude");
     MessageStatistics* known = view.add(text("ATTITUDE"));
     known->messageInfo = &info;
     known->unknownTime = known->unknownInterval = 1;

@@ -95,7 +95,7 @@ void tst_MessageStatisticsWidget::checksumErrorsHaveARowOnTop()
     View view;
     view.tree.setSortingEnabled(false);
     view.add(text("ATTITUDE"));
-    view.coordinator.eventCounts.insert(CorvelEvent::OtherEvent, 5);
+    view.coordinator.eventCounts.insert(CorvelEvent::Fanfare, 5);
     const QTreeWidgetItem* former = nullptr;
     const unsigned int counts[] = {0, 9, 10, 0, 0, 1};
     for (unsigned int i = 0; i < sizeof(counts) / sizeof(counts[0]); ++i) {

@@ -1,226 +1,177 @@
+#include "corvel.h"
+#include "eventlog.h"
+#include "eventlogtablewidget.h"
 #include "fieldinfo.h"
 #include "fieldvaluelabel.h"
-#include "message.h"
+#include "formatinfo.h"
 #include "messageinfo.h"
+#include "messageneed.h"
 #include "messagesource.h"
-#include "messagewidget.h"
-#include "minimodel.h"
-
-#if __has_include("messagetreewidget.h")
-#include "messagetreewidget.h"
-#include "messagetreewidgetitem.h"
-#endif
-#if __has_include("messagestatisticswidget.h")
 #include "messagestatistics.h"
 #include "messagestatisticscoordinator.h"
 #include "messagestatisticswidget.h"
-#endif
-#if __has_include("eventlogtablewidget.h")
-#include "eventlog.h"
-#include "eventlogtablewidget.h"
-#endif
-#if __has_include("pathexpressionlabel.h")
+#include "messagetreewidget.h"
+#include "messagetreewidgetitem.h"
+#include "messagewidget.h"
 #include "pathexpression.h"
+#include "pathexpressioncombobox.h"
 #include "pathexpressionlabel.h"
 #include "pathexpressionlineedit.h"
-#endif
+#include "pathexpressionlistwidget.h"
+#include "shown.h"
+#include "testbase.h"
 
-#include <QGridLayout>
-#include <QtTest>
-
-#include <memory>
-
-extern QStringList g_asked;
-extern QStringList g_assertions;
-extern QMap<QString, int> g_objects;
+#include <QLabel>
 
 /** The widgets with a framework that shares nothing but the operations with this repository's. */
-class tst_Binding : public QObject
+class tst_Binding : public TestBase
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void cleanup();
     void cleanupTestCase();
-    void valueLabel();
-    void messageForm();
+    void valueLabelAndForm();
     void messageTree();
     void statistics();
     void eventLog();
     void pathExpressions();
 
 private:
-    MessageInfo* m_point;
-    MessageInfo* m_state;
-
-    Message* newState();
+    MessageInfo m_point;
+    MessageInfo m_state;
+    QList<FieldInfo> m_fields;
+    Message m_innerMessage{&m_point};
+    Message m_message{&m_state};
 };
-
-static QString text(const char* latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 void tst_Binding::initTestCase()
 {
-    m_point = MiniModel::newInfo("POINT", QStringList() << text("x") << text("y"));
-    m_state = MiniModel::newInfo("STATE", QStringList()
-                                              << text("speed") << text("list:r") << text("name:s") << text("maybe:o")
-                                              << text("where") << text("secret:c") << text("detail:2v"));
-    MiniModel::setSubType(m_state, 4, m_point);
-}
-
-void tst_Binding::cleanup()
-{
-    for (auto account = g_objects.constBegin(); account != g_objects.constEnd(); ++account)
-        QVERIFY2(account.value() == 0, qPrintable(account.key()));
-    QVERIFY(!g_objects.isEmpty());
-    QVERIFY(MiniModel::needs.isEmpty());
-    QCOMPARE(MiniModel::messagesAlive, 0);
-    QCOMPARE(g_assertions, QStringList());
+    m_point.name = text("POINT");
+    m_point.isSub = true;
+    m_state.name = text("STATE");
+    m_state.description = text("Where it is");
+    m_fields << FieldInfo(&m_point, "x") << FieldInfo(&m_point, "y") << FieldInfo(&m_state, "speed")
+             << FieldInfo(&m_state, "list", "r") << FieldInfo(&m_state, "name", "s")
+             << FieldInfo(&m_state, "maybe", "o") << FieldInfo(&m_state, "where") << FieldInfo(&m_state, "secret", "c")
+             << FieldInfo(&m_state, "detail", "2v");
+    for (int i = 0; i < m_fields.size(); ++i) {
+        const FieldInfo* const field = &m_fields.at(i);
+        const bool inner = i < 2;
+        (inner ? m_point : m_state).fields.append(field);
+        Message& message = inner ? m_innerMessage : m_message;
+        for (int value = field->isOptional() ? 0 : field->isRepeated() ? 2 : 1; value > 0; --value)
+            message.values[field] << QString::number(10 * i + value);
+    }
+    m_fields[4].type.code = FieldType::UnsignedCharType;
+    m_fields[6].type.code = FieldType::SubMessageType;
+    m_fields[6].type.subMessageInfo = &m_point;
+    m_message.values[&m_fields.at(6)] = QList<FieldValue>() << FieldValue(QString(), &m_innerMessage);
 }
 
 void tst_Binding::cleanupTestCase()
 {
-    QCOMPARE(g_asked.count(text("corvelgui/FieldValueLabel")), 1);
-    MiniModel::deleteAllInfos();
+    const MemLeakTracer* const tracer = MemLeakTracer::getInstance();
+    QCOMPARE(int(tracer->objects.size()), 17); // every class reports its objects
+    QCOMPARE(tracer->asked.count(text("corvelgui/FieldValueLabel")), 1);
+    QVERIFY(MessageNeed::needs.isEmpty());
+    QCOMPARE(m_message.references + m_innerMessage.references, 2);
 }
 
-Message* tst_Binding::newState()
-{
-    static Message* const point = MiniModel::newMessage(m_point, {{1}, {2}});
-    static const bool counted = --MiniModel::messagesAlive >= 0; // lives as long as the program
-    Q_UNUSED(counted);
-    return MiniModel::newMessage(
-        m_state, {{3.5}, {7, 8}, {text("a"), text("b")}, {}, {MiniModel::fromMessage(point)}, {5}, {6}});
-}
-
-void tst_Binding::valueLabel()
+void tst_Binding::valueLabelAndForm()
 {
     MessageSource source;
-    FieldValueLabel speed(m_state->getFieldInfos().at(0), &source, true, -1);
-    FieldValueLabel list(m_state->getFieldInfos().at(1), &source, false, -1);
-    QCOMPARE(MiniModel::needs.size(), 2);
-    QCOMPARE(MiniModel::needs.first(), QVector<const MessageInfo*>(1, m_state));
-    QCOMPARE(speed.text(), text("N/A"));
-    Message* message = newState();
-    Q_EMIT source.newMessage(message);
-    QCOMPARE(speed.text(), text("<3.5>"));
-    QCOMPARE(list.text(), text("7 [...]"));
-    message->removeReference();
-}
+    FieldValueLabel label(m_state.fields.at(1), &source, false, -1);
+    QCOMPARE(MessageNeed::needs.values(), QList<QVector<const MessageInfo*>>()
+                                              << QVector<const MessageInfo*>(1, &m_state));
+    QCOMPARE(label.text(), text("N/A"));
+    Q_EMIT source.newMessage(&m_message);
+    QCOMPARE(label.text(), text("32 [...]"));
 
-void tst_Binding::messageForm()
-{
-    MessageWidget form(nullptr, m_state);
-    Message* message = newState();
-    form.processMessage(message);
-    QCOMPARE(form.windowTitle(), text("STATE"));
-    QStringList texts;
-    const QGridLayout* grid = qobject_cast<QGridLayout*>(form.layout());
-    for (int row = 0; row < grid->rowCount(); ++row)
-        for (int column = 0; column < 2; ++column)
-            texts += qobject_cast<QLabel*>(grid->itemAtPosition(row, column)->widget())->text();
-    QCOMPARE(texts.mid(0, 8).join(text(" ")), text("speed <3.5> list <7> [...] name ab maybe N/A"));
-    message->removeReference();
-}
-
-#if __has_include("messagetreewidget.h")
-static QStringList rowTexts(const QTreeWidgetItem* row, const QString& indent = QString())
-{
-    QStringList texts;
-    texts.append(indent + row->text(0) + text(" = ") + row->text(1));
-    for (int i = 0; i < row->childCount(); ++i)
-        if (!row->child(i)->isHidden())
-            texts += rowTexts(row->child(i), indent + text("  "));
-    return texts;
+    MessageWidget form(nullptr, &m_state);
+    form.processMessage(&m_message);
+    QStringList texts(form.windowTitle());
+    Q_FOREACH (const QLabel* shown, form.findChildren<QLabel*>())
+        texts += shown->text();
+    texts.sort();
+    QCOMPARE(texts.join(text(" ")),
+             text("2 letters <21> <32> [...] <71> <81> <> N/A STATE detail list maybe name secret "
+                  "speed where"));
 }
 
 void tst_Binding::messageTree()
 {
     MessageTreeWidget tree(nullptr);
-    tree.setColumns(QVector<MessageTreeWidget::ColumnType>()
-                    << MessageTreeWidget::NameColumn << MessageTreeWidget::ValueColumn);
-    MessageTreeWidgetItem* row = new MessageTreeWidgetItem(&tree, m_state);
+    MessageTreeWidgetItem* row = new MessageTreeWidgetItem(&tree, &m_state);
     tree.addTopLevelItem(row);
     tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
-    QVERIFY(MiniModel::needs.values().contains(QVector<const MessageInfo*>(1, m_state)));
-    Message* message = newState();
-    tree.processMessage(message);
-    message->removeReference();
-    QCOMPARE(MiniModel::messagesAlive, 1); // the row has it
-    const QStringList texts = rowTexts(row);
-    QVERIFY2(texts.contains(text("  speed = <3.5>")), qPrintable(texts.join(text("\n"))));
-    QVERIFY2(texts.contains(text("  name = ab")), qPrintable(texts.join(text("\n"))));
-    QVERIFY2(texts.filter(text("<8>")).size() == 1, qPrintable(texts.join(text("\n"))));
-    QVERIFY2(texts.contains(text("    y = <2>")), qPrintable(texts.join(text("\n"))));
-    QVERIFY2(texts.filter(text("secret")).isEmpty(), qPrintable(texts.join(text("\n"))));
-
-    MiniModel::showConfidential = true;
-    tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
-    QVERIFY(rowTexts(row).contains(text("  secret = <5>")));
-    MiniModel::showConfidential = false;
+    QVERIFY(MessageNeed::needs.values().contains(QVector<const MessageInfo*>(1, &m_state)));
+    tree.processMessage(&m_message);
+    QCOMPARE(m_message.references, 2); // the row has it
+    const QStringList open = lines("speed | T17 | <21>\nlist |  | 2 repeated values\n  list [0] | T17 | <32>\n"
+                                   "  list [1] | T17 | <31>\nname | string | 2 letters\n"
+                                   "maybe | T17 | No value for optional field\nwhere | T6\n  x | T17 | <1>\n"
+                                   "  y | T17 | <11>");
+    const QString detail = text("detail | T17 | <81>");
+    QCOMPARE(rowTexts(row), lines("Hidden data") + open + QStringList(detail));
+    Corvel::showConfidential = true;
+    tree.setShowPrimaryFieldsOnly(true);
+    QCOMPARE(rowTexts(row), open + lines("secret | T17 | <71>"));
+    Corvel::showConfidential = false;
 }
-#else
-void tst_Binding::messageTree() {}
-#endif
 
-#if __has_include("messagestatisticswidget.h")
 void tst_Binding::statistics()
 {
+    const FormatInfo format = {text("mini")};
+    MessageStatistics counted(&format, text("STATE"));
+    counted.count = 77;
+    counted.regular = true;
+    counted.lastInterval = 20;
+    counted.setInterval(20, 76);
+    counted.unknownInterval = 1;
+    counted.numberOfGaps = 1;
+    counted.addGap(1000, 3, 20);
     MessageStatisticsCoordinator coordinator;
-    const std::unique_ptr<MessageStatistics> counted(MiniModel::addStatistics(&coordinator, "STATE", 77));
+    coordinator.statistics << &counted;
+    coordinator.eventCounts[CorvelEvent::CrcError] = 9;
     MessageStatisticsWidget widget(&coordinator, nullptr);
     widget.updateTree();
-    const QList<QTreeWidgetItem*> rows = widget.findItems(text("STATE"), Qt::MatchExactly | Qt::MatchRecursive);
-    QCOMPARE(int(rows.size()), 1);
-    QVERIFY(rows.at(0)->parent());
-    QCOMPARE(rows.at(0)->parent()->text(0), text("mini"));
-    QStringList texts;
-    for (int column = 0; column < widget.columnCount(); ++column)
-        texts.append(rows.at(0)->text(column));
-    QVERIFY2(texts.contains(text("77")), qPrintable(texts.join(text(" "))));
-    QVERIFY2(texts.contains(text("every 20")), qPrintable(texts.join(text(" "))));
+    QCOMPARE(rowTexts(widget), lines("CRC Errors | 9\nmini\n  STATE | 77 | every 20 ms | 1 (0 epochs)\n    Gaps\n"
+                                     "      t1000 | 3 | 60 ms\n    Rates/Intervals\n      Unknown interval/rate | 1\n"
+                                     "      every 20 ms | 76"));
 }
-#else
-void tst_Binding::statistics() {}
-#endif
 
-#if __has_include("eventlogtablewidget.h")
 void tst_Binding::eventLog()
 {
     EventLog log;
-    MiniModel::log(&log, QDateTime(), "before");
+    log.add(QDateTime(), text("before"));
     EventLogTableWidget table(&log, nullptr);
-    MiniModel::log(&log, QDateTime(QDate(2020, 2, 29), QTime(12, 0)), "after");
+    log.add(QDateTime(QDate(2020, 2, 29), QTime(12, 0)), text("after"));
     QCOMPARE(table.rowCount(), 2);
-    QVERIFY(!table.findItems(text("before"), Qt::MatchContains).isEmpty());
-    QVERIFY(!table.findItems(text("after"), Qt::MatchContains).isEmpty());
-    MiniModel::clear(&log);
+    QCOMPARE(table.item(0, 1)->text() + table.item(1, 1)->text(), text("beforeafter"));
+    log.clear();
     QCOMPARE(table.rowCount(), 0);
 }
-#else
-void tst_Binding::eventLog() {}
-#endif
 
-#if __has_include("pathexpressionlabel.h")
 void tst_Binding::pathExpressions()
 {
+    const PathExpression::Parts all = PathExpression::AllParts;
     PathExpression expression(nullptr);
-    expression.setupToMatchUnique(m_point->getFieldInfos().at(1));
-    PathExpressionLabel label(nullptr);
-    label.setPathExpression(&expression);
-    PathExpressionLineEdit edit(nullptr);
-    edit.setPathExpression(&expression);
-    QCOMPARE(label.text(), text("mini|POINT|y"));
-    expression.setString(text("mini|STATE|speed"));
-    QCOMPARE(label.text(), text("mini|STATE|speed"));
-    QCOMPARE(edit.text(), text("mini|STATE|speed"));
+    PathExpression source(nullptr);
+    source.matches = lines("x\ny");
+    expression.setupToMatchUnique(&m_fields.at(1));
+    PathExpressionLabel label(&expression, all, nullptr);
+    PathExpressionLineEdit edit(&expression, all, nullptr);
+    PathExpressionListWidget list(&expression, all, &source, nullptr);
+    PathExpressionComboBox box(&expression, all, &source, nullptr);
+    QCOMPARE(entriesText(list) + text("; ") + entriesText(box), text("x, <y>; All, x, <y>"));
+    list.setCurrentRow(0);
+    QCOMPARE(label.text() + edit.text() + box.currentText(), text("xxx"));
+    box.setCurrentIndex(0);
+    QVERIFY(expression.isWildCard(all));
+    QTest::keyClick(&edit, 'z');
+    QCOMPARE(label.text(), text("*z..."));
 }
-#else
-void tst_Binding::pathExpressions() {}
-#endif
 
 QTEST_MAIN(tst_Binding)
 

@@ -36,19 +36,16 @@ Desk::Desk(quint64 seed, bool verbose)
     , m_settings(openedName(&m_file), QSettings::IniFormat)
     , m_window(new QWidget)
     , m_page(new QWidget(m_window))
-    , m_time(1000000)
     , m_verbose(verbose)
-    , m_depth(0)
-    , m_answers(0)
-    , m_choiceDepth(0)
-    , m_operations(0)
     , m_calm(m_chance.coin())
 {
     m_window->resize(600, 500);
     m_streams.append(m_coordinator.addStream());
     for (int i = 0; i < 3; ++i) {
         m_expressions.append(new PathExpression(this));
-        listenTo(m_expressions.last());
+        listen(m_expressions.last(), SLOT(answer()),
+               {SIGNAL(partsChanged(PathExpression::Parts)), SIGNAL(expressionChanged(const QString&)),
+                SIGNAL(matchesMayHaveChanged())});
     }
     const QByteArray without = qgetenv("CORVEL_STRESS_WITHOUT");
     for (int i = without.contains("trees") ? 2 : 0; i < 2; ++i)
@@ -71,56 +68,46 @@ Desk::~Desk()
     m_answers = 0;
     emptyBin();
     qDeleteAll(m_shelf);
-    Q_FOREACH (FieldValueLabel* label, m_valueLabels)
+    Q_FOREACH (FieldValueLabel* label, all<FieldValueLabel>())
         label->setTimeOut(-1); // only so the timer goes
-    // Not all of them are the window's children any more.
-    qDeleteAll(m_valueLabels);
-    qDeleteAll(m_trees);
-    qDeleteAll(m_statistics);
-    qDeleteAll(m_tables);
-    qDeleteAll(m_forms);
-    qDeleteAll(m_editors);
+    qDeleteAll(m_widgets);     // not all of them are the window's children any more
     delete m_window;
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     resetProcess();
 }
 
+void Desk::listen(QObject* sender, const char* slot, const std::vector<const char*>& signalsOfSender)
+{
+    for (std::size_t i = 0; i < signalsOfSender.size(); ++i)
+        connect(sender, signalsOfSender.at(i), slot);
+}
+
 void Desk::listenTo(QAbstractItemView* view)
 {
-    connect(view->selectionModel(), SIGNAL(currentChanged(QModelIndex, QModelIndex)), SLOT(answerChoice()));
-    connect(view->selectionModel(), SIGNAL(selectionChanged(QItemSelection, QItemSelection)), SLOT(answerChoice()));
-    connect(view, SIGNAL(clicked(QModelIndex)), SLOT(answer()));
-    QAbstractItemModel* model = view->model();
-    const char* const changes[] = {SIGNAL(rowsInserted(QModelIndex, int, int)),
-                                   SIGNAL(rowsRemoved(QModelIndex, int, int)), SIGNAL(layoutChanged()),
-                                   SIGNAL(modelReset()), SIGNAL(dataChanged(QModelIndex, QModelIndex))};
-    for (unsigned int i = 0; i < sizeof(changes) / sizeof(changes[0]); ++i)
-        connect(model, changes[i], SLOT(answerGently()));
+    listen(
+        view->selectionModel(), SLOT(answerChoice()),
+        {SIGNAL(currentChanged(QModelIndex, QModelIndex)), SIGNAL(selectionChanged(QItemSelection, QItemSelection))});
+    listen(view, SLOT(answer()), {SIGNAL(clicked(QModelIndex))});
+    listen(view->model(), SLOT(answerGently()),
+           {SIGNAL(rowsInserted(QModelIndex, int, int)), SIGNAL(rowsRemoved(QModelIndex, int, int)),
+            SIGNAL(layoutChanged()), SIGNAL(modelReset()), SIGNAL(dataChanged(QModelIndex, QModelIndex))});
 }
 
 void Desk::listenTo(QTreeWidget* tree)
 {
-    const char* const changes[] = {SIGNAL(itemChanged(QTreeWidgetItem*, int)), SIGNAL(itemExpanded(QTreeWidgetItem*)),
-                                   SIGNAL(itemCollapsed(QTreeWidgetItem*)), SIGNAL(itemSelectionChanged()),
-                                   SIGNAL(currentItemChanged(QTreeWidgetItem*, QTreeWidgetItem*))};
-    for (unsigned int i = 0; i < sizeof(changes) / sizeof(changes[0]); ++i)
-        connect(tree, changes[i], SLOT(answer()));
-    connect(tree->header(), SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)), SLOT(answer()));
-    connect(tree->header(), SIGNAL(sectionResized(int, int, int)), SLOT(answerGently()));
+    listen(tree, SLOT(answer()),
+           {SIGNAL(itemChanged(QTreeWidgetItem*, int)), SIGNAL(itemExpanded(QTreeWidgetItem*)),
+            SIGNAL(itemCollapsed(QTreeWidgetItem*)), SIGNAL(itemSelectionChanged()),
+            SIGNAL(currentItemChanged(QTreeWidgetItem*, QTreeWidgetItem*))});
+    listen(tree->header(), SLOT(answer()), {SIGNAL(sortIndicatorChanged(int, Qt::SortOrder))});
+    listen(tree->header(), SLOT(answerGently()), {SIGNAL(sectionResized(int, int, int))});
     listenTo(static_cast<QAbstractItemView*>(tree));
-}
-
-void Desk::listenTo(PathExpression* expression)
-{
-    connect(expression, SIGNAL(partsChanged(PathExpression::Parts)), SLOT(answer()));
-    connect(expression, SIGNAL(expressionChanged(const QString&)), SLOT(answer()));
-    connect(expression, SIGNAL(matchesMayHaveChanged()), SLOT(answer()));
 }
 
 void Desk::addTree()
 {
     Tree* tree = new Tree(m_chance.percent(80) ? m_window : nullptr);
-    m_trees.append(tree);
+    m_widgets.append(tree);
     Q_FOREACH (QAction* action, tree->getToggleColumnActions())
         connect(action, SIGNAL(toggled(bool)), SLOT(answer()));
     for (int i = 0; i < 3; ++i)
@@ -132,32 +119,33 @@ void Desk::addTree()
 
 void Desk::addStatistics()
 {
-    m_statistics.append(new MessageStatisticsWidget(&m_coordinator, m_window));
-    listenTo(m_statistics.last());
+    MessageStatisticsWidget* statistics = new MessageStatisticsWidget(&m_coordinator, m_window);
+    m_widgets.append(statistics);
+    listenTo(statistics);
 }
 
 void Desk::addTable()
 {
     EventLogTableWidget* table = new EventLogTableWidget(&m_log, m_window);
-    m_tables.append(table);
-    connect(table, SIGNAL(cellChanged(int, int)), SLOT(answer()));
-    connect(table->model(), SIGNAL(rowsInserted(QModelIndex, int, int)), SLOT(answer()));
+    m_widgets.append(table);
+    listen(table, SLOT(answer()), {SIGNAL(cellChanged(int, int))});
+    listen(table->model(), SLOT(answer()), {SIGNAL(rowsInserted(QModelIndex, int, int))});
     listenTo(table);
 }
 
 void Desk::addForm()
 {
-    m_forms.append(new MessageWidget(m_window, m_world.pickInfo()));
+    m_widgets.append(new MessageWidget(m_window, m_world.pickInfo()));
     if (m_chance.coin())
-        connect(&m_source, SIGNAL(newMessage(const Message*)), m_forms.last(), SLOT(processMessage(const Message*)));
+        connect(&m_source, SIGNAL(newMessage(const Message*)), m_widgets.last(), SLOT(processMessage(const Message*)));
 }
 
 void Desk::addValueLabel()
 {
-    const FieldInfo* field = m_world.getFields().isEmpty() ? nullptr : m_chance.pick(m_world.getFields());
-    m_valueLabels.append(
+    const FieldInfo* field = m_chance.pick(m_world.getFields());
+    m_widgets.append(
         new FieldValueLabel(field, m_chance.coin() ? &m_source : nullptr, m_chance.coin(), m_chance.below(2) - 1));
-    m_valueLabels.last()->setParent(m_window);
+    m_widgets.last()->setParent(m_window);
 }
 
 void Desk::addEditors()
@@ -167,13 +155,14 @@ void Desk::addEditors()
     PathExpression* expression = m_chance.pick(m_expressions);
     PathExpression* source = m_chance.pick(m_expressions);
     const PathExpression::Parts part = parts[m_chance.below(4)];
-    m_editors << new PathExpressionLabel(expression, part, m_window)
-              << new PathExpressionLineEdit(expression, part, m_window);
-    connect(m_editors.last(), SIGNAL(textChanged(const QString&)), SLOT(answer()));
-    m_editors << new PathExpressionListWidget(expression, part, source, m_window);
-    listenTo(static_cast<QAbstractItemView*>(m_editors.last()));
-    m_editors << new PathExpressionComboBox(expression, part, source, m_window);
-    connect(m_editors.last(), SIGNAL(currentIndexChanged(int)), SLOT(answer()));
+    PathExpressionLineEdit* edit = new PathExpressionLineEdit(expression, part, m_window);
+    PathExpressionListWidget* list = new PathExpressionListWidget(expression, part, source, m_window);
+    PathExpressionComboBox* box = new PathExpressionComboBox(expression, part, source, m_window);
+    listen(edit, SLOT(answer()), {SIGNAL(textChanged(const QString&))});
+    listenTo(list);
+    listen(box, SLOT(answer()), {SIGNAL(currentIndexChanged(int))});
+    m_editors << new PathExpressionLabel(expression, part, m_window) << edit << list << box;
+    m_widgets += m_editors;
 }
 
 void Desk::note(const char* operation, int detail)
@@ -189,6 +178,19 @@ void Desk::note(const char* operation, int detail)
     m_history.append(line);
     if (m_history.size() > KeptHistory)
         m_history.removeFirst();
+}
+
+int Desk::choose(const char* what, int end)
+{
+    const int choice = m_chance.below(end);
+    if (what)
+        note(what, choice);
+    return choice;
+}
+
+void Desk::perform(int choice, const Operations& operations)
+{
+    operations.at(qMin(static_cast<std::size_t>(choice), operations.size() - 1))();
 }
 
 void Desk::operate(int count)
@@ -212,27 +214,18 @@ QObject* Desk::pickTarget()
 {
     const int choice = m_chance.below(100);
     if (choice < 50)
-        return m_chance.pick(m_trees);
+        return m_chance.pick(all<Tree>());
     if (choice < 65)
-        return m_chance.pick(m_statistics);
+        return m_chance.pick(all<MessageStatisticsWidget>());
     if (choice < 70)
-        return m_chance.pick(m_tables);
+        return m_chance.pick(all<EventLogTableWidget>());
     if (choice < 76)
-        return m_chance.pick(m_forms);
+        return m_chance.pick(all<MessageWidget>());
     if (choice < 81)
-        return m_chance.pick(m_valueLabels);
+        return m_chance.pick(all<FieldValueLabel>());
     if (choice < 92)
         return m_chance.pick(m_editors);
     return m_chance.pick(m_expressions);
-}
-
-bool Desk::isOnDesk(QObject* object) const
-{
-    QWidget* widget = qobject_cast<QWidget*>(object);
-    return m_trees.contains(qobject_cast<Tree*>(widget)) ||
-           m_statistics.contains(qobject_cast<MessageStatisticsWidget*>(widget)) ||
-           m_tables.contains(qobject_cast<EventLogTableWidget*>(widget)) || m_editors.contains(widget) ||
-           m_expressions.contains(qobject_cast<PathExpression*>(object));
 }
 
 void Desk::answer()
@@ -245,7 +238,7 @@ void Desk::answer()
     m_choiceDepth = 0;
     // Mostly on the very object that signalled, which is where the trouble is; headers, models and actions are theirs.
     QObject* target = sender();
-    while (target && !isOnDesk(target))
+    while (target && !m_widgets.contains(qobject_cast<QWidget*>(target)) && !qobject_cast<PathExpression*>(target))
         target = target->parent();
     if (m_chance.percent(20))
         operateOnSources();

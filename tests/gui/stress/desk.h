@@ -12,6 +12,9 @@
 #include <QStringList>
 #include <QTemporaryFile>
 
+#include <functional>
+#include <vector>
+
 class AbstractMessageTreeWidgetItem;
 class EventLogTableWidget;
 class FieldValueLabel;
@@ -71,14 +74,21 @@ private:
     void addForm();
     void addValueLabel();
     void addEditors();
+    void listen(QObject* sender, const char* slot, const std::vector<const char*>& signalsOfSender);
     void listenTo(QAbstractItemView* view);
     void listenTo(QTreeWidget* tree);
     void listenTo(PathExpression* expression);
 
+    typedef std::vector<std::function<void()>> Operations;
+
     void note(const char* operation, int detail = -1);
+    /** A number below @p end, which is noted behind @p what unless that is null. */
+    int choose(const char* what, int end);
+    /** Does the operation with the number @p choice, or the last one. */
+    static void perform(int choice, const Operations& operations);
+    void doOneOf(const char* what, int end, const Operations& operations) { perform(choose(what, end), operations); }
     void operateOn(QObject* target);
     QObject* pickTarget();
-    bool isOnDesk(QObject* object) const;
     void putIntoBin(QWidget* widget);
     void emptyBin();
 
@@ -103,12 +113,22 @@ private:
     void replace(QWidget* widget);
 
     void receive(int stream);
-    void deliver(const MessageInfo* info);
     MessageTreeWidgetItem* pickRow(Tree* tree);
     QTreeWidgetItem* pickItem(QTreeWidget* tree);
     void addRow(Tree* tree);
     void takeRow(Tree* tree);
     QString pickPath();
+
+    /** The widgets of one kind. */
+    template <typename Kind>
+    QList<Kind*> all() const
+    {
+        QList<Kind*> widgets;
+        Q_FOREACH (QWidget* widget, m_widgets)
+            if (Kind* ofKind = qobject_cast<Kind*>(widget))
+                widgets.append(ofKind);
+        return widgets;
+    }
 
     QStringList checkTree(Tree* tree, const QString& when);
     QStringList checkForm(MessageWidget* form);
@@ -125,26 +145,22 @@ private:
     MessageSource m_source;
     MessageStatisticsCoordinator m_coordinator;
     QList<int> m_streams;
-    qint64 m_time; // of the messages counted, in microseconds
+    qint64 m_time = 1000000; // of the messages counted, in microseconds
     EventLog m_log;
     EventLog m_otherLog;
 
-    QList<Tree*> m_trees;
+    QList<QWidget*> m_widgets;
+    QList<QWidget*> m_editors;             // those of them that edit or show an expression
     QList<MessageTreeWidgetItem*> m_shelf; // rows that are in no tree
-    QList<MessageStatisticsWidget*> m_statistics;
-    QList<EventLogTableWidget*> m_tables;
-    QList<MessageWidget*> m_forms;
-    QList<FieldValueLabel*> m_valueLabels;
-    QList<QWidget*> m_editors;
     QList<PathExpression*> m_expressions;
     QList<QPointer<QWidget>> m_bin;
     QList<QTreeWidgetItem*> m_itemBin;
 
     bool m_verbose;
-    int m_depth;       // how many operations are under way
-    int m_answers;     // that listeners may still give
-    int m_choiceDepth; // of the last operation that selects something
-    int m_operations;
+    int m_depth = 0;       // how many operations are under way
+    int m_answers = 0;     // that listeners may still give
+    int m_choiceDepth = 0; // of the last operation that selects something
+    int m_operations = 0;
     QStringList m_history;
     const bool m_calm; // does nothing that rows follow only when they are configured anew
 };

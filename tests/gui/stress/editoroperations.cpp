@@ -1,6 +1,5 @@
 #include "desk.h"
 
-#include "fieldinfo.h"
 #include "messageinfo.h"
 #include "pathexpression.h"
 #include "pathexpressioncombobox.h"
@@ -25,35 +24,17 @@ QString Desk::pickPath()
 void Desk::operateOnExpression(PathExpression* expression)
 {
     const PathExpression::Parts parts = PathExpression::Parts(QFlag(m_chance.below(AllParts + 1)));
-    const int choice = m_chance.below(8);
-    note("expression", choice);
-    switch (choice) {
-    case 0:
-        expression->setString(pickPath());
-        break;
-    case 1:
-        expression->setString(pickPath(), parts);
-        break;
-    case 2:
-        expression->setStringPrefix(pickPath(), parts);
-        break;
-    case 3:
-        expression->completeEditing();
-        break;
-    case 4:
-        expression->setWildCard(parts);
-        break;
-    case 5:
-        expression->setupToMatchUnique(m_world.pickInfo());
-        break;
-    case 6:
-        if (!m_world.getFields().isEmpty())
-            expression->setupToMatchUnique(m_chance.pick(m_world.getFields()));
-        break;
-    default:
-        expression->setConsiderSubMessages(m_chance.coin());
-        break;
-    }
+    const Operations operations = {
+        [&] { expression->setString(pickPath()); },
+        [&] { expression->setString(pickPath(), parts); },
+        [&] { expression->setStringPrefix(pickPath(), parts); },
+        [&] { expression->completeEditing(); },
+        [&] { expression->setWildCard(parts); },
+        [&] { expression->setupToMatchUnique(m_world.pickInfo()); },
+        [&] { expression->setupToMatchUnique(m_chance.pick(m_world.getFields())); },
+        [&] { expression->setConsiderSubMessages(m_chance.coin()); },
+    };
+    doOneOf("expression", 8, operations);
 }
 
 /** What the four editors have in common. */
@@ -77,32 +58,30 @@ static void reconnectOptions(Editor* editor, Chance* chance, const QList<PathExp
 
 void Desk::operateOnEditor(QWidget* widget)
 {
-    const int choice = m_chance.below(4);
-    note("editor", choice);
+    Operations operations;
     if (PathExpressionLabel* label = qobject_cast<PathExpressionLabel*>(widget)) {
-        reconnect(label, &m_chance, m_expressions);
+        operations = {[=] { reconnect(label, &m_chance, m_expressions); }};
     } else if (PathExpressionLineEdit* line = qobject_cast<PathExpressionLineEdit*>(widget)) {
-        if (choice == 0)
-            reconnect(line, &m_chance, m_expressions);
-        else if (choice == 1)
-            QTest::keyClick(line, Qt::Key_Return);
-        else
-            QTest::keyClick(line, m_chance.coin() ? '*' : '/');
+        operations = {
+            [=] { reconnect(line, &m_chance, m_expressions); },
+            [=] { QTest::keyClick(line, Qt::Key_Return); },
+            [=] { QTest::keyClick(line, m_chance.coin() ? '*' : '/'); },
+        };
     } else if (PathExpressionListWidget* list = qobject_cast<PathExpressionListWidget*>(widget)) {
-        if (choice == 0)
-            reconnectOptions(list, &m_chance, m_expressions);
-        else if (choice == 1)
-            operateOnItemView(list);
-        else {
-            m_choiceDepth = m_depth;
-            list->setCurrentRow(m_chance.below(list->count() + 1) - 1);
-        }
+        operations = {
+            [=] { reconnectOptions(list, &m_chance, m_expressions); },
+            [=] { operateOnItemView(list); },
+            [=] {
+                m_choiceDepth = m_depth;
+                list->setCurrentRow(m_chance.below(list->count() + 1) - 1);
+            },
+        };
     } else if (PathExpressionComboBox* box = qobject_cast<PathExpressionComboBox*>(widget)) {
-        if (choice == 0)
-            reconnectOptions(box, &m_chance, m_expressions);
-        else if (choice == 1)
-            box->setAllOptionEnabled(m_chance.coin(), QLatin1String(m_chance.coin() ? "All" : "Every"));
-        else
-            box->setCurrentIndex(m_chance.below(box->count() + 1) - 1);
+        operations = {
+            [=] { reconnectOptions(box, &m_chance, m_expressions); },
+            [=] { box->setAllOptionEnabled(m_chance.coin(), QLatin1String(m_chance.coin() ? "All" : "Every")); },
+            [=] { box->setCurrentIndex(m_chance.below(box->count() + 1) - 1); },
+        };
     }
+    doOneOf("editor", 4, operations);
 }

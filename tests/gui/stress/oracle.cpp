@@ -37,16 +37,18 @@ static QStringList textsBelow(const QTreeWidgetItem* parent, const QVector<int>&
     return blocks.isEmpty() ? blocks : blocks.join(QLatin1String("\n")).split(QLatin1Char('\n'));
 }
 
-/** The first place where @p shown is not what was @p expected, with a few lines from there on. */
-static QString difference(const QString& what, const QStringList& shown, const QStringList& expected)
+/** Nothing, or the first place where @p shown is not what was @p expected, with a few lines from there on. */
+static QStringList compare(const QString& what, const QStringList& shown, const QStringList& expected)
 {
+    if (shown == expected)
+        return QStringList();
     int line = 0;
     while (line < shown.size() && line < expected.size() && shown.at(line) == expected.at(line))
         ++line;
     const QString separator = QLatin1String("\n    ");
-    return what + QString::fromLatin1(" shows from line %1 on").arg(line) + separator +
-           shown.mid(line, 8).join(separator) + QLatin1String("\nand not") + separator +
-           expected.mid(line, 8).join(separator);
+    return QStringList(what + QString::fromLatin1(" shows from line %1 on").arg(line) + separator +
+                       shown.mid(line, 8).join(separator) + QLatin1String("\nand not") + separator +
+                       expected.mid(line, 8).join(separator));
 }
 
 QStringList Desk::checkTree(Tree* tree, const QString& when)
@@ -79,31 +81,29 @@ QStringList Desk::checkTree(Tree* tree, const QString& when)
         else if (when.isEmpty())
             continue; // which optional fields were missing is remembered when values are cleared
         const bool sorted = when.isEmpty();
-        const QStringList shown = textsBelow(row, columns, sorted);
-        const QStringList expected = textsBelow(freshRow, freshColumns, sorted);
-        if (shown != expected)
-            complaints.append(difference(QLatin1String("The row of ") + info->getName() + when, shown, expected));
+        complaints += compare(QLatin1String("The row of ") + info->getName() + when, textsBelow(row, columns, sorted),
+                              textsBelow(freshRow, freshColumns, sorted));
     }
     return complaints;
 }
 
+static QStringList labelsOf(const QWidget& form)
+{
+    QStringList texts;
+    Q_FOREACH (const QLabel* label, form.findChildren<QLabel*>())
+        texts.append(label->text());
+    return texts;
+}
+
 QStringList Desk::checkForm(MessageWidget* form)
 {
-    const MessageInfo* info = form->getMessageInfo();
-    if (!info)
-        return form->findChildren<QLabel*>().isEmpty() ? QStringList()
-                                                       : QStringList(QLatin1String("An empty form has labels"));
-    const MessageReference message = MessageReference::adopt(m_world.createMessage(info));
-    form->processMessage(message.get());
-    MessageWidget fresh(nullptr, info);
-    fresh.processMessage(message.get());
-    QStringList shown;
-    QStringList expected;
-    Q_FOREACH (const QLabel* label, form->findChildren<QLabel*>())
-        shown.append(label->text());
-    Q_FOREACH (const QLabel* label, fresh.findChildren<QLabel*>())
-        expected.append(label->text());
-    return shown == expected ? QStringList() : QStringList(difference(QLatin1String("The form"), shown, expected));
+    MessageWidget fresh(nullptr, form->getMessageInfo());
+    if (form->getMessageInfo()) {
+        const MessageReference message = m_world.createMessage(form->getMessageInfo());
+        form->processMessage(message.get());
+        fresh.processMessage(message.get());
+    }
+    return compare(QLatin1String("The form"), labelsOf(*form), labelsOf(fresh));
 }
 
 QStringList Desk::checkStatistics(MessageStatisticsWidget* statistics)
@@ -114,11 +114,11 @@ QStringList Desk::checkStatistics(MessageStatisticsWidget* statistics)
     // Surplus rows of gaps go by halves.
     for (int i = 0; i < 20; ++i)
         statistics->updateTree();
-    const QStringList shown = textsBelow(statistics->invisibleRootItem(), columns, true);
-    const QStringList expected = textsBelow(fresh.invisibleRootItem(), columns, true);
     QStringList complaints;
-    if (m_calm && shown != expected) // texts that never change are those of the language in which the rows were made
-        complaints.append(difference(QLatin1String("The statistics"), shown, expected));
+    if (m_calm) // texts that never change are those of the language in which the rows were made
+        complaints =
+            compare(QLatin1String("The statistics"), textsBelow(statistics->invisibleRootItem(), columns, true),
+                    textsBelow(fresh.invisibleRootItem(), columns, true));
     if (statistics->isColumnHidden(3) != fresh.isColumnHidden(3))
         complaints.append(QLatin1String("The gaps column is there and has nothing to show, or the other way round"));
     return complaints;
@@ -140,35 +140,28 @@ QStringList Desk::checkTable(EventLogTableWidget* table)
 
 /** Compares @p editor, refreshed, with a new one. */
 template <typename Editor>
-static QStringList checkOptions(Editor* editor, Editor* fresh)
+static QStringList checkOptions(Editor* editor)
 {
     editor->setParts(editor->getParts());
-    const QString shown = entriesText(*editor);
-    fresh->setOptionsSourcePathExpression(editor->getOptionsSourcePathExpression());
-    const QString expected = entriesText(*fresh);
-    return shown == expected
-               ? QStringList()
-               : QStringList(difference(QLatin1String("A choice"), QStringList(shown), QStringList(expected)));
+    Editor fresh(editor->getPathExpression(), editor->getParts());
+    fresh.setOptionsSourcePathExpression(editor->getOptionsSourcePathExpression());
+    return compare(QLatin1String("A choice"), QStringList(entriesText(*editor)), QStringList(entriesText(fresh)));
 }
 
 QStringList Desk::checkEditors()
 {
     QStringList complaints;
-    Q_FOREACH (QWidget* widget, m_editors) {
-        if (PathExpressionLabel* label = qobject_cast<PathExpressionLabel*>(widget)) {
-            const PathExpressionLabel fresh(label->getPathExpression(), label->getParts());
-            if (m_calm && label->text() != fresh.text())
-                complaints.append(
-                    difference(QLatin1String("A label"), QStringList(label->text()), QStringList(fresh.text())));
-        } else if (PathExpressionComboBox* box = qobject_cast<PathExpressionComboBox*>(widget)) {
-            PathExpressionComboBox fresh(box->getPathExpression(), box->getParts());
-            box->setAllOptionEnabled(true, QLatin1String("All"));
-            complaints += checkOptions(box, &fresh);
-        } else if (PathExpressionListWidget* list = qobject_cast<PathExpressionListWidget*>(widget)) {
-            PathExpressionListWidget fresh(list->getPathExpression(), list->getParts());
-            complaints += checkOptions(list, &fresh);
-        }
+    Q_FOREACH (PathExpressionLabel* label, all<PathExpressionLabel>()) {
+        const PathExpressionLabel fresh(label->getPathExpression(), label->getParts());
+        if (m_calm)
+            complaints += compare(QLatin1String("A label"), QStringList(label->text()), QStringList(fresh.text()));
     }
+    Q_FOREACH (PathExpressionComboBox* box, all<PathExpressionComboBox>()) {
+        box->setAllOptionEnabled(true, QLatin1String("All"));
+        complaints += checkOptions(box);
+    }
+    Q_FOREACH (PathExpressionListWidget* list, all<PathExpressionListWidget>())
+        complaints += checkOptions(list);
     return complaints;
 }
 
@@ -176,18 +169,18 @@ QStringList Desk::check()
 {
     m_answers = 0;
     QStringList complaints;
-    Q_FOREACH (Tree* tree, m_trees) {
+    Q_FOREACH (Tree* tree, all<Tree>()) {
         if (m_world.isTame() && m_calm)
             complaints += checkTree(tree, QString());
         tree->setSortingEnabled(false);
         tree->reconfigureTopLevelAbstractMessageTreeWidgetItems();
         complaints += checkTree(tree, QLatin1String(", configured anew,"));
     }
-    Q_FOREACH (MessageWidget* form, m_forms)
+    Q_FOREACH (MessageWidget* form, all<MessageWidget>())
         complaints += checkForm(form);
-    Q_FOREACH (MessageStatisticsWidget* statistics, m_statistics)
+    Q_FOREACH (MessageStatisticsWidget* statistics, all<MessageStatisticsWidget>())
         complaints += checkStatistics(statistics);
-    Q_FOREACH (EventLogTableWidget* table, m_tables)
+    Q_FOREACH (EventLogTableWidget* table, all<EventLogTableWidget>())
         complaints += checkTable(table);
     return complaints + checkEditors();
 }

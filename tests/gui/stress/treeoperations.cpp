@@ -1,7 +1,6 @@
 #include "desk.h"
 
 #include "messageinfo.h"
-#include "messagereference.h"
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
 
@@ -19,12 +18,6 @@ QTreeWidgetItem* Desk::pickItem(QTreeWidget* tree)
     while (item && item->childCount() > 0 && m_chance.percent(60))
         item = item->child(m_chance.below(item->childCount()));
     return item;
-}
-
-void Desk::deliver(const MessageInfo* info)
-{
-    const MessageReference message = MessageReference::adopt(m_world.createMessage(info));
-    m_source.deliver(message.get());
 }
 
 void Desk::addRow(Tree* tree)
@@ -59,8 +52,7 @@ void Desk::operateOnTree(Tree* tree)
     const int kind = m_chance.below(100);
     if (kind < 30) {
         note("tree message");
-        const MessageReference message = MessageReference::adopt(m_world.createMessage(m_world.pickMainInfo()));
-        tree->processMessage(message.get());
+        tree->processMessage(m_world.createMessage(m_world.pickMainInfo()).get());
     } else if (kind < 32) {
         note("tree null");
         tree->processMessage(nullptr);
@@ -201,7 +193,7 @@ void Desk::operateOnRow(MessageTreeWidgetItem* row)
         const MessageInfo* info = row->getMessageInfo();
         if (!info || !info->isMain() || m_chance.percent(30))
             info = m_world.pickMainInfo();
-        const MessageReference message = MessageReference::adopt(m_world.createMessage(info));
+        const MessageReference message = m_world.createMessage(info);
         if (m_chance.percent(70))
             row->displayMessage(message.get());
         else

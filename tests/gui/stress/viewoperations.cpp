@@ -2,7 +2,6 @@
 
 #include "eventlogtablewidget.h"
 #include "fieldvaluelabel.h"
-#include "messageinfo.h"
 #include "messagereference.h"
 #include "messagestatistics.h"
 #include "messagestatisticswidget.h"
@@ -19,26 +18,15 @@ void Desk::operateOnItemView(QAbstractItemView* view)
 {
     m_choiceDepth = m_depth;
     const QModelIndex index = view->indexAt(QPoint(m_chance.below(200), m_chance.below(200)));
-    switch (m_chance.below(6)) {
-    case 0:
-        view->selectAll();
-        break;
-    case 1:
-        view->clearSelection();
-        break;
-    case 2:
-        view->setCurrentIndex(index);
-        break;
-    case 3:
-        view->scrollToBottom();
-        break;
-    case 4:
-        view->setSelectionMode(QAbstractItemView::SelectionMode(m_chance.below(4)));
-        break;
-    default:
-        view->doItemsLayout();
-        break;
-    }
+    const Operations operations = {
+        [&] { view->selectAll(); },
+        [&] { view->clearSelection(); },
+        [&] { view->setCurrentIndex(index); },
+        [&] { view->scrollToBottom(); },
+        [&] { view->setSelectionMode(QAbstractItemView::SelectionMode(m_chance.below(4))); },
+        [&] { view->doItemsLayout(); },
+    };
+    doOneOf(nullptr, 6, operations);
 }
 
 void Desk::receive(int stream)
@@ -59,75 +47,55 @@ void Desk::receive(int stream)
 
 void Desk::operateOnSources()
 {
-    const int choice = m_chance.below(16);
-    note("sources", choice);
+    const int choice = choose("sources", 16);
     const int stream = m_chance.pick(m_streams);
-    switch (choice) {
-    case 0:
-        if (m_streams.size() < 3)
-            m_streams.append(m_coordinator.addStream());
-        break;
-    case 1:
-        if (m_streams.size() > 1)
-            m_coordinator.removeStream(m_streams.takeLast());
-        break;
-    case 2:
-        m_coordinator.clearStream(stream);
-        break;
-    case 3:
-        m_coordinator.setStreamLabel(stream, QLatin1String(m_chance.coin() ? "north" : ""));
-        break;
-    case 4:
-        if (m_chance.percent(20))
-            m_coordinator.clear();
-        break;
-    case 5:
-        m_coordinator.countEvent(CorvelEvent::CrcError, 1, stream);
-        break;
-    case 6:
-        m_log.append(CorvelEvent(CorvelEvent::OtherEvent, QString::fromLatin1("event %1").arg(m_chance.below(100))),
-                     m_chance.coin() ? QDateTime() : QDateTime(QDate(2020, 1, 1), QTime(1, 2)));
-        break;
-    case 7:
-        m_otherLog.append(CorvelEvent(CorvelEvent::OtherEvent, QLatin1String("other")), QDateTime());
-        break;
-    case 8:
-        if (m_chance.percent(30))
-            m_log.clear();
-        break;
-    case 9:
-    case 10:
-        deliver(m_world.pickMainInfo());
-        break;
-    default:
-        receive(stream);
-        break;
-    }
+    const auto event = [](const QString& message) { return CorvelEvent(CorvelEvent::OtherEvent, message); };
+    const std::function<void()> send = [&] { m_source.deliver(m_world.createMessage(m_world.pickMainInfo()).get()); };
+    const Operations operations = {
+        [&] {
+            if (m_streams.size() < 3)
+                m_streams.append(m_coordinator.addStream());
+        },
+        [&] {
+            if (m_streams.size() > 1)
+                m_coordinator.removeStream(m_streams.takeLast());
+        },
+        [&] { m_coordinator.clearStream(stream); },
+        [&] { m_coordinator.setStreamLabel(stream, QLatin1String(m_chance.coin() ? "north" : "")); },
+        [&] {
+            if (m_chance.percent(20))
+                m_coordinator.clear();
+        },
+        [&] { m_coordinator.countEvent(CorvelEvent::CrcError, 1, stream); },
+        [&] {
+            const QDateTime time = m_chance.coin() ? QDateTime() : QDateTime(QDate(2020, 1, 1), QTime(1, 2));
+            m_log.append(event(QString::fromLatin1("event %1").arg(m_chance.below(100))), time);
+        },
+        [&] { m_otherLog.append(event(QLatin1String("other")), QDateTime()); },
+        [&] {
+            if (m_chance.percent(30))
+                m_log.clear();
+        },
+        send,
+        send,
+        [&] { receive(stream); },
+    };
+    perform(choice, operations);
 }
 
 void Desk::operateOnStatistics(MessageStatisticsWidget* statistics)
 {
-    const int choice = m_chance.below(10);
-    if (choice < 3) {
-        operateOnItems(statistics);
-        return;
-    }
-    if (choice == 3) {
-        operateOnStatisticsCells(statistics);
-        return;
-    }
-    note("statistics", choice);
-    switch (choice) {
-    case 4:
-        statistics->writeSettings(m_settings);
-        break;
-    case 5:
-        statistics->readSettings(m_settings);
-        break;
-    default:
-        statistics->updateTree();
-        break;
-    }
+    const std::function<void()> items = [&] { operateOnItems(statistics); };
+    const Operations operations = {
+        items,
+        items,
+        items,
+        [&] { operateOnStatisticsCells(statistics); },
+        [&] { statistics->writeSettings(m_settings); },
+        [&] { statistics->readSettings(m_settings); },
+        [&] { statistics->updateTree(); },
+    };
+    doOneOf("statistics", 10, operations);
 }
 
 void Desk::operateOnStatisticsCells(MessageStatisticsWidget* statistics)
@@ -159,86 +127,49 @@ void Desk::operateOnStatisticsCells(MessageStatisticsWidget* statistics)
 
 void Desk::operateOnTable(EventLogTableWidget* table)
 {
-    const int choice = m_chance.below(8);
-    note("table", choice);
-    switch (choice) {
-    case 0:
-        m_choiceDepth = m_depth;
-        table->setCurrentCell(m_chance.below(table->rowCount()), m_chance.below(2));
-        break;
-    case 1:
-        table->scrollToBottom();
-        break;
-    case 2:
-        if (m_depth == 1 && m_chance.percent(10))
-            table->setEventLog(&m_otherLog);
-        break;
-    case 3:
-        table->resizeColumnsToContents();
-        break;
-    case 4:
-        operateOnItemView(table);
-        break;
-    default:
-        operateOnSources();
-        break;
-    }
+    const Operations operations = {
+        [&] {
+            m_choiceDepth = m_depth;
+            table->setCurrentCell(m_chance.below(table->rowCount()), m_chance.below(2));
+        },
+        [&] { table->scrollToBottom(); },
+        [&] {
+            if (m_depth == 1 && m_chance.percent(10))
+                table->setEventLog(&m_otherLog);
+        },
+        [&] { table->resizeColumnsToContents(); },
+        [&] { operateOnItemView(table); },
+        [&] { operateOnSources(); },
+    };
+    doOneOf("table", 8, operations);
 }
 
 void Desk::operateOnForm(MessageWidget* form)
 {
-    const int choice = m_chance.below(8);
-    note("form", choice);
-    const MessageReference message = MessageReference::adopt(m_world.createMessage(m_chance.pick(m_world.getInfos())));
-    switch (choice) {
-    case 0:
-        form->setMessageInfo(m_world.pickInfo());
-        break;
-    case 1:
-        form->displayMessage(m_chance.percent(20) ? nullptr : message.get());
-        break;
-    case 2:
-        form->clearValues();
-        break;
-    case 3:
-        form->displayMessage(message.get());
-        break;
-    default:
-        form->processMessage(message.get());
-        break;
-    }
+    const int choice = choose("form", 8);
+    const MessageReference message = m_world.createMessage(m_chance.pick(m_world.getInfos()));
+    const Operations operations = {
+        [&] { form->setMessageInfo(m_world.pickInfo()); },
+        [&] { form->displayMessage(m_chance.percent(20) ? nullptr : message.get()); },
+        [&] { form->clearValues(); },
+        [&] { form->displayMessage(message.get()); },
+        [&] { form->processMessage(message.get()); },
+    };
+    perform(choice, operations);
 }
 
 void Desk::operateOnValueLabel(FieldValueLabel* label)
 {
-    const int choice = m_chance.below(10);
-    note("value label", choice);
-    switch (choice) {
-    case 0:
-        label->setFieldInfo(m_world.getFields().isEmpty() || m_chance.percent(10) ? nullptr
-                                                                                  : m_chance.pick(m_world.getFields()));
-        break;
-    case 1:
-        label->setIndex(static_cast<unsigned int>(m_chance.below(4)));
-        break;
-    case 2:
-        label->clearIndex();
-        break;
-    case 3:
-        label->setShowInterpretedString(m_chance.coin());
-        break;
-    case 4:
-        label->setTimeOut(m_chance.below(2) - 1);
-        break;
-    case 5:
-        label->clearValue();
-        break;
-    default: {
-        const MessageReference message = MessageReference::adopt(m_world.createMessage(m_world.pickMainInfo()));
-        label->processMessage(message.get());
-        break;
-    }
-    }
+    const Operations operations = {
+        [&] { label->setFieldInfo(m_chance.percent(10) ? nullptr : m_chance.pick(m_world.getFields())); },
+        [&] { label->setIndex(static_cast<unsigned int>(m_chance.below(4))); },
+        [&] { label->clearIndex(); },
+        [&] { label->setShowInterpretedString(m_chance.coin()); },
+        [&] { label->setTimeOut(m_chance.below(2) - 1); },
+        [&] { label->clearValue(); },
+        [&] { label->processMessage(m_world.createMessage(m_world.pickMainInfo()).get()); },
+    };
+    doOneOf("value label", 10, operations);
 }
 
 void Desk::readFrom(QObject* target)

@@ -50,80 +50,58 @@ void Desk::emptyBin()
 
 void Desk::replace(QWidget* widget)
 {
+    if (!m_widgets.removeOne(widget))
+        return;
     if (Tree* tree = qobject_cast<Tree*>(widget)) {
-        if (!m_trees.removeOne(tree))
-            return;
         for (int i = m_shelf.size() - 1; i >= 0; --i) {
             if (m_shelf.at(i)->getMessageTreeWidget() == tree)
                 m_itemBin.append(m_shelf.takeAt(i));
         }
         addTree();
-    } else if (MessageStatisticsWidget* statistics = qobject_cast<MessageStatisticsWidget*>(widget)) {
-        if (m_statistics.removeOne(statistics))
-            addStatistics();
-    } else if (EventLogTableWidget* table = qobject_cast<EventLogTableWidget*>(widget)) {
-        if (m_tables.removeOne(table))
-            addTable();
-    } else if (MessageWidget* form = qobject_cast<MessageWidget*>(widget)) {
-        if (m_forms.removeOne(form))
-            addForm();
+    } else if (qobject_cast<MessageStatisticsWidget*>(widget)) {
+        addStatistics();
+    } else if (qobject_cast<EventLogTableWidget*>(widget)) {
+        addTable();
+    } else if (qobject_cast<MessageWidget*>(widget)) {
+        addForm();
     } else if (FieldValueLabel* label = qobject_cast<FieldValueLabel*>(widget)) {
-        if (m_valueLabels.removeOne(label))
-            addValueLabel();
+        addValueLabel();
         label->setTimeOut(-1);
     } else {
         // The editors are made together, and go together.
-        if (m_editors.contains(widget)) {
-            Q_FOREACH (QWidget* editor, m_editors)
-                putIntoBin(editor);
-            m_editors.clear();
-            addEditors();
+        m_editors.removeOne(widget);
+        Q_FOREACH (QWidget* editor, m_editors) {
+            m_widgets.removeOne(editor);
+            putIntoBin(editor);
         }
-        return;
+        m_editors.clear();
+        addEditors();
     }
     putIntoBin(widget);
 }
 
 void Desk::operateOnWidget(QWidget* widget)
 {
-    const int choice = m_chance.below(11);
-    note("widget", choice);
-    switch (choice) {
-    case 0:
-        widget->setVisible(!widget->isVisible());
-        break;
-    case 1:
-        widget->close();
-        break;
-    case 2:
-        widget->setParent(m_chance.coin() ? m_page : m_chance.coin() ? m_window : nullptr);
-        widget->show();
-        break;
-    case 3:
-        widget->resize(50 + m_chance.below(400), 30 + m_chance.below(400));
-        break;
-    case 4:
-        widget->setEnabled(!widget->isEnabled());
-        break;
-    case 5:
-        widget->setFont(QFont(QString(), 6 + m_chance.below(12)));
-        break;
-    case 6:
-        widget->setLayoutDirection(m_chance.coin() ? Qt::RightToLeft : Qt::LeftToRight);
-        break;
-    case 7:
-        widget->setFocus();
-        break;
-    case 8:
-        widget->setStyleSheet(m_chance.coin() ? QString() : QLatin1String("* { padding: 1px; color: #123456; }"));
-        break;
-    case 9:
-        widget->repaint();
-        break;
-    default:
-        replace(widget);
-        break;
-    }
+    const Operations operations = {
+        [&] { widget->setVisible(!widget->isVisible()); },
+        [&] { widget->close(); },
+        [&] {
+            widget->setParent(m_chance.coin() ? m_page : m_chance.coin() ? m_window : nullptr);
+            widget->show();
+        },
+        [&] { widget->resize(50 + m_chance.below(400), 30 + m_chance.below(400)); },
+        [&] { widget->setEnabled(!widget->isEnabled()); },
+        [&] { widget->setFont(QFont(QString(), 6 + m_chance.below(12))); },
+        [&] { widget->setLayoutDirection(m_chance.coin() ? Qt::RightToLeft : Qt::LeftToRight); },
+        [&] { widget->setFocus(); },
+        [&] {
+            const QLatin1String style("* { padding: 1px; color: #123456; }");
+            widget->setStyleSheet(m_chance.coin() ? QString() : style);
+        },
+        [&] { widget->repaint(); },
+        [&] { replace(widget); },
+    };
+    doOneOf("widget", 11, operations);
 }
 
 bool Desk::eventFilter(QObject* object, QEvent* event)
@@ -151,24 +129,13 @@ void Desk::operateOnProcess()
 {
     const int choice = m_calm ? 5 : m_chance.below(12);
     note("process", choice);
-    switch (choice) {
-    case 0:
-        QCoreApplication::installTranslator(otherLanguage());
-        break;
-    case 1:
-        QCoreApplication::removeTranslator(otherLanguage());
-        break;
-    case 2:
-        QApplication::setStyle(m_chance.pick(QStyleFactory::keys()));
-        break;
-    case 3:
-        Corvel::setConfidentialInformationDisplayEnabled(m_chance.coin());
-        break;
-    case 4:
-        Corvel::setFloatingPointDecimals(m_chance.below(4) - 1);
-        break;
-    default:
-        QCoreApplication::processEvents();
-        break;
-    }
+    const Operations operations = {
+        [&] { QCoreApplication::installTranslator(otherLanguage()); },
+        [&] { QCoreApplication::removeTranslator(otherLanguage()); },
+        [&] { QApplication::setStyle(m_chance.pick(QStyleFactory::keys())); },
+        [&] { Corvel::setConfidentialInformationDisplayEnabled(m_chance.coin()); },
+        [&] { Corvel::setFloatingPointDecimals(m_chance.below(4) - 1); },
+        [&] { QCoreApplication::processEvents(); },
+    };
+    perform(choice, operations);
 }

@@ -110,13 +110,13 @@ void World::addComponents(TestFieldInfo* field, int depth)
     }
 }
 
-TestMessage* World::createMessage(const MessageInfo* info)
+MessageReference World::createMessage(const MessageInfo* info)
 {
     m_budget = 120;
     TestMessage* message = new TestMessage(info);
     Q_FOREACH (const FieldInfo* field, info->getFieldInfos())
         fill(message, field, 0);
-    return message;
+    return MessageReference::adopt(message);
 }
 
 int World::countFor(const FieldInfo* field, int depth)

@@ -21,8 +21,7 @@ public:
     /** A type whose messages are received on their own. */
     const MessageInfo* pickMainInfo();
 
-    /** A random message of @p info, the caller's. */
-    TestMessage* createMessage(const MessageInfo* info);
+    MessageReference createMessage(const MessageInfo* info);
 
     /**
      * Whether what a row shows is told by its last message alone. Sub-messages of other types than announced, fields

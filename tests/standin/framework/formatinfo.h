@@ -6,7 +6,9 @@
 class FormatInfo
 {
 public:
-    QString getName() const;
+    QString getName() const { return name; }
+
+    QString name;
 };
 
 #endif

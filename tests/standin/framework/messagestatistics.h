@@ -9,7 +9,7 @@
 class FormatInfo;
 class MessageInfo;
 
-/** Stands in for a framework's statistics: whatever is set is answered, however unlikely. */
+/** Answers what is set, however unlikely. */
 class MessageStatistics
 {
 public:

@@ -7,7 +7,7 @@
 #include <QList>
 #include <QObject>
 
-/** Stands in for a framework's log: no folding of events, no limit. */
+/** Neither folds events nor has a limit. */
 class EventLog : public QObject
 {
     Q_OBJECT
@@ -23,9 +23,7 @@ public:
 
     void add(const QDateTime& time, const QString& message)
     {
-        Entry entry;
-        entry.time = time;
-        entry.event.message = message;
+        const Entry entry = {time, CorvelEvent(message)};
         entries.append(entry);
         Q_EMIT newEntry(entry);
     }

@@ -8,7 +8,6 @@
 
 class MessageStatistics;
 
-/** Stands in for a framework's coordinator; lists what is set. */
 class MessageStatisticsCoordinator
 {
 public:

@@ -3,16 +3,19 @@
 
 #include <QString>
 
-/** Stands in for a framework's event. */
 class CorvelEvent
 {
 public:
     enum Type
     {
-        OtherEvent = 0,
+        Fanfare = 1,
         CrcError = 2
     };
 
+    explicit CorvelEvent(const QString& text)
+        : message(text)
+    {
+    }
     QString getMessage() const { return message; }
 
     QString message;
