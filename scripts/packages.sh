@@ -7,7 +7,7 @@ build_packages="build-essential cmake ninja-build qt6-base-dev qt6-tools-dev qt6
     libzstd-dev libdeflate-dev zlib1g-dev qt6-websockets-dev qt6-serialport-dev pkg-config fonts-dejavu-core"
 # The second Qt, benchmarks, sanitizers and fuzzers with clang, the style check, a look at pictures of the window.
 test_packages="$build_packages qtbase5-dev libqt5websockets5-dev libqt5serialport5-dev qttools5-dev
-    qttools5-dev-tools libbenchmark-dev clang clang-format libclang-rt-14-dev xvfb
+    qttools5-dev-tools libbenchmark-dev clang clang-format python3 libclang-rt-14-dev xvfb
     protobuf-compiler desktop-file-utils appstream imagemagick"
 
 install_packages() {

@@ -1,7 +1,7 @@
 #include "latestmessagesource.h"
 
+#include "livestream.h"
 #include "messageinfo.h"
-#include "sourcesession.h"
 
 #include <algorithm>
 
@@ -15,12 +15,12 @@ LatestMessageSource::LatestMessageSource(QObject* parent)
 
 LatestMessageSource::~LatestMessageSource() = default;
 
-void LatestMessageSource::addSession(const SourceSession* session, LatestMessages* messages)
+void LatestMessageSource::addSession(const LiveStream* session, LatestMessages* messages)
 {
     m_sessions.push_back({session, messages});
 }
 
-void LatestMessageSource::removeSession(const SourceSession* session)
+void LatestMessageSource::removeSession(const LiveStream* session)
 {
     for (std::size_t i = 0; i < m_sessions.size(); ++i) {
         if (m_sessions[i].session == session) {

@@ -12,7 +12,7 @@
 #include <memory>
 #include <vector>
 
-class SourceSession;
+class LiveStream;
 
 /**
  * The display tick: hands on the newest message of each type and sender of all sources, a limited number of times a
@@ -31,8 +31,8 @@ public:
     ~LatestMessageSource() override;
 
     /** Shows what @p session receives, until it is removed. */
-    void addSession(const SourceSession* session, LatestMessages* messages);
-    void removeSession(const SourceSession* session);
+    void addSession(const LiveStream* session, LatestMessages* messages);
+    void removeSession(const LiveStream* session);
 
     /** Hands on only what this sender sent, named as by getSender() of messages; empty means everybody. What others
      * sent is forgotten(), and what is kept of this one handed on, both at once. */
@@ -78,7 +78,7 @@ public Q_SLOTS:
 private:
     struct Session
     {
-        const SourceSession* session;
+        const LiveStream* session;
         LatestMessages* messages;
     };
 

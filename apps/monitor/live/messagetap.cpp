@@ -1,8 +1,8 @@
 #include "messagetap.h"
 
+#include "livestream.h"
 #include "message.h"
 #include "messagereference.h"
-#include "sourcesession.h"
 
 #include <algorithm>
 
@@ -62,7 +62,7 @@ void SessionTap::processReceived(const ReceivedMessage& received)
 {
     if (!m_tap || !m_tap->wants(received.info))
         return;
-    const QString sender = m_session->getSenderName(received.row);
+    const QString sender = m_stream->getSenderName(received.row);
     const MessageReference message = MessageReference::adopt(received.createMessage(sender));
     m_tap->deliver(message.get());
 }

@@ -8,8 +8,8 @@
 #include <functional>
 #include <vector>
 
+class LiveStream;
 class Message;
-class SourceSession;
 class TapListener;
 
 /** Hands on every single message of some types, of all sources; for what must not miss any, such as plots. */
@@ -65,10 +65,10 @@ private:
 class SessionTap : public StreamSink
 {
 public:
-    /** @param session  knows the names of senders. Both borrowed. */
-    SessionTap(MessageTap* tap, const SourceSession* session)
+    /** @param stream  knows the names of senders. Both borrowed. */
+    SessionTap(MessageTap* tap, const LiveStream* stream)
         : m_tap(tap)
-        , m_session(session)
+        , m_stream(stream)
     {
     }
 
@@ -77,7 +77,7 @@ public:
 
 private:
     MessageTap* m_tap;
-    const SourceSession* m_session;
+    const LiveStream* m_stream;
 };
 
 #endif

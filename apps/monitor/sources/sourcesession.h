@@ -2,6 +2,7 @@
 #define SOURCESESSION_H
 
 #include "latestmessages.h"
+#include "livestream.h"
 #include "messagetap.h"
 #include "receptionmonitor.h"
 #include "recorder.h"
@@ -24,7 +25,7 @@ class MessageStatisticsCoordinator;
  * A live source that fails or ends is opened again after 1 s, and then after twice as long each time, up to 30 s.
  * Counts, statistics and events go on over that.
  */
-class SourceSession : public QObject
+class SourceSession : public QObject, public LiveStream
 {
     Q_OBJECT
 
@@ -76,7 +77,7 @@ public:
     int getGeneration() const { return m_generation; }
 
     /** How the sender of a row is written: as by its format, with the source's name where several are open. */
-    QString getSenderName(int row) const;
+    QString getSenderName(int row) const override;
     /** Whether sender names, statistics and events carry the name of the source. */
     void setQualified(bool qualified);
 
@@ -86,7 +87,7 @@ public:
     bool isPlayback() const;
 
     /** Whether it is a recording from which nothing comes because it is paused or over. */
-    bool isStandingStill() const;
+    bool isStandingStill() const override;
 
     /** Records what arrives from now on, also over reconnections; false with the reason in @p error. For the user by
      * way of SourceModel, which knows what files are in use. */
