@@ -46,6 +46,12 @@ void PathExpression::setString(QString text)
     setString(text, AllParts);
 }
 
+/** What the texts ask for among the types that there are. */
+static PathPattern patternOf(const QString* texts, int typedParts)
+{
+    return PathMatcher::withWholeTypeName(PathText::parse(texts, typedParts));
+}
+
 static bool isPartOf(int part, PathExpression::Parts parts)
 {
     return part >= 0 && (int(parts) & (1 << part));
@@ -110,7 +116,7 @@ QStringList PathExpression::getMatchingExpressionsStringList(PathExpression::Par
 
 QStringList PathExpression::getMatchingExpressionsStringList(PathExpression::Parts parts, int maximum) const
 {
-    const PathPattern pattern = PathText::parse(m_texts, m_typedParts);
+    const PathPattern pattern = patternOf(m_texts, m_typedParts);
     int wanted = int(parts);
     bool typed = false;
     for (int part = 0; part < PartCount; ++part) {
@@ -129,19 +135,31 @@ QStringList PathExpression::getMatchingExpressionsStringList(PathExpression::Par
     return listing.texts();
 }
 
+template <typename Info>
+static QString nameInPaths(const Info* info)
+{
+    return info->getName();
+}
+
+static QString nameInPaths(const MessageInfo* info)
+{
+    return PathText::typeName(info->getName());
+}
+
 /** The name of @p info with its number among those of @p others that have the same. */
 template <typename Info>
 static QString uniqueName(const Info* info, const QVector<const Info*>& others)
 {
+    const QString name = nameInPaths(info);
     int count = 0;
     int number = 0;
     Q_FOREACH (const Info* other, others) {
-        if (other->getName() == info->getName())
+        if (nameInPaths(other) == name)
             ++count;
         if (other == info)
             number = count;
     }
-    const QString text = PathText::escape(info->getName());
+    const QString text = PathText::escape(name);
     return count > 1 && number > 0 ? text + QLatin1Char('#') + QString::number(number) : text;
 }
 
@@ -150,7 +168,8 @@ static void nameType(const MessageInfo* info, QString* texts)
     const FormatInfo* format = info->getFormatInfo();
     texts[PathText::Format] =
         format ? uniqueName(format, FormatRegistry::getInstance()->getFormatInfos()) : PathText::escape(QString());
-    texts[PathText::Message] = format ? uniqueName(info, format->getMessageInfos()) : PathText::escape(info->getName());
+    texts[PathText::Message] =
+        format ? uniqueName(info, format->getMessageInfos()) : PathText::escape(nameInPaths(info));
 }
 
 void PathExpression::setupToMatchUnique(const MessageInfo* info)
@@ -284,7 +303,7 @@ private:
 
 QVector<const MessageInfo*> PathExpression::getMatchingMessageInfos() const
 {
-    const PathPattern pattern = PathText::parse(m_texts, m_typedParts);
+    const PathPattern pattern = patternOf(m_texts, m_typedParts);
     MessageInfoSink sink;
     if (pattern.errorPosition < 0)
         PathMatcher(pattern, m_considerSubMessages).run(qMax(pattern.levels, 2), &sink);
@@ -293,7 +312,7 @@ QVector<const MessageInfo*> PathExpression::getMatchingMessageInfos() const
 
 QVector<const FieldInfo*> PathExpression::getMatchingFieldInfos() const
 {
-    const PathPattern pattern = PathText::parse(m_texts, m_typedParts);
+    const PathPattern pattern = patternOf(m_texts, m_typedParts);
     FieldInfoSink sink;
     if (pattern.errorPosition < 0)
         PathMatcher(pattern, m_considerSubMessages).run(3, &sink);
@@ -302,7 +321,7 @@ QVector<const FieldInfo*> PathExpression::getMatchingFieldInfos() const
 
 QVector<FieldPath> PathExpression::getMatches() const
 {
-    const PathPattern pattern = PathText::parse(m_texts, m_typedParts);
+    const PathPattern pattern = patternOf(m_texts, m_typedParts);
     MatchSink sink(pattern);
     if (pattern.errorPosition < 0)
         PathMatcher(pattern, m_considerSubMessages).run(3, &sink);

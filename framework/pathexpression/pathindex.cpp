@@ -4,6 +4,7 @@
 #include "formatinfo.h"
 #include "formatregistry.h"
 #include "messageinfo.h"
+#include "pathtext.h"
 
 #include <algorithm>
 
@@ -56,7 +57,7 @@ void PathFormat::readType(const MessageInfo* info, PathNames* names, PathNumberi
     const int number = static_cast<int>(m_types.size());
     PathType type;
     type.info = info;
-    type.name = names->add(info->getName());
+    type.name = names->add(PathText::typeName(info->getName()));
     type.fieldInfos = info->getFieldInfos();
     type.firstField = static_cast<int>(m_fields.size());
     readFields(type.fieldInfos, number, names, numbering, &m_fields);

@@ -10,6 +10,7 @@ class FieldInfo;
 class FormatInfo;
 class MessageInfo;
 
+/** A type, whose name is that which paths write. */
 struct PathType : PathEntry
 {
     const MessageInfo* info;

@@ -9,12 +9,22 @@
 // fields passed through below the first level, and in levels of what is found there.
 static const int maximumEffort = 2000000;
 
+// "package/msg/Type"
+static const int mostAddedLevels = 2;
+
+/** @p segment, which asks for a type, with its name as that of a type is written. */
+static PathSegment ofType(PathSegment segment)
+{
+    segment.name = PathText::typeName(segment.name);
+    return segment;
+}
+
 PathMatcher::PathMatcher(const PathPattern& pattern, bool considerSubMessages)
     : m_pattern(pattern)
     , m_considerSubMessages(considerSubMessages)
     , m_names(PathIndex::getUpToDateInstance()->names())
     , m_format(want(pattern.format))
-    , m_message(want(pattern.message))
+    , m_message(want(ofType(pattern.message)))
     , m_sink(nullptr)
     , m_found(0)
     , m_effort(0)
@@ -23,6 +33,39 @@ PathMatcher::PathMatcher(const PathPattern& pattern, bool considerSubMessages)
         m_fields.push_back(want(pattern.fields.at(i)));
     if (m_fields.empty())
         m_fields.push_back(want(PathSegment()));
+}
+
+PathPattern PathMatcher::withWholeTypeName(const PathPattern& pattern)
+{
+    const bool isName = pattern.message.kind == PathSegment::Name && !pattern.message.ordinal;
+    if (pattern.errorPosition >= 0 || !isName || pattern.fields.isEmpty() || PathMatcher(pattern, true).findsTypes())
+        return pattern;
+    PathPattern whole = pattern;
+    for (int added = 0; added < mostAddedLevels && !whole.fields.isEmpty(); ++added) {
+        const PathSegment segment = whole.fields.first();
+        const bool isNamed = segment.kind == PathSegment::Name || segment.kind == PathSegment::Prefix;
+        if (!isNamed)
+            break;
+        const QString name = whole.message.name + QLatin1Char('.') + segment.name;
+        whole.message = segment;
+        whole.message.name = segment.kind == PathSegment::Prefix ? PathText::fold(name) : name;
+        whole.fields.remove(0);
+        if (segment.index == PathSegment::NoIndex && PathMatcher(whole, true).findsTypes()) {
+            whole.levels = whole.fields.isEmpty() ? 2 : 3;
+            return whole;
+        }
+    }
+    return pattern;
+}
+
+/** Whether any type matches. */
+bool PathMatcher::findsTypes() const
+{
+    const std::vector<PathFormat*>& formats = PathIndex::getInstance()->formats();
+    for (size_t i = 0; i < formats.size(); ++i)
+        if (matches(m_format, *formats[i]) && !matchingTypes(formats[i]).empty())
+            return true;
+    return false;
 }
 
 PathMatcher::Wanted PathMatcher::want(const PathSegment& segment) const

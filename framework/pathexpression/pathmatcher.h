@@ -49,6 +49,13 @@ public:
 class PathMatcher
 {
 public:
+    /**
+     * Joins what belongs together where @p pattern has the name of a type with separators in it, as in
+     * "sensor_msgs/msg/Imu/x": when no type is called as the part for it says, but one as that and the next levels,
+     * these belong to its name.
+     */
+    static PathPattern withWholeTypeName(const PathPattern& pattern);
+
     /** @p pattern must be well formed. */
     PathMatcher(const PathPattern& pattern, bool considerSubMessages);
 
@@ -78,6 +85,7 @@ private:
 
     Wanted want(const PathSegment& segment) const;
     bool matches(const Wanted& wanted, const PathEntry& entry) const;
+    bool findsTypes() const;
     bool isLookedAt(const PathType& type) const;
     std::vector<int> matchingTypes(const PathFormat* format) const;
     std::vector<int> fieldsOfTypes(const PathFormat* format, const std::vector<int>& types) const;

@@ -76,6 +76,11 @@ QString PathText::escape(const QString& name)
     return text;
 }
 
+QString PathText::typeName(const QString& name)
+{
+    return QString(name).replace(separator, QLatin1Char('.'));
+}
+
 int PathText::split(const QString& text, int parts, QString* texts)
 {
     int lastNamed = -1;

@@ -61,6 +61,9 @@ const int maximumFieldLevels = 64;
 /** @p name as it is written in a path. */
 QString escape(const QString& name);
 
+/** The name of a type as paths write it: with dots for the separators in it, which nobody has to escape then. */
+QString typeName(const QString& name);
+
 /** @p name with what makes letters upper or lower case taken out. */
 inline QString fold(const QString& name)
 {

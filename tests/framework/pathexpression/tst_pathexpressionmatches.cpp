@@ -117,6 +117,33 @@ private Q_SLOTS:
         QCOMPARE(differences(rows, matchesOfText), QString());
     }
 
+    void namesOfTypesWithSeparatorsAreWrittenWithDots()
+    {
+        FormatInfo ros(text("ros"));
+        addTestType(&ros, "geo/msg/Imu", "x msg");
+        addTestType(&ros, "geo/msg/Image", "x");
+        addTestType(&ros, "geo.msg.Image", "y");
+        addTestType(&ros, "geo", "msg");
+        addTestType(&ros, "std/Empty", "x");
+        FormatRegistry::getInstance()->addFormat(&ros);
+        const TextRow matches[] = {{"ros/geo.msg.Imu/x", "0.geo/msg/Imu | 0.geo/msg/Imu.x"},
+                                   {"ros/geo\\/msg\\/Imu/x", "0.geo/msg/Imu | 0.geo/msg/Imu.x"},
+                                   {"ros/geo.msg.Image#2/*", "0.geo.msg.Image | 0.geo.msg.Image.y"},
+                                   {"ros/std/Empty/x", "0.std/Empty | 0.std/Empty.x"},
+                                   {"*/std/Empty", "0.std/Empty | 0.std/Empty.x"},
+                                   {"ros/geo/msg", "0.geo | 0.geo.msg"},
+                                   {"ros/geo/msg/Imu", " | "}, // a type called geo comes first
+                                   {"ros/std/*/x", " | "}};
+        QCOMPARE(differences(matches, matchesOfText), QString());
+        const TextRow options[] = {{"15 15 ros/geo.msg.Im", "ros/geo.msg.Imu ros/geo.msg.Image#1 ros/geo.msg.Image#2"},
+                                   {"15 15 ros/std/e", "ros/std.Empty/x"}};
+        QCOMPARE(differences(options, optionsOfPrefix), QString());
+        PathExpression expression;
+        expression.setupToMatchUnique(ros.getMessageInfos().at(1));
+        QCOMPARE(expression.getString(PathExpression::AllParts), text("ros/geo.msg.Image#1"));
+        QCOMPARE(namesOf(expression.getMatchingMessageInfos()), text("0.geo/msg/Image"));
+    }
+
     void prefixMatchesUntilEditingIsComplete()
     {
         const Formats formats;
