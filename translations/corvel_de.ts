@@ -32,10 +32,6 @@
         <translation>Aufzeichnung öffnen</translation>
     </message>
     <message>
-        <source>Recordings (*.tlog *.mavlink *.mcap *.osi *.bin);;All files (*)</source>
-        <translation>Aufzeichnungen (*.tlog *.mavlink *.mcap *.osi *.bin);;Alle Dateien (*)</translation>
-    </message>
-    <message>
         <source>R&amp;efresh</source>
         <translation>Neu &amp;suchen</translation>
     </message>
@@ -211,10 +207,6 @@
 </context>
 <context>
     <name>ConnectDialog</name>
-    <message>
-        <source>Definitions (*.xml *.proto *.desc *.pb *.bin);;All files (*)</source>
-        <translation>Definitionen (*.xml *.proto *.desc *.pb *.bin);;Alle Dateien (*)</translation>
-    </message>
     <message>
         <source>Connect</source>
         <translation>Verbinden</translation>
@@ -468,6 +460,21 @@
     </message>
 </context>
 <context>
+    <name>FileFilters</name>
+    <message>
+        <source>All files</source>
+        <translation>Alle Dateien</translation>
+    </message>
+    <message>
+        <source>Recordings</source>
+        <translation>Aufzeichnungen</translation>
+    </message>
+    <message>
+        <source>Definitions</source>
+        <translation>Definitionen</translation>
+    </message>
+</context>
+<context>
     <name>FileMenu</name>
     <message>
         <source>&amp;File</source>
@@ -522,10 +529,6 @@
         <translation>Aufzeichnungen öffnen</translation>
     </message>
     <message>
-        <source>Recordings (*.tlog *.mavlink *.mcap *.bin *.raw);;All files (*)</source>
-        <translation>Aufzeichnungen (*.tlog *.mavlink *.mcap *.bin *.raw);;Alle Dateien (*)</translation>
-    </message>
-    <message>
         <source>No recordings yet</source>
         <translation>Noch keine Aufzeichnungen</translation>
     </message>
@@ -536,10 +539,6 @@
     <message>
         <source>Load Definitions</source>
         <translation>Definitionen laden</translation>
-    </message>
-    <message>
-        <source>MAVLink dialects (*.xml);;All files (*)</source>
-        <translation>MAVLink-Dialekte (*.xml);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>The definitions are used from here on, also for what is open.</source>
@@ -2080,6 +2079,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>unknown message %1, sender %2</source>
         <translation>unbekannte Nachricht %1, Sender %2</translation>
+    </message>
+    <message>
+        <source>message %1</source>
+        <translation>Nachricht %1</translation>
     </message>
 </context>
 <context>

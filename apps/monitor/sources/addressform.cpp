@@ -1,5 +1,7 @@
 #include "addressform.h"
 
+#include "filefilters.h"
+
 #include <QComboBox>
 #include <QFileDialog>
 #include <QFormLayout>
@@ -142,8 +144,7 @@ QWidget* AddressForm::createFileEditor(const InputField& field, const QString& v
     browse->setToolTip(tr("Choose a file"));
     connect(browse, &QPushButton::clicked, this, [this, line]() {
         const QString path =
-            QFileDialog::getOpenFileName(this, tr("Open Recording"), line->text(),
-                                         tr("Recordings (*.tlog *.mavlink *.mcap *.osi *.bin);;All files (*)"));
+            QFileDialog::getOpenFileName(this, tr("Open Recording"), line->text(), FileFilters::recordings());
         if (!path.isEmpty())
             line->setText(path);
     });

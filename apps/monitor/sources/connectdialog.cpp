@@ -1,6 +1,7 @@
 #include "connectdialog.h"
 
 #include "addressform.h"
+#include "filefilters.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -45,9 +46,8 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     m_framing->setAccessibleName(tr("Framing"));
     m_framing->setToolTip(tr("How messages lie in the stream"));
     connect(browseDefinitions, &QPushButton::clicked, this, [this]() {
-        const QString path =
-            QFileDialog::getOpenFileName(this, tr("Load Definitions"), m_definitions->text(),
-                                         tr("Definitions (*.xml *.proto *.desc *.pb *.bin);;All files (*)"));
+        const QString path = QFileDialog::getOpenFileName(this, tr("Load Definitions"), m_definitions->text(),
+                                                          FileFilters::definitions(*m_factory->getDefinitions()));
         if (path.isEmpty())
             return;
         m_definitions->setText(path);

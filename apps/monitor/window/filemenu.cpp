@@ -2,6 +2,7 @@
 
 #include "connectdialog.h"
 #include "desk.h"
+#include "filefilters.h"
 #include "opener.h"
 #include "outputkind.h"
 
@@ -50,8 +51,7 @@ void FileMenu::refresh()
 void FileMenu::openRecordings()
 {
     m_opener->openAll(
-        QFileDialog::getOpenFileNames(parentWidget(), tr("Open Recordings"), QString(),
-                                      tr("Recordings (*.tlog *.mavlink *.mcap *.bin *.raw);;All files (*)")));
+        QFileDialog::getOpenFileNames(parentWidget(), tr("Open Recordings"), QString(), FileFilters::recordings()));
 }
 
 void FileMenu::remember(const SourceSession* session)
@@ -105,8 +105,9 @@ void FileMenu::record(bool on)
 
 void FileMenu::askDefinitions()
 {
-    const QString path = QFileDialog::getOpenFileName(parentWidget(), tr("Load Definitions"), QString(),
-                                                      tr("MAVLink dialects (*.xml);;All files (*)"));
+    const QString path =
+        QFileDialog::getOpenFileName(parentWidget(), tr("Load Definitions"), QString(),
+                                     FileFilters::definitions(*m_desk->getFactory()->getDefinitions()));
     if (!path.isEmpty() && m_opener->loadDialect(path, QString()))
         Q_EMIT m_desk->said(tr("The definitions are used from here on, also for what is open."), SaidMilliseconds);
 }

@@ -1,6 +1,7 @@
 #include "opener.h"
 
 #include "desk.h"
+#include "filefilters.h"
 
 Opener::Opener(Desk* desk, QObject* parent)
     : QObject(parent)
@@ -39,7 +40,7 @@ bool Opener::openAll(const QStringList& addresses)
 {
     QStringList errors;
     for (const QString& address : addresses) {
-        if (address.endsWith(QLatin1String(".xml"), Qt::CaseInsensitive)) {
+        if (FileFilters::isDefinitions(*m_desk->getFactory()->getDefinitions(), address)) {
             loadDialect(address, QString()); // says itself what is wrong
             continue;
         }

@@ -1,5 +1,8 @@
 #include "addressform.h"
 #include "connectdialog.h"
+#include "container.h"
+#include "definitions.h"
+#include "filefilters.h"
 #include "testbase.h"
 
 #include <QComboBox>
@@ -71,6 +74,29 @@ private Q_SLOTS:
             dialog.setOptions(options);
             QCOMPARE(valuesOf(dialog.getOptions().address), valuesOf(kind->example));
         }
+    }
+
+    void everyKindOfFileIsOffered()
+    {
+        const Definitions definitions;
+        const QString recordings = FileFilters::recordings();
+        const QString kinds = FileFilters::definitions(definitions);
+        for (const Container* container : Container::getAll())
+            QVERIFY2(recordings.contains(QString(";;%1 (%2);;").arg(container->getTitle(), container->filePatterns)),
+                     qPrintable(recordings));
+        for (const Definitions::FileKind& kind : definitions.getFileKinds())
+            QVERIFY2(kinds.contains(QString(";;%1 (%2);;").arg(kind.title, kind.patterns.join(' '))),
+                     qPrintable(kinds));
+        QVERIFY2(recordings.startsWith("Recordings (*.") && recordings.endsWith(";;All files (*)"),
+                 qPrintable(recordings));
+        QVERIFY2(kinds.startsWith("Definitions (*.xml *.proto ") && kinds.endsWith(";;All files (*)"),
+                 qPrintable(kinds));
+
+        const QStringList names{"a.xml", "folder/A.XML", "a.proto", "a.bin", "a.tlog", "a", "tcp:xml:1"};
+        QString found;
+        for (const QString& name : names)
+            found += FileFilters::isDefinitions(definitions, name) ? 'x' : '-';
+        QCOMPARE(found, QString("xxx----"));
     }
 
     void saysWhatIsWrongInPlace()
