@@ -90,9 +90,27 @@ void EventLog::log(const CorvelEvent& event, const QDateTime& time, qint64 now, 
         window.time = time;
         return;
     }
+    openWindow(event, key, time, now);
+    append(event, time);
+}
+
+void EventLog::expect(const CorvelEvent& event, const QDateTime& time, qint64 now, const QString& kind)
+{
+    flush(now);
+    if (m_windows.size() >= MaxWindows || findWindow(event.getType(), kind) >= 0) {
+        log(event, time, now, kind);
+        return;
+    }
+    openWindow(event, kind, time, now);
+    m_windows.last().cause = event.getMessage();
+    m_windows.last().total = 0;
+}
+
+void EventLog::openWindow(const CorvelEvent& event, const QString& kind, const QDateTime& time, qint64 now)
+{
     Window window;
     window.type = event.getType();
-    window.kind = key;
+    window.kind = kind;
     window.time = time;
     window.total = 1;
     window.count = 0;
@@ -100,7 +118,6 @@ void EventLog::log(const CorvelEvent& event, const QDateTime& time, qint64 now, 
     window.end = now + window.length;
     m_windows.append(window);
     m_nextEnd = qMin(m_nextEnd, window.end);
-    append(event, time);
 }
 
 void EventLog::flush(qint64 now)
@@ -113,7 +130,7 @@ void EventLog::flush(qint64 now)
             m_nextEnd = qMin(m_nextEnd, m_windows.at(i).end);
             ++i;
         } else if (m_windows.at(i).count == 0) {
-            m_windows.removeAt(i);
+            enterCause(m_windows.takeAt(i));
         } else {
             Window& window = m_windows[i];
             window.length = qMin(2 * window.length, LongestWindow);
@@ -130,6 +147,8 @@ void EventLog::flushAll()
     for (int i = 0; i < m_windows.size(); ++i) {
         if (m_windows.at(i).count > 0)
             enterCounted(&m_windows[i]);
+        else
+            enterCause(m_windows.at(i));
     }
     m_windows.clear();
     m_nextEnd = std::numeric_limits<qint64>::max();
@@ -166,10 +185,17 @@ int EventLog::findWindow(CorvelEvent::Type type, const QString& kind) const
     return -1;
 }
 
+void EventLog::enterCause(const Window& window)
+{
+    if (!window.cause.isEmpty())
+        append(CorvelEvent(window.type, window.cause), window.time);
+}
+
 void EventLog::enterCounted(Window* window)
 {
     const quint64 count = window->count;
     window->count = 0;
+    window->cause.clear();
     QString text = grouped(count) + QLatin1String(" x ") + window->kind;
     if (window->total > count)
         text += QString::fromLatin1(" (%1 in all)").arg(grouped(window->total));

@@ -53,6 +53,12 @@ public:
      */
     void log(const CorvelEvent& event, const QDateTime& time, qint64 now, const QString& kind = QString());
 
+    /**
+     * Enters @p event a little later, and behind the number of those that log() counts as of its @p kind until then:
+     * for a cause whose consequences follow it. Without any, it is entered as it is.
+     */
+    void expect(const CorvelEvent& event, const QDateTime& time, qint64 now, const QString& kind);
+
     /** Closes the windows that are over at @p now, milliseconds on the clock of log(). For a timer. */
     void flush(qint64 now);
 
@@ -78,6 +84,7 @@ private:
     {
         CorvelEvent::Type type;
         QString kind;
+        QString cause;  // not entered yet, see expect(); else empty
         QDateTime time; // of the last event
         quint64 total;  // since the storm began
         quint64 count;  // not entered yet
@@ -86,6 +93,8 @@ private:
     };
 
     int findWindow(CorvelEvent::Type type, const QString& kind) const;
+    void openWindow(const CorvelEvent& event, const QString& kind, const QDateTime& time, qint64 now);
+    void enterCause(const Window& window);
     void enterCounted(Window* window);
 
     QList<Entry> m_entries;

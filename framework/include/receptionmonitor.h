@@ -6,6 +6,7 @@
 
 #include <QDateTime>
 #include <QElapsedTimer>
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 
@@ -101,7 +102,7 @@ private:
     Q_DISABLE_COPY(ReceptionMonitor)
 
     void countFirst(const ReceivedMessage& message, int row);
-    void reportUnknown(int row);
+    void reportUnknown(const ReceivedMessage& message, int row);
     void reportLeap(qint64 step);
     void report(int type, const QString& text, const QDateTime& time, const QString& kind = QString());
     QDateTime streamTime() const;
@@ -116,6 +117,7 @@ private:
     QPointer<StreamSource> m_source;
     QString m_name;
     QString m_prefix;
+    QHash<quint32, QString> m_undecodable; // why messages of these numbers are not known
     int m_stream;
     quint64 m_modulus;
     qint64 m_time; // of the newest message that has one

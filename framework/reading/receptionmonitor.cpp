@@ -87,6 +87,7 @@ void ReceptionMonitor::follow(StreamSource* source, const QString& name)
 void ReceptionMonitor::begin(const StreamDecoder* decoder)
 {
     m_decoder = decoder;
+    m_undecodable.clear();
     m_ownIdentities.setDecoder(decoder);
     m_identities = &m_ownIdentities;
     m_modulus = decoder->getSequenceModulus();
@@ -124,7 +125,7 @@ void ReceptionMonitor::countMessage(const ReceivedMessage& message, int row)
             reportLeap(step);
     }
     if (!message.info)
-        reportUnknown(row);
+        reportUnknown(message, row);
 }
 
 /** Counts a message whose row has no statistics of its own, at least not yet, or had another type. */
@@ -155,18 +156,35 @@ void ReceptionMonitor::processProblem(const StreamProblem& problem)
     if (problem.hasFrame && problem.kind != StreamProblem::TruncatedFrame)
         m_coordinator->countFailure(m_stream, m_identities->findSender(problem.sender));
     const QString text = problem.describe(problem.hasFrame ? m_decoder->getSenderName(problem.sender) : QString());
+    if (problem.kind == StreamProblem::UnusableDefinition) {
+        m_undecodable.insert(problem.id, text);
+        m_coordinator->countEvent(CorvelEvent::DefinitionProblem, 1, m_stream);
+        if (m_log)
+            m_log->expect(CorvelEvent(CorvelEvent::DefinitionProblem, m_prefix + text), streamTime(), now(),
+                          m_prefix + tr("message %1").arg(text));
+        return;
+    }
     // How many bytes were skipped differs every time; it is one kind of event all the same.
     const QString kind = problem.kind == StreamProblem::SkippedBytes ? tr("bytes skipped") : QString();
     report(typeOf(problem.kind), text, streamTime(), kind);
 }
 
 // Apart, as are the others that seldom happen, so that what happens for every message stays small.
-void ReceptionMonitor::reportUnknown(int number)
+void ReceptionMonitor::reportUnknown(const ReceivedMessage& message, int number)
 {
-    const StreamIdentities::Row& row = m_identities->getRows().at(number);
-    report(CorvelEvent::UnknownMessage,
-           tr("unknown message %1, sender %2").arg(row.typeName, m_identities->getSenderName(row.sender)),
-           streamTime());
+    const auto cause = m_undecodable.constFind(message.id);
+    if (cause == m_undecodable.constEnd()) {
+        const StreamIdentities::Row& row = m_identities->getRows().at(number);
+        report(CorvelEvent::UnknownMessage,
+               tr("unknown message %1, sender %2").arg(row.typeName, m_identities->getSenderName(row.sender)),
+               streamTime());
+        return;
+    }
+    // One cause is one entry, which says how many messages it concerns.
+    m_coordinator->countEvent(CorvelEvent::UnknownMessage, 1, m_stream);
+    if (m_log)
+        m_log->log(CorvelEvent(CorvelEvent::DefinitionProblem, m_prefix + *cause), streamTime(), now(),
+                   m_prefix + tr("message %1").arg(*cause));
 }
 
 /** Reports a leap of the time of messages. */

@@ -525,8 +525,8 @@ void McapReader::reportDefinition(const QString& text, const McapChannels::Entry
     StreamProblem problem;
     problem.kind = StreamProblem::UnusableDefinition;
     problem.offset = m_recordOffset;
-    // Each is about something else.
-    problem.id = channel && !channel->info ? channel->id : ++m_definitionProblems;
+    // Each is about something else, and no channel has such a number.
+    problem.id = channel && !channel->info ? channel->id : ~m_definitionProblems++;
     problem.text = text;
     m_sink->processProblem(problem);
 }

@@ -70,6 +70,21 @@ private Q_SLOTS:
                                     "2 x skipped (3 in all)"));
     }
 
+    void aCauseIsEnteredWithWhatFollowsIt()
+    {
+        EventLog log;
+        log.expect(crc("alone"), at(1), 0, text("of alone"));
+        log.expect(crc("cause"), at(1), 0, text("of cause"));
+        log.log(crc("cause"), at(2), 500, text("of cause"));
+        QCOMPARE(textsOf(log), QString());
+        log.flush(1000);
+        QCOMPARE(textsOf(log), text("alone; 1 x of cause"));
+        log.expect(crc("cause"), at(3), 1500, text("of cause"));
+        log.expect(crc("late"), at(3), 1500, text("of late"));
+        log.flushAll();
+        QCOMPARE(textsOf(log), text("alone; 1 x of cause; 1 x of cause (2 in all); late"));
+    }
+
     void noiseOfEverNewTextsIsBounded()
     {
         EventLog log;

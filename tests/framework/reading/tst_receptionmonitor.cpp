@@ -148,6 +148,28 @@ private Q_SLOTS:
         QCOMPARE(unknown.entries(), text("Unknown message: unknown message id 90, sender sender 1"));
         QCOMPARE(unknown.coordinator.getAllMessageStatistics().constFirst()->getMessageName(), text("Unknown 90"));
 
+        // What cannot be decoded is one entry, which says how many messages that concerns.
+        Monitored undecodable;
+        undecodable.monitor->begin(&undecodable.decoder);
+        StreamProblem problem;
+        problem.kind = StreamProblem::UnusableDefinition;
+        for (const char* type : {"Y", "Z"}) {
+            problem.id = static_cast<quint32>(type[0]);
+            problem.text = text(type);
+            undecodable.monitor->processProblem(problem);
+        }
+        for (int i = 0; i < 3; ++i)
+            undecodable.receive(1000 * i, "Z");
+        QCOMPARE(undecodable.entries(), QString());
+        undecodable.now = 1000;
+        undecodable.monitor->refresh();
+        undecodable.receive(4000, "Z");
+        undecodable.monitor->finish();
+        QCOMPARE(undecodable.entries(),
+                 text("Definition problem: not decodable: Y; Definition problem: 3 x message not "
+                      "decodable: Z; Definition problem: 1 x message not decodable: Z (4 in all)"));
+        QCOMPARE(undecodable.coordinator.getEventCount(CorvelEvent::UnknownMessage), 4u);
+
         Monitored m;
         m.monitor->begin(&m.decoder);
         for (const int tenths : {100, 95, 200, 150, 150 + 72000})
