@@ -64,7 +64,8 @@ QVector<Definitions::FileKind> Definitions::getFileKinds() const
 {
     QVector<FileKind> kinds;
     for (const std::unique_ptr<Encoding>& encoding : m_private->encodings)
-        kinds.append({titleOf(*encoding), patternsOf(*encoding)});
+        if (encoding->hasFiles())
+            kinds.append({titleOf(*encoding), patternsOf(*encoding)});
     return kinds;
 }
 
@@ -90,6 +91,8 @@ Encoding* Definitions::Private::encodingFor(const QString& path, QString* error)
     for (const std::unique_ptr<Encoding>& encoding : encodings) {
         if (encoding->recognizes(head))
             return encoding.get();
+        if (!encoding->hasFiles())
+            continue;
         known.append(titleOf(*encoding) + QLatin1String(" (") + QLatin1String(encoding->getTraits().filePatterns) +
                      QLatin1Char(')'));
     }

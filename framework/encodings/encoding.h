@@ -25,7 +25,7 @@ public:
     {
         const char* name;         ///< as recordings write it
         const char* title;        ///< what a file of its definitions is; to be translated, context "Encoding"
-        const char* filePatterns; ///< of the names of such files, with spaces between: "*.proto *.desc"
+        const char* filePatterns; ///< of the names of such files, with spaces between: "*.proto *.desc"; may be empty
         const char* schemas;      ///< encodings of the schemas that streams bring, with spaces between; may be empty
         bool isComplete;          ///< whether a type that is in no file does not come later
     };
@@ -34,6 +34,8 @@ public:
 
     const Traits& getTraits() const { return m_traits; }
 
+    /** Whether there are files of its definitions. */
+    bool hasFiles() const { return *m_traits.filePatterns; }
     /** Whether a file that begins so is one of definitions, for names that do not say it. */
     virtual bool recognizes(const QByteArray& head) const = 0;
 

@@ -2,6 +2,7 @@
 
 #include "mavlinkencoding.h"
 #include "protobufencoding.h"
+#include "rosencoding.h"
 
 namespace
 {
@@ -16,6 +17,8 @@ std::unique_ptr<Encoding> create()
 std::unique_ptr<Encoding> (*const encodings[])() = {
     create<MavlinkEncoding>,
     create<ProtobufEncoding>,
+    create<CdrEncoding>,
+    create<Ros1Encoding>,
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "protobufmessage.h"
 #include "protobuftext.h"
+#include "timetext.h"
 
 #include <typeinfo>
 
@@ -203,8 +204,8 @@ FieldValue ProtobufTimeFieldInfo::getValue(const Message* message, unsigned int 
     if (!seconds.isValid())
         return seconds;
     const qint32 nanos = static_cast<qint32>(partOf(message, index, NanosNumber).toSigned());
-    return FieldValue::fromText(m_kind == Timestamp ? ProtobufText::timestampText(seconds.toSigned(), nanos)
-                                                    : ProtobufText::durationText(seconds.toSigned(), nanos));
+    return FieldValue::fromText(m_kind == Timestamp ? TimeText::ofTime(seconds.toSigned(), nanos)
+                                                    : TimeText::ofDuration(seconds.toSigned(), nanos));
 }
 
 FieldValue ProtobufTimeFieldInfo::partOf(const Message* message, unsigned int index, int number) const

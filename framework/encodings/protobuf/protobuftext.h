@@ -28,12 +28,6 @@ QString commentText(const std::string& leading, const std::string& trailing);
 /** The first paragraph of such a text. */
 QString firstParagraph(const QString& text);
 
-/** "2024-06-18T12:25:40.5Z"; with the two numbers in words when they are no time of the years 1 to 9999. */
-QString timestampText(qint64 seconds, qint32 nanos);
-
-/** "-1.5 s", exactly; with the two numbers in words when their signs contradict each other. */
-QString durationText(qint64 seconds, qint32 nanos);
-
 } // namespace ProtobufText
 
 #endif

@@ -49,7 +49,8 @@ private Q_SLOTS:
              "'1:1':{'messages':70977,'lost':450,...}\n"
              "'events':{'CRC error':1314,'Truncated message':1}}"},
             {"corvel-dump --dialect mavlink/dialects/ardupilotmega.xml --stats mavlink/dronekit-flight.tlog 2>/dev/null"
-             " | grep -o -e '\"id\":\\(66\\|109\\|150\\),\"mess[^]]*gapCount\":[0-9]*' -e '\"\\(51:68\\|255:0\\)\":{\"m[^}]*'",
+             " | grep -o -e '\"id\":\\(66\\|109\\|150\\),\"mess[^]]*gapCount\":[0-9]*' -e "
+             "'\"\\(51:68\\|255:0\\)\":{\"m[^}]*'",
              "'id':66,'messages':92,'noTime':0,'unknownInterval':0,'intervals':{'15000':92},'gapCount':0\n"
              "'id':109,'messages':1370,'noTime':0,'unknownInterval':2,'intervals':{'1000':1368},'gapCount':4\n"
              "'id':150,'messages':260,'noTime':0,'unknownInterval':2,'intervals':{'3900':258},'gapCount':2\n"
@@ -93,6 +94,23 @@ private Q_SLOTS:
             {"corvel-dump --type osi3.SensorView --schema protobuf/proto-osi-3.7.0/osi_sensorview.proto"
              " --import-path protobuf/proto-osi-3.7.0 --stats protobuf/*.osi",
              "{...'messages':20,...'sender':'',...'intervals':{},...}"},
+
+            // ROS. What the packages of its makers read in the same files was compared value by value.
+            {"for f in ros/*.mcap ros/wbag/*_4.mcap; do corvel-dump $f 2>/dev/null | grep -v problems"
+             " | sed 's/.*\"type\":\"\\([^\"]*\\).*/\\1/' | sort | uniq -c | sed 's/^ *//'; done",
+             "4 test_msgs/msg/Arrays\n3 test_msgs/msg/BasicTypes\n7 rcl_interfaces/msg/ParameterEvent\n"
+             "25 test_msgs/msg/Empty\n50 test_msgs/msg/Strings\n10 rcl_interfaces/msg/Log\n10 std_msgs/msg/String\n"
+             "1108 std_msgs/msg/String"},
+            {"corvel-dump ros/only_topics.mcap 2>/dev/null | sed -n 1p | cut -d , -f 6-",
+             "'fields':{'stamp':{'sec':1697521620,'nanosec':31223993},'node':'/introspection_client','new_parameters':"
+             "[{'name':'use_sim_time','value':{'type':1,'bool_value':false,'integer_value':0,'double_value':0,"
+             "'string_value':'','byte_array_value':'','bool_array_value':[],'integer_array_value':[],"
+             "'double_array_value':[],'string_array_value':[]}}],'changed_parameters':[],'deleted_parameters':[]}}"},
+            {"corvel-dump --interpreted --select '*/*/stamp' ros/talker.mcap 2>/dev/null | sed -n 1p | cut -d , -f 6-",
+             "'fields':{'stamp':'2020-04-02T22:23:55.112130688Z'}}"},
+            {"corvel-dump ros/wrong_rmw_test_0.mcap 2>&1 | cut -d : -f 2-",
+             " not decodable: /test_topic (wrong_format, not decodable)\n"
+             " not decodable: /array_topic (wrong_format, not decodable)"},
 
             // Through a pipe, and one that was cut.
             {"cd protobuf; f=MovingHostWithStopLine.mcap;"

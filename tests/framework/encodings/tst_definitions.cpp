@@ -95,7 +95,7 @@ private Q_SLOTS:
         QVERIFY(definitions.schemaOf(builtIn->getMessageInfo(QStringLiteral("HEARTBEAT"))).isEmpty());
         QVERIFY(definitions.isComplete(builtIn));
         QVERIFY(!definitions.isComplete(definitions.getFormat(QStringLiteral("protobuf"))));
-        QVERIFY(!definitions.find(QStringLiteral("cdr")));
+        QVERIFY(!definitions.find(QStringLiteral("smoke")));
     }
 
 private:

@@ -1,0 +1,111 @@
+#include "rosencoding.h"
+
+#include "rosmsgparser.h"
+#include "rostypebuilder.h"
+
+#include <QCoreApplication>
+
+static const Encoding::Traits CdrTraits{"cdr", QT_TRANSLATE_NOOP("Encoding", "ROS 2 message definition"), "", "ros2msg",
+                                        false};
+static const Encoding::Traits Ros1Traits{"ros1", QT_TRANSLATE_NOOP("Encoding", "ROS 1 message definition"), "",
+                                         "ros1msg", false};
+
+// Of all schemas. A recording can bring one after the other.
+static const qint64 MostBytes = 256 * 1024 * 1024;
+
+CdrEncoding::CdrEncoding()
+    : RosEncoding(CdrTraits, false)
+{
+}
+
+Ros1Encoding::Ros1Encoding()
+    : RosEncoding(Ros1Traits, true)
+{
+}
+
+RosEncoding::RosEncoding(const Traits& traits, bool isRos1)
+    : Encoding(traits)
+    , m_isRos1(isRos1)
+    , m_format(QLatin1String(traits.name))
+    , m_size(0)
+{
+}
+
+RosEncoding::~RosEncoding()
+{
+    qDeleteAll(m_made);
+}
+
+bool RosEncoding::recognizes(const QByteArray&) const
+{
+    return false;
+}
+
+FormatInfo* RosEncoding::load(const QString&, const QStringList&, Definitions::Scope, QStringList*)
+{
+    return nullptr;
+}
+
+FormatInfo* RosEncoding::getFormat(const QString&)
+{
+    return &m_format;
+}
+
+QVector<FormatInfo*> RosEncoding::getFormats() const
+{
+    return QVector<FormatInfo*>{&m_format};
+}
+
+const MessageInfo* RosEncoding::makeType(const TypeSchema& schema, QString* error)
+{
+    // The same schema gives the same type again, because views know it by its address.
+    const QByteArray key = schema.encoding + '\0' + schema.name.toUtf8() + '\0' + schema.data;
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    auto known = m_bySchema.constFind(key);
+    if (known == m_bySchema.constEnd())
+        known = m_bySchema.insert(key, make(schema));
+    *error = known->error;
+    return known->info;
+}
+
+RosEncoding::Made RosEncoding::make(const TypeSchema& schema)
+{
+    Made made{nullptr, QString()};
+    if (schema.data.size() > Ros::GreatestSchemaSize || m_size + schema.data.size() > MostBytes) {
+        made.error =
+            QCoreApplication::translate("RosSchema", "the schema is too large: %1 bytes").arg(schema.data.size());
+        return made;
+    }
+    m_size += schema.data.size();
+    std::unique_ptr<Ros::Schema> read(new Ros::Schema);
+    const RosMsgParser::Dialect dialect = m_isRos1 ? RosMsgParser::Ros1 : RosMsgParser::Ros2;
+    const Ros::Struct* const structure =
+        RosMsgParser(dialect, read.get()).parse(Ros::decodeSchema(schema.data), schema.name, &made.error);
+    if (!structure)
+        return made;
+    const auto types = std::make_shared<const RosTypes>(std::move(read), m_isRos1);
+    made.info = RosTypeBuilder(types, &m_made).build(structure);
+    m_schemas.insert(made.info, schema);
+    return made;
+}
+
+TypeSchema RosEncoding::schemaOf(const MessageInfo* info) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_schemas.value(info);
+}
+
+QVector<const MessageInfo*> RosEncoding::publish()
+{
+    QVector<MessageInfo*> made;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        made.swap(m_made);
+    }
+    QVector<const MessageInfo*> infos;
+    for (MessageInfo* info : std::as_const(made)) {
+        m_format.addMessageInfo(info);
+        infos.append(info);
+    }
+    return infos;
+}

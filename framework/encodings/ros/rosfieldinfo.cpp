@@ -1,0 +1,260 @@
+#include "rosfieldinfo.h"
+
+#include "timetext.h"
+
+#include <typeinfo>
+
+using namespace Ros;
+
+namespace
+{
+
+const Type& elementOf(const Type& type)
+{
+    return isCollection(type.kind) ? *type.element : type;
+}
+
+const Type& memberType(const RosMessageInfo* holder, std::size_t member)
+{
+    return *holder->getStruct()->members[member].type;
+}
+
+bool needsSlot(const Type& type)
+{
+    return elementOf(type).kind >= Kind::Struct || (isCollection(type.kind) && !isNumber(elementOf(type).kind));
+}
+
+} // namespace
+
+bool isBytesOfRos(const Type& type)
+{
+    return isCollection(type.kind) && !type.element->enumeration &&
+           (type.element->kind == Kind::UInt8 || type.element->kind == Kind::Int8 || type.element->kind == Kind::Char);
+}
+
+RosFieldInfo::RosFieldInfo(const QString& name, const FieldType& type, RosMessageInfo* holder, int member)
+    : FieldInfo(name, type)
+    , m_holder(holder)
+    , m_member(static_cast<std::size_t>(member))
+    , m_kind(elementOf(memberType(holder, m_member)).kind)
+    , m_isBytes(isBytesOfRos(memberType(holder, m_member)))
+    , m_showsParts(type.getSubMessageInfo() != nullptr)
+    , m_slot(needsSlot(memberType(holder, m_member)) ? holder->addSlot() : -1)
+{
+    const Struct* const structure = holder->getStruct();
+    setRepeated(isCollection(memberType(holder, m_member).kind) && !m_isBytes);
+    setOptional(structure->members[m_member].isOptional || (structure->isUnion && member > 0));
+}
+
+const RosMessage* RosFieldInfo::ownMessage(const Message* message) const
+{
+    // What others made need not have the bytes that the type says.
+    return message->getInfo() == m_holder && typeid(*message) == typeid(RosMessage)
+               ? static_cast<const RosMessage*>(message)
+               : nullptr;
+}
+
+const Node& RosFieldInfo::nodeIn(const RosMessage* message) const
+{
+    return *message->getView().getPlan().parts[m_member].node;
+}
+
+unsigned int RosFieldInfo::countIn(const RosMessage* message, const Node& node, const Place& first,
+                                   quint32 claimed) const
+{
+    const Node& element = *node.element;
+    if (!element.isFixed)
+        return message->countElements(m_slot, element, first, claimed, m_showsParts);
+    const quint32 whole = Wire::countWhole(element, first, claimed);
+    const bool isBroken = m_showsParts && whole < claimed && Wire::elementAt(element, first, whole).getLeft() > 0;
+    return whole + (isBroken ? 1 : 0);
+}
+
+unsigned int RosFieldInfo::getValueCount(const Message* message) const
+{
+    const RosMessage* const own = ownMessage(message);
+    Place place;
+    quint32 claimed;
+    if (!own || !own->getView().find(static_cast<int>(m_member), &place))
+        return 0;
+    const Node& node = nodeIn(own);
+    if (!isCollection(node.kind)) {
+        return (m_showsParts && place.getLeft() > 0) || own->getWire().skip(node, &place) ? 1 : 0;
+    }
+    if (!own->getWire().open(node, &place, &claimed))
+        return 0;
+    return m_isBytes ? 1 : countIn(own, node, place, claimed);
+}
+
+FieldValue RosFieldInfo::getValue(const Message* message, unsigned int index) const
+{
+    const RosMessage* const own = ownMessage(message);
+    Place place;
+    if (!own)
+        return FieldValue::invalid();
+    if (m_isBytes) {
+        quint32 size;
+        if (index > 0 || !own->getView().find(static_cast<int>(m_member), &place) ||
+            !own->getWire().open(nodeIn(own), &place, &size))
+            return FieldValue::invalid();
+        size = std::min(size, place.getLeft());
+        return FieldValue::fromBytes(QByteArray(own->getWire().getBytes(place.at), static_cast<int>(size)));
+    }
+    const Node* node;
+    return findElement(own, index, &node, &place) ? valueAt(own, index, *node, place) : FieldValue::invalid();
+}
+
+bool RosFieldInfo::findElement(const RosMessage* message, unsigned int index, const Node** element, Place* place) const
+{
+    if (!message->getView().find(static_cast<int>(m_member), place))
+        return false;
+    const Node& node = nodeIn(message);
+    *element = &node;
+    if (!isCollection(node.kind))
+        return index == 0;
+    quint32 claimed;
+    *element = node.element;
+    if (!message->getWire().open(node, place, &claimed) || index >= claimed)
+        return false;
+    if (node.element->isFixed) {
+        *place = Wire::elementAt(*node.element, *place, index);
+        return true;
+    }
+    if (index >= countIn(message, node, *place, claimed))
+        return false;
+    *place = message->elementAt(m_slot, *place, index);
+    return true;
+}
+
+FieldValue RosFieldInfo::valueAt(const RosMessage* message, unsigned int index, const Node& node, Place place) const
+{
+    const Wire& wire = message->getWire();
+    if (isNumber(node.kind)) {
+        if (!Wire::align(&place, node.alignment) || place.getLeft() < node.size)
+            return FieldValue::invalid();
+        return numberAt(wire, place.at);
+    }
+    if (node.kind == Kind::Struct) {
+        Place behind = place;
+        if (place.getLeft() == 0 && !wire.skip(node, &behind))
+            return FieldValue::invalid();
+        const RosMessageInfo* const info = static_cast<const RosMessageInfo*>(getType().getSubMessageInfo());
+        return FieldValue::fromSubMessage(message->getPart(m_slot, index, info, node, place));
+    }
+    quint32 length;
+    if (!wire.takeLength(&place, &length))
+        return FieldValue::invalid();
+    const quint64 size = node.kind == Kind::String ? length : wire.wideSize(length);
+    if (size > place.getLeft())
+        return FieldValue::invalid();
+    return FieldValue::fromText(node.kind == Kind::String ? wire.readText(place.at, length)
+                                                          : wire.readWide(place.at, static_cast<quint32>(size)));
+}
+
+FieldValue RosFieldInfo::numberAt(const Wire& wire, quint32 at) const
+{
+    switch (m_kind) {
+    case Kind::Bool:
+        return FieldValue::fromBool(wire.read<quint8>(at) != 0);
+    case Kind::Char:
+        return FieldValue::fromChar(wire.read<quint8>(at));
+    case Kind::WideChar:
+        return FieldValue::fromText(QString(QChar(wire.read<quint16>(at))));
+    case Kind::Int8:
+    case Kind::Int16:
+    case Kind::Int32:
+    case Kind::Int64:
+        return FieldValue::fromSigned(wire.readInteger(m_kind, at), sizeOf(m_kind));
+    case Kind::Float32:
+        return FieldValue::fromFloat(wire.read<float>(at));
+    case Kind::Float64:
+        return FieldValue::fromDouble(wire.read<double>(at));
+    case Kind::LongDouble:
+        return FieldValue::fromDouble(wire.readQuadruple(at));
+    default:
+        return FieldValue::fromUnsigned(static_cast<quint64>(wire.readInteger(m_kind, at)), sizeOf(m_kind));
+    }
+}
+
+/** One of the two numbers of a time. */
+class RosTimeFieldInfo::Part : public FieldInfo
+{
+public:
+    Part(const RosTimeFieldInfo* whole, const Member& member, int part)
+        : FieldInfo(member.name,
+                    FieldType(member.type->kind == Kind::UInt32 ? FieldType::UnsignedType : FieldType::SignedType, 4,
+                              member.type->name))
+        , m_whole(whole)
+        , m_part(part)
+    {
+        setOptional(whole->isOptional());
+        setRepeated(whole->isRepeated());
+        setUnit(part == 0 ? QStringLiteral("s") : QStringLiteral("ns"));
+    }
+
+    unsigned int getValueCount(const Message* message) const override { return m_whole->getValueCount(message); }
+    FieldValue getValue(const Message* message, unsigned int index) const override
+    {
+        return m_whole->partOf(message, index, m_part);
+    }
+
+private:
+    const RosTimeFieldInfo* m_whole;
+    int m_part;
+};
+
+RosTimeFieldInfo::RosTimeFieldInfo(const QString& name, const Struct* time, RosMessageInfo* holder, int member)
+    : RosFieldInfo(name, FieldType(FieldType::TextType, 0, time->name), holder, member)
+    , m_time(time)
+{
+    for (int part = 0; part < 2; ++part)
+        addSubField(new Part(this, time->members[static_cast<std::size_t>(part)], part));
+}
+
+FieldValue RosTimeFieldInfo::getValue(const Message* message, unsigned int index) const
+{
+    const FieldValue seconds = partOf(message, index, 0);
+    if (!seconds.isValid())
+        return seconds;
+    const qint64 nanos = partOf(message, index, 1).toSigned();
+    if (m_time->meaning == Struct::Time)
+        return FieldValue::fromText(TimeText::ofTime(seconds.toSigned(), nanos));
+    // The nanoseconds go forward also from a negative second, unlike what people read.
+    const bool isBorrowed = seconds.toSigned() < 0 && nanos > 0 && nanos < TimeText::NanosPerSecond;
+    return FieldValue::fromText(TimeText::ofDuration(seconds.toSigned() + (isBorrowed ? 1 : 0),
+                                                     nanos - (isBorrowed ? TimeText::NanosPerSecond : 0)));
+}
+
+FieldValue RosTimeFieldInfo::partOf(const Message* message, unsigned int index, int part) const
+{
+    const RosMessage* const own = ownMessage(message);
+    const Node* node;
+    Place place;
+    if (!own || !findElement(own, index, &node, &place) || !own->getWire().enter(*node->plan, &place) ||
+        !Wire::align(&place, own->getWire().getLengthAlignment()) || place.getLeft() < 8)
+        return FieldValue::invalid();
+    const Kind kind = m_time->members[static_cast<std::size_t>(part)].type->kind;
+    const qint64 number = own->getWire().readInteger(kind, place.at + quint32(4 * part));
+    return kind == Kind::UInt32 ? FieldValue::fromUnsigned(static_cast<quint64>(number), 4)
+                                : FieldValue::fromSigned(number, 4);
+}
+
+RosProblemFieldInfo::RosProblemFieldInfo()
+    : FieldInfo(QStringLiteral("[problems]"), FieldType(FieldType::TextType, 0, QStringLiteral("text")))
+{
+    setRepeated(true);
+    setOptional(true);
+}
+
+unsigned int RosProblemFieldInfo::getValueCount(const Message* message) const
+{
+    const bool isOwn = occursIn(message->getInfo()) && typeid(*message) == typeid(RosMessage);
+    return isOwn ? static_cast<unsigned int>(static_cast<const RosMessage*>(message)->getProblems().size()) : 0;
+}
+
+FieldValue RosProblemFieldInfo::getValue(const Message* message, unsigned int index) const
+{
+    if (index >= getValueCount(message))
+        return FieldValue::invalid();
+    return FieldValue::fromText(static_cast<const RosMessage*>(message)->getProblems().at(static_cast<int>(index)));
+}

@@ -1,0 +1,70 @@
+#ifndef ROSFIELDINFO_H
+#define ROSFIELDINFO_H
+
+#include "rosmessage.h"
+
+/** A field that a schema describes: numbers, texts, bytes and sub-messages, one or many. */
+class RosFieldInfo : public FieldInfo
+{
+public:
+    /**
+     * @param type    of an element
+     * @param holder  that it stands in
+     * @param member  its number there
+     */
+    RosFieldInfo(const QString& name, const FieldType& type, RosMessageInfo* holder, int member);
+
+    unsigned int getValueCount(const Message* message) const override;
+    FieldValue getValue(const Message* message, unsigned int index) const override;
+
+protected:
+    /** Whether there is room for an element of that number, and where. */
+    bool findElement(const RosMessage* message, unsigned int index, const Ros::Node** element, Ros::Place* place) const;
+    /** Null for messages of other types, or that others made. */
+    const RosMessage* ownMessage(const Message* message) const;
+
+private:
+    const Ros::Node& nodeIn(const RosMessage* message) const;
+    unsigned int countIn(const RosMessage* message, const Ros::Node& node, const Ros::Place& first,
+                         quint32 claimed) const;
+    FieldValue numberAt(const Ros::Wire& wire, quint32 at) const;
+    FieldValue valueAt(const RosMessage* message, unsigned int index, const Ros::Node& node, Ros::Place place) const;
+
+    const RosMessageInfo* m_holder;
+    const std::size_t m_member;
+    const Ros::Kind m_kind; // of an element
+    const bool m_isBytes;
+    const bool m_showsParts; // of an element that breaks off
+    const int m_slot;
+};
+
+/** A point in time or a duration, which is a struct of two numbers: read as one value, with the numbers below it. */
+class RosTimeFieldInfo : public RosFieldInfo
+{
+public:
+    RosTimeFieldInfo(const QString& name, const Ros::Struct* time, RosMessageInfo* holder, int member);
+
+    FieldValue getValue(const Message* message, unsigned int index) const override;
+
+private:
+    class Part;
+
+    FieldValue partOf(const Message* message, unsigned int index, int part) const;
+
+    const Ros::Struct* m_time;
+};
+
+/** Whether a collection is one value, of bytes. */
+bool isBytesOfRos(const Ros::Type& type);
+
+/** What is wrong with the bytes of a message, as texts. */
+class RosProblemFieldInfo : public FieldInfo
+{
+public:
+    RosProblemFieldInfo();
+
+    unsigned int getValueCount(const Message* message) const override;
+    FieldValue getValue(const Message* message, unsigned int index) const override;
+};
+
+#endif
