@@ -10,9 +10,6 @@
 namespace Mcap
 {
 
-// What a later version of the format may put behind the records.
-static const quint64 GreatestExtension = 4096;
-
 bool isNone(const RecordHead& head)
 {
     switch (head.opcode) {
