@@ -26,9 +26,21 @@ const std::string& MessagePrinter::senderOf(quint32 sender)
     return text;
 }
 
+const Selection::Choice& MessagePrinter::choiceOf(const ReceivedMessage& received)
+{
+    const std::pair<const MessageInfo*, quint32> key(received.info, received.sender);
+    auto found = m_choices.find(key);
+    if (found == m_choices.end())
+        found = m_choices.emplace(key, m_selection.choose(key.first, getDecoder()->getSenderName(key.second))).first;
+    return found->second;
+}
+
 void MessagePrinter::consume(const ReceivedMessage& received)
 {
-    if (!received.info || !m_selection.has(received.info))
+    if (!received.info)
+        return;
+    const Selection::Choice& choice = choiceOf(received);
+    if (!choice.isPrinted)
         return;
     Names& names = m_names[received.info];
     if (names.type.empty())
@@ -38,11 +50,10 @@ void MessagePrinter::consume(const ReceivedMessage& received)
                              received.timeRest, received.publishTime, received.publishTimeRest},
                             &m_line);
     const MessageReference message = MessageReference::adopt(received.createMessage(QString()));
-    const QVector<Selection::Field> selected = m_selection.getFields(received.info);
-    if (selected.isEmpty())
+    if (choice.fields.isEmpty())
         m_json.appendFields(message.get(), &m_line);
     else
-        appendSelected(message.get(), selected);
+        appendSelected(message.get(), choice.fields);
     m_line.append("}\n");
     print(m_line);
 }

@@ -5,7 +5,9 @@
 #include "messagejson.h"
 #include "selection.h"
 
+#include <map>
 #include <unordered_map>
+#include <utility>
 
 /** Prints each message of a known type as one line of JSON. */
 class MessagePrinter : public DumpSink
@@ -34,12 +36,14 @@ private:
     };
 
     const std::string& senderOf(quint32 sender);
+    const Selection::Choice& choiceOf(const ReceivedMessage& received);
     void appendSelected(const Message* message, const QVector<Selection::Field>& fields);
 
     MessageJson m_json;
     Selection m_selection;
     std::unordered_map<const MessageInfo*, Names> m_names;
     std::unordered_map<quint32, std::string> m_senders;
+    std::map<std::pair<const MessageInfo*, quint32>, Selection::Choice> m_choices;
     std::string m_line;
 };
 

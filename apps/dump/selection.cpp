@@ -6,7 +6,6 @@
 #include "pathexpression.h"
 
 #include <algorithm>
-#include <utility>
 
 static QString keyOf(const FieldPath& path)
 {
@@ -31,13 +30,32 @@ static bool contains(const QVector<Selection::Field>& fields, const Selection::F
     });
 }
 
+/** The senders that @p pattern names: a star stands for any characters. */
+static QRegularExpression sendersOf(const QString& pattern)
+{
+    QStringList pieces;
+    for (const QString& piece : pattern.split(QLatin1Char('*')))
+        pieces.append(QRegularExpression::escape(piece));
+    return QRegularExpression(QStringLiteral("\\A%1\\z").arg(pieces.join(QLatin1String(".*"))),
+                              QRegularExpression::DotMatchesEverythingOption);
+}
+
 bool Selection::setUp(const QStringList& expressions, const QVector<const FormatInfo*>& formats, bool complete,
                       QString* error)
 {
     for (const FormatInfo* format : formats)
         FormatRegistry::getInstance()->addFormat(format);
-    m_expressions = expressions;
-    m_all = expressions.isEmpty();
+    for (const QString& given : expressions) {
+        Expression expression;
+        expression.given = given;
+        const QString mark = QStringLiteral(" @ ");
+        const QString spaced = QLatin1Char(' ') + given; // also for a sender alone
+        const int at = int(spaced.lastIndexOf(mark));
+        expression.path = spaced.mid(1, at < 0 ? -1 : qMax(0, at - 1)).trimmed();
+        if (at >= 0)
+            expression.sender = sendersOf(spaced.mid(at + int(mark.size())).trimmed());
+        m_expressions.append(expression);
+    }
     if (!resolve(error))
         return false;
     if (complete)
@@ -45,54 +63,75 @@ bool Selection::setUp(const QStringList& expressions, const QVector<const Format
     return !complete || m_complaint.isEmpty();
 }
 
-bool Selection::has(const MessageInfo* info)
+Selection::Choice Selection::choose(const MessageInfo* info, const QString& sender)
 {
-    if (m_all)
-        return true;
+    Choice choice;
+    choice.isPrinted = m_expressions.isEmpty();
+    if (choice.isPrinted)
+        return choice;
     if (!m_seen.contains(info)) {
         m_seen.insert(info);
         FormatRegistry::getInstance()->addFormat(info->getFormatInfo()); // ignores one that it knows
         QString error;                                                   // was looked for when it was set up
         resolve(&error);
     }
-    return m_fields.contains(info);
+    bool isWhole = false;
+    for (const Named& named : m_named.value(info)) {
+        Expression& expression = m_expressions[named.expression];
+        if (!expression.sender.pattern().isEmpty() && !expression.sender.match(sender).hasMatch())
+            continue;
+        expression.isMet = true;
+        choice.isPrinted = true;
+        isWhole = isWhole || named.fields.isEmpty();
+        for (const Field& field : named.fields)
+            if (!contains(choice.fields, field))
+                choice.fields.append(field);
+    }
+    // A type that is also named without a field is printed with all its fields.
+    if (isWhole)
+        choice.fields.clear();
+    return choice;
+}
+
+QString Selection::getComplaint() const
+{
+    if (!m_complaint.isEmpty())
+        return m_complaint;
+    for (const Expression& expression : m_expressions)
+        if (!expression.isMet && !expression.sender.pattern().isEmpty())
+            return QStringLiteral("--select \"%1\": nothing of it came from such a sender").arg(expression.given);
+    return QString();
 }
 
 /** Finds what the expressions name among the types that there are now; false when one is malformed. */
 bool Selection::resolve(QString* error)
 {
-    m_fields.clear();
+    m_named.clear();
     m_complaint.clear();
-    QSet<const MessageInfo*> whole;
-    for (const QString& text : std::as_const(m_expressions)) {
+    for (int i = 0; i < m_expressions.size(); ++i) {
+        const QString& text = m_expressions.at(i).given;
         PathExpression expression;
         expression.setConsiderSubMessages(true);
-        expression.setString(text);
+        expression.setString(m_expressions.at(i).path);
         if (!expression.errorString().isEmpty()) {
             *error = QStringLiteral("--select \"%1\": %2").arg(text, expression.errorString());
             return false;
         }
-        const bool named = !expression.getString(PathExpression::FieldPart | PathExpression::IndexPart).isEmpty();
+        const bool namesFields = !expression.getString(PathExpression::FieldPart | PathExpression::IndexPart).isEmpty();
         const QVector<const MessageInfo*> infos = expression.getMatchingMessageInfos();
         if (infos.isEmpty() && m_complaint.isEmpty())
             m_complaint = QStringLiteral("--select \"%1\" names nothing in the definitions").arg(text);
-        if (named) {
-            const QVector<FieldPath> paths = expression.getMatches();
-            for (const FieldPath& path : paths) {
-                const Field field{path, keyOf(path)};
-                QVector<Field>& fields = m_fields[path.getMessageInfo()];
-                if (!contains(fields, field))
-                    fields.append(field);
-            }
-        }
-        for (const MessageInfo* info : infos) {
-            m_fields[info];
-            if (!named)
-                whole.insert(info);
+        for (const MessageInfo* info : infos)
+            m_named[info].append(Named{i, {}});
+        if (!namesFields)
+            continue;
+        const QVector<FieldPath> paths = expression.getMatches();
+        for (const FieldPath& path : paths) {
+            QVector<Named>& named = m_named[path.getMessageInfo()];
+            if (named.isEmpty() || named.last().expression != i)
+                named.append(Named{i, {}});
+            named.last().fields.append(Field{path, keyOf(path)});
         }
     }
-    // A type that is also named without a field is printed with all its fields.
-    for (const MessageInfo* info : std::as_const(whole))
-        m_fields[info].clear();
     return true;
 }

@@ -4,13 +4,17 @@
 #include "fieldpath.h"
 
 #include <QHash>
+#include <QRegularExpression>
 #include <QSet>
 #include <QStringList>
 #include <QVector>
 
 class FormatInfo;
 
-/** The message types and fields that path expressions name; everything when there are none. */
+/**
+ * What expressions name of what comes: path expressions, each with " @ " and a sender behind it where only messages
+ * from that are meant, in which a star stands for any characters. Everything when there are none.
+ */
 class Selection
 {
 public:
@@ -19,6 +23,12 @@ public:
     {
         FieldPath path;
         QString key;
+    };
+    /** What to print of the messages of a type from a sender. */
+    struct Choice
+    {
+        bool isPrinted = false;
+        QVector<Field> fields; ///< in the order of the expressions; empty means all
     };
 
     /**
@@ -30,23 +40,33 @@ public:
     bool setUp(const QStringList& expressions, const QVector<const FormatInfo*>& formats, bool complete,
                QString* error);
 
-    /** Whether messages of the type are to be printed. A type that was not asked for before is looked up anew. */
-    bool has(const MessageInfo* info);
+    /** What to print of messages of @p info from @p sender. A type that was not asked for before is looked up anew. */
+    Choice choose(const MessageInfo* info, const QString& sender);
 
-    /** What is wrong when no more types come: an expression that names none of them; else empty. */
-    QString getComplaint() const { return m_complaint; }
-
-    /** The fields of a type to print, in the order of the expressions; empty means all of them. */
-    QVector<Field> getFields(const MessageInfo* info) const { return m_fields.value(info); }
+    /** What is wrong when nothing more comes: an expression that names nothing that came; else empty. */
+    QString getComplaint() const;
 
 private:
+    struct Expression
+    {
+        QString given;
+        QString path;
+        QRegularExpression sender; // whose pattern is empty for everybody
+        bool isMet = false;        // whether anything came from such a sender
+    };
+    /** What an expression names of a type. */
+    struct Named
+    {
+        int expression;
+        QVector<Field> fields; // empty for all
+    };
+
     bool resolve(QString* error);
 
-    bool m_all = true;
-    QStringList m_expressions;
+    QVector<Expression> m_expressions;
     QSet<const MessageInfo*> m_seen;
-    QString m_complaint; // about the first expression that names nothing
-    QHash<const MessageInfo*, QVector<Field>> m_fields;
+    QString m_complaint; // about the first expression that names no type
+    QHash<const MessageInfo*, QVector<Named>> m_named;
 };
 
 #endif

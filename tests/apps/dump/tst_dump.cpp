@@ -169,6 +169,10 @@ void TestDump::printsWhatThereIs()
          "...'fields':{'list[2]':65535,'lights/RIGHT':true}}"},
         {"corvel-dump --dialect test.xml --select '*/SAMPLE' s.bin | sed -n 3p", "...'letter':65,...'lights':13}}"},
         {"corvel-dump --select '*/ATTITUDE' good.bin", ""},
+        {"corvel-dump --dialect test.xml --select '*/SAMPLE/tenth @ 7:*' --select '@ 8:9' s.bin | head -n 1",
+         "...'fields':{'tenth':0.1}}\n! corvel-dump: --select \"@ 8:9\": nothing ... came from such a sender"},
+        {"corvel-dump --dialect test.xml --select '*/SAMPLE/tenth @ 7' --select ' @ 7:9' s.bin | sed -n 3p",
+         "...'letter':65,...'lights':13}}\n! corvel-dump: --select \"*/SAMPLE/tenth @ 7\": nothing ..."},
 
         // A path through repeated fields is every element, and what is hidden as a whole is not to be had in pieces.
         {"corvel-dump --schema car.proto --type t.Car --framing varint --select '*/t.Car/spare/parts' "
