@@ -31,46 +31,15 @@ const Element elements[] = {{"enums", {}},
                             {"version", {}},
                             {"other", {"name"}}};
 
-const char* const values[] = {"A",
-                              "B",
-                              "C",
-                              "D",
-                              "0",
-                              "1",
-                              "2",
-                              "255",
-                              "256",
-                              "16777215",
-                              "-1",
-                              "0x10",
-                              "2**31",
-                              "int8_t",
-                              "uint16_t",
-                              "uint64_t",
-                              "float",
-                              "double",
-                              "char",
-                              "char[16]",
-                              "int32_t[4]",
-                              "uint8_t[255]",
-                              "float[0]",
-                              "char[256]",
-                              "uint8_t_mavlink_version",
-                              "m/s",
-                              "degE7",
-                              "us",
-                              "true",
-                              "bitmask",
-                              "0x%08x",
-                              "UINT16_MAX",
-                              "[NaN]",
-                              "[0:, 7]",
-                              "1e-3",
-                              "&lt;",
-                              ""};
+// The last is an empty one.
+const QByteArrayList values =
+    QByteArray("A|B|C|D|0|1|2|255|256|16777215|-1|0x10|2**31|int8_t|uint16_t|uint64_t|float|double|char|char[16]|int32_"
+               "t[4]|uint8_t[255]|float[0]|char[256]|uint8_t_mavlink_version|m/"
+               "s|degE7|us|true|bitmask|0x%08x|UINT16_MAX|[NaN]|[0:, 7]|1e-3|&lt;|")
+        .split('|');
 
 const std::uint8_t elementCount = sizeof elements / sizeof *elements;
-const std::uint8_t valueCount = sizeof values / sizeof *values;
+const std::uint8_t valueCount = std::uint8_t(values.size());
 
 /**
  * A text in which elements end as they have to: nearly all others are refused before anything is looked at.
@@ -89,14 +58,14 @@ QByteArray makeDefinition(const std::uint8_t* data, std::size_t size)
             text += QByteArray("<") + element.name;
             for (const char* attribute : element.attributes)
                 if (attribute && data < end && *data++ < valueCount)
-                    text += QByteArray(" ") + attribute + "=\"" + values[data[-1]] + '"';
+                    text += QByteArray(" ") + attribute + "=\"" + values.at(data[-1]) + '"';
             text += '>';
             open.append(element.name);
         } else if (command < 2 * elementCount) {
             if (open.size() > 1)
                 text += "</" + open.takeLast() + '>';
         } else {
-            text += values[command % valueCount];
+            text += values.at(command % valueCount);
         }
     }
     while (!open.isEmpty())

@@ -1,11 +1,8 @@
 #include "definitions.h"
 #include "mcapindex.h"
 #include "mcapstreamdecoder.h"
-#include "message.h"
+#include "transcript.h"
 
-#include <QVector>
-
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -16,63 +13,22 @@
 namespace
 {
 
-/** What is compared of a report. */
-struct Report
-{
-    quint64 offset;
-    quint64 length;
-    int kind; // -1: a message
-    quint32 sender;
-    qint64 time;
-
-    bool operator==(const Report& other) const
-    {
-        return offset == other.offset && length == other.length && kind == other.kind && sender == other.sender &&
-               time == other.time;
-    }
-};
-
-class Sink : public StreamSink
-{
-public:
-    void processReceived(const ReceivedMessage& message) override
-    {
-        // Every byte must be there to be read.
-        unsigned char sum = 0;
-        for (int i = 0; i < message.size; ++i)
-            sum = static_cast<unsigned char>(sum ^ message.data[i]);
-        reports.append(Report{message.offset, quint64(message.size) << 8 | sum, -1, message.sender, message.time});
-        ++messages;
-    }
-
-    void processProblem(const StreamProblem& problem) override
-    {
-        reports.append(Report{problem.offset, problem.length, int(problem.kind), 0, Message::NoTime});
-    }
-
-    QVector<Report> reports;
-    int messages = 0;
-};
-
-Sink decode(const QByteArray& stream, int piece, const McapIndex* index)
+/** What is found, and behind that the bytes of the messages, every one of which must be there to be read. */
+QStringList decode(const QByteArray& stream, int piece, const McapIndex* index, int* messages)
 {
     Definitions definitions;
     McapStreamDecoder decoder(&definitions);
     if (index)
         decoder.setIndex(index);
-    Sink sink;
-    for (int i = 0; i < stream.size(); i += piece) {
-        const QByteArray part(stream.constData() + i, std::min(piece, int(stream.size()) - i));
-        decoder.feed(part.constData(), int(part.size()), Message::NoTime, &sink);
-    }
-    decoder.finish(&sink);
-    for (const Report& report : std::as_const(sink.reports)) {
-        if (report.kind < 0)
-            decoder.getSenderName(report.sender);
-        if (report.offset > quint64(stream.size()))
+    Transcript found(&decoder);
+    feedAll(&decoder, stream, &found, piece);
+    for (const QString& line : std::as_const(found.lines))
+        if (line.left(int(line.indexOf(QLatin1Char(' ')))).section(QLatin1Char('+'), 0, 0).toLongLong() > stream.size())
             std::abort(); // behind the end
-    }
-    return sink;
+    *messages = int(found.messages.size());
+    for (const QByteArray& payload : std::as_const(found.payloads))
+        found.lines.append(QString::fromLatin1(payload.toHex()));
+    return found.lines;
 }
 
 /** A file of these bytes in memory. */
@@ -101,8 +57,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < 1)
         return 0;
     const QByteArray stream(reinterpret_cast<const char*>(data + 1), int(size - 1));
-    const Sink whole = decode(stream, std::max(1, int(stream.size())), nullptr);
-    if (decode(stream, 1 + data[0], nullptr).reports != whole.reports)
+    int messages = 0;
+    const QStringList whole = decode(stream, 1 << 20, nullptr, &messages);
+    if (decode(stream, 1 + data[0], nullptr, &messages) != whole)
         std::abort(); // the result depends on the pieces
 
     const MemoryFile file(stream);
@@ -110,7 +67,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::unique_ptr<McapIndex> index(McapIndex::load(file.path(), &error));
     if (!index)
         return 0;
-    if (decode(stream, 4096, index.get()).messages != whole.messages)
+    int ordered = 0;
+    decode(stream, 4096, index.get(), &ordered);
+    if (ordered != messages)
         std::abort(); // an index changes the order, and nothing else
     index->findOffset(index->getStartTime());
     index->findOffset(index->getEndTime());
