@@ -1,12 +1,9 @@
-#include "byteinput.h"
+#include "../inputfixtures.h"
 #include "pseudoterminal.h"
 #include "testbase.h"
 #include "waitfor.h"
 
 #include <QTemporaryDir>
-
-#include <memory>
-#include <thread>
 
 class TestSerialInput : public TestBase
 {
@@ -16,19 +13,11 @@ private:
     QTemporaryDir m_folder;
     const QString m_path = m_folder.filePath(QStringLiteral("ttyTest"));
 
-    static std::unique_ptr<ByteInput> inputFor(const QString& text)
-    {
-        InputAddress address;
-        QString error;
-        if (!InputAddress::parse(text, &address, &error))
-            qWarning("%s", qPrintable(error));
-        return std::unique_ptr<ByteInput>(ByteInput::create(address));
-    }
+    const QString m_address = QStringLiteral("serial:") + m_path;
 
-    static QString openError(const QString& text)
+    static QByteArray notOpened(const QString& address, const char* why)
     {
-        const auto input = inputFor(text);
-        return input->open() ? QStringLiteral("open") : input->getErrorString();
+        return "<not opened: " + address.toUtf8() + ": " + why + ">";
     }
 
 private Q_SLOTS:
@@ -63,11 +52,10 @@ private Q_SLOTS:
     void aDeviceThatIsUnpluggedCanBeOpenedWhenItIsBack()
     {
         PseudoTerminal device(m_path);
-        const QString address = QStringLiteral("serial:") + m_path;
         for (int i = 0; i < 2; ++i) {
-            QCOMPARE(openError(address), address + QStringLiteral(": there is no such serial port"));
+            QCOMPARE(openAndReadAll(m_address), notOpened(m_address, "there is no such serial port"));
             QVERIFY(device.plugIn());
-            const auto input = inputFor(address);
+            const auto input = inputFor(m_address);
             QVERIFY2(input->open(), qPrintable(input->getErrorString()));
             QCOMPARE(device.send("last words"), 10);
             QByteArray piece;
@@ -76,33 +64,22 @@ private Q_SLOTS:
             std::thread unplugging([&] { device.unplug(); });
             QCOMPARE(input->read(&piece, 10000), ByteInput::Failed);
             unplugging.join();
-            QCOMPARE(input->getErrorString(), address + QStringLiteral(": the device is gone"));
+            QCOMPARE(input->getErrorString(), m_address + QStringLiteral(": the device is gone"));
             QCOMPARE(input->read(&piece, 0), ByteInput::Failed);
         }
     }
 
-    void saysWhatCannotBeOpened()
+    void saysWhatCannotBeOpenedAndCanBeCancelled()
     {
-        QCOMPARE(openError(QStringLiteral("serial:/dev/null")),
-                 QStringLiteral("serial:/dev/null: this is no serial port"));
+        const QString null = QStringLiteral("serial:/dev/null");
+        QCOMPARE(openAndReadAll(null), notOpened(null, "this is no serial port"));
         PseudoTerminal device(m_path);
         QVERIFY(device.plugIn());
-        const QString address = QStringLiteral("serial:") + m_path;
-        const auto first = inputFor(address);
-        QVERIFY(first->open());
-        QCOMPARE(openError(address), address + QStringLiteral(": another program uses it"));
-    }
-
-    void cancellingEndsWaiting()
-    {
-        PseudoTerminal device(m_path);
-        QVERIFY(device.plugIn());
-        const auto input = inputFor(QStringLiteral("serial:") + m_path);
+        const auto input = inputFor(m_address);
         QVERIFY(input->open());
-        std::thread canceller([&] { input->cancel(); });
+        QCOMPARE(openAndReadAll(m_address), notOpened(m_address, "another program uses it"));
         QByteArray piece;
-        QCOMPARE(input->read(&piece, 60000), ByteInput::Nothing);
-        canceller.join();
+        QVERIFY(isCancelled(input.get(), [&] { QCOMPARE(input->read(&piece, 60000), ByteInput::Nothing); }));
         QVERIFY(!input->open());
     }
 };
