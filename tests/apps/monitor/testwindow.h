@@ -1,18 +1,30 @@
 #ifndef TESTWINDOW_H
 #define TESTWINDOW_H
 
+#include "eventlogtablewidget.h"
 #include "eventpanel.h"
 #include "formpanel.h"
 #include "mainwindow.h"
+#include "messagestatisticswidget.h"
+#include "messagetreewidget.h"
 #include "plotpanel.h"
+#include "plotseries.h"
 #include "statisticspanel.h"
 #include "treepanel.h"
 #include "typepanel.h"
+#include "waitfor.h"
+#include "watch.h"
 #include "watchbar.h"
 
 #include <QAction>
+#include <QMessageBox>
+#include <QTest>
 
-/** The real window, with short ways to its panels. */
+/** Waits for what is never sure to come in time on a busy computer. */
+#define EVENTUALLY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, 30000)
+#define EVENTUALLY_IS(text, expected) QTRY_COMPARE_WITH_TIMEOUT(text, QString(expected), 30000)
+
+/** The real window, with short ways to its panels, and what they show as texts. */
 struct TestWindow : MainWindow
 {
     template <typename Kind>
@@ -36,6 +48,63 @@ struct TestWindow : MainWindow
     }
     /** The stream of the source that is chosen. */
     const StreamSource* getSource() const { return getDesk()->getChosenSource()->getSource(); }
+
+    /** Opens a recording and plays it as fast as it can be read; false when it does not come to its end. */
+    bool play(const QString& path)
+    {
+        StreamSource::Playback playback;
+        playback.factor = 0;
+        setPlayback(playback);
+        show();
+        return openAddress(path) && isPlayed(getSources()->getCount() - 1);
+    }
+    /** Waits for the end of a recording. */
+    bool isPlayed(int source)
+    {
+        const StreamSource* const stream = getSources()->getSession(source)->getSource();
+        return waitFor([stream]() { return stream->getState() == StreamSource::Finished; }, 60000);
+    }
+
+    /** The row of a type, or of a field directly below it; null when there is none, or nothing below it so far. */
+    QTreeWidgetItem* findRow(const QString& type, const QString& field = QString()) const
+    {
+        for (int i = 0; i < getTree()->topLevelItemCount(); ++i) {
+            QTreeWidgetItem* const row = getTree()->topLevelItem(i);
+            for (int j = 0; row->text(0) == type && j < row->childCount(); ++j)
+                if (field.isEmpty() || row->child(j)->text(0) == field)
+                    return field.isEmpty() ? row : row->child(j);
+        }
+        return nullptr;
+    }
+    /** What the tree says of a field. */
+    QString valueOf(const QString& type, const QString& field) const
+    {
+        const QTreeWidgetItem* const row = findRow(type, field);
+        return row ? row->text(getTree()->getColumnIndex(MessageTreeWidget::ValueColumn)) : QString("no row");
+    }
+    /** What is counted: "HEARTBEAT (north.raw) 3, HEARTBEAT (south.raw) 2". */
+    QString countedTypes() const
+    {
+        QStringList names;
+        getStatistics()->updateTree();
+        for (int i = 0; i < getStatistics()->topLevelItemCount(); ++i)
+            for (int j = 0; j < getStatistics()->topLevelItem(i)->childCount(); ++j)
+                names.append(getStatistics()->topLevelItem(i)->child(j)->text(0) + ' ' +
+                             getStatistics()->topLevelItem(i)->child(j)->text(1));
+        names.sort();
+        return names.join(", ");
+    }
+    /** Closes the box that tells of something that went wrong, and gives its text; empty when there is not one. */
+    QString takeError()
+    {
+        QStringList texts;
+        for (QMessageBox* box : findChildren<QMessageBox*>()) {
+            texts.append(box->text());
+            box->close();
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return texts.join(" and ");
+    }
 };
 
 #endif

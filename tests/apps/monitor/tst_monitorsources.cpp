@@ -1,299 +1,236 @@
-#include "fieldinfo.h"
 #include "formatinfo.h"
 #include "foxgloveserver.h"
-#include "mavlinkdialect.h"
-#include "mavlinkencoder.h"
+#include "mavlinkframes.h"
 #include "messageinfo.h"
-#include "messagestatisticswidget.h"
-#include "messagetreewidget.h"
 #include "playbacktime.h"
-#include "plotpanel.h"
-#include "plotseries.h"
 #include "pseudoterminal.h"
-#include "recorder.h"
 #include "recordingfile.h"
-#include "sourcefactory.h"
+#include "shellrun.h"
 #include "testbase.h"
+#include "testfolder.h"
 #include "testwindow.h"
-#include "waitfor.h"
-#include "watch.h"
-#include "watchbar.h"
 
-#include <QFileInfo>
-#include <QMessageBox>
-#include <QProcess>
+#include <QJsonArray>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTemporaryDir>
 #include <QUdpSocket>
 
 #include <csignal>
-#include <memory>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-/** Sources that come, go, fail and are recorded, in the real window. */
+namespace
+{
+
+/** A window in which a second of waiting is short, with one source, whose states it writes down. */
+struct LiveWindow : TestWindow
+{
+    explicit LiveWindow(const QString& address)
+    {
+        SourceSession::setSecondOfWaiting(5);
+        show();
+        openAddress(address);
+        session = getSources()->getSession(0);
+        QObject::connect(session, &SourceSession::changed, &m_notes,
+                         [this]() { states += session->getStateText() + '\n'; });
+    }
+    ~LiveWindow() override { SourceSession::setSecondOfWaiting(1000); }
+
+    int count() const { return int(session->getCounters().getMessageCount()); }
+    bool isReceiving() const { return session->getState() == SourceSession::Receiving; }
+
+    SourceSession* session;
+    QString states;
+
+private:
+    QObject m_notes;
+};
+
+SourceSession* open(Desk* desk, const QString& address)
+{
+    SourceOptions options;
+    options.address = address;
+    StreamSource::Playback playback;
+    playback.factor = 0;
+    QString error;
+    SourceSession* const session = desk->getSources()->open(options, playback, &error);
+    if (!session)
+        qWarning("%s", qPrintable(error));
+    return session;
+}
+
+QString countsOf(const SourceSession* session)
+{
+    const ReceptionCounters& counters = session->getCounters();
+    return QString("%1 received, %2 failed, %3 skipped, %4 cut off")
+        .arg(counters.getMessageCount())
+        .arg(counters.getChecksumFailureCount())
+        .arg(counters.getSkippedBytes())
+        .arg(counters.getTruncatedBytes());
+}
+
+// Three messages of the type Point of a package.
+QByteArray points(const QByteArray& package)
+{
+    McapFixtures::Recording recording(McapFixtures::settings(McapWriter::Zstd, 1000));
+    McapWriter& writer = recording.writer;
+    const quint16 channel = writer.addChannel(
+        "/p", "protobuf", writer.addSchema(package + ".Point", "protobuf", McapFixtures::schema(package)));
+    for (int i = 0; i < 3; ++i)
+        writer.writeMessage(channel, 0, quint64(i) * McapFixtures::Millisecond, McapFixtures::point(i));
+    return recording.finished();
+}
+
+} // namespace
+
+/** Sources that come, go, fail and are recorded. */
 class tst_monitorsources : public TestBase
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { m_dialect.reset(MavlinkDialect::loadBuiltIn()); }
     void countsGoOnOverAReconnection();
     void aServerThatStartsAnewMixesNothingUp();
     void aSerialDeviceGoesOnWhenItIsPluggedInAgain();
     void twoSourcesOfOneSenderStayApart();
     void definitionsThatComeLaterAreUsedForWhatCameBefore();
-    void annotationsAreForEitherFormat();
     void faultsOfAnnotationsForTypesThatComeLaterAreEvents();
     void anMcapStreamThroughAPipeIsRecognised();
     void recordingKeepsDamageAndOutlivesTheProgram();
     void recordingThatFailsLeavesReceptionAlone();
     void aFileThatTakesOnlyAPartSaysWhy();
-    void timesAreReadAsTheyAreTyped_data();
     void timesAreReadAsTheyAreTyped();
 
 private:
-    QByteArray heartbeat(int sequence, quint8 system = 1) const
-    {
-        MavlinkEncoder encoder(m_dialect->find(0));
-        encoder.set("type", 2);
-        MavlinkEncoder::FrameHeader header;
-        header.sequence = quint8(sequence);
-        header.system = system;
-        return encoder.toFrame(header);
-    }
-
-    QString writeFile(const QString& name, const QByteArray& bytes) const
-    {
-        QFile file(m_folder.filePath(name));
-        const bool good = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-        return good ? file.fileName() : QString();
-    }
-
-    // Three messages of the type Point of a package.
-    static QByteArray points(const QByteArray& package)
-    {
-        McapFixtures::Recording recording(McapFixtures::settings(McapWriter::Zstd, 1000));
-        McapWriter& writer = recording.writer;
-        const quint16 channel = writer.addChannel(
-            "/p", "protobuf", writer.addSchema(package + ".Point", "protobuf", McapFixtures::schema(package)));
-        for (int i = 0; i < 3; ++i)
-            writer.writeMessage(channel, 0, quint64(i) * McapFixtures::Millisecond, McapFixtures::point(i));
-        return recording.finished();
-    }
-
-    static QStringList statisticsNames(const TestWindow& window)
-    {
-        QStringList names;
-        window.getStatistics()->updateTree();
-        for (int i = 0; i < window.getStatistics()->topLevelItemCount(); ++i)
-            for (int j = 0; j < window.getStatistics()->topLevelItem(i)->childCount(); ++j)
-                names.append(window.getStatistics()->topLevelItem(i)->child(j)->text(0) + ' ' +
-                             window.getStatistics()->topLevelItem(i)->child(j)->text(1));
-        names.sort();
-        return names;
-    }
-
-    std::unique_ptr<MavlinkDialect> m_dialect;
-    QTemporaryDir m_folder;
+    const MavlinkScript m_script;
+    TestFolder m_folder;
 };
 
 void tst_monitorsources::countsGoOnOverAReconnection()
 {
-    SourceSession::setSecondOfWaiting(5);
     QTcpServer server;
     QVERIFY(server.listen(QHostAddress::LocalHost));
-    TestWindow window;
-    window.show();
-    QVERIFY(window.openAddress(QString("tcp:127.0.0.1:%1").arg(server.serverPort())));
-    const SourceSession* const session = window.getSources()->getSession(0);
-    QStringList states;
-    connect(session, &SourceSession::changed, this, [&]() { states.append(session->getStateText()); });
+    LiveWindow window(QString("tcp:127.0.0.1:%1").arg(server.serverPort()));
     for (int i = 1; i <= 3; ++i) {
-        QVERIFY(waitFor([&]() { return server.hasPendingConnections(); }));
+        EVENTUALLY(server.hasPendingConnections());
         const std::unique_ptr<QTcpSocket> socket(server.nextPendingConnection());
-        socket->write(heartbeat(i));
-        QVERIFY(waitFor([&]() { return session->getCounters().getMessageCount() == quint64(i); }));
-        QCOMPARE(int(session->getState()), int(SourceSession::Receiving));
+        socket->write(m_script.bytes("H1"));
+        EVENTUALLY(window.count() == i);
+        QVERIFY(window.isReceiving());
     }
-    QVERIFY(waitFor([&]() { return states.contains("ended, again in 1 s"); }));
-    QCOMPARE(statisticsNames(window), QStringList("HEARTBEAT 3"));
+    EVENTUALLY(window.states.contains("\nended, again in 1 s\n"));
+    QCOMPARE(window.countedTypes(), QString("HEARTBEAT 3"));
 
     // Nobody is there any more: the waits become longer, and end with thirty seconds.
     server.close();
-    QVERIFY(waitFor([&]() { return !states.filter("again in 30 s: ").isEmpty(); }, 30000));
-    QVERIFY(!states.filter("again in 8 s: ").isEmpty());
-    QVERIFY(states.filter("again in 31 s").isEmpty());
-    SourceSession::setSecondOfWaiting(1000);
+    EVENTUALLY(window.states.contains("again in 30 s: "));
+    QVERIFY(window.states.contains("again in 8 s: ") && !window.states.contains("again in 31 s"));
 }
 
 void tst_monitorsources::aSerialDeviceGoesOnWhenItIsPluggedInAgain()
 {
-    SourceSession::setSecondOfWaiting(5);
     const QString path = m_folder.filePath("ttyTest");
     PseudoTerminal device(path);
-    TestWindow window;
-    window.show();
-    QVERIFY(window.openAddress("serial:" + path + "?baud=115200")); // which nobody has plugged in yet
-    const SourceSession* const session = window.getSources()->getSession(0);
-    QStringList states;
-    connect(session, &SourceSession::changed, this, [&]() { states.append(session->getStateText()); });
-    QVERIFY(waitFor([&]() { return states.contains("again in 2 s: there is no such serial port"); }));
+    LiveWindow window("serial:" + path + "?baud=115200"); // which nobody has plugged in yet
+    EVENTUALLY(window.states.contains("\nagain in 2 s: there is no such serial port\n"));
     for (int i = 1; i <= 2; ++i) {
         QVERIFY(device.plugIn());
-        QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Receiving; }));
-        device.send(heartbeat(i));
-        QVERIFY(waitFor([&]() { return session->getCounters().getMessageCount() == quint64(i); }));
-        states.clear();
+        EVENTUALLY(window.isReceiving());
+        device.send(m_script.bytes("H1"));
+        EVENTUALLY(window.count() == i);
+        window.states.clear();
         device.unplug();
-        QVERIFY(waitFor([&]() { return !states.filter(": the device is gone").isEmpty(); }));
+        EVENTUALLY(window.states.contains(": the device is gone"));
     }
-    QCOMPARE(statisticsNames(window), QStringList("HEARTBEAT 2"));
-    SourceSession::setSecondOfWaiting(1000);
+    QCOMPARE(window.countedTypes(), QString("HEARTBEAT 2"));
 }
 
 // Two topics of one type and one of another: whoever goes by the numbers of channels takes them for one another. In the
 // end, the other type is another one of that name.
 void tst_monitorsources::aServerThatStartsAnewMixesNothingUp()
 {
-    SourceSession::setSecondOfWaiting(5);
     FoxgloveServer server("foxglove.sdk.v1");
-    TestWindow window;
-    window.show();
+    LiveWindow window(server.address());
     window.getWatches()->pin("protobuf/demo.Point/n");
     window.getPlot()->plot("protobuf/demo.Point/n");
-    QVERIFY(window.openAddress(server.address()));
-    SourceSession* const session = window.getSources()->getSession(0);
-    const QString path = m_folder.filePath("restarted.mcap");
     QString error;
-    QVERIFY2(session->startRecording(path, &error), qPrintable(error));
+    QVERIFY2(window.session->startRecording(m_folder.filePath("restarted.mcap"), &error), qPrintable(error));
     const QByteArray orders[] = {"abc", "cba", "bCa"};
     for (int start = 0; start < 3; ++start) {
-        QVERIFY(
-            waitFor([&]() { return server.clients == start + 1 && session->getState() == SourceSession::Receiving; }));
+        EVENTUALLY(server.clients == start + 1 && window.isReceiving());
         QJsonArray channels;
         for (const char topic : orders[start])
             channels.append(FoxgloveServer::channel(int(channels.size()) + 1, QString("/%1").arg(topic).toLower(),
                                                     "protobuf", topic < 'c' && topic > 'C' ? "demo" : "other",
                                                     topic == 'C' ? "m" : nullptr));
         server.advertise(channels);
-        QVERIFY(waitFor([&]() { return server.subscriptions.size() == 3; }));
+        EVENTUALLY(server.subscriptions.size() == 3);
         for (int i = 0; i < 3; ++i) // 10, 20, 30; 31, 21, 11; 22, 32, 12
             server.sendPoint(server.subscription(i), 10 * ((orders[start].at(i) | 32) - 'a' + 1) + start);
-        QVERIFY(waitFor([&]() { return session->getCounters().getMessageCount() == quint64(3 * (start + 1)); }));
+        EVENTUALLY(window.count() == 3 * (start + 1));
         server.socket()->close();
     }
-    session->stopRecording();
-    SourceSession::setSecondOfWaiting(1000);
+    window.session->stopRecording();
 
-    QCOMPARE(statisticsNames(window), QStringList({"demo.Point (/a) 3", "demo.Point (/b) 3", "other.Point (/c) 3"}));
-    QStringList shown;
-    QVERIFY(waitFor([&]() {
-        shown.clear();
-        for (int i = 0; i < window.getTree()->topLevelItemCount(); ++i)
-            shown.append(window.getTree()->topLevelItem(i)->text(0) + ' ' +
-                         window.getTree()->topLevelItem(i)->child(1)->text(2));
-        shown.append(window.getWatches()->getWatches().first()->getText());
-        return shown == QStringList({"demo.Point 12", "other.Point 32", "12"});
-    }));
+    QCOMPARE(window.countedTypes(), QString("demo.Point (/a) 3, demo.Point (/b) 3, other.Point (/c) 3"));
+    EVENTUALLY_IS(window.valueOf("demo.Point", "n"), "12");
+    EVENTUALLY_IS(window.valueOf("other.Point", "n"), "32");
+    EVENTUALLY_IS(window.getWatches()->getWatches().first()->getText(), "12");
     QStringList plotted;
     for (const auto& series : window.getPlot()->getSeries())
         plotted.append(
             QString("%1 %2 %3").arg(series->getSender(), series->getValueText()).arg(series->getMessageCount()));
-    QCOMPARE(plotted, QStringList({"/a 12 3", "/b 22 3"}));
-
-    QProcess dump;
-    dump.start(CORVEL_DUMP_PROGRAM, {"--stats", path});
-    QVERIFY(dump.waitForFinished());
-    QStringList recorded;
-    const QJsonObject statistics = QJsonDocument::fromJson(dump.readAllStandardOutput()).object();
-    for (const QJsonValue& row : statistics.value("statistics").toArray())
-        recorded.append(row["type"].toString() + ' ' + row["sender"].toString() + ' ' +
-                        QString::number(row["messages"].toInt()));
-    QCOMPARE(recorded, QStringList({"demo.Point /a 3", "demo.Point /b 3", "other.Point /c 2", "other.Point /c 1"}));
+    QCOMPARE(plotted.join(", "), QString("/a 12 3, /b 22 3"));
+    static const TextRow rows[] = {
+        {"corvel-dump --stats restarted.mcap | sed 's/.*\"statistics\"//' | grep -o '\"type\":[^}]*,\"noTime' | cut -d "
+         ", -f 1,2,4",
+         "'type':'demo.Point','sender':'/a','messages':3\n'type':'demo.Point','sender':'/b','messages':3\n"
+         "'type':'other.Point','sender':'/c','messages':2\n'type':'other.Point','sender':'/c','messages':1"}};
+    check(rows, m_folder.path());
 }
 
 void tst_monitorsources::twoSourcesOfOneSenderStayApart()
 {
     TestWindow window;
-    window.show();
-    QVERIFY(window.openAddress(writeFile("north.raw", heartbeat(0) + heartbeat(1) + heartbeat(2))));
-    QVERIFY(waitFor([&]() { return statisticsNames(window) == QStringList("HEARTBEAT 3"); }));
-    QVERIFY(window.openAddress(writeFile("south.raw", heartbeat(0) + heartbeat(1))));
-    QVERIFY(waitFor([&]() {
-        return statisticsNames(window) == QStringList({"HEARTBEAT (north.raw) 3", "HEARTBEAT (south.raw) 2"});
-    }));
+    QVERIFY(window.play(m_folder.write("north.raw", m_script.bytes("H1 H2 H3"))));
+    QCOMPARE(window.countedTypes(), QString("HEARTBEAT 3"));
+    QVERIFY(window.play(m_folder.write("south.raw", m_script.bytes("H1 H2"))));
+    QCOMPARE(window.countedTypes(), QString("HEARTBEAT (north.raw) 3, HEARTBEAT (south.raw) 2"));
     QCOMPARE(window.getSources()->getSession(1)->getSenderName(0), QString("1:1 @ south.raw"));
     window.getSources()->close(window.getSources()->getSession(0));
-    QCOMPARE(statisticsNames(window), QStringList("HEARTBEAT 2"));
+    QCOMPARE(window.countedTypes(), QString("HEARTBEAT 2"));
     QCOMPARE(window.getSources()->getSession(0)->getSenderName(0), QString("1:1"));
 }
 
 void tst_monitorsources::definitionsThatComeLaterAreUsedForWhatCameBefore()
 {
-    const QString poor = writeFile("poor.xml", "<mavlink><messages><message id=\"4711\" name=\"OTHER\"><field "
-                                               "type=\"uint8_t\" name=\"a\">A</field></message></messages></mavlink>");
-    const QString rich = writeFile(
-        "rich.xml", "<mavlink><messages><message id=\"0\" name=\"HEARTBEAT\"><field type=\"uint8_t\" name=\"type\">T"
-                    "</field><field type=\"uint8_t\" name=\"autopilot\">A</field><field type=\"uint8_t\" "
-                    "name=\"base_mode\">B</field><field type=\"uint32_t\" name=\"custom_mode\">C</field><field "
-                    "type=\"uint8_t\" name=\"system_status\">S</field><field type=\"uint8_t_mavlink_version\" "
-                    "name=\"mavlink_version\">V</field></message></messages></mavlink>");
+    const QString other =
+        m_folder.write("other.xml", "<mavlink><messages><message id=\"4711\" name=\"OTHER\">"
+                                    "<field type=\"uint8_t\" name=\"a\">A</field></message></messages></mavlink>");
+    const QString heartbeat = m_folder.write(
+        "heartbeat.xml",
+        "<mavlink><messages><message id=\"0\" name=\"HEARTBEAT\"><field type=\"uint8_t\" name=\"type\">T</field>"
+        "<field type=\"uint8_t\" name=\"autopilot\">A</field><field type=\"uint8_t\" name=\"base_mode\">B</field>"
+        "<field type=\"uint32_t\" name=\"custom_mode\">C</field><field type=\"uint8_t\" "
+        "name=\"system_status\">S</field>"
+        "<field type=\"uint8_t_mavlink_version\" name=\"mavlink_version\">V</field></message></messages></mavlink>");
     TestWindow window;
     window.show();
-    QVERIFY(window.loadDialect(poor, QString()));
-    QVERIFY(window.openAddress("udp:127.0.0.1:24550"));
+    QVERIFY(window.openAll({other, "udp:127.0.0.1:24550"}));
     const SourceSession* const session = window.getSources()->getSession(0);
-    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Receiving; }));
+    EVENTUALLY(session->getState() == SourceSession::Receiving);
     QUdpSocket sender;
-    for (int i = 0; i < 5; ++i)
-        sender.writeDatagram(heartbeat(i), QHostAddress::LocalHost, 24550);
-    QVERIFY(waitFor([&]() { return session->getCounters().getUnknownCount() == 5; }));
+    for (int i = 1; i <= 5; ++i)
+        sender.writeDatagram(m_script.bytes(QString("H%1").arg(i)), QHostAddress::LocalHost, 24550);
+    EVENTUALLY(session->getCounters().getUnknownCount() == 5);
     QCOMPARE(window.getTree()->topLevelItemCount(), 0);
 
-    QVERIFY(window.loadDialect(rich, QString()));
-    QVERIFY(waitFor([&]() { return window.getTree()->topLevelItemCount() == 1; }));
-    QTreeWidgetItem* const type = window.getTree()->topLevelItem(0)->child(0);
-    QVERIFY(waitFor([&]() { return type->text(2) == "2"; }));
+    QVERIFY(window.openAll({heartbeat}));
+    EVENTUALLY_IS(window.valueOf("HEARTBEAT", "type"), "34");
     QCOMPARE(session->getCounters().getMessageCount(), quint64(5));
-    QCOMPARE(statisticsNames(window), QStringList("HEARTBEAT 5"));
-    sender.writeDatagram(heartbeat(5), QHostAddress::LocalHost, 24550);
-    QVERIFY(waitFor([&]() { return statisticsNames(window) == QStringList("HEARTBEAT 6"); }));
-}
-
-void tst_monitorsources::annotationsAreForEitherFormat()
-{
-    SourceOptions options;
-    options.address = writeFile("cars", QByteArray("\x02\x08\x05", 3));
-    options.definitions = writeFile("car.proto", "syntax = 'proto3'; package t; message Car { int32 speed = 1; }");
-    options.typeName = "t.Car";
-    options.framing = "varint";
-    const QString annotations =
-        writeFile("both.json", "{\"messages\": {\"*\": {\"fields\": {\"speed\": {\"confidential\": true}}}, \"t.Car\": "
-                               "{\"virtual\": [{\"name\": \"double\", \"expression\": \"2 * speed\"}]}, \"HEARTBEAT\": "
-                               "{\"fields\": {\"type\": {\"role\": \"secondary\"}}}}}");
-    SourceFactory factory;
-    QStringList problems;
-    QVERIFY(factory.annotate(annotations, &problems));
-    QCOMPARE(problems, QStringList());
-    SourceParts parts;
-    QString error;
-    QVERIFY2(factory.create(options, &parts, &error), qPrintable(error));
-    QVERIFY(parts.input->open());
-    QCOMPARE(int(parts.opener->run(parts.input.get(), {}, nullptr)), int(StreamOpener::Opened));
-    const OpenedStream stream = parts.opener->takeStream();
-    stream.decoder->publishTypes(&problems);
-    const MessageInfo* const car = stream.decoder->getFormats().constFirst()->getMessageInfo("t.Car");
-    QVERIFY(car && car->getFieldInfo("double"));
-    QVERIFY(car->getFieldInfo("speed")->isConfidential());
-
-    // What is wrong with the file as such is said once, and so is a name that no MAVLink type has.
-    QVERIFY(!factory.annotate(writeFile("bad.json", "{"), &problems));
-    QCOMPARE(problems.size(), 1);
-    problems.clear();
-    QVERIFY(!factory.annotate(writeFile("typo.json", "{\"messages\": {\"HARTBEAT\": {}, \"t.Car\": {}}}"), &problems));
-    QCOMPARE(problems.size(), 1);
+    QCOMPARE(window.countedTypes(), QString("HEARTBEAT 5"));
+    sender.writeDatagram(m_script.bytes("H6"), QHostAddress::LocalHost, 24550);
+    EVENTUALLY_IS(window.countedTypes(), "HEARTBEAT 6");
 }
 
 void tst_monitorsources::faultsOfAnnotationsForTypesThatComeLaterAreEvents()
@@ -301,21 +238,18 @@ void tst_monitorsources::faultsOfAnnotationsForTypesThatComeLaterAreEvents()
     Desk desk;
     QStringList problems;
     // Of a type that no other test's annotations are about.
-    QVERIFY(desk.getFactory()->annotate(writeFile("later.json", "{\"messages\": {\"fault.Point\": {\"fields\":\n"
-                                                                "{\"nothing\": {\"confidential\": true}}}}}"),
+    QVERIFY(desk.getFactory()->annotate(m_folder.write("later.json", "{\"messages\": {\"fault.Point\": {\"fields\":\n"
+                                                                     "{\"nothing\": {\"confidential\": true}}}}}"),
                                         &problems));
-    SourceOptions options;
-    options.address = writeFile("fault.mcap", points("fault"));
-    QString error;
-    SourceSession* const session = desk.getSources()->open(options, StreamSource::Playback(), &error);
-    QVERIFY2(session, qPrintable(error));
-    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
+    QVERIFY(!desk.getFactory()->annotate(m_folder.write("bad.json", "{"), &problems));
+    QCOMPARE(problems.size(), 1);
+    const SourceSession* const session = open(&desk, m_folder.write("fault.mcap", points("fault")));
+    EVENTUALLY(session->getState() == SourceSession::Ended);
     QStringList faults;
     for (const EventLog::Entry& entry : desk.getLog()->getEntries())
         if (entry.event.getType() == CorvelEvent::DefinitionProblem)
-            faults.append(entry.event.getMessage());
-    QCOMPARE(faults,
-             QStringList("annotation: " + m_folder.filePath("later.json") + ":2: fault.Point.nothing: unknown field"));
+            faults.append(m_folder.relative(entry.event.getMessage()));
+    QCOMPARE(faults.join(", "), QString("annotation: later.json:2: fault.Point.nothing: unknown field"));
 }
 
 void tst_monitorsources::anMcapStreamThroughAPipeIsRecognised()
@@ -323,70 +257,49 @@ void tst_monitorsources::anMcapStreamThroughAPipeIsRecognised()
     const QString path = m_folder.filePath("pipe");
     QCOMPARE(mkfifo(qPrintable(path), 0600), 0);
     Desk desk;
-    SourceOptions options;
-    options.address = path;
-    QString error;
-    SourceSession* const session = desk.getSources()->open(options, StreamSource::Playback(), &error);
-    QVERIFY2(session, qPrintable(error));
+    const SourceSession* const session = open(&desk, path);
     // As a slow writer does it.
     QFile writer(path);
     QVERIFY(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
     const QByteArray bytes = points("piped");
     writer.write(bytes.left(5));
-    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Receiving; }));
+    EVENTUALLY(session->getState() == SourceSession::Receiving);
     writer.write(bytes.mid(5));
     writer.close();
-    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
-    QCOMPARE(session->getCounters().getMessageCount(), quint64(3));
-    QCOMPARE(session->getCounters().getSkippedBytes(), quint64(0));
+    EVENTUALLY(session->getState() == SourceSession::Ended);
+    QCOMPARE(countsOf(session), QString("3 received, 0 failed, 0 skipped, 0 cut off"));
     QCOMPARE(session->getIdentities().getRows().first().info->getFormatInfo()->getName(), QString("protobuf"));
 }
 
 void tst_monitorsources::recordingKeepsDamageAndOutlivesTheProgram()
 {
     // Damage of every kind, which comes back from the recording as it was.
-    QByteArray bad = heartbeat(1);
-    bad[12] = char(bad[12] + 1);
-    const QByteArray stream = heartbeat(0) + "stray bytes" + heartbeat(1) + bad + heartbeat(2) + heartbeat(3).left(9);
-    Desk desk;
-    SourceOptions options;
-    options.address = writeFile("damaged.raw", stream);
-    QString error;
-    SourceSession* session = desk.getSources()->open(options, StreamSource::Playback(), &error);
-    QVERIFY2(session, qPrintable(error));
+    const QByteArray stream = m_script.bytes("H1 stray bytes H2 H3~12 H4 H5<9");
+    const QString counts = "3 received, 1 failed, 10 skipped, 9 cut off";
     const QString path = m_folder.filePath("damaged.tlog");
-    QVERIFY(session->startRecording(path, &error));
-    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
+    Desk desk;
+    SourceSession* session = open(&desk, m_folder.write("damaged.raw", stream));
+    QString error;
+    QVERIFY2(session->startRecording(path, &error), qPrintable(error));
+    EVENTUALLY(session->getState() == SourceSession::Ended);
     session->stopRecording();
     QCOMPARE(QFileInfo(path).size(), qint64(stream.size() + 5 * 8));
-    const ReceptionCounters before = session->getCounters();
-    options.address = path;
-    session = desk.getSources()->open(options, StreamSource::Playback(), &error);
-    QVERIFY2(session, qPrintable(error));
-    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
-    for (const ReceptionCounters& counters : {before, session->getCounters()}) {
-        QCOMPARE(counters.getMessageCount(), quint64(3));
-        QCOMPARE(counters.getChecksumFailureCount(), quint64(1));
-        QCOMPARE(counters.getSkippedBytes(), quint64(11));
-        QCOMPARE(counters.getTruncatedBytes(), quint64(9));
-    }
+    QCOMPARE(countsOf(session), counts);
+    session = open(&desk, path);
+    EVENTUALLY(session->getState() == SourceSession::Ended);
+    QCOMPARE(countsOf(session), counts);
 
     // A program that is killed leaves a recording that can be read.
     const QString killed = m_folder.filePath("killed.tlog");
     QProcess process;
-    process.start(CORVEL_MONITOR_PROGRAM, {"--record", killed, "--settings", m_folder.filePath("no.ini")});
-    QVERIFY(waitFor([&]() { return QFileInfo(killed).size() > 5000; }, 60000));
+    startInShell(&process, "exec corvel-monitor --record killed.tlog --settings no.ini", m_folder.path());
+    EVENTUALLY(QFileInfo(killed).size() > 5000);
     process.kill();
     process.waitForFinished();
-    options.address = killed;
-    StreamSource::Playback playback;
-    playback.factor = 0;
-    session = desk.getSources()->open(options, playback, &error);
-    QVERIFY2(session, qPrintable(error));
-    QVERIFY(waitFor([&]() { return session->getState() == SourceSession::Ended; }));
+    session = open(&desk, killed);
+    EVENTUALLY(session->getState() == SourceSession::Ended);
     QVERIFY(session->getCounters().getMessageCount() > 80);
-    QCOMPARE(session->getCounters().getChecksumFailureCount(), quint64(0));
-    QCOMPARE(session->getCounters().getSkippedBytes(), quint64(0));
+    QVERIFY2(countsOf(session).contains(" received, 0 failed, 0 skipped, "), qPrintable(countsOf(session)));
 }
 
 void tst_monitorsources::recordingThatFailsLeavesReceptionAlone()
@@ -401,15 +314,13 @@ void tst_monitorsources::recordingThatFailsLeavesReceptionAlone()
     QVERIFY(!session->startRecording(m_folder.filePath("no/such/folder.tlog"), &error));
     QVERIFY(error.contains("no/such/folder.tlog"));
     QVERIFY(session->startRecording("/dev/full", &error));
-    QVERIFY(waitFor([&]() { return !session->getRecorder().isRecording(); }, 30000));
+    EVENTUALLY(!session->getRecorder().isRecording());
     QCOMPARE(window.getLastProblem(),
              QString("Recording to /dev/full ended: No space left on device. What is in the file can be read."));
     const quint64 count = session->getCounters().getMessageCount();
-    QVERIFY(waitFor([&]() { return session->getCounters().getMessageCount() > count; }));
+    EVENTUALLY(session->getCounters().getMessageCount() > count);
     QCOMPARE(int(session->getState()), int(SourceSession::Receiving));
-    for (QMessageBox* box : window.findChildren<QMessageBox*>())
-        box->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(window.takeError(), window.getLastProblem());
 }
 
 void tst_monitorsources::aFileThatTakesOnlyAPartSaysWhy()
@@ -433,38 +344,34 @@ void tst_monitorsources::aFileThatTakesOnlyAPartSaysWhy()
     QCOMPARE(QFileInfo(m_folder.filePath("limited.tlog")).size(), qint64(100000));
 }
 
-void tst_monitorsources::timesAreReadAsTheyAreTyped_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("time");
-    QTest::newRow("seconds since the start") << "+90"
-                                             << "2015-07-04 23:51:30.500";
-    QTest::newRow("minutes since the start") << "+1:30.5"
-                                             << "2015-07-04 23:51:31.000";
-    QTest::newRow("hours since the start") << "+1:02:03"
-                                           << "2015-07-05 00:52:03.500";
-    QTest::newRow("time of day") << " 23:55:01.25"
-                                 << "2015-07-04 23:55:01.250";
-    QTest::newRow("of the start itself") << "23:50:00"
-                                         << "2015-07-04 23:50:00.000";
-    QTest::newRow("of the next day") << "0:10"
-                                     << "2015-07-05 00:10:00.000";
-    QTest::newRow("date") << "2015-07-05 00:49:40.5"
-                          << "2015-07-05 00:49:40.500";
-    for (const char* text : {"", "12", "1:70", "1:2:3:4", "-5:00", "+", "+a", "25:00", "nan:1", "2015-13-05 00:00:00"})
-        QTest::newRow(text) << text << "";
-}
-
 void tst_monitorsources::timesAreReadAsTheyAreTyped()
 {
-    QFETCH(QString, text);
-    QFETCH(QString, time);
-    const qint64 start =
-        QDateTime::fromString("2015-07-04T23:50:00.500Z", Qt::ISODateWithMs).toMSecsSinceEpoch() * 1000;
-    qint64 result = 0;
-    QCOMPARE(PlaybackTime::parse(text, start, &result), !time.isEmpty());
-    if (!time.isEmpty())
-        QCOMPARE(PlaybackTime::clockText(result), time);
+    // In a recording that starts at 2015-07-04 23:50:00.500.
+    static const TextRow rows[] = {
+        {"+90", "2015-07-04 23:51:30.500"},
+        {"+1:30.5", "2015-07-04 23:51:31.000"},
+        {"+1:02:03", "2015-07-05 00:52:03.500"},
+        {" 23:55:01.25", "2015-07-04 23:55:01.250"},
+        {"23:50:00", "2015-07-04 23:50:00.000"},
+        {"0:10", "2015-07-05 00:10:00.000"},
+        {"2015-07-05 00:49:40.5", "2015-07-05 00:49:40.500"},
+        {"", ""},
+        {"12", ""},
+        {"1:70", ""},
+        {"1:2:3:4", ""},
+        {"-5:00", ""},
+        {"+", ""},
+        {"+a", ""},
+        {"25:00", ""},
+        {"nan:1", ""},
+        {"2015-13-05 00:00:00", ""},
+    };
+    const QString wrong = differences(rows, [](const QString& typed) {
+        qint64 result = 0;
+        return PlaybackTime::parse(typed, Q_INT64_C(1436053800500000), &result) ? PlaybackTime::clockText(result)
+                                                                                : QString();
+    });
+    QCOMPARE(wrong, QString());
 }
 
 QTEST_MAIN(tst_monitorsources)
