@@ -1,5 +1,7 @@
 #include "laterdecoder.h"
 
+#include "definitions.h"
+
 void LaterDecoder::setDecoder(std::unique_ptr<StreamDecoder> decoder)
 {
     m_owned = std::move(decoder);
@@ -45,6 +47,12 @@ QString LaterDecoder::describeUnknown(quint32 id) const
 {
     const StreamDecoder* const decoder = m_decoder;
     return decoder ? decoder->describeUnknown(id) : StreamDecoder::describeUnknown(id);
+}
+
+TypeSchema LaterDecoder::getUnknownSchema(quint32 id) const
+{
+    const StreamDecoder* const decoder = m_decoder;
+    return decoder ? decoder->getUnknownSchema(id) : TypeSchema();
 }
 
 quint64 LaterDecoder::getSequenceModulus() const

@@ -24,6 +24,7 @@ public:
     QString getSenderName(quint32 sender) const override;
     void publishTypes(QStringList* problems) const override;
     QString describeUnknown(quint32 id) const override;
+    TypeSchema getUnknownSchema(quint32 id) const override;
     quint64 getSequenceModulus() const override;
     const char* getRecordingName() const override;
 

@@ -1,5 +1,6 @@
 #include "streamdecoder.h"
 
+#include "definitions.h"
 #include "message.h"
 #include "messageinfo.h"
 
@@ -109,6 +110,11 @@ void StreamDecoder::setOrigin(const Container* container, const QVector<const Fo
 }
 
 void StreamDecoder::publishTypes(QStringList*) const {}
+
+TypeSchema StreamDecoder::getUnknownSchema(quint32) const
+{
+    return TypeSchema();
+}
 
 QString StreamDecoder::describeUnknown(quint32 id) const
 {

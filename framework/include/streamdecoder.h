@@ -13,6 +13,7 @@ class FormatInfo;
 class Message;
 class MessageInfo;
 struct Container;
+struct TypeSchema;
 
 /** A message that was found in a stream and passed its checks, before anything of it is decoded. */
 struct CORVELFRAMEWORK_EXPORT ReceivedMessage
@@ -136,6 +137,9 @@ public:
     /** What a message of a type that the format does not know is called, such as "id 142". May be called on any thread.
      */
     virtual QString describeUnknown(quint32 id) const;
+    /** What the stream says of the type of such messages, so that a recording of them loses nothing; empty unless told.
+     * May be called on any thread. */
+    virtual TypeSchema getUnknownSchema(quint32 id) const;
 
     /** The name of the OutputKind that keeps the messages of such a stream as they came: "mcap" unless told. */
     virtual const char* getRecordingName() const;

@@ -74,10 +74,18 @@ QString McapChannels::addChannel(const char* body, quint64 size)
     QString kind;
     QString problem;
     const MessageInfo* const info = findType(channel, &kind, &problem);
-    const Entry* const entry = add(channel.id, info, topic, kind);
+    const Entry* const entry = add(channel.id, info, topic, kind, schemaOf(channel));
     if (!problem.isEmpty())
         return topic + QStringLiteral(": ") + problem;
     return info ? QString() : describe(entry->id);
+}
+
+/** What a channel's messages were announced as; what was read points into its record. */
+TypeSchema McapChannels::schemaOf(const Mcap::Channel& channel) const
+{
+    const Schema schema = m_schemas.value(channel.schema);
+    return {Utf8Text::decode(schema.name), QByteArray(channel.encoding.constData(), channel.encoding.size()),
+            schema.encoding, schema.data};
 }
 
 /** The type of a channel's messages. Else @p kind says in a word what they are, and @p problem why, when that is wrong.
@@ -107,15 +115,14 @@ const MessageInfo* McapChannels::findType(const Mcap::Channel& channel, QString*
         return nullptr;
     }
     QString error;
-    const MessageInfo* const info =
-        encoding->makeType({*kind, channel.encoding, schema->encoding, schema->data}, &error);
+    const MessageInfo* const info = encoding->makeType(schemaOf(channel), &error);
     if (!info)
         *problem = QStringLiteral("the schema %1 cannot be used: %2").arg(*kind, error);
     return info;
 }
 
 const McapChannels::Entry* McapChannels::add(quint16 channel, const MessageInfo* info, const QString& topic,
-                                             const QString& kind)
+                                             const QString& kind, const TypeSchema& schema)
 {
     // A number that is given to another channel makes another sender: the statistics of the two must not mix.
     const quint32 version = m_versions[channel]++ & 0xffff;
@@ -128,7 +135,7 @@ const McapChannels::Entry* McapChannels::add(quint16 channel, const MessageInfo*
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_topics.insert(entry->sender, topic);
         if (!info)
-            m_descriptions.insert(entry->id, QStringLiteral("%1 (%2, not decodable)").arg(topic, kind));
+            m_unknown.insert(entry->id, {QStringLiteral("%1 (%2, not decodable)").arg(topic, kind), schema});
     }
     if (channel >= m_byNumber.size())
         m_byNumber.resize(std::size_t(channel) + 1, nullptr);
@@ -139,7 +146,8 @@ const McapChannels::Entry* McapChannels::add(quint16 channel, const MessageInfo*
 
 const McapChannels::Entry* McapChannels::makeUp(quint16 channel)
 {
-    return add(channel, nullptr, QStringLiteral("channel %1").arg(channel), QStringLiteral("not announced"));
+    return add(channel, nullptr, QStringLiteral("channel %1").arg(channel), QStringLiteral("not announced"),
+               TypeSchema());
 }
 
 QString McapChannels::getTopic(quint32 sender) const
@@ -151,5 +159,11 @@ QString McapChannels::getTopic(quint32 sender) const
 QString McapChannels::describe(quint32 id) const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_descriptions.value(id);
+    return m_unknown.value(id).description;
+}
+
+TypeSchema McapChannels::getSchema(quint32 id) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_unknown.value(id).schema;
 }

@@ -1,6 +1,8 @@
 #ifndef MCAPCHANNELS_H
 #define MCAPCHANNELS_H
 
+#include "definitions.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QString>
@@ -9,7 +11,6 @@
 #include <mutex>
 #include <vector>
 
-class Definitions;
 class MessageInfo;
 
 namespace Mcap
@@ -20,7 +21,7 @@ struct Channel;
 /**
  * The schemas and channels that a stream has announced.
  *
- * Everything happens on one thread, except that getTopic() and describe() may be called on any.
+ * Everything happens on one thread, except that getTopic(), describe() and getSchema() may be called on any.
  */
 class McapChannels
 {
@@ -52,6 +53,8 @@ public:
     QString getTopic(quint32 sender) const;
     /** "/topic (json, not decodable)" of an Entry::id without a type; null when there is none. */
     QString describe(quint32 id) const;
+    /** What was announced of the messages of an Entry::id without a type. */
+    TypeSchema getSchema(quint32 id) const;
 
 private:
     struct Schema
@@ -69,8 +72,17 @@ private:
     };
 
     bool makeRoom(quint64 size);
+    /** Messages that cannot be decoded. */
+    struct Unknown
+    {
+        QString description;
+        TypeSchema schema;
+    };
+
+    TypeSchema schemaOf(const Mcap::Channel& channel) const;
     const MessageInfo* findType(const Mcap::Channel& channel, QString* kind, QString* problem);
-    const Entry* add(quint16 channel, const MessageInfo* info, const QString& topic, const QString& kind);
+    const Entry* add(quint16 channel, const MessageInfo* info, const QString& topic, const QString& kind,
+                     const TypeSchema& schema);
 
     Definitions* m_definitions;
     quint64 m_kept; // bytes of definitions
@@ -83,7 +95,7 @@ private:
 
     mutable std::mutex m_mutex; // for what follows
     QHash<quint32, QString> m_topics;
-    QHash<quint32, QString> m_descriptions;
+    QHash<quint32, Unknown> m_unknown;
 };
 
 #endif

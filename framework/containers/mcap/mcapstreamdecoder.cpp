@@ -67,6 +67,11 @@ QString McapStreamDecoder::describeUnknown(quint32 id) const
     return text.isEmpty() ? StreamDecoder::describeUnknown(id) : text;
 }
 
+TypeSchema McapStreamDecoder::getUnknownSchema(quint32 id) const
+{
+    return m_private->reader.getChannels().getSchema(id);
+}
+
 quint64 McapStreamDecoder::getSequenceModulus() const
 {
     return Q_UINT64_C(1) << 32;

@@ -46,12 +46,17 @@ void McapOutput::setDecoder(const StreamDecoder* decoder)
     m_identities.setDecoder(decoder);
 }
 
-quint16 McapOutput::addChannel(const QString& topic, const MessageInfo* info)
+quint16 McapOutput::addChannel(const QString& topic, const ReceivedMessage& message)
 {
-    const TypeSchema schema = info ? m_definitions->schemaOf(info) : TypeSchema();
-    if (!schema.isEmpty() && !m_schemas.contains(info))
-        m_schemas.insert(info, m_writer.addSchema(schema.name.toUtf8(), schema.encoding, schema.data));
-    return m_writer.addChannel(topic.toUtf8(), schema.messageEncoding, m_schemas.value(info));
+    const MessageInfo* const info = message.info;
+    const TypeSchema schema = info ? m_definitions->schemaOf(info) : getDecoder()->getUnknownSchema(message.id);
+    const bool hasSchema = !schema.encoding.isEmpty() || !schema.name.isEmpty();
+    quint16 number = info ? m_schemas.value(info) : 0;
+    if (hasSchema && number == 0)
+        number = m_writer.addSchema(schema.name.toUtf8(), schema.encoding, schema.data);
+    if (info && number != 0)
+        m_schemas.insert(info, number);
+    return m_writer.addChannel(topic.toUtf8(), schema.messageEncoding, number);
 }
 
 quint16 McapOutput::channelOf(const ReceivedMessage& message)
@@ -64,7 +69,7 @@ quint16 McapOutput::channelOf(const ReceivedMessage& message)
     if (channel.number == 0 || channel.info != message.info) {
         const StreamIdentities::Row& names = m_identities.getRows().at(row);
         const QString sender = m_identities.getSenderName(names.sender);
-        channel.number = addChannel(sender.isEmpty() ? names.typeName : sender, message.info);
+        channel.number = addChannel(sender.isEmpty() ? names.typeName : sender, message);
         channel.info = message.info;
     }
     return channel.number;

@@ -36,7 +36,7 @@ private:
     };
 
     quint16 channelOf(const ReceivedMessage& message);
-    quint16 addChannel(const QString& topic, const MessageInfo* info);
+    quint16 addChannel(const QString& topic, const ReceivedMessage& message);
 
     const Definitions* m_definitions;
     McapWriter m_writer;

@@ -46,6 +46,33 @@ private Q_SLOTS:
         QCOMPARE(OutputKind::findFor(&mcap).getFileFilter(), text("MCAP recordings (*.mcap)"));
     }
 
+    void whatCannotBeDecodedKeepsItsSchema()
+    {
+        McapFixtures::Recording recording(McapFixtures::settings(McapWriter::NoCompression, 0));
+        const quint16 schema = recording.writer.addSchema("demo.Odd", "oddschema", "odd { }");
+        const quint16 odd = recording.writer.addChannel("/odd", "oddities", schema);
+        const quint16 bare = recording.writer.addChannel("/bare", "oddities", 0);
+        for (const quint16 channel : {odd, bare, odd})
+            recording.writer.writeMessage(channel, 0, 1, 1, "x", 1);
+        const QByteArray bytes = recording.finished();
+        McapStreamDecoder decoder(&m_definitions);
+        QBuffer written;
+        written.open(QIODevice::WriteOnly);
+        const std::unique_ptr<MessageOutput> output(
+            OutputKind::findFor(&decoder).create({&written, "test", &m_definitions}, &decoder));
+        feedAll(&decoder, bytes, output.get());
+        output->close();
+
+        McapStreamDecoder again(&m_definitions);
+        Transcript read(&again, false);
+        feedAll(&again, written.data(), &read);
+        QCOMPARE(read.messages.join(text("; ")), text("/odd (oddities, not decodable) /odd @0+1; "
+                                                      "/bare (oddities, not decodable) /bare @0+1; "
+                                                      "/odd (oddities, not decodable) /odd @0+1"));
+        for (const char* told : {"oddschema", "odd { }", "demo.Odd"})
+            QCOMPARE(int(written.data().count(told)), 2); // before the messages, and in the summary
+    }
+
     void aServerThatNumbersItsChannelsAnewMixesNothingUp()
     {
         QBuffer written;
