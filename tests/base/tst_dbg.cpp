@@ -1,6 +1,7 @@
 #include "childprocess.h"
 #include "dbg.h"
 #include "testbase.h"
+#include "textrows.h"
 
 #include <QCoreApplication>
 
@@ -11,10 +12,8 @@ class tst_Dbg : public TestBase
     Q_OBJECT
 
 private Q_SLOTS:
-    void patternsChooseSubModules_data();
     void patternsChooseSubModules();
     void everyoneWhoAskedIsRemembered();
-    void reportIsOneCompleteLine_data();
     void reportIsOneCompleteLine();
     void reportAbortsOnlyWhenToldTo();
 };
@@ -60,32 +59,19 @@ static QString activeWith(const QString& patterns)
     return QString::fromLocal8Bit(child.output.constData()).simplified();
 }
 
-static QTestData& addRow(const char* name, const char* first, const char* second)
-{
-    return QTest::newRow(name) << QString::fromLatin1(first) << QString::fromLatin1(second);
-}
-
-void tst_Dbg::patternsChooseSubModules_data()
-{
-    QTest::addColumn<QString>("patterns");
-    QTest::addColumn<QString>("active");
-    addRow("nothing set", "", "");
-    addRow("a module's name means all of it", "gui", "gui/Tree gui/Label");
-    addRow("list with blanks and empty places", " core/Tree ,, gui/Label,", "gui/Label core/Tree");
-    addRow("star for a sub-module", "*/Tree", "gui/Tree guide/Tree core/Tree");
-    addRow("star may stand for nothing", "core/*", "core/Tree core/");
-    addRow("star inside", "g*/T*e", "gui/Tree guide/Tree");
-    addRow("several stars, found late", "*e*/*re*", "guide/Tree core/Tree");
-    addRow("question mark is one character", "gui/?ree,gui/?abe", "gui/Tree");
-    addRow("case matters", "GUI", "");
-    addRow("a part is not the whole", "gui/Tre,ui/Tree", "");
-}
-
 void tst_Dbg::patternsChooseSubModules()
 {
-    QFETCH(QString, patterns);
-    QFETCH(QString, active);
-    QCOMPARE(activeWith(patterns), active);
+    const TextRow rows[] = {{"", ""},
+                            {"gui", "gui/Tree gui/Label"}, // a module's name means all of it
+                            {" core/Tree ,, gui/Label,", "gui/Label core/Tree"},
+                            {"*/Tree", "gui/Tree guide/Tree core/Tree"},
+                            {"core/*", "core/Tree core/"},
+                            {"g*/T*e", "gui/Tree guide/Tree"},
+                            {"*e*/*re*", "guide/Tree core/Tree"},
+                            {"gui/?ree,gui/?abe", "gui/Tree"}, // one character each
+                            {"GUI", ""},
+                            {"gui/Tre,ui/Tree", ""}};
+    QCOMPARE(differences(rows, activeWith), QString());
 }
 
 void tst_Dbg::everyoneWhoAskedIsRemembered()
@@ -98,29 +84,23 @@ void tst_Dbg::everyoneWhoAskedIsRemembered()
     QCOMPARE(dbg_AskedSubModules().join(QLatin1String(" ")), QString::fromLatin1("/ tests/First tests/Second"));
 }
 
-void tst_Dbg::reportIsOneCompleteLine_data()
+static QString reportOf(const QString& levelAndMessage)
 {
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QString>("level");
-    QTest::addColumn<QString>("line");
-    addRow("plain", "values < 1000", "0")
-        << QString::fromLatin1("values < 1000 (function at file.cpp:12, corvelgui/Sub)");
-    addRow("level", "text", "3") << QString::fromLatin1("text (function at file.cpp:12, corvelgui/Sub, level 3)");
-    addRow("not a format", "%s %n 100%", "0")
-        << QString::fromLatin1("%s %n 100% (function at file.cpp:12, corvelgui/Sub)");
-    addRow("line breaks", "a\nb\n", "0") << QString::fromLatin1("a b  (function at file.cpp:12, corvelgui/Sub)");
-    addRow("nulls", "null", "0") << QString::fromLatin1(" ( at :12, /)");
+    const ChildResult child =
+        runChild(QStringList() << QLatin1String("assertWith") << levelAndMessage.mid(2) << levelAndMessage.left(1),
+                 QStringList());
+    return QString::fromLocal8Bit(child.errors.constData()) + (child.exitCode ? text("failed") : QString());
 }
 
 void tst_Dbg::reportIsOneCompleteLine()
 {
-    QFETCH(QString, message);
-    QFETCH(QString, level);
-    QFETCH(QString, line);
-    const ChildResult child = runChild(QStringList() << QLatin1String("assertWith") << message << level, QStringList());
-    QCOMPARE(QString::fromLocal8Bit(child.errors.constData()),
-             QString::fromLatin1("corvel: assertion failed: %1\n").arg(line));
-    QCOMPARE(child.exitCode, 0);
+    const TextRow rows[] = {
+        {"0 values < 1000", "corvel: assertion failed: values < 1000 (function at file.cpp:12, corvelgui/Sub)\n"},
+        {"3 text", "corvel: assertion failed: text (function at file.cpp:12, corvelgui/Sub, level 3)\n"},
+        {"0 %s %n 100%", "corvel: assertion failed: %s %n 100% (function at file.cpp:12, corvelgui/Sub)\n"},
+        {"0 a\nb\n", "corvel: assertion failed: a b  (function at file.cpp:12, corvelgui/Sub)\n"},
+        {"0 null", "corvel: assertion failed:  ( at :12, /)\n"}};
+    QCOMPARE(differences(rows, reportOf), QString());
 }
 
 void tst_Dbg::reportAbortsOnlyWhenToldTo()
