@@ -13,13 +13,12 @@ class NeedWatcher : public QObject
 
 public:
     NeedWatcher()
-        : a(text("A"))
-        , b(text("B"))
-        , c(text("C"))
-        , needToDrop(nullptr)
+        : needToDrop(nullptr)
     {
+        infos << new MessageInfo(text("A")) << new MessageInfo(text("B")) << new MessageInfo(text("C"));
         connect(&manager, SIGNAL(needsChanged()), this, SLOT(noteChange()));
     }
+    ~NeedWatcher() override { qDeleteAll(infos); }
 
     QString take()
     {
@@ -28,9 +27,7 @@ public:
         return all;
     }
 
-    const MessageInfo a;
-    const MessageInfo b;
-    const MessageInfo c;
+    QVector<const MessageInfo*> infos;
     MessageNeedManager manager;
     MessageNeed* needToDrop;
 
@@ -47,15 +44,42 @@ private:
     QString needed() const
     {
         QString names;
-        const MessageInfo* const infos[] = {&a, &b, &c};
-        for (const MessageInfo* info : infos)
+        Q_FOREACH (const MessageInfo* info, infos)
             if (manager.isNeeded(info))
                 names += info->getName();
-        return manager.getNeededMessageInfos().size() == names.size() ? names : text("?");
+        return manager.getNeededMessageInfos().size() == names.size() && !manager.isNeeded(0) ? names : text("?");
     }
 
     QString m_changes;
 };
+
+/** "2=AB" says what the second need is from now on, "2" of no type, "2x" and "2o" clear it, "2." is its end. */
+static QString needsAfter(const QString& steps)
+{
+    NeedWatcher watcher;
+    MessageNeed* needs[] = {new MessageNeed(&watcher.manager), new MessageNeed(&watcher.manager)};
+    QStringList told;
+    Q_FOREACH (const QString& step, steps.split(QLatin1Char(' '))) {
+        MessageNeed*& need = needs[step.at(0).unicode() - '1'];
+        QVector<const MessageInfo*> infos;
+        for (int i = 2; i < step.size(); ++i)
+            infos << watcher.infos.at(step.at(i).unicode() - 'A');
+        if (step.endsWith(QLatin1Char('.'))) {
+            delete need;
+            need = nullptr;
+        } else if (step.endsWith(QLatin1Char('x')) || step.endsWith(QLatin1Char('o'))) {
+            need->clearMessagesNeeded(step.endsWith(QLatin1Char('x')));
+        } else if (infos.size() < 2) {
+            need->setMessageNeeded(infos.value(0));
+        } else {
+            need->setMessagesNeeded(infos);
+        }
+        told += watcher.take();
+    }
+    delete needs[0];
+    delete needs[1];
+    return told.join(QLatin1String(" "));
+}
 
 class tst_MessageNeed : public TestBase
 {
@@ -64,39 +88,10 @@ class tst_MessageNeed : public TestBase
 private Q_SLOTS:
     void typeIsNeededWhileAnyNeedHasIt()
     {
-        NeedWatcher watcher;
-        {
-            MessageNeed first(&watcher.manager);
-            QCOMPARE(watcher.take(), text("-"));
-            first.setMessageNeeded(&watcher.a);
-            QCOMPARE(watcher.take(), text("!A-A"));
-            {
-                MessageNeed second(&watcher.manager);
-                second.setMessagesNeeded(QVector<const MessageInfo*>() << &watcher.a << &watcher.b);
-                QCOMPARE(watcher.take(), text("!AB-AB"));
-                first.setMessageNeeded(0);
-                first.setMessageNeeded(&watcher.a);
-                QCOMPARE(watcher.take(), text("-AB"));
-            }
-            QCOMPARE(watcher.take(), text("!A-A"));
-        }
-        QCOMPARE(watcher.take(), text("!-"));
-        QVERIFY(!watcher.manager.isNeeded(0));
-    }
-
-    void replacingKeepsWhatStaysNeeded()
-    {
-        NeedWatcher watcher;
-        MessageNeed need(&watcher.manager);
-        need.setMessagesNeeded(QVector<const MessageInfo*>() << &watcher.a << &watcher.b);
-        need.setMessagesNeeded(QVector<const MessageInfo*>() << &watcher.b << &watcher.c);
-        need.setMessagesNeeded(QVector<const MessageInfo*>() << &watcher.c << &watcher.b); // the order is nothing new
-        QCOMPARE(watcher.take(), text("!AB!BC-BC"));
-        need.setMessagesNeeded(QVector<const MessageInfo*>() << &watcher.a << &watcher.a);
-        need.clearMessagesNeeded(true);
-        QCOMPARE(watcher.take(), text("!A-"));
-        need.clearMessagesNeeded(false);
-        QCOMPARE(watcher.take(), text("-"));
+        const TextRow rows[] = {{"1 1=A 2=AB 1 1=A 2. 1.", "- !A-A !AB-AB -AB -AB !A-A !-"},
+                                // What stays needed is nothing new, in whatever order.
+                                {"1=AB 1=BC 1=CB 1=AA 1x 1o", "!AB-AB !BC-BC -BC !A-A - -"}};
+        QCOMPARE(differences(rows, needsAfter), QString());
     }
 
     void sourceDeliversOnlyWhatIsNeeded()
@@ -104,11 +99,11 @@ private Q_SLOTS:
         NeedWatcher watcher;
         MessageSource source;
         connect(&source, SIGNAL(newMessage(const Message*)), &watcher, SLOT(noteMessage(const Message*)));
-        const MessageReference ofA = MessageReference::adopt(new TestMessage(&watcher.a));
-        const MessageReference ofB = MessageReference::adopt(new TestMessage(&watcher.b));
+        const MessageReference ofA = MessageReference::adopt(new TestMessage(watcher.infos.at(0)));
+        const MessageReference ofB = MessageReference::adopt(new TestMessage(watcher.infos.at(1)));
         QVERIFY(!source.deliver(ofA.get()));
         watcher.needToDrop = new MessageNeed(nullptr); // of the manager of the whole process
-        watcher.needToDrop->setMessageNeeded(&watcher.a);
+        watcher.needToDrop->setMessageNeeded(watcher.infos.at(0));
         QVERIFY(!source.deliver(ofB.get()));
         QVERIFY(source.deliver(ofA.get()));
         QVERIFY(!watcher.needToDrop);

@@ -1,17 +1,12 @@
-#include "mavlinkdialect.h"
 #include "mavlinkdialectreader.h"
-#include "mavlinkencoder.h"
+#include "mavlinkframes.h"
 #include "mavlinkstreamdecoder.h"
 #include "message.h"
 #include "streamsource.h"
 #include "testbase.h"
+#include "testfolder.h"
 #include "tlogindex.h"
 #include "waitfor.h"
-
-#include <QTemporaryDir>
-#include <QtEndian>
-
-#include <memory>
 
 namespace
 {
@@ -67,7 +62,7 @@ private:
         return source->getState() == StreamSource::Finished;
     }
 
-    QTemporaryDir m_folder;
+    const TestFolder m_folder;
     const QString m_path = m_folder.filePath("flight.tlog");
     QByteArray m_noise;
     std::unique_ptr<MavlinkDialect> m_dialect{MavlinkDialect::loadBuiltIn()};
@@ -79,23 +74,13 @@ private:
 private Q_SLOTS:
     void initTestCase()
     {
-        QFile file(m_path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        MavlinkEncoder encoder(m_dialect->find(0));
-        encoder.set("type", 2);
-        encoder.set("mavlink_version", 3);
         for (int i = 0; i < 3000; ++i)
             m_noise += char(i * 7 % 250);
-        for (int i = 0; i < Count; ++i) {
-            MavlinkEncoder::FrameHeader header;
-            header.sequence = quint8(i % 100);
-            const quint64 time = qToBigEndian(quint64(timeOf(i)));
-            file.write(reinterpret_cast<const char*>(&time), sizeof time);
-            file.write(encoder.toFrame(header));
-            if (i == 5000)
-                file.write(m_noise);
-        }
-        file.write("and an end in a word");
+        QByteArray bytes;
+        for (int i = 0; i < Count; ++i)
+            bytes += timed(quint64(timeOf(i)), plainFrame(m_dialect->find(0), frameHeader(2, i % 100))) +
+                     (i == 5000 ? m_noise : QByteArray());
+        m_folder.write("flight.tlog", bytes + "and an end in a word");
     }
 
     void theIndexFindsTimesInADamagedFile()
