@@ -4,10 +4,9 @@
 #include "messageinfo.h"
 #include "messagereference.h"
 #include "testbase.h"
+#include "testfolder.h"
 #include "testformat.h"
 #include "textrows.h"
-
-#include <QTemporaryDir>
 
 namespace
 {
@@ -17,61 +16,58 @@ class Fixture
 {
 public:
     Fixture()
-        : info(new MessageInfo(text("MSG")))
-        , other(new MessageInfo(text("OTHER")))
-        , x(add(info, "x"))
-        , scaled(add(info, "scaled"))
-        , array(add(info, "array", TestFieldInfo::Repeated))
-        , m_format(text("test"))
     {
-        scaled->setScale(0.01, 2);
-        scaled->setInvalidValue(FieldValue::fromUnsigned(65535));
-        add(info, "word", TestFieldInfo::String);
-        add(info, "common");
-        add(other, "common");
-        m_format.addMessageInfo(info);
-        m_format.addMessageInfo(other);
+        format.addMessageInfo(info);
+        format.addMessageInfo(other);
+        for (const char* name : {"x", "scaled", "array", "word", "common"}) {
+            const int flags = *name == 'a'   ? TestFieldInfo::Repeated
+                              : *name == 'w' ? TestFieldInfo::String
+                                             : TestFieldInfo::Plain;
+            info->addField(field(name, flags));
+        }
+        other->addField(field("common", TestFieldInfo::Plain));
     }
 
     /** Applies a file of that content; returns the errors, without the folder, a line each. Both with ' for ". */
-    QString apply(const QByteArray& content)
+    QString apply(const QString& content)
     {
-        QFile file(m_folder.filePath(text("a.json")));
-        if (!file.open(QIODevice::WriteOnly) || file.write(QByteArray(content).replace('\'', '"')) != content.size())
-            return text("cannot write");
-        file.close();
+        const QString path = m_folder.write(text("a.json"), content.toUtf8().replace('\'', '"'));
         QStringList errors;
-        if (Annotations::apply(file.fileName(), &m_format, &errors) != errors.isEmpty())
+        if (Annotations::apply(path, &format, &errors) != errors.isEmpty())
             return text("success and errors disagree");
-        return errors.join(QLatin1Char('\n'))
-            .remove(m_folder.path() + QLatin1Char('/'))
-            .replace(QLatin1Char('"'), QLatin1Char('\''));
+        return m_folder.relative(errors.join(QLatin1Char('\n'))).replace(QLatin1Char('"'), QLatin1Char('\''));
     }
 
     QString applyVirtual(const QString& members)
     {
-        return apply("{'messages': {'MSG': {'virtual': [{" + members.toUtf8() + "}]}}}");
+        return apply(text("{'messages': {'MSG': {'virtual': [{%1}]}}}").arg(members));
     }
 
-    /** "x secondary confidential virtual, y": the fields with what is said of them. */
+    /** "x secondary confidential virtual (description), y": the fields with what is said of them. */
     static QString fieldsOf(const MessageInfo* info)
     {
+        static const char* const roles[] = {"", " primary", " secondary"};
         QStringList fields;
-        for (const FieldInfo* field : info->getFieldInfos())
-            fields += field->getName() +
-                      text(field->getRole() == FieldInfo::PrimaryRole     ? " primary"
-                           : field->getRole() == FieldInfo::SecondaryRole ? " secondary"
-                                                                          : "") +
-                      text(field->isConfidential() ? " confidential" : "") +
-                      text(field->isVirtual() && field->isOptional() && !field->isRepeated() ? " virtual" : "");
+        for (const FieldInfo* field : info->getFieldInfos()) {
+            QString said = field->getName() + text(roles[field->getRole()]);
+            if (field->isConfidential())
+                said += text(" confidential");
+            if (field->isVirtual() && field->isOptional() && !field->isRepeated())
+                said += text(" virtual (%1)").arg(field->getDescription());
+            fields += said;
+        }
         return fields.join(text(", "));
     }
 
-    /** The one value as it is shown; "absent" when there is none. Takes the creator's reference of the message. */
-    QString shown(const char* name, TestMessage* message) const
+    /** What the field shows of a message of MSG with those values of the plain fields; "absent" when it has none. */
+    QString shown(const char* name, double x, double scaled = -1) const
     {
+        TestMessage* const message = new TestMessage(info);
         const MessageReference reference = MessageReference::adopt(message);
-        const FieldInfo* field = info->getFieldInfo(text(name));
+        message->set(info->getFieldInfo(text("x")), x)->fill(info->getFieldInfo(text("array")), 3, 5);
+        if (scaled >= 0)
+            message->set(info->getFieldInfo(text("scaled")), scaled);
+        const FieldInfo* const field = info->getFieldInfo(text(name));
         if (!field)
             return text("no such field");
         const unsigned int count = field->getValueCount(message);
@@ -80,33 +76,33 @@ public:
         return count == 0 ? text("absent") : field->getInterpretedString(field->getValue(message, 0), true);
     }
 
-    MessageInfo* info;
-    MessageInfo* other;
-    TestFieldInfo* x;
-    TestFieldInfo* scaled;
-    TestFieldInfo* array;
+    FormatInfo format{text("test")};
+    MessageInfo* const info = new MessageInfo(text("MSG"));
+    MessageInfo* const other = new MessageInfo(text("OTHER"));
 
 private:
-    static TestFieldInfo* add(MessageInfo* info, const char* name, int flags = TestFieldInfo::Plain)
+    static FieldInfo* field(const char* name, int flags)
     {
-        TestFieldInfo* field = new TestFieldInfo(text(name), flags);
+        TestFieldInfo* const field = new TestFieldInfo(text(name), flags);
         field->setRole(FieldInfo::UnspecifiedRole);
-        info->addField(field);
+        if (*name == 's') {
+            field->setScale(0.01, 2);
+            field->setInvalidValue(FieldValue::fromUnsigned(65535));
+        }
         return field;
     }
 
-    QTemporaryDir m_folder;
-    FormatInfo m_format;
+    TestFolder m_folder;
 };
 
 QString errorsOf(const QString& content)
 {
-    return Fixture().apply(content.toUtf8());
+    return Fixture().apply(content);
 }
 
 QString errorsOfField(const QString& members)
 {
-    return errorsOf(QStringLiteral("{'messages': {'MSG': {'fields': {%1}}}}").arg(members));
+    return errorsOf(text("{'messages': {'MSG': {'fields': {%1}}}}").arg(members));
 }
 
 QString errorsOfVirtual(const QString& members)
@@ -117,17 +113,15 @@ QString errorsOfVirtual(const QString& members)
 /** The errors of a virtual field of that expression, without their begin. */
 QString errorsOfExpression(const QString& expression)
 {
-    return Fixture()
-        .applyVirtual(QStringLiteral("'name': 'v',\n'expression': '%1'").arg(expression))
-        .remove(text("a.json:2: MSG.v: "));
+    return errorsOfVirtual(text("'name': 'v',\n'expression': '%1'").arg(expression)).remove(text("a.json:2: MSG.v: "));
 }
 
-QString valueOfExpression(const QString& expression)
+/** The value of "EXPRESSION" in a message whose plain fields are 3 and 150, or of "SCALED; EXPRESSION", -1 for none. */
+QString valueOfExpression(const QString& given)
 {
     Fixture f;
-    const QString errors = f.applyVirtual(text("'name': 'v', 'expression': '%1'").arg(expression));
-    TestMessage* message = (new TestMessage(f.info))->set(f.x, 3)->set(f.scaled, 150)->fill(f.array, 3, 5);
-    return errors + f.shown("v", message);
+    const QString errors = f.applyVirtual(text("'name': 'v', 'expression': '%1'").arg(given.section(text("; "), -1)));
+    return errors + f.shown("v", 3, given.contains(text("; ")) ? given.section(text("; "), 0, 0).toDouble() : 150);
 }
 
 } // namespace
@@ -157,13 +151,10 @@ private Q_SLOTS:
                          "{'name': 'public', 'expression': 'common > 0', 'confidential': false}]},"
                          "'*': {'fields': {'common': {'confidential': true}}}}}"),
                  QString());
-        QCOMPARE(f.fieldsOf(f.info),
-                 text("x, scaled, array, word, common confidential, second secondary virtual, first virtual, "
-                      "hidden confidential virtual, deeper confidential virtual, public virtual"));
-        QCOMPARE(f.info->getFieldInfo(text("second"))->getDescription(), text("d"));
-        QCOMPARE(f.info->getFieldInfo(text("first"))->getDescription(), text("second + 1"));
-        QCOMPARE(f.shown("second", (new TestMessage(f.info))->set(f.x, 1.5)), text("3.0 m"));
-        QCOMPARE(f.shown("first", (new TestMessage(f.info))->set(f.x, 1.5)), text("4"));
+        QCOMPARE(f.fieldsOf(f.info), text("x, scaled, array, word, common confidential, second secondary virtual (d), "
+                                          "first virtual (second + 1), hidden confidential virtual (common), "
+                                          "deeper confidential virtual (x + hidden), public virtual (common > 0)"));
+        QCOMPARE(f.shown("second", 1.5) + text(", ") + f.shown("first", 1.5), text("3.0 m, 4"));
     }
 
     void expressions()
@@ -180,15 +171,16 @@ private Q_SLOTS:
                                 {"sqrt(-x)", "nan"},
                                 {"x / 0", "inf"},
                                 {"array_3", "absent"},
-                                {"x > 2 ? 1 : common", "absent"}};
+                                {"x > 2 ? 1 : common", "absent"},
+                                {"-1; x + scaled", "absent"},
+                                {"65535; x + scaled", "absent"},
+                                {"65534; x + scaled", "658.34"}};
         QCOMPARE(differences(rows, valueOfExpression), QString());
 
         Fixture f;
-        QCOMPARE(f.applyVirtual(text("'name': 'v', 'expression': 'x + scaled'")), QString());
-        QCOMPARE(f.shown("v", (new TestMessage(f.info))->set(f.x, 3)), text("absent"));
-        QCOMPARE(f.shown("v", (new TestMessage(f.info))->set(f.x, 3)->set(f.scaled, 65535)), text("absent"));
-        QCOMPARE(f.shown("v", (new TestMessage(f.info))->set(f.x, 3)->set(f.scaled, 65534)), text("658.34"));
-        QCOMPARE(f.shown("v", (new TestMessage(f.other))->set(f.x, 3)->set(f.scaled, 1)), text("absent"));
+        QCOMPARE(f.applyVirtual(text("'name': 'v', 'expression': 'x'")), QString());
+        const MessageReference other = MessageReference::adopt(new TestMessage(f.other));
+        QCOMPARE(f.info->getFieldInfo(text("v"))->getValueCount(other.get()), 0u);
     }
 
     void errors()
@@ -245,8 +237,8 @@ private Q_SLOTS:
         for (const QString& error : errors.split(QLatin1Char('\n')))
             lines += error.section(QLatin1Char(':'), 1, 1);
         QCOMPARE(lines.join(QLatin1Char(' ')), text("2 3 3 4 5 5 5"));
-        QCOMPARE(f.fieldsOf(f.info), text("x secondary, scaled, array, word, common, good virtual"));
-        QCOMPARE(f.shown("good", (new TestMessage(f.info))->set(f.x, 2)), text("2"));
+        QCOMPARE(f.fieldsOf(f.info), text("x secondary, scaled, array, word, common, good virtual (x)"));
+        QCOMPARE(f.shown("good", 2), text("2"));
     }
 
     void files()

@@ -4,10 +4,8 @@
 #include "mcapfixtures.h"
 #include "messageinfo.h"
 #include "testbase.h"
+#include "testfolder.h"
 #include "textrows.h"
-
-#include <QFile>
-#include <QTemporaryDir>
 
 namespace
 {
@@ -101,10 +99,7 @@ private Q_SLOTS:
 private:
     QString write(const char* name, const QByteArray& bytes) const
     {
-        QFile file(m_folder.filePath(QLatin1String(name)));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-            qWarning("%s cannot be written", name);
-        return file.fileName();
+        return m_folder.write(QLatin1String(name), bytes);
     }
 
     /** What is wrong after these steps, without the folder, and the fields of all types that files brought. */
@@ -148,10 +143,10 @@ private:
                                  QLatin1String(roles[field->getRole()]));
             }
         }
-        return found.join(QLatin1Char('|')).remove(m_folder.path() + QLatin1Char('/'));
+        return m_folder.relative(found.join(QLatin1Char('|')));
     }
 
-    QTemporaryDir m_folder;
+    TestFolder m_folder;
 };
 
 QTEST_GUILESS_MAIN(tst_Definitions)

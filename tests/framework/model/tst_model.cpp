@@ -65,22 +65,17 @@ private Q_SLOTS:
             first->addField(field);
             QVERIFY(!first->getFormatInfo());
             format.addMessageInfo(first);
-            format.addMessageInfo(new MessageInfo(text("A"), false));
+            MessageInfo* second = new MessageInfo(text("A"), false);
+            format.addMessageInfo(second);
             format.addMessageInfo(new MessageInfo(text("B")));
             QCOMPARE(s_alive, 3);
-            QCOMPARE(first->getFormatInfo(), static_cast<const FormatInfo*>(&format));
-            QCOMPARE(format.getMessageInfos().size(), 3);
-            QCOMPARE(format.getMessageInfo(text("B")), static_cast<const MessageInfo*>(first));
-            QVERIFY(!format.getMessageInfo(text("C")));
-            const MessageInfo* second = format.getMessageInfo(text("A"));
-            QVERIFY(first->isMain() && !second->isMain());
-
-            QCOMPARE(first->getFieldInfo(text("f")), static_cast<const FieldInfo*>(field));
-            QVERIFY(!first->getFieldInfo(text("part")));
+            QVERIFY(first->getFormatInfo() == &format && format.getMessageInfos().size() == 3);
+            QVERIFY(format.getMessageInfo(text("B")) == first && format.getMessageInfo(text("A")) == second);
+            QVERIFY(!format.getMessageInfo(text("C")) && first->isMain() && !second->isMain());
+            QVERIFY(first->getFieldInfo(text("f")) == field && !first->getFieldInfo(text("part")));
             QVERIFY(field->occursIn(first) && !field->occursIn(second) && !field->occursIn(0));
             QCOMPARE(part->getMessageInfos(), QVector<const MessageInfo*>(1, first));
-            QCOMPARE(part->getParentFieldInfo(), static_cast<const FieldInfo*>(field));
-            QVERIFY(!field->getParentFieldInfo());
+            QVERIFY(part->getParentFieldInfo() == field && !field->getParentFieldInfo());
         }
         QCOMPARE(s_alive, 0);
     }
@@ -103,25 +98,22 @@ private Q_SLOTS:
         {
             const Message* message = new CountedMessage(&info);
             MessageReference first = MessageReference::adopt(message);
-            QCOMPARE(message->getReferenceCount(), 1);
+            MessageReference& alias = first;
             {
                 const MessageReference second(first);
                 MessageReference third(message);
-                QCOMPARE(message->getReferenceCount(), 3);
                 third = first;
-                MessageReference& alias = third;
-                third = alias;
+                MessageReference& same = third;
+                third = same;
                 QCOMPARE(message->getReferenceCount(), 3);
             }
             QCOMPARE(first->getReferenceCount(), 1);
-            MessageReference& alias = first;
             first = alias; // the only one
             MessageReference kept;
             QVERIFY(kept.isNull());
             kept = first;
             first = MessageReference();
-            QVERIFY(first.isNull());
-            QCOMPARE(s_alive, 1);
+            QVERIFY(first.isNull() && s_alive == 1);
             kept = MessageReference::adopt(new CountedMessage(&info));
             QCOMPARE(s_alive, 1);
         }
