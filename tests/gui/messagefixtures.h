@@ -4,59 +4,147 @@
 #include "messageneedmanager.h"
 #include "testformat.h"
 
+#include <cctype>
+#include <cstdlib>
+#include <cstring>
 #include <functional>
 
-/** A message type whose fields are added in one line each. */
-class TestInfo : public MessageInfo
+/**
+ * Message types and messages, told in words:
+ *
+ *     Types types("INNER-: value; POSE: x[m] many.r name.s sub.o=INNER flags{first last.c}");
+ *     types.message("POSE x=2.5 many=5,6 name='abc' sub=(value=1)");
+ *
+ * The messages of a type with a minus come only inside of others. Behind a field's dot stand letters: o(ptional),
+ * r(epeated), s(tring), v(irtual), c(onfidential), and 2 for a secondary role; "1:5" are the numbers from 1 to 5.
+ */
+class Types
 {
 public:
-    explicit TestInfo(const char* name, bool isMain = true)
-        : MessageInfo(QString::fromLatin1(name), isMain)
+    explicit Types(const char* types)
     {
+        while (*types) {
+            const QString name = word(types);
+            m_infos.append(new MessageInfo(name, !take(types, '-')));
+            for (take(types, ':'); *types && !take(types, ';');)
+                m_infos.last()->addField(readField(types));
+        }
+    }
+    ~Types() { qDeleteAll(m_infos); }
+
+    /** The type with this name; null when there is none. */
+    MessageInfo* type(const QString& name) const
+    {
+        Q_FOREACH (MessageInfo* info, m_infos)
+            if (info->getName() == name)
+                return info;
+        return nullptr;
     }
 
-    TestFieldInfo* add(const char* name, int flags = TestFieldInfo::Plain)
+    /** The first field with this name, of @p info unless that is null; null when there is none. */
+    TestFieldInfo* field(const QString& name, const MessageInfo* info = nullptr) const
     {
-        return add(new TestFieldInfo(QString::fromLatin1(name), flags));
+        Q_FOREACH (TestFieldInfo* field, m_fields)
+            if (field->getName() == name && (!info || field->occursIn(info)))
+                return field;
+        return nullptr;
     }
-    TestFieldInfo* add(const char* name, int flags, const MessageInfo* subMessage)
+
+    /** A message, or none where its type is none. */
+    MessageReference message(const QString& words) const
     {
-        return add(new TestFieldInfo(QString::fromLatin1(name), flags, FieldType(subMessage)));
+        const QByteArray bytes = words.toUtf8();
+        const char* at = bytes.constData();
+        const MessageInfo* const info = type(word(at));
+        return info ? MessageReference::adopt(readMessage(info, at)) : MessageReference();
     }
-    TestFieldInfo* add(TestFieldInfo* field)
+
+private:
+    Q_DISABLE_COPY(Types)
+
+    static bool take(const char*& at, char expected)
     {
-        addField(field);
+        while (*at == ' ')
+            ++at;
+        if (*at != expected)
+            return false;
+        ++at;
+        return true;
+    }
+
+    static QString word(const char*& at)
+    {
+        take(at, ' ');
+        const char* const start = at;
+        while (std::isalnum(static_cast<unsigned char>(*at)))
+            ++at;
+        return QString::fromLatin1(start, static_cast<int>(at - start));
+    }
+
+    TestFieldInfo* readField(const char*& at)
+    {
+        const QString name = word(at);
+        int flags = 0;
+        const QByteArray letters = take(at, '.') ? word(at).toLatin1() : QByteArray();
+        for (int i = 0; i < letters.size(); ++i)
+            flags |=
+                letters.at(i) == 's' ? int(TestFieldInfo::String) : 1 << QByteArray("or_vc2").indexOf(letters.at(i));
+        const MessageInfo* const inner = take(at, '=') ? type(word(at)) : nullptr;
+        TestFieldInfo* const field =
+            inner ? new TestFieldInfo(name, flags, FieldType(inner)) : new TestFieldInfo(name, flags);
+        m_fields.append(field);
+        if (take(at, '[')) {
+            const char* const unit = at;
+            while (!take(at, ']'))
+                ++at;
+            field->setUnit(QString::fromLatin1(unit, static_cast<int>(at - unit - 1)));
+        }
+        if (take(at, '{'))
+            while (!take(at, '}'))
+                field->addSubField(readField(at));
         return field;
     }
 
-    TestMessage* createMessage() const { return new TestMessage(this); }
-};
-
-/** Adds a component to @p field. */
-inline TestFieldInfo* addComponent(TestFieldInfo* field, const char* name, int flags = TestFieldInfo::Plain)
-{
-    TestFieldInfo* component = new TestFieldInfo(QString::fromLatin1(name), flags);
-    field->addSubField(component);
-    return component;
-}
-
-/** A message that the test owns for as long as the fixture lives. */
-class OwnedMessage
-{
-public:
-    explicit OwnedMessage(const MessageInfo* info)
-        : m_reference(MessageReference::adopt(new TestMessage(info)))
+    TestMessage* readMessage(const MessageInfo* info, const char*& at) const
     {
+        TestMessage* const message = new TestMessage(info);
+        while (!take(at, ')') && *at) {
+            const TestFieldInfo* const field = this->field(word(at), info);
+            take(at, '=');
+            if (take(at, '\'')) {
+                const char* const end = std::strchr(at, '\'');
+                const QByteArray text(at, static_cast<int>(end - at));
+                at = end + 1;
+                field->isStringField() ? message->setText(field, text)
+                                       : message->set(field, FieldValue::fromText(QString::fromUtf8(text)));
+                continue;
+            }
+            QVector<FieldValue> values;
+            QList<Message*> messages;
+            do {
+                if (take(at, '('))
+                    messages.append(readMessage(field->getType().getSubMessageInfo(), at));
+                else
+                    readNumbers(at, &values);
+            } while (take(at, ','));
+            values.isEmpty() ? message->setSubMessages(field, messages) : message->set(field, values);
+        }
+        return message;
     }
 
-    TestMessage* operator->() const
+    static void readNumbers(const char*& at, QVector<FieldValue>* values)
     {
-        return const_cast<TestMessage*>(static_cast<const TestMessage*>(m_reference.get()));
+        char* end;
+        const double first = std::strtod(at, &end);
+        at = end;
+        const double last = take(at, ':') ? std::strtod(at, &end) : first;
+        at = end;
+        for (double number = first; number <= last; ++number)
+            values->append(FieldValue::fromDouble(number));
     }
-    operator const Message*() const { return m_reference.get(); }
 
-private:
-    MessageReference m_reference;
+    QList<MessageInfo*> m_infos;
+    QList<TestFieldInfo*> m_fields;
 };
 
 /** Answers a signal with whatever it is given, but not the signals that it causes thereby. */

@@ -14,7 +14,6 @@ class tst_FieldValueLabel : public TestBase
     Q_OBJECT
 
 private Q_SLOTS:
-    void textOfAField_data();
     void textOfAField();
     void matchingMessagesOnly();
     void settingsTakeEffectWithTheNextMessage();
@@ -34,67 +33,53 @@ private:
     QString m_textsWhenProbed;
 };
 
-struct Fixture
+struct Fixture : Types
 {
     Fixture()
+        : Types("STATE: speed[m/s] channels.r[us] single.r name.s unnamed.s optional.o; OTHER: other")
+        , message(Types::message("STATE speed=3.5 channels=10:12 single=7 name='Armed' unnamed=''"))
+        , foreign(Types::message("OTHER other=99"))
+        , speed(field("speed"))
     {
-        speed->setUnit(text("m/s"));
-        channels->setUnit(text("us"));
-        message->set(speed, 3.5)->fill(channels, 3, 10)->fill(info.add("single", Repeated), 1, 7);
-        message->setText(info.add("name", TestFieldInfo::String), "Armed");
-        message->setText(info.add("unnamed", TestFieldInfo::String), "");
-        info.add("optional", TestFieldInfo::Optional);
-        foreign->set(other.add("speed"), 99);
     }
 
-    enum
-    {
-        Repeated = TestFieldInfo::Repeated
-    };
-
-    TestInfo info{"STATE"};
-    TestFieldInfo* speed = info.add("speed");
-    TestFieldInfo* channels = info.add("channels", Repeated);
-    TestInfo other{"OTHER"};
-    OwnedMessage message{&info};
-    OwnedMessage foreign{&other};
+    const MessageReference message;
+    const MessageReference foreign;
+    const FieldInfo* speed;
 };
-
-void tst_FieldValueLabel::textOfAField_data()
-{
-    QTest::addColumn<QString>("field");
-    QTest::addColumn<qlonglong>("index");
-    QTest::addColumn<bool>("interpreted");
-    QTest::addColumn<QString>("shown");
-    const qlonglong none = -1;
-    QTest::newRow("interpreted") << text("speed") << none << true << text("3.5 m/s");
-    QTest::newRow("plain") << text("speed") << none << false << text("3.5");
-    QTest::newRow("first of several") << text("channels") << none << true << text("10 us [...]");
-    QTest::newRow("first of several, plain") << text("channels") << none << false << text("10 [...]");
-    QTest::newRow("chosen first") << text("channels") << Q_INT64_C(0) << true << text("10 us");
-    QTest::newRow("chosen last") << text("channels") << Q_INT64_C(2) << true << text("12 us");
-    QTest::newRow("too few") << text("channels") << Q_INT64_C(3) << true << text("N/A");
-    QTest::newRow("far too few") << text("channels") << Q_INT64_C(4294967295) << true << text("N/A");
-    QTest::newRow("not several") << text("single") << none << true << text("7");
-    QTest::newRow("text") << text("name") << none << true << text("Armed");
-    QTest::newRow("character") << text("name") << Q_INT64_C(1) << true << text("r");
-    QTest::newRow("behind the text") << text("name") << Q_INT64_C(5) << true << text("N/A");
-    QTest::newRow("empty text") << text("unnamed") << none << true << text("N/A");
-    QTest::newRow("missing") << text("optional") << none << true << text("N/A");
-}
 
 void tst_FieldValueLabel::textOfAField()
 {
     const Fixture f;
-    QFETCH(QString, field);
-    QFETCH(qlonglong, index);
-    QFETCH(bool, interpreted);
-    FieldValueLabel label(f.info.getFieldInfo(field), nullptr, interpreted, -1);
-    label.setText(text("former"));
-    if (index >= 0)
-        label.setIndex(static_cast<unsigned int>(index));
-    label.processMessage(f.message);
-    QTEST(label.text(), "shown");
+    // "FIELD [INDEX] [plain]"
+    const TextRow rows[] = {
+        {"speed", "3.5 m/s"},
+        {"speed plain", "3.5"},
+        {"channels", "10 us [...]"},
+        {"channels plain", "10 [...]"},
+        {"channels 0", "10 us"},
+        {"channels 2", "12 us"},
+        {"channels 3", "N/A"},
+        {"channels 4294967295", "N/A"},
+        {"single", "7"},
+        {"name", "Armed"},
+        {"name 1", "r"},
+        {"name 5", "N/A"},
+        {"unnamed", "N/A"},
+        {"optional", "N/A"},
+    };
+    const auto shown = [&](const QString& given) {
+        const QStringList words = given.split(' ');
+        FieldValueLabel label(f.field(words.at(0)), nullptr, words.last() != "plain", -1);
+        label.setText("former");
+        bool isNumber = false;
+        const unsigned int index = words.last().toUInt(&isNumber);
+        if (isNumber)
+            label.setIndex(index);
+        label.processMessage(f.message.get());
+        return label.text();
+    };
+    QCOMPARE(differences(rows, shown), QString());
 }
 
 void tst_FieldValueLabel::matchingMessagesOnly()
@@ -105,31 +90,31 @@ void tst_FieldValueLabel::matchingMessagesOnly()
         FieldValueLabel label(f.speed, &source, true, -1);
         FieldValueLabel without(f.speed, nullptr, true, -1);
         QCOMPARE(label.text(), text("N/A"));
-        QVERIFY(source.deliver(f.message));
-        label.processMessage(f.foreign);
+        QVERIFY(source.deliver(f.message.get()));
+        label.processMessage(f.foreign.get());
         QCOMPARE(label.text(), text("3.5 m/s"));
         QCOMPARE(without.text(), text("N/A"));
         label.clearValue();
         QCOMPARE(label.text(), text("N/A"));
     }
-    QVERIFY(!source.deliver(f.message));
+    QVERIFY(!source.deliver(f.message.get()));
 }
 
 void tst_FieldValueLabel::settingsTakeEffectWithTheNextMessage()
 {
     const Fixture f;
-    FieldValueLabel label(f.channels, nullptr, true, -1);
-    label.processMessage(f.message);
+    FieldValueLabel label(f.field("channels"), nullptr, true, -1);
+    label.processMessage(f.message.get());
     label.setShowInterpretedString(false);
     label.setIndex(1);
     QCOMPARE(label.text(), text("10 us [...]"));
-    label.processMessage(f.message);
+    label.processMessage(f.message.get());
     QCOMPARE(label.text(), text("11"));
     label.clearIndex();
-    label.processMessage(f.message);
+    label.processMessage(f.message.get());
     QCOMPARE(label.text(), text("10 [...]"));
     label.setFieldInfo(nullptr);
-    label.processMessage(f.message);
+    label.processMessage(f.message.get());
     QCOMPARE(label.text(), text("10 [...]"));
 }
 
@@ -139,13 +124,13 @@ void tst_FieldValueLabel::needFollowsTheField()
     const MessageNeedManager* const manager = MessageNeedManager::getInstance();
     QWidget* window = new QWidget;
     FieldValueLabel* const label = new FieldValueLabel(f.speed, nullptr, true, -1);
-    QVERIFY(manager->isNeeded(&f.info) && !manager->isNeeded(&f.other));
-    label->setFieldInfo(f.other.getFieldInfos().at(0));
-    QVERIFY(!manager->isNeeded(&f.info) && manager->isNeeded(&f.other));
+    QVERIFY(manager->isNeeded(f.type("STATE")) && !manager->isNeeded(f.type("OTHER")));
+    label->setFieldInfo(f.field("other"));
+    QVERIFY(!manager->isNeeded(f.type("STATE")) && manager->isNeeded(f.type("OTHER")));
     label->setFieldInfo(nullptr);
     QVERIFY(manager->getNeededMessageInfos().isEmpty());
     label->setFieldInfo(f.speed);
-    QVERIFY(manager->isNeeded(&f.info));
+    QVERIFY(manager->isNeeded(f.type("STATE")));
     (new QVBoxLayout(window))->addWidget(label);
     delete window; // with the label, which the layout gave it
     QVERIFY(manager->getNeededMessageInfos().isEmpty());
@@ -156,22 +141,22 @@ void tst_FieldValueLabel::valuesGoAfterTheTimeOut()
     const Fixture f;
     FieldValueLabel never(f.speed, nullptr, true, 0); // only a positive one counts here
     FieldValueLabel label(f.speed, nullptr, true, 1);
-    never.processMessage(f.message);
-    label.processMessage(f.message);
+    never.processMessage(f.message.get());
+    label.processMessage(f.message.get());
     QVERIFY(waitFor([&] { return label.text() == text("N/A"); }));
-    label.processMessage(f.message);
+    label.processMessage(f.message.get());
     label.setTimeOut(0); // runs from now on, for the value that is already there
     QCOMPARE(label.text(), text("3.5 m/s"));
     QVERIFY(waitFor([&] { return label.text() == text("N/A"); }));
-    label.processMessage(f.message); // single-shot: only this starts it again
+    label.processMessage(f.message.get()); // single-shot: only this starts it again
     QVERIFY(waitFor([&] { return label.text() == text("N/A"); }));
 
     label.setTimeOut(-1);
     label.setTimeOut(-1);
-    label.processMessage(f.message);
+    label.processMessage(f.message.get());
     // A label whose time-out starts later has lost its value: the others' would be gone as well.
     FieldValueLabel later(f.speed, nullptr, true, -1);
-    later.processMessage(f.message);
+    later.processMessage(f.message.get());
     later.setTimeOut(0);
     QVERIFY(waitFor([&] { return later.text() == text("N/A"); }));
     QCOMPARE(label.text() + never.text(), text("3.5 m/s3.5 m/s"));
@@ -187,11 +172,11 @@ void tst_FieldValueLabel::everyMatchingValueRestartsTheTimeOut()
     FieldValueLabel refreshed(f.speed, nullptr, true, -1);
     m_untouched = &untouched;
     m_refreshed = &refreshed;
-    m_message = f.message;
-    m_foreign = f.foreign;
+    m_message = f.message.get();
+    m_foreign = f.foreign.get();
     m_textsWhenProbed.clear();
-    untouched.processMessage(f.message);
-    refreshed.processMessage(f.message);
+    untouched.processMessage(f.message.get());
+    refreshed.processMessage(f.message.get());
     untouched.setTimeOut(timeOut);
     refreshed.setTimeOut(timeOut);
     QTimer::singleShot(timeOut / 2, this, SLOT(feed()));

@@ -4,8 +4,6 @@
 #include <QHeaderView>
 #include <QStyledItemDelegate>
 
-#include <functional>
-
 /** What of changed values reaches the screen and other listeners, and when. */
 class TestMessageTreeDisplay : public TestBase
 {
@@ -22,41 +20,36 @@ private Q_SLOTS:
     void takesTheRowsThatListenersLeave();
 };
 
-/** A type with many fields in a shown tree, and messages in which all of them differ. */
-class ShownTree
+/** A type with the fields f0, f1, ..., in a shown tree, and messages in which all of them differ. */
+class ShownTree : public Stage
 {
 public:
     explicit ShownTree(int fieldCount)
-        : info("T")
-        , message(&info)
+        : Stage(words("T:", fieldCount, " f%1").toLatin1())
+        , row(add("T"))
     {
-        for (int i = 0; i < fieldCount; ++i)
-            fields.append(info.add("field"));
-        row = addRow(&tree, &info);
         feed(0);
         showTree(&tree);
     }
 
-    void feed(double first)
+    void feed(int first) { feedText(words("T", row->childCount(), " f%1=%2", first)); }
+    void feedText(const QString& message)
     {
-        for (int i = 0; i < fields.size(); ++i)
-            message->set(fields.at(i), first + i);
-        tree.processMessage(message);
-        QCoreApplication::processEvents();
-    }
-    void feedText(int field, const char* value)
-    {
-        message->set(fields.at(field), FieldValue::fromText(text(value)));
-        tree.processMessage(message);
+        (*this)(message);
         QCoreApplication::processEvents();
     }
     int height(int field) { return tree.visualItemRect(row->child(field)).height(); }
 
-    TestInfo info;
-    QList<TestFieldInfo*> fields;
-    OwnedMessage message;
-    Tree tree;
-    MessageTreeWidgetItem* row;
+    MessageTreeWidgetItem* const row;
+
+private:
+    static QString words(const char* type, int count, const char* field, int first = 0)
+    {
+        QString all(type);
+        for (int i = 0; i < count; ++i)
+            all += QString(field).replace("%1", QString::number(i)).replace("%2", QString::number(first + i));
+        return all;
+    }
 };
 
 void TestMessageTreeDisplay::tellsEveryListenerOfEveryChange()
@@ -100,7 +93,7 @@ void TestMessageTreeDisplay::repaintsWhatChangedOnTheScreen()
 
     // What is off the screen costs no painting.
     watcher.region = QRegion();
-    shown.feedText(150, "new");
+    shown.feedText("T f150='new'");
     QCOMPARE(watcher.region, QRegion());
 }
 
@@ -133,7 +126,7 @@ static void arrange(ShownTree* shown, const QString& situation)
         tree.setColumnWidth(2, 30);
     }
     if (situation == QLatin1String("two lines"))
-        shown->feedText(2, "two\nlines");
+        shown->feedText("T f2='two\nlines'");
     if (situation == QLatin1String("edited")) {
         row->setFlags(row->flags() | Qt::ItemIsEditable);
         tree.openPersistentEditor(row, 2);
@@ -185,85 +178,51 @@ void TestMessageTreeDisplay::growsRowsWithTheirTexts()
 {
     ShownTree shown(60);
     const int one = shown.height(1);
-    shown.feedText(1, "two\nlines");
+    shown.feedText("T f1='two\nlines'");
     const int two = shown.height(1);
     QVERIFY(two > one);
     QCOMPARE(shown.height(0), one);
-    shown.feedText(1, "other\nlines");
+    shown.feedText("T f1='other\nlines'");
     QCOMPARE(shown.height(1), two);
-    shown.feedText(1, "one line");
+    shown.feedText("T f1='one line'");
     QCOMPARE(shown.height(1), one);
     // Also where it was never seen since the change.
-    shown.feedText(55, "two\nlines");
+    shown.feedText("T f55='two\nlines'");
     QCOMPARE(shown.height(55), two);
 }
-
-/** Does something at the first change of a row, or of any row if that is null. */
-class Listener : public QObject
-{
-    Q_OBJECT
-
-public:
-    Listener(Tree* tree, const QTreeWidgetItem* row, const std::function<void()>& reaction)
-        : m_row(row)
-        , m_reaction(reaction)
-    {
-        connect(tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), SLOT(react(QTreeWidgetItem*)));
-    }
-
-private Q_SLOTS:
-    void react(QTreeWidgetItem* row)
-    {
-        if (!m_reaction || (m_row && row != m_row))
-            return;
-        const std::function<void()> reaction = m_reaction;
-        m_reaction = nullptr;
-        reaction();
-    }
-
-private:
-    const QTreeWidgetItem* m_row;
-    std::function<void()> m_reaction;
-};
 
 void TestMessageTreeDisplay::growsRowsOfTextsWrittenByOthers()
 {
     ShownTree shown(5);
-    const int one = shown.height(1);
-    QTreeWidgetItem* row = shown.row->child(1);
-    const auto write = [row] { row->setText(2, QLatin1String("two\nlines")); };
+    const int one = shown.height(0);
+    QTreeWidgetItem* row = shown.row->child(0);
+    const auto write = [row] { row->setText(2, "two\nlines"); };
     write();
     QCoreApplication::processEvents();
-    QVERIFY(shown.height(1) > one);
+    QVERIFY(shown.height(0) > one);
     shown.feed(500);
-    QCOMPARE(shown.height(1), one);
-    Listener listener(&shown.tree, row, write);
+    QCOMPARE(shown.height(0), one);
+    const Answer answer(&shown.tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), write, 1);
     shown.feed(600);
-    QVERIFY(shown.height(1) > one);
+    QVERIFY(shown.height(0) > one);
     shown.feed(700);
-    QCOMPARE(shown.height(1), one);
+    QCOMPARE(shown.height(0), one);
 }
 
 void TestMessageTreeDisplay::takesTheRowsThatListenersLeave()
 {
-    TestInfo info("T");
-    TestFieldInfo* x = info.add("x");
-    OwnedMessage message(&info);
-    message->set(x, 1);
-    Tree tree;
-    addRow(&tree, &info);
-    MessageTreeWidgetItem* second = addRow(&tree, &info);
-    MessageTreeWidgetItem* last = addRow(&tree, nullptr);
-    last->setMessageInfo(&info);
-    Listener listener(&tree, nullptr, [second] { delete second; });
-    tree.processMessage(message);
-    QCOMPARE(tree.topLevelItemCount(), 2);
-    QCOMPARE(rowTexts(last), lines("x | double | 1"));
-    TestInfo other("OTHER");
-    last->setMessageInfo(&other);
-    last->setMessageInfo(&info);
-    tree.processMessage(message);
-    QCOMPARE(rowTexts(last), lines("x | double | 1"));
+    Stage stage("T: x; OTHER:");
+    stage.add("T");
+    MessageTreeWidgetItem* second = stage.add("T");
+    MessageTreeWidgetItem* last = stage.add("");
+    last->setMessageInfo(stage.type("T"));
+    const Answer answer(
+        &stage.tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), [second] { delete second; }, 1);
+    const QString shown("T | Message\n  x | double | 1\nT | Message\n  x | double | 1");
+    QCOMPARE(stage("T x=1"), shown);
+    last->setMessageInfo(stage.type("OTHER"));
+    last->setMessageInfo(stage.type("T"));
+    QCOMPARE(stage("T x=1"), shown);
 }
 
 /** A delegate whose rows are the higher the longer their texts are. */
@@ -282,9 +241,9 @@ void TestMessageTreeDisplay::leavesHeightsToOtherDelegates()
     LengthDelegate delegate;
     shown.tree.setItemDelegateForColumn(2, &delegate);
     QCoreApplication::processEvents();
-    shown.feedText(1, "twelve chars");
+    shown.feedText("T f1='twelve chars'");
     QCOMPARE(shown.height(1), 42);
-    shown.feedText(1, "four");
+    shown.feedText("T f1='four'");
     QCOMPARE(shown.height(1), 34);
 }
 

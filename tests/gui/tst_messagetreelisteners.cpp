@@ -23,44 +23,40 @@ private Q_SLOTS:
 };
 
 /** A type with a sub-message, values and fields of all filters, in a shown tree. */
-struct Fixture
+struct Fixture : Stage
 {
     Fixture()
+        : Stage("S-: y; T: s.o=S x many.r detail.2v; U: z")
+        , info(type("T"))
+        , otherInfo(type("U"))
+        , messages{message("T s=(y=4) x=1 many=5:7 detail=7"), message("T x=2 many=8 detail=9"), message("U z=3")}
+        , one(messages[0].get())
+        , second(messages[1].get())
+        , foreign(messages[2].get())
+        , row(add("T"))
+        , other(add("T"))
     {
-        subMessage = sub.createMessage()->set(y, 4);
-        message->set(x, 1)->fill(many, 3, 5)->set(detail, 7)->setSubMessages(s, QList<Message*>() << subMessage);
-        second->set(x, 2)->fill(many, 1, 8)->set(detail, 9);
-        foreign->set(z, 3);
-        row = addRow(&tree, &info);
-        other = addRow(&tree, &info);
     }
 
-    static QStringList fresh(const Fixture& f, const Message* shown)
+    /** What a new tree shows of the first or the second message. */
+    QStringList fresh(const Message* shown) const
     {
-        Tree tree;
-        tree.setColumns(f.tree.getColumns());
-        tree.setShowVirtualFields(f.tree.mustShowVirtualFields());
-        tree.setShowPrimaryFieldsOnly(!f.tree.mustShowFieldsWithRole(FieldInfo::Role(2)));
-        for (int i = 0; i < f.tree.topLevelItemCount(); ++i)
-            addRow(&tree, &f.info);
-        tree.processMessage(shown);
-        return rowTexts(tree);
+        Tree newTree;
+        newTree.setColumns(tree.getColumns());
+        newTree.setShowVirtualFields(tree.mustShowVirtualFields());
+        newTree.setShowPrimaryFieldsOnly(!tree.mustShowFieldsWithRole(FieldInfo::Role(2)));
+        for (int i = 0; i < tree.topLevelItemCount(); ++i)
+            addRow(&newTree, info);
+        newTree.processMessage(shown);
+        return rowTexts(newTree);
     }
 
-    TestInfo sub{"S", false};
-    TestFieldInfo* y = sub.add("y");
-    TestInfo info{"T"};
-    TestFieldInfo* s = info.add("s", TestFieldInfo::Optional, &sub);
-    TestFieldInfo* x = info.add("x");
-    TestFieldInfo* many = info.add("many", TestFieldInfo::Repeated);
-    TestFieldInfo* detail = info.add("detail", TestFieldInfo::Secondary | TestFieldInfo::Virtual);
-    TestInfo otherInfo{"U"};
-    TestFieldInfo* z = otherInfo.add("z");
-    TestMessage* subMessage;
-    OwnedMessage message{&info};
-    OwnedMessage second{&info};
-    OwnedMessage foreign{&otherInfo};
-    Tree tree;
+    const MessageInfo* info;
+    const MessageInfo* otherInfo;
+    const MessageReference messages[3];
+    const Message* one;
+    const Message* second;
+    const Message* foreign;
     MessageTreeWidgetItem* row;
     MessageTreeWidgetItem* other;
 };
@@ -74,15 +70,15 @@ void TestMessageTreeListeners::rowsComeOnceThoughAMessageComesMeanwhile_data()
     QTest::newRow("configured") << Step([](Fixture& f) { f.row->configureInTreeWidget(); });
     QTest::newRow("given a type") << Step([](Fixture& f) {
         f.row->setMessageInfo(nullptr);
-        f.row->setMessageInfo(&f.info);
+        f.row->setMessageInfo(f.info);
     });
     QTest::newRow("given another type") << Step([](Fixture& f) {
-        f.row->setMessageInfo(&f.otherInfo);
-        f.row->setMessageInfo(&f.info);
+        f.row->setMessageInfo(f.otherInfo);
+        f.row->setMessageInfo(f.info);
     });
     QTest::newRow("shown another type") << Step([](Fixture& f) {
         f.row->displayMessage(f.foreign);
-        f.row->displayMessage(f.message);
+        f.row->displayMessage(f.one);
     });
     QTest::newRow("all configured") << Step([](Fixture& f) { f.tree.setShowVirtualFields(false); });
 }
@@ -92,9 +88,9 @@ void TestMessageTreeListeners::rowsComeOnceThoughAMessageComesMeanwhile()
     QFETCH(Step, step);
     Fixture f;
     delete f.other;
-    const Answer answer([&] { f.tree.processMessage(f.message); });
+    const Answer answer([&] { f.tree.processMessage(f.one); });
     step(f);
-    QCOMPARE(rowTexts(f.tree), Fixture::fresh(f, f.message));
+    QCOMPARE(rowTexts(f.tree), f.fresh(f.one));
     QCOMPARE(f.row->childCount(), f.tree.mustShowVirtualFields() ? 4 : 3);
 }
 
@@ -102,20 +98,20 @@ void TestMessageTreeListeners::whatComesMeanwhileIsNewer()
 {
     Fixture f;
     delete f.other;
-    f.tree.processMessage(f.message);
+    f.tree.processMessage(f.one);
     {
         const Answer answer([&] { f.tree.processMessage(f.second); });
         f.tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
     }
-    QCOMPARE(rowTexts(f.tree), Fixture::fresh(f, f.second));
+    QCOMPARE(rowTexts(f.tree), f.fresh(f.second));
     // Also the type that the row gets, and the end of it.
     {
-        const Answer answer([&] { f.row->setMessageInfo(&f.otherInfo); });
+        const Answer answer([&] { f.row->setMessageInfo(f.otherInfo); });
         f.row->configureInTreeWidget();
     }
     QCOMPARE(rowTexts(f.tree), lines("U | Message | No message\n  z | double"));
     const Answer answer([&] { delete f.row; });
-    f.row->displayMessage(f.message);
+    f.row->displayMessage(f.one);
     QCOMPARE(f.tree.topLevelItemCount(), 0);
 }
 
@@ -125,7 +121,7 @@ void TestMessageTreeListeners::rowsAskOnlyTheRowsAboveThem()
     Tree tree;
     const Answer answer(
         &f.tree, SIGNAL(itemExpanded(QTreeWidgetItem*)),
-        [&] { tree.addTopLevelItem(new MessageTreeWidgetItem(&tree, &f.info)); }, 1);
+        [&] { tree.addTopLevelItem(new MessageTreeWidgetItem(&tree, f.info)); }, 1);
     f.row->configureInTreeWidget();
     QCOMPARE(tree.topLevelItemCount(), 1);
     QCOMPARE(tree.topLevelItem(0)->childCount(), 4);
@@ -160,16 +156,16 @@ void TestMessageTreeListeners::anythingCanBeDoneMeanwhile_data()
     add("all anew", [](Fixture& f) { f.tree.reconfigureTopLevelAbstractMessageTreeWidgetItems(); });
     add("one anew", [](Fixture& f) { f.row->configureInTreeWidget(); });
     add("other type and back", [](Fixture& f) {
-        f.row->setMessageInfo(&f.otherInfo);
-        f.row->displayMessage(f.message);
+        f.row->setMessageInfo(f.otherInfo);
+        f.row->displayMessage(f.one);
     });
     add("another message and back", [](Fixture& f) {
         f.tree.processMessage(f.second);
-        f.tree.processMessage(f.message);
+        f.tree.processMessage(f.one);
     });
     add("no message and back", [](Fixture& f) {
         f.tree.processMessage(nullptr);
-        f.tree.processMessage(f.message);
+        f.tree.processMessage(f.one);
     });
 }
 
@@ -226,14 +222,14 @@ void TestMessageTreeListeners::anythingCanBeDoneMeanwhile()
             f.tree.setItemDelegate(&delegate);
         Answer answer(
             &f.tree, signalsOfTheTree[isDelegate ? 0 : listener % 5], [&] { reaction(f); }, !isDelegate);
-        f.tree.processMessage(f.message);
+        f.tree.processMessage(f.one);
         f.row->setExpanded(false);
         f.tree.setShowVirtualFields(!f.tree.mustShowVirtualFields());
         f.tree.setSortingEnabled(false);
         QCoreApplication::processEvents();
         f.tree.setItemDelegate(nullptr);
         f.tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
-        QCOMPARE(rowTexts(f.tree), Fixture::fresh(f, f.message));
+        QCOMPARE(rowTexts(f.tree), f.fresh(f.one));
     }
 }
 
@@ -280,7 +276,7 @@ void TestMessageTreeListeners::rowsCanBeDeletedMeanwhile()
     QFETCH(QString, left);
     for (int bySignal = 0; bySignal < 2; ++bySignal) {
         Fixture f;
-        DeletingRow* row = new DeletingRow(&f.tree, &f.info);
+        DeletingRow* row = new DeletingRow(&f.tree, f.info);
         f.tree.insertTopLevelItem(1, row);
         f.tree.processMessage(f.second);
         QTreeWidgetItem* victim = f.tree.topLevelItem(topLevel);
@@ -290,7 +286,7 @@ void TestMessageTreeListeners::rowsCanBeDeletedMeanwhile()
             &f.tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), [&] { delete victim; }, bySignal);
         if (!bySignal)
             row->victim = victim;
-        f.tree.processMessage(f.message);
+        f.tree.processMessage(f.one);
         QStringList rows;
         for (int i = 0; i < f.tree.topLevelItemCount(); ++i) {
             const QTreeWidgetItem* parent = f.tree.topLevelItem(i);
@@ -304,7 +300,7 @@ void TestMessageTreeListeners::rowsCanBeDeletedMeanwhile()
         }
         QCOMPARE(rows.join(text("/")), left);
         f.tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
-        QCOMPARE(rowTexts(f.tree), Fixture::fresh(f, f.message));
+        QCOMPARE(rowTexts(f.tree), f.fresh(f.one));
     }
 }
 

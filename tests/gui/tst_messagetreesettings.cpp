@@ -86,14 +86,11 @@ static void expand(const QString& rows)
     }
 }
 
-/** The rows of a new tree, from top to bottom, with a plus behind those that it expands. */
+/** The rows of a new tree, with a plus behind those that it expands. */
 static QString expanded()
 {
     FilledTree tree;
-    QStringList names;
-    for (QTreeWidgetItemIterator row(&tree); *row; ++row)
-        names << (*row)->text(0) + text((*row)->isExpanded() ? "+" : "");
-    return names.join(QLatin1String(" "));
+    return expansionText(&tree);
 }
 
 /** The name of a file without settings; what the process remembers is forgotten, too. */

@@ -35,41 +35,36 @@ void TestMessageTreeWidget::namesEveryColumnType()
 
 void TestMessageTreeWidget::togglesColumns()
 {
-    TestInfo info("POSE");
-    TestFieldInfo* x = info.add("x");
-    x->setUnit(text("m"));
-    Tree tree;
-    QCOMPARE(headerText(tree), text("Name | Type | Value"));
-    QVERIFY(!tree.uniformRowHeights());
-    QAction* const typeAction = tree.getToggleTypeColumnAction();
-    QAction* const rawAction = tree.getToggleRawValueColumnAction();
-    QCOMPARE(tree.getToggleColumnActions(), QVector<QAction*>() << typeAction << rawAction);
+    Stage stage("POSE: x[m]");
+    QAction* const typeAction = stage.tree.getToggleTypeColumnAction();
+    QAction* const rawAction = stage.tree.getToggleRawValueColumnAction();
+    QCOMPARE(stage.tree.getToggleColumnActions(), QVector<QAction*>() << typeAction << rawAction);
     QCOMPARE(typeAction->text() + rawAction->text(), text("&Type&Raw Value"));
-    MessageTreeWidgetItem* row = addRow(&tree, &info);
-    OwnedMessage message(&info);
-    message->set(x, 1.5);
-    tree.processMessage(message);
-    QCOMPARE(rowTexts(row), lines("x | double | 1.5 m"));
-
-    QVERIFY(typeAction->isChecked() && !rawAction->isChecked());
-    rawAction->trigger();
-    QCOMPARE(headerText(tree), text("Name | Type | Value | Raw value"));
-    QCOMPARE(rowTexts(row), lines("x | double | 1.5 m | 1.5"));
-    typeAction->trigger();
-    QCOMPARE(headerText(tree), text("Name | Value | Raw value"));
-    QCOMPARE(rowTexts(row), lines("x | 1.5 m | 1.5"));
-    QCOMPARE(tree.getColumnIndex(Tree::ValueColumn), 1);
-    QVERIFY(!tree.hasColumn(Tree::TypeColumn));
-    QVERIFY(!typeAction->isChecked() && rawAction->isChecked());
-    rawAction->trigger();
-    typeAction->trigger();
-    QCOMPARE(rowTexts(row), lines("x | 1.5 m | double"));
-
-    tree.clearColumns(true);
-    QCOMPARE(tree.columnCount(), 0);
-    QVERIFY(!typeAction->isChecked());
-    QVERIFY(!tree.hasColumn(Tree::ValueColumn));
-    tree.processMessage(message);
+    QVERIFY(!stage.tree.uniformRowHeights());
+    // What is checked, the header, and the rows.
+    const auto play = [&](const QString& command) {
+        if (command == "type" || command == "raw")
+            (command == "type" ? typeAction : rawAction)->trigger();
+        else
+            stage(command);
+        return text("%1%2 %3\n").arg(typeAction->isChecked()).arg(rawAction->isChecked()).arg(headerText(stage.tree)) +
+               rowTexts(stage.tree).join("\n");
+    };
+    const TextRow rows[] = {
+        {"add POSE", "10 Name | Type | Value\nPOSE | Message | No message\n  x | double"},
+        {"POSE x=1.5", "10 Name | Type | Value\nPOSE | Message\n  x | double | 1.5 m"},
+        {"raw", "11 Name | Type | Value | Raw value\nPOSE | Message\n  x | double | 1.5 m | 1.5"},
+        {"type", "01 Name | Value | Raw value\nPOSE\n  x | 1.5 m | 1.5"},
+        {"raw", "00 Name | Value\nPOSE\n  x | 1.5 m"},
+        {"type", "10 Name | Value | Type\nPOSE |  | Message\n  x | 1.5 m | double"},
+    };
+    QCOMPARE(differences(rows, play), QString());
+    QCOMPARE(stage.tree.getColumnIndex(Tree::ValueColumn), 1);
+    QVERIFY(!stage.tree.hasColumn(Tree::RawValueColumn));
+    stage.tree.clearColumns(true);
+    QCOMPARE(stage.tree.columnCount(), 0);
+    QVERIFY(!typeAction->isChecked() && !stage.tree.hasColumn(Tree::ValueColumn));
+    stage.send("POSE x=1");
 }
 
 void TestMessageTreeWidget::refusesDuplicateColumns()
@@ -98,9 +93,8 @@ void TestMessageTreeWidget::takesAnyColumnTypeAndLeavesOthersAlone()
     QCOMPARE(tree.getColumnIndex(Tree::ColumnType(5000)), -1);
     QCOMPARE(tree.getColumnIndex(Tree::ColumnType(-5)), -1);
     QVERIFY(!tree.hasColumn(Tree::ColumnType(-5)));
-    TestInfo info("POSE");
-    info.add("x");
-    addRow(&tree, &info);
+    const Types types("POSE: x");
+    addRow(&tree, types.type("POSE"));
     QCOMPARE(rowTexts(tree), lines(" |  | POSE | Column Custom 2 | Column Column type 1000\n"
                                    "   |  | x | Column Custom 2 | Column Column type 1000"));
     tree.setColumns(columns("2,4"));
@@ -130,100 +124,78 @@ private:
 
 void TestMessageTreeWidget::routesMessagesToAllRowsInOrder()
 {
-    TestInfo info("T");
-    OwnedMessage message(&info);
+    const Types types("T:");
     QStringList record;
     Tree tree;
     // The rows that get a message, after one change or another.
-    const auto routed = [&](const Message* routedMessage) {
+    const auto routed = [&](const char* message) {
         record.clear();
-        tree.processMessage(routedMessage);
+        tree.processMessage(types.message(message).get());
         return record.join(QLatin1String(" "));
     };
     RecordingRow* b = new RecordingRow("b", &record);
     RecordingRow* a = new RecordingRow("a", &record);
     tree.addTopLevelItem(b);
     b->addChild(new RecordingRow("child", &record));
-    QCOMPARE(routed(message), text("bT"));
+    QCOMPARE(routed("T"), text("bT"));
     tree.insertTopLevelItem(0, a);
     tree.insertTopLevelItem(1, new QTreeWidgetItem);
-    QCOMPARE(routed(message), text("aT bT"));
-    QCOMPARE(routed(nullptr), text("anull bnull"));
+    QCOMPARE(routed("T"), text("aT bT"));
+    QCOMPARE(routed("null"), text("anull bnull"));
     tree.sortItems(0, Qt::DescendingOrder);
-    QCOMPARE(routed(message), text("bT aT"));
+    QCOMPARE(routed("T"), text("bT aT"));
     tree.takeTopLevelItem(0);
-    QCOMPARE(routed(message), text("aT"));
+    QCOMPARE(routed("T"), text("aT"));
     tree.addTopLevelItem(b);
-    QCOMPARE(routed(message), text("aT bT"));
+    QCOMPARE(routed("T"), text("aT bT"));
     delete a;
-    QCOMPARE(routed(message), text("bT"));
+    QCOMPARE(routed("T"), text("bT"));
     tree.clear();
-    QCOMPARE(routed(message), QString());
+    QCOMPARE(routed("T"), QString());
 }
 
 void TestMessageTreeWidget::filtersFields()
 {
-    TestInfo info("T");
-    info.add("plain");
-    info.add("computed", TestFieldInfo::Virtual);
-    info.add("detail", TestFieldInfo::Secondary);
-    TestFieldInfo* flags = new TestFieldInfo(text("flags"), TestFieldInfo::Secondary);
-    addComponent(flags, "minor", TestFieldInfo::Secondary);
-    addComponent(addComponent(flags, "group", TestFieldInfo::Secondary), "major");
-    info.add(flags);
-    Tree tree;
-    tree.setColumns(columns("0"));
-    MessageTreeWidgetItem* row = addRow(&tree, &info);
-    QCOMPARE(rowTexts(row), lines("plain\ncomputed\ndetail\nflags\n  minor\n  group\n    major"));
-    tree.setShowVirtualFields(false);
-    QCOMPARE(rowTexts(row), lines("plain\ndetail\nflags\n  minor\n  group\n    major"));
-    tree.setHideSecondaryFields(false); // deliberately the wrong way round
-    QCOMPARE(rowTexts(row), lines("plain\nflags\n  group\n    major"));
-    tree.setHideVirtualFields(false);
-    const QStringList shown = lines("plain\ncomputed\nflags\n  group\n    major");
-    QCOMPARE(rowTexts(row), shown);
+    Stage stage("T: plain computed.v detail.2 flags.2{minor.2 group.2{major}}");
+    const char* const shown = "T\n  plain\n  computed\n  flags\n    group\n      major";
+    const TextRow rows[] = {
+        {"columns 0", ""},
+        {"add T", "T\n  plain\n  computed\n  detail\n  flags\n    minor\n    group\n      major"},
+        {"setShowVirtualFields 0", "T\n  plain\n  detail\n  flags\n    minor\n    group\n      major"},
+        {"setHideSecondaryFields 0", "T\n  plain\n  flags\n    group\n      major"}, // deliberately the wrong way round
+        {"setHideVirtualFields 0", shown},
+    };
+    QCOMPARE(differences(rows, std::ref(stage)), QString());
     // Only changes build the rows anew, without what was added to them.
-    row->addChild(new QTreeWidgetItem(lines("added")));
-    tree.setShowVirtualFields(true);
-    tree.setShowPrimaryFieldsOnly(true);
-    QCOMPARE(rowTexts(row), shown + lines("added"));
+    stage.first()->addChild(new QTreeWidgetItem(lines("added")));
+    stage("setShowVirtualFields 1");
+    QCOMPARE(stage("setShowPrimaryFieldsOnly 1"), text(shown) + "\n  added");
 
     QString shownRoles;
     for (int role = 0; role < 5; ++role)
-        shownRoles += QString::number(tree.mustShowFieldsWithRole(FieldInfo::Role(role)));
+        shownRoles += QString::number(stage.tree.mustShowFieldsWithRole(FieldInfo::Role(role)));
     QCOMPARE(shownRoles, text("11001"));
 }
 
 void TestMessageTreeWidget::remembersExpansion()
 {
-    TestInfo inner("INNER", false);
-    inner.add("value");
-    TestInfo info("T");
-    TestFieldInfo* flags = new TestFieldInfo(text("flags"));
-    addComponent(flags, "first");
-    info.add(flags);
-    info.add("sub", TestFieldInfo::Plain, &inner);
-    const auto expanded = [](const QTreeWidgetItem* row) {
-        return text("%1 %2 %3")
-            .arg(row->isExpanded())
-            .arg(row->child(0)->isExpanded())
-            .arg(row->child(1)->isExpanded());
-    };
+    const Types types("INNER-: value; T: flags{first} sub=INNER");
     Tree first;
-    MessageTreeWidgetItem* row = addRow(&first, &info);
-    QCOMPARE(expanded(row), text("1 0 1")); // a type, and so a sub-message, starts expanded, a field collapsed
+    MessageTreeWidgetItem* row = addRow(&first, types.type("T"));
+    // A type, and so a sub-message, starts expanded, a field collapsed.
+    QCOMPARE(expansionText(&first), text("T+ flags first sub+ value"));
     row->child(0)->setExpanded(true);
     row->child(1)->setExpanded(false);
     row->setExpanded(false);
 
     Tree second;
-    MessageTreeWidgetItem* other = addRow(&second, &info);
-    QCOMPARE(expanded(other), text("0 1 0"));
+    MessageTreeWidgetItem* other = addRow(&second, types.type("T"));
+    QCOMPARE(expansionText(&second), text("T flags+ first sub value"));
     QVERIFY(!second.mustInitiallyBeExpanded(nullptr));
     // The tree as it was left survives a change of columns.
     other->setExpanded(true);
     second.getToggleTypeColumnAction()->trigger();
-    QCOMPARE(expanded(other), text("1 1 0"));
+    QCOMPARE(expansionText(&second), text("T+ flags+ first sub value"));
 
     // A row without a type has nothing to remember.
     MessageTreeWidgetItem* empty = addRow(&second, nullptr);

@@ -12,53 +12,31 @@ private Q_SLOTS:
     void writesIntoTheColumnsThereAre();
     void worksWithoutATree();
     void keepsMainMessagesByReference();
-    void letsGoByItsOwnTypeAndHoldsByTheMessages();
     void needsItsTypeAndKeepsItWhenSetAgain();
     void tellsOfHiddenConfidentialFields();
-    void asksForConfidentialityBeforeTheParent();
     void createsRowsInFieldOrder();
     void rebuildsAndRefillsWhenConfigured();
     void followsTheExpansionPolicy();
 };
 
-struct Fixture
-{
-    Fixture()
-    {
-        info.setShortDescriptiveText(text("Where it is"));
-        x->setUnit(text("m"));
-        message->set(x, 2.5);
-        foreign->set(y, 4);
-    }
-
-    TestInfo info{"POSE"};
-    TestFieldInfo* x = info.add("x");
-    TestInfo other{"U"};
-    TestFieldInfo* y = other.add("y");
-    OwnedMessage message{&info};
-    OwnedMessage second{&info};
-    OwnedMessage foreign{&other};
-    Tree tree;
-};
-
 void TestMessageTreeWidgetItem::showsItsTypeAndMessage()
 {
-    Fixture f;
-    const QStringList noMessage = lines("POSE | Message | No message\n  x | double");
-    MessageTreeWidgetItem* row = addRow(&f.tree, &f.info);
-    QCOMPARE(rowTexts(f.tree), noMessage);
-    QCOMPARE(row->toolTip(0), text("Where it is"));
-    row->processMessage(f.foreign);
-    QCOMPARE(rowTexts(f.tree), noMessage);
-    row->processMessage(f.message);
-    QCOMPARE(rowTexts(f.tree), lines("POSE | Message\n  x | double | 2.5 m"));
-    row->clearValues();
-    QCOMPARE(rowTexts(f.tree), noMessage);
-    row->displayMessage(f.foreign);
-    QCOMPARE(rowTexts(f.tree), lines("U | Message\n  y | double | 4"));
-    row->displayMessage(nullptr);
-    QCOMPARE(rowTexts(f.tree), lines("No message type set | Message | No message"));
-    QVERIFY(addRow(&f.tree, nullptr)->toolTip(0).isEmpty());
+    Stage stage("POSE: x[m]; U: y");
+    stage.type("POSE")->setShortDescriptiveText("Where it is");
+    const char* const noMessage = "POSE | Message | No message\n  x | double";
+    const TextRow rows[] = {
+        {"add POSE", noMessage},
+        {"U y=4", noMessage},
+        {"POSE x=2.5", "POSE | Message\n  x | double | 2.5 m"},
+        {"clear", noMessage},
+        {"display U y=4", "U | Message\n  y | double | 4"},
+        {"display null", "No message type set | Message | No message"},
+        {"display POSE x=1", "POSE | Message\n  x | double | 1 m"},
+        {"columns 2,0", " | POSE\n  1 m | x"},
+    };
+    QCOMPARE(differences(rows, std::ref(stage)), QString());
+    QCOMPARE(stage.first()->toolTip(1), text("Where it is"));
+    QCOMPARE(stage.add("")->toolTip(1), QString());
 }
 
 void TestMessageTreeWidgetItem::writesIntoTheColumnsThereAre()
@@ -78,63 +56,29 @@ void TestMessageTreeWidgetItem::writesIntoTheColumnsThereAre()
 
 void TestMessageTreeWidgetItem::worksWithoutATree()
 {
-    Fixture f;
-    f.info.add("detail", TestFieldInfo::Secondary | TestFieldInfo::Virtual);
-    f.info.add("secret", TestFieldInfo::Confidential);
+    const Types types("POSE: x detail.v2 secret.c");
+    Tree tree;
+    Tree other;
     QTreeWidget plain;
-    MessageTreeWidgetItem* row = new MessageTreeWidgetItem(nullptr, &f.info);
+    MessageTreeWidgetItem* row = new MessageTreeWidgetItem(nullptr, types.type("POSE"));
     QCOMPARE(row->childCount(), 3);
     plain.addTopLevelItem(row);
     QVERIFY(!row->getMessageTreeWidget());
     row->setExpanded(true);
     row->configureInTreeWidget();
-    row->processMessage(f.message);
+    row->processMessage(types.message("POSE x=1").get());
     QVERIFY(!row->isExpanded());
     QCOMPARE(rowText(row), QString());
     QVERIFY(!row->mustShowField(nullptr));
 
     // In another tree than it was made for, a row follows the one it is in.
-    Tree tree;
-    MessageTreeWidgetItem* moved = new MessageTreeWidgetItem(&f.tree, &f.info);
-    QCOMPARE(moved->getMessageTreeWidget(), &f.tree);
-    tree.addTopLevelItem(moved);
+    MessageTreeWidgetItem* moved = new MessageTreeWidgetItem(&tree, types.type("POSE"));
     QCOMPARE(moved->getMessageTreeWidget(), &tree);
-    tree.takeTopLevelItem(0);
+    other.addTopLevelItem(moved);
+    QCOMPARE(moved->getMessageTreeWidget(), &other);
+    other.takeTopLevelItem(0);
     plain.addTopLevelItem(moved);
     QVERIFY(!moved->getMessageTreeWidget());
-}
-
-void TestMessageTreeWidgetItem::keepsMainMessagesByReference()
-{
-    Fixture f;
-    {
-        Tree tree;
-        MessageTreeWidgetItem* row = addRow(&tree, &f.info);
-        row->processMessage(f.message);
-        row->processMessage(f.message);
-        QCOMPARE(f.message->getReferenceCount(), 2);
-        row->processMessage(f.second);
-        QCOMPARE(f.message->getReferenceCount(), 1);
-        row->configureInTreeWidget();
-        QCOMPARE(f.second->getReferenceCount(), 2);
-        QCOMPARE(row->getDisplayedMessage(), static_cast<const Message*>(f.second));
-        row->clearValues();
-        QCOMPARE(f.second->getReferenceCount(), 1);
-        row->processMessage(f.second);
-        row->displayMessage(nullptr);
-        QCOMPARE(f.second->getReferenceCount(), 1);
-        row->displayMessage(f.message);
-        QCOMPARE(f.message->getReferenceCount(), 2);
-    }
-    QCOMPARE(f.message->getReferenceCount(), 1);
-
-    // A message that only the row holds lives as long as it is shown.
-    MessageTreeWidgetItem* row = addRow(&f.tree, &f.info);
-    TestMessage* message = f.info.createMessage();
-    row->processMessage(message);
-    message->removeReference();
-    row->configureInTreeWidget();
-    QCOMPARE(row->getDisplayedMessage()->getReferenceCount(), 1);
 }
 
 /** Shows what is protected. */
@@ -149,130 +93,141 @@ public:
     using MessageTreeWidgetItem::setDisplayedMessage;
 };
 
-void TestMessageTreeWidgetItem::letsGoByItsOwnTypeAndHoldsByTheMessages()
+void TestMessageTreeWidgetItem::keepsMainMessagesByReference()
 {
-    const Fixture f;
-    TestInfo sub("SUB", false);
-    OwnedMessage subMessage(&sub);
-    subMessage->addReference();
+    const Types types("POSE: x; SUB-: y");
+    const MessageReference first = types.message("POSE x=1");
+    const MessageReference second = types.message("POSE x=2");
+    const MessageReference inner = types.message("SUB y=1");
+    const auto references = [&] {
+        return text("%1 %2 %3")
+            .arg(first->getReferenceCount())
+            .arg(second->getReferenceCount())
+            .arg(inner->getReferenceCount());
+    };
     {
-        OpenRow row(&f.info);
-        row.setDisplayedMessage(subMessage);
-        QCOMPARE(subMessage->getReferenceCount(), 2);
-        row.setDisplayedMessage(nullptr);
-        QCOMPARE(subMessage->getReferenceCount(), 1);
+        Tree tree;
+        MessageTreeWidgetItem* row = addRow(&tree, types.type("POSE"));
+        row->processMessage(first.get());
+        row->processMessage(first.get());
+        QCOMPARE(references(), text("2 1 1"));
+        row->processMessage(second.get());
+        row->configureInTreeWidget();
+        QCOMPARE(references(), text("1 2 1"));
+        QCOMPARE(row->getDisplayedMessage(), second.get());
+        row->clearValues();
+        QCOMPARE(references(), text("1 1 1"));
+        row->processMessage(second.get());
+        row->displayMessage(nullptr);
+        QCOMPARE(references(), text("1 1 1"));
+        row->displayMessage(first.get());
+        QCOMPARE(references(), text("2 1 1"));
+
+        // A message that only the row holds lives as long as it is shown.
+        row->processMessage(types.message("POSE x=3").get());
+        row->configureInTreeWidget();
+        QCOMPARE(row->getDisplayedMessage()->getReferenceCount(), 1);
     }
-    {
-        OpenRow row(&sub);
-        row.setDisplayedMessage(f.message);
-        row.setDisplayedMessage(nullptr);
-        QCOMPARE(f.message->getReferenceCount(), 2);
-    }
-    f.message->removeReference();
+    QCOMPARE(references(), text("1 1 1"));
+
+    // Let go by the row's own type, and held by the message's.
+    OpenRow row(types.type("POSE"));
+    OpenRow sub(types.type("SUB"));
+    inner->addReference();
+    row.setDisplayedMessage(inner.get());
+    sub.setDisplayedMessage(first.get());
+    QCOMPARE(references(), text("2 1 2"));
+    row.setDisplayedMessage(nullptr);
+    sub.setDisplayedMessage(nullptr);
+    QCOMPARE(references(), text("2 1 1"));
+    first->removeReference();
 }
 
 void TestMessageTreeWidgetItem::needsItsTypeAndKeepsItWhenSetAgain()
 {
-    const Fixture f;
-    MessageNeedManager* manager = MessageNeedManager::getInstance();
+    const Types types("POSE: x; U: y");
+    const MessageNeedManager* manager = MessageNeedManager::getInstance();
+    const MessageInfo* const info = types.type("POSE");
+    const MessageInfo* const other = types.type("U");
     {
-        MessageTreeWidgetItem row(nullptr, &f.info);
-        row.processMessage(f.message);
+        MessageTreeWidgetItem row(nullptr, info);
+        row.processMessage(types.message("POSE x=1").get());
         const QTreeWidgetItem* child = row.child(0);
-        row.setMessageInfo(&f.info);
-        QVERIFY(row.isMessageDisplayed() && row.child(0) == child && manager->isNeeded(&f.info));
-        row.setMessageInfo(&f.other);
-        QVERIFY(!manager->isNeeded(&f.info) && manager->isNeeded(&f.other));
+        row.setMessageInfo(info);
+        QVERIFY(row.isMessageDisplayed() && row.child(0) == child && manager->isNeeded(info));
+        row.setMessageInfo(other);
+        QVERIFY(!manager->isNeeded(info) && manager->isNeeded(other));
     }
-    QVERIFY(!manager->isNeeded(&f.other));
+    QVERIFY(!manager->isNeeded(other));
 }
 
 void TestMessageTreeWidgetItem::tellsOfHiddenConfidentialFields()
 {
-    Fixture f;
-    f.info.add("secret", TestFieldInfo::Confidential);
-    f.info.add("more", TestFieldInfo::Confidential);
-    MessageTreeWidgetItem* row = addRow(&f.tree, &f.info);
-    QCOMPARE(rowTexts(row), lines("Hidden data\nx | double"));
-    QCOMPARE(row->child(0)->toolTip(0),
+    Stage stage("POSE: x secret.c more.c; U: y detail.2; LISTING: group{open secret.c}; BOTH: both.cv");
+    const TextRow rows[] = {
+        {"columns 0", ""},
+        {"add POSE", "POSE\n  Hidden data\n  x"},
+        {"open 1", "POSE\n  x\n  secret\n  more"},
+        {"open 0", "POSE\n  Hidden data\n  x"},
+        {"columns 2", "No message\n  \n  "}, // without a name column the row is there and says nothing
+    };
+    const auto play = [&](const QString& command) {
+        Corvel::setConfidentialInformationDisplayEnabled(command == "open 1");
+        return stage(command.startsWith("open") ? QString("anew") : command);
+    };
+    QCOMPARE(differences(rows, play), QString());
+    stage("columns 0");
+    QCOMPARE(stage.first()->child(0)->toolTip(0),
              text("Due to confidentiality, the data in this message has been (partly) hidden."));
-    Corvel::setConfidentialInformationDisplayEnabled(true);
-    row->configureInTreeWidget();
-    QCOMPARE(rowTexts(row), lines("x | double\nsecret | double\nmore | double"));
-    Corvel::setConfidentialInformationDisplayEnabled(false);
-    row->configureInTreeWidget();
-    QCOMPARE(row->childCount(), 2);
-
-    // Without a name column the row is there and says nothing.
-    f.tree.setColumns(columns("2"));
-    QCOMPARE(rowTexts(row), lines("\n"));
-
-    f.other.add("detail", TestFieldInfo::Secondary);
-    f.tree.setShowPrimaryFieldsOnly(true);
-    QCOMPARE(addRow(&f.tree, &f.other)->childCount(), 1);
-}
-
-void TestMessageTreeWidgetItem::asksForConfidentialityBeforeTheParent()
-{
-    // A component field that a type lists among its fields gets no row there, yet a hidden one is told of.
-    TestFieldInfo* group = new TestFieldInfo(text("group"));
-    addComponent(group, "open");
-    addComponent(group, "secret", TestFieldInfo::Confidential);
-    TestInfo listing("U");
-    listing.add(group);
-    Tree tree;
-    tree.setColumns(columns("0"));
-    QCOMPARE(rowTexts(addRow(&tree, &listing)), lines("group\n  open"));
-
-    // A confidential field that is hidden for another reason raises the notice too.
-    TestInfo info("T");
-    info.add("both", TestFieldInfo::Confidential | TestFieldInfo::Virtual);
-    Corvel::setConfidentialInformationDisplayEnabled(true);
-    tree.setShowVirtualFields(false);
-    QCOMPARE(rowTexts(addRow(&tree, &info)), lines("Hidden data"));
+    delete stage.first();
+    const TextRow notices[] = {
+        {"setShowPrimaryFieldsOnly 1", ""},
+        {"add U", "U\n  y"},
+        // What a type lists within another field gets no row of its own, and is not told of when hidden.
+        {"add LISTING", "U\n  y\nLISTING\n  group\n    open"},
+        // A confidential field that is hidden for another reason raises the notice too.
+        {"setShowVirtualFields 0", "U\n  y\nLISTING\n  group\n    open"},
+        {"open 1", "U\n  y\nLISTING\n  group\n    open\n    secret"},
+    };
+    QCOMPARE(differences(notices, play), QString());
+    QCOMPARE(rowTexts(stage.add("BOTH")), lines("Hidden data"));
     Corvel::setConfidentialInformationDisplayEnabled(false);
 }
 
 void TestMessageTreeWidgetItem::createsRowsInFieldOrder()
 {
-    Fixture f;
-    TestInfo inner("INNER", false);
-    inner.add("value");
-    f.info.add("computed", TestFieldInfo::Virtual);
-    f.info.add("text", TestFieldInfo::String);
-    f.info.add("many", TestFieldInfo::Repeated);
-    f.info.add("sub", TestFieldInfo::Plain, &inner);
-    f.info.add("subs", TestFieldInfo::Repeated | TestFieldInfo::Optional, &inner);
-    const MessageTreeWidgetItem* row = addRow(&f.tree, &f.info);
-    QCOMPARE(rowTexts(row), lines("x | double\ncomputed | double\ntext | string\nmany |  | 0 repeated values\n"
-                                  "sub | INNER\n  value | double\nsubs |  | No values for optional field"));
+    Stage stage("INNER-: value; POSE: x computed.v text.s many.r sub=INNER subs.ro=INNER");
+    const TextRow rows[] = {
+        {"add POSE", "POSE | Message | No message\n  x | double\n  computed | double\n  text | string\n"
+                     "  many |  | 0 repeated values\n  sub | INNER\n    value | double\n"
+                     "  subs |  | No values for optional field"},
+    };
+    QCOMPARE(differences(rows, std::ref(stage)), QString());
 
     // The names of virtual fields are in italics.
+    const QTreeWidgetItem* const row = stage.first();
     for (int nameColumn = 0; nameColumn < 2; ++nameColumn) {
         QVERIFY(!row->child(0)->font(nameColumn).italic());
         QVERIFY(row->child(1)->font(nameColumn).italic());
         QVERIFY(!row->child(1)->font(1 - nameColumn).italic());
-        f.tree.setColumns(columns("2,0"));
+        stage("columns 2,0");
     }
 }
 
 void TestMessageTreeWidgetItem::rebuildsAndRefillsWhenConfigured()
 {
-    Fixture f;
-    MessageTreeWidgetItem* row = new MessageTreeWidgetItem(&f.tree, &f.info);
-    row->processMessage(f.message);
+    Stage stage("POSE: x; SUB-: y");
+    MessageTreeWidgetItem* row = new MessageTreeWidgetItem(&stage.tree, stage.type("POSE"));
+    row->processMessage(stage.message("POSE x=2.5").get());
     // Not in a view, there is nothing to configure.
-    row->QTreeWidgetItem::setText(2, QLatin1String("kept"));
+    row->QTreeWidgetItem::setText(2, "kept");
     row->AbstractMessageTreeWidgetItem::configureInTreeWidget();
     QCOMPARE(row->text(2), text("kept"));
-    f.tree.addTopLevelItem(row);
-    row->configureInTreeWidget();
-    QCOMPARE(rowTexts(f.tree), lines("POSE | Message\n  x | double | 2.5 m"));
+    stage.tree.addTopLevelItem(row);
+    QCOMPARE(stage("anew"), text("POSE | Message\n  x | double | 2.5"));
 
     // Rows of a type that is not main are filled, but not built anew.
-    TestInfo sub("SUB", false);
-    sub.add("y");
-    MessageTreeWidgetItem* subRow = addRow(&f.tree, &sub);
+    MessageTreeWidgetItem* subRow = stage.add("SUB");
     const QTreeWidgetItem* child = subRow->child(0);
     subRow->configureInTreeWidget();
     QCOMPARE(static_cast<const QTreeWidgetItem*>(subRow->child(0)), child);
@@ -280,8 +235,8 @@ void TestMessageTreeWidgetItem::rebuildsAndRefillsWhenConfigured()
 
 void TestMessageTreeWidgetItem::followsTheExpansionPolicy()
 {
-    Fixture f;
-    MessageTreeWidgetItem* row = addRow(&f.tree, &f.info);
+    Stage stage("POSE: x");
+    MessageTreeWidgetItem* row = stage.add("POSE");
     QCOMPARE(row->getInitialExpansionPolicy(), AbstractMessageTreeWidgetItem::RestoreExpansion);
     row->setInitialExpansionPolicy(AbstractMessageTreeWidgetItem::CollapseInitially);
     QVERIFY(row->isExpanded());

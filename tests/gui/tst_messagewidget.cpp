@@ -14,34 +14,33 @@ class tst_MessageWidget : public TestBase
     Q_OBJECT
 
 private Q_SLOTS:
-    void valuesOfAMessage();
-    void typeFollowsOnlyDisplayedMessages();
+    void showsTypesAndMessages();
     void rebuildsEvenForTheSameType();
     void rebuildRemovesEveryDescendantOnce();
     void emptyFormLeavesForeignWidgetsAlone();
-    void listenersFindAWholeForm_data();
     void listenersFindAWholeForm();
 };
 
-struct Fixture
+struct Fixture : Types
 {
     Fixture()
+        : Types("STATE: speed[m/s] channels.r name.so hidden.vc2; OTHER: x; EMPTY:")
     {
-        speed->setUnit(text("m/s"));
-        info.add("hidden", TestFieldInfo::Virtual | TestFieldInfo::Confidential | TestFieldInfo::Secondary);
-        message->set(speed, 3.5)->fill(channels, 3, 7)->setText(name, "abc");
-        otherMessage->set(x, 1);
     }
 
-    TestInfo info{"STATE"};
-    TestFieldInfo* speed = info.add("speed");
-    TestFieldInfo* channels = info.add("channels", TestFieldInfo::Repeated);
-    TestFieldInfo* name = info.add("name", TestFieldInfo::String | TestFieldInfo::Optional);
-    TestInfo other{"OTHER"};
-    TestFieldInfo* x = other.add("x");
-    TestInfo empty{"EMPTY"};
-    OwnedMessage message{&info};
-    OwnedMessage otherMessage{&other};
+    // "type TYPE", "show MESSAGE" also of another type, "clear", or any message.
+    void perform(MessageWidget* form, const QString& command) const
+    {
+        const QString object = command.section(' ', 1);
+        if (command.startsWith("type"))
+            form->setMessageInfo(type(object));
+        else if (command.startsWith("show"))
+            form->displayMessage(message(object).get());
+        else if (command == "clear")
+            form->clearValues();
+        else
+            form->processMessage(message(command).get());
+    }
 };
 
 // The form as one reads it: "title: name=value, name=value".
@@ -65,77 +64,68 @@ static QString alive()
         .arg(tracer->getLiveCount(text("FieldValueLabel")));
 }
 
-void tst_MessageWidget::valuesOfAMessage()
+static const char s_filled[] = "STATE: speed=3.5 m/s, channels=7 [...], name=abc, hidden=N/A";
+static const char s_cleared[] = "STATE: speed=N/A, channels=N/A, name=N/A, hidden=N/A";
+static const char s_none[] = "No message type set";
+
+void tst_MessageWidget::showsTypesAndMessages()
 {
     const Fixture f;
     const MessageNeedManager* const manager = MessageNeedManager::getInstance();
-    {
-        QWidget parent;
-        MessageWidget* form = new MessageWidget(&parent, &f.info);
-        QCOMPARE(shown(*form), text("STATE: speed=N/A, channels=N/A, name=N/A, hidden=N/A"));
-        form->processMessage(f.message);
-        QCOMPARE(shown(*form), text("STATE: speed=3.5 m/s, channels=7 [...], name=abc, hidden=N/A"));
-        form->processMessage(f.otherMessage);
-        f.message->set(f.name, QVector<FieldValue>());
-        form->displayMessage(f.message);
-        QCOMPARE(shown(*form), text("STATE: speed=3.5 m/s, channels=7 [...], name=N/A, hidden=N/A"));
-        form->clearValues();
-        QCOMPARE(shown(*form), text("STATE: speed=N/A, channels=N/A, name=N/A, hidden=N/A"));
-        QCOMPARE(f.message->getReferenceCount(), 1);
-        QVERIFY(manager->isNeeded(&f.info));
-    }
-    QVERIFY(manager->getNeededMessageInfos().isEmpty());
-}
-
-void tst_MessageWidget::typeFollowsOnlyDisplayedMessages()
-{
-    const Fixture f;
-    MessageWidget form(nullptr, nullptr);
-    form.clearValues();
-    form.processMessage(f.message);
-    QCOMPARE(shown(form), text("No message type set"));
-    form.displayMessage(f.otherMessage);
-    QCOMPARE(shown(form), text("OTHER: x=1"));
-    form.displayMessage(f.message);
-    QCOMPARE(shown(form), text("STATE: speed=3.5 m/s, channels=7 [...], name=abc, hidden=N/A"));
+    QWidget* const parent = new QWidget;
+    MessageWidget* form = new MessageWidget(parent, f.type("STATE"));
+    const TextRow rows[] = {
+        {"type STATE", s_cleared},
+        {"STATE speed=3.5 channels=7:9 name='abc'", s_filled},
+        {"OTHER x=1", s_filled},
+        {"show STATE speed=3.5 channels=7:9", "STATE: speed=3.5 m/s, channels=7 [...], name=N/A, hidden=N/A"},
+        {"clear", s_cleared},
+        {"type", s_none},
+        {"clear", s_none},
+        {"STATE speed=1", s_none},
+        {"show OTHER x=1", "OTHER: x=1"},
+        {"type EMPTY", "EMPTY: "},
+        {"show null", s_none},
+        {"show STATE speed=3.5 channels=7:9 name='abc'", s_filled},
+    };
+    QCOMPARE(differences(rows,
+                         [&](const QString& command) {
+                             f.perform(form, command);
+                             return shown(*form);
+                         }),
+             QString());
+    QVERIFY(manager->isNeeded(f.type("STATE")));
     QCOMPARE(alive(), text("1 forms, 4 labels"));
-    form.setMessageInfo(&f.empty);
-    QCOMPARE(shown(form), text("EMPTY: "));
-    form.displayMessage(nullptr);
-    QCOMPARE(shown(form), text("No message type set"));
-    QVERIFY(!form.getMessageInfo());
-    form.clearValues();
-    QCOMPARE(alive(), text("1 forms, 0 labels"));
+    delete parent;
+    QVERIFY(manager->getNeededMessageInfos().isEmpty());
 }
 
 void tst_MessageWidget::rebuildsEvenForTheSameType()
 {
     const Fixture f;
-    MessageWidget form(nullptr, &f.other);
-    form.processMessage(f.otherMessage);
+    MessageWidget form(nullptr, f.type("OTHER"));
+    f.perform(&form, "OTHER x=1");
     const QPointer<FieldValueLabel> label = form.findChild<FieldValueLabel*>();
-    form.displayMessage(f.otherMessage); // of the type shown: no rebuild
+    f.perform(&form, "show OTHER x=1"); // of the type shown: no rebuild
     QVERIFY(label);
-    form.setMessageInfo(&f.other);
+    f.perform(&form, "type OTHER");
     QVERIFY(!label);
     QCOMPARE(shown(form), text("OTHER: x=N/A"));
     QCOMPARE(int(form.findChildren<QWidget*>().size()), 2);
-    form.processMessage(f.otherMessage);
-    QCOMPARE(shown(form), text("OTHER: x=1"));
 }
 
 void tst_MessageWidget::rebuildRemovesEveryDescendantOnce()
 {
     const Fixture f;
-    MessageWidget form(nullptr, &f.other);
+    MessageWidget form(nullptr, f.type("OTHER"));
     // Two levels of an application's own widgets, with a value label of its own and another form deep inside.
     QPointer<QWidget> frame = new QWidget(&form);
     QPointer<QWidget> edit = new QLineEdit(frame);
-    (new FieldValueLabel(f.speed, nullptr, true, -1))->setParent(frame);
-    QPointer<QWidget> inner = new MessageWidget(frame, &f.info);
+    (new FieldValueLabel(f.field("speed"), nullptr, true, -1))->setParent(frame);
+    QPointer<QWidget> inner = new MessageWidget(frame, f.type("STATE"));
     QPointer<QObject> kept = new QObject(&form);
     QCOMPARE(alive(), text("2 forms, 6 labels"));
-    form.setMessageInfo(&f.empty);
+    form.setMessageInfo(f.type("EMPTY"));
     QVERIFY(!frame && !edit && !inner && kept);
     QCOMPARE(int(form.findChildren<QWidget*>().size()), 0);
     QCOMPARE(alive(), text("1 forms, 0 labels"));
@@ -147,51 +137,37 @@ void tst_MessageWidget::emptyFormLeavesForeignWidgetsAlone()
     MessageWidget form(nullptr, nullptr);
     const QPointer<QWidget> foreign = new QWidget(&form);
     form.setMessageInfo(nullptr);
-    form.setMessageInfo(&f.other);
+    form.setMessageInfo(f.type("OTHER"));
     QVERIFY(foreign);
     form.setMessageInfo(nullptr);
     QVERIFY(!foreign);
 }
 
-typedef std::function<void(MessageWidget*, const Fixture&)> Reaction;
-Q_DECLARE_METATYPE(Reaction)
-
-void tst_MessageWidget::listenersFindAWholeForm_data()
-{
-    QTest::addColumn<Reaction>("reaction");
-    QTest::addColumn<QString>("afterGoing");
-    QTest::addColumn<QString>("afterComing");
-    const QString none = text("No message type set");
-    const QString cleared = text("STATE: speed=N/A, channels=N/A, name=N/A, hidden=N/A");
-    const QString filled = text("STATE: speed=3.5 m/s, channels=7 [...], name=abc, hidden=N/A");
-    const auto addRow = [](const char* name, const Reaction& reaction, const QString& going, const QString& coming) {
-        QTest::newRow(name) << reaction << going << coming;
-    };
-    addRow(
-        "clear", [](MessageWidget* form, const Fixture&) { form->clearValues(); }, text("OTHER: x=N/A"), cleared);
-    addRow(
-        "deliver", [](MessageWidget* form, const Fixture& f) { form->processMessage(f.message); }, text("OTHER: x=N/A"),
-        filled);
-    addRow(
-        "display", [](MessageWidget* form, const Fixture& f) { form->displayMessage(f.message); }, filled, filled);
-    addRow(
-        "other type", [](MessageWidget* form, const Fixture& f) { form->displayMessage(f.otherMessage); },
-        text("OTHER: x=1"), text("OTHER: x=1"));
-    addRow(
-        "no type", [](MessageWidget* form, const Fixture&) { form->setMessageInfo(nullptr); }, none, none);
-}
-
 void tst_MessageWidget::listenersFindAWholeForm()
 {
-    QFETCH(Reaction, reaction);
     const Fixture f;
-    MessageWidget form(nullptr, &f.info);
-    const Answer answer([&] { reaction(&form, f); });
-    form.setMessageInfo(&f.other);
-    QTEST(shown(form), "afterGoing");
-    form.setMessageInfo(&f.empty);
-    form.setMessageInfo(&f.info);
-    QTEST(shown(form), "afterComing");
+    // What a form shows when others answer the going and coming of its needs with this.
+    const auto answered = [&](const QString& reaction) {
+        MessageWidget form(nullptr, f.type("STATE"));
+        const Answer answer([&] { f.perform(&form, reaction); });
+        f.perform(&form, "type OTHER");
+        const QString going = shown(form);
+        f.perform(&form, "type EMPTY");
+        f.perform(&form, "type STATE");
+        return going + "; " + shown(form);
+    };
+    const QByteArray filled(s_filled);
+    const QByteArray whenCleared = QByteArray("OTHER: x=N/A; ") + s_cleared;
+    const QByteArray whenFilled = "OTHER: x=N/A; " + filled;
+    const QByteArray whenShown = filled + "; " + filled;
+    const TextRow rows[] = {
+        {"clear", whenCleared},
+        {"STATE speed=3.5 channels=7:9 name='abc'", whenFilled},
+        {"show STATE speed=3.5 channels=7:9 name='abc'", whenShown},
+        {"show OTHER x=1", "OTHER: x=1; OTHER: x=1"},
+        {"type", "No message type set; No message type set"},
+    };
+    QCOMPARE(differences(rows, answered), QString());
 }
 
 QTEST_MAIN(tst_MessageWidget)
