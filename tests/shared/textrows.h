@@ -2,6 +2,7 @@
 #define TEXTROWS_H
 
 #include <QStringList>
+#include <QtTest>
 
 #include <cstddef>
 
@@ -17,10 +18,9 @@ struct TextRow
     const char* expected;
 };
 
-/** A line for each row of which @p function, from a QString to a QString, makes something else; empty when all is well.
- */
+/** Checks that @p function, from a QString to a QString, makes of each row what is expected. */
 template <std::size_t Count, typename Function>
-QString differences(const TextRow (&rows)[Count], Function function)
+void checkRows(const TextRow (&rows)[Count], Function function)
 {
     QStringList lines;
     for (std::size_t i = 0; i < Count; ++i) {
@@ -29,7 +29,7 @@ QString differences(const TextRow (&rows)[Count], Function function)
             lines << QString::fromLatin1("\"%1\" became \"%2\", not \"%3\"")
                          .arg(text(rows[i].given), actual, text(rows[i].expected));
     }
-    return lines.join(QLatin1String("\n"));
+    QVERIFY2(lines.isEmpty(), qPrintable(lines.join(QLatin1String("\n"))));
 }
 
 #endif

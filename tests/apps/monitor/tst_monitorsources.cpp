@@ -366,12 +366,11 @@ void tst_monitorsources::timesAreReadAsTheyAreTyped()
         {"nan:1", ""},
         {"2015-13-05 00:00:00", ""},
     };
-    const QString wrong = differences(rows, [](const QString& typed) {
+    checkRows(rows, [](const QString& typed) {
         qint64 result = 0;
         return PlaybackTime::parse(typed, Q_INT64_C(1436053800500000), &result) ? PlaybackTime::clockText(result)
                                                                                 : QString();
     });
-    QCOMPARE(wrong, QString());
 }
 
 QTEST_MAIN(tst_monitorsources)

@@ -104,7 +104,7 @@ void tst_Recognizer::streamsAreRecognised()
         {"noise, delimited", "none"},
         {"nothing", "none"},
     };
-    QCOMPARE(differences(rows, [this](const QString& given) { return recognize(given); }), QString());
+    checkRows(rows, [this](const QString& given) { return recognize(given); });
 }
 
 /** "ADDRESS WORD WORD, WORD": states and messages of a source that brings these pieces and then nothing, or its end. */
@@ -170,7 +170,7 @@ void tst_Recognizer::sourcesFindOutWhatComes()
          "opening|running|finished|raw|0+0 not recognised: it begins with 78 78 78 78 78 78 78 78 78 78 78 78 78 78 78 "
          "78|0+65536 65536 bytes skipped|65536 HEARTBEAT 1:1 #1|65557 HEARTBEAT 1:1 #2"},
     };
-    QCOMPARE(differences(rows, [this](const QString& given) { return receive(given); }), QString());
+    checkRows(rows, [this](const QString& given) { return receive(given); });
 }
 
 QTEST_GUILESS_MAIN(tst_Recognizer)

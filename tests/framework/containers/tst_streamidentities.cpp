@@ -51,31 +51,29 @@ private Q_SLOTS:
             // Unknown ones, of which one is known later.
             {"7? 1p, 8? 1p, 7? 2q | 7A 1p, 8? 1p", "0.0 1.0 2.1 0.0 1.0: A p, id 8 p, id 7 q"},
         };
-        QCOMPARE(differences(rows,
-                             [](const QString& script) {
-                                 StreamIdentities identities;
-                                 QStringList told;
-                                 Names decoder;
-                                 for (const QString& connection : script.split(text(" | "))) {
-                                     identities.setDecoder(&decoder);
-                                     for (const QString& token : connection.split(text(", "))) {
-                                         ReceivedMessage message;
-                                         message.id = quint32(token.at(0).digitValue());
-                                         message.info = typeOf(token.at(1));
-                                         message.sender = quint32(token.at(3).digitValue());
-                                         decoder.senders[message.sender] = token.mid(4);
-                                         const int row = identities.rowOf(message);
-                                         told += text("%1.%2").arg(row).arg(identities.getRows().at(row).sender);
-                                         if (identities.getRows().at(row).info != message.info)
-                                             told += text("another type");
-                                     }
-                                 }
-                                 QStringList names;
-                                 for (const StreamIdentities::Row& row : identities.getRows())
-                                     names += row.typeName + QLatin1Char(' ') + identities.getSenderName(row.sender);
-                                 return told.join(QLatin1Char(' ')) + text(": ") + names.join(text(", "));
-                             }),
-                 QString());
+        checkRows(rows, [](const QString& script) {
+            StreamIdentities identities;
+            QStringList told;
+            Names decoder;
+            for (const QString& connection : script.split(text(" | "))) {
+                identities.setDecoder(&decoder);
+                for (const QString& token : connection.split(text(", "))) {
+                    ReceivedMessage message;
+                    message.id = quint32(token.at(0).digitValue());
+                    message.info = typeOf(token.at(1));
+                    message.sender = quint32(token.at(3).digitValue());
+                    decoder.senders[message.sender] = token.mid(4);
+                    const int row = identities.rowOf(message);
+                    told += text("%1.%2").arg(row).arg(identities.getRows().at(row).sender);
+                    if (identities.getRows().at(row).info != message.info)
+                        told += text("another type");
+                }
+            }
+            QStringList names;
+            for (const StreamIdentities::Row& row : identities.getRows())
+                names += row.typeName + QLatin1Char(' ') + identities.getSenderName(row.sender);
+            return told.join(QLatin1Char(' ')) + text(": ") + names.join(text(", "));
+        });
     }
 };
 

@@ -175,7 +175,7 @@ private Q_SLOTS:
                                 {"-1; x + scaled", "absent"},
                                 {"65535; x + scaled", "absent"},
                                 {"65534; x + scaled", "658.34"}};
-        QCOMPARE(differences(rows, valueOfExpression), QString());
+        checkRows(rows, valueOfExpression);
 
         Fixture f;
         QCOMPARE(f.applyVirtual(text("'name': 'v', 'expression': 'x'")), QString());
@@ -200,20 +200,20 @@ private Q_SLOTS:
             {"{'messages': {'MSG': {},\n'M\\u0053G': {}}}", "a.json:2: the key 'MSG' is there twice"},
             {"{'messages': {'MSG': {\n'virtual': {}}}}", "a.json:2: MSG: 'virtual' is not an array"},
             {"{'messages': {'MSG': {'virtual': [\n\n5]}}}", "a.json:3: MSG: a virtual field is not an object"}};
-        QCOMPARE(differences(documents, errorsOf), QString());
+        checkRows(documents, errorsOf);
         const TextRow fields[] = {
             {"\n'y': {}", "a.json:2: MSG.y: unknown field"},
             {"'x': {\n'rule': 1}", "a.json:2: MSG.x: unknown key 'rule'"},
             {"'x': {\n'role': 2}", "a.json:2: MSG.x: 'role' is not a text"},
             {"'x': {\n'confidential': 1}", "a.json:2: MSG.x: 'confidential' is neither true nor false"}};
-        QCOMPARE(differences(fields, errorsOfField), QString());
+        checkRows(fields, errorsOfField);
         const TextRow virtualFields[] = {
             {"'expression': 'x'", "a.json:1: MSG: a virtual field without a name"},
             {"'name': 'v'", "a.json:1: MSG.v: a virtual field without an expression"},
             {"\n'name': 'x', 'expression': '1'", "a.json:2: MSG.x: there already is a field of that name"},
             {"'name': 'v', 'expression': 'x',\n'decimals': 18",
              "a.json:2: MSG.v: 'decimals' is not a number from 0 to 17"}};
-        QCOMPARE(differences(virtualFields, errorsOfVirtual), QString());
+        checkRows(virtualFields, errorsOfVirtual);
         const TextRow expressions[] = {
             {"x + y", "the expression names 'y', which is no field"},
             {"v + 1", "the expression names 'v', which is no field"},
@@ -222,7 +222,7 @@ private Q_SLOTS:
             {"array", "the expression names 'array', which has several values: name one as in 'array_0'"},
             {"x = 3", "'=' in the expression: a comparison is written '=='"},
             {"x, 3", "the expression has several results"}};
-        QCOMPARE(differences(expressions, errorsOfExpression), QString());
+        checkRows(expressions, errorsOfExpression);
     }
 
     void whatIsRightIsApplied()

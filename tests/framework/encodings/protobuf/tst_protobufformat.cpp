@@ -46,16 +46,12 @@ void tst_ProtobufFormat::describesFields()
         {"kinds3.All secret", "secret | string | 8 | confidential |  |"},
         {"kinds3.All speed", "speed | double | 5 | secondary | m/s |"},
     };
-    QCOMPARE(differences(rows,
-                         [this](const QString& given) {
-                             QString error;
-                             const MessageInfo* const info =
-                                 m_format.findType(given.section(QLatin1Char(' '), 0, 0), &error);
-                             const FieldInfo* const field =
-                                 info ? info->getFieldInfo(given.section(QLatin1Char(' '), 1)) : nullptr;
-                             return field ? rowText(field).trimmed() : text("no such field");
-                         }),
-             QString());
+    checkRows(rows, [this](const QString& given) {
+        QString error;
+        const MessageInfo* const info = m_format.findType(given.section(QLatin1Char(' '), 0, 0), &error);
+        const FieldInfo* const field = info ? info->getFieldInfo(given.section(QLatin1Char(' '), 1)) : nullptr;
+        return field ? rowText(field).trimmed() : text("no such field");
+    });
 }
 
 void tst_ProtobufFormat::describesTypes()
@@ -158,14 +154,12 @@ void tst_ProtobufFormat::showsValues()
          "-1.5 s, -0.000000001 s, 315576000000.999999999 s"},
         {"kinds3.All laps { seconds: 1 } laps { seconds: -2 } > laps/seconds", "1 s, -2 s"},
     };
-    QCOMPARE(differences(rows,
-                         [this](const QString& given) {
-                             const QString type = given.section(QLatin1Char(' '), 0, 0);
-                             const QString fields = given.section(text(" > "), 0, 0).mid(type.size());
-                             const MessageReference decoded = m_format.message(type, encode(type, fields.toUtf8()));
-                             return shown(decoded.get(), given.section(text(" > "), 1));
-                         }),
-             QString());
+    checkRows(rows, [this](const QString& given) {
+        const QString type = given.section(QLatin1Char(' '), 0, 0);
+        const QString fields = given.section(text(" > "), 0, 0).mid(type.size());
+        const MessageReference decoded = m_format.message(type, encode(type, fields.toUtf8()));
+        return shown(decoded.get(), given.section(text(" > "), 1));
+    });
 }
 
 QTEST_GUILESS_MAIN(tst_ProtobufFormat)

@@ -57,18 +57,15 @@ void tst_ProtobufMessage::saysWhatIsWrong()
          "child.numbers at byte 16: a number breaks off; the rest of the field is not decoded, "
          "child.unpacked at byte 23: a number breaks off; the rest of the field is not decoded"},
     };
-    QCOMPARE(differences(rows,
-                         [this](const QString& given) {
-                             const QString type = given.section(QLatin1Char(' '), 0, 0);
-                             const QString hex = given.section(text(" > "), 0, 0).mid(type.size());
-                             const MessageReference decoded =
-                                 m_format.message(type, QByteArray::fromHex(hex.toLatin1()));
-                             QStringList texts;
-                             for (const QString& path : given.section(text(" > "), 1).split(text("; ")))
-                                 texts.append(shown(decoded.get(), path));
-                             return texts.join(text("; "));
-                         }),
-             QString());
+    checkRows(rows, [this](const QString& given) {
+        const QString type = given.section(QLatin1Char(' '), 0, 0);
+        const QString hex = given.section(text(" > "), 0, 0).mid(type.size());
+        const MessageReference decoded = m_format.message(type, QByteArray::fromHex(hex.toLatin1()));
+        QStringList texts;
+        for (const QString& path : given.section(text(" > "), 1).split(text("; ")))
+            texts.append(shown(decoded.get(), path));
+        return texts.join(text("; "));
+    });
 }
 
 void tst_ProtobufMessage::refusesTooDeepMessages()
