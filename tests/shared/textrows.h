@@ -18,9 +18,10 @@ struct TextRow
     const char* expected;
 };
 
-/** Checks that @p function, from a QString to a QString, makes of each row what is expected. */
+/** A line for each row of which @p function, from a QString to a QString, makes something else; empty when all is well.
+ */
 template <std::size_t Count, typename Function>
-void checkRows(const TextRow (&rows)[Count], Function function)
+QString differences(const TextRow (&rows)[Count], Function function)
 {
     QStringList lines;
     for (std::size_t i = 0; i < Count; ++i) {
@@ -29,7 +30,15 @@ void checkRows(const TextRow (&rows)[Count], Function function)
             lines << QString::fromLatin1("\"%1\" became \"%2\", not \"%3\"")
                          .arg(text(rows[i].given), actual, text(rows[i].expected));
     }
-    QVERIFY2(lines.isEmpty(), qPrintable(lines.join(QLatin1String("\n"))));
+    return lines.join(QLatin1String("\n"));
+}
+
+/** Checks that there are none, and shows all. */
+template <std::size_t Count, typename Function>
+void checkRows(const TextRow (&rows)[Count], Function function)
+{
+    const QString wrong = differences(rows, function);
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
 }
 
 #endif
