@@ -153,10 +153,10 @@ void tst_monitorsamples::filtersShowWhatTheyAreAskedFor()
 
     // Whom a message is for is not what it says.
     QAction* const primary = window.findAction("Primary Fields Only");
-    const QTreeWidgetItem* const target = window.findRow("PARAM_SET", "target_system");
-    QVERIFY(!target->isHidden());
+    QVERIFY(!window.findRow("REQUEST_DATA_STREAM", "target_system")->isHidden());
     primary->trigger();
-    QVERIFY(!window.findRow("PARAM_SET", "target_system") && window.findRow("PARAM_SET", "param_id"));
+    QVERIFY(!window.findRow("REQUEST_DATA_STREAM", "target_system"));
+    QVERIFY(window.findRow("REQUEST_DATA_STREAM", "req_stream_id"));
     QCOMPARE(shown().count(','), all.count(','));
     primary->trigger();
     QCOMPARE(shown(), all);
