@@ -36,6 +36,8 @@ struct TreeDesk : Desk
         speed->setDescription("Speed over <ground>");
         speed->setRangeText("0 to 80");
         mode->setEnumerators({FieldInfo::Enumerator(1, "IDLE", "waits"), FieldInfo::Enumerator(2, "FLYING")}, false);
+        speed->setInvalidValue(FieldValue::fromDouble(-1));
+        x->setUnit("m");
         point->addField(x);
         place = new TestFieldInfo("place", TestFieldInfo::Repeated, FieldType(point));
         nav->setShortDescriptiveText("Where it is");

@@ -196,7 +196,7 @@ void tst_monitorpanels::watchesLookIntoSubMessages()
     };
     desk.send(desk.createNav(1));
     desk.send((new TestMessage(own))->set(ownX, 3.5));
-    QCOMPARE(texts(), QString("2.5 | 1.5, 2.5 | 3.5"));
+    QCOMPARE(texts(), QString("2.5 m | 1.5 m, 2.5 m | 3.5"));
     desk.send(new TestMessage(desk.nav));
     QCOMPARE(texts(), QString("N/A | N/A | 3.5"));
 }

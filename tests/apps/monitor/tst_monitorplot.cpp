@@ -1,15 +1,7 @@
-#include "messageinfo.h"
-#include "plotpanel.h"
-#include "plotseries.h"
-#include "plotview.h"
 #include "testbase.h"
-#include "treedesk.h"
-#include "treerow.h"
+#include "toldtree.h"
 
 #include <QMimeData>
-#include <QTreeWidget>
-
-#include <cmath>
 
 /** The plot of fields over time. */
 class tst_monitorplot : public TestBase
@@ -17,56 +9,69 @@ class tst_monitorplot : public TestBase
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyMessageIsAPointAndGapsStayOpen();
+    void showsWhatComes();
     void memoryIsBoundedAndExtremesStay();
-    void unitsHaveAxesAndTheLegendTellsValues();
-    void sendersAreToldApart();
-    void pauseKeepsThePictureAndTheData();
     void rowsAreDroppedAndSavedAsValues();
 };
 
-static FieldPath pathOf(const MessageInfo* info, const FieldInfo* field)
+void tst_monitorplot::showsWhatComes()
 {
-    FieldPath path(info);
-    path.append(field);
-    return path;
-}
+    static const TextRow rows[] = {
+        // Every message is a point. Ten a second; then half a second is missing, then a value is not available.
+        // Messages that overtook each other stand in the order of their times.
+        {"plot NAV_STATE/ground_speed; nav 0; wait 100; nav 1; wait 100; nav 2; wait 100; nav 3; wait 600; nav 4; "
+         "wait 100; nav -1; wait 100; nav 6; points; wait -50; nav 5; points",
+         "0 1 2 3 - 4 - 6; 0 1 2 3 - 4 - 5 6"},
+        // A slower rate is no row of gaps, and a recording that is played again begins anew.
+        {"plot NAV_STATE/ground_speed; nav 0; wait 100; nav 1; wait 100; nav 2; wait 1000; nav 3; wait 1000; nav 4; "
+         "wait 1000; nav 5; wait 1000; nav 6; wait 1000; nav 7; points; wait -5000; nav 8; points",
+         "0 1 2 - 3 - 4 - 5 6 7; 8"},
 
-// The values in order, with a dash for a point without one.
-static QString textOf(const PlotSeries& series)
-{
-    QStringList values;
-    for (auto point = series.getPoints()->constBegin(); point != series.getPoints()->constEnd(); ++point)
-        values << (std::isnan(point->value) ? QString("-") : QString::number(point->value));
-    return values.join(' ');
-}
+        // Units have axes, and the legend tells values. What is there is not drawn twice.
+        {"nav 8; plot NAV_STATE/ground_speed; plot NAV_STATE/place/place [0]/x; plot NAV_STATE/mode; "
+         "plot NAV_STATE/ground_speed; wait 100; nav 9; legend; axes; span",
+         "NAV_STATE.ground_speed 9 m/s, NAV_STATE.place[0].x 1.5 m, NAV_STATE.mode FLYING (2); [m/s]1 [m]1 []1; "
+         "-49.9 to 10.1"},
+        // A narrow plot has room for few axes; what is chosen always has one.
+        {"nav 8; plot NAV_STATE/ground_speed; plot NAV_STATE/place/place [0]/x; plot NAV_STATE/mode; nav 9; width 170; "
+         "axes; choose 1; axes",
+         "[m/s]1 [m]-1 []-1; [m/s]1 [m]1 []-1"},
+        // An axis goes with its last series; the others keep theirs.
+        {"nav 8; plot NAV_STATE/ground_speed; plot NAV_STATE/place/place [0]/x; plot NAV_STATE/mode; remove 0; axes; "
+         "empty; axes; plot NAV_STATE/place/place [0]/x; axes",
+         "[m]1 []1; ; [m]1"},
 
-void tst_monitorplot::everyMessageIsAPointAndGapsStayOpen()
-{
-    TreeDesk desk;
-    desk.speed->setInvalidValue(FieldValue::fromDouble(-1));
-    desk.plot.addField(pathOf(desk.nav, desk.speed));
-    // Ten a second; then half a second is missing, then a value is not available.
-    const qint64 times[] = {1000, 1100, 1200, 1300, 1900, 2000, 2100};
-    for (int i = 0; i < 7; ++i)
-        desk.send(desk.createNav(i == 5 ? -1 : i), times[i]);
-    const PlotSeries& series = *desk.plot.getSeries().front();
-    QCOMPARE(textOf(series), QString("0 1 2 3 - 4 - 6"));
-    // Messages that overtook each other stand in the order of their times, and a slower rate is no row of gaps.
-    desk.send(desk.createNav(5), 2050);
-    QCOMPARE(textOf(series), QString("0 1 2 3 - 4 - 5 6"));
-    for (int i = 1; i <= 6; ++i)
-        desk.send(desk.createNav(10 + i), 2100 + i * 1000);
-    QVERIFY(textOf(series).endsWith("14 15 16"));
-    // A recording that is played again begins anew.
-    desk.send(desk.createNav(7), 1000);
-    QCOMPARE(textOf(series), QString("7"));
+        // Senders are told apart. Of two, one can go, and comes back when the field is asked for.
+        {"plot NAV_STATE/ground_speed; sender 1:1; nav 0; sender 2:1; nav 1; sender 1:1; nav 2; sender 2:1; nav 3; "
+         "points; legend; remove 1; nav 4; legend; plot NAV_STATE/ground_speed; nav 5; legend",
+         "0 2, 1 3; NAV_STATE.ground_speed (1:1) 2 m/s, NAV_STATE.ground_speed (2:1) 3 m/s; "
+         "NAV_STATE.ground_speed 2 m/s; NAV_STATE.ground_speed (1:1) 2 m/s, NAV_STATE.ground_speed (2:1) 5 m/s"},
+
+        // A pause keeps the picture, and the data come all the same. Whoever takes hold of the picture wants it to
+        // stay.
+        {"plot NAV_STATE/ground_speed; nav 1; span; grab; wait 10000; nav 2; span; points; zoom 0.5; span; follow; "
+         "span; "
+         "pause; wait 10000; nav 3; span; resume; span",
+         "-50 to 10; -50 to 10; 1 2; -35 to -5; -40 to 20; -40 to 20; -30 to 30"},
+    };
+    checkTold(rows);
+
+    ToldTree desk;
+    QVERIFY(!desk.view.isVisible()); // but what to do next
+    desk.tell("nav 1; plot NAV_STATE/ground_speed");
+    QVERIFY(desk.view.isVisible() && desk.getTap()->wants(desk.nav));
+    desk.tell("nav 9; legend");
+    QVERIFY(desk.view.findAxis("m/s")->range().contains(9) && desk.view.findAxis("m/s")->range().upper < 20);
+    desk.tell("empty");
+    QVERIFY(!desk.view.isVisible() && !desk.getTap()->wants(desk.nav));
 }
 
 void tst_monitorplot::memoryIsBoundedAndExtremesStay()
 {
     TreeDesk desk;
-    PlotSeries series(pathOf(desk.nav, desk.speed));
+    FieldPath path(desk.nav);
+    path.append(desk.speed);
+    PlotSeries series(path);
     const MessageReference message = MessageReference::adopt(desk.createNav(0));
     TestMessage* const values = static_cast<TestMessage*>(const_cast<Message*>(message.get()));
     for (int i = 0; i < 3 * PlotSeries::MostPoints; ++i) {
@@ -82,119 +87,6 @@ void tst_monitorplot::memoryIsBoundedAndExtremesStay()
     // What is too old goes.
     series.add(values, 1000 + 3 * 200 + PlotSeries::LongestTime - 1);
     QVERIFY(series.getPoints()->constBegin()->key >= 1500);
-}
-
-void tst_monitorplot::unitsHaveAxesAndTheLegendTellsValues()
-{
-    TreeDesk desk;
-    TestFieldInfo* const height = new TestFieldInfo("height");
-    height->setUnit("m");
-    desk.nav->addField(height);
-    PlotPanel* const plot = &desk.plot;
-    plot->resize(1400, 300); // room for all axes, whatever the font
-    plot->show();
-    PlotView* const view = plot->getView();
-    QVERIFY(!view->isVisible()); // but what to do next
-    for (const FieldInfo* field : {static_cast<const FieldInfo*>(desk.speed), static_cast<const FieldInfo*>(height)})
-        plot->addField(pathOf(desk.nav, field));
-    plot->addField(pathOf(desk.nav, desk.mode));
-    plot->addField(pathOf(desk.nav, desk.speed)); // is there
-    QCOMPARE(int(plot->getSeries().size()), 3);
-    for (int i = 0; i < 10; ++i)
-        desk.send(desk.createNav(i)->set(height, 100.0 * i), 10000 + 100 * i);
-    plot->refresh();
-    QCOMPARE(plot->getLegend()->topLevelItem(0)->text(0), QString("NAV_STATE.ground_speed"));
-    QCOMPARE(plot->getLegend()->topLevelItem(0)->text(1), QString("9 m/s"));
-    QCOMPARE(plot->getLegend()->topLevelItem(2)->text(1), QString("FLYING (2)"));
-    QCOMPARE(view->xAxis->range().upper, 10.9);
-    QCOMPARE(view->findAxis("m/s")->label(), QString("m/s"));
-    QVERIFY(view->findAxis("m/s")->range().contains(9) && view->findAxis("m/s")->range().upper < 20);
-    QVERIFY(view->findAxis("m")->range().contains(900));
-    QVERIFY(view->findAxis("m") != view->findAxis("m/s") && view->findAxis("m") != view->findAxis(""));
-
-    // A narrow plot has room for few axes; what is chosen always has one.
-    const auto axes = [view]() {
-        QString shown;
-        for (const char* unit : {"m/s", "m", ""})
-            shown += view->findAxis(unit)->visible() ? '#' : '-';
-        return shown;
-    };
-    QCOMPARE(axes(), QString("###"));
-    view->setFixedWidth(170);
-    QCOMPARE(axes(), QString("#--"));
-    plot->getLegend()->setCurrentItem(plot->getLegend()->topLevelItem(1));
-    QCOMPARE(axes(), QString("##-"));
-    view->setMaximumWidth(QWIDGETSIZE_MAX);
-
-    // The axis goes with its last series; the others keep theirs.
-    plot->getLegend()->setCurrentItem(plot->getLegend()->topLevelItem(0));
-    plot->removeCurrent();
-    QVERIFY(!view->findAxis("m/s"));
-    QCOMPARE(view->findAxis("m")->graphs().size(), 1);
-    QCOMPARE(view->findAxis("")->graphs().size(), 1);
-    plot->removeAll();
-    QVERIFY(!view->isVisible() && !desk.getTap()->wants(desk.nav));
-    plot->addField(pathOf(desk.nav, height));
-    QCOMPARE(view->findAxis("m")->graphs().size(), 1);
-}
-
-void tst_monitorplot::sendersAreToldApart()
-{
-    TreeDesk desk;
-    PlotPanel* const plot = &desk.plot;
-    plot->addField(pathOf(desk.nav, desk.speed));
-    for (int i = 0; i < 4; ++i) {
-        TestMessage* const message = desk.createNav(i);
-        message->setSender(i % 2 ? "2:1" : "1:1");
-        desk.send(message, 1000 + i);
-    }
-    QCOMPARE(int(plot->getSeries().size()), 2);
-    QCOMPARE(textOf(*plot->getSeries()[0]), QString("0 2"));
-    QCOMPARE(textOf(*plot->getSeries()[1]), QString("1 3"));
-    QCOMPARE(plot->getLegend()->topLevelItem(1)->text(0), QString("NAV_STATE.ground_speed (2:1)"));
-    // Of two, one can go, and comes back when the field is asked for.
-    const auto sendSecond = [&]() {
-        TestMessage* const message = desk.createNav(5);
-        message->setSender("2:1");
-        desk.send(message, 1005);
-        return int(plot->getSeries().size());
-    };
-    plot->getLegend()->setCurrentItem(plot->getLegend()->topLevelItem(1));
-    plot->removeCurrent();
-    QCOMPARE(sendSecond(), 1);
-    plot->addField(pathOf(desk.nav, desk.speed));
-    QCOMPARE(sendSecond(), 2);
-}
-
-void tst_monitorplot::pauseKeepsThePictureAndTheData()
-{
-    TreeDesk desk;
-    PlotPanel* const plot = &desk.plot;
-    plot->resize(700, 300);
-    plot->show();
-    plot->addField(pathOf(desk.nav, desk.speed));
-    desk.send(desk.createNav(1), 10000);
-    plot->refresh();
-    const QCPRange range = plot->getView()->xAxis->range();
-    QTest::mouseClick(plot->getView(), Qt::LeftButton);
-    QVERIFY(plot->isPaused()); // whoever takes hold of the picture wants it to stay
-    desk.send(desk.createNav(2), 20000);
-    plot->refresh();
-    QCOMPARE(plot->getView()->xAxis->range(), range);
-    QCOMPARE(plot->getSeries().front()->getMessageCount(), quint64(2));
-    plot->getView()->zoom(0.5);
-    QCOMPARE(plot->getView()->getSpan(), range.size() / 2);
-    plot->setPaused(false);
-    plot->refresh();
-    QCOMPARE(plot->getView()->xAxis->range().upper, 20.0);
-    // A pause of all views holds it too.
-    desk.getLatest()->setSuspended(true);
-    desk.send(desk.createNav(3), 30000);
-    plot->refresh();
-    QCOMPARE(plot->getView()->xAxis->range().upper, 20.0);
-    desk.getLatest()->setSuspended(false);
-    plot->refresh();
-    QCOMPARE(plot->getView()->xAxis->range().upper, 30.0);
 }
 
 void tst_monitorplot::rowsAreDroppedAndSavedAsValues()
@@ -218,7 +110,7 @@ void tst_monitorplot::rowsAreDroppedAndSavedAsValues()
     QCOMPARE(int(plot->getSeries().size()), 2);
     desk.send(desk.createNav(0.1), 1500);
     desk.send(desk.createNav(std::nan("")), 1600);
-    QCOMPARE(plot->toCsv(), QByteArray("time,NAV_STATE.place[1].x,NAV_STATE.ground_speed [m/s]\r\n"
+    QCOMPARE(plot->toCsv(), QByteArray("time,NAV_STATE.place[1].x [m],NAV_STATE.ground_speed [m/s]\r\n"
                                        "1970-01-01T00:00:01.500000Z,2.5,0.10000000000000001\r\n"
                                        "1970-01-01T00:00:01.600000Z,2.5,\r\n"));
 }

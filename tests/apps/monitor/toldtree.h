@@ -1,0 +1,214 @@
+#ifndef TOLDTREE_H
+#define TOLDTREE_H
+
+#include "changehighlighter.h"
+#include "findbar.h"
+#include "pinnedtypes.h"
+#include "plotseries.h"
+#include "plotview.h"
+#include "silencewatch.h"
+#include "textrows.h"
+#include "treedesk.h"
+#include "treefilter.h"
+#include "treerow.h"
+#include "waitfor.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QTest>
+#include <QTextDocumentFragment>
+#include <QToolTip>
+
+#include <cmath>
+
+/** A tree and a plot that do what they are told, step by step, with a clock that is set. */
+struct ToldTree : TreeDesk
+{
+    ToldTree()
+    {
+        panel.getHighlighter()->setClock([this]() { return now; });
+        panel.getSilence()->setClock([this]() { return now; });
+        plot.resize(1400, 300); // room for all axes, whatever the font
+        plot.show();
+        panel.getWidget()->activateWindow();
+        isActive = QTest::qWaitForWindowActive(panel.getWidget());
+    }
+
+    /** What has to be told of all steps, which semicolons divide. */
+    QString tell(const QString& steps)
+    {
+        QStringList told;
+        for (const QString& step : steps.split("; ")) {
+            const QString rest = step.section(' ', 1);
+            const QString text = doStep(step.section(' ', 0, 0), rest, find(rest));
+            if (!text.isNull())
+                told.append(text);
+        }
+        return told.join("; ");
+    }
+
+    qint64 now = 10000; // milliseconds
+    bool isActive;
+    PlotView& view = *plot.getView();
+
+private:
+    // The rest of a step is a number, a text or the way to a row.
+    QString doStep(const QString& verb, const QString& rest, QTreeWidgetItem* row)
+    {
+        FindBar* const bar = panel.getFindBar();
+        // Messages, and time that goes by.
+        if (verb == "nav") // with a speed, and perhaps a mode
+            sendNav(rest.section(' ', 0, 0).toDouble(), rest.contains(' ') ? rest.section(' ', 1).toUInt() : 2);
+        else if (verb == "cells")
+            sendCells(rest.toInt());
+        else if (verb == "wait")
+            now += rest.toInt();
+        else if (verb == "sender")
+            m_sender = rest;
+        else if (verb == "pause" || verb == "resume")
+            getLatest()->setSuspended(verb == "pause");
+        else if (verb == "forget")
+            Q_EMIT getLatest()->forgotten(nav);
+        // What somebody does.
+        else if (verb == "find")
+            bar->find(rest);
+        else if (verb == "close")
+            bar->close();
+        else if (verb == "escape")
+            QTest::keyClick(bar->getEdit(), Qt::Key_Escape);
+        else if (verb == "next" || verb == "previous")
+            return verb == "next" ? bar->findNext() : bar->findPrevious(), nameOf(tree.currentItem());
+        else if (verb == "collapse")
+            tree.collapseAll();
+        else if (verb == "expand")
+            row->setExpanded(true);
+        else if (verb == "pin" || verb == "unpin")
+            panel.getPins()->setPinned(nav, verb == "pin");
+        else if (verb == "secondary")
+            tree.setHideSecondaryFields(false), tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
+        else if (verb == "plain" || verb == "highlight")
+            setHighlight(verb == "highlight");
+        else if (verb == "plot")
+            plot.addField(TreeRow(row).getPath());
+        else if (verb == "choose" || verb == "remove")
+            choose(rest.toInt(), verb == "remove");
+        else if (verb == "empty")
+            plot.removeAll();
+        else if (verb == "width") // 0 for as wide as can be
+            plot.getView()->setMinimumWidth(rest.toInt()),
+                plot.getView()->setMaximumWidth(rest.toInt() ? rest.toInt() : QWIDGETSIZE_MAX);
+        else if (verb == "hold" || verb == "follow")
+            plot.setPaused(verb == "hold");
+        else if (verb == "grab")
+            QTest::mouseClick(plot.getView(), Qt::LeftButton);
+        else if (verb == "zoom")
+            plot.getView()->zoom(rest.toDouble());
+        // What there is to see.
+        else if (verb == "until")
+            return waitFor([&]() { return shown() == rest; }) ? QString() : shown();
+        else
+            return QString("") + look(verb, row);
+        return QString();
+    }
+    QString look(const QString& verb, QTreeWidgetItem* row)
+    {
+        const TreeRow treeRow(row);
+        if (verb == "shown")
+            return shown();
+        if (verb == "error")
+            return panel.getFindBar()->getFilter()->getErrorString();
+        if (verb == "matches")
+            return QString::number(panel.getFindBar()->getFilter()->getMatchCount());
+        if (verb == "what")
+            return treeRow.getPath().getExpression() + (treeRow.isNumeric() ? " # " : " ") + treeRow.getValueText();
+        if (verb == "says")
+            return row->text(1);
+        if (verb == "shade") {
+            panel.getHighlighter()->update();
+            return QString::number(row->data(1, Qt::BackgroundRole).isValid() ? row->background(1).color().alpha() : 0);
+        }
+        if (verb == "grey") {
+            panel.getSilence()->check();
+            const bool is[] = {row->data(0, Qt::ForegroundRole).isValid(), row->data(1, Qt::ForegroundRole).isValid()};
+            return is[0] == is[1] ? (is[0] ? "grey" : "black") : "grey in part";
+        }
+        if (verb == "tip")
+            return tipOf(row);
+        plot.refresh();
+        if (verb == "points" || verb == "legend")
+            return plotted(verb == "points").join(", ");
+        if (verb == "axes") // of those units, with a dash for one that there is no room for, and as many curves
+            return axes().join(' ');
+        if (verb == "span")
+            return QString("%1 to %2").arg(view.xAxis->range().lower - 3600).arg(view.xAxis->range().upper - 3600);
+        // A key that copies the row.
+        tree.setCurrentItem(row);
+        tree.setFocus();
+        const QKeySequence keys(verb);
+        QTest::keySequence(&tree, keys);
+        return QGuiApplication::clipboard()->text();
+    }
+    QString tipOf(QTreeWidgetItem* row)
+    {
+        tree.scrollToItem(row);
+        const QPoint place = tree.visualItemRect(row).center();
+        QHelpEvent help(QEvent::ToolTip, place, tree.viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(tree.viewport(), &help);
+        QString text = QToolTip::text().replace(QRegularExpression("</?b>"), "*");
+        QToolTip::hideText();
+        return QTextDocumentFragment::fromHtml(text).toPlainText().replace('\n', " / ");
+    }
+    void sendNav(double number, unsigned int state)
+    {
+        TestMessage* const message = createNav(number, state);
+        message->setSender(m_sender);
+        send(message, 3600000 + now);
+    }
+    void choose(int series, bool andRemove)
+    {
+        plot.getLegend()->setCurrentItem(plot.getLegend()->topLevelItem(series));
+        if (andRemove)
+            plot.removeCurrent();
+    }
+    // The values of each field in their order, with a dash for a point without one; or what the legend says.
+    QStringList plotted(bool points) const
+    {
+        QStringList texts;
+        for (int i = 0; i < int(plot.getSeries().size()); ++i) {
+            const QTreeWidgetItem* const row = plot.getLegend()->topLevelItem(i);
+            QStringList values;
+            for (const QCPGraphData& point : *plot.getSeries()[std::size_t(i)]->getPoints())
+                values.append(std::isnan(point.value) ? QString("-") : QString::number(point.value));
+            texts.append(points ? values.join(' ') : row->text(0) + ' ' + row->text(1));
+        }
+        return texts;
+    }
+    QStringList axes() const
+    {
+        QStringList texts;
+        for (const char* unit : {"m/s", "m", ""})
+            if (const QCPAxis* const axis = view.findAxis(unit))
+                texts.append(QString("[%1]%2%3").arg(unit, axis->visible() ? "" : "-").arg(axis->graphs().size()));
+        return texts;
+    }
+    void setHighlight(bool on)
+    {
+        Preferences preferences;
+        preferences.highlight = on;
+        setPreferences(preferences);
+    }
+    QString m_sender;
+    static QString nameOf(const QTreeWidgetItem* row) { return row->parent()->text(0) + '.' + row->text(0); }
+};
+
+template <std::size_t Count>
+void checkTold(const TextRow (&rows)[Count])
+{
+    QVERIFY(ToldTree().isActive);
+    const QString wrong = differences(rows, [](const QString& steps) { return ToldTree().tell(steps); });
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+}
+
+#endif
