@@ -152,6 +152,7 @@ void tst_monitorsources::aServerThatStartsAnewMixesNothingUp()
     FoxgloveServer server("foxglove.sdk.v1");
     LiveWindow window(server.address());
     window.getWatches()->pin("protobuf/demo.Point/n");
+    window.getWatches()->pin("protobuf/other.Point/n");
     window.getPlot()->plot("protobuf/demo.Point/n");
     QString error;
     QVERIFY2(window.session->startRecording(m_folder.filePath("restarted.mcap"), &error), qPrintable(error));
@@ -176,6 +177,7 @@ void tst_monitorsources::aServerThatStartsAnewMixesNothingUp()
     EVENTUALLY_IS(window.valueOf("demo.Point", "n"), "12");
     EVENTUALLY_IS(window.valueOf("other.Point", "n"), "32");
     EVENTUALLY_IS(window.getWatches()->getWatches().first()->getText(), "12");
+    EVENTUALLY_IS(window.getWatches()->getWatches().last()->getText(), "32");
     QStringList plotted;
     for (const auto& series : window.getPlot()->getSeries())
         plotted.append(

@@ -7,6 +7,10 @@
 #include "messageinfo.h"
 #include "pathexpression.h"
 
+#include <QSet>
+
+#include <algorithm>
+
 static const int MostNamesakes = 4;
 static const int MostValues = 20; // of a repeated sub-message; more nobody reads at a glance
 
@@ -28,6 +32,20 @@ static QVector<FieldPath> withoutParts(const QVector<FieldPath>& paths)
     return received.isEmpty() ? paths : received;
 }
 
+// Types that sources bring can come again with another schema.
+static bool areOfOneType(const QVector<FieldPath>& paths)
+{
+    const MessageInfo* const first = paths.first().getMessageInfo();
+    QSet<const MessageInfo*> infos;
+    for (const FieldPath& path : paths) {
+        const MessageInfo* const info = path.getMessageInfo();
+        if (info->getName() != first->getName() || info->getFormatInfo() != first->getFormatInfo())
+            return false;
+        infos.insert(info);
+    }
+    return infos.size() == paths.size();
+}
+
 const FieldInfo* WatchedField::follow(const PathExpression& expression)
 {
     // The ways are only looked at when there are few: an open expression has hundreds of thousands.
@@ -35,11 +53,22 @@ const FieldInfo* WatchedField::follow(const PathExpression& expression)
     QVector<FieldPath> paths;
     if (count > 0 && count <= MostNamesakes)
         paths = withoutParts(expression.getMatches());
+    m_schemas.clear();
+    if (paths.size() > 1 && areOfOneType(paths)) {
+        m_schemas = paths;
+        const auto isReceived = [this](const FieldPath& path) {
+            return !m_source->getLatest(path.getMessageInfo()).isNull();
+        };
+        // Those that came first are at the front.
+        const auto received = std::find_if(paths.rbegin(), paths.rend(), isReceived);
+        return setPath(received == paths.rend() ? paths.last() : *received);
+    }
     return setPath(paths.size() == 1 ? paths.first() : FieldPath());
 }
 
 void WatchedField::followNothing()
 {
+    m_schemas.clear();
     setPath(FieldPath());
 }
 
@@ -77,8 +106,15 @@ void WatchedField::forget(const MessageInfo* info)
 
 void WatchedField::processMessage(const Message* message)
 {
-    if (message->getInfo() != m_path.getMessageInfo())
+    if (message->getInfo() != m_path.getMessageInfo()) {
+        for (const FieldPath& path : std::as_const(m_schemas)) {
+            if (path.getMessageInfo() == message->getInfo()) {
+                setPath(path); // with the message, which is the newest
+                return;
+            }
+        }
         return;
+    }
     m_hidden = m_path.isHidden();
     if (m_hidden) {
         m_label->setText(tr("Hidden data"));

@@ -28,6 +28,8 @@ public:
     /**
      * Shows what @p expression names, with its newest value at once; nothing when that is no or more than one field.
      *
+     * A type that came with one schema and then with another is one to the reader: what came last is shown.
+     *
      * @return the field, or null
      */
     const FieldInfo* follow(const PathExpression& expression);
@@ -46,7 +48,8 @@ private:
     FieldValueLabel* m_label;
     LatestMessageSource* m_source;
     FieldPath m_path;
-    bool m_hidden = false; // what the label says is that the value is hidden
+    QVector<FieldPath> m_schemas; // the same way in each schema that the type came with, where there are several
+    bool m_hidden = false;        // what the label says is that the value is hidden
 };
 
 #endif
