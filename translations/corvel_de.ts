@@ -390,6 +390,10 @@
         <source>Protocol Buffers schema</source>
         <translation>Schema von Protocol Buffers</translation>
     </message>
+    <message>
+        <source>JSON schema</source>
+        <translation>JSON-Schema</translation>
+    </message>
 </context>
 <context>
     <name>EventLogTableWidget</name>
@@ -822,6 +826,127 @@
     <message>
         <source>Serial port</source>
         <translation>Serielle Schnittstelle</translation>
+    </message>
+</context>
+<context>
+    <name>JsonCheck</name>
+    <message>
+        <source>%1 bytes follow the end; they are not decoded</source>
+        <translation>nach dem Ende folgen %1 Bytes; sie werden nicht dekodiert</translation>
+    </message>
+    <message>
+        <source>there is nothing</source>
+        <translation>da ist nichts</translation>
+    </message>
+    <message>
+        <source>it ends before what is open was closed</source>
+        <translation>endet, bevor geschlossen ist, was offen ist</translation>
+    </message>
+    <message>
+        <source>a comma or the end of what is open was expected; the rest is not decoded</source>
+        <translation>ein Komma oder das Ende dessen, was offen ist, wurde erwartet; der Rest wird nicht dekodiert</translation>
+    </message>
+    <message>
+        <source>the name of a member was expected; the rest is not decoded</source>
+        <translation>der Name eines Elements wurde erwartet; der Rest wird nicht dekodiert</translation>
+    </message>
+    <message>
+        <source>a name without a value; the rest is not decoded</source>
+        <translation>ein Name ohne Wert; der Rest wird nicht dekodiert</translation>
+    </message>
+    <message>
+        <source>the name is there more than once; the last value is shown</source>
+        <translation>der Name kommt mehrmals vor; gezeigt wird der letzte Wert</translation>
+    </message>
+    <message>
+        <source>nested more than %1 deep; it is shown as it came</source>
+        <translation>mehr als %1 tief verschachtelt; wird gezeigt, wie es kam</translation>
+    </message>
+    <message>
+        <source>a value was expected; the rest is not decoded</source>
+        <translation>ein Wert wurde erwartet; der Rest wird nicht dekodiert</translation>
+    </message>
+    <message>
+        <source>no value of JSON, shown as it is</source>
+        <translation>kein Wert von JSON, gezeigt, wie er ist</translation>
+    </message>
+    <message>
+        <source>a text does not end; it is not decoded</source>
+        <translation>ein Text endet nicht; er wird nicht dekodiert</translation>
+    </message>
+    <message>
+        <source>not valid UTF-8; wrong bytes are shown as question marks</source>
+        <translation>kein gültiges UTF-8; falsche Bytes werden als Fragezeichen gezeigt</translation>
+    </message>
+    <message>
+        <source>a control character without an escape</source>
+        <translation>ein Steuerzeichen ohne Escape-Sequenz</translation>
+    </message>
+    <message>
+        <source>byte %1: </source>
+        <translation>Byte %1: </translation>
+    </message>
+    <message>
+        <source>%1 at byte %2: </source>
+        <translation>%1 bei Byte %2: </translation>
+    </message>
+    <message>
+        <source>and more</source>
+        <translation>und weitere</translation>
+    </message>
+    <message>
+        <source>half of a surrogate pair, shown as U+FFFD: %1</source>
+        <translation>Hälfte eines Surrogatpaars, gezeigt als U+FFFD: %1</translation>
+    </message>
+    <message>
+        <source>no escape of JSON, shown as it is: \%1</source>
+        <translation>keine Escape-Sequenz von JSON, gezeigt, wie sie ist: \%1</translation>
+    </message>
+</context>
+<context>
+    <name>JsonDocument</name>
+    <message>
+        <source>not decoded: longer than %1 bytes</source>
+        <translation>nicht dekodiert: länger als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>cannot be read to its end</source>
+        <translation>kann nicht bis zum Ende gelesen werden</translation>
+    </message>
+</context>
+<context>
+    <name>JsonSchema</name>
+    <message>
+        <source>there are more than %1 types</source>
+        <translation>es gibt mehr als %1 Typen</translation>
+    </message>
+    <message>
+        <source>the schema is longer than %1 bytes</source>
+        <translation>das Schema ist länger als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>the schema is no JSON: %1</source>
+        <translation>das Schema ist kein JSON: %1</translation>
+    </message>
+    <message>
+        <source>the schema is neither an object nor true</source>
+        <translation>das Schema ist weder ein Objekt noch true</translation>
+    </message>
+    <message>
+        <source>the schema is too large: more than %1 parts</source>
+        <translation>das Schema ist zu groß: mehr als %1 Teile</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 bis %2</translation>
+    </message>
+    <message>
+        <source>at least %1</source>
+        <translation>mindestens %1</translation>
+    </message>
+    <message>
+        <source>at most %1</source>
+        <translation>höchstens %1</translation>
     </message>
 </context>
 <context>

@@ -192,6 +192,9 @@ void MessageJson::appendRawValue(const FieldValue& value, std::string* line)
     case FieldValue::DoubleKind:
         appendNumber(line, value.toDouble());
         break;
+    case FieldValue::DecimalKind:
+        line->append(value.toText().toStdString());
+        break;
     case FieldValue::BoolKind:
         line->append(value.toUnsigned() ? "true" : "false");
         break;

@@ -89,6 +89,8 @@ Encoding* Definitions::Private::encodingFor(const QString& path, QString* error)
     const QByteArray head = file.read(HeadSize);
     QStringList known;
     for (const std::unique_ptr<Encoding>& encoding : encodings) {
+        if (!encoding->hasFiles())
+            continue;
         if (encoding->recognizes(head))
             return encoding.get();
         if (!encoding->hasFiles())

@@ -28,6 +28,7 @@ public:
         const char* filePatterns; ///< of the names of such files, with spaces between: "*.proto *.desc"; may be empty
         const char* schemas;      ///< encodings of the schemas that streams bring, with spaces between; may be empty
         bool isComplete;          ///< whether a type that is in no file does not come later
+        bool isSelfDescribing = false; ///< whether messages say what fields they have, so that they need no schema
     };
 
     virtual ~Encoding();
@@ -61,7 +62,12 @@ public:
     bool hasSchemas() const { return *m_traits.schemas; }
     /** Whether types can be made from schemas of that encoding. */
     bool readsSchema(const QByteArray& encoding) const;
-    /** The type that a schema describes, complete but maybe not published; null with @p error set. */
+    /**
+     * The type that a schema describes, complete but maybe not published; null with @p error set.
+     *
+     * Where messages describe themselves, null can also mean that a schema leaves something open, or that there is
+     * none: whoever asks then does so again when there is a message, TypeSchema::sample, of which the type can be made.
+     */
     virtual const MessageInfo* makeType(const TypeSchema& schema, QString* error);
     /** The schema of a type; empty for one of another encoding, or of an encoding without schemas. */
     virtual TypeSchema schemaOf(const MessageInfo* info) const;

@@ -1,5 +1,6 @@
 #include "encoding.h"
 
+#include "jsonencoding.h"
 #include "mavlinkencoding.h"
 #include "protobufencoding.h"
 #include "rosencoding.h"
@@ -19,6 +20,7 @@ std::unique_ptr<Encoding> (*const encodings[])() = {
     create<ProtobufEncoding>,
     create<CdrEncoding>,
     create<Ros1Encoding>,
+    create<JsonEncoding>,
 };
 
 } // namespace

@@ -19,8 +19,9 @@ struct CORVELFRAMEWORK_EXPORT TypeSchema
 {
     QString name;               ///< of the type
     QByteArray messageEncoding; ///< of its messages: "protobuf"
-    QByteArray encoding;        ///< of the data: "protobuf", a serialized FileDescriptorSet
+    QByteArray encoding;        ///< of the data: "protobuf", a serialized FileDescriptorSet; empty for no schema
     QByteArray data;
+    QByteArray sample = QByteArray(); ///< a message, where one is asked for; see Encoding::makeType()
 
     bool isEmpty() const { return messageEncoding.isEmpty(); }
 };

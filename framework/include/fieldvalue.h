@@ -39,7 +39,8 @@ public:
         BoolKind,
         TextKind,
         BytesKind,
-        SubMessageKind
+        SubMessageKind,
+        DecimalKind ///< a number with more digits than the others can have
     };
 
     /** An empty value. */
@@ -59,6 +60,13 @@ public:
     static FieldValue fromFloat(float value);
     /** A number of double precision. */
     static FieldValue fromDouble(double value);
+    /**
+     * A number that was transmitted as a text, with more digits than the other kinds tell: the text is what is shown.
+     *
+     * @param text     as JSON writes numbers
+     * @param nearest  the nearest number of double precision, to compute with
+     */
+    static FieldValue fromDecimal(const QString& text, double nearest);
     /** One character; shown as the character itself when it is printable ASCII, else as its number. */
     static FieldValue fromChar(unsigned char value);
     static FieldValue fromBool(bool value);
@@ -80,7 +88,7 @@ public:
     quint64 toUnsigned() const;
     /** The value as a double; NaN for what is no number. Integers beyond 2^53 are rounded. */
     double toDouble() const;
-    /** The text of a TextKind value; else empty. */
+    /** The text of a TextKind value, or of a DecimalKind; else empty. */
     QString toText() const;
     /** The bytes of a BytesKind value; else empty. */
     QByteArray toBytes() const;
@@ -114,7 +122,7 @@ private:
         double m_double;
         const Message* m_message;
     };
-    QExplicitlySharedDataPointer<Shared> m_shared; // texts and bytes only; null otherwise
+    QExplicitlySharedDataPointer<Shared> m_shared; // texts, bytes and decimals only; null otherwise
 };
 
 #endif

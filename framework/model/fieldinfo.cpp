@@ -214,7 +214,9 @@ static QString textOfBytes(const QByteArray& bytes)
 
 static QString textOfNumber(const FieldValue& value)
 {
-    const bool isReal = value.getKind() == FieldValue::FloatKind || value.getKind() == FieldValue::DoubleKind;
+    const FieldValue::Kind kind = value.getKind();
+    const bool isReal =
+        kind == FieldValue::FloatKind || kind == FieldValue::DoubleKind || kind == FieldValue::DecimalKind;
     const signed char decimals = isReal ? static_cast<signed char>(Corvel::floatingPointDecimals()) : -1;
     const double number = isReal ? std::fabs(value.toDouble()) : 0;
     // What would be rounded to zero says something else than zero.

@@ -13,6 +13,11 @@ struct FieldValue::Shared : public QSharedData
     QByteArray bytes;
 };
 
+static bool isReal(unsigned char kind)
+{
+    return kind == FieldValue::FloatKind || kind == FieldValue::DoubleKind || kind == FieldValue::DecimalKind;
+}
+
 FieldValue::FieldValue()
     : m_kind(InvalidKind)
     , m_size(0)
@@ -79,6 +84,15 @@ FieldValue FieldValue::fromDouble(double value)
     return result;
 }
 
+FieldValue FieldValue::fromDecimal(const QString& text, double nearest)
+{
+    FieldValue result = fromDouble(nearest);
+    result.m_kind = DecimalKind;
+    result.m_shared = new Shared;
+    result.m_shared->text = text;
+    return result;
+}
+
 FieldValue FieldValue::fromChar(unsigned char value)
 {
     FieldValue result = fromUnsigned(value, 1);
@@ -123,7 +137,7 @@ FieldValue FieldValue::fromSubMessage(const Message* message)
 
 bool FieldValue::isNumber() const
 {
-    return isInteger() || m_kind == FloatKind || m_kind == DoubleKind || m_kind == BoolKind;
+    return isInteger() || isReal(m_kind) || m_kind == BoolKind;
 }
 
 bool FieldValue::isInteger() const
@@ -133,7 +147,7 @@ bool FieldValue::isInteger() const
 
 qint64 FieldValue::toSigned() const
 {
-    if (m_kind == FloatKind || m_kind == DoubleKind) {
+    if (isReal(m_kind)) {
         if (std::isnan(m_double))
             return 0;
         if (m_double >= 9223372036854775808.0)
@@ -147,7 +161,7 @@ qint64 FieldValue::toSigned() const
 
 quint64 FieldValue::toUnsigned() const
 {
-    if ((m_kind == FloatKind || m_kind == DoubleKind) && m_double >= 9223372036854775808.0)
+    if (isReal(m_kind) && m_double >= 9223372036854775808.0)
         return m_double >= 18446744073709551616.0 ? std::numeric_limits<quint64>::max()
                                                   : static_cast<quint64>(m_double);
     return static_cast<quint64>(toSigned());
@@ -164,6 +178,7 @@ double FieldValue::toDouble() const
         return static_cast<double>(m_unsigned);
     case FloatKind:
     case DoubleKind:
+    case DecimalKind:
         return m_double;
     default:
         return std::numeric_limits<double>::quiet_NaN();
@@ -230,6 +245,13 @@ QString FieldValue::toString(bool showSign, signed char precision, Representatio
         if (showSign && toDouble() > 0)
             text.prepend(QLatin1Char('+'));
         return text;
+    case DecimalKind:
+        if ((precision < 0 && mode != ScientificRepresentation) || !std::isfinite(m_double))
+            return showSign && m_double > 0 ? QLatin1Char('+') + toText() : toText();
+        text = realText(m_double, false, precision, mode);
+        if (showSign && m_double > 0)
+            text.prepend(QLatin1Char('+'));
+        return text;
     case FloatKind:
     case DoubleKind:
         text = realText(m_double, m_kind == FloatKind, precision, mode);
@@ -260,6 +282,7 @@ bool FieldValue::operator==(const FieldValue& other) const
     case DoubleKind:
         return m_double == other.m_double || (std::isnan(m_double) && std::isnan(other.m_double));
     case TextKind:
+    case DecimalKind:
         return toText() == other.toText();
     case BytesKind:
         return toBytes() == other.toBytes();

@@ -71,13 +71,18 @@ QString McapChannels::addChannel(const char* body, quint64 size)
         return QStringLiteral("channel %1 is one too many: 64 MiB of schemas and channels are known").arg(topic);
     m_announcements.insert(channel.id, Announcement{QByteArray(body, int(size)), schemaVersion});
 
-    QString kind;
-    QString problem;
-    const MessageInfo* const info = findType(channel, &kind, &problem);
-    const Entry* const entry = add(channel.id, info, topic, kind, schemaOf(channel));
-    if (!problem.isEmpty())
-        return topic + QStringLiteral(": ") + problem;
-    return info ? QString() : describe(entry->id);
+    Type type;
+    findType(channel, topic, &type);
+    m_awaited.remove(channel.id);
+    if (type.isAwaited) {
+        m_awaited.insert(channel.id, Awaited{topic, type.schema});
+        if (channel.id < m_byNumber.size())
+            m_byNumber[channel.id] = nullptr;
+    }
+    const Entry* const entry = type.isAwaited ? nullptr : add(channel.id, type.info, topic, type.kind, type.schema);
+    if (!type.problem.isEmpty())
+        return topic + QStringLiteral(": ") + type.problem;
+    return type.info || type.isAwaited ? QString() : describe(entry->id);
 }
 
 /** What a channel's messages were announced as; what was read points into its record. */
@@ -88,37 +93,59 @@ TypeSchema McapChannels::schemaOf(const Mcap::Channel& channel) const
             schema.encoding, schema.data};
 }
 
-/** The type of a channel's messages. Else @p kind says in a word what they are, and @p problem why, when that is wrong.
- */
-const MessageInfo* McapChannels::findType(const Mcap::Channel& channel, QString* kind, QString* problem)
+/** Finds the type of a channel's messages, or why there is none. */
+void McapChannels::findType(const Mcap::Channel& channel, const QString& topic, Type* type)
 {
-    *kind = Utf8Text::decode(channel.encoding);
-    Encoding* const encoding = m_definitions->find(*kind);
-    if (!encoding || !encoding->hasSchemas()) {
-        if (kind->isEmpty())
-            *kind = QStringLiteral("no encoding");
-        return nullptr;
-    }
+    const QString messages = Utf8Text::decode(channel.encoding);
+    type->kind = messages.isEmpty() ? QStringLiteral("no encoding") : messages;
+    type->schema = schemaOf(channel);
+    Encoding* const encoding = m_definitions->find(messages);
+    if (!encoding || !encoding->hasSchemas())
+        return;
+    // What messages say themselves is not lost where a schema is missing, or is of no use.
+    type->isAwaited = encoding->getTraits().isSelfDescribing;
+    if (type->isAwaited && type->schema.name.isEmpty())
+        type->schema.name = topic;
     const auto schema = m_schemas.constFind(channel.schema);
     if (schema == m_schemas.constEnd()) {
-        *kind += QStringLiteral(" without a schema");
-        *problem = channel.schema == 0
-                       ? QStringLiteral("the channel has no schema")
-                       : QStringLiteral("the channel's schema %1 was not announced").arg(channel.schema);
-        return nullptr;
+        if (channel.schema == 0 && type->isAwaited)
+            return;
+        type->kind += QStringLiteral(" without a schema");
+        type->problem = channel.schema == 0
+                            ? QStringLiteral("the channel has no schema")
+                            : QStringLiteral("the channel's schema %1 was not announced").arg(channel.schema);
+        return;
     }
-    const QString messages = *kind;
-    *kind = Utf8Text::decode(schema->name);
-    if (!encoding->readsSchema(schema->encoding)) {
-        *problem = QStringLiteral("the schema %1 is %2 and the messages are %3")
-                       .arg(*kind, Utf8Text::decode(schema->encoding), messages);
-        return nullptr;
-    }
+    type->kind = Utf8Text::decode(schema->name);
+    if (schema->encoding.isEmpty() && type->isAwaited)
+        return;
+    if (encoding->readsSchema(schema->encoding))
+        makeType(type);
+    else
+        type->problem = QStringLiteral("the schema %1 is %2 and the messages are %3")
+                            .arg(type->kind, Utf8Text::decode(schema->encoding), messages);
+}
+
+/** Makes the type that a schema describes, or finds out that this takes a message. */
+void McapChannels::makeType(Type* type)
+{
     QString error;
-    const MessageInfo* const info = encoding->makeType(schemaOf(channel), &error);
-    if (!info)
-        *problem = QStringLiteral("the schema %1 cannot be used: %2").arg(*kind, error);
-    return info;
+    type->info = m_definitions->find(Utf8Text::decode(type->schema.messageEncoding))->makeType(type->schema, &error);
+    if (!error.isEmpty())
+        type->problem = QStringLiteral("the schema %1 cannot be used: %2").arg(type->schema.name, error);
+    type->isAwaited = type->isAwaited && !type->info;
+}
+
+const McapChannels::Entry* McapChannels::meet(quint16 channel, const QByteArray& message, QString* problem)
+{
+    const Awaited awaited = m_awaited.take(channel);
+    Type type;
+    type.schema = awaited.schema;
+    type.schema.sample = message;
+    makeType(&type);
+    if (!type.problem.isEmpty())
+        *problem = awaited.topic + QStringLiteral(": ") + type.problem;
+    return add(channel, type.info, awaited.topic, type.schema.name, awaited.schema);
 }
 
 const McapChannels::Entry* McapChannels::add(quint16 channel, const MessageInfo* info, const QString& topic,

@@ -50,6 +50,11 @@ public:
     /** Makes up a channel that was not announced, until it is. */
     const Entry* makeUp(quint16 channel);
 
+    /** Whether a channel was announced that find() does not know before meet(), for want of a schema. */
+    bool isAwaited(quint16 channel) const { return m_awaited.contains(channel); }
+    /** Makes the type of such a channel of the first of its messages; what is wrong in @p problem. */
+    const Entry* meet(quint16 channel, const QByteArray& message, QString* problem);
+
     QString getTopic(quint32 sender) const;
     /** "/topic (json, not decodable)" of an Entry::id without a type; null when there is none. */
     QString describe(quint32 id) const;
@@ -71,6 +76,22 @@ private:
         quint32 schemaVersion; // that it was made with; 0 for none
     };
 
+    /** What was found out of the messages of a channel. */
+    struct Type
+    {
+        const MessageInfo* info = nullptr;
+        TypeSchema schema;
+        bool isAwaited = false; // whether there is none before there is a message
+        QString kind;           // what they are, in a word
+        QString problem;        // what is wrong; else empty
+    };
+
+    struct Awaited
+    {
+        QString topic;
+        TypeSchema schema;
+    };
+
     bool makeRoom(quint64 size);
     /** Messages that cannot be decoded. */
     struct Unknown
@@ -80,7 +101,8 @@ private:
     };
 
     TypeSchema schemaOf(const Mcap::Channel& channel) const;
-    const MessageInfo* findType(const Mcap::Channel& channel, QString* kind, QString* problem);
+    void findType(const Mcap::Channel& channel, const QString& topic, Type* type);
+    void makeType(Type* type);
     const Entry* add(quint16 channel, const MessageInfo* info, const QString& topic, const QString& kind,
                      const TypeSchema& schema);
 
@@ -88,6 +110,7 @@ private:
     quint64 m_kept; // bytes of definitions
     QHash<quint16, Schema> m_schemas;
     QHash<quint16, Announcement> m_announcements; // by channel
+    QHash<quint16, Awaited> m_awaited;            // channels whose first message says what they are
     QHash<const MessageInfo*, quint32> m_ids;
     std::vector<std::unique_ptr<Entry>> m_entries;
     std::vector<const Entry*> m_byNumber;

@@ -18,6 +18,11 @@ public:
     void clear();
 
     bool isEmpty() const { return m_messages.empty(); }
+    /** The content of the first one, borrowed. */
+    QByteArray getFirst() const
+    {
+        return QByteArray::fromRawData(m_bytes.data() + m_places.front(), int(m_messages.front().size));
+    }
     int getCount() const { return int(m_messages.size()); }
     /** Bytes of the messages. */
     quint64 getSize() const { return m_bytes.size(); }

@@ -72,10 +72,12 @@ void McapReader::addDefinition(quint8 opcode, const char* body, quint64 size)
     if (channel.read(Cursor(body, size)) && channel.schema != 0 && !m_channels.hasSchema(channel.schema))
         recover(SchemaRecord, channel.schema);
     const QString problem = m_channels.addChannel(body, size);
-    const McapChannels::Entry* const entry = m_channels.find(channel.id);
+    const McapChannels::Entry* entry = m_channels.find(channel.id);
     if (!problem.isEmpty())
         reportDefinition(problem, entry);
     const auto waiting = m_waiting.find(channel.id);
+    if (waiting != m_waiting.end() && m_channels.isAwaited(channel.id))
+        entry = meetChannel(channel.id, waiting->second.getFirst());
     if (!entry || waiting == m_waiting.end())
         return;
     report(StreamProblem::DisorderedTimes, waiting->second.getOffset(), 0,
@@ -107,9 +109,12 @@ const McapChannels::Entry* McapReader::channelOf(quint16 number, const char* bod
     const McapChannels::Entry* known = m_channels.find(number);
     if (known)
         return known;
+    const QByteArray message = QByteArray::fromRawData(body + MessageHeadSize, int(size) - MessageHeadSize);
+    if (m_channels.isAwaited(number))
+        return meetChannel(number, message);
     if (m_hasIndex) {
         recover(ChannelRecord, number);
-        known = m_channels.find(number);
+        known = m_channels.isAwaited(number) ? meetChannel(number, message) : m_channels.find(number);
     } else if (m_mustEnd && m_waitingBytes + size <= MostWaitingBytes) {
         // The summary at the end may have what was lost.
         m_waiting[number].append(nullptr, body, size, m_recordOffset);
@@ -121,6 +126,15 @@ const McapChannels::Entry* McapReader::channelOf(quint16 number, const char* bod
         known = m_channels.find(number);
     }
     return known ? known : makeUpChannel(number);
+}
+
+/** The channel that was announced and whose type the first of its messages tells. */
+const McapChannels::Entry* McapReader::meetChannel(quint16 number, const QByteArray& message)
+{
+    QString problem;
+    const McapChannels::Entry* const entry = m_channels.meet(number, message, &problem);
+    reportDefinition(problem, entry);
+    return entry;
 }
 
 const McapChannels::Entry* McapReader::makeUpChannel(quint16 number)

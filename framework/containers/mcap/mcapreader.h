@@ -86,6 +86,7 @@ private:
     std::vector<LaterStart>::const_iterator laterStart(quint64 offset) const;
     void endStretch();
     const McapChannels::Entry* channelOf(quint16 number, const char* body, quint64 size);
+    const McapChannels::Entry* meetChannel(quint16 number, const QByteArray& message);
     const McapChannels::Entry* makeUpChannel(quint16 number);
     void stopWaiting(Waiting::iterator waiting, const McapChannels::Entry* channel);
     void giveUpWaiting();

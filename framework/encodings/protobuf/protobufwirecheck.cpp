@@ -16,36 +16,6 @@ namespace
 
 const int GreatestProblemCount = 20;
 
-// The number of bytes of the character that begins at bytes, or 0 when that is no UTF-8.
-int characterSize(const unsigned char* bytes, qint64 size)
-{
-    const unsigned char lead = bytes[0];
-    if (lead < 0x80)
-        return 1;
-    int length = 0;
-    unsigned char least = 0x80;
-    unsigned char greatest = 0xbf;
-    if (lead >= 0xc2 && lead <= 0xdf) {
-        length = 2;
-    } else if (lead >= 0xe0 && lead <= 0xef) {
-        length = 3;
-        least = lead == 0xe0 ? 0xa0 : least;
-        greatest = lead == 0xed ? 0x9f : greatest;
-    } else if (lead >= 0xf0 && lead <= 0xf4) {
-        length = 4;
-        least = lead == 0xf0 ? 0x90 : least;
-        greatest = lead == 0xf4 ? 0x8f : greatest;
-    } else {
-        return 0;
-    }
-    if (size < length || bytes[1] < least || bytes[1] > greatest)
-        return 0;
-    for (int i = 2; i < length; ++i)
-        if (bytes[i] < 0x80 || bytes[i] > 0xbf)
-            return 0;
-    return length;
-}
-
 void appendVarint(std::uint64_t value, QByteArray* bytes)
 {
     for (; value >= 0x80; value >>= 7)
@@ -261,7 +231,7 @@ void ProtobufWireCheck::copyText(const FieldDescriptor* field, qint64 place, qin
     copyBytes(place, end, copy);
     bool good = true;
     for (qint64 i = place; i < end;) {
-        const int size = characterSize(reinterpret_cast<const unsigned char*>(m_bytes.constData()) + i, end - i);
+        const int size = Utf8Text::characterSize(m_bytes.constData() + i, end - i);
         if (size == 0) {
             if (good)
                 fail(field, i,

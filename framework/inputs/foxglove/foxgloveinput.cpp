@@ -62,6 +62,15 @@ QByteArray keyOf(const QByteArrayList& parts)
     return key;
 }
 
+/** The encoding of schemas where a channel names only that of its messages. */
+QByteArray usualSchemaEncoding(const QByteArray& encoding)
+{
+    return encoding == "json"   ? QByteArray("jsonschema")
+           : encoding == "ros1" ? QByteArray("ros1msg")
+           : encoding == "cdr"  ? QByteArray("ros2msg")
+                                : encoding;
+}
+
 bool isBinary(const QByteArray& schemaEncoding)
 {
     return schemaEncoding == "protobuf" || schemaEncoding == "flatbuffer";
@@ -286,7 +295,7 @@ void FoxgloveInput::advertise(const QJsonObject& channel)
     QByteArray schemaEncoding = channel.value(QLatin1String("schemaEncoding")).toString().toUtf8();
     QByteArray schema = channel.value(QLatin1String("schema")).toString().toUtf8();
     if (schemaEncoding.isEmpty())
-        schemaEncoding = encoding;
+        schemaEncoding = usualSchemaEncoding(encoding);
     if (isBinary(schemaEncoding))
         schema = QByteArray::fromBase64(schema);
 

@@ -88,6 +88,18 @@ private Q_SLOTS:
         }
     }
 
+    void decimalsAreShownWithAllTheirDigits()
+    {
+        const FieldValue value = FieldValue::fromDecimal(text("31.4159265358979323846"), 31.4159265358979323846);
+        QCOMPARE(texts({value, FieldValue::fromDecimal(text("1e400"), Infinity)}),
+                 text("31.4159265358979323846 1e400"));
+        QCOMPARE(value.toString(true, -1, FieldValue::PlainRepresentation, false), text("+31.4159265358979323846"));
+        QCOMPARE(value.toString(true, 2, FieldValue::PlainRepresentation, false), text("+31.42"));
+        QVERIFY(value.isNumber() && !value.isInteger());
+        QCOMPARE(value.toSigned(), Q_INT64_C(31));
+        QVERIFY(value != FieldValue::fromDecimal(text("31.41592653589793238460"), value.toDouble()));
+    }
+
     void everyKindHasItsText()
     {
         const MessageInfo info(text("POINT"));

@@ -1,4 +1,7 @@
+#include "encoding.h"
+#include "fieldinfo.h"
 #include "mcapdecoding.h"
+#include "messageinfo.h"
 #include "testbase.h"
 #include "textrows.h"
 
@@ -203,26 +206,54 @@ private Q_SLOTS:
         const quint16 good = recording.addPoints("/good");
         const quint16 broken = writer.addChannel(
             "/broken", "protobuf", writer.addSchema("demo.Other", "protobuf", QByteArray("\xff\xff nonsense")));
-        const quint16 channels[] = {writer.addChannel("\xef\xbb\xbf/json", "json", 0),
+        const quint16 channels[] = {writer.addChannel("\xef\xbb\xbf/xml", "xml", 0),
                                     writer.addChannel("/bare", "protobuf", 0), broken, 77, good};
         for (int i = 0; i < 10; ++i)
             writer.writeMessage(channels[i % 5], 0, quint64(i) * 1000, "{}");
         const QByteArray bytes = recording.finished();
         const Decoded decoded(bytes, m_files.indexOf(bytes).get());
         QCOMPARE(decoded.messages.mid(0, 5).join(text("; ")),
-                 QChar(0xfeff) + text("/json (json, not decodable) \xef\xbb\xbf/json @0; "
+                 QChar(0xfeff) + text("/xml (xml, not decodable) \xef\xbb\xbf/xml @0; "
                                       "/bare (protobuf without a schema, not decodable) /bare @1; "
                                       "/broken (demo.Other, not decodable) /broken @2; "
                                       "channel 77 (not announced, not decodable) channel 77 @3; demo.Point /good @4"));
         QCOMPARE(int(decoded.messages.size()), 10);
         const TextRow problems[] = {{"0", "not decodable: /broken: the schema demo.Other cannot be used"},
-                                    {"1", "not decodable: \xef\xbb\xbf/json (json, not decodable)"},
+                                    {"1", "not decodable: \xef\xbb\xbf/xml (xml, not decodable)"},
                                     {"2", "not decodable: /bare: the channel has no schema"},
                                     {"3", "not decodable: messages of channel 77, which was not announced"},
                                     {"4", ""}};
         for (const TextRow& row : problems) {
             const QString problem = decoded.problems.value(std::atoi(row.given));
             QVERIFY2(row.expected[0] ? problem.startsWith(text(row.expected)) : problem.isEmpty(), qPrintable(problem));
+        }
+    }
+
+    void whatDescribesItselfNeedsNoSchema()
+    {
+        Recording recording(settings(McapWriter::NoCompression, 0));
+        McapWriter& writer = recording.writer;
+        writer.writeMessage(1, 0, 0, "{\"early\":1}");
+        QVector<quint16> channels{writer.addChannel("/none", "json", 0)};
+        for (const char* encoding : {"", "protobuf"})
+            channels.append(writer.addChannel("/a", "json", writer.addSchema("Named", encoding, "")));
+        channels.append(writer.addChannel("/b", "json", 4711));
+        for (const quint16 channel : std::as_const(channels))
+            writer.writeMessage(channel, 0, Millisecond, "{\"a\":1}");
+        const QByteArray bytes = recording.finished();
+        const std::unique_ptr<McapIndex> index = m_files.indexOf(bytes);
+        for (const McapIndex* known : {index.get(), static_cast<McapIndex*>(nullptr)}) {
+            const Decoded decoded(bytes, known, 0, 100);
+            QCOMPARE(decoded.messages.join(text("; ")),
+                     text("/none /none @0; /none /none @1000; Named /a @1000; Named /a @1000; /b /b @1000"));
+            QCOMPARE(decoded.problems.filter(text("schema")).join(text("; ")),
+                     text("not decodable: /a: the schema Named is protobuf and the messages are json; "
+                          "not decodable: /b: the channel's schema 4711 was not announced"));
+            QString error;
+            const MessageInfo* const type =
+                decoded.definitions->find(text("json"))
+                    ->makeType({text("/none"), "json", QByteArray(), QByteArray(), "{}"}, &error);
+            QCOMPARE(type->getFieldInfos().constFirst()->getName(), text("early"));
         }
     }
 

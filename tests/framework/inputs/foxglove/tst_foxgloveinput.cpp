@@ -50,24 +50,27 @@ private Q_SLOTS:
             QCOMPARE(server.socket()->subprotocol(), text(protocol));
 #endif
             server.advertise({FoxgloveServer::channel(7, text("/a")),
-                              FoxgloveServer::channel(9, QStringLiteral("\uFEFF/j"), text("json"))});
-            QVERIFY(waitFor([&] { return server.subscriptions.size() == 2; }));
+                              FoxgloveServer::channel(9, QStringLiteral("\uFEFF/x"), text("xml")),
+                              FoxgloveServer::channel(11, text("/j"), text("json"))});
+            QVERIFY(waitFor([&] { return server.subscriptions.size() == 3; }));
             QVERIFY(server.channelOf(0) == 7 && server.channelOf(1) == 9);
             const int first = server.subscription(0);
             server.sendPoint(first, 5);
             server.sendPoint(server.subscription(1), 6);
+            server.sendPoint(server.subscription(2), 7);
             server.sendPoint(99, 7); // nobody asked for it
             server.socket()->sendBinaryMessage(QByteArray("\x02\0\0", 3));
             server.send({{text("op"), text("unadvertise")}, {text("channelIds"), QJsonArray{7}}});
             server.sendPoint(first, 8); // on its way when the channel ended
             server.advertise({FoxgloveServer::channel(8, text("/a"))});
-            QVERIFY(waitFor([&] { return server.subscriptions.size() == 3; }));
-            server.sendPoint(server.subscription(2), 10);
+            QVERIFY(waitFor([&] { return server.subscriptions.size() == 4; }));
+            server.sendPoint(server.subscription(3), 10);
             server.socket()->close();
             QVERIFY(waitFor([&] { return c.source.getState() == StreamSource::Finished; }));
-            QCOMPARE(c.found.told(), text("not decodable: \xef\xbb\xbf/j (json, not decodable); demo.Point /a @5000; "
-                                          "\xef\xbb\xbf/j (json, not decodable) \xef\xbb\xbf/j @6000; "
-                                          "demo.Point /a @10000"));
+            QCOMPARE(c.found.told(),
+                     text("not decodable: \xef\xbb\xbf/x (xml, not decodable); demo.Point /a @5000; "
+                          "\xef\xbb\xbf/x (xml, not decodable) \xef\xbb\xbf/x @6000; demo.Point /j @7000; "
+                          "demo.Point /a @10000"));
         }
     }
 

@@ -1,0 +1,109 @@
+#include "jsonencoding.h"
+
+#include "formatregistry.h"
+#include "jsonschema.h"
+#include "jsontypebuilder.h"
+
+#include <QMutexLocker>
+
+#include <utility>
+
+namespace
+{
+
+const Encoding::Traits JsonTraits{"json", QT_TRANSLATE_NOOP("Encoding", "JSON schema"), "", "jsonschema", false, true};
+
+// Of all types together. A recording can bring one after the other.
+const std::size_t MostTypes = 10 * 1000;
+
+} // namespace
+
+JsonEncoding::JsonEncoding()
+    : Encoding(JsonTraits)
+    , m_format(QLatin1String(name()))
+{
+}
+
+JsonEncoding::~JsonEncoding()
+{
+    qDeleteAll(m_made);
+}
+
+bool JsonEncoding::recognizes(const QByteArray&) const
+{
+    return false;
+}
+
+FormatInfo* JsonEncoding::load(const QString&, const QStringList&, Definitions::Scope, QStringList*)
+{
+    return nullptr;
+}
+
+FormatInfo* JsonEncoding::getFormat(const QString&)
+{
+    return &m_format;
+}
+
+QVector<FormatInfo*> JsonEncoding::getFormats() const
+{
+    return QVector<FormatInfo*>{const_cast<FormatInfo*>(&m_format)};
+}
+
+/** What is known of that schema; null when there are too many. */
+JsonEncoding::Type* JsonEncoding::typeOf(const TypeSchema& schema)
+{
+    const QByteArray key = schema.name.toUtf8() + '\0' + schema.encoding + '\0' + schema.data;
+    const auto known = m_types.find(key);
+    if (known != m_types.end())
+        return &known->second;
+    if (m_types.size() >= MostTypes)
+        return nullptr;
+    Type type{std::make_unique<JsonShapes>(), QString(), nullptr};
+    if (readsSchema(schema.encoding) && !schema.data.isEmpty() &&
+        !JsonSchema::read(schema.data, type.shapes.get(), &type.error))
+        type.shapes = std::make_unique<JsonShapes>();
+    return &m_types.emplace(key, std::move(type)).first->second;
+}
+
+const MessageInfo* JsonEncoding::makeType(const TypeSchema& schema, QString* error)
+{
+    const QMutexLocker locker(&m_mutex);
+    Type* const type = typeOf(schema);
+    if (!type) {
+        *error = QCoreApplication::translate("JsonSchema", "there are more than %1 types").arg(quint64(MostTypes));
+        return nullptr;
+    }
+    if (schema.sample.isEmpty() && (!type->error.isEmpty() || type->shapes->isOpen())) {
+        *error = type->error;
+        return nullptr;
+    }
+    // What is known stays, also where this message lacks it: types do not change back and forth.
+    const bool changed = type->shapes->isOpen() && type->shapes->learn(JsonDocument(schema.sample));
+    if (!type->info || changed) {
+        JsonTypeBuilder builder(schema.name, &m_made);
+        type->info = builder.build(type->shapes->getRoot());
+        m_schemas.insert(type->info, {schema.name, schema.messageEncoding, schema.encoding, schema.data, QByteArray()});
+    }
+    return type->info;
+}
+
+TypeSchema JsonEncoding::schemaOf(const MessageInfo* info) const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_schemas.value(info);
+}
+
+QVector<const MessageInfo*> JsonEncoding::publish()
+{
+    QVector<MessageInfo*> made;
+    {
+        const QMutexLocker locker(&m_mutex);
+        made.swap(m_made);
+    }
+    QVector<const MessageInfo*> infos;
+    for (MessageInfo* info : std::as_const(made)) {
+        m_format.addMessageInfo(info);
+        infos.append(info);
+    }
+    return infos;
+}

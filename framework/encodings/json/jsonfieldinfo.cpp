@@ -1,0 +1,233 @@
+#include "jsonfieldinfo.h"
+
+#include "jsonmessage.h"
+#include "jsonscalar.h"
+#include "timetext.h"
+
+#include <limits>
+#include <typeinfo>
+
+namespace
+{
+
+const char SecondsName[] = "sec";
+const char NanosName[] = "nsec";
+
+// Null for messages that others made.
+const JsonMessage* jsonMessage(const Message* message, const FieldInfo* field)
+{
+    const bool isOwn = typeid(*message) == typeid(JsonMessage) && field->occursIn(message->getInfo());
+    return isOwn ? static_cast<const JsonMessage*>(message) : nullptr;
+}
+
+FieldValue bytesOf(const QString& text)
+{
+    const QByteArray::FromBase64Result decoded = QByteArray::fromBase64Encoding(
+        text.toLatin1(), QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
+    // What is no base64 is shown as it is.
+    return decoded ? FieldValue::fromBytes(*decoded) : FieldValue::fromText(text);
+}
+
+bool isInteger(const JsonDocument& document, quint32 node)
+{
+    return node != 0 && document.at(node).kind == JsonNode::Number &&
+           JsonScalar::toNumber(document.getRaw(node)).isInteger();
+}
+
+} // namespace
+
+/** One of the two numbers of a time. */
+class JsonFieldInfo::Part : public FieldInfo
+{
+public:
+    Part(const JsonFieldInfo* whole, const char* name)
+        : FieldInfo(QLatin1String(name), FieldType(FieldType::SignedType, 8, QStringLiteral("integer")))
+        , m_whole(whole)
+        , m_name(name)
+    {
+        setUnit(name == NanosName ? QStringLiteral("ns") : QStringLiteral("s"));
+        setOptional(whole->isOptional());
+        setRepeated(whole->isRepeated());
+    }
+
+    unsigned int getValueCount(const Message* message) const override { return m_whole->getValueCount(message); }
+    FieldValue getValue(const Message* message, unsigned int index) const override
+    {
+        return m_whole->partOf(message, index, m_name);
+    }
+
+private:
+    const JsonFieldInfo* m_whole;
+    const char* m_name;
+};
+
+JsonFieldInfo::JsonFieldInfo(const QString& name, JsonShape::Kind kind, const FieldType& type, const Place& place)
+    : FieldInfo(name, type)
+    , m_kind(kind)
+    , m_holder(place.holder)
+    , m_slot(place.slot)
+{
+    setRepeated(place.isRepeated);
+    setOptional(!place.isRequired);
+    if (isTime())
+        for (const char* const part : {SecondsName, NanosName})
+            addSubField(new Part(this, part));
+}
+
+bool JsonFieldInfo::hasStructure() const
+{
+    return isTime() || getType().getSubMessageInfo();
+}
+
+bool JsonFieldInfo::canBe(const JsonDocument& document, quint32 node) const
+{
+    return isRepeated() ? document.at(node).kind == JsonNode::Array : canBeElement(document, node);
+}
+
+bool JsonFieldInfo::canBeElement(const JsonDocument& document, quint32 node) const
+{
+    const JsonNode::Kind kind = document.at(node).kind;
+    if (!hasStructure() || kind == JsonNode::Null)
+        return true;
+    if (isTime())
+        return kind == JsonNode::Object && document.at(node).count == 2 &&
+               isInteger(document, document.findMember(node, SecondsName)) &&
+               isInteger(document, document.findMember(node, NanosName));
+    const bool isObject = static_cast<const JsonMessageInfo*>(getType().getSubMessageInfo())->isObject();
+    return kind == (isObject ? JsonNode::Object : JsonNode::Array);
+}
+
+QString JsonFieldInfo::getExpectation() const
+{
+    return isRepeated() ? QStringLiteral("but %1 is an array").arg(getName()) : getElementExpectation();
+}
+
+QString JsonFieldInfo::getElementExpectation() const
+{
+    const QString kind = isTime()                     ? getType().toShortString()
+                         : m_kind == JsonShape::Array ? QStringLiteral("an array")
+                                                      : QStringLiteral("an object");
+    return QStringLiteral("but %1 is %2").arg(getName(), kind);
+}
+
+const JsonMessage* JsonFieldInfo::ownMessage(const Message* message) const
+{
+    const bool isOwn = message->getInfo() == m_holder && typeid(*message) == typeid(JsonMessage);
+    return isOwn ? static_cast<const JsonMessage*>(message) : nullptr;
+}
+
+unsigned int JsonFieldInfo::getValueCount(const Message* message) const
+{
+    const JsonMessage* const own = ownMessage(message);
+    const qint64 node = own ? own->getNode(m_slot) : -1;
+    if (node < 0)
+        return 0;
+    return isRepeated() ? own->getDocument().at(quint32(node)).count : 1;
+}
+
+/** Where a value stands; negative when there is none. */
+qint64 JsonFieldInfo::nodeOf(const Message* message, unsigned int index) const
+{
+    const JsonMessage* const own = ownMessage(message);
+    const qint64 node = own ? own->getNode(m_slot) : -1;
+    if (node < 0 || index >= (isRepeated() ? own->getDocument().at(quint32(node)).count : 1))
+        return -1;
+    return isRepeated() ? own->getElement(m_slot, quint32(node), index) : node;
+}
+
+FieldValue JsonFieldInfo::getValue(const Message* message, unsigned int index) const
+{
+    const qint64 node = nodeOf(message, index);
+    return node < 0 ? FieldValue::invalid() : valueAt(static_cast<const JsonMessage*>(message), quint32(node), index);
+}
+
+FieldValue JsonFieldInfo::valueAt(const JsonMessage* message, quint32 node, unsigned int index) const
+{
+    const JsonDocument& document = message->getDocument();
+    const JsonNode::Kind kind = document.at(node).kind;
+    if (hasStructure()) {
+        // A null, or what is told of as an unknown field.
+        if (kind == JsonNode::Null || !canBeElement(document, node))
+            return FieldValue::invalid();
+        const MessageInfo* const info = getType().getSubMessageInfo();
+        if (info)
+            return FieldValue::fromSubMessage(
+                message->getPart(m_slot, index, node, static_cast<const JsonMessageInfo*>(info)));
+        const qint64 seconds = partOf(message, index, SecondsName).toSigned();
+        const qint64 nanos = partOf(message, index, NanosName).toSigned();
+        return FieldValue::fromText(m_kind == JsonShape::Time ? TimeText::ofTime(seconds, nanos)
+                                                              : TimeText::ofDuration(seconds, nanos));
+    }
+    switch (kind) {
+    case JsonNode::Null:
+        return FieldValue::invalid();
+    case JsonNode::True:
+    case JsonNode::False:
+        return FieldValue::fromBool(kind == JsonNode::True);
+    case JsonNode::Number:
+        return JsonScalar::toNumber(document.getRaw(node));
+    case JsonNode::String:
+        return m_kind == JsonShape::Bytes ? bytesOf(document.getText(node))
+                                          : FieldValue::fromText(document.getText(node));
+    default:
+        return FieldValue::fromText(document.getText(node));
+    }
+}
+
+FieldValue JsonFieldInfo::partOf(const Message* message, unsigned int index, const char* name) const
+{
+    const qint64 node = nodeOf(message, index);
+    if (node < 0)
+        return FieldValue::invalid();
+    const JsonDocument& document = static_cast<const JsonMessage*>(message)->getDocument();
+    if (document.at(quint32(node)).kind != JsonNode::Object || !canBeElement(document, quint32(node)))
+        return FieldValue::invalid();
+    return JsonScalar::toNumber(document.getRaw(document.findMember(quint32(node), name)));
+}
+
+JsonUnknownFieldInfo::JsonUnknownFieldInfo()
+    : FieldInfo(QStringLiteral("[unknown fields]"), FieldType(FieldType::TextType, 0, QStringLiteral("text")))
+{
+    setRepeated(true);
+    setOptional(true);
+    setRole(SecondaryRole);
+}
+
+unsigned int JsonUnknownFieldInfo::getValueCount(const Message* message) const
+{
+    const JsonMessage* const own = jsonMessage(message, this);
+    return own ? static_cast<unsigned int>(own->getUnknown().size()) : 0;
+}
+
+FieldValue JsonUnknownFieldInfo::getValue(const Message* message, unsigned int index) const
+{
+    if (index >= getValueCount(message))
+        return FieldValue::invalid();
+    const JsonMessage* const own = static_cast<const JsonMessage*>(message);
+    const JsonMessage::Unknown& unknown = own->getUnknown()[index];
+    const std::string_view raw = own->getDocument().getRaw(unknown.node);
+    QString text = unknown.name + QStringLiteral(": ") + QString::fromUtf8(raw.data(), int(raw.size()));
+    if (!unknown.reason.isEmpty())
+        text += QStringLiteral(" (") + unknown.reason + QLatin1Char(')');
+    return FieldValue::fromText(text);
+}
+
+JsonProblemFieldInfo::JsonProblemFieldInfo()
+    : FieldInfo(QStringLiteral("[problems]"), FieldType(FieldType::TextType, 0, QStringLiteral("text")))
+{
+    setRepeated(true);
+    setOptional(true);
+}
+
+unsigned int JsonProblemFieldInfo::getValueCount(const Message* message) const
+{
+    const JsonMessage* const own = jsonMessage(message, this);
+    return own ? static_cast<unsigned int>(own->getProblems().size()) : 0;
+}
+
+FieldValue JsonProblemFieldInfo::getValue(const Message* message, unsigned int index) const
+{
+    if (index >= getValueCount(message))
+        return FieldValue::invalid();
+    return FieldValue::fromText(static_cast<const JsonMessage*>(message)->getProblems().at(static_cast<int>(index)));
+}
