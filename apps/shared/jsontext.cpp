@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 namespace
 {
@@ -70,10 +71,15 @@ void appendWithToChars(std::string* text, Number number)
 template <typename Real>
 void appendReal(std::string* text, Real number)
 {
-    if (std::isfinite(number))
-        appendWithToChars(text, number);
-    else
+    if (!std::isfinite(number)) {
         text->append(std::isnan(number) ? "\"nan\"" : number < 0 ? "\"-inf\"" : "\"inf\"");
+    } else if (std::fabs(number) < std::ldexp(Real(1), std::numeric_limits<Real>::digits)) {
+        appendWithToChars(text, number);
+    } else {
+        // Of great numbers the library would write digits that they do not have.
+        char buffer[64];
+        text->append(buffer, std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::scientific).ptr);
+    }
 }
 
 void appendPadded(std::string* text, std::int64_t number, int digits)
