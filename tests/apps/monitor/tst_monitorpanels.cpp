@@ -1,15 +1,20 @@
 #include "docklayout.h"
 #include "eventlogtablewidget.h"
 #include "eventpanel.h"
+#include "pathexpressionlineedit.h"
 #include "testbase.h"
 #include "treedesk.h"
 #include "watch.h"
 #include "watchbar.h"
+#include "watcheditor.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QDockWidget>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -24,7 +29,7 @@ private Q_SLOTS:
     void allWhoAskSeeEveryMessage();
     void theNewestEventStaysInSight();
     void eventsLeadToTheirTimes();
-    void watchesLookIntoSubMessages();
+    void watchesFollowTheirExpressions();
 };
 
 namespace
@@ -145,23 +150,19 @@ void tst_monitorpanels::theNewestEventStaysInSight()
     EventLogTableWidget* const events = panel.getTable();
     events->resize(500, 200);
     events->show();
-    const QScrollBar* const bar = events->verticalScrollBar();
+    // Where the view stands after more events.
     const auto add = [events]() {
         for (int i = 0; i < 100; ++i)
             events->insertRow(events->rowCount());
         QCoreApplication::processEvents();
+        const QScrollBar* const bar = events->verticalScrollBar();
+        return QString(bar->value() == 0 ? "top" : bar->value() == bar->maximum() ? "end" : "between");
     };
-    add();
-    const int end = bar->maximum();
-    QVERIFY(end > 0);
-    QCOMPARE(bar->value(), end);
+    QCOMPARE(add(), QString("end"));
     events->scrollToTop();
-    add();
-    QVERIFY(bar->maximum() > end);
-    QCOMPARE(bar->value(), 0);
+    QCOMPARE(add(), QString("top"));
     events->scrollToBottom();
-    add();
-    QCOMPARE(bar->value(), bar->maximum());
+    QCOMPARE(add(), QString("end"));
 }
 
 void tst_monitorpanels::eventsLeadToTheirTimes()
@@ -176,7 +177,7 @@ void tst_monitorpanels::eventsLeadToTheirTimes()
     QCOMPARE(said.value(0).value(0).toString(), QString("No recording that is open has this time."));
 }
 
-void tst_monitorpanels::watchesLookIntoSubMessages()
+void tst_monitorpanels::watchesFollowTheirExpressions()
 {
     TreeDesk desk;
     MessageInfo* const own = new MessageInfo("Point"); // the same type, received on its own
@@ -186,19 +187,30 @@ void tst_monitorpanels::watchesLookIntoSubMessages()
     desk.format.addMessageInfo(own);
     FormatRegistry::getInstance()->addFormat(&desk.format);
     WatchBar bar(&desk);
-    for (const char* expression : {"desk/NAV_STATE/place[1]/x", "desk/NAV_STATE/place/x", "desk/Point/x"})
-        bar.pin(expression);
     const auto texts = [&bar]() {
         QStringList texts;
         for (const Watch* watch : bar.getWatches())
-            texts << watch->getText();
+            texts << watch->getName() + ' ' + watch->getText();
         return texts.join(" | ");
     };
+    bar.pin("desk/NAV_STATE/place[1]/x", "height");
+    bar.pin("desk/NAV_STATE/place[1]/x");
+    QCOMPARE(texts(), QString("height N/A"));
+    // What is typed offers what exists, and a wildcard pins every match: each type with a field of that name.
+    PathExpressionLineEdit* const line = bar.getEditor()->findChild<PathExpressionLineEdit*>();
+    line->selectAll();
+    QTest::keyClicks(line, "*/NAV_STATE/mo");
+    QCOMPARE(line->completer()->model()->rowCount(), 1);
+    QCOMPARE(line->completer()->model()->index(0, 0).data().toString(), QString("desk/NAV_STATE/mode"));
+    line->completer()->popup()->hide();
+    bar.getEditor()->setExpression("desk/*/x");
+    bar.getEditor()->findChild<QPushButton*>()->click();
+    bar.pin("desk/NAV_STATE/place/x");
     desk.send(desk.createNav(1));
     desk.send((new TestMessage(own))->set(ownX, 3.5));
-    QCOMPARE(texts(), QString("2.5 m | 1.5 m, 2.5 m | 3.5"));
+    QCOMPARE(texts(), QString("height 2.5 m | Point#1.x N/A | Point#2.x 3.5 | NAV_STATE.place/x 1.5 m, 2.5 m"));
     desk.send(new TestMessage(desk.nav));
-    QCOMPARE(texts(), QString("N/A | N/A | 3.5"));
+    QCOMPARE(texts(), QString("height N/A | Point#1.x N/A | Point#2.x 3.5 | NAV_STATE.place/x N/A"));
 }
 
 QTEST_MAIN(tst_monitorpanels)

@@ -4,43 +4,37 @@
 #include "formatinfo.h"
 #include "messageinfo.h"
 #include "messagestatistics.h"
-#include "messagestatisticscoordinator.h"
-#include "messagetreewidget.h"
 #include "preferencesdialog.h"
+#include "settingsfile.h"
+#include "shellrun.h"
 #include "statisticscsv.h"
 #include "testbase.h"
+#include "testfolder.h"
 #include "testwindow.h"
-#include "waitfor.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
 #include <QAbstractSlider>
-#include <QAbstractSpinBox>
-#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDockWidget>
 #include <QDoubleSpinBox>
 #include <QHeaderView>
-#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QScrollBar>
-#include <QSettings>
-#include <QSpinBox>
+#include <QPushButton>
 #include <QStandardItemModel>
-#include <QTemporaryDir>
 #include <QToolTip>
 #include <QTreeView>
 
-/** The window as a whole: everything can be reached and named, set and kept. */
+/** The window as a whole, and the program: everything can be reached and named, set and kept. */
 class tst_monitorwindow : public TestBase
 {
     Q_OBJECT
 
+private:
+    const TestFolder m_folder;
+
 private Q_SLOTS:
-    void everyControlHasAName();
+    void aSimulatedVehicleFillsTheViews();
     void emptyViewsSayWhatToDoNext();
     void preferencesAreUsedAndKept();
     void statisticsAreSavedAsValues();
@@ -49,14 +43,9 @@ private Q_SLOTS:
     void confidentialDataIsWarnedOfInTheMenu();
     void textsThatAreCutAreToldInFull();
     void recordingIsSeenAndEndsByTheMenu();
+    void aDamagedSettingsFileIsPutAside();
+    void theProgramSavesPicturesAndSaysWhatIsWrong();
 };
-
-static bool isInteractive(const QWidget* widget)
-{
-    return qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QAbstractItemView*>(widget) ||
-           qobject_cast<const QAbstractSpinBox*>(widget) || qobject_cast<const QComboBox*>(widget) ||
-           qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QAbstractSlider*>(widget);
-}
 
 // What a screen reader has to say of a widget.
 static QString nameOf(const QWidget* window, const QWidget* widget)
@@ -71,36 +60,58 @@ static QString nameOf(const QWidget* window, const QWidget* widget)
     return QString();
 }
 
-static QStringList namelessIn(const QWidget* window)
+static bool isOneOf(const QWidget* widget, std::initializer_list<const char*> kinds)
+{
+    return widget && std::any_of(kinds.begin(), kinds.end(), [=](const char* kind) { return widget->inherits(kind); });
+}
+
+static QString namelessIn(const QWidget* window)
 {
     QStringList nameless;
     for (const QWidget* widget : window->findChildren<QWidget*>()) {
+        const bool isInteractive = isOneOf(widget, {"QAbstractButton", "QAbstractItemView", "QAbstractSpinBox",
+                                                    "QComboBox", "QLineEdit", "QAbstractSlider"});
+        // Parts of widgets that Qt makes and names itself.
         const QString kind = widget->metaObject()->className();
-        // Parts of widgets that Qt makes and names itself, and what only shows.
-        const QWidget* const parent = widget->parentWidget();
-        const bool isPart = kind == "QScrollBar" || kind == "QHeaderView" || kind == "QTabBar" ||
-                            kind.startsWith("QDockWidget") || kind == "QToolBarExtension" ||
-                            kind == "QTableCornerButton" || kind == "QComboBoxListView" || kind == "QMenu" ||
-                            qobject_cast<const QComboBox*>(parent) || qobject_cast<const QAbstractSpinBox*>(parent) ||
-                            qobject_cast<const QLineEdit*>(parent) || (parent && parent->inherits("QMenuBar")) ||
-                            qobject_cast<const QAbstractItemView*>(parent);
-        if (isInteractive(widget) && !isPart && nameOf(window, widget).isEmpty())
-            nameless.append(kind + " in " + (parent ? parent->metaObject()->className() : "nothing"));
+        const bool isPart = isOneOf(widget, {"QScrollBar", "QHeaderView", "QComboBoxListView", "QToolBarExtension"}) ||
+                            kind.startsWith("QDockWidget") || kind == "QTableCornerButton" ||
+                            isOneOf(widget->parentWidget(),
+                                    {"QComboBox", "QAbstractSpinBox", "QLineEdit", "QMenuBar", "QAbstractItemView"});
+        if (isInteractive && !isPart && nameOf(window, widget).isEmpty())
+            nameless.append(kind + " in " + widget->parentWidget()->metaObject()->className());
     }
-    return nameless;
+    return nameless.join(", ");
 }
 
-void tst_monitorwindow::everyControlHasAName()
+void tst_monitorwindow::aSimulatedVehicleFillsTheViews()
 {
     TestWindow window;
+    window.find<TypePanel>()->chooseWhenSeen({"ATTITUDE"});
+    window.getPlot()->plot("corvel/ATTITUDE/roll");
     window.show();
     window.openSimulation();
-    QVERIFY(waitFor([&]() { return window.getTree()->topLevelItemCount() >= 5; }, 30000));
+    EVENTUALLY(window.getTree()->topLevelItemCount() >= 10 && !window.valueOf("ATTITUDE", "roll").isEmpty());
+    const QString before = window.valueOf("ATTITUDE", "roll");
+    EVENTUALLY(window.valueOf("ATTITUDE", "roll") != before);
+    EVENTUALLY(window.countedTypes().count(',') >= 10);
+    QVERIFY(window.getEvents()->rowCount() >= 1);
+    // The plot has every message, fifty a second, of which the other views show twenty.
+    const PlotSeries* const series = window.getPlot()->getSeries().front().get();
+    EVENTUALLY(series->getMessageCount() >= 30);
+    quint64 received = 0;
+    const QVector<StreamIdentities::Row> rows = window.getSource()->getIdentities().getRows();
+    for (int i = 0; i < rows.size(); ++i)
+        received += rows.at(i).typeName == "ATTITUDE" ? window.getSource()->getCounters().getCount(i) : 0;
+    QCOMPARE(series->getMessageCount(), received);
+    const QList<QWidget*> widgets = window.findChildren<QWidget*>();
+    QVERIFY(std::any_of(widgets.begin(), widgets.end(),
+                        [](const QWidget* widget) { return widget->windowTitle() == "ATTITUDE"; })); // its form
+
+    // Every control has a name.
     window.find<TreePanel>()->getFindBar()->find("roll");
-    window.getPlot()->plot("corvel/ATTITUDE/roll");
-    QCOMPARE(namelessIn(&window).join(", "), QString());
+    QCOMPARE(namelessIn(&window), QString());
     const PreferencesDialog dialog(Preferences(), true);
-    QCOMPARE(namelessIn(&dialog).join(", "), QString());
+    QCOMPARE(namelessIn(&dialog), QString());
     QVERIFY(window.getAboutText().contains("GPL-3.0-or-later")); // as its plot is
 }
 
@@ -123,8 +134,7 @@ void tst_monitorwindow::emptyViewsSayWhatToDoNext()
 
 void tst_monitorwindow::preferencesAreUsedAndKept()
 {
-    QTemporaryDir folder;
-    const QString path = folder.filePath("preferences.ini");
+    QSettings settings(m_folder.filePath("preferences.ini"), QSettings::IniFormat);
     const QPalette before = QApplication::palette();
     {
         TestWindow window;
@@ -145,13 +155,11 @@ void tst_monitorwindow::preferencesAreUsedAndKept()
         QCOMPARE(Corvel::floatingPointDecimals(), 3);
         QVERIFY(Corvel::confidentialInformationDisplayEnabled());
         QVERIFY(QApplication::palette().color(QPalette::Base).lightness() < 60);
-        QSettings settings(path, QSettings::IniFormat);
         window.saveSettings(settings);
     }
     Corvel::setConfidentialInformationDisplayEnabled(false);
     Corvel::setFloatingPointDecimals(-1);
     TestWindow window;
-    QSettings settings(path, QSettings::IniFormat);
     settings.setValue("preferences/silentIntervals", "many");
     window.restoreSettings(settings);
     QCOMPARE(window.getDesk()->getLatest()->getRate(), 7);
@@ -261,30 +269,56 @@ void tst_monitorwindow::textsThatAreCutAreToldInFull()
 
 void tst_monitorwindow::recordingIsSeenAndEndsByTheMenu()
 {
-    QTemporaryDir folder;
     TestWindow window;
     window.show();
-    // "RSC" for what can be done of Record, Stop Recording and Close Source.
-    const auto enabled = [&window]() {
+    // "RSC" for what can be done of Record, Stop Recording and Close Source, and the state of the source.
+    const auto state = [&window]() {
         QString letters;
         for (const char* text : {"Record...", "Stop Recording", "Close Source"})
             letters += window.findAction(text)->isEnabled() ? *text : '-';
-        return letters;
+        const QString text = window.getSources()->index(0, SourceModel::StateColumn).data().toString();
+        return letters + ' ' + text.section(',', 0, 0);
     };
-    QCOMPARE(enabled(), QString("---"));
+    QCOMPARE(state(), QString("--- "));
     window.openSimulation();
-    QCOMPARE(enabled(), QString("R-C"));
-    SourceModel* const sources = window.getSources();
-    QTRY_COMPARE(int(sources->getSession(0)->getState()), int(SourceSession::Receiving));
+    EVENTUALLY_IS(state(), "R-C receiving");
     QString error;
-    QVERIFY(sources->getSession(0)->startRecording(folder.filePath("a.tlog"), &error));
-    const QModelIndex state = sources->index(0, SourceModel::StateColumn);
-    QVERIFY2(state.data().toString().startsWith("recording, "), qPrintable(state.data().toString()));
-    QVERIFY(!state.data(Qt::DecorationRole).value<QIcon>().isNull());
-    QCOMPARE(enabled(), QString("-SC"));
+    QVERIFY(window.getSources()->getSession(0)->startRecording(m_folder.filePath("a.tlog"), &error));
+    QCOMPARE(state(), QString("-SC recording"));
+    const QModelIndex index = window.getSources()->index(0, SourceModel::StateColumn);
+    QVERIFY(!index.data(Qt::DecorationRole).value<QIcon>().isNull());
     window.findAction("Stop Recording")->trigger();
-    QCOMPARE(state.data().toString(), QString("receiving"));
-    QCOMPARE(enabled(), QString("R-C"));
+    QCOMPARE(state(), QString("R-C receiving"));
+}
+
+void tst_monitorwindow::aDamagedSettingsFileIsPutAside()
+{
+    const QByteArray damage("[tree]\ncolumns=\0\0\0\xff\xfe", 20);
+    const QString path = m_folder.write("monitor.ini", damage);
+    QString problem;
+    QVERIFY(SettingsFile::open(path, &problem)->allKeys().isEmpty());
+    QVERIFY(problem.contains(path + ".damaged"));
+    QFile aside(path + ".damaged");
+    QVERIFY(aside.open(QIODevice::ReadOnly));
+    QCOMPARE(aside.readAll(), damage);
+}
+
+void tst_monitorwindow::theProgramSavesPicturesAndSaysWhatIsWrong()
+{
+    static const TextRow rows[] = {
+        {"corvel-monitor --screenshot a.png --after 2 --size 1200x750 --form ATTITUDE --watch "
+         "corvel/VFR_HUD/groundspeed"
+         " 2>/dev/null",
+         ""},
+        {"corvel-monitor --speed fast", "! ...--speed...\n= 1"},
+        {"corvel-monitor --size 5 --after 1", "! ...--size takes <width>x<height>...\n= 1"},
+        {"corvel-monitor --palette pink", "! ...--palette takes system, light or dark...\n= 1"},
+        {"{ corvel-monitor /nowhere/flight.tlog --screenshot b.png; echo \"= $?\"; } 2>&1 | grep -v -e QStandard -e "
+         "plugin",
+         "...flight.tlog...\n= 2"},
+    };
+    check(rows, m_folder.path());
+    QCOMPARE(QImage(m_folder.filePath("a.png")).size(), QSize(1200, 750));
 }
 
 QTEST_MAIN(tst_monitorwindow)
