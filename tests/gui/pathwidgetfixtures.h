@@ -1,6 +1,7 @@
 #ifndef PATHWIDGETFIXTURES_H
 #define PATHWIDGETFIXTURES_H
 
+#include "messagefixtures.h"
 #include "pathfixtures.h"
 #include "shown.h"
 
@@ -22,23 +23,6 @@ struct LetterFormat
     FormatInfo info{text("f")};
 };
 
-/** A widget in which one chooses the message type of an expression from what another expression matches. */
-template <typename Widget>
-struct Chooser
-{
-    explicit Chooser(const char* thirdType = "C")
-        : format(thirdType)
-    {
-    }
-
-    QString entries() const { return entriesText(widget); }
-
-    LetterFormat format;
-    PathExpression expression;
-    PathExpression source;
-    Widget widget{&expression, Parts(2), &source};
-};
-
 inline void choose(QComboBox* box, int index)
 {
     box->setCurrentIndex(index);
@@ -49,24 +33,66 @@ inline void choose(QListWidget* list, int index)
     list->setCurrentRow(index);
 }
 
+/**
+ * A widget in which one chooses the message type of an expression from what another expression matches, and what can be
+ * done with them in a word: "set TEXT", "part NUMBER TEXT" and "type NUMBER TEXT" of the expression, "source TEXT",
+ * "parts NUMBER" of the widget, "choose ROW", and "expression on", "expression off", "options on", "options off".
+ */
+template <typename Widget>
+struct Chooser
+{
+    explicit Chooser(const char* thirdType = "C")
+        : format(thirdType)
+    {
+    }
+
+    /** What is offered after @p command. */
+    QString operator()(const QString& command)
+    {
+        const QString verb = command.section(' ', 0, 0);
+        const QString object = command.section(' ', 1);
+        if (verb == "set")
+            expression.setString(object);
+        else if (verb == "part")
+            expression.setString(object.section(' ', 1), partsOf(object));
+        else if (verb == "type")
+            expression.setStringPrefix(object.section(' ', 1), partsOf(object));
+        else if (verb == "source")
+            source.setString(object);
+        else if (verb == "parts")
+            widget.setParts(partsOf(object));
+        else if (verb == "choose")
+            choose(&widget, object.toInt());
+        else if (verb == "expression")
+            widget.setPathExpression(object == "on" ? &expression : nullptr);
+        else if (verb == "options")
+            widget.setOptionsSourcePathExpression(object == "on" ? &source : nullptr);
+        return entriesText(widget);
+    }
+    QString entries() const { return entriesText(widget); }
+    static Parts partsOf(const QString& number) { return Parts(QFlag(number.section(' ', 0, 0).toInt())); }
+
+    LetterFormat format;
+    PathExpression expression;
+    PathExpression source;
+    Widget widget{&expression, Parts(2), &source};
+};
+
 /** Checks that what is offered follows the expressions; a widget without one for the options makes one of its own. */
 template <typename Widget>
 void checkThatItFollows(Chooser<Widget>* chooser)
 {
-    chooser->expression.setString(text("/C"));
-    QCOMPARE(chooser->entries(), text("A, B, <C>"));
-    chooser->source.setString(text("*/*/y"));
-    QCOMPARE(chooser->entries(), text("B, <C>"));
+    const TextRow rows[] = {{"set /C", "A, B, <C>"}, {"source */*/y", "B, <C>"}};
+    QCOMPARE(differences(rows, std::ref(*chooser)), QString());
     {
         const LetterFormat other("D");
         QCOMPARE(chooser->entries(), text("B, <C>, D"));
     }
-    chooser->expression.setString(text("/B"));
-    QCOMPARE(chooser->entries(), text("<B>, C"));
+    QCOMPARE((*chooser)("set /B"), text("<B>, C"));
 
     Widget without(&chooser->expression, Parts(2));
     QCOMPARE(without.getOptionsSourcePathExpression()->parent(), static_cast<QObject*>(&without));
-    QVERIFY(entriesText(without).endsWith(text("A, <B>, C")));
+    QVERIFY(entriesText(without).endsWith("A, <B>, C"));
 }
 
 /** Checks that expressions that were replaced neither change the widget nor are changed by it. */
@@ -74,21 +100,18 @@ template <typename Widget>
 void checkThatItLeavesFormerExpressionsAlone(Chooser<Widget>* chooser)
 {
     PathExpression second;
-    chooser->widget.setPathExpression(&second);
-    second.setString(text("/B"));
-    chooser->expression.setString(text("/A"));
-    QCOMPARE(chooser->entries(), text("A, <B>, C"));
-    choose(&chooser->widget, 2);
-    QCOMPARE(chooser->expression.getString(Parts(2)), text("A"));
     PathExpression otherSource;
+    chooser->widget.setPathExpression(&second);
+    second.setString("/B");
+    const TextRow rows[] = {{"set /A", "A, <B>, C"}, {"choose 2", "A, B, <C>"}};
+    QCOMPARE(differences(rows, std::ref(*chooser)), QString());
+    QCOMPARE(chooser->expression.getString(Parts(2)), text("A"));
     chooser->widget.setOptionsSourcePathExpression(&otherSource);
-    chooser->source.setString(text("nothing"));
-    QCOMPARE(chooser->entries(), text("A, B, <C>"));
-    chooser->widget.setPathExpression(nullptr);
-    const QString without = chooser->entries();
-    second.setString(text("/A"));
+    QCOMPARE((*chooser)("source nothing"), text("A, B, <C>"));
+    const QString without = (*chooser)("expression off");
+    second.setString("/A");
     QCOMPARE(chooser->entries(), without);
-    chooser->widget.setOptionsSourcePathExpression(nullptr);
+    (*chooser)("options off");
 }
 
 /** Checks what comes of it when those who hear of a change, by @p chosenSignal, change the widget themselves. */
@@ -96,15 +119,15 @@ template <typename Widget>
 void checkThatListenersMayChangeIt(Chooser<Widget>* chooser, const char* chosenSignal)
 {
     Widget* const widget = &chooser->widget;
-    chooser->expression.setString(text("f/B"));
-    OnceCaller updater([widget]() { widget->setParts(Parts(2)); });
-    QObject::connect(widget, chosenSignal, &updater, SLOT(call()));
-    chooser->source.setString(text("*/*/y"));
+    chooser->expression.setString("f/B");
+    const Answer updater(
+        widget, chosenSignal, [widget] { widget->setParts(Parts(2)); }, 1);
+    QCOMPARE((*chooser)("source */*/y"), text("<B>, C"));
     QCOMPARE(chooser->expression.getString(PathExpression::AllParts), text("f/B"));
-    QCOMPARE(chooser->entries(), text("<B>, C"));
 
-    OnceCaller remover([widget]() { widget->setPathExpression(nullptr); });
-    QObject::connect(&chooser->expression, SIGNAL(expressionChanged(const QString&)), &remover, SLOT(call()));
+    const Answer remover(
+        &chooser->expression, SIGNAL(expressionChanged(const QString&)),
+        [widget] { widget->setPathExpression(nullptr); }, 1);
     choose(widget, 1);
     QCOMPARE(chooser->expression.getString(PathExpression::AllParts), text("f/C"));
     QVERIFY(!widget->getPathExpression());

@@ -2,7 +2,24 @@
 #include "pathwidgetfixtures.h"
 #include "testbase.h"
 
-typedef Chooser<PathExpressionComboBox> Box;
+/** With "all on", "all off" or "all off TEXT" for the option that stands for all, too. */
+struct Box : Chooser<PathExpressionComboBox>
+{
+    explicit Box(const char* thirdType = "C")
+        : Chooser<PathExpressionComboBox>(thirdType)
+    {
+    }
+
+    QString operator()(const QString& command)
+    {
+        const QStringList words = command.split(' ');
+        if (words.first() == "all" && words.size() == 2)
+            widget.setAllOptionEnabled(words.at(1) == "on");
+        else if (words.first() == "all")
+            widget.setAllOptionEnabled(words.at(1) == "on", words.at(2));
+        return Chooser<PathExpressionComboBox>::operator()(command);
+    }
+};
 
 class tst_PathExpressionComboBox : public TestBase
 {
@@ -10,143 +27,110 @@ class tst_PathExpressionComboBox : public TestBase
 
 private Q_SLOTS:
     void offersAllAndWhatTheSourceMatches();
-    void saysWhatIsMissing();
-    void wildCardIsShownEvenWhenItIsNotOffered();
+    void optionThatReadsLikeAllIsTheWildCard();
     void followsItsExpressions();
     void choosingWritesTheText();
-    void optionThatReadsLikeAllIsTheWildCard();
-    void rebuildingWritesNothing();
-    void ownWritesDoNotRebuildTheBox();
     void listenersMayChangeIt();
 };
 
 void tst_PathExpressionComboBox::offersAllAndWhatTheSourceMatches()
 {
     Box box;
-    QCOMPARE(box.entries(), text("<>, All, A, B, C"));
-    box.expression.setString(text("f/B"));
-    QCOMPARE(box.entries(), text("All, A, <B>, C"));
-    box.expression.setString(text("b"), Parts(2)); // no option, and yet shown
-    QCOMPARE(box.entries(), text("<b>, All, A, B, C"));
-    box.widget.setAllOptionEnabled(false);
-    QCOMPARE(box.entries(), text("<b>, A, B, C"));
-    box.widget.setParts(Parts(1));
-    QCOMPARE(box.entries(), text("<f>"));
-    box.expression.setString(text("All"), Parts(2)); // found among the entries, not the options
-    box.widget.setParts(Parts(2));
-    box.widget.setAllOptionEnabled(true);
-    QCOMPARE(box.entries(), text("<All>, A, B, C"));
-    QVERIFY(!box.expression.isWildCard(Parts(2)));
+    const TextRow rows[] = {
+        {"source", "<>, All, A, B, C"},
+        {"set f/B", "All, A, <B>, C"},
+        {"part 2 b", "<b>, All, A, B, C"}, // no option, and yet shown
+        {"all off", "<b>, A, B, C"},
+        {"parts 1", "<f>"},
+        {"part 2 All", "<f>"},
+        {"parts 2", "<All>, A, B, C"},
+        {"all on", "<All>, A, B, C"}, // found among the entries, not the options
+
+        // What is missing is said.
+        {"expression off", "<Null path expression set!>"},
+        {"options off", "<Null path expression set!>"},
+        {"expression on", "<Null options source path expression set!>"},
+        {"source nothing", "<Null options source path expression set!>"},
+        {"options on", "<No options>"},
+        {"part 2 *", "<No options>"},
+
+        // The wild card is shown even when it is not offered.
+        {"source", "<All>, A, B, C"},
+        {"all off Any", "<Any>, A, B, C"},
+        {"set /B", "A, <B>, C"},
+
+        // The box is not rebuilt by what it writes.
+        {"all on", "All, A, <B>, C"},
+        {"set /no option", "<no option>, All, A, B, C"},
+        {"choose 3", "no option, All, A, <B>, C"},
+        {"expression on", "All, A, <B>, C"},
+    };
+    QCOMPARE(differences(rows, std::ref(box)), QString());
 }
 
-void tst_PathExpressionComboBox::saysWhatIsMissing()
+void tst_PathExpressionComboBox::optionThatReadsLikeAllIsTheWildCard()
 {
-    Box box;
-    box.widget.setPathExpression(nullptr);
-    box.widget.setOptionsSourcePathExpression(nullptr);
-    QCOMPARE(box.entries(), text("<Null path expression set!>"));
-    box.widget.setPathExpression(&box.expression);
-    QCOMPARE(box.entries(), text("<Null options source path expression set!>"));
-    box.source.setString(text("nothing"));
-    box.widget.setOptionsSourcePathExpression(&box.source);
-    QCOMPARE(box.entries(), text("<No options>"));
-    box.expression.setWildCard(Parts(2));
-    QCOMPARE(box.entries(), text("<No options>"));
-    QCOMPARE(box.expression.getString(Parts(2)), text("*"));
-}
-
-void tst_PathExpressionComboBox::wildCardIsShownEvenWhenItIsNotOffered()
-{
-    Box box;
-    box.expression.setWildCard(Parts(2));
-    QCOMPARE(box.entries(), text("<All>, A, B, C"));
-    box.widget.setAllOptionEnabled(false, text("Any"));
-    QCOMPARE(box.entries(), text("<Any>, A, B, C"));
-    box.expression.setString(text("/B"));
-    QCOMPARE(box.entries(), text("A, <B>, C"));
+    Box box("All");
+    const auto play = [&](const QString& command) {
+        const QString offered = box(command);
+        return offered + text(box.expression.isWildCard(Parts(2)) ? " all" : "");
+    };
+    const TextRow ambiguous[] = {
+        {"set f/B", "All, A, <B>, All"},    {"all off All", "A, <B>, All"},
+        {"choose 2", "A, B, <All> all"},    {"all on every", "<every>, A, B, All all"},
+        {"choose 3", "every, A, B, <All>"}, {"choose 0", "<every>, A, B, All all"},
+    };
+    QCOMPARE(differences(ambiguous, play), QString());
 }
 
 void tst_PathExpressionComboBox::followsItsExpressions()
 {
     Box box;
-    box.widget.setAllOptionEnabled(false);
+    box("all off");
     checkThatItFollows(&box);
-    box.expression.setString(text("y"), Parts(4)); // rebuilt, and the same
-    QCOMPARE(box.entries(), text("<B>, C"));
+    QCOMPARE(box("part 4 y"), text("<B>, C")); // rebuilt, and the same
     Box other;
-    other.widget.setAllOptionEnabled(false);
+    other("all off");
     checkThatItLeavesFormerExpressionsAlone(&other);
 }
 
 void tst_PathExpressionComboBox::choosingWritesTheText()
 {
     Box box;
-    box.expression.setString(text("f/C/x"));
+    box.expression.setString("f/C/x");
     PathRecorder recorder(&box.expression);
-    box.widget.setCurrentIndex(1);
-    QCOMPARE(recorder.take(), text("parts 2, text f/A/x, matches"));
-    QTest::keyClick(&box.widget, Qt::Key_Down);
-    QCOMPARE(recorder.take(), text("parts 2, text f/B/x, matches"));
-    box.expression.setStringPrefix(text("x"), Parts(4));
-    recorder.take();
-    box.widget.setCurrentIndex(3);
-    QCOMPARE(recorder.take(),
-             text("parts 2, text f/C/x, matches, matches")); // the edit of another part is completed too
-    box.widget.setCurrentIndex(0);
-    QCOMPARE(recorder.take(), text("parts 2, text f/*/x, matches")); // never the text "All"
-    QVERIFY(box.expression.isWildCard(Parts(2)));
-}
+    const auto written = [&](const QString& command) {
+        if (command == "down")
+            QTest::keyClick(&box.widget, Qt::Key_Down);
+        else
+            box(command);
+        return recorder.take();
+    };
+    const TextRow rows[] = {
+        {"choose 1", "parts 2, text f/A/x, matches"},
+        {"down", "parts 2, text f/B/x, matches"},
+        {"type 4 x", "matches"},
+        {"choose 3", "parts 2, text f/C/x, matches, matches"}, // the edit of another part is completed too
+        {"choose 0", "parts 2, text f/*/x, matches"},          // never the text "All"
+        {"set f/B", "parts 6, text f/B, matches"},
 
-void tst_PathExpressionComboBox::optionThatReadsLikeAllIsTheWildCard()
-{
-    Box box("All");
-    box.expression.setString(text("f/B"));
-    QCOMPARE(box.entries(), text("All, A, <B>, All"));
-    box.widget.setAllOptionEnabled(false, text("All"));
-    QCOMPARE(box.entries(), text("A, <B>, All"));
-    box.widget.setCurrentIndex(2);
-    QVERIFY(box.expression.isWildCard(Parts(2)));
-
-    box.widget.setAllOptionEnabled(true, text("every"));
-    QCOMPARE(box.entries(), text("<every>, A, B, All"));
-    box.widget.setCurrentIndex(3);
-    QCOMPARE(box.expression.getString(Parts(2)), text("All"));
-    box.widget.setCurrentIndex(0);
-    QVERIFY(box.expression.isWildCard(Parts(2)));
-}
-
-void tst_PathExpressionComboBox::rebuildingWritesNothing()
-{
-    Box box;
-    box.expression.setString(text("f/B"));
-    PathRecorder recorder(&box.expression);
-    box.source.setString(text("*/*/x"));
-    box.source.setString(text("nothing"));
-    box.widget.setOptionsSourcePathExpression(nullptr);
-    box.widget.setAllOptionEnabled(false);
-    box.widget.setOptionsSourcePathExpression(&box.source);
-    box.expression.setStringPrefix(text("B"), Parts(2));
-    QCOMPARE(recorder.take(), text("matches"));
-    box.source.setString(QString());
-    QCOMPARE(recorder.take(), QString());
+        // Rebuilding writes nothing.
+        {"source */*/x", ""},
+        {"source nothing", ""},
+        {"options off", ""},
+        {"all off", ""},
+        {"options on", ""},
+        {"type 2 B", "matches"},
+        {"source", ""},
+    };
+    QCOMPARE(differences(rows, written), QString());
     QCOMPARE(box.entries(), text("A, <B>, C"));
-}
-
-void tst_PathExpressionComboBox::ownWritesDoNotRebuildTheBox()
-{
-    Box box;
-    box.expression.setString(text("/no option"));
-    QCOMPARE(box.entries(), text("<no option>, All, A, B, C"));
-    box.widget.setCurrentIndex(3);
-    QCOMPARE(box.entries(), text("no option, All, A, <B>, C"));
-    box.widget.setPathExpression(&box.expression);
-    QCOMPARE(box.entries(), text("All, A, <B>, C"));
 }
 
 void tst_PathExpressionComboBox::listenersMayChangeIt()
 {
     Box box;
-    box.widget.setAllOptionEnabled(false);
+    box("all off");
     checkThatListenersMayChangeIt(&box, SIGNAL(currentIndexChanged(int)));
 }
 

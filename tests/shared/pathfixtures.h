@@ -9,8 +9,6 @@
 
 #include <QStringList>
 
-#include <functional>
-
 /** Writes down the signals of an expression, in order. */
 class PathRecorder : public QObject
 {
@@ -41,67 +39,6 @@ public Q_SLOTS:
 
 private:
     QStringList m_signals;
-};
-
-/** Takes back every change of an expression, so that each commit is a change of its own. */
-class PathUndoer : public QObject
-{
-    Q_OBJECT
-
-public:
-    PathUndoer(PathExpression* expression, const QString& text)
-        : m_expression(expression)
-        , m_text(text)
-    {
-        expression->setString(text);
-        connect(expression, SIGNAL(expressionChanged(const QString&)), SLOT(undo(const QString&)));
-    }
-
-    /** What was set since the last call. */
-    QStringList take()
-    {
-        const QStringList taken = m_changes;
-        m_changes.clear();
-        return taken;
-    }
-
-public Q_SLOTS:
-    void undo(const QString& text)
-    {
-        if (text == m_text)
-            return;
-        m_changes << text;
-        m_expression->setString(m_text);
-    }
-
-private:
-    PathExpression* m_expression;
-    const QString m_text;
-    QStringList m_changes;
-};
-
-/** Answers a signal with a call, once. */
-class OnceCaller : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit OnceCaller(const std::function<void()>& function)
-        : m_function(function)
-    {
-    }
-
-public Q_SLOTS:
-    void call()
-    {
-        std::function<void()> function;
-        function.swap(m_function);
-        if (function)
-            function();
-    }
-
-private:
-    std::function<void()> m_function;
 };
 
 /** Adds a type to @p format, with plain fields of the names in @p fields, which spaces divide. */
