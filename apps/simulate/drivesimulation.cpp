@@ -9,7 +9,6 @@
 #include <google/protobuf/io/zero_copy_stream_impl_lite.h>
 #include <google/protobuf/timestamp.pb.h>
 
-#include <algorithm>
 #include <cstring>
 
 namespace
@@ -115,19 +114,21 @@ const qint64 PartsInterval = 1000000;
 } // namespace
 
 DriveSimulation::DriveSimulation(const Simulation::Settings& settings)
-    : m_settings(settings)
-    , m_linkNumbers(settings.seed, 0)
+    : ChannelSimulation(settings)
 {
     for (int number = 1; number <= settings.senders; ++number) {
         const QByteArray topic = "/vehicle/" + QByteArray::number(number);
-        m_channels.append(Channel{topic, "corvel.demo.Vehicle"});
-        m_schedules.append(Schedule{std::max<qint64>(1, qint64(double(VehicleInterval) / settings.rateFactor)), 0});
-        m_channels.append(Channel{topic + "/parts", "corvel.demo.Part"});
-        m_schedules.append(Schedule{std::max<qint64>(1, qint64(double(PartsInterval) / settings.rateFactor)), 0});
+        addChannel({topic, "corvel.demo.Vehicle", VehicleInterval});
+        addChannel({topic + "/parts", "corvel.demo.Part", PartsInterval});
     }
 }
 
-QByteArray DriveSimulation::getSchema()
+ChannelSimulation::Encoding DriveSimulation::getEncoding() const
+{
+    return {"protobuf", "protobuf"};
+}
+
+QByteArray DriveSimulation::getSchema(const QByteArray&) const
 {
     using namespace google::protobuf;
     io::ArrayInputStream text(SchemaText, int(std::strlen(SchemaText)));
@@ -149,22 +150,10 @@ QByteArray DriveSimulation::getSchema()
     return QByteArray::fromStdString(files.SerializeAsString());
 }
 
-SimulatedFrame DriveSimulation::takeNext()
+QByteArray DriveSimulation::makeMessage(int channel, qint64 sinceStart)
 {
-    const auto next =
-        std::min_element(m_schedules.begin(), m_schedules.end(), [](const Schedule& left, const Schedule& right) {
-            return left.interval * left.sent < right.interval * right.sent;
-        });
-    const int channel = int(next - m_schedules.begin());
-    const quint32 number = quint32(channel / 2 + 1);
-    const qint64 sinceStart = next->interval * next->sent++;
-    SimulatedFrame frame;
-    frame.time = m_settings.startTime + sinceStart;
-    frame.channel = channel;
-    frame.sequence = quint32(next->sent);
-    const DriveMoment moment = {m_settings.seed, number, double(sinceStart) / 1000000, frame.time};
-    frame.bytes = channel % 2 ? DriveMessages::parts(moment) : DriveMessages::vehicle(moment);
-    if (m_linkNumbers.uniform() < m_settings.dropRate || m_settings.isPaused(frame.time))
-        frame.bytes.clear();
-    return frame;
+    const Simulation::Settings& settings = getSettings();
+    const DriveMoment moment = {settings.seed, quint32(channel / 2 + 1), double(sinceStart) / 1000000,
+                                settings.startTime + sinceStart};
+    return channel % 2 ? DriveMessages::parts(moment) : DriveMessages::vehicle(moment);
 }

@@ -1,6 +1,6 @@
 #include "frameoutput.h"
 
-#include "drivesimulation.h"
+#include "channelsimulation.h"
 #include "mcapwriter.h"
 
 #include <QBuffer>
@@ -54,41 +54,31 @@ private:
     bool m_withTimes;
 };
 
-/** A recording of a DriveSimulation, of which bytes get changed in some chunks. */
+/** A recording of a ChannelSimulation, of which bytes get changed in some chunks. */
 class McapOutput : public FrameOutput
 {
 public:
-    explicit McapOutput(const Options& options)
+    McapOutput(const Options& options, const ChannelSimulation* channels)
         : m_file(options.path)
         , m_corruptRate(options.settings.corruptRate)
-        , m_channels(DriveSimulation(options.settings).getChannels())
         , m_numbers(options.settings.seed, 1)
-        , m_writer(&m_buffer, settings())
+        , m_writer(&m_buffer, settings(channels))
     {
+        m_buffer.open(QIODevice::WriteOnly);
+        m_writer.open();
+        m_channels = channels->describe(&m_writer);
     }
 
     bool open() override
     {
         const bool opened =
             m_file.fileName().isEmpty() ? m_file.open(stdout, QIODevice::WriteOnly) : m_file.open(QIODevice::WriteOnly);
-        if (!opened)
-            return failWrite();
-        m_buffer.open(QIODevice::WriteOnly);
-        m_writer.open();
-        const QByteArray schema = DriveSimulation::getSchema();
-        QHash<QByteArray, quint16> schemas;
-        for (const DriveSimulation::Channel& channel : m_channels) {
-            if (!schemas.contains(channel.type))
-                schemas.insert(channel.type, m_writer.addSchema(channel.type, "protobuf", schema));
-            m_numbersOfChannels.append(m_writer.addChannel(channel.topic, "protobuf", schemas.value(channel.type)));
-        }
-        return drain();
+        return opened ? drain() : failWrite();
     }
 
     bool write(const SimulatedFrame& frame) override
     {
-        m_writer.writeMessage(m_numbersOfChannels.at(frame.channel), frame.sequence, quint64(frame.time) * 1000,
-                              frame.bytes);
+        m_writer.writeMessage(m_channels.at(frame.channel), frame.sequence, quint64(frame.time) * 1000, frame.bytes);
         return drain();
     }
 
@@ -104,9 +94,10 @@ public:
     }
 
 private:
-    static McapWriter::Settings settings()
+    static McapWriter::Settings settings(const ChannelSimulation* channels)
     {
         McapWriter::Settings settings;
+        settings.profile = channels->getProfile();
         settings.writerName = "corvel-simulate " CORVEL_VERSION;
         return settings;
     }
@@ -137,11 +128,10 @@ private:
 
     QFile m_file; // without a name for standard output
     double m_corruptRate;
-    QVector<DriveSimulation::Channel> m_channels;
-    QVector<quint16> m_numbersOfChannels;
     RandomNumbers m_numbers;
     QBuffer m_buffer;
     McapWriter m_writer;
+    QVector<quint16> m_channels; // there
 };
 
 /** A datagram for each frame. */
@@ -185,12 +175,12 @@ private:
 
 FrameOutput::~FrameOutput() {}
 
-std::unique_ptr<FrameOutput> FrameOutput::create(const Options& options)
+std::unique_ptr<FrameOutput> FrameOutput::create(const Options& options, const ChannelSimulation* channels)
 {
     if (!options.host.isEmpty())
         return std::make_unique<UdpOutput>(options.host, options.port);
-    if (options.isMcap)
-        return std::make_unique<McapOutput>(options);
+    if (channels)
+        return std::make_unique<McapOutput>(options, channels);
     return std::make_unique<FileOutput>(options.path, options.withTimes);
 }
 

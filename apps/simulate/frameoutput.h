@@ -1,7 +1,10 @@
 #ifndef FRAMEOUTPUT_H
 #define FRAMEOUTPUT_H
 
+#include "framesource.h"
 #include "options.h"
+
+class ChannelSimulation;
 
 /** Where simulated frames go. */
 class FrameOutput
@@ -9,8 +12,12 @@ class FrameOutput
 public:
     virtual ~FrameOutput();
 
-    /** What the options name; never null. */
-    static std::unique_ptr<FrameOutput> create(const Options& options);
+    /**
+     * What the options name; never null.
+     *
+     * @param channels  what a recording is described by, borrowed for the call; null where single frames are written
+     */
+    static std::unique_ptr<FrameOutput> create(const Options& options, const ChannelSimulation* channels);
 
     /** False when it can't be opened. */
     virtual bool open() = 0;

@@ -1,5 +1,6 @@
 #include "drivesimulation.h"
 #include "frameoutput.h"
+#include "robotsimulation.h"
 #include "standardoutput.h"
 
 #include <QCoreApplication>
@@ -44,16 +45,24 @@ private:
     std::chrono::steady_clock::time_point m_started;
 };
 
-bool run(const Options& options, FrameOutput* output)
+/** Null for what is no recording of channels. */
+std::unique_ptr<ChannelSimulation> createChannels(const Options& options)
+{
+    if (options.isRobot)
+        return std::make_unique<RobotSimulation>(options.settings);
+    if (options.isMcap)
+        return std::make_unique<DriveSimulation>(options.settings);
+    return nullptr;
+}
+
+bool run(const Options& options, FrameSource* source, FrameOutput* output)
 {
     if (!output->open())
         return false;
-    const std::unique_ptr<Simulation> flight(options.isMcap ? nullptr : new Simulation(options.settings));
-    const std::unique_ptr<DriveSimulation> drive(options.isMcap ? new DriveSimulation(options.settings) : nullptr);
     const Pacer pacer(options.speed, options.settings.startTime);
     const double end = double(options.settings.startTime) + options.duration * 1000000;
     for (;;) {
-        const SimulatedFrame frame = drive ? drive->takeNext() : flight->takeNext();
+        const SimulatedFrame frame = source->takeNext();
         if (options.duration > 0 && double(frame.time) >= end)
             return output->close();
         if (pacer.mustWait(frame.time)) {
@@ -90,8 +99,12 @@ int main(int argc, char** argv)
         break;
     }
 
-    const std::unique_ptr<FrameOutput> output = FrameOutput::create(options);
-    if (run(options, output.get()))
+    const std::unique_ptr<ChannelSimulation> channels = createChannels(options);
+    const std::unique_ptr<FrameOutput> output = FrameOutput::create(options, channels.get());
+    std::unique_ptr<FrameSource> flight;
+    if (!channels)
+        flight = std::make_unique<Simulation>(options.settings);
+    if (run(options, channels ? channels.get() : flight.get(), output.get()))
         return Success;
     complain(output->getError());
     return OutputFailure;

@@ -1,5 +1,7 @@
 #include "options.h"
 
+#include "robotsimulation.h"
+
 #include <QCommandLineParser>
 #include <QDateTime>
 #include <QUrl>
@@ -9,7 +11,9 @@ namespace
 
 const char Description[] =
     "Writes what a made-up multicopter sends: MAVLink version 2, 18 message types at 1 to 50 Hz. Or, as MCAP, what a\n"
-    "car sends: nested messages of Protocol Buffers, 2 types at 20 and 1 Hz.\n"
+    "car sends: nested messages of Protocol Buffers, 2 types at 20 and 1 Hz. Or what a robot sends: messages of ROS "
+    "2,\n"
+    "10 types at 1 to 100 Hz, with laser scans, pictures and clouds of points.\n"
     "The same options write the same bytes.";
 
 const char OutputHelp[] =
@@ -78,8 +82,8 @@ public:
         return result;
     }
 
-    /** "tlog", "mcap" or "raw". */
-    QString format(const QString& name, const QString& path)
+    /** "tlog", "mcap" or "raw"; @p unset when neither the option nor the path tells. */
+    QString format(const QString& name, const QString& path, const QString& unset)
     {
         const QStringList formats{QStringLiteral("tlog"), QStringLiteral("mcap"), QStringLiteral("raw")};
         const QString format = m_parser.value(name);
@@ -88,7 +92,7 @@ public:
         if (!format.isEmpty())
             return format;
         const QString suffix = path.section(QLatin1Char('.'), -1);
-        return path.contains(QLatin1Char('.')) && formats.contains(suffix) ? suffix : formats.constLast();
+        return path.contains(QLatin1Char('.')) && formats.contains(suffix) ? suffix : unset;
     }
 
     void refuse(const QString& name, const QString& value)
@@ -113,8 +117,8 @@ void addOptions(QCommandLineParser* parser)
     };
     add("duration", "Seconds to simulate; 0 is for ever. Default 60, over UDP for ever.", "seconds");
     add("speed", "How fast: 1 is real time, 0 as fast as possible. Default 0, over UDP 1.", "factor");
-    add("seed", "Another number is another flight. Default 1.", "number");
-    add("senders", "Vehicles, 1 to 255. Default 1.", "number");
+    add("seed", "Another number is another flight or drive. Default 1.", "number");
+    add("senders", "Vehicles, cars or robots, 1 to 255. Default 1.", "number");
     add("rate", "Multiplies the rates of all messages. Default 1.", "factor");
     add("drop", "Share of the frames that get lost, 0 to 1. Default 0.", "share");
     add("corrupt",
@@ -123,6 +127,7 @@ void addOptions(QCommandLineParser* parser)
     add("pause", "No reception from START on for LENGTH seconds. Can be given several times.", "START:LENGTH");
     add("start", "Time at the start, ISO 8601. Default 2024-01-01T12:00:00Z, over UDP now.", "time");
     add("format", "tlog, raw or mcap, in place of what the file's name says.", "format");
+    parser->addOption(QCommandLineOption(QStringLiteral("robot"), QStringLiteral("A robot. Always MCAP.")));
 }
 
 bool parseOutput(const QCommandLineParser& parser, Options* options, QString* error)
@@ -176,20 +181,29 @@ Options::Result Options::parse(const QStringList& arguments, Options* options, Q
     Simulation::Settings& settings = options->settings;
     options->duration = reader.number(QStringLiteral("duration"), 0, most, live ? 0 : FileDuration);
     options->speed = reader.number(QStringLiteral("speed"), 0, most, live ? 1 : 0);
-    const QString format = reader.format(QStringLiteral("format"), options->path);
+    const QString mcap = QStringLiteral("mcap");
+    const QString robot = QStringLiteral("robot");
+    options->isRobot = parser.isSet(robot);
+    const QString format =
+        reader.format(QStringLiteral("format"), options->path, options->isRobot ? mcap : QStringLiteral("raw"));
     options->withTimes = format == QLatin1String("tlog");
-    options->isMcap = format == QLatin1String("mcap");
-    if (options->isMcap && live)
-        reader.refuse(QStringLiteral("format"), format);
+    options->isMcap = format == mcap;
+    if (options->isMcap ? live : options->isRobot)
+        parser.isSet(QStringLiteral("format")) ? reader.refuse(QStringLiteral("format"), format)
+                                               : reader.refuse(robot, parser.positionalArguments().first());
     settings.seed = reader.seed(QStringLiteral("seed"), settings.seed);
     settings.senders = int(reader.number(QStringLiteral("senders"), 1, 255, settings.senders));
     settings.rateFactor = reader.number(QStringLiteral("rate"), 0.001, 1000, settings.rateFactor);
     settings.dropRate = reader.number(QStringLiteral("drop"), 0, 1, settings.dropRate);
     settings.corruptRate = reader.number(QStringLiteral("corrupt"), 0, 1, settings.corruptRate);
     settings.pauses = reader.pauses(QStringLiteral("pause"));
-    const QDateTime start =
+    const QString start = QStringLiteral("start");
+    const QDateTime usual =
         live ? QDateTime::currentDateTimeUtc() : QDateTime::fromString(QLatin1String(FileStart), Qt::ISODate);
-    settings.startTime = reader.time(QStringLiteral("start"), start.toMSecsSinceEpoch() * 1000);
+    settings.startTime = reader.time(start, usual.toMSecsSinceEpoch() * 1000);
+    const double end = double(settings.startTime) + options->duration * 1000000;
+    if (options->isRobot && end > double(RobotSimulation::getLastTime()))
+        reader.refuse(start, parser.value(start));
     *text = reader.getError();
     return text->isEmpty() ? Run : WrongUsage;
 }

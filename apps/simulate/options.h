@@ -24,7 +24,8 @@ struct Options
 
     QString path;           ///< of the file; empty for standard output
     bool withTimes = false; ///< whether the file is a tlog
-    bool isMcap = false;    ///< whether it is an MCAP recording, of cars
+    bool isMcap = false;    ///< whether it is an MCAP recording
+    bool isRobot = false;   ///< whether that is of robots, and not of cars
     QString host;           ///< where datagrams go in place of a file, when not empty
     quint16 port = 0;
     double speed = 0;    ///< 1 is real time; 0 is as fast as possible

@@ -1,19 +1,11 @@
 #ifndef SIMULATEDVEHICLE_H
 #define SIMULATEDVEHICLE_H
 
+#include "framesource.h"
 #include "vehicletelemetry.h"
 
 class MavlinkDialect;
 class MavlinkMessageInfo;
-
-/** A MAVLink frame or a message of a channel, and when it is sent in microseconds since 1970. */
-struct SimulatedFrame
-{
-    qint64 time = 0;
-    QByteArray bytes;
-    int channel = 0;      ///< of DriveSimulation
-    quint32 sequence = 0; ///< of the message in its channel, from 1; 0 for frames, which have it inside
-};
 
 /** A vehicle and what it sends, for ever. The same arguments give the same frames. */
 class SimulatedVehicle

@@ -7,7 +7,7 @@
 #include <vector>
 
 /** Some vehicles, and a link that loses and damages some of what they send. */
-class Simulation
+class Simulation : public FrameSource
 {
 public:
     /** A time without reception, in seconds since the start. */
@@ -32,14 +32,14 @@ public:
     };
 
     explicit Simulation(const Settings& settings);
-    ~Simulation();
+    virtual ~Simulation();
 
     /**
      * The next frame of any vehicle; times never decrease. Frames go on for ever, and the same settings give the same.
      *
      * @return a frame without bytes for one that got lost
      */
-    SimulatedFrame takeNext();
+    SimulatedFrame takeNext() override;
 
     const Settings& getSettings() const { return m_settings; }
 

@@ -4,6 +4,7 @@
 #include "corvelframework_export.h"
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 
 #include <memory>
@@ -70,10 +71,12 @@ public:
     /**
      * Adds a channel.
      *
-     * @param schema  from addSchema(), or 0
+     * @param schema    from addSchema(), or 0
+     * @param metadata  what else is to be known of it, by name
      * @return its number, counted from 1; 0 when there are 65535 already
      */
-    quint16 addChannel(const QByteArray& topic, const QByteArray& encoding, quint16 schema);
+    quint16 addChannel(const QByteArray& topic, const QByteArray& encoding, quint16 schema,
+                       const QMap<QByteArray, QByteArray>& metadata = QMap<QByteArray, QByteArray>());
 
     /**
      * Adds a message to the current chunk.

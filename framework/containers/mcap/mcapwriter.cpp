@@ -320,7 +320,8 @@ quint16 McapWriter::addSchema(const QByteArray& name, const QByteArray& encoding
     return number;
 }
 
-quint16 McapWriter::addChannel(const QByteArray& topic, const QByteArray& encoding, quint16 schema)
+quint16 McapWriter::addChannel(const QByteArray& topic, const QByteArray& encoding, quint16 schema,
+                               const QMap<QByteArray, QByteArray>& metadata)
 {
     if (m_private->channels.size() >= 0xffff)
         return 0;
@@ -330,7 +331,12 @@ quint16 McapWriter::addChannel(const QByteArray& topic, const QByteArray& encodi
     append(&body, schema);
     appendText(&body, topic);
     appendText(&body, encoding);
-    append(&body, quint32(0)); // metadata
+    QByteArray entries;
+    for (auto entry = metadata.begin(); entry != metadata.end(); ++entry) {
+        appendText(&entries, entry.key());
+        appendText(&entries, entry.value());
+    }
+    appendText(&body, entries);
     m_private->channels.append(record(ChannelRecord, body));
     m_private->write(m_private->channels.constLast());
     return number;

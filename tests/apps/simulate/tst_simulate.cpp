@@ -7,6 +7,8 @@
 #include <QUdpSocket>
 
 #include <cmath>
+#include <complex>
+#include <cstring>
 
 namespace
 {
@@ -44,6 +46,7 @@ private Q_SLOTS:
     void movesAsItSays();
     void losesAndDamagesFramesAsAsked();
     void carsHaveNestedAndOptionalFields();
+    void whatARobotSendsAgrees();
     void isAnInputInRealTime();
     void sendsDatagrams();
 };
@@ -98,6 +101,26 @@ void TestSimulate::writesAndRefuses()
          "}],'senders':{'/vehicle/1':{'messages':600,'lost':0,...},'/vehicle/1/parts':{'messages':30,'lost':0,...},"
          "'/vehicle/2':{'messages':600,'lost':0,...},'/vehicle/2/parts':{'messages':30,'lost':0,...}},'events':{}}"},
 
+        // Recordings of robots.
+        {"for seed in 1 1 2; do corvel-simulate --robot --duration 2 --senders 2 --drop 0.1 --seed $seed - | cksum; "
+         "done"
+         " | uniq -c | sed 's/ [0-9]* [0-9]*$//'",
+         "      2\n      1"},
+        {"corvel-simulate --robot --duration=10 robot.mcap;"
+         " corvel-dump --stats robot.mcap | grep -o -e '\"checksumF.*\"statistics' -e '}.,\"senders.*';"
+         " corvel-dump robot.mcap | grep -c -F '[problems]'",
+         "'checksumFailures':{},'unknownIds':{},'unsupportedFrames':0,'lengthMismatches':0,'skippedBytes':0,"
+         "'truncatedFrames':0,'truncatedBytes':0,'statistics\n}],'senders':{"
+         "'/imu/data':{'messages':1000,'lost':0,...},'/joint_states':{'messages':500,'lost':0,...},"
+         "'/odom':{'messages':500,'lost':0,...},'/tf':{'messages':500,'lost':0,...},"
+         "'/scan':{'messages':100,'lost':0,...},'/camera/image_raw':{'messages':100,'lost':0,...},"
+         "'/points':{'messages':50,'lost':0,...},'/fix':{'messages':50,'lost':0,...},"
+         "'/diagnostics':{'messages':10,'lost':0,...},'/chatter':{'messages':10,'lost':0,...}},'events':{}}\n0\n= 1"},
+        {"head -c 40 robot.mcap | grep -a -o ros2; grep -a -o offered_qos_profiles robot.mcap | wc -l", "ros2\n20"},
+        {"corvel-simulate --robot --senders=2 --duration=2 --drop=0.3 - | corvel-dump --stats - |"
+         " grep -o -E '/robot_[12]/fix.:.\"messages\":[0-9],\"lost\":[1-9]'",
+         "/robot_1/fix':{'messages':...,'lost':...\n/robot_2/fix':{'messages':...,'lost':..."},
+
         {"corvel-simulate --help | grep -c -e --corrupt", "1"},
         {"corvel-simulate --seed=1", "! ...one output is needed...\n! ...\n= 1"},
         {"corvel-simulate a.raw b.raw", "! ...one output is needed...\n! ...\n= 1"},
@@ -113,6 +136,10 @@ void TestSimulate::writesAndRefuses()
         {"corvel-simulate --format=csv -", "! ...--format: \"csv\"...\n! ...\n= 1"},
         {"corvel-simulate udp:host:port", "! ...udp:host:port...\n! ...\n= 1"},
         {"corvel-simulate --format=mcap udp:localhost:1", "! ...--format: \"mcap\"...\n! ...\n= 1"},
+        {"corvel-simulate --robot udp:localhost:1", "! ...--robot: \"udp:localhost:1\"...\n! ...\n= 1"},
+        {"corvel-simulate --robot flight.tlog", "! ...--robot: \"flight.tlog\"...\n! ...\n= 1"},
+        {"corvel-simulate --robot --format=raw -", "! ...--format: \"raw\"...\n! ...\n= 1"},
+        {"corvel-simulate --robot --start=2038-01-19T03:13:58Z -", "! ...--start: \"2038-...\n! ...\n= 1"},
         {"corvel-simulate /nowhere/flight.tlog", "! corvel-simulate: /nowhere/flight.tlog: ...\n= 2"},
         {"corvel-simulate /dev/full", "! corvel-simulate: /dev/full: ...\n= 2"},
     };
@@ -198,6 +225,73 @@ void TestSimulate::carsHaveNestedAndOptionalFields()
                                                {"motor", {0, 1}},
                                                {"engine", {0, 1}},
                                                {"target_speed", {0, 1}}}));
+}
+
+void TestSimulate::whatARobotSendsAgrees()
+{
+    const char robot[] = "--robot --duration=10";
+    const auto odometry = fieldsOf("*/nav_msgs/msg/Odometry", robot);
+    const auto joints = fieldsOf("*/sensor_msgs/msg/JointState", robot);
+    const auto inertia = fieldsOf("*/sensor_msgs/msg/Imu", robot);
+    const auto fixes = fieldsOf("*/sensor_msgs/msg/NavSatFix", robot);
+    const auto scans = fieldsOf("*/sensor_msgs/msg/LaserScan", robot);
+    const auto clouds = fieldsOf("*/sensor_msgs/msg/PointCloud2", robot);
+    const auto angle = [](const QJsonValue& rotation) {
+        return 2 * std::atan2(rotation["z"].toDouble(), rotation["w"].toDouble());
+    };
+    const QJsonValue start = fieldsOf("*/tf2_msgs/msg/TFMessage", robot).at(0)["transforms"][0]["transform"];
+    // Where something is in the yard that lies so many metres before and to the left of the robot.
+    const auto inYard = [&](int odometer, double ahead, double left) {
+        const QJsonValue pose = odometry.at(odometer)["pose"]["pose"];
+        const std::complex<double> origin(start["translation"]["x"].toDouble(), start["translation"]["y"].toDouble());
+        const std::complex<double> position(pose["position"]["x"].toDouble(), pose["position"]["y"].toDouble());
+        return origin +
+               std::polar(1.0, angle(start["rotation"])) *
+                   (position + std::polar(1.0, angle(pose["orientation"])) * std::complex<double>(ahead, left));
+    };
+    double driven = 0;
+    for (int i = 0; i < odometry.size(); ++i) {
+        const QJsonValue twist = odometry.at(i)["twist"]["twist"];
+        const double speed = twist["linear"]["x"].toDouble();
+        const double turning = twist["angular"]["z"].toDouble();
+        checkNear(inertia.at(2 * i)["angular_velocity"]["z"].toDouble(), turning, 0.013);
+        checkNear(inertia.at(2 * i)["linear_acceleration"]["y"].toDouble(), speed * turning, 0.13);
+        checkNear(joints.at(i)["velocity"][0].toDouble() * 0.1, speed - 0.2 * turning, 1e-9);
+        if (i > 0)
+            driven += std::abs(inYard(i, 0, 0) - inYard(i - 1, 0, 0));
+        const QJsonValue wheels = joints.at(i)["position"];
+        checkNear((wheels[0].toDouble() + wheels[1].toDouble()) / 2 * 0.1, driven, 1e-3);
+        if (i % 10 != 0)
+            continue;
+        const std::complex<double> place = inYard(i, 0, 0);
+        checkNear((fixes.at(i / 10)["latitude"].toDouble() - 48.1) * 111194.9, place.imag(), 0.15);
+        checkNear((fixes.at(i / 10)["longitude"].toDouble() - 11.2) * 74259, place.real(), 0.15);
+
+        const QByteArray points = QByteArray::fromHex(clouds.at(i / 10)["data"].toString().toLatin1());
+        for (int at = 0; at < points.size(); at += 16) {
+            float point[3];
+            std::memcpy(point, points.constData() + at, sizeof point);
+            const std::complex<double> seen = inYard(i, double(point[2]) + 0.25, double(-point[0]));
+            QVERIFY(std::isnan(point[0]) || (std::abs(seen.real()) < 6.001 && std::abs(seen.imag()) < 4.001 &&
+                                             point[1] < 0.501f && point[1] > -1.501f));
+        }
+    }
+
+    // All that the laser sees lies within the walls, which it sees, too.
+    double farthestEast = 0;
+    double farthestNorth = 0;
+    for (int i = 1; i < scans.size(); ++i) {
+        for (int beam = 0; beam < 360; ++beam) {
+            const double direction = (beam - 180) * M_PI / 180;
+            const double range = scans.at(i)["ranges"][beam].toDouble();
+            const std::complex<double> seen =
+                inYard(i * 5 - 5 + beam / 72, 0.15 + range * std::cos(direction), range * std::sin(direction));
+            farthestEast = std::max(farthestEast, std::abs(seen.real()));
+            farthestNorth = std::max(farthestNorth, std::abs(seen.imag()));
+        }
+    }
+    checkNear(farthestEast, 6.05, 0.06);
+    checkNear(farthestNorth, 4.05, 0.06);
 }
 
 void TestSimulate::isAnInputInRealTime()
