@@ -394,6 +394,14 @@
         <source>JSON schema</source>
         <translation>JSON-Schema</translation>
     </message>
+    <message>
+        <source>ROS 2 message definition</source>
+        <translation>Nachrichtendefinition von ROS 2</translation>
+    </message>
+    <message>
+        <source>ROS 1 message definition</source>
+        <translation>Nachrichtendefinition von ROS 1</translation>
+    </message>
 </context>
 <context>
     <name>EventLogTableWidget</name>
@@ -2230,6 +2238,232 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>the disk is too slow for what arrives</source>
         <translation>der Datenträger ist zu langsam für das, was ankommt</translation>
+    </message>
+</context>
+<context>
+    <name>RosMessage</name>
+    <message>
+        <source>and more</source>
+        <translation>und weitere</translation>
+    </message>
+    <message>
+        <source>byte %1: </source>
+        <translation>Byte %1: </translation>
+    </message>
+    <message>
+        <source>%1 at byte %2: </source>
+        <translation>%1 bei Byte %2: </translation>
+    </message>
+    <message>
+        <source>; the rest is not decoded</source>
+        <translation>; der Rest wird nicht dekodiert</translation>
+    </message>
+    <message>
+        <source>takes %1 bytes where %2 are left</source>
+        <translation>braucht %1 Bytes, wo noch %2 übrig sind</translation>
+    </message>
+    <message>
+        <source>%1 is no truth value</source>
+        <translation>%1 ist kein Wahrheitswert</translation>
+    </message>
+    <message>
+        <source>a text without a zero byte at its end</source>
+        <translation>ein Text ohne Nullbyte am Ende</translation>
+    </message>
+    <message>
+        <source>%1 characters where the schema allows %2</source>
+        <translation>%1 Zeichen, wo das Schema %2 erlaubt</translation>
+    </message>
+    <message>
+        <source>is said to go beyond the end</source>
+        <translation>reicht angeblich über das Ende hinaus</translation>
+    </message>
+    <message>
+        <source>%1 elements where the schema allows %2</source>
+        <translation>%1 Elemente, wo das Schema %2 erlaubt</translation>
+    </message>
+    <message>
+        <source>%1 elements where %2 bytes are left</source>
+        <translation>%1 Elemente, wo noch %2 Bytes übrig sind</translation>
+    </message>
+    <message>
+        <source>is said to be longer than its elements</source>
+        <translation>ist angeblich länger als seine Elemente</translation>
+    </message>
+    <message>
+        <source>%1 nanoseconds are no part of a second</source>
+        <translation>%1 Nanosekunden sind kein Teil einer Sekunde</translation>
+    </message>
+    <message>
+        <source>member %1 must be understood, and is not known</source>
+        <translation>Feld %1 muss verstanden werden und ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>its list of members breaks off</source>
+        <translation>die Liste seiner Felder bricht ab</translation>
+    </message>
+    <message>
+        <source>shorter than the 4 bytes that say how it is written</source>
+        <translation>kürzer als die 4 Bytes, die sagen, wie sie geschrieben ist</translation>
+    </message>
+    <message>
+        <source>written in a way that is not known: %1 %2</source>
+        <translation>auf unbekannte Weise geschrieben: %1 %2</translation>
+    </message>
+    <message>
+        <source>nobody can tell how its wide texts are written; they are shown as if in units of 16 bits</source>
+        <translation>wie ihre breiten Texte geschrieben sind, ist nicht zu erkennen; sie werden wie in Einheiten zu 16 Bit gezeigt</translation>
+    </message>
+    <message>
+        <source>%1 bytes are left over at its end</source>
+        <translation>am Ende sind %1 Bytes übrig</translation>
+    </message>
+    <message>
+        <source>, but %1 bytes where %2 are needed</source>
+        <translation>, aber %1 Bytes, wo %2 nötig sind</translation>
+    </message>
+    <message>
+        <source>%1, %2 bytes</source>
+        <translation>%1, %2 Bytes</translation>
+    </message>
+    <message>
+        <source>%1 points: %2</source>
+        <translation>%1 Punkte: %2</translation>
+    </message>
+</context>
+<context>
+    <name>RosSchema</name>
+    <message>
+        <source>there is no definition of %1</source>
+        <translation>es gibt keine Definition von %1</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is expected here</source>
+        <translation>hier wird „%1“ erwartet</translation>
+    </message>
+    <message>
+        <source>a name is expected here</source>
+        <translation>hier wird ein Name erwartet</translation>
+    </message>
+    <message>
+        <source>these are more names than any system has</source>
+        <translation>das sind mehr Namen, als irgendein System hat</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no definition that can be read</source>
+        <translation>„%1“ ist keine Definition, die gelesen werden kann</translation>
+    </message>
+    <message>
+        <source>nested too deeply</source>
+        <translation>zu tief verschachtelt</translation>
+    </message>
+    <message>
+        <source>%1 is defined twice</source>
+        <translation>%1 ist zweimal definiert</translation>
+    </message>
+    <message>
+        <source>what it is made from is no struct</source>
+        <translation>wovon es abgeleitet ist, ist keine Struktur</translation>
+    </message>
+    <message>
+        <source>the name %1 is there twice</source>
+        <translation>den Namen %1 gibt es zweimal</translation>
+    </message>
+    <message>
+        <source>a union cannot be told by that type</source>
+        <translation>nach diesem Typ kann eine Union nicht unterschieden werden</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no value</source>
+        <translation>„%1“ ist kein Wert</translation>
+    </message>
+    <message>
+        <source>%1 is no flag</source>
+        <translation>%1 ist kein Flag</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no value of the type %2</source>
+        <translation>„%1“ ist kein Wert des Typs %2</translation>
+    </message>
+    <message>
+        <source>the text does not end</source>
+        <translation>der Text endet nicht</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no type</source>
+        <translation>„%1“ ist kein Typ</translation>
+    </message>
+    <message>
+        <source>a type is expected here</source>
+        <translation>hier wird ein Typ erwartet</translation>
+    </message>
+    <message>
+        <source>the type %1 is not defined</source>
+        <translation>der Typ %1 ist nicht definiert</translation>
+    </message>
+    <message>
+        <source>no message has as many elements</source>
+        <translation>so viele Elemente hat keine Nachricht</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no size</source>
+        <translation>„%1“ ist keine Größe</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no number</source>
+        <translation>„%1“ ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>%1 is no constant</source>
+        <translation>%1 ist keine Konstante</translation>
+    </message>
+    <message>
+        <source>a text cannot be calculated with</source>
+        <translation>mit einem Text kann nicht gerechnet werden</translation>
+    </message>
+    <message>
+        <source>a value that cannot be calculated</source>
+        <translation>ein Wert, der nicht berechnet werden kann</translation>
+    </message>
+    <message>
+        <source>the schema is too large: %1 bytes</source>
+        <translation>das Schema ist zu groß: %1 Bytes</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no name of a type</source>
+        <translation>„%1“ ist kein Name eines Typs</translation>
+    </message>
+    <message>
+        <source>a name is missing behind the type</source>
+        <translation>hinter dem Typ fehlt ein Name</translation>
+    </message>
+    <message>
+        <source>%1 cannot be a constant</source>
+        <translation>%1 kann keine Konstante sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is too much</source>
+        <translation>„%1“ ist zu viel</translation>
+    </message>
+    <message>
+        <source>%1 is part of itself</source>
+        <translation>%1 ist Teil von sich selbst</translation>
+    </message>
+    <message>
+        <source>%1 is nested too deeply</source>
+        <translation>%1 ist zu tief verschachtelt</translation>
+    </message>
+    <message>
+        <source>%1 has parts nested too deeply</source>
+        <translation>%1 hat zu tief verschachtelte Teile</translation>
+    </message>
+    <message>
+        <source>line %1, column %2: %3</source>
+        <translation>Zeile %1, Spalte %2: %3</translation>
+    </message>
+    <message>
+        <source>Default: %1</source>
+        <translation>Vorgabe: %1</translation>
     </message>
 </context>
 <context>

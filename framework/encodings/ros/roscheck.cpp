@@ -103,7 +103,7 @@ bool RosCheck::readCollection(const Node& node, Place* place)
     const Node& element = *node.element;
     const bool isFixed = element.isFixed && element.isPlain;
     const quint64 end = isFixed ? endOf(element.sizes, inner.at, inner.origin, count) : inner.at;
-    if (end > inner.limit || count > inner.getLeft())
+    if (end > inner.limit || count > Wire::mostElements(element, inner))
         return fail(begin.at, QCoreApplication::translate("RosMessage", "%1 elements where %2 bytes are left")
                                   .arg(count)
                                   .arg(inner.getLeft()));
@@ -133,7 +133,9 @@ bool RosCheck::readStruct(const Plan& plan, Place* place, bool isPlain)
         return failShort(inner, size);
     place->at = inner.at + size;
     inner.limit = place->at;
-    return readMembers(plan, &inner);
+    const bool isWhole = readMembers(plan, &inner);
+    m_isExact = m_isExact && inner.getLeft() == 0;
+    return isWhole;
 }
 
 bool RosCheck::readMembers(const Plan& plan, Place* place)
@@ -144,8 +146,10 @@ bool RosCheck::readMembers(const Plan& plan, Place* place)
     const Place begin = *place;
     for (std::size_t i = 0; i < count; ++i) {
         // A sender of an older version ends before what it does not have.
-        if (plan.hasHeader && aligned(place->at, place->origin, plan.parts[i].node->alignment) >= place->limit)
+        if (plan.hasHeader && aligned(place->at, place->origin, plan.parts[i].node->alignment) >= place->limit) {
+            m_isExact = false;
             return true;
+        }
         if (!readMember(plan, i, place))
             return false;
     }

@@ -21,6 +21,8 @@ public:
 
     /** How many bytes were not needed. */
     quint32 getLeft() const { return m_left; }
+    /** Whether every struct that says how long it is ended there: its sender knows the same members. */
+    bool isExact() const { return m_isExact; }
 
     /** Of very many only the first. */
     const QStringList& getProblems() const { return m_problems; }
@@ -46,6 +48,7 @@ private:
 
     const Ros::Wire& m_wire;
     quint32 m_left = 0;
+    bool m_isExact = true;
     std::vector<Step> m_path;
     QStringList m_problems;
 };

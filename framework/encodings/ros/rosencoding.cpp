@@ -1,12 +1,13 @@
 #include "rosencoding.h"
 
+#include "idlparser.h"
 #include "rosmsgparser.h"
 #include "rostypebuilder.h"
 
 #include <QCoreApplication>
 
-static const Encoding::Traits CdrTraits{"cdr", QT_TRANSLATE_NOOP("Encoding", "ROS 2 message definition"), "", "ros2msg",
-                                        false};
+static const Encoding::Traits CdrTraits{"cdr", QT_TRANSLATE_NOOP("Encoding", "ROS 2 message definition"), "",
+                                        "ros2msg ros2idl omgidl", false};
 static const Encoding::Traits Ros1Traits{"ros1", QT_TRANSLATE_NOOP("Encoding", "ROS 1 message definition"), "",
                                          "ros1msg", false};
 
@@ -78,9 +79,12 @@ RosEncoding::Made RosEncoding::make(const TypeSchema& schema)
     }
     m_size += schema.data.size();
     std::unique_ptr<Ros::Schema> read(new Ros::Schema);
+    const QString text = Ros::decodeSchema(schema.data);
     const RosMsgParser::Dialect dialect = m_isRos1 ? RosMsgParser::Ros1 : RosMsgParser::Ros2;
+    const bool isIdl = schema.encoding.endsWith("idl");
     const Ros::Struct* const structure =
-        RosMsgParser(dialect, read.get()).parse(Ros::decodeSchema(schema.data), schema.name, &made.error);
+        isIdl ? IdlParser(read.get(), schema.encoding == "ros2idl").parse(text, schema.name, &made.error)
+              : RosMsgParser(dialect, read.get()).parse(text, schema.name, &made.error);
     if (!structure)
         return made;
     const auto types = std::make_shared<const RosTypes>(std::move(read), m_isRos1);

@@ -46,18 +46,6 @@ bool isTypeName(const QString& text)
     return parts.size() <= 3 && std::all_of(parts.begin(), parts.end(), isName);
 }
 
-// "pkg/msg/Type" and "pkg/Type" are one.
-QString keyOf(const QString& name)
-{
-    const QStringList parts = name.split(QLatin1Char('/'));
-    return parts.constFirst() + QLatin1Char('/') + parts.constLast();
-}
-
-QString lastPart(const QString& name)
-{
-    return name.section(QLatin1Char('/'), -1);
-}
-
 bool isSeparator(const QString& line)
 {
     return line.size() >= 2 && line.count(QLatin1Char('=')) == line.size();
@@ -120,12 +108,12 @@ bool RosMsgParser::readDefinitions(const QStringList& lines, const QString& name
                 return false;
             ++i;
             begin(found.captured(1));
-            if (!isTypeName(m_name)) {
+            if (!isTypeName(m_name) || !m_schema->addName()) {
                 m_number = i + 1;
                 return fail(QCoreApplication::translate("RosSchema", "\"%1\" is no name of a type").arg(m_name), 0);
             }
-        } else if (trimmed == QLatin1String("---")) {
-            addParts();
+        } else if (trimmed == QLatin1String("---") && m_parts.size() < 3) {
+            addPart();
         } else if (!readLine(lines.at(i))) {
             return false;
         }
@@ -141,14 +129,15 @@ void RosMsgParser::begin(const QString& name)
     m_parts.clear();
     m_head.clear();
     m_isHead = true;
-    addParts();
+    addPart();
 }
 
 /** Begins a part of a service or an action, or the only one of a message. */
-void RosMsgParser::addParts()
+void RosMsgParser::addPart()
 {
     m_struct = m_schema->addStruct(m_name);
     m_parts.push_back(m_struct);
+    m_names.clear();
     m_above.clear();
     m_lastComment = nullptr;
 }
@@ -167,8 +156,6 @@ void RosMsgParser::nameParts()
 
 bool RosMsgParser::end()
 {
-    if (m_parts.size() > 3)
-        return fail(QCoreApplication::translate("RosSchema", "%1 has too many parts").arg(m_name), 0);
     nameParts();
     m_parts.front()->description = paragraphs(m_head);
     for (Struct* part : m_parts) {
@@ -200,6 +187,12 @@ void RosMsgParser::readComment(const QString& comment, bool isIndented)
         m_above.append(text);
 }
 
+void RosMsgParser::skipBlanks()
+{
+    while (m_at < m_line.size() && m_line.at(m_at).isSpace())
+        ++m_at;
+}
+
 QString RosMsgParser::takeName()
 {
     const int begin = m_at;
@@ -211,10 +204,6 @@ QString RosMsgParser::takeName()
 bool RosMsgParser::readLine(const QString& line)
 {
     m_line = line;
-    const auto skipBlanks = [this] {
-        while (m_at < m_line.size() && m_line.at(m_at).isSpace())
-            ++m_at;
-    };
     m_at = 0;
     skipBlanks();
     if (m_at == m_line.size()) {
@@ -227,73 +216,91 @@ bool RosMsgParser::readLine(const QString& line)
         return true;
     }
     m_isHead = false;
+    if (!m_schema->addName())
+        return fail(QCoreApplication::translate("RosSchema", "these are more names than any system has"));
     const int typeColumn = m_at;
-    while (m_at < m_line.size() && !m_line.at(m_at).isSpace())
-        ++m_at;
-    const QString word = m_line.mid(typeColumn, m_at - typeColumn);
+    int end = m_at;
+    while (end < m_line.size() && !m_line.at(end).isSpace())
+        ++end;
     Type type;
-    const int behind = m_at;
-    m_at = typeColumn;
-    if (!readType(word, &type))
+    if (!readType(m_line.mid(typeColumn, end - typeColumn), &type))
         return false;
-    m_at = behind;
+    m_at = end;
     skipBlanks();
-    Member member;
-    member.place = TextPlace{m_number, typeColumn + 1};
     const int nameColumn = m_at;
-    member.name = takeName();
-    if (!isName(member.name))
+    const QString name = takeName();
+    if (!isName(name))
         return fail(QCoreApplication::translate("RosSchema", "a name is missing behind the type"), nameColumn);
     skipBlanks();
     const bool isConstant = m_at < m_line.size() && m_line.at(m_at) == QLatin1Char('=');
     m_at += int(isConstant);
     skipBlanks();
+    QString comment;
+    const QString value = takeValue(type, isConstant, &comment);
+    QString* const description = isConstant ? addConstant(name, type, value) : addMember(name, type, value, typeColumn);
+    if (!description)
+        return false;
+    *description = m_above.join(QLatin1Char('\n')) + QLatin1Char('\n') + comment;
+    m_above.clear();
+    m_lastComment = description;
+    return true;
+}
 
-    // The end of a text of ROS 1 is that of the line; a quoted one can have anything in it.
+/** What stands up to the comment. */
+QString RosMsgParser::takeValue(const Type& type, bool isConstant, QString* comment)
+{
     int hash = static_cast<int>(m_line.indexOf(QLatin1Char('#'), m_at));
     const QChar first = m_at < m_line.size() ? m_line.at(m_at) : QChar();
     const bool isText = type.kind == Kind::String || type.kind == Kind::WideString;
-    if (isText && m_dialect == Ros2 && (first == QLatin1Char('"') || first == QLatin1Char('\''))) {
+    // The end of a text of ROS 1 is that of the line; a quoted one of ROS 2 can have anything in it.
+    if (isText && m_dialect == Ros1 && isConstant) {
+        hash = -1;
+    } else if (isText && m_dialect == Ros2 && (first == QLatin1Char('"') || first == QLatin1Char('\''))) {
         int close = m_at + 1;
         while (close < m_line.size() && m_line.at(close) != first)
             close += m_line.at(close) == QLatin1Char('\\') ? 2 : 1;
         if (close < m_line.size())
             hash = static_cast<int>(m_line.indexOf(QLatin1Char('#'), close));
-    } else if (isText && isConstant && m_dialect == Ros1) {
-        hash = -1;
     }
-    const QString value = m_line.mid(m_at, hash < 0 ? -1 : hash - m_at).trimmed();
-    QString* description;
-    if (isConstant) {
-        Constant constant;
-        constant.name = member.name;
-        constant.kind = type.kind;
-        constant.before = m_struct->members.size();
-        if (!isNumber(type.kind) && !isText)
-            return fail(QCoreApplication::translate("RosSchema", "%1 cannot be a constant").arg(word), typeColumn);
-        if (!readValue(value, &constant))
-            return fail(QCoreApplication::translate("RosSchema", "\"%1\" is no value of the type %2").arg(value, word));
-        m_struct->constants.push_back(constant);
-        description = &m_struct->constants.back().description;
-    } else {
-        if (m_dialect == Ros1 && !value.isEmpty())
-            return fail(QCoreApplication::translate("RosSchema", "\"%1\" is too much").arg(value));
-        const auto same = [&](const Member& other) { return other.name == member.name; };
-        if (std::any_of(m_struct->members.begin(), m_struct->members.end(), same))
-            return fail(QCoreApplication::translate("RosSchema", "the name %1 is there twice").arg(member.name),
-                        nameColumn);
-        member.defaultText = value;
-        member.id = static_cast<quint32>(m_struct->members.size());
-        member.type = m_schema->addType(type);
-        m_struct->members.push_back(member);
-        description = &m_struct->members.back().description;
-    }
-    *description = m_above.join(QLatin1Char('\n'));
-    m_above.clear();
     if (hash >= 0)
-        *description += QLatin1Char('\n') + m_line.mid(hash + 1);
-    m_lastComment = description;
-    return true;
+        *comment = m_line.mid(hash + 1);
+    return m_line.mid(m_at, hash < 0 ? -1 : hash - m_at).trimmed();
+}
+
+/** Returns where its description belongs; null where there is an error. */
+QString* RosMsgParser::addConstant(const QString& name, const Type& type, const QString& value)
+{
+    Constant constant;
+    constant.name = name;
+    constant.kind = type.kind;
+    constant.before = m_struct->members.size();
+    if (!isNumber(type.kind) && type.kind != Kind::String && type.kind != Kind::WideString)
+        fail(QCoreApplication::translate("RosSchema", "%1 cannot be a constant").arg(type.name), 0);
+    else if (!readValue(value, &constant))
+        fail(QCoreApplication::translate("RosSchema", "\"%1\" is no value of the type %2").arg(value, type.name));
+    if (!m_error.isEmpty())
+        return nullptr;
+    m_struct->constants.push_back(constant);
+    return &m_struct->constants.back().description;
+}
+
+QString* RosMsgParser::addMember(const QString& name, const Type& type, const QString& value, int column)
+{
+    if (m_dialect == Ros1 && !value.isEmpty())
+        fail(QCoreApplication::translate("RosSchema", "\"%1\" is too much").arg(value));
+    else if (m_names.contains(name))
+        fail(QCoreApplication::translate("RosSchema", "the name %1 is there twice").arg(name));
+    if (!m_error.isEmpty())
+        return nullptr;
+    m_names.insert(name);
+    Member member;
+    member.name = name;
+    member.place = TextPlace{m_number, column + 1};
+    member.defaultText = value;
+    member.id = static_cast<quint32>(m_struct->members.size());
+    member.type = m_schema->addType(type);
+    m_struct->members.push_back(member);
+    return &m_struct->members.back().description;
 }
 
 bool RosMsgParser::readValue(const QString& text, Constant* constant)
@@ -356,92 +363,4 @@ bool RosMsgParser::readType(const QString& word, Type* type)
     collection.kind = size.isEmpty() || isBounded ? Kind::Sequence : Kind::Array;
     *type = collection;
     return true;
-}
-
-bool RosMsgParser::resolve()
-{
-    // Types that are looked up on the way bring no members that are not known.
-    for (std::size_t i = 0; i < m_schema->structs.size(); ++i) {
-        Struct& structure = m_schema->structs[i];
-        for (Member& member : structure.members) {
-            const Type* type = member.type->element ? member.type->element : member.type;
-            m_number = member.place.line;
-            m_at = member.place.column - 1;
-            // It was made here and belongs to this schema.
-            if (type->kind == Unknown && !type->structure && !resolve(const_cast<Type*>(type), structure.name))
-                return false;
-            member.unit = member.unit.isEmpty() ? unitIn(member.description) : member.unit;
-            member.description = paragraphs(member.description.split(QLatin1Char('\n')));
-        }
-        for (Constant& constant : structure.constants)
-            constant.description = paragraphs(constant.description.split(QLatin1Char('\n')));
-    }
-    return true;
-}
-
-bool RosMsgParser::resolve(Type* type, const QString& holder)
-{
-    type->structure = find(type->name, holder);
-    return type->structure ||
-           fail(QCoreApplication::translate("RosSchema", "the type %1 is not defined").arg(type->name));
-}
-
-Struct* RosMsgParser::find(const QString& name, const QString& holder)
-{
-    const bool isBare = !name.contains(QLatin1Char('/'));
-    const QString package = holder.section(QLatin1Char('/'), 0, 0);
-    QString key = isBare ? package + QLatin1Char('/') + name : keyOf(name);
-    if (m_dialect == Ros1 && name == QLatin1String("Header"))
-        key = QStringLiteral("std_msgs/Header");
-    Struct* found = m_byKey.value(key);
-    if (!found)
-        found = builtIn(isBare ? name : key);
-    if (found || !isBare)
-        return found;
-    for (auto other = m_byKey.constBegin(); other != m_byKey.constEnd(); ++other) {
-        if (lastPart(other.key()) != name)
-            continue;
-        if (found)
-            return nullptr;
-        found = *other;
-    }
-    return found;
-}
-
-/** A time or a duration, which schemas can leave out. */
-Struct* RosMsgParser::builtIn(const QString& key)
-{
-    const QString last = lastPart(key).toLower();
-    const bool isTime = last == QLatin1String("time");
-    if (!isTime && last != QLatin1String("duration"))
-        return nullptr;
-    const bool isWord = key == last; // the words "time" and "duration"
-    if (!isWord && (m_dialect == Ros1 || !key.startsWith(QLatin1String("builtin_interfaces/"))))
-        return nullptr;
-    const Struct::Meaning meaning = isTime ? Struct::Time : Struct::Duration;
-    const QString type = QLatin1String(isTime ? "Time" : "Duration");
-    Struct*& known = m_byKey[m_dialect == Ros1 ? last : QStringLiteral("builtin_interfaces/") + type];
-    const Kind ros1 = isTime ? Kind::UInt32 : Kind::Int32;
-    if (!known && m_dialect == Ros1)
-        known = m_schema->addTime(last, meaning, ros1, ros1, true);
-    else if (!known)
-        known = m_schema->addTime(QStringLiteral("builtin_interfaces/msg/") + type, meaning, Kind::Int32, Kind::UInt32,
-                                  false);
-    return known;
-}
-
-/** The type of the messages that tell of a service's calls; it is nowhere written down. */
-void RosMsgParser::addServiceEvent(const QString& key)
-{
-    static const QString suffix = QStringLiteral("_Event");
-    const QString base = key.endsWith(suffix) ? key.left(key.size() - suffix.size()) : QString();
-    if (!m_byKey.contains(base + QStringLiteral("_Request")) || !m_byKey.contains(base + QStringLiteral("_Response")))
-        return;
-    begin(m_name.contains(QLatin1Char('/')) ? m_byKey.value(base + QStringLiteral("_Request"))->name : key);
-    m_struct->name.replace(QStringLiteral("_Request"), suffix);
-    const QString request = lastPart(base) + QStringLiteral("_Request[<=1] request");
-    const QString response = lastPart(base) + QStringLiteral("_Response[<=1] response");
-    for (const QString& line : {QStringLiteral("service_msgs/ServiceEventInfo info"), request, response})
-        readLine(line);
-    m_byKey.insert(key, m_struct);
 }

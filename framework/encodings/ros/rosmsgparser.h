@@ -4,6 +4,7 @@
 #include "rosschema.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 /**
@@ -30,21 +31,29 @@ public:
 private:
     bool readDefinitions(const QStringList& lines, const QString& name);
     bool readLine(const QString& line);
-    bool readConstant(const QString& name, const QString& value);
+    QString takeValue(const Ros::Type& type, bool isConstant, QString* comment);
+    QString* addConstant(const QString& name, const Ros::Type& type, const QString& value);
+    QString* addMember(const QString& name, const Ros::Type& type, const QString& value, int column);
     bool readValue(const QString& text, Ros::Constant* constant);
     void readComment(const QString& comment, bool isIndented);
     bool readType(const QString& word, Ros::Type* type);
     bool readSize(QString text, quint32* size);
+    void skipBlanks();
     QString takeName();
     void begin(const QString& name);
     bool end();
-    void addParts();
+    void addPart();
     void nameParts();
-    void addServiceEvent(const QString& name);
+
+    // Names, in rosmsgnames.cpp.
+    /** "pkg/msg/Type" and "pkg/Type" are one. */
+    static QString keyOf(const QString& name);
     bool resolve();
     bool resolve(Ros::Type* type, const QString& holder);
     Ros::Struct* find(const QString& name, const QString& holder);
     Ros::Struct* builtIn(const QString& key);
+    void addServiceEvent(const QString& name);
+
     bool fail(const QString& text, int column = -1);
 
     const Dialect m_dialect;
@@ -53,6 +62,7 @@ private:
     std::vector<Ros::Struct*> m_parts;    // of the definition: several of a service
     QString m_name;                       // of the definition
     Ros::Struct* m_struct;                // the part that is being read
+    QSet<QString> m_names;                // of its members
     QStringList m_above;                  // the comment that the next line belongs to
     QStringList m_head;                   // that of the whole definition
     bool m_isHead;

@@ -103,11 +103,15 @@ void RosOpening::tryAll(const RosTypes& types, const Ros::Struct* structure, con
         if (!m_isPlain)
             wire.enter(*plan, &start);
     };
-    for (int way = 0; way < count * wideCount && !isClear; ++way) {
-        use(way);
-        RosCheck check(wire);
-        if (check.readsTo(*plan, m_whole, m_isPlain) && check.getLeft() <= MostPadding)
-            return;
+    // Senders of other versions are rarer than senders that write in another way.
+    for (const bool isStrict : {true, false}) {
+        for (int way = 0; way < count * wideCount && !isClear; ++way) {
+            use(way);
+            RosCheck check(wire);
+            if (check.readsTo(*plan, m_whole, m_isPlain) && check.getLeft() <= MostPadding &&
+                (check.isExact() || !isStrict))
+                return;
+        }
     }
     use(0);
     if (types.hasWideText() && m_problem.isEmpty() && data.size() > HeadSize)

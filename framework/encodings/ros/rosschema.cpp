@@ -128,17 +128,10 @@ private:
 
 bool Schema::check(QString* error) const
 {
-    std::size_t members = 0;
     Descent descent(*this);
-    for (const Struct& structure : structs) {
-        members += 1 + structure.members.size();
+    for (const Struct& structure : structs)
         if (descent.heightOf(&structure, 0, error) < 0)
             return false;
-    }
-    if (members > static_cast<std::size_t>(MostMembers)) {
-        *error = QCoreApplication::translate("RosSchema", "the schema is too large: %1 names").arg(members);
-        return false;
-    }
     return true;
 }
 

@@ -138,9 +138,16 @@ struct Struct
     void findMeaning();
 };
 
+/** Limits of what is read from a schema, for both languages. */
+const int GreatestSchemaSize = 16 * 1024 * 1024;
+const int MostNames = 250 * 1000;
+const int DeepestNesting = 100;
+
 struct Schema
 {
     Struct* addStruct(const QString& name);
+    /** Counts a name; false when there are more than any system has. */
+    bool addName() { return ++names <= MostNames; }
     /** A type whose address stays. */
     const Type* addType(const Type& type);
     const Type* addStructType(Struct* structure);
@@ -148,20 +155,16 @@ struct Schema
     Struct* addTime(const QString& name, Struct::Meaning meaning, Kind seconds, Kind nanos, bool isRos1);
 
     /**
-     * Whether it can be used: no type is part of itself, nothing is nested too deeply, and there is not more than any
-     * system has. To be called once all types are known.
+     * Whether it can be used: no type is part of itself, and nothing is nested too deeply. To be called once all types
+     * are known.
      */
     bool check(QString* error) const;
 
     std::deque<Struct> structs{};
     std::deque<Type> types{};
     std::deque<Enumeration> enumerations{};
+    int names = 0;
 };
-
-/** Limits of what is read from a schema, for both languages. */
-const int GreatestSchemaSize = 16 * 1024 * 1024;
-const int MostMembers = 250 * 1000;
-const int DeepestNesting = 100;
 
 /** "line 3, column 7: text" */
 QString textAt(const TextPlace& place, const QString& text);

@@ -43,8 +43,7 @@ bool Wire::skip(const Node& node, Place* place) const
         place->at = static_cast<quint32>(end);
         return true;
     }
-    // Each takes a byte at least.
-    if (count > place->getLeft())
+    if (count > mostElements(*node.element, *place))
         return false;
     for (; count > 0; --count)
         if (!skip(*node.element, place))
@@ -223,10 +222,16 @@ quint64 Wire::wideSize(quint32 length) const
     return quint64(length) * (m_wide == WideText::Units ? 2 : m_wide == WideText::Bytes ? 1 : 4);
 }
 
+quint32 Wire::mostElements(const Node& element, const Place& first)
+{
+    const quint32 mostEmpty = 1000;
+    const bool isEmpty = element.isFixed && element.sizes[0] == 0;
+    return isEmpty ? std::max(mostEmpty, first.getLeft()) : first.getLeft();
+}
+
 quint32 Wire::countWhole(const Node& element, const Place& first, quint32 count)
 {
-    // What has no bytes can be there as often as somebody claims.
-    quint32 most = std::min(count, first.getLeft());
+    quint32 most = std::min(count, mostElements(element, first));
     if (endOf(element.sizes, first.at, first.origin, most) <= first.limit)
         return most;
     quint32 least = 0;

@@ -111,6 +111,8 @@ public:
     /** How many bytes the characters of a wide text take. */
     quint64 wideSize(quint32 length) const;
 
+    /** How many elements can be there at most: each takes a byte at least, but for some that have nothing in them. */
+    static quint32 mostElements(const Node& element, const Place& first);
     /** How many elements of a fixed size are there in whole. */
     static quint32 countWhole(const Node& element, const Place& first, quint32 count);
     /** The place of an element of a fixed size. */

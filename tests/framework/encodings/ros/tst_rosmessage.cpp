@@ -41,6 +41,18 @@ QString shown(const Message* message)
     return texts.join(QLatin1Char(' '));
 }
 
+/** "name | type | unit | description" of each field, behind the type's own name and text. */
+QString described(const MessageInfo* info)
+{
+    QStringList lines{info->getName() + QStringLiteral(" | ") +
+                      info->getShortDescriptiveText().replace(QLatin1Char('\n'), QLatin1Char(' '))};
+    for (const FieldInfo* field : info->getFieldInfos())
+        lines.append(QStringList{field->getName(), field->getType().toShortString(), field->getUnit(),
+                                 field->getDescription().replace(QLatin1Char('\n'), QLatin1Char('/'))}
+                         .join(QStringLiteral(" | ")));
+    return lines.join(QLatin1Char('\n'));
+}
+
 } // namespace
 
 /** Messages of ROS and DDS, by all of their schemas. */
@@ -51,8 +63,12 @@ class tst_RosMessage : public TestBase
 private Q_SLOTS:
     void cdr();
     void ros1();
+    void idl();
+    void laterCdr();
+    void idlOfRos();
     void namesAndTexts();
     void saysWhatIsWrongWithASchema();
+    void saysWhatIsWrongWithIdl();
     void keepsTheSchemaForRecordings();
     void partsLiveAsLongAsTheirReferences();
 
@@ -172,12 +188,137 @@ void tst_RosMessage::ros1()
         {"Header a\n==\nMSG: std_msgs/Header\nuint32 seq\ntime stamp\nstring frame_id",
          "01000000 00e40b54 00000000 01000000 78", "a={seq=1 stamp=2014-09-07T04:50:08Z frame_id=x}"},
         {"", "", ""},
-        {"E[] a\n==\nMSG: t/E", "03000000",
-         "a=[] [problems]=[a at byte 0: 3 elements where 0 bytes are left; the rest is not decoded]"},
+        {"E[] a\n==\nMSG: t/E", "03000000", "a=[{}, {}, {}]"},
         {"string[] a", "02000000 01000000 61 02000000 62",
          "a=[a] [problems]=[a[1] at byte 13: takes 2 bytes where 1 are left; the rest is not decoded]"},
     };
     QCOMPARE(compare("ros1", "ros1msg", QStringLiteral("t/T"), rows), QString());
+}
+
+void tst_RosMessage::idl()
+{
+    static const WireRow rows[] = {
+        {"struct T { boolean a; octet b; char c; short d; unsigned long e; long long f; long double g; wchar h; };",
+         "00010000 01 ff 41 00 feff 0000 01000000 00000000 ffffffffffffffff 00000000000000000000000000800040 6100",
+         "a=true b=255 c=A d=-2 e=1 f=-1 g=3 h=a"},
+        {"#include <x>\n/* * / */ struct T { string<3> a, b; }; // end",
+         "00010000 02000000 6100 0000 05000000 6162636400",
+         "a=a b=abcd [problems]=[b at byte 12: 4 characters where the "
+         "schema allows 3]"},
+        // Values of constants, enumerations and masks.
+        {"const short A = (1 + 2) * 3 << 1; const long B = -A / 4 % 3; module m { enum E { X, @value(5) Y, Z }; };\n"
+         "@bit_bound(8) bitmask M { F, @position(3) G }; struct T { uint8 a[A]; m::E b; M c; sequence<m::E, A | 1> d; "
+         "};",
+         "00010000 0102030405060708090a0b0c0d0e0f101112 0000 06000000 09 000000 01000000 05000000",
+         "a=0102030405060708090a0b0c0d0e0f101112 (18 bytes) b=Z (6) c=F | G d=[Y (5)]"},
+        // Names from the inside out; arrays of several dimensions, and of arrays.
+        {"typedef long A; module m { typedef short A; module n { struct P { A a; ::A b; }; }; };\n"
+         "typedef double V[2]; struct T { m::n::P a; short b[2][2]; sequence<V> c; };",
+         "00010000 0100 0000 02000000 0100 0200 0300 0400 01000000 00000000 000000000000f03f 0000000000000040",
+         "a={a=1 b=2} b=[1, 2, 3, 4] c=[{values=[1, 2]}]"},
+        {"struct B { long a; }; struct T : B { long b; };", "00010000 01000000 02000000", "a=1 b=2"},
+        {"enum E { X, Y }; union U switch (E) { case X: long a; case E::Y: default: string b; };\nstruct T { U a, b; "
+         "};",
+         "00010000 00000000 07000000 09000000 02000000 7800", "a={_d=X (0) a=7} b={_d=9 b=x}"},
+        {"union U switch (char) { case 'x': long a; }; struct T { U a; octet b; };", "00010000 79 07", "a={_d=y} b=7"},
+        // Optional members of XCDR1 have a header, or all have it.
+        {"struct T { octet a; @optional long b; @optional long c; octet d; };",
+         "00010000 01 000000 0100 0400 07000000 0200 0000 05", "a=1 b=7 d=5"},
+        {"@mutable struct T { @id(5) octet a; long b; double c; };",
+         "00030000 0700 0800 000000000000f03f 0600 0400 07000000 0900 0400 00000000 017f 0800 05000000 01000000 09 "
+         "000000 "
+         "023f 0000",
+         "a=9 b=7 c=1"},
+        {"@mutable struct T { long a; };", "00030000 0900 0400 00000000 0000 0400 01",
+         "[problems]=[byte 17: its list of "
+         "members breaks off; the rest is "
+         "not decoded]"},
+    };
+    QCOMPARE(compare("cdr", "omgidl", QStringLiteral("T"), rows), QString());
+}
+
+void tst_RosMessage::laterCdr()
+{
+    static const WireRow rows[] = {
+        {"struct T { octet a; double b; @optional octet c; @optional octet d; };",
+         "00070000 01 000000 000000000000f03f 01 09 00", "a=1 b=1 c=9"},
+        {"struct T { octet a; };", "00110000 01", "a=1"},
+        // What a sender of a newer version has more, and one of an older less.
+        {"@appendable struct T { octet a; long b; octet c; };", "00090000 0c000000 01 000000 02000000 03 04 05 06",
+         "a=1 b=2 c=3"},
+        {"@appendable struct T { octet a; long b; octet c; };", "00090000 08000000 01 000000 02000000", "a=1 b=2"},
+        {"@appendable struct P { octet a; }; @final struct T { P a; octet b; };", "00070000 01000000 07 08",
+         "a={a=7} b=8"},
+        {"@appendable struct T { octet a; };", "00150000 02000000 01",
+         "a=1 [problems]=[byte 8: takes 2 bytes where 1 are left; the rest is not decoded]"},
+        // Sizes before collections: by the standard, without those of enumerations, and without any.
+        {"struct T { sequence<string> a; octet b; };", "00070000 10000000 02000000 02000000 6100 0000 00000000 07",
+         "a=[a, ] b=7"},
+        {"struct T { sequence<string> a; octet b; };", "00070000 02000000 02000000 6100 0000 00000000 07",
+         "a=[a, ] b=7"},
+        {"enum E { X, Y }; struct T { E a[2]; octet b; };", "00070000 08000000 01000000 00000000 07",
+         "a=[Y (1), X (0)] b=7"},
+        {"enum E { X, Y }; struct T { E a[2]; octet b; };", "00070000 01000000 00000000 07", "a=[Y (1), X (0)] b=7"},
+        // Members with numbers, in any order and with sizes in any way.
+        {"@mutable struct T { long a; @id(7) string b; sequence<long> c; octet d; long e; };",
+         "000b0000 38000000 08000060 01000000 05000000 070000c0 06000000 02000000 7800 0000 09000000 08 000000 "
+         "00000020 "
+         "01000000 0a000040 04000000 02000000",
+         "a=1 b=x c=[5] d=8 e=2"},
+    };
+    QCOMPARE(compare("cdr", "omgidl", QStringLiteral("T"), rows), QString());
+}
+
+void tst_RosMessage::idlOfRos()
+{
+    const QByteArray schema =
+        "==\nIDL: t/msg/T\n"
+        "#include \"u/msg/P.idl\"\n#include \"builtin_interfaces/msg/Time.idl\"\n"
+        "module t { module msg {\n"
+        "typedef u::msg::P u__msg__P__2[2];\n"
+        "module T_Constants { const octet KIND_A = 1; @verbatim (language=\"comment\", text=\"Cs\")\n"
+        "const string NAME = \"x\" \"y\"; };\n"
+        "@verbatim (language=\"comment\", text=\"It\" \"\\n\" \"is.\")\n"
+        "struct T { @verbatim (language=\"comment\", text=\n \"A kind.\") @default (value=3)\n"
+        "@key octet kind; @unit(value=\"m/s\") u__msg__P__2 p;\n"
+        "builtin_interfaces::msg::Time t; }; }; };\n"
+        "==\nIDL: u/msg/P\nmodule u { module msg { struct P { @future(x=(1, 2)) uint8 a; }; }; };\n";
+    QString error;
+    const MessageInfo* const info = make("cdr", "ros2idl", QStringLiteral("t/msg/T"), schema, &error);
+    QVERIFY2(info, qPrintable(error));
+    QCOMPARE(described(info), text("t/msg/T | It is.\n"
+                                   "kind | octet |  | A kind./Default: 3/NAME = xy\n"
+                                   "p | u/msg/P | m/s | \n"
+                                   "t | builtin_interfaces/msg/Time |  | \n"
+                                   "[problems] | text |  | "));
+    const WireRow rows[] = {{schema.constData(), "00010000 01 0203 00 05000000 00000000",
+                             "kind=KIND_A (1) p=[{a=2}, {a=3}] t=1970-01-01T00:00:05Z"}};
+    QCOMPARE(compare("cdr", "ros2idl", QStringLiteral("t/msg/T"), rows), QString());
+}
+
+void tst_RosMessage::saysWhatIsWrongWithIdl()
+{
+    static const TextRow rows[] = {
+        {"struct T { long a };", "line 1, column 19: \";\" is expected here"},
+        {"struct T { A a; };", "line 1, column 12: the type A is not defined"},
+        {"struct T { long a, a; };", "line 1, column 21: the name a is there twice"},
+        {"struct T { long a[0]; };", "line 1, column 20: \"0\" is no size"},
+        {"struct T { long a[1/0]; };", "line 1, column 22: a value that cannot be calculated"},
+        {"const octet A = 256;", "line 1, column 17: \"256\" is no value of the type octet"},
+        {"struct T { map<long, long> a; };", "line 1, column 12: the type map is not defined"},
+        {"interface T {};", "line 1, column 1: \"interface\" is no definition that can be read"},
+        {"module m {", "line 1, column 1: \"}\" is expected here"},
+        {"struct T { string a = \"", "line 1, column 23: the text does not end"},
+        {"struct A { long a; }; struct A { long a; };", "line 1, column 32: A is defined twice"},
+        {"struct S;", "there is no definition of T"},
+    };
+    QCOMPARE(differences(rows,
+                         [this](const QString& schema) {
+                             QString error;
+                             make("cdr", "omgidl", QStringLiteral("T"), schema.toUtf8(), &error);
+                             return error;
+                         }),
+             QString());
 }
 
 void tst_RosMessage::namesAndTexts()
@@ -195,20 +336,13 @@ void tst_RosMessage::namesAndTexts()
                                          "=====\nMSG: t/P\nuint8[] e",
                                          &error);
     QVERIFY2(info, qPrintable(error));
-    QStringList lines{info->getName() + QStringLiteral(" | ") + info->getShortDescriptiveText()};
-    for (const FieldInfo* field : info->getFieldInfos())
-        lines.append(QStringList{field->getName(), field->getType().toShortString(), field->getUnit(),
-                                 QString(field->getDescription()).replace(QLatin1Char('\n'), QLatin1Char('/'))}
-                         .join(QStringLiteral(" | ")));
-    const QStringList expected{
-        QStringLiteral("t/msg/T | What it is.\nLAST = end"),
-        QStringLiteral(
-            "a | byte | m/s | Where it goes [m/s] or not really/Default: 7/LEFT = 1: to the left/RIGHT = 0x2"),
-        QStringLiteral("b | string<=5 |  | z/Default: 'x # y'"),
-        QStringLiteral("c | float32 |  | Default: [1, 2]"),
-        QStringLiteral("d | t/msg/P |  | "),
-        QStringLiteral("[problems] | text |  | ")};
-    QCOMPARE(lines, expected);
+    QCOMPARE(described(info),
+             text("t/msg/T | What it is. LAST = end\n"
+                  "a | byte | m/s | Where it goes [m/s] or not really/Default: 7/LEFT = 1: to the left/RIGHT = 0x2\n"
+                  "b | string<=5 |  | z/Default: 'x # y'\n"
+                  "c | float32 |  | Default: [1, 2]\n"
+                  "d | t/msg/P |  | \n"
+                  "[problems] | text |  | "));
 }
 
 void tst_RosMessage::saysWhatIsWrongWithASchema()
@@ -217,7 +351,7 @@ void tst_RosMessage::saysWhatIsWrongWithASchema()
         {"uint8 a\n  what", "line 2, column 7: a name is missing behind the type"},
         {"uint8 a\n b c", "line 2, column 2: the type b is not defined"},
         {"Time a", "line 1, column 1: the type Time is not defined"},
-        {"uint8 a\nuint8 a", "line 2, column 7: the name a is there twice"},
+        {"uint8 a\nuint8 a", "line 2, column 8: the name a is there twice"},
         {"uint8 A=256", "line 1, column 9: \"256\" is no value of the type uint8"},
         {"uint8[] A=1", "line 1, column 1: uint8[] cannot be a constant"},
         {"uint8[0] a", "line 1, column 1: \"0\" is no size"},
