@@ -14,8 +14,6 @@
 
 #include <QRegularExpression>
 
-std::atomic<int> ScriptedInput::alive{0};
-
 /** What streams are, and what becomes of those that nobody recognises, whether they come from files or not. */
 class tst_Recognizer : public TestBase
 {

@@ -176,7 +176,7 @@ public:
     bool isDatagram() const override { return m_flags & Datagrams; }
     qint64 getSize() const override { return -1; }
 
-    static std::atomic<int> alive; ///< inputs that exist
+    static inline std::atomic<int> alive{0}; ///< inputs that exist
 
 private:
     QList<QByteArray> m_pieces;

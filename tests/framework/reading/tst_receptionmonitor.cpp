@@ -9,8 +9,6 @@
 #include "textrows.h"
 #include "waitfor.h"
 
-std::atomic<int> ScriptedInput::alive(0);
-
 namespace
 {
 
@@ -32,14 +30,27 @@ struct Monitored
 
     Monitored() { monitor->setClock(new Clock(&now)); }
 
-    void receive(qint64 milliseconds, const char* type = "A")
+    /** Begins a stream of "A@1000", a message of that type at that time in milliseconds, and of "!3", a kind of problem
+     * with 17 bytes; returns what is told of it. */
+    QString receive(const QString& words, StreamDecoder* from = nullptr)
     {
-        ReceivedMessage message;
-        message.info = format.type(type);
-        message.id = static_cast<quint32>(type[0]);
-        message.sender = 1;
-        message.time = milliseconds * 1000;
-        monitor->processReceived(message);
+        monitor->begin(from ? from : &decoder);
+        for (const QString& word : words.split(QLatin1Char(' '))) {
+            if (word.startsWith(QLatin1Char('!'))) {
+                StreamProblem problem;
+                problem.kind = static_cast<StreamProblem::Kind>(word.mid(1).toInt());
+                problem.length = 17;
+                monitor->processProblem(problem);
+                continue;
+            }
+            ReceivedMessage message;
+            message.info = format.getMessageInfo(word.left(1));
+            message.id = static_cast<quint32>(word.at(0).unicode());
+            message.sender = 1;
+            message.time = word.mid(2).toLongLong() * 1000;
+            monitor->processReceived(message);
+        }
+        return entries();
     }
 
     /** What the source of the script left, once it is at its end. */
@@ -116,66 +127,25 @@ private Q_SLOTS:
         QVERIFY(vanishing.coordinator.getAllMessageStatistics().isEmpty());
     }
 
-    void everyProblemIsAnEvent()
-    {
-        Monitored m;
-        m.monitor->begin(&m.decoder);
-        for (int kind = StreamProblem::ChecksumFailure; kind <= StreamProblem::InputFailure; ++kind) {
-            StreamProblem problem;
-            problem.kind = static_cast<StreamProblem::Kind>(kind);
-            problem.length = 17;
-            m.monitor->processProblem(problem);
-        }
-        QStringList entries = m.entries().split(text("; "));
-        entries.sort();
-        QCOMPARE(entries.join(QLatin1String("; ")),
-                 text("CRC error: checksum failure; Resynchronisation: 17 bytes skipped; Source: reading failed; "
-                      "Truncated message: stream ends inside a frame, after 17 bytes; "
-                      "Unsupported message: frame with an unsupported feature; "
-                      "Unsupported message: length does not fit the message type"));
-        QCOMPARE(m.coordinator.getEventCount(CorvelEvent::UnsupportedMessage), 2u);
-        // Nothing tells the time yet.
-        QVERIFY(!m.log.getEntries().constFirst().time.isValid());
-    }
-
-    void unknownTypesAndClockJumpsAreEvents()
+    void problemsUnknownTypesAndClockJumpsAreEvents()
     {
         Monitored unknown;
-        unknown.monitor->begin(&unknown.decoder);
-        for (int i = 0; i < 3; ++i)
-            unknown.receive(1000 * i, "Z");
+        QCOMPARE(unknown.receive(text("Z@0 Z@1000 Z@2000")),
+                 text("Unknown message: unknown message id 90, sender sender 1"));
         QCOMPARE(unknown.coordinator.getEventCount(CorvelEvent::UnknownMessage), 3u);
-        QCOMPARE(unknown.entries(), text("Unknown message: unknown message id 90, sender sender 1"));
         QCOMPARE(unknown.coordinator.getAllMessageStatistics().constFirst()->getMessageName(), text("Unknown 90"));
-
-        // What cannot be decoded is one entry, which says how many messages that concerns.
-        Monitored undecodable;
-        undecodable.monitor->begin(&undecodable.decoder);
-        StreamProblem problem;
-        problem.kind = StreamProblem::UnusableDefinition;
-        for (const char* type : {"Y", "Z"}) {
-            problem.id = static_cast<quint32>(type[0]);
-            problem.text = text(type);
-            undecodable.monitor->processProblem(problem);
-        }
-        for (int i = 0; i < 3; ++i)
-            undecodable.receive(1000 * i, "Z");
-        QCOMPARE(undecodable.entries(), QString());
-        undecodable.now = 1000;
-        undecodable.monitor->refresh();
-        undecodable.receive(4000, "Z");
-        undecodable.monitor->finish();
-        QCOMPARE(undecodable.entries(),
-                 text("Definition problem: not decodable: Y; Definition problem: 3 x message not "
-                      "decodable: Z; Definition problem: 1 x message not decodable: Z (4 in all)"));
-        QCOMPARE(undecodable.coordinator.getEventCount(CorvelEvent::UnknownMessage), 4u);
-
+        const TextRow rows[] = {
+            {"A@10000 A@9500 A@20000 A@15000 A@7215000",
+             "Clock jump: the time of messages goes back by 5.0 s; Clock jump: the time of messages leaps by 7200.0 s"},
+            {"!0 !1 !2 !3 !4 !5",
+             "CRC error: checksum failure; Unsupported message: length does not fit the message type; "
+             "Unsupported message: frame with an unsupported feature; Resynchronisation: 17 bytes skipped; "
+             "Truncated message: stream ends inside a frame, after 17 bytes; Source: reading failed"}};
+        checkRows(rows, [](const QString& words) { return Monitored().receive(words); });
         Monitored m;
-        m.monitor->begin(&m.decoder);
-        for (const int tenths : {100, 95, 200, 150, 150 + 72000})
-            m.receive(tenths * 100);
-        QCOMPARE(m.entries(), text("Clock jump: the time of messages goes back by 5.0 s; "
-                                   "Clock jump: the time of messages leaps by 7200.0 s"));
+        m.receive(text("!1 !2"));
+        QCOMPARE(m.coordinator.getEventCount(CorvelEvent::UnsupportedMessage), 2u);
+        QVERIFY(!m.log.getEntries().constFirst().time.isValid()); // nothing tells the time yet
     }
 
     void stormIsFoldedAndCountedExactly()
@@ -199,11 +169,11 @@ private Q_SLOTS:
         Monitored m;
         LineDecoder live(&m.format, false);
         m.monitor.reset(new ReceptionMonitor(&m.coordinator)); // works without a log, too
-        m.monitor->begin(&live);
         const qint64 minuteAgo = QDateTime::currentMSecsSinceEpoch() - 60000;
+        QString words;
         for (int i = 0; i < 20; ++i)
-            m.receive(minuteAgo + 100 * i);
-        m.monitor->processProblem(StreamProblem());
+            words += text("A@%1 ").arg(minuteAgo + 100 * i);
+        m.receive(words + text("!3"), &live);
         QCOMPARE(m.coordinator.getEventCount(CorvelEvent::Resynchronisation), 1u);
         const MessageStatistics* const statistics = m.coordinator.getAllMessageStatistics().constFirst();
         QVERIFY(statistics->isCurrentlyRegular());

@@ -11,8 +11,6 @@
 #include <functional>
 #include <memory>
 
-std::atomic<int> ScriptedInput::alive(0);
-
 namespace
 {
 
