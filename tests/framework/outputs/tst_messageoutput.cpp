@@ -23,16 +23,10 @@ private:
     static QByteArray pointsOf(const QByteArray& first, const QByteArray& second)
     {
         McapFixtures::Recording recording(McapFixtures::settings(McapWriter::NoCompression, 0));
-        McapWriter& writer = recording.writer;
-        const quint16 schema = writer.addSchema("demo.Point", "protobuf", McapFixtures::schema());
-        for (const QByteArray& topic : {first, second})
-            writer.addChannel(topic, "protobuf", schema);
-        quint16 channel = 0;
-        for (const QByteArray& topic : {first, second}) {
-            const QByteArray point = McapFixtures::point(int(topic.size()));
-            ++channel;
-            writer.writeMessage(channel, 0, 1234567, quint64(1000000) + channel, point.constData(), int(point.size()));
-        }
+        const quint16 channels[] = {recording.addPoints(first), recording.addPoints(second)};
+        for (int i = 0; i < 2; ++i)
+            recording.writer.writeMessage(channels[i], 0, 1234567, quint64(1000001 + i),
+                                          McapFixtures::point(int((i == 0 ? first : second).size())));
         return recording.finished();
     }
 
@@ -81,11 +75,9 @@ private Q_SLOTS:
         McapStreamDecoder after(&m_definitions);
         const std::unique_ptr<MessageOutput> output(
             OutputKind::findFor(&before).create({&written, "test", &m_definitions}, &before));
-        QByteArray bytes = pointsOf("/a", "/bb");
-        before.feed(bytes.constData(), int(bytes.size()), Message::NoTime, output.get());
+        feedAll(&before, pointsOf("/a", "/bb"), output.get());
         output->setDecoder(&after);
-        bytes = pointsOf("/bb", "/a");
-        after.feed(bytes.constData(), int(bytes.size()), Message::NoTime, output.get());
+        feedAll(&after, pointsOf("/bb", "/a"), output.get());
         output->close();
 
         McapStreamDecoder decoder(&m_definitions);

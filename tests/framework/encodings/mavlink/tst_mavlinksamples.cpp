@@ -54,31 +54,6 @@ private Q_SLOTS:
             QVERIFY2(loadSample(name), qPrintable(name));
     }
 
-    void counts()
-    {
-        int fields = 0;
-        int texts = 0;
-        int arrays = 0;
-        int extensions = 0;
-        int units = 0;
-        int invalids = 0;
-        for (const MessageInfo* info : m_published->getMessageInfos()) {
-            for (const FieldInfo* field : info->getFieldInfos()) {
-                ++fields;
-                texts += field->isStringField();
-                arrays += field->isRepeated() && !field->isStringField();
-                extensions += field->isOptional();
-                units += !field->getUnit().isEmpty();
-                invalids += field->getInvalidValue().isValid();
-            }
-        }
-        // Six more invalid values are those of arrays of real numbers that are not available when all elements are
-        // zero.
-        QCOMPARE(QVector<int>(
-                     {int(m_published->getMessageInfos().size()), fields, texts, arrays, extensions, units, invalids}),
-                 QVector<int>({325, 2487, 73, 190, 185, 1207, 399 - 6}));
-    }
-
     void builtInDialectAgreesWithThePublished()
     {
         const std::unique_ptr<MavlinkDialect> builtIn(MavlinkDialect::loadBuiltIn());
