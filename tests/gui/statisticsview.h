@@ -64,7 +64,10 @@ private:
     QStringList m_events;
 };
 
-/** A tree with the statistics that it shows. */
+/**
+ * A tree with the statistics that it shows, which are told in words: a type's name, and what is known of it, "count=5
+ * every=20 untimed=1 unknown=2 gaps=1 missing=3 more=1 intervals=50:8,0:1 stored=9/3/200".
+ */
 struct View
 {
     MessageStatistics* add(const QString& name, const FormatInfo* otherFormat = nullptr)
@@ -75,7 +78,7 @@ struct View
         return owned.back().get();
     }
 
-    QTreeWidgetItem* find(const char* path) const { return findRow(tree, text(path)); }
+    QTreeWidgetItem* find(const QString& path) const { return findRow(tree, path); }
     MessageStatisticsTreeWidgetItem* row(const char* path) const
     {
         return dynamic_cast<MessageStatisticsTreeWidgetItem*>(find(path));
@@ -87,23 +90,29 @@ struct View
         return rowTexts(tree);
     }
 
+    /** Sets what is told, and refreshes the tree; what it then shows below the format. */
+    QString operator()(const QString& words)
+    {
+        const QString name = words.section(' ', 0, 0);
+        MessageStatistics* statistics = nullptr;
+        for (std::size_t i = 0; i < owned.size(); ++i)
+            if (owned.at(i)->messageName == name)
+                statistics = owned.at(i).get();
+        statistics = statistics || name.isEmpty() ? statistics : add(name);
+        Q_FOREACH (const QString& word, words.section(' ', 1).split(' '))
+            set(statistics, word.section('=', 0, 0), word.section('=', 1));
+        tree.updateTree();
+        return find("mavlink") ? rowTexts(find("mavlink")).join("\n") : QString();
+    }
+
     /** Shows ten types with rows of every kind. */
     void fill()
     {
-        for (int i = 0; i < 10; ++i) {
-            MessageStatistics* statistics = add(text("TYPE %1").arg(i, 2, 10, QLatin1Char('0')));
-            statistics->count = static_cast<unsigned int>(i * 37 % 10);
-            statistics->regular = i % 2;
-            statistics->lastInterval = 50;
-            for (int j = 0; j < 5; ++j)
-                statistics->setInterval(50 * j, static_cast<unsigned int>(j * 7 % 5 + 1));
-            statistics->unknownTime = 1;
-            statistics->unknownInterval = 2;
-            statistics->addGap(9, 2, 50);
-            statistics->addGap(10, 1, 50);
-            statistics->numberOfGaps = 2;
-            statistics->numberOfMissingEpochs = 3;
-        }
+        const QString words(
+            "TYPE_0%1 count=%2 %3 untimed=1 unknown=2 intervals=0:1,50:3,100:5,150:2,200:4 stored=9/2/50,10/1/50 "
+            "gaps=2 missing=3");
+        for (int i = 0; i < 10; ++i)
+            (*this)(words.arg(i).arg(i * 37 % 10).arg(i % 2 ? "every=50" : ""));
         coordinator.eventCounts.insert(CorvelEvent::CrcError, 3);
         tree.updateTree();
     }
@@ -113,6 +122,41 @@ struct View
     std::vector<std::unique_ptr<MessageStatistics>> owned;
     MessageStatisticsWidget tree{&coordinator, nullptr};
     Recorder recorder{&tree};
+
+private:
+    static void set(MessageStatistics* statistics, const QString& what, const QString& value)
+    {
+        if (what == "intervals" || what == "stored")
+            return setList(statistics, what == "stored", value.isEmpty() ? QStringList() : value.split(','));
+        if (what == "count")
+            statistics->count = value.toUInt();
+        else if (what == "every")
+            statistics->regular = (statistics->lastInterval = value.toULongLong()) != 0;
+        else if (what == "untimed")
+            statistics->unknownTime = value.toUInt();
+        else if (what == "unknown")
+            statistics->unknownInterval = value.toUInt();
+        else if (what == "gaps")
+            statistics->numberOfGaps = value.toInt();
+        else if (what == "missing")
+            statistics->numberOfMissingEpochs = value.toInt();
+        else if (what == "more")
+            statistics->unstoredGaps = value.toInt();
+    }
+
+    static void setList(MessageStatistics* statistics, bool isGaps, const QStringList& list)
+    {
+        isGaps ? statistics->gaps.clear() : statistics->intervals.clear();
+        Q_FOREACH (const QString& element, list) {
+            const QStringList parts = element.split(isGaps ? '/' : ':');
+            if (isGaps) {
+                statistics->addGap(parts.at(0).toULongLong(), parts.at(1).toUInt(), parts.at(2).toULongLong());
+            } else {
+                statistics->intervals.append(parts.at(0).toLongLong());
+                statistics->intervalCounts[parts.at(0).toLongLong()] = parts.value(1).toUInt();
+            }
+        }
+    }
 };
 
 #endif

@@ -34,18 +34,9 @@ void tst_MessageStatisticsWidget::showsFormatsAndMessages()
     QCOMPARE(view.tree.columnWidth(0), 150);
     QCOMPARE(view.tree.indentation(), 10);
     const FormatInfo sbp{text("sbp")};
-    MessageStatistics* heartbeat = view.add(text("HEARTBEAT"));
-    heartbeat->count = 12;
-    heartbeat->regular = true;
-    heartbeat->lastInterval = 1000;
-    heartbeat->setInterval(1000, 9);
-    heartbeat->setInterval(3000, 1);
-    heartbeat->unknownInterval = 2;
-    heartbeat->numberOfGaps = 1;
-    heartbeat->numberOfMissingEpochs = 2;
-    heartbeat->addGap(500, 2, 1000);
+    view("HEARTBEAT count=12 every=1000 intervals=1000:9,3000:1 unknown=2 gaps=1 missing=2 stored=500/2/1000");
     view.add(text("POS_LLH"), &sbp);
-    view.add(text("ATTITUDE"))->unknownTime = 3;
+    view("ATTITUDE untimed=3");
     view.coordinator.eventCounts.insert(CorvelEvent::CrcError, 1314);
     QCOMPARE(view.updated(), lines("CRC Errors | 1314\n"
                                    "mavlink\n"
@@ -64,7 +55,7 @@ void tst_MessageStatisticsWidget::showsFormatsAndMessages()
                                    "    Rates/Intervals"));
     QVERIFY(view.find("mavlink")->isExpanded());
     QVERIFY(!view.row("mavlink/HEARTBEAT")->isExpanded());
-    QCOMPARE(view.row("mavlink/HEARTBEAT")->getMessageStatistics(), heartbeat);
+    QCOMPARE(view.row("mavlink/HEARTBEAT")->getMessageStatistics(), view.owned.front().get());
 }
 
 void tst_MessageStatisticsWidget::rowsFollowTheCoordinator()
@@ -154,9 +145,9 @@ void tst_MessageStatisticsWidget::refreshKeepsWhatTheUserSees()
     view.tree.sortByColumn(1, Qt::DescendingOrder);
     QtCompat::setSectionsClickable(view.tree.header(), false);
     view.tree.header()->setSortIndicatorShown(false);
-    QTreeWidgetItem* chosen = view.row("mavlink/TYPE 07");
+    QTreeWidgetItem* chosen = view.row("mavlink/TYPE_07");
     chosen->setExpanded(true);
-    QTreeWidgetItem* gaps = view.find("mavlink/TYPE 07/Gaps");
+    QTreeWidgetItem* gaps = view.find("mavlink/TYPE_07/Gaps");
     gaps->setExpanded(true);
     view.tree.setCurrentItem(gaps->child(1));
     chosen->setSelected(true);
