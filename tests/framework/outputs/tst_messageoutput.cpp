@@ -24,9 +24,11 @@ private:
     {
         McapFixtures::Recording recording(McapFixtures::settings(McapWriter::NoCompression, 0));
         const quint16 channels[] = {recording.addPoints(first), recording.addPoints(second)};
-        for (int i = 0; i < 2; ++i)
-            recording.writer.writeMessage(channels[i], 0, 1234567, quint64(1000001 + i),
-                                          McapFixtures::point(int((i == 0 ? first : second).size())));
+        for (int i = 0; i < 2; ++i) {
+            const QByteArray point = McapFixtures::point(int((i == 0 ? first : second).size()));
+            recording.writer.writeMessage(channels[i], 0, 1234567, quint64(1000001 + i), point.constData(),
+                                          int(point.size()));
+        }
         return recording.finished();
     }
 
