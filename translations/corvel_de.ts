@@ -513,6 +513,10 @@
         <translation>&amp;Simuliertes Fahrzeug</translation>
     </message>
     <message>
+        <source>S&amp;imulated Robot</source>
+        <translation>S&amp;imulierter Roboter</translation>
+    </message>
+    <message>
         <source>&amp;Record...</source>
         <translation>Auf&amp;zeichnen ...</translation>
     </message>
@@ -2575,6 +2579,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>simulated vehicle</source>
         <translation>simuliertes Fahrzeug</translation>
+    </message>
+    <message>
+        <source>simulated robot</source>
+        <translation>simulierter Roboter</translation>
     </message>
     <message>
         <source>The schema could not be loaded.</source>

@@ -87,8 +87,8 @@ int main(int argc, char** argv)
         if (!window.getDesk()->wish(QLatin1String("plot"), expression))
             return std::fprintf(stderr, "corvel-monitor: this program was built without the plot\n"), 2;
     opened = opened && window.openAll(options.inputs);
-    if (opened && options.inputs.isEmpty())
-        window.openSimulation(true);
+    if (opened && (options.hasDemonstration || options.inputs.isEmpty()))
+        window.openSimulation(!options.hasDemonstration, options.demonstration);
     if (opened && !options.record.isEmpty()) {
         QString error;
         SourceModel* const sources = window.getSources();

@@ -68,6 +68,7 @@ void MonitorOptions::read()
                                  QLatin1String("What to show. Without one a simulated vehicle is shown."),
                                  QLatin1String("[input...]"));
     parser.addOptions({
+        {QLatin1String("demo"), QLatin1String("Show a simulation: vehicle or robot."), QLatin1String("name")},
         {QLatin1String("speed"), QLatin1String("Play a recording <factor> times as fast; 0 is as fast as possible."),
          QLatin1String("factor")},
         {QLatin1String("rate"), QLatin1String("Play a recording without times at <number> messages a second."),
@@ -128,6 +129,11 @@ void MonitorOptions::read()
     if (!source.typeName.isEmpty() && source.definitions.isEmpty())
         refuse(QStringLiteral("--type needs a schema in --definitions"));
 
+    const QString demo = parser.value(QLatin1String("demo"));
+    hasDemonstration = parser.isSet(QLatin1String("demo"));
+    demonstration = demo == QLatin1String("robot") ? SimulatorInput::Robot : SimulatorInput::Vehicle;
+    if (hasDemonstration && demonstration == SimulatorInput::Vehicle && demo != QLatin1String("vehicle"))
+        refuse(QStringLiteral("--demo takes vehicle or robot"));
     hasTheme = parser.isSet(QLatin1String("palette"));
     if (hasTheme && !Theme::find(parser.value(QLatin1String("palette")), &theme))
         refuse(QStringLiteral("--palette takes system, light or dark"));

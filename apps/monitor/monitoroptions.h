@@ -18,7 +18,9 @@ struct MonitorOptions
      */
     void read();
 
-    QStringList inputs;      ///< empty for the simulated vehicle
+    QStringList inputs;            ///< empty for a simulation
+    bool hasDemonstration = false; ///< whether a simulation is asked for, also beside inputs
+    SimulatorInput::Device demonstration = SimulatorInput::Vehicle;
     QStringList definitions; ///< files for every source
     QString annotations;
     SourceOptions source; ///< schema, type and framing of all inputs, without an address

@@ -11,9 +11,8 @@ namespace
 
 const char Description[] =
     "Writes what a made-up multicopter sends: MAVLink version 2, 18 message types at 1 to 50 Hz. Or, as MCAP, what a\n"
-    "car sends: nested messages of Protocol Buffers, 2 types at 20 and 1 Hz. Or what a robot sends: messages of ROS "
-    "2,\n"
-    "10 types at 1 to 100 Hz, with laser scans, pictures and clouds of points.\n"
+    "car sends: nested messages of Protocol Buffers, 2 types at 20 and 1 Hz. Or what a robot sends: messages of ROS\n"
+    "2, 10 types at 1 to 100 Hz, with laser scans, pictures and clouds of points.\n"
     "The same options write the same bytes.";
 
 const char OutputHelp[] =
@@ -202,8 +201,10 @@ Options::Result Options::parse(const QStringList& arguments, Options* options, Q
         live ? QDateTime::currentDateTimeUtc() : QDateTime::fromString(QLatin1String(FileStart), Qt::ISODate);
     settings.startTime = reader.time(start, usual.toMSecsSinceEpoch() * 1000);
     const double end = double(settings.startTime) + options->duration * 1000000;
-    if (options->isRobot && end > double(RobotSimulation::getLastTime()))
-        reader.refuse(start, parser.value(start));
+    if (options->isRobot && end > double(RobotSimulation::getLastTime())) {
+        const QString name = parser.isSet(start) ? start : QStringLiteral("duration");
+        reader.refuse(name, parser.value(name));
+    }
     *text = reader.getError();
     return text->isEmpty() ? Run : WrongUsage;
 }

@@ -1,6 +1,10 @@
 #include "simulatorinput.h"
 
+#include "robotsimulation.h"
+
 #include <QDateTime>
+
+#include <algorithm>
 
 namespace
 {
@@ -12,9 +16,10 @@ const std::chrono::seconds GreatestLag(2);
 
 } // namespace
 
-SimulatorInput::SimulatorInput(const Simulation::Settings& settings)
-    : ByteInput(QStringLiteral("simulated vehicle"))
+SimulatorInput::SimulatorInput(const Simulation::Settings& settings, Device device)
+    : ByteInput(device == Robot ? QStringLiteral("simulated robot") : QStringLiteral("simulated vehicle"))
     , m_settings(settings)
+    , m_device(device)
     , m_cancelled(false)
 {
 }
@@ -24,10 +29,23 @@ SimulatorInput::~SimulatorInput() {}
 bool SimulatorInput::open()
 {
     m_settings.startTime = QDateTime::currentMSecsSinceEpoch() * 1000;
-    m_simulation.reset(new Simulation(m_settings));
+    m_simulation = m_device == Robot ? startRobots() : std::make_unique<Simulation>(m_settings);
     m_started = Clock::now();
     m_next = m_simulation->takeNext();
     return true;
+}
+
+std::unique_ptr<FrameSource> SimulatorInput::startRobots()
+{
+    std::unique_ptr<RobotSimulation> robots = std::make_unique<RobotSimulation>(m_settings);
+    McapWriter::Settings settings;
+    settings.chunkSize = 0; // each message as soon as it comes
+    settings.profile = robots->getProfile();
+    m_buffer.open(QIODevice::WriteOnly);
+    m_writer = std::make_unique<McapWriter>(&m_buffer, settings);
+    m_writer->open();
+    m_channels = robots->describe(m_writer.get());
+    return robots;
 }
 
 ByteInput::Status SimulatorInput::read(QByteArray* bytes, int timeoutMs)
@@ -43,9 +61,17 @@ ByteInput::Status SimulatorInput::read(QByteArray* bytes, int timeoutMs)
             return Nothing;
     }
     const Clock::time_point now = Clock::now();
-    while (due() <= now && bytes->size() < GreatestRead) {
-        bytes->append(m_next.bytes);
+    while (due() <= now && std::max(bytes->size(), m_buffer.buffer().size()) < GreatestRead) {
+        if (!m_writer)
+            bytes->append(m_next.bytes);
+        else if (!m_next.bytes.isEmpty())
+            m_writer->writeMessage(m_channels.at(m_next.channel), m_next.sequence, quint64(m_next.time) * 1000,
+                                   m_next.bytes);
         m_next = m_simulation->takeNext();
+    }
+    if (m_writer) {
+        bytes->swap(m_buffer.buffer());
+        m_buffer.seek(0);
     }
     return bytes->isEmpty() ? Nothing : Data;
 }

@@ -3,7 +3,6 @@
 #include "definitions.h"
 #include "formatregistry.h"
 #include "inputkind.h"
-#include "simulatorinput.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -80,10 +79,12 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     if (!readOptions(options, &stream, error))
         return false;
     if (options.isSimulation()) {
-        stream.container = QStringLiteral("raw");
-        parts->input.reset(new SimulatorInput);
+        const bool isRobot = options.simulated == SimulatorInput::Robot;
+        stream.container = isRobot ? QStringLiteral("mcap") : QStringLiteral("raw");
+        parts->input.reset(new SimulatorInput(Simulation::Settings(), options.simulated));
         parts->opener.reset(new StreamOpener(stream));
-        parts->name = QCoreApplication::translate("SourceFactory", "simulated vehicle");
+        parts->name = isRobot ? QCoreApplication::translate("SourceFactory", "simulated robot")
+                              : QCoreApplication::translate("SourceFactory", "simulated vehicle");
         return true;
     }
     InputAddress address;

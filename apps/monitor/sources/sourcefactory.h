@@ -2,6 +2,7 @@
 #define SOURCEFACTORY_H
 
 #include "byteinput.h"
+#include "simulatorinput.h"
 #include "streamdecoder.h"
 #include "streamopener.h"
 
@@ -17,13 +18,15 @@ class FormatInfo;
 /** What the user said of a source: enough to open it, and to open it again after a loss. */
 struct SourceOptions
 {
-    QString address;         ///< as InputAddress reads it; empty for the simulated vehicle
+    QString address;         ///< as InputAddress reads it; empty for a simulation
     QString definitions;     ///< a file of its own with the message types; empty for those in use or in the source
     QStringList importPaths; ///< where a schema's imports are looked for
     QString typeName;        ///< the one type of all messages of Protocol Buffers; empty where the source tells
     QStringList moreSchemas; ///< of Protocol Buffers, which are loaded besides
     QString framing;         ///< "varint", "u32", "datagram", or empty to find out
     QString container;       ///< the name of what it is; empty to find out
+
+    SimulatorInput::Device simulated = SimulatorInput::Vehicle; ///< where there is no address
 
     bool isSimulation() const { return address.isEmpty(); }
 };

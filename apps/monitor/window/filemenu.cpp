@@ -23,7 +23,8 @@ FileMenu::FileMenu(Desk* desk, Opener* opener, QWidget* window)
     m_recentMenu = addMenu(tr("Open &Recent"));
     connect(m_recentMenu, &QMenu::aboutToShow, this, &FileMenu::fillRecent);
     addAction(tr("Co&nnect..."), this, &FileMenu::connectSource)->setShortcut(QKeySequence(tr("Ctrl+K")));
-    addAction(tr("&Simulated Vehicle"), opener, [opener]() { opener->openSimulation(false); });
+    addAction(tr("&Simulated Vehicle"), opener, [opener]() { opener->openSimulation(false, SimulatorInput::Vehicle); });
+    addAction(tr("S&imulated Robot"), opener, [opener]() { opener->openSimulation(false, SimulatorInput::Robot); });
     addSeparator();
     m_record = addAction(tr("&Record..."), this, [this]() { record(true); });
     m_record->setShortcut(QKeySequence(tr("Ctrl+R")));

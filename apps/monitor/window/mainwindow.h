@@ -47,8 +47,11 @@ public:
     bool openAddress(const QString& address) { return openAll(QStringList(address)); }
     /** Opens all of them, definitions among them too. False after showing in one box what could not be opened. */
     bool openAll(const QStringList& addresses) { return m_opener.openAll(addresses); }
-    /** Shows a simulated vehicle. @p untilAnother closes it as soon as another source is opened. */
-    void openSimulation(bool untilAnother = false) { m_opener.openSimulation(untilAnother); }
+    /** Shows a simulation. @p untilAnother closes it as soon as another source is opened. */
+    void openSimulation(bool untilAnother = false, SimulatorInput::Device device = SimulatorInput::Vehicle)
+    {
+        m_opener.openSimulation(untilAnother, device);
+    }
 
     /** Writes what should survive a restart. */
     void saveSettings(QSettings& settings);

@@ -69,10 +69,12 @@ SourceSession* Opener::open(const SourceOptions& options, QString* error)
     return session;
 }
 
-void Opener::openSimulation(bool untilAnother)
+void Opener::openSimulation(bool untilAnother, SimulatorInput::Device device)
 {
+    SourceOptions options;
+    options.simulated = device;
     QString error;
-    SourceSession* const session = open(SourceOptions(), &error);
+    SourceSession* const session = open(options, &error);
     if (untilAnother)
         m_demonstration = session;
 }

@@ -34,8 +34,8 @@ public:
     bool openAll(const QStringList& addresses);
     /** Opens what @p options describe beside what is open; null with the reason in @p error. */
     SourceSession* open(const SourceOptions& options, QString* error);
-    /** Shows a simulated vehicle. @p untilAnother closes it as soon as another source is opened. */
-    void openSimulation(bool untilAnother);
+    /** Shows a simulation. @p untilAnother closes it as soon as another source is opened. */
+    void openSimulation(bool untilAnother, SimulatorInput::Device device);
 
 Q_SIGNALS:
     void opened(const SourceSession* session);

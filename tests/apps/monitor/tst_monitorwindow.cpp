@@ -107,6 +107,9 @@ void tst_monitorwindow::aSimulatedVehicleFillsTheViews()
     QVERIFY(std::any_of(widgets.begin(), widgets.end(),
                         [](const QWidget* widget) { return widget->windowTitle() == "ATTITUDE"; })); // its form
 
+    window.findAction("Simulated Robot")->trigger();
+    EVENTUALLY_IS(window.valueOf("sensor_msgs/msg/Image", "[summary]"), "320 x 240 rgb8");
+
     // Every control has a name.
     window.find<TreePanel>()->getFindBar()->find("roll");
     QCOMPARE(namelessIn(&window), QString());
@@ -312,6 +315,7 @@ void tst_monitorwindow::theProgramSavesPicturesAndSaysWhatIsWrong()
          ""},
         {"corvel-monitor --speed fast", "! ...--speed...\n= 1"},
         {"corvel-monitor --size 5 --after 1", "! ...--size takes <width>x<height>...\n= 1"},
+        {"corvel-monitor --demo boat", "! ...--demo takes vehicle or robot...\n= 1"},
         {"corvel-monitor --palette pink", "! ...--palette takes system, light or dark...\n= 1"},
         {"{ corvel-monitor /nowhere/flight.tlog --screenshot b.png; echo \"= $?\"; } 2>&1 | grep -v -e QStandard -e "
          "plugin",
