@@ -3,12 +3,12 @@
 #include "container.h"
 #include "definitions.h"
 #include "filefilters.h"
+#include "shellrun.h"
 #include "testbase.h"
+#include "testfolder.h"
 
 #include <QComboBox>
 #include <QLabel>
-#include <QProcess>
-#include <QTemporaryDir>
 
 /** What asks for a source, and what else tells which there are. */
 class tst_connectdialog : public TestBase
@@ -16,29 +16,7 @@ class tst_connectdialog : public TestBase
     Q_OBJECT
 
 private:
-    QTemporaryDir m_folder;
-
-    QString writeFile(const QString& name, const QByteArray& bytes) const
-    {
-        QFile file(m_folder.filePath(name));
-        const bool good = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-        return good ? file.fileName() : QString();
-    }
-
-    static QString helpOf(const QString& program)
-    {
-        QProcess process;
-        process.start(program, {"--help"});
-        process.waitForFinished();
-        return QString::fromUtf8(process.readAllStandardOutput());
-    }
-
-    static QString pageOf(const QString& program)
-    {
-        QFile file(QString(CORVEL_MAN_PAGES "/%1.1").arg(program));
-        file.open(QIODevice::ReadOnly);
-        return QString::fromUtf8(file.readAll()).replace("\\-", "-");
-    }
+    const TestFolder m_folder;
 
     /** What an address says, whether it was told or is so anyway. */
     static QStringList valuesOf(const QString& text)
@@ -59,8 +37,10 @@ private Q_SLOTS:
         SourceFactory factory;
         ConnectDialog dialog(&factory, ConnectDialog::Opener());
         const QComboBox* const offered = dialog.findChild<AddressForm*>()->findChild<QComboBox*>();
-        const QStringList texts{helpOf(CORVEL_DUMP_PROGRAM), helpOf(CORVEL_MONITOR_PROGRAM), pageOf("corvel-dump"),
-                                pageOf("corvel-monitor")};
+        QStringList texts;
+        for (const char* command :
+             {"corvel-dump --help", "corvel-monitor --help", "cat corvel-dump.1", "cat corvel-monitor.1"})
+            texts.append(QString::fromUtf8(ShellRun(command, CORVEL_MAN_PAGES).output).replace("\\-", "-"));
         for (const InputKind* kind : InputKind::getAll()) {
             for (const QString& text : texts) {
                 QVERIFY2(text.contains(QString("\n  %1\n").arg(kind->usage)) ||
@@ -124,10 +104,11 @@ private Q_SLOTS:
 
         options.address = "udp:0.0.0.0:14561";
         options.definitions =
-            writeFile("car.proto", "syntax = \"proto3\";\nmessage Car {\n  double speed = \"x\";\n}\n");
+            m_folder.write("car.proto", "syntax = \"proto3\";\nmessage Car {\n  double speed = \"x\";\n}\n");
         dialog.setOptions(options);
         QVERIFY2(shown->text().contains("car.proto:3:"), qPrintable(shown->text()));
-        options.definitions = writeFile("bus.proto", "syntax = \"proto3\";\nmessage Bus {\n  double speed = 1;\n}\n");
+        options.definitions =
+            m_folder.write("bus.proto", "syntax = \"proto3\";\nmessage Bus {\n  double speed = 1;\n}\n");
         options.typeName = "Bus";
         options.framing = "datagram";
         dialog.setOptions(options);
