@@ -180,6 +180,7 @@ void RepeatedFieldTreeWidgetItem::appendTogetherUpTo(int count)
 {
     CORVEL_DEBUG_HOOK();
     const int first = m_childRows.size();
+    const RowGuard self(this);
     const RowGuard newest(&m_childRows);
     QVector<AbstractFieldTreeWidgetItem*> newRows;
     QList<QTreeWidgetItem*> newItems;
@@ -194,7 +195,8 @@ void RepeatedFieldTreeWidgetItem::appendTogetherUpTo(int count)
     Q_FOREACH (AbstractFieldTreeWidgetItem* row, newRows)
         append(&m_childRows, row);
     addChildren(newItems);
-    for (int i = first; !newest.isBroken() && i < m_childRows.size() && treeWidget(); ++i) {
+    // Also those that a newer message has values for already: who delivered it did not add them.
+    for (int i = first; !self.isBroken() && i < m_childRows.size() && treeWidget(); ++i) {
         if (m_childRows.at(i))
             m_childRows.at(i)->configureInTreeWidget();
     }

@@ -98,6 +98,16 @@ void TestMessageTreeListeners::whatComesMeanwhileIsNewer()
 {
     Fixture f;
     delete f.other;
+    {
+        // Many rows are added together; their columns of no text of their own are written when they are configured.
+        f.tree.setColumns(columns("0,4"));
+        const MessageReference newest = f.message("T many=1:20");
+        const Answer answer(&f.tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)),
+                            [&] { f.tree.processMessage(newest.get()); });
+        f.tree.processMessage(f.message("T many=3:22").get());
+        QCOMPARE(rowTexts(f.tree), f.fresh(newest.get()));
+    }
+    f.tree.setColumns(columns("0,3,2"));
     f.tree.processMessage(f.one);
     {
         const Answer answer([&] { f.tree.processMessage(f.second); });

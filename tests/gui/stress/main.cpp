@@ -173,12 +173,14 @@ private:
 
 /**
  * What comes out of the tables of pointers depends on where memory lies: it is to lie where it lay before. And a
- * sanitizer is to end the program so that it can still say where it was.
+ * sanitizer is to end the program so that it can still say where it was, and to let Qt, which it does not watch,
+ * stumble over memory that was freed.
  */
 static void startAnew(char** argv)
 {
 #ifdef __linux__
     qputenv("UBSAN_OPTIONS", qgetenv("UBSAN_OPTIONS") + ":abort_on_error=1");
+    qputenv("ASAN_OPTIONS", qgetenv("ASAN_OPTIONS") + ":max_free_fill_size=1048576");
     const int current = personality(0xffffffff);
     if (current != -1 && !(current & ADDR_NO_RANDOMIZE) &&
         personality(static_cast<unsigned long>(current | ADDR_NO_RANDOMIZE)) != -1)

@@ -225,6 +225,13 @@ void Desk::operateOnRow(MessageTreeWidgetItem* row)
     }
 }
 
+static QModelIndex indexOf(QTreeWidget* tree, QTreeWidgetItem* item)
+{
+    QTreeWidgetItem* const parent = item->parent();
+    return parent ? tree->model()->index(parent->indexOfChild(item), 0, indexOf(tree, parent))
+                  : tree->model()->index(tree->indexOfTopLevelItem(item), 0);
+}
+
 void Desk::operateOnItems(QTreeWidget* tree)
 {
     QTreeWidgetItem* item = pickItem(tree);
@@ -265,8 +272,9 @@ void Desk::operateOnItems(QTreeWidget* tree)
         tree->setCurrentItem(item);
         break;
     case 9:
+        // Not by the item itself, which goes on when listeners may have deleted it.
         m_choiceDepth = m_depth;
-        item->setSelected(!item->isSelected());
+        tree->selectionModel()->select(indexOf(tree, item), QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
         break;
     case 10:
         tree->scrollToItem(item);
