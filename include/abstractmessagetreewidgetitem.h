@@ -18,11 +18,15 @@ class Message;
  *
  * Whoever listens to a change, be it in a slot or in a setData() of his own, may delete any row of the library, the one
  * that changes included: what was under way with it ends, the rows beside it get their values, and it comes back when
- * the row above it is built anew. But three things Qt's own item widgets don't survive: a slot of
- * QTreeWidget::itemChanged() must not delete or take out the row it is told of while the tree sorts by the column that
- * changed; no slot may delete the tree; and QTreeWidgetItem::setSelected() goes on with its row when the slots of the
- * selection are done, which must not have deleted it, or had the rows made anew by other columns or filters. All can be
- * done later; who selects a row may use QTreeWidget::setCurrentItem() or the selection model instead.
+ * the row above it is built anew. But some things Qt's own item widgets don't survive:
+ * - a slot of QTreeWidget::itemChanged() must not delete or take out the row it is told of while the tree sorts by the
+ *   column that changed;
+ * - a slot of QTreeWidget::itemSelectionChanged() or currentItemChanged() must not add, take out or delete rows itself
+ *   while it is told that rows are removed;
+ * - QTreeWidgetItem::setSelected() goes on with its row when all have been told, which must still be there: not so when
+ *   a slot had all rows made anew, by other columns or filters. QTreeWidget::setCurrentItem() looks at no row;
+ * - no slot may delete the tree.
+ * All of it can be done later.
  */
 class CORVELGUI_EXPORT AbstractMessageTreeWidgetItem : public QTreeWidgetItem
 {

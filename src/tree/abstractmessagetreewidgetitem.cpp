@@ -6,6 +6,7 @@
 #include "singlesubmessagefieldtreewidgetitem.h"
 #include "singlevaluefieldtreewidgetitem.h"
 
+#include <QPair>
 #include <QSet>
 
 #include <typeinfo>
@@ -41,8 +42,10 @@ static int s_keepersOfRemains = 0;
 static int s_keptRows = 0;
 static QList<QTreeWidgetItem*> s_keptContents; // blocks of them
 static QList<void*> s_keptMemory;
-// Rows that go as soon as nobody holds the rows of their tree any more.
-static QList<AbstractMessageTreeWidgetItem*> s_rowsToDelete;
+// Rows that go as soon as nobody holds the rows of their tree any more, each behind the one above it. A row of
+// another class that somebody else deletes before is known by not being there any more.
+typedef QPair<AbstractMessageTreeWidgetItem*, QTreeWidgetItem*> ReleasedRow;
+static QList<ReleasedRow> s_releasedRows;
 
 AbstractMessageTreeWidgetItem::AbstractMessageTreeWidgetItem(MessageTreeWidget* treeWidget)
     : QTreeWidgetItem()
@@ -73,7 +76,10 @@ void AbstractMessageTreeWidgetItem::retire()
         if (write->row == this)
             write->row = nullptr;
     }
-    s_rowsToDelete.removeOne(this);
+    for (int i = s_releasedRows.size() - 1; i >= 0; --i) {
+        if (s_releasedRows.at(i).first == this || s_releasedRows.at(i).second == this)
+            s_releasedRows.removeAt(i);
+    }
     QTreeWidget* view = treeWidget();
     if (!view)
         return;
@@ -136,19 +142,11 @@ bool AbstractMessageTreeWidgetItem::deleteRows(const QList<QTreeWidgetItem*>& ro
     const TreeUpdate update(tree);
     const RowGuard self(this);
     if (tree && tree->m_holds > 0) {
-        Q_FOREACH (QTreeWidgetItem* item, rows) {
-            // Whoever is told of one row's deletion may delete others, or this one.
-            if (self.isBroken())
-                return false;
-            if (indexOfChild(item) < 0)
-                continue;
-            AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(item);
-            if (!row)
-                delete item;
-            else if (!s_rowsToDelete.contains(row))
-                s_rowsToDelete.append(row);
+        Q_FOREACH (QTreeWidgetItem* row, rows) {
+            if (!s_releasedRows.contains(ReleasedRow(this, row)))
+                s_releasedRows.append(ReleasedRow(this, row));
         }
-        return !self.isBroken();
+        return true;
     }
     // The deletion of a row is told, too, and can lead to that of another: what is left to be deleted is what is here.
     QTreeWidgetItem leaving;
@@ -238,14 +236,21 @@ void AbstractMessageTreeWidgetItem::deleteReleasedRows(MessageTreeWidget* tree)
     CORVEL_DEBUG_HOOK();
     const TreeUpdate update(tree);
     int i = 0;
-    while (!update.isOver() && tree->m_holds == 0 && i < s_rowsToDelete.size()) {
-        AbstractMessageTreeWidgetItem* row = s_rowsToDelete.at(i);
-        if (row->treeWidget() && row->treeWidget() != tree) {
+    while (!update.isOver() && tree->m_holds == 0 && i < s_releasedRows.size()) {
+        AbstractMessageTreeWidgetItem* above = s_releasedRows.at(i).first;
+        if (above->treeWidget() && above->treeWidget() != tree) {
             ++i;
             continue;
         }
-        s_rowsToDelete.removeAt(i);
-        delete row;
+        QList<QTreeWidgetItem*> rows;
+        for (int j = s_releasedRows.size() - 1; j >= i; --j) {
+            if (s_releasedRows.at(j).first != above)
+                continue;
+            if (above->indexOfChild(s_releasedRows.at(j).second) >= 0)
+                rows.prepend(s_releasedRows.at(j).second);
+            s_releasedRows.removeAt(j);
+        }
+        above->deleteRows(rows);
         i = 0;
     }
 }
@@ -374,7 +379,7 @@ bool AbstractMessageTreeWidgetItem::store(MessageTreeWidget* tree, int column, i
     setData(column, role, value);
     if (write.tree) {
         tree->m_rowBeingWritten = nullptr;
-        if (--tree->m_holds == 0 && !s_rowsToDelete.isEmpty())
+        if (--tree->m_holds == 0 && !s_releasedRows.isEmpty())
             deleteReleasedRows(tree);
     }
     s_innermostWrite = write.outer;

@@ -319,10 +319,11 @@ void MessageTreeWidgetItem::showConfidentialityMessage()
 void MessageTreeWidgetItem::hideConfidentialityMessage()
 {
     CORVEL_DEBUG_HOOK();
-    // Somebody else may have deleted it.
-    if (m_confidentialityRow && indexOfChild(m_confidentialityRow) >= 0)
-        delete m_confidentialityRow;
+    QTreeWidgetItem* row = m_confidentialityRow;
     m_confidentialityRow = nullptr;
+    // Somebody else may have deleted it.
+    if (row && indexOfChild(row) >= 0)
+        deleteRows(QList<QTreeWidgetItem*>() << row);
 }
 
 AbstractFieldTreeWidgetItem* MessageTreeWidgetItem::createFieldRow(const FieldInfo* field)

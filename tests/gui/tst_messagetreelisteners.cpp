@@ -19,6 +19,7 @@ private Q_SLOTS:
     void anythingCanBeDoneMeanwhile();
     void rowsCanBeDeletedMeanwhile_data();
     void rowsCanBeDeletedMeanwhile();
+    void rowsOfOthersAreDeletedOnce();
     void rowsAreConfiguredOnceHoweverSorted();
 };
 
@@ -312,6 +313,19 @@ void TestMessageTreeListeners::rowsCanBeDeletedMeanwhile()
         f.tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
         QCOMPARE(rowTexts(f.tree), f.fresh(f.one));
     }
+}
+
+void TestMessageTreeListeners::rowsOfOthersAreDeletedOnce()
+{
+    Fixture f;
+    f.tree.setCurrentItem(new QTreeWidgetItem(f.row));
+    const Answer change(
+        &f.tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), [&] { f.row->displayMessage(f.foreign); }, 1);
+    const Answer choice(
+        &f.tree, SIGNAL(itemSelectionChanged()), [&] { f.row->displayMessage(f.one); }, 1);
+    f.tree.processMessage(f.second);
+    f.tree.processMessage(f.one);
+    QCOMPARE(rowTexts(f.tree), f.fresh(f.one));
 }
 
 /** A row whose name is another one each time, and that counts how often it is configured. */

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void answer();
     void answerGently();
     void answerChoice();
+    void answerItemChoice();
 
 private:
     Q_DISABLE_COPY(Desk)
@@ -157,9 +158,10 @@ private:
     QList<QTreeWidgetItem*> m_itemBin;
 
     bool m_verbose;
-    int m_depth = 0;       // how many operations are under way
-    int m_answers = 0;     // that listeners may still give
-    int m_choiceDepth = 0; // of the last operation that selects something
+    int m_depth = 0;               // how many operations are under way
+    int m_answers = 0;             // that listeners may still give
+    int m_choiceDepth = 0;         // of the last operation that selects something
+    bool m_rowsAreRemoved = false; // perhaps
     int m_operations = 0;
     QStringList m_history;
     const bool m_calm; // does nothing that rows follow only when they are configured anew

@@ -20,8 +20,7 @@
 //
 //     stress_widgets [SECONDS [SEED]]     or CORVEL_STRESS_SECONDS and CORVEL_STRESS_SEED
 //
-// With 0 seconds only the sequence of that seed, with every operation printed. CORVEL_STRESS_WITHOUT=trees,forms leaves
-// the message trees and forms out, or one of them.
+// With 0 seconds only the sequence of that seed, with every operation printed.
 
 extern "C" void __sanitizer_set_death_callback(void (*callback)()) __attribute__((weak));
 

@@ -137,8 +137,11 @@ void Desk::operateOnRows(Tree* tree)
     const bool mayRemove = m_depth == 1 || !tree->isSortingEnabled();
     const int choice = m_chance.below(8);
     note("tree rows", choice);
+    // Qt's model does not survive that rows change while it takes one out.
+    if (choice <= 4 && m_rowsAreRemoved)
+        return;
     if (choice >= 1 && choice <= 3)
-        m_answers = 0; // Qt's model does not survive that rows change while it takes one out
+        m_answers = 0;
     switch (choice) {
     case 0:
         if (tree->topLevelItemCount() < 8)
