@@ -62,10 +62,14 @@ void Desk::operateOnEditor(QWidget* widget)
     if (PathExpressionLabel* label = qobject_cast<PathExpressionLabel*>(widget)) {
         operations = {[=] { reconnect(label, &m_chance, m_expressions); }};
     } else if (PathExpressionLineEdit* line = qobject_cast<PathExpressionLineEdit*>(widget)) {
+        const auto press = [line](Qt::Key key) {
+            if (line->isEnabled())
+                QTest::keyClick(line, key);
+        };
         operations = {
             [=] { reconnect(line, &m_chance, m_expressions); },
-            [=] { QTest::keyClick(line, Qt::Key_Return); },
-            [=] { QTest::keyClick(line, m_chance.coin() ? '*' : '/'); },
+            [=] { press(Qt::Key_Return); },
+            [=] { press(m_chance.coin() ? Qt::Key_Asterisk : Qt::Key_Slash); },
         };
     } else if (PathExpressionListWidget* list = qobject_cast<PathExpressionListWidget*>(widget)) {
         operations = {
