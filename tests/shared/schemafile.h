@@ -2,9 +2,7 @@
 #define SCHEMAFILE_H
 
 #include "protobufformat.h"
-
-#include <QFile>
-#include <QTemporaryDir>
+#include "testfolder.h"
 
 #include <cstdlib>
 
@@ -13,11 +11,8 @@ class SchemaFile
 {
 public:
     SchemaFile(const QString& name, const char* text)
-        : m_path(m_folder.filePath(name))
+        : m_path(m_folder.write(name, text))
     {
-        QFile file(m_path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) < 0)
-            std::abort();
     }
 
     QString getFolder() const { return m_folder.path(); }
@@ -35,8 +30,8 @@ public:
     }
 
 private:
-    QTemporaryDir m_folder;
-    QString m_path;
+    const TestFolder m_folder;
+    const QString m_path;
 };
 
 #endif

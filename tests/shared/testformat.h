@@ -59,7 +59,7 @@ private:
     QList<MessageReference> m_subMessages;
 };
 
-/** A field of TestMessages; every property can be set, and reading is counted. */
+/** A field of TestMessages; every property can be set. */
 class TestFieldInfo : public FieldInfo
 {
 public:
@@ -77,7 +77,6 @@ public:
     explicit TestFieldInfo(const QString& name, int flags = Plain,
                            const FieldType& type = FieldType(FieldType::FloatType, 8, QLatin1String("double")))
         : FieldInfo(name, (flags & 4) ? FieldType(FieldType::CharType, 1, QLatin1String("char")) : type)
-        , valuesRead(0)
     {
         setOptional(flags & Optional);
         setRepeated(flags & Repeated);
@@ -94,11 +93,8 @@ public:
 
     FieldValue getValue(const Message* message, unsigned int index) const override
     {
-        ++valuesRead;
         return static_cast<const TestMessage*>(message)->values(this).value(static_cast<int>(index));
     }
-
-    mutable int valuesRead; ///< how often a value was taken out of a message
 };
 
 #endif
