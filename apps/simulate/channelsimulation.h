@@ -3,6 +3,7 @@
 
 #include "simulation.h"
 
+#include <QMap>
 #include <QVector>
 
 class McapWriter;

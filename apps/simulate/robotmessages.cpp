@@ -2,6 +2,11 @@
 
 #include "robotmounting.h"
 
+#include <QPair>
+#include <QVector>
+
+#include <cmath>
+
 namespace
 {
 

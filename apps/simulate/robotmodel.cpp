@@ -1,6 +1,7 @@
 #include "robotmodel.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace
 {

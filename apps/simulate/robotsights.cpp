@@ -2,7 +2,11 @@
 #include "robotmessages.h"
 #include "robotmounting.h"
 
+#include <QVector>
+
+#include <cmath>
 #include <limits>
+#include <utility>
 
 namespace
 {

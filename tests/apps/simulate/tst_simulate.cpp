@@ -282,7 +282,7 @@ void TestSimulate::whatARobotSendsAgrees()
     double farthestNorth = 0;
     for (int i = 1; i < scans.size(); ++i) {
         for (int beam = 0; beam < 360; ++beam) {
-            const double direction = (beam - 180) * M_PI / 180;
+            const double direction = (beam - 180) * std::atan(1.0) / 45;
             const double range = scans.at(i)["ranges"][beam].toDouble();
             const std::complex<double> seen =
                 inYard(i * 5 - 5 + beam / 72, 0.15 + range * std::cos(direction), range * std::sin(direction));
