@@ -29,6 +29,8 @@ public:
             line += QStringLiteral(" #%1").arg(message.sequence);
         line += timeText(" @", message.time, message.timeRest);
         line += timeText(" sent ", message.publishTime, message.publishTimeRest);
+        if (!message.data && message.size > 0)
+            line += QStringLiteral(" without its bytes");
         add(message.offset, QString(), line);
         messages.append(lines.last());
         payloads.append(QByteArray(message.data, message.size));
