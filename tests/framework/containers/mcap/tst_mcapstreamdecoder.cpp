@@ -20,11 +20,10 @@ QByteArray recording(const McapWriter::Settings& settings, QStringList* expected
     const quint16 b = recording.addPoints("/b");
     for (int i = 0; i < count; ++i) {
         const QByteArray payload = point(i, i % 7 * 20);
-        recording.writer.writeMessage(i % 3 ? a : b, quint32(i), quint64(i) * Millisecond, payload);
-        const QString number = i > 0 ? text("#%1 ").arg(i) : QString();
-        expected->append(
-            text("demo.Point /%1 %2@%3 %4")
-                .arg(text(i % 3 ? "a" : "b"), number, QString::number(i * 1000), QString::fromLatin1(payload.toHex())));
+        recording.writer.writeMessage(i % 3 ? a : b, quint32(i + 1), quint64(i) * Millisecond, payload);
+        expected->append(text("demo.Point /%1 #%2 @%3 %4")
+                             .arg(text(i % 3 ? "a" : "b"), QString::number(i + 1), QString::number(i * 1000),
+                                  QString::fromLatin1(payload.toHex())));
     }
     return recording.finished();
 }
@@ -164,8 +163,8 @@ private Q_SLOTS:
             QStringList rest = expected;
             for (const QString& message : decoded.contents()) {
                 // A channel's name may be what was damaged; then the checksum of it all is wrong.
-                const QString payload = QLatin1Char(' ') + message.section(text(" @"), -1);
-                const auto isSame = [&](const QString& line) { return line.endsWith(text(" @") + payload.mid(1)); };
+                const QString content = text(" #") + message.section(text(" #"), -1);
+                const auto isSame = [&](const QString& line) { return line.endsWith(content); };
                 const auto found = std::find_if(rest.begin(), rest.end(), isSame);
                 QVERIFY2(found != rest.end(), qPrintable(text("%1: %2").arg(i).arg(message)));
                 rest.erase(waited ? found : rest.begin(), found + 1);
