@@ -88,6 +88,9 @@ void TestDump::initTestCase()
     writeHex("trouble.bin", Heartbeat1 + "6E6F697365" + Heartbeat2 + "FE0903 0709002A0100000303510403 6E99" + Unknown +
                                 "FE0905" + Values + "0397" + Unknown + "FE0906" + Values + "3D14" +
                                 "FE0907 0709002A0100000203");
+    // A frame of a wrong length, and one with a feature that nobody knows.
+    writeHex("odd.bin", Heartbeat1 + "FE08080709002A0100000203510400F2" + "FD0902000507090000002A0100000203510403EBC6" +
+                            Heartbeat2);
     m_folder.write("car.proto", "syntax = 'proto3'; package t;\n"
                                 "message Part { optional int32 n = 1; repeated Part parts = 2; }\n"
                                 "message Car { repeated Part parts = 1; Part spare = 2; }\n");
@@ -227,6 +230,8 @@ void TestDump::saysWhatIsWrong()
          "'senders':{'7:9':{'messages':6,'lost':1,'repeated':1,'late':0,'restarts':0,'failed':1}},"
          "'events':{'CRC error':1,'Unknown message':2,'Truncated message':1,'Resynchronisation':1}}\n"
          "! ...at byte 17...\n! ...at byte 39...\n! ...at byte 56...\n! ...at byte 116..."},
+        {"corvel-dump --stats odd.bin", "{...'messages':2,...'unsupportedFrames':1,'lengthMismatches':1,...}\n! "
+                                        "odd.bin at byte 17: ...\n! odd.bin at byte 33: ..."},
         // A channel that cannot be decoded is reported once.
         {"corvel-dump --format mcap once.mcap", "! ...\n! ...\n! ..."},
         {"corvel-dump --stats once.mcap", "{...}\n! ...\n! ...\n! ..."},
