@@ -84,6 +84,10 @@ struct Stage : Types
             QMetaObject::invokeMethod(&tree, verb.toLatin1(), Q_ARG(bool, object.toInt()));
         else if (verb == "anew")
             tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
+        else if (verb == "configure")
+            first()->configureInTreeWidget();
+        else if (verb == "type")
+            first()->setMessageInfo(type(object));
         else if (verb == "clear")
             first()->clearValues();
         else if (verb == "display")

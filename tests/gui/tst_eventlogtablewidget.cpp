@@ -1,5 +1,6 @@
 #include "eventlog.h"
 #include "eventlogtablewidget.h"
+#include "messagefixtures.h"
 #include "shown.h"
 #include "testbase.h"
 
@@ -14,19 +15,6 @@ private Q_SLOTS:
     void clearingKeepsTheHeaders();
     void aSecondLogIsAdded();
     void whoHearsOfARowMayClearTheLog();
-
-    void restart()
-    {
-        EventLog* const log = m_log;
-        m_log = nullptr;
-        if (!log)
-            return;
-        log->clear();
-        log->append(CorvelEvent(CorvelEvent::SourceEvent, text("restarted")), QDateTime());
-    }
-
-private:
-    EventLog* m_log = nullptr; // to be restarted
 };
 
 static CorvelEvent eventOf(const char* message)
@@ -92,8 +80,11 @@ void tst_EventLogTableWidget::whoHearsOfARowMayClearTheLog()
     for (int i = 0; i < 2; ++i) {
         EventLog log;
         const EventLogTableWidget table(&log, nullptr);
-        connect(table.model(), signalsOfARow[i], SLOT(restart()));
-        m_log = &log;
+        const auto restart = [&log] {
+            log.clear();
+            log.append(eventOf("restarted"), QDateTime());
+        };
+        const Answer answer(table.model(), signalsOfARow[i], restart, 1);
         log.append(eventOf("lost"), QDateTime::currentDateTime());
         QCOMPARE(shown(table), lines("Time | Message\nN/A | restarted"));
     }

@@ -20,17 +20,6 @@ private Q_SLOTS:
     void needFollowsTheField();
     void valuesGoAfterTheTimeOut();
     void everyMatchingValueRestartsTheTimeOut();
-
-public Q_SLOTS:
-    void feed();
-    void probe();
-
-private:
-    FieldValueLabel* m_untouched;
-    FieldValueLabel* m_refreshed;
-    const Message* m_message;
-    const Message* m_foreign;
-    QString m_textsWhenProbed;
 };
 
 struct Fixture : Types
@@ -170,33 +159,27 @@ void tst_FieldValueLabel::everyMatchingValueRestartsTheTimeOut()
     const int timeOut = 120;
     FieldValueLabel untouched(f.speed, nullptr, true, -1);
     FieldValueLabel refreshed(f.speed, nullptr, true, -1);
-    m_untouched = &untouched;
-    m_refreshed = &refreshed;
-    m_message = f.message.get();
-    m_foreign = f.foreign.get();
-    m_textsWhenProbed.clear();
     untouched.processMessage(f.message.get());
     refreshed.processMessage(f.message.get());
     untouched.setTimeOut(timeOut);
     refreshed.setTimeOut(timeOut);
-    QTimer::singleShot(timeOut / 2, this, SLOT(feed()));
-    QTimer::singleShot(timeOut + timeOut / 4, this, SLOT(probe()));
-    QVERIFY(waitFor([&] { return !m_textsWhenProbed.isEmpty(); }));
-    QCOMPARE(m_textsWhenProbed, text("N/A, 3.5 m/s"));
-    QVERIFY(waitFor([&] { return refreshed.text() == text("N/A"); }));
+    QTimer feeder;
+    QTimer prober;
+    const auto feed = [&] {
+        untouched.processMessage(f.foreign.get());
+        refreshed.processMessage(f.message.get());
+    };
+    QString textsWhenProbed;
+    const Answer feeding(&feeder, SIGNAL(timeout()), feed, 1);
+    const Answer probing(
+        &prober, SIGNAL(timeout()), [&] { textsWhenProbed = untouched.text() + ", " + refreshed.text(); }, 1);
+    feeder.start(timeOut / 2);
+    prober.start(timeOut + timeOut / 4);
+    QVERIFY(waitFor([&] { return !textsWhenProbed.isEmpty(); }));
+    QCOMPARE(textsWhenProbed, text("N/A, 3.5 m/s"));
+    QVERIFY(waitFor([&] { return refreshed.text() == "N/A"; }));
     untouched.setTimeOut(-1);
     refreshed.setTimeOut(-1);
-}
-
-void tst_FieldValueLabel::feed()
-{
-    m_untouched->processMessage(m_foreign);
-    m_refreshed->processMessage(m_message);
-}
-
-void tst_FieldValueLabel::probe()
-{
-    m_textsWhenProbed = m_untouched->text() + text(", ") + m_refreshed->text();
 }
 
 QTEST_MAIN(tst_FieldValueLabel)

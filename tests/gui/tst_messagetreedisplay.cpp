@@ -12,7 +12,6 @@ class TestMessageTreeDisplay : public TestBase
 private Q_SLOTS:
     void tellsEveryListenerOfEveryChange();
     void repaintsWhatChangedOnTheScreen();
-    void leavesNothingStaleOnTheScreen_data();
     void leavesNothingStaleOnTheScreen();
     void growsRowsWithTheirTexts();
     void growsRowsOfTextsWrittenByOthers();
@@ -142,36 +141,29 @@ static QImage pictureOf(Tree* tree)
     return picture;
 }
 
-void TestMessageTreeDisplay::leavesNothingStaleOnTheScreen_data()
-{
-    QTest::addColumn<QString>("situation");
-    Q_FOREACH (const QString& situation, lines("plain\nscrolled\nscrolled sideways\nhidden\nfrom right to left\n"
-                                               "spanned\nsorted\nwrapped\ntwo lines\nedited"))
-        QTest::newRow(qPrintable(situation)) << situation;
-}
-
 void TestMessageTreeDisplay::leavesNothingStaleOnTheScreen()
 {
-    // What was on the screen is drawn from a second tree, so that drawing it cannot help the first.
-    QFETCH(QString, situation);
-    ShownTree twin(100);
-    arrange(&twin, situation);
-    ShownTree shown(100);
-    arrange(&shown, situation);
-    const QImage before = pictureOf(&twin.tree);
-    PaintWatcher watcher(shown.tree.viewport());
-    shown.feed(500);
-    QCoreApplication::processEvents();
-    const QRegion painted = watcher.region;
-    const QImage after = pictureOf(&shown.tree);
-    QCOMPARE(before.size(), after.size());
-    QVERIFY(before != after);
-    int stale = 0;
-    for (int y = 0; y < after.height(); ++y) {
-        for (int x = 0; x < after.width(); ++x)
-            stale += before.pixel(x, y) != after.pixel(x, y) && !painted.contains(QPoint(x, y));
+    Q_FOREACH (const QString& situation, lines("plain\nscrolled\nscrolled sideways\nhidden\nfrom right to left\n"
+                                               "spanned\nsorted\nwrapped\ntwo lines\nedited")) {
+        // What was on the screen is drawn from a second tree, so that drawing it cannot help the first.
+        ShownTree twin(100);
+        arrange(&twin, situation);
+        ShownTree shown(100);
+        arrange(&shown, situation);
+        const QImage before = pictureOf(&twin.tree);
+        PaintWatcher watcher(shown.tree.viewport());
+        shown.feed(500);
+        QCoreApplication::processEvents();
+        const QRegion painted = watcher.region;
+        const QImage after = pictureOf(&shown.tree);
+        QCOMPARE(before.size(), after.size());
+        QVERIFY2(before != after, qPrintable(situation));
+        int stale = 0;
+        for (int y = 0; y < after.height(); ++y)
+            for (int x = 0; x < after.width(); ++x)
+                stale += before.pixel(x, y) != after.pixel(x, y) && !painted.contains(QPoint(x, y));
+        QVERIFY2(stale == 0, qPrintable(situation));
     }
-    QCOMPARE(stale, 0);
 }
 
 void TestMessageTreeDisplay::growsRowsWithTheirTexts()

@@ -10,18 +10,17 @@ class TestMessageTreeListeners : public TestBase
     Q_OBJECT
 
 private Q_SLOTS:
-    void rowsComeOnceThoughAMessageComesMeanwhile_data();
     void rowsComeOnceThoughAMessageComesMeanwhile();
     void whatComesMeanwhileIsNewer();
     void rowsAskOnlyTheRowsAboveThem();
     void oldRowsGoBeforeNewOnesCome();
-    void anythingCanBeDoneMeanwhile_data();
     void anythingCanBeDoneMeanwhile();
-    void rowsCanBeDeletedMeanwhile_data();
     void rowsCanBeDeletedMeanwhile();
     void rowsOfOthersAreDeletedOnce();
     void rowsAreConfiguredOnceHoweverSorted();
 };
+
+static const char s_one[] = "T s=(y=4) x=1 many=5:7 detail=7";
 
 /** A type with a sub-message, values and fields of all filters, in a shown tree. */
 struct Fixture : Stage
@@ -30,7 +29,7 @@ struct Fixture : Stage
         : Stage("S-: y; T: s.o=S x many.r detail.2v; U: z")
         , info(type("T"))
         , otherInfo(type("U"))
-        , messages{message("T s=(y=4) x=1 many=5:7 detail=7"), message("T x=2 many=8 detail=9"), message("U z=3")}
+        , messages{message(s_one), message("T x=2 many=8 detail=9"), message("U z=3")}
         , one(messages[0].get())
         , second(messages[1].get())
         , foreign(messages[2].get())
@@ -52,6 +51,19 @@ struct Fixture : Stage
         return rowTexts(newTree);
     }
 
+    /** Does what one line says after the other; "one" is the first message, and "toggle NUMBER" triggers an action. */
+    void perform(const QString& commands)
+    {
+        Q_FOREACH (const QString& command, commands.split("; ")) {
+            if (command.startsWith("toggle"))
+                tree.getToggleColumnActions().at(command.section(' ', 1).toInt())->trigger();
+            else if (command == "columns")
+                tree.clearColumns(true);
+            else
+                (*this)(QString(command).replace("one", s_one));
+        }
+    }
+
     const MessageInfo* info;
     const MessageInfo* otherInfo;
     const MessageReference messages[3];
@@ -62,37 +74,17 @@ struct Fixture : Stage
     MessageTreeWidgetItem* other;
 };
 
-typedef std::function<void(Fixture&)> Step;
-Q_DECLARE_METATYPE(Step)
-
-void TestMessageTreeListeners::rowsComeOnceThoughAMessageComesMeanwhile_data()
-{
-    QTest::addColumn<Step>("step");
-    QTest::newRow("configured") << Step([](Fixture& f) { f.row->configureInTreeWidget(); });
-    QTest::newRow("given a type") << Step([](Fixture& f) {
-        f.row->setMessageInfo(nullptr);
-        f.row->setMessageInfo(f.info);
-    });
-    QTest::newRow("given another type") << Step([](Fixture& f) {
-        f.row->setMessageInfo(f.otherInfo);
-        f.row->setMessageInfo(f.info);
-    });
-    QTest::newRow("shown another type") << Step([](Fixture& f) {
-        f.row->displayMessage(f.foreign);
-        f.row->displayMessage(f.one);
-    });
-    QTest::newRow("all configured") << Step([](Fixture& f) { f.tree.setShowVirtualFields(false); });
-}
-
 void TestMessageTreeListeners::rowsComeOnceThoughAMessageComesMeanwhile()
 {
-    QFETCH(Step, step);
-    Fixture f;
-    delete f.other;
-    const Answer answer([&] { f.tree.processMessage(f.one); });
-    step(f);
-    QCOMPARE(rowTexts(f.tree), f.fresh(f.one));
-    QCOMPARE(f.row->childCount(), f.tree.mustShowVirtualFields() ? 4 : 3);
+    Q_FOREACH (const QString& step, lines("configure\ntype null; type T\ntype U; type T\ndisplay U z=3; display one\n"
+                                          "setShowVirtualFields 0")) {
+        Fixture f;
+        delete f.other;
+        const Answer answer([&] { f.tree.processMessage(f.one); });
+        f.perform(step);
+        QCOMPARE(step + "\n" + rowTexts(f.tree).join("\n"), step + "\n" + f.fresh(f.one).join("\n"));
+        QCOMPARE(f.row->childCount(), f.tree.mustShowVirtualFields() ? 4 : 3);
+    }
 }
 
 void TestMessageTreeListeners::whatComesMeanwhileIsNewer()
@@ -154,32 +146,6 @@ void TestMessageTreeListeners::oldRowsGoBeforeNewOnesCome()
     QCOMPARE(needs.join(text(", ")), text("S, , T, S+T"));
 }
 
-void TestMessageTreeListeners::anythingCanBeDoneMeanwhile_data()
-{
-    QTest::addColumn<Step>("reaction");
-    const auto add = [](const char* name, const Step& reaction) { QTest::newRow(name) << reaction; };
-    add("fewer fields", [](Fixture& f) { f.tree.setShowPrimaryFieldsOnly(true); });
-    add("no virtual fields", [](Fixture& f) { f.tree.setHideVirtualFields(true); });
-    add("other columns", [](Fixture& f) { f.tree.setColumns(columns("2,0")); });
-    add("no columns", [](Fixture& f) { f.tree.clearColumns(true); });
-    add("one more column", [](Fixture& f) { f.tree.getToggleRawValueColumnAction()->trigger(); });
-    add("one column less", [](Fixture& f) { f.tree.getToggleTypeColumnAction()->trigger(); });
-    add("all anew", [](Fixture& f) { f.tree.reconfigureTopLevelAbstractMessageTreeWidgetItems(); });
-    add("one anew", [](Fixture& f) { f.row->configureInTreeWidget(); });
-    add("other type and back", [](Fixture& f) {
-        f.row->setMessageInfo(f.otherInfo);
-        f.row->displayMessage(f.one);
-    });
-    add("another message and back", [](Fixture& f) {
-        f.tree.processMessage(f.second);
-        f.tree.processMessage(f.one);
-    });
-    add("no message and back", [](Fixture& f) {
-        f.tree.processMessage(nullptr);
-        f.tree.processMessage(f.one);
-    });
-}
-
 /** A delegate that does something at the first row that it is asked for. */
 class ReactingDelegate : public QStyledItemDelegate
 {
@@ -213,11 +179,15 @@ private:
 
 void TestMessageTreeListeners::anythingCanBeDoneMeanwhile()
 {
-    QFETCH(Step, reaction);
+    const QStringList reactions =
+        lines("setShowPrimaryFieldsOnly 1\nsetHideVirtualFields 1\ncolumns 2,0\ncolumns\ntoggle 1\ntoggle 0\nanew\n"
+              "configure\ntype U; display one\nT x=2 many=8 detail=9; one\nnull; one");
     static const char* const signalsOfTheTree[] = {
         SIGNAL(itemChanged(QTreeWidgetItem*, int)), SIGNAL(itemExpanded(QTreeWidgetItem*)),
         SIGNAL(itemCollapsed(QTreeWidgetItem*)), SIGNAL(itemSelectionChanged())};
-    for (int listener = 0; listener < 10; ++listener) {
+    for (int i = 0; i < 10 * reactions.size(); ++i) {
+        const QString& reaction = reactions.at(i / 10);
+        const int listener = i % 10;
         Fixture f;
         f.tree.setSortingEnabled(listener >= 5);
         f.tree.sortByColumn(0, Qt::AscendingOrder);
@@ -227,12 +197,12 @@ void TestMessageTreeListeners::anythingCanBeDoneMeanwhile()
         showTree(&f.tree);
         f.tree.setCurrentItem(f.row->child(f.row->childCount() - 1));
         f.tree.sortByColumn(2, Qt::AscendingOrder);
-        ReactingDelegate delegate([&] { reaction(f); });
+        ReactingDelegate delegate([&] { f.perform(reaction); });
         const bool isDelegate = listener % 5 == 4;
         if (isDelegate)
             f.tree.setItemDelegate(&delegate);
         Answer answer(
-            &f.tree, signalsOfTheTree[isDelegate ? 0 : listener % 5], [&] { reaction(f); }, !isDelegate);
+            &f.tree, signalsOfTheTree[isDelegate ? 0 : listener % 5], [&] { f.perform(reaction); }, !isDelegate);
         f.tree.processMessage(f.one);
         f.row->setExpanded(false);
         f.tree.setShowVirtualFields(!f.tree.mustShowVirtualFields());
@@ -240,7 +210,7 @@ void TestMessageTreeListeners::anythingCanBeDoneMeanwhile()
         QCoreApplication::processEvents();
         f.tree.setItemDelegate(nullptr);
         f.tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
-        QCOMPARE(rowTexts(f.tree), f.fresh(f.one));
+        QCOMPARE(reaction + "\n" + rowTexts(f.tree).join("\n"), reaction + "\n" + f.fresh(f.one).join("\n"));
     }
 }
 
@@ -266,31 +236,27 @@ public:
     }
 };
 
-void TestMessageTreeListeners::rowsCanBeDeletedMeanwhile_data()
-{
-    // The victim by its place: the top-level row, and the field below that.
-    QTest::addColumn<int>("topLevel");
-    QTest::addColumn<int>("field");
-    QTest::addColumn<QString>("left");
-    const QString all = text("s x many detail");
-    QTest::newRow("itself") << 1 << -1 << all + text("/") + all;
-    QTest::newRow("the next") << 2 << -1 << all + text("/") + all;
-    QTest::newRow("its field") << 1 << 1 << all + text("/s many detail/") + all;
-    QTest::newRow("the field of another") << 2 << 2 << all + text("/") + all + text("/s x detail");
-    QTest::newRow("a whole field") << 1 << 2 << all + text("/s x detail/") + all;
-}
-
 void TestMessageTreeListeners::rowsCanBeDeletedMeanwhile()
 {
-    QFETCH(int, topLevel);
-    QFETCH(int, field);
-    QFETCH(QString, left);
-    for (int bySignal = 0; bySignal < 2; ++bySignal) {
+    // The victim by its place: the top-level row, and the field below that.
+    const struct
+    {
+        int topLevel;
+        int field;
+        const char* left;
+    } victims[] = {{1, -1, "s x many detail/s x many detail"},
+                   {2, -1, "s x many detail/s x many detail"},
+                   {1, 1, "s x many detail/s many detail/s x many detail"},
+                   {2, 2, "s x many detail/s x many detail/s x detail"},
+                   {1, 2, "s x many detail/s x detail/s x many detail"}};
+    for (int i = 0; i < 10; ++i) {
+        const int field = victims[i / 2].field;
+        const bool bySignal = i % 2;
         Fixture f;
         DeletingRow* row = new DeletingRow(&f.tree, f.info);
         f.tree.insertTopLevelItem(1, row);
         f.tree.processMessage(f.second);
-        QTreeWidgetItem* victim = f.tree.topLevelItem(topLevel);
+        QTreeWidgetItem* victim = f.tree.topLevelItem(victims[i / 2].topLevel);
         if (field >= 0)
             victim = victim->child(field);
         Answer answer(
@@ -299,8 +265,8 @@ void TestMessageTreeListeners::rowsCanBeDeletedMeanwhile()
             row->victim = victim;
         f.tree.processMessage(f.one);
         QStringList rows;
-        for (int i = 0; i < f.tree.topLevelItemCount(); ++i) {
-            const QTreeWidgetItem* parent = f.tree.topLevelItem(i);
+        for (int top = 0; top < f.tree.topLevelItemCount(); ++top) {
+            const QTreeWidgetItem* parent = f.tree.topLevelItem(top);
             QStringList names;
             for (int child = 0; child < parent->childCount(); ++child) {
                 names << parent->child(child)->text(0);
@@ -309,7 +275,7 @@ void TestMessageTreeListeners::rowsCanBeDeletedMeanwhile()
             }
             rows << names.join(text(" "));
         }
-        QCOMPARE(rows.join(text("/")), left);
+        QCOMPARE(rows.join("/"), text(victims[i / 2].left));
         f.tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
         QCOMPARE(rowTexts(f.tree), f.fresh(f.one));
     }

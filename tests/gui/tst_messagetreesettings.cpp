@@ -14,12 +14,10 @@ class tst_MessageTreeSettings : public TestBase
 
 private Q_SLOTS:
     void initTestCase();
-    void columnsComeBackFromAnyKindOfList_data();
     void columnsComeBackFromAnyKindOfList();
     void headerComesBack();
     void missingOrDamagedSettingsAreNoHarm();
     void onlyExpandedStatesAreWritten();
-    void expansionSurvivesARestart_data();
     void expansionSurvivesARestart();
     void pathsThatNameNothingOrSeveralAreDropped();
 
@@ -101,33 +99,27 @@ QString tst_MessageTreeSettings::emptyFile()
     return m_file.fileName();
 }
 
-void tst_MessageTreeSettings::columnsComeBackFromAnyKindOfList_data()
-{
-    QTest::addColumn<QVariant>("stored");
-    QTest::addColumn<QString>("columns");
-    QTest::newRow("two") << QVariant(QList<QVariant>() << 0 << 1) << text("0,1");
-    QTest::newRow("one") << QVariant(QList<QVariant>() << 2) << text("2");
-    QTest::newRow("none") << QVariant(QList<QVariant>()) << QString();
-    QTest::newRow("texts") << QVariant(lines("3\n0")) << text("3,0");
-    QTest::newRow("one text") << QVariant(text("3")) << text("3");
-    QTest::newRow("a number") << QVariant(3) << text("3");
-    QTest::newRow("any type") << QVariant(QList<QVariant>() << 0 << 13 << 14 << 999 << 1000000)
-                              << text("0,13,14,999,1000000");
-    QTest::newRow("no type")
-        << QVariant(QList<QVariant>() << 0 << 1000001)
-        << text("0 MessageTreeWidget::restoreSettings: there is no column type 1000001, it was left "
-                "out");
-    QTest::newRow("repeated") << QVariant(lines("0\n2\n0\n3")) << text("0,2,3 Duplicate column");
-}
-
 void tst_MessageTreeSettings::columnsComeBackFromAnyKindOfList()
 {
-    const QString fileName = emptyFile();
-    QFETCH(QVariant, stored);
-    for (int throughFile = 0; throughFile < 2; ++throughFile) {
-        QSettings settings(fileName, QSettings::IniFormat);
+    const struct
+    {
+        QVariant stored;
+        const char* columns;
+    } rows[] = {{QList<QVariant>() << 0 << 1, "0,1"},
+                {QList<QVariant>() << 2, "2"},
+                {QList<QVariant>(), ""},
+                {lines("3\n0"), "3,0"},
+                {text("3"), "3"},
+                {3, "3"},
+                {QList<QVariant>() << 0 << 13 << 14 << 999 << 1000000, "0,13,14,999,1000000"},
+                {QList<QVariant>() << 0 << 1000001,
+                 "0 MessageTreeWidget::restoreSettings: there is no column type 1000001, it was left out"},
+                {lines("0\n2\n0\n3"), "0,2,3 Duplicate column"}};
+    for (unsigned int i = 0; i < 2 * sizeof(rows) / sizeof(rows[0]); ++i) {
+        const bool throughFile = i % 2;
+        QSettings settings(throughFile ? m_file.fileName() : emptyFile(), QSettings::IniFormat);
         if (!throughFile)
-            settings.setValue(text("columns"), stored);
+            settings.setValue("columns", rows[i / 2].stored);
         BoxCloser closer;
         Tree tree;
         tree.restoreSettings(settings);
@@ -135,8 +127,8 @@ void tst_MessageTreeSettings::columnsComeBackFromAnyKindOfList()
         // Platforms that are no real screens say something of their own about the box.
         const QStringList said = closer.texts.isEmpty() ? takeWarnings() : closer.texts.mid(0, 1);
         takeWarnings();
-        QTEST((QStringList(columns) + said).join(text(" ")), "columns");
-        QCOMPARE(tree.getToggleRawValueColumnAction()->isChecked(), columns == text("0,1"));
+        QCOMPARE((QStringList(columns) + said).join(" "), text(rows[i / 2].columns));
+        QCOMPARE(tree.getToggleRawValueColumnAction()->isChecked(), columns == "0,1");
         QCOMPARE(tree.getToggleTypeColumnAction()->isChecked(), tree.hasColumn(Tree::TypeColumn));
     }
 }
@@ -202,29 +194,21 @@ void tst_MessageTreeSettings::onlyExpandedStatesAreWritten()
     QCOMPARE(fields, lines("f/B/list\ng\\/\\*/A/list"));
 }
 
-void tst_MessageTreeSettings::expansionSurvivesARestart_data()
-{
-    QTest::addColumn<QString>("rows");
-    QTest::newRow("nothing") << text("A x list sub deep B list A list");
-    QTest::newRow("a type and a field of another format") << text("A+ x list sub deep B list A+ list+");
-    QTest::newRow("within a sub-message") << text("A+ x list+ sub+ deep+ B+ list A list");
-}
-
 void tst_MessageTreeSettings::expansionSurvivesARestart()
 {
-    const QString fileName = emptyFile();
-    QFETCH(QString, rows);
-    expand(rows);
-    QCOMPARE(expanded(), rows);
-    {
-        QSettings settings(fileName, QSettings::IniFormat);
+    Q_FOREACH (const QString& rows, lines("A x list sub deep B list A list\nA+ x list sub deep B list A+ list+\n"
+                                          "A+ x list+ sub+ deep+ B+ list A list")) {
+        QSettings settings(emptyFile(), QSettings::IniFormat);
+        expand(rows);
+        QCOMPARE(expanded(), rows);
         Tree().saveExpansionState(settings);
+        expand(QString());
+        QCOMPARE(expanded(), text("A x list sub deep B list A list"));
+        settings.sync();
+        QSettings later(m_file.fileName(), QSettings::IniFormat);
+        Tree().loadExpansionState(later);
+        QCOMPARE(expanded(), rows);
     }
-    expand(QString());
-    QCOMPARE(expanded(), text("A x list sub deep B list A list"));
-    QSettings settings(fileName, QSettings::IniFormat);
-    Tree().loadExpansionState(settings);
-    QCOMPARE(expanded(), rows);
 }
 
 void tst_MessageTreeSettings::pathsThatNameNothingOrSeveralAreDropped()
