@@ -103,9 +103,6 @@ public:
     Runner(int seconds, quint64 seed)
         : m_seconds(seconds)
         , m_seed(seed)
-        , m_sequences(0)
-        , m_operations(0)
-        , m_reported(0)
     {
         m_timer.start();
         QTimer::singleShot(0, this, SLOT(run()));
@@ -164,9 +161,9 @@ private:
 
     const int m_seconds;
     const quint64 m_seed;
-    qint64 m_sequences;
-    qint64 m_operations;
-    qint64 m_reported;
+    qint64 m_sequences = 0;
+    qint64 m_operations = 0;
+    qint64 m_reported = 0;
     QElapsedTimer m_timer;
 };
 

@@ -50,6 +50,14 @@ const MessageInfo* World::pickMainInfo()
     return info->isMain() ? info : m_infos.first();
 }
 
+int World::pickFlags(std::initializer_list<std::pair<int, int>> percentages)
+{
+    int flags = 0;
+    for (const std::pair<int, int>& percentage : percentages)
+        flags |= m_chance->percent(percentage.first) ? percentage.second : 0;
+    return flags;
+}
+
 void World::addFields(MessageInfo* info, int number)
 {
     const int count = m_chance->below(7);
@@ -60,9 +68,8 @@ void World::addFields(MessageInfo* info, int number)
         const int choice = first + m_chance->below(static_cast<int>(m_infos.size()) - first);
         if (subMessages < 2 && choice < m_infos.size() && m_chance->percent(25)) {
             ++subMessages;
-            const int flags = (m_tame ? m_chance->below(2) * TestFieldInfo::Repeated : m_chance->below(4)) |
-                              (m_chance->percent(10) ? TestFieldInfo::Secondary : 0) |
-                              (m_chance->percent(10) ? TestFieldInfo::Confidential : 0);
+            int flags = m_tame ? m_chance->below(2) * TestFieldInfo::Repeated : m_chance->below(4);
+            flags |= pickFlags({{10, TestFieldInfo::Secondary}, {10, TestFieldInfo::Confidential}});
             info->addField(new TestFieldInfo(numbered("sub", i), flags, FieldType(m_infos.at(choice))));
         } else {
             info->addField(createField(numbered("field", i), i));
@@ -72,17 +79,12 @@ void World::addFields(MessageInfo* info, int number)
 
 TestFieldInfo* World::createField(const QString& name, int number)
 {
-    int flags = m_chance->percent(30) ? TestFieldInfo::Optional : 0;
-    if (m_chance->percent(25))
-        flags |= TestFieldInfo::Repeated;
-    if (m_chance->percent(15))
-        flags |= TestFieldInfo::String;
-    if (m_chance->percent(15))
-        flags |= TestFieldInfo::Virtual;
-    if (m_chance->percent(15))
-        flags |= TestFieldInfo::Confidential;
-    if (m_chance->percent(25))
-        flags |= TestFieldInfo::Secondary;
+    const int flags = pickFlags({{30, TestFieldInfo::Optional},
+                                 {25, TestFieldInfo::Repeated},
+                                 {15, TestFieldInfo::String},
+                                 {15, TestFieldInfo::Virtual},
+                                 {15, TestFieldInfo::Confidential},
+                                 {25, TestFieldInfo::Secondary}});
     const FieldType types[] = {FieldType(FieldType::FloatType, 8, QLatin1String("double")),
                                FieldType(FieldType::SignedType, 4, QLatin1String("int32")),
                                FieldType(FieldType::TextType, 0, QLatin1String("text")),
@@ -99,10 +101,10 @@ void World::addComponents(TestFieldInfo* field, int depth)
 {
     const int count = 1 + m_chance->below(3);
     for (int i = 0; i < count; ++i) {
-        const int flags = (m_chance->percent(30) ? TestFieldInfo::Secondary : 0) |
-                          (m_chance->percent(20) ? TestFieldInfo::Virtual : 0) |
-                          (m_chance->percent(10) ? TestFieldInfo::Confidential : 0) |
-                          (field->isRepeated() ? TestFieldInfo::Repeated : 0);
+        const int flags =
+            (field->isRepeated() ? TestFieldInfo::Repeated : 0) |
+            pickFlags(
+                {{30, TestFieldInfo::Secondary}, {20, TestFieldInfo::Virtual}, {10, TestFieldInfo::Confidential}});
         TestFieldInfo* component = new TestFieldInfo(numbered("part", i), flags);
         if (depth < 1 && m_chance->percent(20))
             addComponents(component, depth + 1);
@@ -152,17 +154,13 @@ void World::fill(TestMessage* message, const FieldInfo* field, int depth)
             message->set(field, FieldValue::invalid());
         return;
     }
-    QVector<FieldValue> values;
-    for (int i = 0; i < count; ++i)
-        values.append(createValue(field));
-    message->set(field, values);
-    QVector<const FieldInfo*> components = field->getSubFieldInfos();
-    for (int i = 0; i < components.size(); ++i) {
-        QVector<FieldValue> parts;
+    QVector<const FieldInfo*> fields(1, field);
+    for (int i = 0; i < fields.size(); ++i) {
+        QVector<FieldValue> values;
         for (int j = 0; j < count; ++j)
-            parts.append(createValue(components.at(i)));
-        message->set(components.at(i), parts);
-        components += components.at(i)->getSubFieldInfos();
+            values.append(createValue(fields.at(i)));
+        message->set(fields.at(i), values);
+        fields += fields.at(i)->getSubFieldInfos();
     }
 }
 

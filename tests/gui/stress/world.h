@@ -5,6 +5,9 @@
 #include "formatinfo.h"
 #include "testformat.h"
 
+#include <initializer_list>
+#include <utility>
+
 /** A format of random types, and random messages of it. */
 class World
 {
@@ -33,6 +36,8 @@ public:
 private:
     Q_DISABLE_COPY(World)
 
+    /** Each flag that comes up with its percentage. */
+    int pickFlags(std::initializer_list<std::pair<int, int>> percentages);
     void addFields(MessageInfo* info, int number);
     TestFieldInfo* createField(const QString& name, int number);
     void addComponents(TestFieldInfo* field, int depth);
