@@ -7,6 +7,16 @@ Encoding::Encoding(const Traits& traits)
 
 Encoding::~Encoding() {}
 
+bool Encoding::recognizes(const QByteArray&) const
+{
+    return false;
+}
+
+FormatInfo* Encoding::load(const QString&, const QStringList&, Definitions::Scope, QStringList*)
+{
+    return nullptr;
+}
+
 bool Encoding::readsSchema(const QByteArray& encoding) const
 {
     return QByteArray(m_traits.schemas).split(' ').contains(encoding) && !encoding.isEmpty();

@@ -38,7 +38,7 @@ public:
     /** Whether there are files of its definitions. */
     bool hasFiles() const { return *m_traits.filePatterns; }
     /** Whether a file that begins so is one of definitions, for names that do not say it. */
-    virtual bool recognizes(const QByteArray& head) const = 0;
+    virtual bool recognizes(const QByteArray& head) const;
 
     /**
      * Reads a file of definitions. GUI thread. The parameters are those of Definitions::load().
@@ -46,7 +46,7 @@ public:
      * @return the format that its types belong to, also where this knew the file; null when it cannot be used
      */
     virtual FormatInfo* load(const QString& path, const QStringList& importPaths, Definitions::Scope scope,
-                             QStringList* errors) = 0;
+                             QStringList* errors);
 
     /** The format of sources that name @p path, which was loaded, or of those that name none; never null. */
     virtual FormatInfo* getFormat(const QString& path) = 0;

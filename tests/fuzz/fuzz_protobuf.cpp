@@ -1,12 +1,9 @@
-#include "fieldinfo.h"
-#include "message.h"
-#include "messageinfo.h"
 #include "messagereference.h"
+#include "readfields.h"
 #include "schemafile.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 namespace
 {
@@ -34,27 +31,6 @@ message All {
 extend All { optional int32 extra = 100; }
 message New { optional string name = 1; repeated string names = 2; }
 )";
-
-void readFields(const Message* message)
-{
-    for (const FieldInfo* field : message->getInfo()->getFieldInfos()) {
-        const unsigned int count = field->getValueCount(message);
-        if (!field->isRepeated() && count > 1)
-            std::abort();
-        for (unsigned int i = 0; i < count; ++i) {
-            const FieldValue value = field->getValue(message, i);
-            if (!value.isValid())
-                std::abort(); // what is counted is there
-            field->getInterpretedString(value, true);
-            for (const FieldInfo* part : field->getSubFieldInfos())
-                part->getValue(message, i);
-            if (value.getSubMessage())
-                readFields(value.getSubMessage());
-        }
-        if (field->getValue(message, count).isValid())
-            std::abort();
-    }
-}
 
 } // namespace
 

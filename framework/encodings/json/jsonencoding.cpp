@@ -29,16 +29,6 @@ JsonEncoding::~JsonEncoding()
     qDeleteAll(m_made);
 }
 
-bool JsonEncoding::recognizes(const QByteArray&) const
-{
-    return false;
-}
-
-FormatInfo* JsonEncoding::load(const QString&, const QStringList&, Definitions::Scope, QStringList*)
-{
-    return nullptr;
-}
-
 FormatInfo* JsonEncoding::getFormat(const QString&)
 {
     return &m_format;

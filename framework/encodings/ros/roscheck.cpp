@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 using namespace Ros;
 
 static const int GreatestProblemCount = 20;
@@ -129,8 +131,8 @@ bool RosCheck::readStruct(const Plan& plan, Place* place, bool isPlain)
     quint32 size;
     if (!m_wire.takeLength(&inner, &size))
         return failShort(*place, 4);
-    if (size > inner.getLeft())
-        return failShort(inner, size);
+    if (size > inner.getLeft() || size < plan.getLeast())
+        return failShort(inner, std::max(size, plan.getLeast()));
     place->at = inner.at + size;
     inner.limit = place->at;
     const bool isWhole = readMembers(plan, &inner);
@@ -140,7 +142,7 @@ bool RosCheck::readStruct(const Plan& plan, Place* place, bool isPlain)
 
 bool RosCheck::readMembers(const Plan& plan, Place* place)
 {
-    if (plan.form == Plan::List || plan.form == Plan::ShortList)
+    if (plan.isList())
         return readList(plan, place);
     const std::size_t count = plan.form == Plan::Union ? 1 : plan.parts.size();
     const Place begin = *place;

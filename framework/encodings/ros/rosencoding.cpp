@@ -37,16 +37,6 @@ RosEncoding::~RosEncoding()
     qDeleteAll(m_made);
 }
 
-bool RosEncoding::recognizes(const QByteArray&) const
-{
-    return false;
-}
-
-FormatInfo* RosEncoding::load(const QString&, const QStringList&, Definitions::Scope, QStringList*)
-{
-    return nullptr;
-}
-
 FormatInfo* RosEncoding::getFormat(const QString&)
 {
     return &m_format;

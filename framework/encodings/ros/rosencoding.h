@@ -16,9 +16,6 @@ class RosEncoding : public Encoding
 public:
     ~RosEncoding() override;
 
-    bool recognizes(const QByteArray& head) const override;
-    FormatInfo* load(const QString& path, const QStringList& importPaths, Definitions::Scope scope,
-                     QStringList* errors) override;
     FormatInfo* getFormat(const QString& path) override;
     QVector<FormatInfo*> getFormats() const override;
     const MessageInfo* makeType(const TypeSchema& schema, QString* error) override;

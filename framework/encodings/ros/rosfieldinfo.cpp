@@ -38,6 +38,7 @@ RosFieldInfo::RosFieldInfo(const QString& name, const FieldType& type, RosMessag
     , m_member(static_cast<std::size_t>(member))
     , m_kind(elementOf(memberType(holder, m_member)).kind)
     , m_isBytes(isBytesOfRos(memberType(holder, m_member)))
+    , m_isNumber(isNumber(memberType(holder, m_member).kind))
     , m_showsParts(type.getSubMessageInfo() != nullptr)
     , m_slot(needsSlot(memberType(holder, m_member)) ? holder->addSlot() : -1)
 {
@@ -59,12 +60,13 @@ const Node& RosFieldInfo::nodeIn(const RosMessage* message) const
     return *message->getView().getPlan().parts[m_member].node;
 }
 
-unsigned int RosFieldInfo::countIn(const RosMessage* message, const Node& node, const Place& first,
-                                   quint32 claimed) const
+/** How many of the claimed elements there are; where that takes to walk over them, no more than @p most. */
+unsigned int RosFieldInfo::countIn(const RosMessage* message, const Node& node, const Place& first, quint32 claimed,
+                                   quint32 most) const
 {
     const Node& element = *node.element;
     if (!element.isFixed)
-        return message->countElements(m_slot, element, first, claimed, m_showsParts);
+        return message->countElements(m_slot, element, first, std::min(claimed, most), m_showsParts);
     const quint32 whole = Wire::countWhole(element, first, claimed);
     const bool isBroken = m_showsParts && whole < claimed && Wire::elementAt(element, first, whole).getLeft() > 0;
     return whole + (isBroken ? 1 : 0);
@@ -83,7 +85,7 @@ unsigned int RosFieldInfo::getValueCount(const Message* message) const
     }
     if (!own->getWire().open(node, &place, &claimed))
         return 0;
-    return m_isBytes ? 1 : countIn(own, node, place, claimed);
+    return m_isBytes ? 1 : countIn(own, node, place, claimed, claimed);
 }
 
 FieldValue RosFieldInfo::getValue(const Message* message, unsigned int index) const
@@ -92,6 +94,14 @@ FieldValue RosFieldInfo::getValue(const Message* message, unsigned int index) co
     Place place;
     if (!own)
         return FieldValue::invalid();
+    if (m_isNumber) {
+        if (index > 0 || !own->getView().find(static_cast<int>(m_member), &place))
+            return FieldValue::invalid();
+        return valueAt(own, index, nodeIn(own), place);
+    }
+    if (m_showsParts && index == 0)
+        if (const Message* const part = own->findPart(m_slot))
+            return FieldValue::fromSubMessage(part);
     if (m_isBytes) {
         quint32 size;
         if (index > 0 || !own->getView().find(static_cast<int>(m_member), &place) ||
@@ -116,12 +126,13 @@ bool RosFieldInfo::findElement(const RosMessage* message, unsigned int index, co
     *element = node.element;
     if (!message->getWire().open(node, place, &claimed) || index >= claimed)
         return false;
+    // Of numbers whoever reads one sees that it is not there.
+    if (!isNumber(m_kind) && index >= countIn(message, node, *place, claimed, index + 1))
+        return false;
     if (node.element->isFixed) {
         *place = Wire::elementAt(*node.element, *place, index);
         return true;
     }
-    if (index >= countIn(message, node, *place, claimed))
-        return false;
     *place = message->elementAt(m_slot, *place, index);
     return true;
 }
@@ -230,13 +241,54 @@ FieldValue RosTimeFieldInfo::partOf(const Message* message, unsigned int index, 
     const RosMessage* const own = ownMessage(message);
     const Node* node;
     Place place;
-    if (!own || !findElement(own, index, &node, &place) || !own->getWire().enter(*node->plan, &place) ||
+    if (!own || !findElement(own, index, &node, &place))
+        return FieldValue::invalid();
+    Place behind = place;
+    if (!own->getWire().skip(*node, &behind) || !own->getWire().enter(*node->plan, &place) ||
         !Wire::align(&place, own->getWire().getLengthAlignment()) || place.getLeft() < 8)
         return FieldValue::invalid();
     const Kind kind = m_time->members[static_cast<std::size_t>(part)].type->kind;
     const qint64 number = own->getWire().readInteger(kind, place.at + quint32(4 * part));
     return kind == Kind::UInt32 ? FieldValue::fromUnsigned(static_cast<quint64>(number), 4)
                                 : FieldValue::fromSigned(number, 4);
+}
+
+RosUnknownFieldInfo::RosUnknownFieldInfo()
+    : FieldInfo(QStringLiteral("[unknown fields]"), FieldType(FieldType::TextType, 0, QStringLiteral("text")))
+{
+    setRepeated(true);
+    setOptional(true);
+    setRole(SecondaryRole);
+}
+
+QStringList RosUnknownFieldInfo::textsOf(const Message* message) const
+{
+    QStringList texts;
+    if (!occursIn(message->getInfo()) || typeid(*message) != typeid(RosMessage))
+        return texts;
+    const RosMessage* const own = static_cast<const RosMessage*>(message);
+    const Plan& plan = own->getView().getPlan();
+    Place place = own->getView().getStart();
+    Listed listed;
+    while (plan.isList() && own->getWire().takeListed(plan.form, &place, &listed) && !listed.isEnd) {
+        const QByteArray bytes(own->getWire().getBytes(listed.value.at), static_cast<int>(listed.value.getLeft()));
+        if (plan.find(listed.id) < 0)
+            texts.append(
+                QStringLiteral("%1: %2").arg(listed.id).arg(getInterpretedString(FieldValue::fromBytes(bytes), false)));
+    }
+    return texts;
+}
+
+unsigned int RosUnknownFieldInfo::getValueCount(const Message* message) const
+{
+    return static_cast<unsigned int>(textsOf(message).size());
+}
+
+FieldValue RosUnknownFieldInfo::getValue(const Message* message, unsigned int index) const
+{
+    const QStringList texts = textsOf(message);
+    return index < static_cast<unsigned int>(texts.size()) ? FieldValue::fromText(texts.at(static_cast<int>(index)))
+                                                           : FieldValue::invalid();
 }
 
 RosProblemFieldInfo::RosProblemFieldInfo()

@@ -25,8 +25,8 @@ protected:
 
 private:
     const Ros::Node& nodeIn(const RosMessage* message) const;
-    unsigned int countIn(const RosMessage* message, const Ros::Node& node, const Ros::Place& first,
-                         quint32 claimed) const;
+    unsigned int countIn(const RosMessage* message, const Ros::Node& node, const Ros::Place& first, quint32 claimed,
+                         quint32 most) const;
     FieldValue numberAt(const Ros::Wire& wire, quint32 at) const;
     FieldValue valueAt(const RosMessage* message, unsigned int index, const Ros::Node& node, Ros::Place place) const;
 
@@ -34,6 +34,7 @@ private:
     const std::size_t m_member;
     const Ros::Kind m_kind; // of an element
     const bool m_isBytes;
+    const bool m_isNumber;   // a single one
     const bool m_showsParts; // of an element that breaks off
     const int m_slot;
 };
@@ -56,6 +57,19 @@ private:
 
 /** Whether a collection is one value, of bytes. */
 bool isBytesOfRos(const Ros::Type& type);
+
+/** Members that came in a list and that the schema does not have, as texts such as "12: 0102 (2 bytes)". */
+class RosUnknownFieldInfo : public FieldInfo
+{
+public:
+    RosUnknownFieldInfo();
+
+    unsigned int getValueCount(const Message* message) const override;
+    FieldValue getValue(const Message* message, unsigned int index) const override;
+
+private:
+    QStringList textsOf(const Message* message) const;
+};
 
 /** What is wrong with the bytes of a message, as texts. */
 class RosProblemFieldInfo : public FieldInfo

@@ -75,6 +75,9 @@ struct Plan
     std::vector<quint32> ends{}; ///< of each section but the last the number of the member behind it
     Sizes rest{};                ///< the size of the last section
 
+    /** Without so many bytes it is nothing: a time has both of its numbers. */
+    quint32 getLeast() const { return structure->meaning == Struct::NoTime ? 0 : 8; }
+    bool isList() const { return form >= ShortList; }
     int find(quint32 id) const; ///< the number of the member of that id, or -1
     int findCase(qint64 discriminator) const;
 };

@@ -56,15 +56,17 @@ public:
     /** What is wrong with the bytes; of a part always empty. */
     const QStringList& getProblems() const;
 
+    /** The first struct of a field, when it was asked for before; else null. */
+    const Message* findPart(int slot) const { return m_slots ? m_slots[slot].first : nullptr; }
     /** The struct number @p index of a field, which is at @p place, borrowed. */
     const Message* getPart(int slot, unsigned int index, const RosMessageInfo* info, const Ros::Node& node,
                            const Ros::Place& place) const;
 
     /**
-     * How many elements of varying size there are, of the @p claimed ones that begin at @p first; @p withLast counts
+     * How many elements of varying size there are, up to @p most, of those that begin at @p first; @p withLast counts
      * one that breaks off, too.
      */
-    unsigned int countElements(int slot, const Ros::Node& element, const Ros::Place& first, quint32 claimed,
+    unsigned int countElements(int slot, const Ros::Node& element, const Ros::Place& first, quint32 most,
                                bool withLast) const;
     /** Where one of them is; only for one that was counted. */
     Ros::Place elementAt(int slot, const Ros::Place& first, unsigned int index) const;
@@ -73,12 +75,25 @@ protected:
     ~RosMessage() override;
 
 private:
+    struct Elements
+    {
+        std::vector<const RosMessage*> parts{}; // but the first
+        std::vector<quint32> begins{};
+        quint32 end = 0; // of the last one so far
+        bool isBroken = false;
+    };
+
     struct Slot
     {
-        const RosMessage* first = nullptr; // nearly always there is one only
-        std::vector<const RosMessage*> parts{};
-        std::vector<quint32> begins{};
-        bool isCounted = false;
+        Elements& getElements()
+        {
+            if (!elements)
+                elements = std::make_unique<Elements>();
+            return *elements;
+        }
+
+        const RosMessage* first = nullptr;
+        std::unique_ptr<Elements> elements{};
     };
 
     RosMessage(const RosMessage* whole, const RosMessageInfo* info, const Ros::Node& node, Ros::Place place);

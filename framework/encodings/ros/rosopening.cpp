@@ -21,7 +21,7 @@ const Ros::Rules rules[RosTypes::LayoutCount] = {
 
 // In the order in which they are tried: what the standard says first.
 const int ros1[] = {0};
-const int xcdr1[] = {1};
+const int xcdr1[] = {RosTypes::Xcdr1Layout};
 const int plainXcdr2[] = {2, 3, 4, 5};
 const int delimitedXcdr2[] = {6, 7, 8, 2, 3, 4};
 
@@ -42,11 +42,13 @@ RosTypes::RosTypes(std::unique_ptr<Ros::Schema> schema, bool isRos1)
 {
 }
 
-const Ros::Layout& RosTypes::getLayout(int number) const
+const Ros::Layout& RosTypes::makeLayout(int number) const
 {
-    std::call_once(m_flags[number],
-                   [&] { m_layouts[number] = std::make_unique<Ros::Layout>(*m_schema, rules[number]); });
-    return *m_layouts[number];
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (!m_owned[number])
+        m_owned[number] = std::make_unique<const Ros::Layout>(*m_schema, rules[number]);
+    m_layouts[number].store(m_owned[number].get(), std::memory_order_release);
+    return *m_owned[number];
 }
 
 RosOpening::RosOpening(const RosTypes& types, const Ros::Struct* structure, const QByteArray& data)
@@ -54,6 +56,8 @@ RosOpening::RosOpening(const RosTypes& types, const Ros::Struct* structure, cons
     , start{0, static_cast<quint32>(qMin<qint64>(data.size(), Ros::Endless - 1)), 0}
     , m_whole(start)
     , m_isPlain(true)
+    , m_problem(NoProblem)
+    , m_id(0)
 {
     const bool isBigMachine = Q_BYTE_ORDER == Q_BIG_ENDIAN;
     if (types.isRos1()) {
@@ -80,11 +84,8 @@ RosOpening::RosOpening(const RosTypes& types, const Ros::Struct* structure, cons
         tryAll(types, structure, data, isSwapped, delimitedXcdr2, 6);
         return;
     default:
-        m_problem = id < 0 ? QCoreApplication::translate("RosMessage", "shorter than the 4 bytes that say how it is "
-                                                                       "written")
-                           : QCoreApplication::translate("RosMessage", "written in a way that is not known: %1 %2")
-                                 .arg(id >> 8, 2, 16, QLatin1Char('0'))
-                                 .arg(id & 0xff, 2, 16, QLatin1Char('0'));
+        m_problem = id < 0 ? TooShort : UnknownWay;
+        m_id = id;
         m_whole = start = Ros::Place{0, 0, 0};
         tryAll(types, structure, QByteArray(), false, xcdr1, 1);
     }
@@ -114,19 +115,23 @@ void RosOpening::tryAll(const RosTypes& types, const Ros::Struct* structure, con
         }
     }
     use(0);
-    if (types.hasWideText() && m_problem.isEmpty() && data.size() > HeadSize)
-        m_problem =
-            QCoreApplication::translate("RosMessage", "nobody can tell how its wide texts are written; they are "
-                                                      "shown as if in units of 16 bits");
+    if (types.hasWideText() && m_problem == NoProblem && data.size() > HeadSize)
+        m_problem = Undecided;
 }
 
 QStringList RosOpening::findProblems() const
 {
+    if (m_problem == TooShort)
+        return {QCoreApplication::translate("RosMessage", "shorter than the 4 bytes that say how it is written")};
+    if (m_problem == UnknownWay)
+        return {QCoreApplication::translate("RosMessage", "written in a way that is not known: %1 %2")
+                    .arg(m_id >> 8, 2, 16, QLatin1Char('0'))
+                    .arg(m_id & 0xff, 2, 16, QLatin1Char('0'))};
     QStringList problems;
-    if (!m_problem.isEmpty())
-        problems.append(m_problem);
-    if (m_whole.limit == 0 && !m_problem.isEmpty())
-        return problems;
+    if (m_problem == Undecided)
+        problems.append(QCoreApplication::translate("RosMessage",
+                                                    "nobody can tell how its wide texts are written; they are shown as "
+                                                    "if in units of 16 bits"));
     RosCheck check(wire);
     const bool isWhole = check.readsTo(*plan, m_whole, m_isPlain);
     problems += check.getProblems();

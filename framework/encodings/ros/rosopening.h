@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QStringList>
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 
@@ -15,6 +16,7 @@ class RosTypes
 public:
     enum
     {
+        Xcdr1Layout = 1,
         LayoutCount = 9
     };
 
@@ -23,16 +25,25 @@ public:
 
     bool isRos1() const { return m_isRos1; }
     bool hasWideText() const { return m_hasWideText; }
+    /** Whether bytes that say they are XCDR1 can be read in one way only. */
+    bool hasOneWay() const { return !m_isRos1 && !m_hasWideText; }
     const Ros::Schema& getSchema() const { return *m_schema; }
     /** Any thread. */
-    const Ros::Layout& getLayout(int number) const;
+    const Ros::Layout& getLayout(int number) const
+    {
+        const Ros::Layout* const layout = m_layouts[number].load(std::memory_order_acquire);
+        return layout ? *layout : makeLayout(number);
+    }
 
 private:
+    const Ros::Layout& makeLayout(int number) const;
+
     const std::unique_ptr<Ros::Schema> m_schema;
     const bool m_isRos1;
     bool m_hasWideText;
-    mutable std::once_flag m_flags[LayoutCount];
-    mutable std::unique_ptr<Ros::Layout> m_layouts[LayoutCount];
+    mutable std::mutex m_mutex; // for making layouts
+    mutable std::unique_ptr<const Ros::Layout> m_owned[LayoutCount];
+    mutable std::atomic<const Ros::Layout*> m_layouts[LayoutCount] = {};
 };
 
 /**
@@ -58,7 +69,14 @@ private:
 
     Ros::Place m_whole; // with what stands before the members
     bool m_isPlain;     // whether nothing stands there
-    QString m_problem;
+    enum : quint8
+    {
+        NoProblem,
+        TooShort,
+        UnknownWay,
+        Undecided
+    } m_problem;
+    int m_id; // of the way to write
 };
 
 #endif

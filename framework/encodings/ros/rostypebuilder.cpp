@@ -144,6 +144,8 @@ void RosTypeBuilder::fill(RosMessageInfo* info)
             field->setUnit(member.unit);
         info->addField(field);
     }
+    if (structure->extensibility == Extensibility::Mutable)
+        info->addField(new RosUnknownFieldInfo);
     if (!info->isMain())
         return;
     info->addField(new RosProblemFieldInfo);

@@ -72,7 +72,7 @@ bool Wire::skipStruct(const Plan& plan, Place* place) const
 {
     if (plan.hasHeader) {
         quint32 size;
-        if (!takeLength(place, &size) || size > place->getLeft())
+        if (!takeLength(place, &size) || size > place->getLeft() || size < plan.getLeast())
             return false;
         place->at += size;
         return true;

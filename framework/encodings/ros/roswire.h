@@ -146,6 +146,7 @@ public:
     }
 
     const Plan& getPlan() const { return *m_plan; }
+    const Place& getStart() const { return m_start; }
     /** False when the member is absent, or lies beyond the end. */
     bool find(int member, Place* place) const;
 

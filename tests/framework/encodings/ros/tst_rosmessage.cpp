@@ -225,12 +225,13 @@ void tst_RosMessage::idl()
         {"struct T { octet a; @optional long b; @optional long c; octet d; };",
          "00010000 01 000000 0100 0400 07000000 0200 0000 05", "a=1 b=7 d=5"},
         {"@mutable struct T { @id(5) octet a; long b; double c; };",
-         "00030000 0700 0800 000000000000f03f 0600 0400 07000000 0900 0400 00000000 017f 0800 05000000 01000000 09 "
+         "00030000 0700 0800 000000000000f03f 0600 0400 07000000 0900 0400 00000000 017f 0800 "
+         "05000000 01000000 09 "
          "000000 "
          "023f 0000",
-         "a=9 b=7 c=1"},
+         "a=9 b=7 c=1 [unknown fields]=[9: 00000000 (4 bytes)]"},
         {"@mutable struct T { long a; };", "00030000 0900 0400 00000000 0000 0400 01",
-         "[problems]=[byte 17: its list of "
+         "[unknown fields]=[9: 00000000 (4 bytes)] [problems]=[byte 17: its list of "
          "members breaks off; the rest is "
          "not decoded]"},
     };
