@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <cstring>
 
 using Ros::TextPlace;
 
@@ -20,6 +21,12 @@ struct Block
     TextPlace place;
     std::vector<QString> includes;
 };
+
+// Not QChar::isDigit(), which knows those of all scripts.
+bool isDigit(QChar character)
+{
+    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
+}
 
 bool isWordCharacter(QChar character)
 {
@@ -140,7 +147,7 @@ IdlToken IdlScanner::next()
         token.text = takeText(first);
         return token;
     }
-    if (first.isDigit() || (first == QLatin1Char('.') && peek(1).isDigit())) {
+    if (isDigit(first) || (first == QLatin1Char('.') && isDigit(peek(1)))) {
         token.kind = IdlToken::Integer;
         const bool isHex = first == QLatin1Char('0') && peek(1).toLower() == QLatin1Char('x');
         while (isWordCharacter(peek()) || peek() == QLatin1Char('.')) {
@@ -191,7 +198,7 @@ QChar IdlScanner::takeEscaped()
     const char* const found =
         letter.unicode() > 0 && letter.unicode() < 0x80 ? std::strchr(letters, letter.toLatin1()) : nullptr;
     const bool isHex = letter == QLatin1Char('x') || letter == QLatin1Char('u');
-    if (!isHex && !letter.isDigit()) {
+    if (!isHex && !isDigit(letter)) {
         advance(1);
         return found ? QLatin1Char("\n\t\v\b\r\f\a"[found - letters]) : letter;
     }

@@ -2,9 +2,13 @@
 
 #include "timetext.h"
 
+#include <QCoreApplication>
+
 #include <typeinfo>
 
 using namespace Ros;
+
+static const int MostUnknown = 100;
 
 namespace
 {
@@ -271,6 +275,10 @@ QStringList RosUnknownFieldInfo::textsOf(const Message* message) const
     Place place = own->getView().getStart();
     Listed listed;
     while (plan.isList() && own->getWire().takeListed(plan.form, &place, &listed) && !listed.isEnd) {
+        if (texts.size() == MostUnknown) {
+            texts.append(QCoreApplication::translate("RosMessage", "and more"));
+            break;
+        }
         const QByteArray bytes(own->getWire().getBytes(listed.value.at), static_cast<int>(listed.value.getLeft()));
         if (plan.find(listed.id) < 0)
             texts.append(

@@ -33,27 +33,6 @@ quint64 endOf(const Sizes& sizes, quint64 at, quint64 from, quint64 count)
     return std::min(at, quint64(Endless));
 }
 
-int Plan::find(quint32 id) const
-{
-    for (std::size_t i = 0; i < structure->members.size(); ++i)
-        if (structure->members[i].id == id)
-            return static_cast<int>(i);
-    return -1;
-}
-
-int Plan::findCase(qint64 discriminator) const
-{
-    int other = -1;
-    for (std::size_t i = 1; i < structure->members.size(); ++i) {
-        const Member& member = structure->members[i];
-        if (std::find(member.cases.begin(), member.cases.end(), discriminator) != member.cases.end())
-            return static_cast<int>(i);
-        if (member.isDefaultCase)
-            other = static_cast<int>(i);
-    }
-    return other;
-}
-
 Layout::Layout(const Schema& schema, const Rules& rules)
     : m_rules(rules)
     , m_plans(schema.structs.size())
@@ -111,6 +90,20 @@ void Layout::measure(Node* node) const
     }
 }
 
+void Layout::numberMembers(Plan* plan)
+{
+    const std::vector<Member>& members = plan->structure->members;
+    for (int i = 0; i < static_cast<int>(members.size()); ++i) {
+        const Member& member = members[static_cast<std::size_t>(i)];
+        if (plan->isList())
+            plan->numbers.emplace(member.id, i);
+        else if (member.isDefaultCase)
+            plan->other = i;
+        for (std::size_t j = 0; j < member.cases.size() && !plan->isList(); ++j)
+            plan->numbers.emplace(member.cases[j], i);
+    }
+}
+
 void Layout::fillPlan(const Struct* structure)
 {
     Plan& plan = m_plans[structure->index];
@@ -149,6 +142,7 @@ void Layout::fillPlan(const Struct* structure)
         node.isPlain = node.isPlain && isFixed && part.node->isPlain;
         plan.parts.push_back(part);
     }
+    numberMembers(&plan);
     for (quint32 phase = 0; phase < 8; ++phase)
         plan.rest[phase] = ends[phase] - phase + (structure->isPadded ? 1 : 0);
     node.sizes = plan.rest;

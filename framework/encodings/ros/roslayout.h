@@ -6,6 +6,7 @@
 #include <array>
 #include <deque>
 #include <map>
+#include <unordered_map>
 
 /** Where the values of a schema's types stand among the bytes, by one of the rules that there are for it. */
 namespace Ros
@@ -74,12 +75,18 @@ struct Plan
     std::vector<Part> parts{};
     std::vector<quint32> ends{}; ///< of each section but the last the number of the member behind it
     Sizes rest{};                ///< the size of the last section
+    std::unordered_map<qint64, int> numbers{};
+    int other = -1; ///< where no number is right
 
     /** Without so many bytes it is nothing: a time has both of its numbers. */
     quint32 getLeast() const { return structure->meaning == Struct::NoTime ? 0 : 8; }
     bool isList() const { return form >= ShortList; }
-    int find(quint32 id) const; ///< the number of the member of that id, or -1
-    int findCase(qint64 discriminator) const;
+    /** The number of the member that a union has for a discriminator, or a list for an id; -1 for none. */
+    int find(qint64 number) const
+    {
+        const auto found = numbers.find(number);
+        return found == numbers.end() ? other : found->second;
+    }
 };
 
 /** All structs of a schema by some rules. Made once, read from any thread. */
@@ -94,6 +101,7 @@ public:
 private:
     const Node* nodeOf(const Type* type);
     void fillPlan(const Struct* structure);
+    static void numberMembers(Plan* plan);
     void measure(Node* node) const;
 
     const Rules m_rules;

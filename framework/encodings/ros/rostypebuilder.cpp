@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <iterator>
 
 using namespace Ros;
 
@@ -17,38 +18,37 @@ class Constants
 {
 public:
     explicit Constants(const Struct* structure)
-        : m_struct(structure)
+        : m_names(structure->members.size())
+        , m_lines(structure->members.size() + 1)
     {
+        const std::vector<Member>& members = structure->members;
+        QHash<QString, std::size_t> byName;
+        for (std::size_t i = 0; i < members.size(); ++i)
+            if (isInteger(kindOf(members[i])) && !isBytesOfRos(*members[i].type))
+                byName.insert(members[i].name.toUpper(), i);
+        // From behind, so that what stands next is known.
+        std::size_t nextOfKind[32];
+        std::fill(std::begin(nextOfKind), std::end(nextOfKind), members.size());
+        std::size_t known = members.size();
+        for (std::size_t i = structure->constants.size(); i-- > 0;) {
+            const Constant& constant = structure->constants[i];
+            while (known > constant.before) {
+                --known;
+                nextOfKind[static_cast<int>(kindOf(members[known]))] = known;
+            }
+            const std::size_t owner = ownerOf(constant, members, byName);
+            const std::size_t next = nextOfKind[static_cast<int>(constant.kind)];
+            if (owner < members.size())
+                m_names[owner].prepend(FieldInfo::Enumerator(constant.bits, constant.name, constant.description));
+            else
+                m_lines[next < members.size() ? next : constant.before].prepend(lineOf(constant));
+        }
     }
 
-    QVector<FieldInfo::Enumerator> namesOf(const Member& member) const
-    {
-        QVector<FieldInfo::Enumerator> names;
-        for (const Constant& constant : m_struct->constants)
-            if (isNumber(constant.kind) && isInteger(constant.kind) && ownerOf(constant) == &member)
-                names.append(FieldInfo::Enumerator(constant.bits, constant.name, constant.description));
-        return names;
-    }
-
-    /** The others of its type that stand before it and after the last such member, a line each. */
-    QString linesOf(const Member& member) const
-    {
-        QString lines;
-        for (const Constant& constant : m_struct->constants)
-            if (!ownerOf(constant) && nextOf(constant) == &member)
-                lines += QLatin1Char('\n') + lineOf(constant);
-        return lines;
-    }
-
-    /** Those that stand behind all members. */
-    QString lastLines() const
-    {
-        QString lines;
-        for (const Constant& constant : m_struct->constants)
-            if (!ownerOf(constant) && !nextOf(constant))
-                lines += QLatin1Char('\n') + lineOf(constant);
-        return lines;
-    }
+    const QVector<FieldInfo::Enumerator>& namesOf(std::size_t member) const { return m_names[member]; }
+    /** The others that stand before it, a line each; behind the last member those that no member follows. */
+    QString linesOf(std::size_t member) const { return m_lines[member].join(QString()); }
+    QString lastLines() const { return m_lines.back().join(QString()); }
 
 private:
     static Kind kindOf(const Member& member)
@@ -56,34 +56,29 @@ private:
         return isCollection(member.type->kind) ? member.type->element->kind : member.type->kind;
     }
 
-    const Member* ownerOf(const Constant& constant) const
+    /** The longest name that it begins with. */
+    static std::size_t ownerOf(const Constant& constant, const std::vector<Member>& members,
+                               const QHash<QString, std::size_t>& byName)
     {
-        const Member* owner = nullptr;
-        for (const Member& member : m_struct->members)
-            if (kindOf(member) == constant.kind && isInteger(constant.kind) && !isBytesOfRos(*member.type) &&
-                constant.name.startsWith(member.name.toUpper() + QLatin1Char('_')) &&
-                (!owner || owner->name.size() < member.name.size()))
-                owner = &member;
-        return owner;
-    }
-
-    const Member* nextOf(const Constant& constant) const
-    {
-        const auto begin = m_struct->members.begin() + static_cast<std::ptrdiff_t>(constant.before);
-        const auto end = m_struct->members.end();
-        const auto same = std::find_if(begin, end, [&](const Member& m) { return kindOf(m) == constant.kind; });
-        return same != end ? &*same : begin != end ? &*begin : nullptr;
+        for (int end = int(constant.name.lastIndexOf(QLatin1Char('_'))); end > 0;
+             end = int(constant.name.lastIndexOf(QLatin1Char('_'), end - 1))) {
+            const std::size_t found = byName.value(constant.name.left(end), members.size());
+            if (found < members.size() && kindOf(members[found]) == constant.kind)
+                return found;
+        }
+        return members.size();
     }
 
     static QString lineOf(const Constant& constant)
     {
-        QString line = constant.name + QStringLiteral(" = ") + constant.text;
+        QString line = QLatin1Char('\n') + constant.name + QStringLiteral(" = ") + constant.text;
         if (!constant.description.isEmpty())
             line += QStringLiteral(": ") + QString(constant.description).replace(QLatin1Char('\n'), QLatin1Char(' '));
         return line;
     }
 
-    const Struct* m_struct;
+    std::vector<QVector<FieldInfo::Enumerator>> m_names;
+    std::vector<QStringList> m_lines;
 };
 
 } // namespace
@@ -138,8 +133,8 @@ void RosTypeBuilder::fill(RosMessageInfo* info)
         if (type.enumeration)
             field->setEnumerators(type.enumeration->values, type.enumeration->isBitmask);
         else
-            field->setEnumerators(constants.namesOf(member), false);
-        field->setDescription((description + constants.linesOf(member)).trimmed());
+            field->setEnumerators(constants.namesOf(i), false);
+        field->setDescription((description + constants.linesOf(i)).trimmed());
         if (!member.unit.isEmpty())
             field->setUnit(member.unit);
         info->addField(field);

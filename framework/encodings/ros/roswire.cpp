@@ -212,7 +212,7 @@ bool Wire::openCase(const Plan& plan, Place* place, int* chosen) const
     const Node& discriminator = *plan.parts[0].node;
     if (!align(place, discriminator.alignment) || place->getLeft() < discriminator.size)
         return false;
-    *chosen = plan.findCase(readInteger(discriminator.kind, place->at));
+    *chosen = plan.find(readInteger(discriminator.kind, place->at));
     place->at += discriminator.size;
     return true;
 }

@@ -311,6 +311,7 @@ void tst_RosMessage::saysWhatIsWrongWithIdl()
         {"module m {", "line 1, column 1: \"}\" is expected here"},
         {"struct T { string a = \"", "line 1, column 23: the text does not end"},
         {"struct A { long a; }; struct A { long a; };", "line 1, column 32: A is defined twice"},
+        {u8"struct T { long a; \u07c2", "line 1, column 20: a type is expected here"},
         {"struct S;", "there is no definition of T"},
     };
     QCOMPARE(differences(rows,
