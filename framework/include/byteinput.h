@@ -46,6 +46,13 @@ struct CORVELFRAMEWORK_EXPORT InputAddress
     QMap<QString, QString> parameters; ///< what was told of them, by name
 };
 
+/** A regular file that an input reads. */
+struct CORVELFRAMEWORK_EXPORT InputFile
+{
+    QString path;
+    qint64 size; ///< bytes of it that are read
+};
+
 /**
  * A source of bytes that is read with a time-out.
  *
@@ -91,6 +98,9 @@ public:
 
     /** What the other side said beside the data since the last call: problems without an offset. After every read(). */
     virtual QVector<StreamProblem> takeNotices();
+
+    /** The files that all bytes are from, in order, if they can be read a second time. Known once it is open. */
+    virtual QVector<InputFile> getFiles() const;
 
     /** Whether seek() works. Known once it is open. */
     virtual bool isSeekable() const;

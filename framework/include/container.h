@@ -1,7 +1,7 @@
 #ifndef CONTAINER_H
 #define CONTAINER_H
 
-#include "corvelframework_export.h"
+#include "byteinput.h"
 
 #include <QByteArray>
 #include <QString>
@@ -32,10 +32,10 @@ struct CORVELFRAMEWORK_EXPORT StreamOptions
 struct CORVELFRAMEWORK_EXPORT StreamHead
 {
     QByteArray bytes;
-    bool isAll = false;      ///< nothing follows
-    bool isLive = false;     ///< it comes as it happens, and is no recording
-    bool isDatagram = false; ///< it comes in datagrams, which no frame crosses
-    QString path;            ///< of a file that can be read a second time, for its index; else empty
+    bool isAll = false;       ///< nothing follows
+    bool isLive = false;      ///< it comes as it happens, and is no recording
+    bool isDatagram = false;  ///< it comes in datagrams, which no frame crosses
+    QVector<InputFile> files; ///< that it consists of, one behind the other, if they can be read a second time
 };
 
 /** What a stream is decoded with. */

@@ -21,7 +21,7 @@ struct CORVELFRAMEWORK_EXPORT TypeSchema
     QByteArray messageEncoding; ///< of its messages: "protobuf"
     QByteArray encoding;        ///< of the data: "protobuf", a serialized FileDescriptorSet; empty for no schema
     QByteArray data;
-    QByteArray sample = QByteArray(); ///< a message, where one is asked for; see Encoding::makeType()
+    QByteArray sample = QByteArray(); ///< a message, or null; see Encoding::makeType()
 
     bool isEmpty() const { return messageEncoding.isEmpty(); }
 };

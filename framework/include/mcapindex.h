@@ -1,6 +1,7 @@
 #ifndef MCAPINDEX_H
 #define MCAPINDEX_H
 
+#include "byteinput.h"
 #include "recordingindex.h"
 
 #include <QByteArray>
@@ -47,6 +48,10 @@ public:
      */
     static McapIndex* load(const QString& path, QString* error, const GoOn& goOn = GoOn());
 
+    /** The index of a recording in several files, whose offsets go on from file to file. One that cannot be indexed has
+     * none in it; null when that is so of all. */
+    static McapIndex* load(const QVector<InputFile>& files, QString* error, const GoOn& goOn = GoOn());
+
     qint64 getStartTime() const override;
     qint64 getEndTime() const override;
     quint64 findOffset(qint64 time) override;
@@ -65,6 +70,7 @@ public:
 private:
     friend class McapIndexReader;
     McapIndex();
+    void append(const McapIndex& next, quint64 offset);
     Q_DISABLE_COPY(McapIndex)
 
     QVector<Chunk> m_chunks;

@@ -7,6 +7,7 @@
 
 class Definitions;
 class McapIndex;
+struct InputFile;
 
 /**
  * Finds the messages in an MCAP recording or stream.
@@ -53,6 +54,8 @@ public:
      * @param index  not needed afterwards; must not be null
      */
     void setIndex(const McapIndex* index);
+    /** Says of which files the stream consists: each is a recording of its own. Before the first byte is fed. */
+    void setFiles(const QVector<InputFile>& files);
 
     void feed(const char* bytes, int size, qint64 arrivalTime, StreamSink* sink) override;
     void finish(StreamSink* sink) override;

@@ -22,6 +22,11 @@ QVector<StreamProblem> ByteInput::takeNotices()
     return QVector<StreamProblem>();
 }
 
+QVector<InputFile> ByteInput::getFiles() const
+{
+    return QVector<InputFile>();
+}
+
 bool ByteInput::isSeekable() const
 {
     return false;

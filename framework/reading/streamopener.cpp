@@ -6,7 +6,6 @@
 #include "streamdecoder.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 
 static const int TimeoutMs = 100;
 
@@ -22,8 +21,6 @@ StreamOpener::StreamOpener(const InputAddress& address, const StreamOptions& opt
         m_options.container = QLatin1String(address.kind->container);
     m_head.isLive = address.kind->isLive();
     m_head.isDatagram = address.kind->isDatagram();
-    if (address.kind->isFile() && QFileInfo(address.path).isFile())
-        m_head.path = address.path;
 }
 
 StreamOpener::StreamOpener(const StreamOptions& options)
@@ -38,6 +35,7 @@ StreamOpener::~StreamOpener() {}
 
 StreamOpener::Result StreamOpener::run(ByteInput* input, const std::function<bool()>& goOn, StreamSink* sink)
 {
+    m_head.files = input->getFiles();
     for (;;) {
         const Recognition found = Recognition::recognize(m_head, m_options);
         if (found.answer == Container::Yes)

@@ -5,6 +5,7 @@
 #include "inputkind.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -91,11 +92,7 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     if (!InputAddress::parse(options.address, &address, error))
         return false;
     const bool isFile = address.kind->isFile();
-    const QFileInfo file(address.path);
-    if (isFile && file.isDir()) {
-        *error = QCoreApplication::translate("SourceFactory", "%1 is a folder.").arg(address.path);
-        return false;
-    }
+    const QFileInfo file(QDir::cleanPath(address.path));
     // What cannot be there is told at once. A pipe may come to be later, and opening it would take its bytes.
     QFile recording(address.path);
     if (isFile && (!file.exists() || file.isFile()) && !recording.open(QIODevice::ReadOnly)) {

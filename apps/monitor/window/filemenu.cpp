@@ -20,6 +20,7 @@ FileMenu::FileMenu(Desk* desk, Opener* opener, QWidget* window)
     , m_opener(opener)
 {
     addAction(tr("&Open Recording..."), this, &FileMenu::openRecordings)->setShortcut(QKeySequence::Open);
+    addAction(tr("Open &Folder..."), this, &FileMenu::openFolder);
     m_recentMenu = addMenu(tr("Open &Recent"));
     connect(m_recentMenu, &QMenu::aboutToShow, this, &FileMenu::fillRecent);
     addAction(tr("Co&nnect..."), this, &FileMenu::connectSource)->setShortcut(QKeySequence(tr("Ctrl+K")));
@@ -53,6 +54,13 @@ void FileMenu::openRecordings()
 {
     m_opener->openAll(
         QFileDialog::getOpenFileNames(parentWidget(), tr("Open Recordings"), QString(), FileFilters::recordings()));
+}
+
+void FileMenu::openFolder()
+{
+    const QString folder = QFileDialog::getExistingDirectory(parentWidget(), tr("Open the Folder of a Recording"));
+    if (!folder.isEmpty())
+        m_opener->openAll({folder});
 }
 
 void FileMenu::remember(const SourceSession* session)

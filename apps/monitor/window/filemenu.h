@@ -28,6 +28,7 @@ public:
 
 private:
     void openRecordings();
+    void openFolder();
     void remember(const SourceSession* session);
     void fillRecent();
     void connectSource();

@@ -4,6 +4,8 @@
 #include "mcaprecord.h"
 #include "utf8text.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -34,11 +36,23 @@ bool McapChannels::makeRoom(quint64 size)
     return true;
 }
 
+void McapChannels::beginFile()
+{
+    for (auto schema = m_schemas.constBegin(); schema != m_schemas.constEnd(); ++schema)
+        m_earlierSchemas.insert(schema.key(), *schema);
+    m_schemas.clear();
+    m_awaited.clear();
+    std::fill(m_byNumber.begin(), m_byNumber.end(), nullptr);
+}
+
 QString McapChannels::addSchema(const char* body, quint64 size)
 {
     Mcap::Schema schema;
     if (!schema.read(Mcap::Cursor(body, size)))
         return QStringLiteral("a schema's lengths do not fit its record");
+    // The files of one recording announce the same.
+    if (!m_schemas.contains(schema.id) && m_earlierSchemas.contains(schema.id))
+        m_schemas.insert(schema.id, m_earlierSchemas.value(schema.id));
     const auto known = m_schemas.constFind(schema.id);
     if (known != m_schemas.constEnd() && known->name == schema.name && known->encoding == schema.encoding &&
         known->data == schema.data)
@@ -64,12 +78,16 @@ QString McapChannels::addChannel(const char* body, quint64 size)
     const auto schema = m_schemas.constFind(channel.schema);
     const quint32 schemaVersion = schema == m_schemas.constEnd() ? 0 : schema->version;
     const auto known = m_announcements.constFind(channel.id);
-    if (known != m_announcements.constEnd() && known->record == record && known->schemaVersion == schemaVersion)
+    if (known != m_announcements.constEnd() && known->record == record && known->schemaVersion == schemaVersion &&
+        (known->entry || m_awaited.contains(channel.id))) {
+        if (known->entry)
+            m_byNumber[channel.id] = known->entry;
         return QString();
+    }
     const QString topic = Utf8Text::decode(channel.topic);
     if (!makeRoom(size))
         return QStringLiteral("channel %1 is one too many: 64 MiB of schemas and channels are known").arg(topic);
-    m_announcements.insert(channel.id, Announcement{QByteArray(body, int(size)), schemaVersion});
+    m_announcements.insert(channel.id, Announcement{QByteArray(body, int(size)), schemaVersion, nullptr});
 
     Type type;
     findType(channel, topic, &type);
@@ -80,6 +98,7 @@ QString McapChannels::addChannel(const char* body, quint64 size)
             m_byNumber[channel.id] = nullptr;
     }
     const Entry* const entry = type.isAwaited ? nullptr : add(channel.id, type.info, topic, type.kind, type.schema);
+    m_announcements[channel.id].entry = entry;
     if (!type.problem.isEmpty())
         return topic + QStringLiteral(": ") + type.problem;
     return type.info || type.isAwaited ? QString() : describe(entry->id);
@@ -145,7 +164,9 @@ const McapChannels::Entry* McapChannels::meet(quint16 channel, const QByteArray&
     makeType(&type);
     if (!type.problem.isEmpty())
         *problem = awaited.topic + QStringLiteral(": ") + type.problem;
-    return add(channel, type.info, awaited.topic, type.schema.name, awaited.schema);
+    const Entry* const entry = add(channel, type.info, awaited.topic, type.schema.name, awaited.schema);
+    m_announcements[channel].entry = entry;
+    return entry;
 }
 
 const McapChannels::Entry* McapChannels::add(quint16 channel, const MessageInfo* info, const QString& topic,

@@ -37,6 +37,9 @@ public:
     explicit McapChannels(Definitions* definitions);
     ~McapChannels();
 
+    /** Forgets what was announced, for another file may announce other things under the same numbers. */
+    void beginFile();
+
     /** Takes the body of a schema record; what is wrong, or an empty text. */
     QString addSchema(const char* body, quint64 size);
     /** Takes the body of a channel record; what is wrong, or an empty text. */
@@ -74,6 +77,7 @@ private:
     {
         QByteArray record;
         quint32 schemaVersion; // that it was made with; 0 for none
+        const Entry* entry;    // null before there is one
     };
 
     /** What was found out of the messages of a channel. */
@@ -109,6 +113,7 @@ private:
     Definitions* m_definitions;
     quint64 m_kept; // bytes of definitions
     QHash<quint16, Schema> m_schemas;
+    QHash<quint16, Schema> m_earlierSchemas;      // of the files before
     QHash<quint16, Announcement> m_announcements; // by channel
     QHash<quint16, Awaited> m_awaited;            // channels whose first message says what they are
     QHash<const MessageInfo*, quint32> m_ids;

@@ -14,13 +14,13 @@
 namespace
 {
 
-/** The index of a file, which is made when it is needed: without a summary that takes its time. */
+/** The index of a recording, which is made when it is needed: without a summary that takes its time. */
 class LaterMcapIndex : public RecordingIndex
 {
 public:
     /** @param decoder  is given the index too; must live until it is made */
-    LaterMcapIndex(const QString& path, McapStreamDecoder* decoder)
-        : m_path(path)
+    LaterMcapIndex(const QVector<InputFile>& files, McapStreamDecoder* decoder)
+        : m_files(files)
         , m_decoder(decoder)
     {
     }
@@ -29,7 +29,7 @@ public:
     {
         bool stopped = false;
         QString error; // a file that cannot be indexed is read all the same, and says then what is wrong
-        m_index.reset(McapIndex::load(m_path, &error, [&](int percent) {
+        m_index.reset(McapIndex::load(m_files, &error, [&](int percent) {
             stopped = goOn && !goOn(percent);
             return !stopped;
         }));
@@ -43,7 +43,7 @@ public:
     quint64 findOffset(qint64 time) override { return m_index ? m_index->findOffset(time) : 0; }
 
 private:
-    const QString m_path;
+    const QVector<InputFile> m_files;
     McapStreamDecoder* const m_decoder;
     std::unique_ptr<McapIndex> m_index;
 };
@@ -76,8 +76,9 @@ void create(const StreamHead& head, const StreamOptions& options, OpenedStream* 
     }
     std::unique_ptr<McapStreamDecoder> decoder(new McapStreamDecoder(
         options.definitions, head.isLive ? McapStreamDecoder::Live : McapStreamDecoder::Recording));
-    if (!head.path.isEmpty())
-        opened->index.reset(new LaterMcapIndex(head.path, decoder.get()));
+    if (!head.files.isEmpty())
+        opened->index.reset(new LaterMcapIndex(head.files, decoder.get()));
+    decoder->setFiles(head.files);
     opened->needsIndex = true;
     opened->decoder = std::move(decoder);
 }
@@ -90,4 +91,4 @@ QVector<const FormatInfo*> getFormats(const StreamOptions& options)
 } // namespace
 
 const Container McapContainer = {
-    "mcap", QT_TRANSLATE_NOOP("Container", "MCAP recordings"), "*.mcap", "", recognize, create, getFormats};
+    "mcap", QT_TRANSLATE_NOOP("Container", "MCAP recordings"), "*.mcap *.mcap.zstd", "", recognize, create, getFormats};

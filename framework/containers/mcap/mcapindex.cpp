@@ -306,6 +306,48 @@ McapIndex* McapIndex::load(const QString& path, QString* error, const GoOn& goOn
     return McapIndexReader(path, goOn).load(error);
 }
 
+McapIndex* McapIndex::load(const QVector<InputFile>& files, QString* error, const GoOn& goOn)
+{
+    std::unique_ptr<McapIndex> whole;
+    quint64 offset = 0;
+    for (int i = 0; i < files.size(); ++i) {
+        bool stopped = false;
+        const std::unique_ptr<McapIndex> part(load(files.at(i).path, error, [&](int percent) {
+            stopped = goOn && !goOn((i * 100 + percent) / int(files.size()));
+            return !stopped;
+        }));
+        if (stopped)
+            return nullptr;
+        if (part && !whole) {
+            whole.reset(new McapIndex);
+            whole->m_summary = true;
+            whole->m_dataChecksum = false;
+            whole->m_messages = 0;
+        }
+        if (part)
+            whole->append(*part, offset);
+        offset += quint64(files.at(i).size);
+    }
+    return whole.release();
+}
+
+/** Adds what is known of a file that follows at that offset. */
+void McapIndex::append(const McapIndex& next, quint64 offset)
+{
+    quint64 latest = m_latestEnds.isEmpty() ? 0 : m_latestEnds.constLast();
+    for (Chunk chunk : next.m_chunks) {
+        chunk.offset += offset;
+        latest = std::max(latest, chunk.end);
+        m_chunks.append(chunk);
+        m_latestEnds.append(latest);
+    }
+    for (const Definition& definition : next.m_definitions)
+        m_definitions.append({definition.offset + offset, definition.record});
+    m_summary = m_summary && next.m_summary;
+    m_dataChecksum = m_dataChecksum || next.m_dataChecksum;
+    m_messages = m_messages < 0 || next.m_messages < 0 ? -1 : m_messages + next.m_messages;
+}
+
 qint64 McapIndex::getStartTime() const
 {
     if (m_chunks.isEmpty())

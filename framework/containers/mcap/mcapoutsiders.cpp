@@ -48,11 +48,9 @@ void McapReader::setIndex(const McapIndex& index)
 void McapReader::catchUpOnDefinitions()
 {
     m_leapt = false;
-    for (const McapIndex::Definition& definition : std::as_const(m_definitions)) {
-        if (definition.offset >= m_position)
-            break;
-        addDefinition(definition.record);
-    }
+    for (const McapIndex::Definition& definition : std::as_const(m_definitions))
+        if (definition.offset >= m_fileStarts[m_file] && definition.offset < m_position)
+            addDefinition(definition.record);
 }
 
 void McapReader::addDefinition(const QByteArray& record)
@@ -93,7 +91,8 @@ void McapReader::recover(quint8 opcode, quint16 id)
     const McapIndex::Definition* found = nullptr;
     for (const McapIndex::Definition& definition : std::as_const(m_definitions)) {
         const char* const record = definition.record.constData();
-        if (RecordHead(record).opcode != opcode ||
+        if (definition.offset < m_fileStarts[m_file] || definition.offset >= endOfFile() ||
+            RecordHead(record).opcode != opcode ||
             Cursor(record + RecordHeadSize, quint64(definition.record.size()) - RecordHeadSize).number<quint16>() != id)
             continue;
         if (!found || definition.offset <= m_recordOffset)

@@ -53,6 +53,9 @@ McapReader::McapReader(Definitions* definitions, bool mustEnd)
     , m_mustEnd(mustEnd)
     , m_fed(false)
     , m_leapt(false)
+    , m_fileStarts{0}
+    , m_file(0)
+    , m_fedEnd(0)
     , m_sink(nullptr)
     , m_input(nullptr)
     , m_inputSize(0)
@@ -88,8 +91,38 @@ McapReader::McapReader(Definitions* definitions, bool mustEnd)
 {
 }
 
+void McapReader::setFiles(const QVector<InputFile>& files)
+{
+    m_fileStarts.assign(1, 0);
+    for (const InputFile& file : files)
+        m_fileStarts.push_back(m_fileStarts.back() + quint64(file.size));
+    m_fileStarts.pop_back();
+}
+
+/** Where the file that is being fed ends; the greatest number for the last. */
+quint64 McapReader::endOfFile() const
+{
+    return m_file + 1 < m_fileStarts.size() ? m_fileStarts[m_file + 1] : Never;
+}
+
 void McapReader::feed(const char* bytes, quint64 size, StreamSink* sink)
 {
+    // Only then it is certain that another file follows.
+    while (m_fedEnd + size > endOfFile()) {
+        const quint64 end = endOfFile();
+        const quint64 part = end - m_fedEnd;
+        feedPart(bytes, part, sink);
+        finish(sink);
+        restart(end);
+        bytes += part;
+        size -= part;
+    }
+    feedPart(bytes, size, sink);
+}
+
+void McapReader::feedPart(const char* bytes, quint64 size, StreamSink* sink)
+{
+    m_fedEnd += size;
     m_sink = sink;
     m_input = bytes;
     m_inputSize = size;
@@ -293,7 +326,8 @@ void McapReader::processRecord(const char* body, quint64 size)
         m_order.release(Never, m_sink);
         Footer footer;
         footer.read(Cursor(body, size));
-        const bool covers = m_crcCovers && (footer.summaryStart == m_summaryOffset || footer.summaryStart == 0);
+        const bool covers =
+            m_crcCovers && (footer.summaryStart == m_summaryOffset - m_fileStarts[m_file] || footer.summaryStart == 0);
         if (covers && m_summaryOffset != 0)
             checkCrc(footer.crc, m_crc, QStringLiteral("the summary"));
         m_position += m_length - (FooterSize - 4);
@@ -493,12 +527,19 @@ void McapReader::restart(quint64 offset)
     m_stretch.clear();
     m_waiting.clear();
     m_waitingBytes = 0;
-    m_leapt = offset != 0;
-    m_state = offset == 0 ? AtMagic : AtRecord;
+    const std::size_t file =
+        std::size_t(std::upper_bound(m_fileStarts.begin() + 1, m_fileStarts.end(), offset) - m_fileStarts.begin() - 1);
+    if (file != m_file)
+        m_channels.beginFile();
+    m_file = file;
+    m_fedEnd = offset;
+    const bool isAtStart = offset == m_fileStarts[m_file];
+    m_leapt = !isAtStart;
+    m_state = isAtStart ? AtMagic : AtRecord;
     m_position = offset;
     m_searchEnd = Never;
     m_crc = 0;
-    m_crcCovers = offset == 0;
+    m_crcCovers = isAtStart;
     m_summaryOffset = 0;
     m_ended = false;
     m_greatestTime = 0;

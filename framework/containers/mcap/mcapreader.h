@@ -20,6 +20,7 @@ public:
     McapReader(Definitions* definitions, bool mustEnd);
 
     void setIndex(const McapIndex& index);
+    void setFiles(const QVector<InputFile>& files);
     void feed(const char* bytes, quint64 size, StreamSink* sink);
     void finish(StreamSink* sink);
     void restart(quint64 offset);
@@ -43,6 +44,8 @@ private:
 
     typedef McapMessageOrder::Chunk Chunk;
 
+    void feedPart(const char* bytes, quint64 size, StreamSink* sink);
+    quint64 endOfFile() const;
     bool step();
     const char* take(quint64 size);
     void account(const char* bytes, quint64 size);
@@ -102,9 +105,12 @@ private:
     McapChannels m_channels;
     McapMessageOrder m_order;
     Mcap::Decompressor m_decompressor;
-    const bool m_mustEnd; // it is a recording
-    bool m_fed;           // anything since the last end
-    bool m_leapt;         // and nothing was fed since
+    const bool m_mustEnd;              // it is a recording
+    bool m_fed;                        // anything since the last end
+    bool m_leapt;                      // and nothing was fed since
+    std::vector<quint64> m_fileStarts; // in the stream
+    std::size_t m_file;                // that is being fed
+    quint64 m_fedEnd;                  // of what was fed
     QVector<McapIndex::Definition> m_definitions;
     StreamSink* m_sink; // of the call
 

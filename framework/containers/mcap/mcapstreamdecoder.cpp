@@ -1,5 +1,6 @@
 #include "mcapstreamdecoder.h"
 
+#include "byteinput.h"
 #include "definitions.h"
 #include "mcapreader.h"
 #include "protobufencoding.h"
@@ -28,6 +29,11 @@ McapStreamDecoder::~McapStreamDecoder() {}
 void McapStreamDecoder::setIndex(const McapIndex* index)
 {
     m_private->reader.setIndex(*index);
+}
+
+void McapStreamDecoder::setFiles(const QVector<InputFile>& files)
+{
+    m_private->reader.setFiles(files);
 }
 
 void McapStreamDecoder::feed(const char* bytes, int size, qint64, StreamSink* sink)

@@ -28,8 +28,8 @@ Container::Answer recognize(const StreamHead& head, const StreamOptions& options
 void create(const StreamHead& head, const StreamOptions& options, OpenedStream* opened)
 {
     opened->decoder.reset(new MavlinkStreamDecoder(dialectOf(options), MavlinkStreamDecoder::TlogLayout));
-    if (!head.path.isEmpty())
-        opened->index.reset(new TlogIndex(head.path, dialectOf(options)));
+    if (head.files.size() == 1)
+        opened->index.reset(new TlogIndex(head.files.constFirst().path, dialectOf(options)));
 }
 
 QVector<const FormatInfo*> getFormats(const StreamOptions& options)

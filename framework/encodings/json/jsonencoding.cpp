@@ -63,7 +63,7 @@ const MessageInfo* JsonEncoding::makeType(const TypeSchema& schema, QString* err
         *error = QCoreApplication::translate("JsonSchema", "there are more than %1 types").arg(quint64(MostTypes));
         return nullptr;
     }
-    if (schema.sample.isEmpty() && (!type->error.isEmpty() || type->shapes->isOpen())) {
+    if (schema.sample.isNull() && (!type->error.isEmpty() || type->shapes->isOpen())) {
         *error = type->error;
         return nullptr;
     }

@@ -1,5 +1,7 @@
 #include "fileinput.h"
 
+#include "folderinput.h"
+
 #include <QCoreApplication>
 #include <QFile>
 
@@ -25,6 +27,8 @@ QString nameOf(const InputAddress& address)
 
 ByteInput* create(const InputAddress& address)
 {
+    if (address.kind == &FileInputKind && FolderInput::isFor(address.path))
+        return new FolderInput(address);
     return new FileInput(address);
 }
 
@@ -37,11 +41,12 @@ const InputField FileFields[] = {{"path", QT_TRANSLATE_NOOP("InputKind", "Fil&e:
 
 } // namespace
 
-const InputKind FileInputKind = {"",      QT_TRANSLATE_NOOP("InputKind", "A recording or a device file"),
-                                 "FILE",  "flight.tlog",
-                                 0,       InputKind::FileProperty,
-                                 "",      FileFields,
-                                 nullptr, create};
+const InputKind FileInputKind = {
+    "",      QT_TRANSLATE_NOOP("InputKind", "A recording, a folder of one, or a device file"),
+    "FILE",  "flight.tlog",
+    0,       InputKind::FileProperty,
+    "",      FileFields,
+    nullptr, create};
 
 const InputKind StandardInputKind = {
     "-", QT_TRANSLATE_NOOP("InputKind", "Standard input"), "-", "-", 0, 0, "", NoFields, nullptr, create};
@@ -130,6 +135,13 @@ ByteInput::Status FileInput::read(QByteArray* bytes, int timeoutMs)
     errno = error;
     fail();
     return Failed;
+}
+
+QVector<InputFile> FileInput::getFiles() const
+{
+    if (m_standardInput || m_size <= 0)
+        return QVector<InputFile>();
+    return {{QFile::decodeName(m_path), m_size}};
 }
 
 bool FileInput::seek(qint64 offset)

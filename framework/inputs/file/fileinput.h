@@ -26,6 +26,7 @@ public:
     bool isLive() const override { return !m_regular; }
     bool isDatagram() const override { return false; }
     qint64 getSize() const override { return m_size; }
+    QVector<InputFile> getFiles() const override;
     bool isSeekable() const override { return m_size > 0; }
     bool seek(qint64 offset) override;
 

@@ -245,10 +245,10 @@ void tst_monitorplayback::whatCannotBeOpenedIsToldInOneBox()
     QVERIFY(window.play(m_flight));
     QVERIFY(!window.openAll({m_folder.write("a.txt", "a letter"), m_flight, m_folder.filePath("missing"),
                              m_folder.path(), "udp:0.0.0.0:99999"}));
-    QCOMPARE(window.getSources()->getCount(), 3);       // what a file is, is found out when it is read
+    QCOMPARE(window.getSources()->getCount(), 4);       // what a file is, is found out when it is read
     QCOMPARE(window.getTree()->topLevelItemCount(), 2); // and what is shown stays
     QCOMPARE(m_folder.relative(window.takeError()).remove(m_folder.path()),
-             QString("missing: No such file or directory\n is a folder.\n"
+             QString("missing: No such file or directory\n"
                      "udp:0.0.0.0:99999: \"99999\" is no port; ports are 1 to 65535"));
     EVENTUALLY(window.getLastProblem().contains("a.txt: not recognised"));
     const QString state = window.getSources()->getSession(1)->getStateText();

@@ -1,4 +1,5 @@
 #include "inputfixtures.h"
+#include "streamdecoder.h"
 #include "testbase.h"
 #include "testfolder.h"
 #include "textrows.h"
@@ -12,6 +13,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <zstd.h>
 
 namespace
 {
@@ -65,7 +68,58 @@ private:
         return path;
     }
 
+    /** What comes of a folder of files "NAME=BYTES", of which "z:" are compressed and "z!" cut off, and what is told.
+     */
+    static QString readFolder(const QString& given)
+    {
+        TestFolder folder;
+        for (const QString& file : given.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
+            QByteArray bytes = file.section(QLatin1Char('='), 1).toUtf8();
+            if (bytes.startsWith('z')) {
+                QByteArray packed(100, 0);
+                packed.resize(int(ZSTD_compress(packed.data(), 100, bytes.constData() + 2, bytes.size() - 2u, 1)));
+                bytes = packed.left(packed.size() - (bytes.at(1) == '!' ? 3 : 0));
+            }
+            folder.write(file.section(QLatin1Char('='), 0, 0), bytes);
+        }
+        const std::unique_ptr<ByteInput> input(ByteInput::create(InputAddress::ofFile(folder.path())));
+        if (!input->open())
+            return input->getErrorString().remove(folder.path() + text(": "));
+        QStringList all;
+        QByteArray bytes;
+        while (input->read(&bytes, 0) == ByteInput::Data)
+            all.append(QString::fromUtf8(bytes));
+        for (const StreamProblem& notice : input->takeNotices())
+            all.append(notice.text);
+        if (!input->seek(input->getSize() - 1) || input->read(&bytes, 0) != ByteInput::Data || bytes.size() != 1)
+            all.append(text("cannot go to its last byte"));
+        return all.join(text("; "));
+    }
+
 private Q_SLOTS:
+    void foldersAreReadAsOneFile()
+    {
+        const TextRow rows[] = {
+            {"b_10.mcap=CC|b_2.mcap=BB|b_1.mcap=AA|other.txt=X", "AA; BB; CC"},
+            {"b.mcap=BB|a.mcap=AA", "AA; BB"},
+            {"a_1.mcap=B|a_0.mcap.zstd=z:AAAA", "AAAA; B"},
+            {"a_1.mcap=B|a_0.mcap.zstd=z!AAAA", "A; B; a_0.mcap.zstd breaks off; what there is is read"},
+            {"a_1.mcap=B|a_0.mcap.zstd=AAAA",
+             "B; a_0.mcap.zstd is damaged (Unknown frame descriptor); what comes before is "
+             "read; a_0.mcap.zstd is empty"},
+            {"metadata.yaml=rosbag2_bagfile_information: {relative_file_paths: [x/b_1.mcap, b_2.mcap, b_0.mcap]}|"
+             "b_0.mcap=A|b_1.mcap=B|c.mcap=C",
+             "B; A; C; b_2.mcap is missing, which metadata.yaml names; c.mcap is read last, for metadata.yaml does not "
+             "name it"},
+            {"metadata.yaml=a: b|b_1.mcap=B|b_0.mcap=A", "A; B; metadata.yaml: it says nothing of a recording"},
+            {"metadata.yaml=rosbag2_bagfile_information: {storage_identifier: sqlite3}",
+             "metadata.yaml: a recording in sqlite3, which cannot be read"},
+            {"a.txt=A", "there is no recording in this folder: no file *.mcap"},
+            {"a.mcap=", "a.mcap is empty"},
+        };
+        checkRows(rows, readFolder);
+    }
+
     void addresses()
     {
         const TextRow rows[] = {
@@ -136,7 +190,8 @@ private Q_SLOTS:
         const QByteArray folder = m_folder.path().toUtf8();
         QCOMPARE(openAndReadAll(m_folder.filePath("missing")),
                  "<not opened: " + folder + "/missing: No such file or directory>");
-        QCOMPARE(openAndReadAll(m_folder.path()), "<not opened: " + folder + ": Is a directory>");
+        QCOMPARE(openAndReadAll(m_folder.path()),
+                 "<not opened: " + folder + ": there is no recording in this folder: no file *.mcap>");
         if (geteuid() != 0) {
             QFile::setPermissions(m_folder.write(text("secret"), "x"), QFile::Permissions());
             QCOMPARE(openAndReadAll(m_folder.filePath("secret")),

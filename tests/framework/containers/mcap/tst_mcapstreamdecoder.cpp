@@ -256,6 +256,44 @@ private Q_SLOTS:
         }
     }
 
+    void filesFollowOneAnother()
+    {
+        Recording first(settings(McapWriter::Lz4, 60));
+        const quint16 a = first.addPoints("/a");
+        Recording second(settings(McapWriter::Zstd, 60));
+        const quint16 json = second.writer.addChannel("/json", "json", 0); // the number that /a had
+        const quint16 again = second.addPoints("/a");
+        for (int i = 0; i < 4; ++i) {
+            first.writer.writeMessage(a, 0, quint64(i) * Millisecond, point(i));
+            second.writer.writeMessage(i % 2 ? again : json, 0, quint64(i + 4) * Millisecond, i % 2 ? point(i) : "{}");
+        }
+        const QByteArray whole = first.finished();
+        const QByteArray last = second.finished();
+        const QString rest = text("/json /json @4000; demo.Point /a @5000; /json /json @6000; demo.Point /a @7000");
+        for (const int cut : {0, 300}) {
+            const QByteArray one = whole.left(whole.size() - cut);
+            const QVector<InputFile> files{{m_files.write(one), one.size()}, {m_files.write(last), last.size()}};
+            QString error;
+            const std::unique_ptr<McapIndex> index(McapIndex::load(files, &error));
+            QCOMPARE(index->getStartTime(), qint64(0));
+            QCOMPARE(index->getEndTime(), qint64(7000));
+            for (const qint64 since : {0, 6000}) {
+                McapDecoding decoding(std::make_shared<Definitions>(), McapStreamDecoder::Recording);
+                Transcript found(&decoding.decoder, false);
+                decoding.decoder.setIndex(index.get());
+                decoding.decoder.setFiles(files);
+                const quint64 from = index->findOffset(since);
+                decoding.decoder.restart(from);
+                feedAll(&decoding.decoder, one + last, &found, 100, from);
+                const QString all = found.messages.join(text("; "));
+                QVERIFY2(since ? rest.endsWith(all) && all.contains(text("@6000")) : all.endsWith(rest),
+                         qPrintable(all));
+                QVERIFY(since || all.startsWith(text("demo.Point /a @0; demo.Point /a @1000")));
+                QCOMPARE(found.problems.isEmpty(), since || !cut);
+            }
+        }
+    }
+
     void schemasThatAreTheSameGiveTheSameType()
     {
         QStringList expected;
