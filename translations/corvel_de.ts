@@ -560,6 +560,14 @@
         <source>The definitions are used from here on, also for what is open.</source>
         <translation>Die Definitionen gelten von hier an, auch für das, was geöffnet ist.</translation>
     </message>
+    <message>
+        <source>Open &amp;Folder...</source>
+        <translation>&amp;Ordner öffnen...</translation>
+    </message>
+    <message>
+        <source>Open the Folder of a Recording</source>
+        <translation>Ordner einer Aufzeichnung öffnen</translation>
+    </message>
 </context>
 <context>
     <name>FindBar</name>
@@ -630,6 +638,33 @@
     <message>
         <source>%1 matches</source>
         <translation>%1 Treffer</translation>
+    </message>
+</context>
+<context>
+    <name>FolderInput</name>
+    <message>
+        <source>cancelled</source>
+        <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>%1 is empty</source>
+        <translation>%1 ist leer</translation>
+    </message>
+    <message>
+        <source>%1 is damaged (%2); what comes before is read</source>
+        <translation>%1 ist beschädigt (%2); gelesen wird, was davor kommt</translation>
+    </message>
+    <message>
+        <source>%1 cannot be decompressed into %2: %3</source>
+        <translation>%1 kann nicht nach %2 entpackt werden: %3</translation>
+    </message>
+    <message>
+        <source>%1 breaks off; what there is is read</source>
+        <translation>%1 bricht ab; gelesen wird, was da ist</translation>
+    </message>
+    <message>
+        <source>%1 became shorter</source>
+        <translation>%1 ist kürzer geworden</translation>
     </message>
 </context>
 <context>
@@ -744,10 +779,6 @@
         <translation>Der Pfad der Datei</translation>
     </message>
     <message>
-        <source>A recording or a device file</source>
-        <translation>Eine Aufzeichnung oder eine Gerätedatei</translation>
-    </message>
-    <message>
         <source>Standard input</source>
         <translation>Standardeingabe</translation>
     </message>
@@ -838,6 +869,10 @@
     <message>
         <source>Serial port</source>
         <translation>Serielle Schnittstelle</translation>
+    </message>
+    <message>
+        <source>A recording, a folder of one, or a device file</source>
+        <translation>Eine Aufzeichnung, der Ordner einer solchen oder eine Gerätedatei</translation>
     </message>
 </context>
 <context>
@@ -2245,6 +2280,33 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     </message>
 </context>
 <context>
+    <name>RecordingFolder</name>
+    <message>
+        <source>%1 is missing, which %2 names</source>
+        <translation>%1 fehlt, das in %2 steht</translation>
+    </message>
+    <message>
+        <source>%1 is read last, for %2 does not name it</source>
+        <translation>%1 wird zuletzt gelesen, denn es steht nicht in %2</translation>
+    </message>
+    <message>
+        <source>there is no recording in this folder: no file *.mcap</source>
+        <translation>in diesem Ordner ist keine Aufzeichnung: keine Datei *.mcap</translation>
+    </message>
+    <message>
+        <source>it says nothing of a recording</source>
+        <translation>darin steht nichts von einer Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>a recording in %1, which cannot be read</source>
+        <translation>eine Aufzeichnung in %1, das nicht gelesen werden kann</translation>
+    </message>
+    <message>
+        <source>it names no files</source>
+        <translation>es nennt keine Dateien</translation>
+    </message>
+</context>
+<context>
     <name>RosMessage</name>
     <message>
         <source>and more</source>
@@ -2587,10 +2649,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>The schema could not be loaded.</source>
         <translation>Das Schema konnte nicht geladen werden.</translation>
-    </message>
-    <message>
-        <source>%1 is a folder.</source>
-        <translation>%1 ist ein Ordner.</translation>
     </message>
 </context>
 <context>
