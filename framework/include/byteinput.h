@@ -1,7 +1,7 @@
 #ifndef BYTEINPUT_H
 #define BYTEINPUT_H
 
-#include "corvelframework_export.h"
+#include "inputfile.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -44,13 +44,6 @@ struct CORVELFRAMEWORK_EXPORT InputAddress
     QString host;          ///< address to bind, or host to connect to; an IPv6 address without brackets; else empty
     quint16 port;          ///< 0 where there is none
     QMap<QString, QString> parameters; ///< what was told of them, by name
-};
-
-/** A regular file that an input reads. */
-struct CORVELFRAMEWORK_EXPORT InputFile
-{
-    QString path;
-    qint64 size; ///< bytes of it that are read
 };
 
 /**

@@ -1,7 +1,7 @@
 #ifndef CONTAINER_H
 #define CONTAINER_H
 
-#include "byteinput.h"
+#include "inputfile.h"
 
 #include <QByteArray>
 #include <QString>

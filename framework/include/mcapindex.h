@@ -1,7 +1,7 @@
 #ifndef MCAPINDEX_H
 #define MCAPINDEX_H
 
-#include "byteinput.h"
+#include "inputfile.h"
 #include "recordingindex.h"
 
 #include <QByteArray>

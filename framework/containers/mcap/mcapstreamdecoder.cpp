@@ -1,6 +1,5 @@
 #include "mcapstreamdecoder.h"
 
-#include "byteinput.h"
 #include "definitions.h"
 #include "mcapreader.h"
 #include "protobufencoding.h"

@@ -76,19 +76,20 @@ bool RecordingFolder::readMetadata(const QString& path, QStringList* names, QStr
     }
     try {
         const YAML::Node whole = YAML::Load(file.read(GreatestMetadata).toStdString());
-        if (!whole.IsMap() || !whole["rosbag2_bagfile_information"].IsMap()) {
+        if (!whole.IsMap() || !whole["rosbag2_bagfile_information"].IsDefined()) {
             *error = QCoreApplication::translate("RecordingFolder", "it says nothing of a recording");
             return false;
         }
         const YAML::Node information = whole["rosbag2_bagfile_information"];
         const YAML::Node files = information["relative_file_paths"];
+        const std::size_t count = files.IsDefined() ? files.size() : 0;
         const std::string storage = information["storage_identifier"].as<std::string>("mcap");
         if (storage != "mcap") {
             *error = QCoreApplication::translate("RecordingFolder", "a recording in %1, which cannot be read")
                          .arg(QString::fromStdString(storage));
             return false;
         }
-        for (std::size_t i = 0; i < files.size(); ++i)
+        for (std::size_t i = 0; i < count; ++i)
             // Older ones name the folder as well.
             names->append(QFileInfo(QString::fromStdString(files[i].as<std::string>())).fileName());
     } catch (const YAML::Exception& exception) {
