@@ -62,20 +62,18 @@ void tst_MessageStatisticsWidget::rowsFollowTheCoordinator()
 {
     View view;
     const FormatInfo sbp{text("sbp")};
-    MessageStatistics* attitude = view.add(text("ATTITUDE"));
-    MessageStatistics* heartbeat = view.add(text("HEARTBEAT"));
-    MessageStatistics* position = view.add(text("POS_LLH"), &sbp);
-    view.tree.updateTree();
+    MessageStatistics* position = view.add("POS_LLH", &sbp);
+    view("ATTITUDE");
+    view("HEARTBEAT");
     const QTreeWidgetItem* kept = view.row("mavlink/HEARTBEAT");
     view.coordinator.listsAsked = 0;
-    view.coordinator.statistics.removeOne(attitude);
-    view.coordinator.statistics.removeOne(position);
-    heartbeat->count = 5;
-    QCOMPARE(view.updated(), lines("mavlink\n  HEARTBEAT | 5 | N/A\n    Rates/Intervals"));
+    view.coordinator.statistics = view.coordinator.statistics.mid(2);
+    QCOMPARE(view("HEARTBEAT count=5"), text("HEARTBEAT | 5 | N/A\n  Rates/Intervals"));
+    QCOMPARE(view.tree.topLevelItemCount(), 1);
     QCOMPARE(view.coordinator.listsAsked, 4);
     QCOMPARE(static_cast<const QTreeWidgetItem*>(view.row("mavlink/HEARTBEAT")), kept);
     view.coordinator.statistics.prepend(position);
-    view.tree.updateTree();
+    view("");
     QVERIFY(view.row("sbp/POS_LLH") && view.find("sbp")->isExpanded());
     view.coordinator.statistics.clear();
     QCOMPARE(view.updated(), QStringList());
@@ -85,18 +83,18 @@ void tst_MessageStatisticsWidget::checksumErrorsHaveARowOnTop()
 {
     View view;
     view.tree.setSortingEnabled(false);
-    view.add(text("ATTITUDE"));
+    view("ATTITUDE");
     view.coordinator.eventCounts.insert(CorvelEvent::Fanfare, 5);
-    const QTreeWidgetItem* former = nullptr;
-    const unsigned int counts[] = {0, 9, 10, 0, 0, 1};
-    for (unsigned int i = 0; i < sizeof(counts) / sizeof(counts[0]); ++i) {
-        view.coordinator.eventCounts.insert(CorvelEvent::CrcError, counts[i]);
-        const QString first = view.updated().first();
-        QCOMPARE(first, counts[i] ? text("CRC Errors | %1").arg(counts[i]) : text("mavlink"));
-        if (counts[i] == 10)
-            QCOMPARE(static_cast<const QTreeWidgetItem*>(view.tree.topLevelItem(0)), former);
-        former = view.tree.topLevelItem(0);
-    }
+    const auto first = [&](const QString& count) {
+        view.coordinator.eventCounts.insert(CorvelEvent::CrcError, count.toUInt());
+        return view.updated().first();
+    };
+    const TextRow rows[] = {
+        {"0", "mavlink"}, {"9", "CRC Errors | 9"}, {"0", "mavlink"}, {"0", "mavlink"}, {"1", "CRC Errors | 1"}};
+    checkRows(rows, first);
+    const QTreeWidgetItem* const former = view.tree.topLevelItem(0);
+    QCOMPARE(first("10"), text("CRC Errors | 10"));
+    QCOMPARE(static_cast<const QTreeWidgetItem*>(view.tree.topLevelItem(0)), former);
 }
 
 void tst_MessageStatisticsWidget::unchangedTreeIsLeftAlone()
@@ -155,44 +153,38 @@ void tst_MessageStatisticsWidget::refreshKeepsWhatTheUserSees()
     const int scrolled = view.tree.verticalScrollBar()->value();
     QVERIFY(scrolled > 0);
     QTreeWidgetItem* current = view.tree.currentItem();
-    for (int i = 0; i < view.coordinator.statistics.size(); ++i) {
-        view.coordinator.statistics.at(i)->count = 1000u + static_cast<unsigned int>(i);
-        view.coordinator.statistics.at(i)->addGap(1, 99, 1);
+    Q_FOREACH (MessageStatistics* statistics, view.coordinator.statistics) {
+        statistics->count += 1000;
+        statistics->addGap(1, 99, 1);
     }
-    view.add(text("NEW"));
-    view.tree.updateTree();
+    view("NEW");
     QCOMPARE(view.tree.verticalScrollBar()->value(), scrolled);
     QCOMPARE(view.tree.currentItem(), current);
     QCOMPARE(view.tree.selectedItems().size(), 2);
     QVERIFY(current->isSelected() && chosen->isSelected());
     QVERIFY(chosen->isExpanded() && gaps->isExpanded());
     QVERIFY(view.tree.isSortingEnabled());
-    QCOMPARE(view.tree.header()->sortIndicatorSection(), 1);
-    QCOMPARE(view.tree.header()->sortIndicatorOrder(), Qt::DescendingOrder);
-    QVERIFY(!view.tree.header()->isSortIndicatorShown());
-    QVERIFY(!QtCompat::sectionsClickable(view.tree.header()));
+    const QHeaderView* const header = view.tree.header();
+    QVERIFY(header->sortIndicatorSection() == 1 && header->sortIndicatorOrder() == Qt::DescendingOrder);
+    QVERIFY(!header->isSortIndicatorShown() && !QtCompat::sectionsClickable(header));
 }
 
 void tst_MessageStatisticsWidget::gapsColumnIsVisibleWhileThereAreGaps()
 {
     View view;
-    MessageStatistics* statistics = view.add(text("ATTITUDE"));
-    statistics->numberOfGaps = 3;
-    view.tree.updateTree();
+    view("A gaps=3");
     QVERIFY(view.tree.isColumnHidden(3));
-    statistics->addGap(1, 1, 1);
-    view.add(text("HEARTBEAT"));
     view.tree.sortByColumn(2, Qt::AscendingOrder);
-    view.tree.updateTree();
+    view.add("B");
+    view("A stored=1/1/1");
     QVERIFY(!view.tree.isColumnHidden(3));
     const int width = view.tree.columnWidth(2);
     view.tree.resizeColumnToContents(2); // with the sort indicator in its header
     QCOMPARE(view.tree.columnWidth(2), width);
     view.tree.setColumnWidth(2, 321);
-    view.tree.updateTree();
+    view("");
     QCOMPARE(view.tree.columnWidth(2), 321);
-    statistics->gaps.clear();
-    view.tree.updateTree();
+    view("A stored=");
     QVERIFY(view.tree.isColumnHidden(3));
     QVERIFY(view.tree.columnWidth(2) != 321);
 }
@@ -204,14 +196,11 @@ void tst_MessageStatisticsWidget::refreshesThatListenersAskForComeAfterwards()
     connect(&view.tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), &view.tree, SLOT(updateTree()));
     // A row that goes while it is expanded, then one that goes while it is written.
     for (int i = 0; i < 2; ++i) {
-        MessageStatistics* statistics = view.add(text("ATTITUDE"));
-        QCOMPARE(view.updated(), lines("mavlink\n  ATTITUDE | 0 | N/A\n    Rates/Intervals"));
+        MessageStatistics* statistics = view.add("A");
+        QCOMPARE(view("A"), text("A | 0 | N/A\n  Rates/Intervals"));
         statistics->count = 5;
         view.coordinator.statistics.clear();
-        if (i == 0)
-            view.row("mavlink/ATTITUDE")->fullExpand();
-        else
-            view.row("mavlink/ATTITUDE")->updateContents();
+        i == 0 ? view.row("mavlink/A")->fullExpand() : view.row("mavlink/A")->updateContents();
         QCOMPARE(rowTexts(view.tree), QStringList());
     }
 }
@@ -223,9 +212,8 @@ void tst_MessageStatisticsWidget::settings()
     QVERIFY(file.open());
     QSettings settings(file.fileName(), QSettings::IniFormat);
     settings.beginGroup(text("view"));
-    view.add(text("A"))->count = 1;
-    view.add(text("B"))->count = 2;
-    view.tree.updateTree();
+    view("A count=1");
+    view("B count=2");
     view.tree.setColumnWidth(0, 77);
     view.tree.sortByColumn(1, Qt::DescendingOrder);
     view.tree.writeSettings(settings);
