@@ -108,14 +108,29 @@ FieldValue RosFieldInfo::getValue(const Message* message, unsigned int index) co
             return FieldValue::fromSubMessage(part);
     if (m_isBytes) {
         quint32 size;
-        if (index > 0 || !own->getView().find(static_cast<int>(m_member), &place) ||
-            !own->getWire().open(nodeIn(own), &place, &size))
-            return FieldValue::invalid();
-        size = std::min(size, place.getLeft());
-        return FieldValue::fromBytes(QByteArray(own->getWire().getBytes(place.at), static_cast<int>(size)));
+        return index == 0 && findBytes(own, &place, &size)
+                   ? FieldValue::fromBytes(QByteArray(own->getWire().getBytes(place.at), static_cast<int>(size)))
+                   : FieldValue::invalid();
     }
     const Node* node;
     return findElement(own, index, &node, &place) ? valueAt(own, index, *node, place) : FieldValue::invalid();
+}
+
+bool RosFieldInfo::findBytes(const RosMessage* message, Place* place, quint32* size) const
+{
+    if (!message->getView().find(static_cast<int>(m_member), place) ||
+        !message->getWire().open(nodeIn(message), place, size))
+        return false;
+    *size = std::min(*size, place->getLeft());
+    return true;
+}
+
+quint32 RosFieldInfo::getByteCount(const Message* message) const
+{
+    const RosMessage* const own = ownMessage(message);
+    Place place;
+    quint32 size;
+    return own && m_isBytes && findBytes(own, &place, &size) ? size : 0;
 }
 
 bool RosFieldInfo::findElement(const RosMessage* message, unsigned int index, const Node** element, Place* place) const

@@ -17,6 +17,9 @@ public:
     unsigned int getValueCount(const Message* message) const override;
     FieldValue getValue(const Message* message, unsigned int index) const override;
 
+    /** How many bytes a value of bytes has, without copying them. */
+    quint32 getByteCount(const Message* message) const;
+
 protected:
     /** Whether there is room for an element of that number, and where. */
     bool findElement(const RosMessage* message, unsigned int index, const Ros::Node** element, Ros::Place* place) const;
@@ -24,6 +27,7 @@ protected:
     const RosMessage* ownMessage(const Message* message) const;
 
 private:
+    bool findBytes(const RosMessage* message, Ros::Place* place, quint32* size) const;
     const Ros::Node& nodeIn(const RosMessage* message) const;
     unsigned int countIn(const RosMessage* message, const Ros::Node& node, const Ros::Place& first, quint32 claimed,
                          quint32 most) const;

@@ -2,6 +2,7 @@
 
 #include "message.h"
 #include "messageinfo.h"
+#include "rosfieldinfo.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -26,11 +27,18 @@ QString sizeOf(const Message* message)
     return textOf(message, "width") + QStringLiteral(" x ") + textOf(message, "height");
 }
 
+quint64 byteCount(const Message* message)
+{
+    const FieldInfo* const field = message->getInfo()->getFieldInfo(QStringLiteral("data"));
+    const RosFieldInfo* const bytes = dynamic_cast<const RosFieldInfo*>(field);
+    return bytes ? bytes->getByteCount(message) : 0;
+}
+
 /** What is amiss when there are not as many bytes as lines of that length need. */
 QString gapText(const Message* message, const char* lineLength)
 {
     const quint64 expected = valueOf(message, lineLength).toUnsigned() * valueOf(message, "height").toUnsigned();
-    const quint64 size = static_cast<quint64>(valueOf(message, "data").toBytes().size());
+    const quint64 size = byteCount(message);
     return size == expected ? QString()
                             : QCoreApplication::translate("RosMessage", ", but %1 bytes where %2 are needed")
                                   .arg(size)
@@ -46,7 +54,7 @@ QString compressedText(const Message* message)
 {
     return QCoreApplication::translate("RosMessage", "%1, %2 bytes")
         .arg(textOf(message, "format"))
-        .arg(valueOf(message, "data").toBytes().size());
+        .arg(byteCount(message));
 }
 
 QString cloudText(const Message* message)

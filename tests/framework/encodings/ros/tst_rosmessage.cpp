@@ -187,6 +187,7 @@ void tst_RosMessage::ros1()
          "a=2014-09-07T04:50:08.5Z b=[-2.00331648 s] c=5"},
         {"Header a\n==\nMSG: std_msgs/Header\nuint32 seq\ntime stamp\nstring frame_id",
          "01000000 00e40b54 00000000 01000000 78", "a={seq=1 stamp=2014-09-07T04:50:08Z frame_id=x}"},
+        {"Header a\n==\nMSG: t/Header\nuint32 x\n==\nMSG: std_msgs/Header\nuint8 seq", "01", "a={seq=1}"},
         {"", "", ""},
         {"E[] a\n==\nMSG: t/E", "03000000", "a=[{}, {}, {}]"},
         {"string[] a", "02000000 01000000 61 02000000 62",
@@ -260,6 +261,9 @@ void tst_RosMessage::laterCdr()
         {"enum E { X, Y }; struct T { E a[2]; octet b; };", "00070000 08000000 01000000 00000000 07",
          "a=[Y (1), X (0)] b=7"},
         {"enum E { X, Y }; struct T { E a[2]; octet b; };", "00070000 01000000 00000000 07", "a=[Y (1), X (0)] b=7"},
+        {"enum E { X, Y }; @appendable struct T { sequence<E> a; long b; };",
+         "00090000 18000000 04000000 00000000 01000000 00000000 01000000 05000000",
+         "a=[X (0), Y (1), X (0), Y (1)] b=5"},
         // Members with numbers, in any order and with sizes in any way.
         {"@mutable struct T { long a; @id(7) string b; sequence<long> c; octet d; long e; };",
          "000b0000 38000000 08000060 01000000 05000000 070000c0 06000000 02000000 7800 0000 09000000 08 000000 "
@@ -392,18 +396,20 @@ void tst_RosMessage::partsLiveAsLongAsTheirReferences()
     const MessageInfo* const info =
         make("cdr", "ros2msg", QStringLiteral("t/msg/T"), "P[] a\n==\nMSG: t/P\nstring b", &error);
     const FieldInfo* const field = info->getFieldInfo(QStringLiteral("a"));
-    Message* const whole = info->newMessage(QByteArray::fromHex("00010000020000000200000061000000020000006200"));
+    Message* const whole = info->newMessage(QByteArray::fromHex("00010000030000000200000061000000"
+                                                                "0200000062000000020000006300"));
     whole->setTime(12);
-    const MessageReference part(field->getValue(whole, 1).getSubMessage());
-    QCOMPARE(field->getValue(whole, 1).getSubMessage(), part.get());
-    QVERIFY(!field->getValue(whole, 2).isValid());
+    QCOMPARE(shown(field->getValue(whole, 0).getSubMessage()), QStringLiteral("b=a"));
+    const MessageReference part(field->getValue(whole, 2).getSubMessage());
+    QCOMPARE(field->getValue(whole, 2).getSubMessage(), part.get());
+    QVERIFY(!field->getValue(whole, 3).isValid());
     // Only its own messages.
     QCOMPARE(field->getValueCount(part.get()), 0u);
     const MessageReference plain = MessageReference::adopt(new Message(info, whole->getData()));
     QCOMPARE(field->getValueCount(plain.get()), 0u);
     whole->removeReference();
     QCOMPARE(part.get()->getTime(), qint64(12));
-    QCOMPARE(shown(part.get()), QStringLiteral("b=b"));
+    QCOMPARE(shown(part.get()), QStringLiteral("b=c"));
 }
 
 QTEST_GUILESS_MAIN(tst_RosMessage)
