@@ -44,11 +44,11 @@ static void setIndex(SingleSubMessageFieldTreeWidgetItem* row, unsigned int inde
 
 static void setIndex(QTreeWidgetItem*, unsigned int) {}
 
-/** What of @p rows a row and those below it show otherwise after "field NAME", "index NUMBER", "clear" or a message. */
+/** Checks what a row and those below it show after "field NAME", "index NUMBER", "clear" or a message. */
 template <std::size_t Count, typename Row>
-static QString played(const TextRow (&rows)[Count], const Types& types, Row* row)
+static void play(const TextRow (&rows)[Count], const Types& types, Row* row)
 {
-    return differences(rows, [&](const QString& command) {
+    checkRows(rows, [&](const QString& command) {
         const QString object = command.section(QLatin1Char(' '), 1);
         if (command.startsWith("field"))
             row->setFieldInfo(types.field(object));
@@ -71,7 +71,7 @@ void TestFieldTreeWidgetItems::rowsWithoutAFieldSaySo()
     f.tree.addTopLevelItem(new RepeatedFieldTreeWidgetItem(&f.tree, nullptr));
     const char* const shown = "No field set | N/A\nNo field set | string\nNo field set | N/A\nNo field set";
     const TextRow rows[] = {{"anew", shown}, {"T speed=1", shown}, {"null", shown}};
-    QCOMPARE(differences(rows, std::ref(f)), QString());
+    checkRows(rows, std::ref(f));
 }
 
 void TestFieldTreeWidgetItems::singleValues()
@@ -110,7 +110,7 @@ void TestFieldTreeWidgetItems::singleValues()
         {"V flags=5 first=1:2 last=7:8", "flags | double\n  first | double | 2 | 2\n  last [1] | double | 8 | 8"},
         {"null", "flags | double\n  first | double\n  last [1] | double"},
     };
-    QCOMPARE(played(rows, f, &row), QString());
+    play(rows, f, &row);
     QCOMPARE(row.getInitialExpansionPolicy(), AbstractMessageTreeWidgetItem::RestoreExpansion);
 }
 
@@ -125,7 +125,7 @@ void TestFieldTreeWidgetItems::strings()
         {"V name='hello'", "name | string | hello | hello"},
         {"field speed", "speed | string"}, // reported on the error stream, and taken
     };
-    QCOMPARE(played(rows, f, &row), QString());
+    play(rows, f, &row);
     QCOMPARE(row.extractString(nullptr), QString());
 }
 
@@ -149,7 +149,7 @@ void TestFieldTreeWidgetItems::subMessages()
         {"V", missing},
         {"null", none},
     };
-    QCOMPARE(played(rows, f, &row), QString());
+    play(rows, f, &row);
     QVERIFY(!row.isMessageDisplayed());
 
     SingleSubMessageFieldTreeWidgetItem second(&f.tree, f.field("subs"), 1);
@@ -159,7 +159,7 @@ void TestFieldTreeWidgetItems::subMessages()
         {"index 2", "subs [2] | INNER\n  value | double"},
         {"T subs=(value=1),(value=2)", "subs [2] | INNER\n  value | double"},
     };
-    QCOMPARE(played(rowsOfSecond, f, &second), QString());
+    play(rowsOfSecond, f, &second);
 }
 
 void TestFieldTreeWidgetItems::subMessageTakesNoReferenceUnlessMain()
@@ -217,7 +217,7 @@ void TestFieldTreeWidgetItems::repeatedCountsItsValues()
         {one, oneShown},  {"null", cleared}, // which leaves the notice
         {one, oneShown},
     };
-    QCOMPARE(differences(rows, std::ref(f)), QString());
+    checkRows(rows, std::ref(f));
     QVERIFY(f.first()->child(5)->child(0)->isExpanded());
     QCOMPARE(fieldsText(f.first()), text("none -1, speed 0, maybe 0, many -1, many 0, any -1, any 0, any 1, sub 0, "
                                          "value 0, subs -1, subs 0, value 0"));
@@ -228,7 +228,7 @@ void TestFieldTreeWidgetItems::repeatedCountsItsValues()
         {"U", "many |  | 1 repeated value | 1 repeated value\n  many [0] | double | 1 | 1"},
         {"field many", "many |  | 0 repeated values | 0 repeated values"}, // empties, also when it is the same
     };
-    QCOMPARE(played(alone, f, &row), QString());
+    play(alone, f, &row);
     QCOMPARE(row.getInitialExpansionPolicy(), AbstractMessageTreeWidgetItem::RestoreExpansion);
 }
 
@@ -268,7 +268,7 @@ void TestFieldTreeWidgetItems::typesThatContainThemselvesEnd()
          "NODE | Message\n  value | double | 1\n  next | NODE\n    value | double | 2\n    next | NODE\n"
          "      value | double | 3\n      next | NODE"},
     };
-    QCOMPARE(differences(rows, std::ref(stage)), QString());
+    checkRows(rows, std::ref(stage));
 }
 
 QTEST_MAIN(TestFieldTreeWidgetItems)

@@ -58,7 +58,7 @@ void TestMessageTreeWidget::togglesColumns()
         {"raw", "00 Name | Value\nPOSE\n  x | 1.5 m"},
         {"type", "10 Name | Value | Type\nPOSE |  | Message\n  x | 1.5 m | double"},
     };
-    QCOMPARE(differences(rows, play), QString());
+    checkRows(rows, play);
     QCOMPARE(stage.tree.getColumnIndex(Tree::ValueColumn), 1);
     QVERIFY(!stage.tree.hasColumn(Tree::RawValueColumn));
     stage.tree.clearColumns(true);
@@ -165,7 +165,7 @@ void TestMessageTreeWidget::filtersFields()
         {"setHideSecondaryFields 0", "T\n  plain\n  flags\n    group\n      major"}, // deliberately the wrong way round
         {"setHideVirtualFields 0", shown},
     };
-    QCOMPARE(differences(rows, std::ref(stage)), QString());
+    checkRows(rows, std::ref(stage));
     // Only changes build the rows anew, without what was added to them.
     stage.first()->addChild(new QTreeWidgetItem(lines("added")));
     stage("setShowVirtualFields 1");

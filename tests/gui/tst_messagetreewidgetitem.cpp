@@ -34,7 +34,7 @@ void TestMessageTreeWidgetItem::showsItsTypeAndMessage()
         {"display POSE x=1", "POSE | Message\n  x | double | 1 m"},
         {"columns 2,0", " | POSE\n  1 m | x"},
     };
-    QCOMPARE(differences(rows, std::ref(stage)), QString());
+    checkRows(rows, std::ref(stage));
     QCOMPARE(stage.first()->toolTip(1), text("Where it is"));
     QCOMPARE(stage.add("")->toolTip(1), QString());
 }
@@ -175,7 +175,7 @@ void TestMessageTreeWidgetItem::tellsOfHiddenConfidentialFields()
         Corvel::setConfidentialInformationDisplayEnabled(command == "open 1");
         return stage(command.startsWith("open") ? QString("anew") : command);
     };
-    QCOMPARE(differences(rows, play), QString());
+    checkRows(rows, play);
     stage("columns 0");
     QCOMPARE(stage.first()->child(0)->toolTip(0),
              text("Due to confidentiality, the data in this message has been (partly) hidden."));
@@ -189,7 +189,7 @@ void TestMessageTreeWidgetItem::tellsOfHiddenConfidentialFields()
         {"setShowVirtualFields 0", "U\n  y\nLISTING\n  group\n    open"},
         {"open 1", "U\n  y\nLISTING\n  group\n    open\n    secret"},
     };
-    QCOMPARE(differences(notices, play), QString());
+    checkRows(notices, play);
     QCOMPARE(rowTexts(stage.add("BOTH")), lines("Hidden data"));
     Corvel::setConfidentialInformationDisplayEnabled(false);
 }
@@ -202,7 +202,7 @@ void TestMessageTreeWidgetItem::createsRowsInFieldOrder()
                      "  many |  | 0 repeated values\n  sub | INNER\n    value | double\n"
                      "  subs |  | No values for optional field"},
     };
-    QCOMPARE(differences(rows, std::ref(stage)), QString());
+    checkRows(rows, std::ref(stage));
 
     // The names of virtual fields are in italics.
     const QTreeWidgetItem* const row = stage.first();

@@ -31,13 +31,13 @@ void tst_PathExpressionListWidget::offersWhatTheSourceMatches()
         {"parts 2", "No options"},
         {"choose 0", "<No options>"}, // an entry like any other
     };
-    QCOMPARE(differences(rows, std::ref(list)), QString());
+    checkRows(rows, std::ref(list));
     QCOMPARE(list.expression.getString(Parts(2)), text("No options"));
 
     // The expression is its own options source: were the list rebuilt by what it writes, only that would be left.
     list.widget.setOptionsSourcePathExpression(&list.expression);
     const TextRow choices[] = {{"set", "A, B, C"}, {"choose 1", "A, <B>, C"}, {"set /C", "<C>"}};
-    QCOMPARE(differences(choices, std::ref(list)), QString());
+    checkRows(choices, std::ref(list));
 }
 
 void tst_PathExpressionListWidget::showingTheCurrentTextCompletesAnEdit()
@@ -49,7 +49,7 @@ void tst_PathExpressionListWidget::showingTheCurrentTextCompletesAnEdit()
     };
     const TextRow edits[] = {{"type 2 A", "<A>, B, AB 1"},
                              {"type 2 a", "A, B, AB 2"}}; // the first is no prefix any more
-    QCOMPARE(differences(edits, matching), QString());
+    checkRows(edits, matching);
 }
 
 void tst_PathExpressionListWidget::followsItsExpressions()
