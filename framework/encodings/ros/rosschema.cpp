@@ -1,7 +1,5 @@
 #include "rosschema.h"
 
-#include "utf8text.h"
-
 #include <QCoreApplication>
 #include <QRegularExpression>
 #include <QStringList>
@@ -145,7 +143,7 @@ QString textAt(const TextPlace& place, const QString& text)
 
 QString decodeSchema(const QByteArray& bytes)
 {
-    const QString text = Utf8Text::decode(bytes);
+    const QString text = QString::fromUtf8(bytes); // without the mark that files can begin with
     return text.contains(QChar(QChar::ReplacementCharacter)) ? QString::fromLatin1(bytes) : text;
 }
 
