@@ -144,6 +144,7 @@ public:
 
     bool open() override
     {
+        ++opened;
         if (m_flags & NotToBeOpened)
             setError(QStringLiteral("it is locked"));
         return !(m_flags & NotToBeOpened);
@@ -176,7 +177,8 @@ public:
     bool isDatagram() const override { return m_flags & Datagrams; }
     qint64 getSize() const override { return -1; }
 
-    static inline std::atomic<int> alive{0}; ///< inputs that exist
+    static inline std::atomic<int> alive{0};  ///< inputs that exist
+    static inline std::atomic<int> opened{0}; ///< how often any was
 
 private:
     QList<QByteArray> m_pieces;

@@ -339,9 +339,10 @@ private Q_SLOTS:
             "opening; running; 1 A from sender 1; script at byte 4: checksum failure, id 65, sender sender 1; finished",
             "opening; running; 1 A from sender 1; script at byte 4: checksum failure, id 65, sender sender 1; "
             "2 A from sender 1; finished"};
+        ScriptedInput::opened = 0;
         for (int from = 0; from < 6; ++from) {
             // It would fail next.
-            const std::unique_ptr<StreamSource> source = unpaced({"1 A\n!1 A\n2 A\n"}, ByteInput::Failed);
+            std::unique_ptr<StreamSource> source = unpaced({"1 A\n!1 A\n2 A\n"}, ByteInput::Failed);
             Recorder recorder(source.get(), m_format);
             Observer observer;
             source->addObserver(&observer);
@@ -363,6 +364,8 @@ private Q_SLOTS:
             QVERIFY(from == 0 || waitFor([] { return ScriptedInput::alive == 0; }));
             QCoreApplication::processEvents();
             QCOMPARE(recorder.told() + source->getErrorString(), text(ends[from]));
+            source.reset();
+            QCOMPARE(int(ScriptedInput::opened), from); // whoever stops it while it opens has none opened
         }
     }
 
