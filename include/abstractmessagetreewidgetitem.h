@@ -123,8 +123,6 @@ private:
     bool writeAllTexts();
     void takeRows(const QList<QTreeWidgetItem*>& rows, QTreeWidgetItem* newParent);
     MessageTreeWidget* getTreeAround();
-    static void keepRemains(bool keep);
-    static void deleteKeepingRemains(QTreeWidgetItem* row);
     static void deleteReleasedRows(MessageTreeWidget* tree);
     static void forgetTree(const MessageTreeWidget* tree);
 

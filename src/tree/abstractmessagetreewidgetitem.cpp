@@ -3,6 +3,7 @@
 #include "corvel.h"
 #include "diagnostics.h"
 #include "rowguard.h"
+#include "rowmemory.h"
 #include "singlesubmessagefieldtreewidgetitem.h"
 #include "singlevaluefieldtreewidgetitem.h"
 
@@ -34,14 +35,6 @@ static const int NoChild = -1;
 // Counts the rows that were deleted: while it stands still, every row is still there.
 static unsigned int s_deletedRows = 0;
 
-// Rows that are created in the gaps of deleted ones lie scattered in memory, which costs a third more for each value
-// that they show from then on. So while a tree makes all its rows anew, the memory of those that were deleted stays
-// taken: what Qt stores for a row, in copies that share it, and as much as the row itself had.
-static const int KeptRowsInBlock = 4096;
-static int s_keepersOfRemains = 0;
-static int s_keptRows = 0;
-static QList<QTreeWidgetItem*> s_keptContents; // blocks of them
-static QList<void*> s_keptMemory;
 // Rows that go as soon as nobody holds the rows of their tree any more, each behind the one above it. A row of
 // another class that somebody else deletes before is known by not being there any more.
 typedef QPair<AbstractMessageTreeWidgetItem*, QTreeWidgetItem*> ReleasedRow;
@@ -151,54 +144,9 @@ bool AbstractMessageTreeWidgetItem::deleteRows(const QList<QTreeWidgetItem*>& ro
     // The deletion of a row is told, too, and can lead to that of another: what is left to be deleted is what is here.
     QTreeWidgetItem leaving;
     takeRows(rows, &leaving);
-    while (leaving.childCount() > 0) {
-        QTreeWidgetItem* row = leaving.takeChild(0);
-        if (s_keepersOfRemains > 0)
-            deleteKeepingRemains(row);
-        else
-            delete row;
-    }
+    while (leaving.childCount() > 0)
+        RowMemory::deleteRow(leaving.takeChild(0));
     return !self.isBroken();
-}
-
-static void keepContents(const QTreeWidgetItem* row)
-{
-    CORVEL_DEBUG_HOOK();
-    if (s_keptRows % KeptRowsInBlock == 0)
-        s_keptContents.append(static_cast<QTreeWidgetItem*>(::operator new(KeptRowsInBlock * sizeof(QTreeWidgetItem))));
-    new (s_keptContents.last() + s_keptRows % KeptRowsInBlock) QTreeWidgetItem(*row);
-    ++s_keptRows;
-    for (int i = 0; i < row->childCount(); ++i)
-        keepContents(row->child(i));
-}
-
-void AbstractMessageTreeWidgetItem::deleteKeepingRemains(QTreeWidgetItem* row)
-{
-    CORVEL_DEBUG_HOOK();
-    const int before = s_keptRows;
-    keepContents(row);
-    const int after = s_keptRows;
-    delete row;
-    // The memory that was given back last is what is asked for next.
-    for (int i = before; i < after; ++i)
-        s_keptMemory.append(::operator new(sizeof(SingleValueFieldTreeWidgetItem)));
-}
-
-void AbstractMessageTreeWidgetItem::keepRemains(bool keep)
-{
-    CORVEL_DEBUG_HOOK();
-    s_keepersOfRemains += keep ? 1 : -1;
-    if (s_keepersOfRemains > 0)
-        return;
-    for (int i = 0; i < s_keptRows; ++i)
-        s_keptContents.at(i / KeptRowsInBlock)[i % KeptRowsInBlock].~QTreeWidgetItem();
-    s_keptRows = 0;
-    Q_FOREACH (QTreeWidgetItem* block, s_keptContents)
-        ::operator delete(block);
-    s_keptContents.clear();
-    Q_FOREACH (void* memory, s_keptMemory)
-        ::operator delete(memory);
-    s_keptMemory.clear();
 }
 
 void AbstractMessageTreeWidgetItem::takeRows(const QList<QTreeWidgetItem*>& rows, QTreeWidgetItem* newParent)

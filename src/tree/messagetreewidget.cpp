@@ -6,6 +6,7 @@
 #include "messagetreewidgetitem.h"
 #include "pathexpression.h"
 #include "rowguard.h"
+#include "rowmemory.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -257,13 +258,12 @@ void MessageTreeWidget::reconfigureRows()
     const RowGuard self(this);
     const QList<AbstractMessageTreeWidgetItem*> current = getTopLevelAbstractMessageTreeWidgetItems();
     const unsigned int changes = m_topLevelRowsChanges;
-    AbstractMessageTreeWidgetItem::keepRemains(true);
+    const RowMemory memory(invisibleRootItem());
     for (int i = 0; !self.isBroken() && i < current.size(); ++i) {
         // Somebody who listens to changes may have removed it.
         if (changes == m_topLevelRowsChanges || indexOfTopLevelItem(current.at(i)) >= 0)
             current.at(i)->configureInTreeWidget();
     }
-    AbstractMessageTreeWidgetItem::keepRemains(false);
 }
 
 void MessageTreeWidget::endUpdate()
