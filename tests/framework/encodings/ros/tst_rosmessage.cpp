@@ -166,6 +166,11 @@ void tst_RosMessage::cdr()
          "00010000 00 01", "status=STATUS_OK (0) status_bus=STATUS_BUS_A (1)"},
     };
     QCOMPARE(compare("cdr", "ros2msg", QStringLiteral("t/msg/T"), rows), QString());
+    // What tells of the calls of a service is made of the service.
+    static const WireRow events[] = {{"uint8 a\n---\nuint16 b\n==\nMSG: service_msgs/ServiceEventInfo\nuint8 type",
+                                      "00010000 01 000000 01000000 05 000000 00000000",
+                                      "info={type=1} request=[{a=5}] response=[]"}};
+    QCOMPARE(compare("cdr", "ros2msg", QStringLiteral("t/srv/A_Event"), events), QString());
     static const WireRow images[] = {
         {"uint32 height\nuint32 width\nstring encoding\nuint32 step\nuint8[] data",
          "00010000 01000000 02000000 03000000 6d3800 00 02000000 02000000 0102",
