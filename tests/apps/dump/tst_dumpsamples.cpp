@@ -24,7 +24,7 @@ private Q_SLOTS:
             const QString expression = found.next().captured(1);
             of[expression.startsWith("protobuf")] << QString("--select '%1'").arg(expression);
         }
-        QCOMPARE(of[0].size(), qsizetype(10));
+        QCOMPARE(of[0].size(), qsizetype(11));
         QCOMPARE(of[1].size(), qsizetype(3));
         const char* const files[] = {"mavlink/capture.mav2.battery_status.tlog",
                                      "protobuf/MovingHostWithStopLine.mcap"};
