@@ -200,7 +200,10 @@ private:
         setPreferences(preferences);
     }
     QString m_sender;
-    static QString nameOf(const QTreeWidgetItem* row) { return row->parent()->text(0) + '.' + row->text(0); }
+    static QString nameOf(const QTreeWidgetItem* row)
+    {
+        return row ? row->parent()->text(0) + '.' + row->text(0) : QString("none");
+    }
 };
 
 template <std::size_t Count>
