@@ -244,7 +244,7 @@ void TestDump::saysWhatIsWrong()
         {"corvel-dump empty", "! corvel-dump: empty: the input is empty\n= 2"},
         {"true | corvel-dump -", "! corvel-dump: standard input: the input is empty\n= 2"},
         {"corvel-dump none", "! corvel-dump: none: No such file or directory\n= 2"},
-        {"corvel-dump .", "! corvel-dump: .: Is a directory\n= 2"},
+        {"mkdir d; corvel-dump d", "! corvel-dump: d: there is no recording in this folder: no file *.mcap\n= 2"},
         {"corvel-dump /proc/self/mem", "! corvel-dump: /proc/self/mem: Input/output error\n= 2"},
         {"corvel-dump --format raw /proc/self/mem", "! corvel-dump: /proc/self/mem: Input/output error\n= 2"},
         {"corvel-dump --dialect none.xml good.bin",
