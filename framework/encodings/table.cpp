@@ -16,11 +16,7 @@ std::unique_ptr<Encoding> create()
 
 // The order in which they are asked whether a file is theirs.
 std::unique_ptr<Encoding> (*const encodings[])() = {
-    create<MavlinkEncoding>,
-    create<ProtobufEncoding>,
-    create<CdrEncoding>,
-    create<Ros1Encoding>,
-    create<JsonEncoding>,
+    create<MavlinkEncoding>, create<ProtobufEncoding>, create<CdrEncoding>, create<Ros1Encoding>, create<JsonEncoding>,
 };
 
 } // namespace
