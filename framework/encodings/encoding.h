@@ -17,7 +17,7 @@ class FormatInfo;
  * Types once made stay for as long as the encoding, because views know them by their addresses. Operations may be
  * called on any thread, except where they say otherwise.
  */
-class Encoding
+class CORVELFRAMEWORK_EXPORT Encoding
 {
 public:
     /** What is known of an encoding beforehand. */
