@@ -32,6 +32,12 @@ constexpr std::array<Table, Slices> makeTables()
 
 constexpr std::array<Table, Slices> tables = makeTables();
 
+// Apart from add(), which would be called as any exported function is: by way of a table.
+inline quint16 addByte(quint16 crc, quint8 byte)
+{
+    return static_cast<quint16>((crc >> 8) ^ tables[0][(crc ^ byte) & 0xff]);
+}
+
 } // namespace
 
 quint16 MavlinkCrc::calculate(const char* bytes, int size, quint16 start)
@@ -45,13 +51,13 @@ quint16 MavlinkCrc::calculate(const char* bytes, int size, quint16 start)
               tables[2][at[5]] ^ tables[1][at[6]] ^ tables[0][at[7]];
     }
     for (; size > 0; --size, ++at)
-        crc = add(crc, *at);
+        crc = addByte(crc, *at);
     return crc;
 }
 
 quint16 MavlinkCrc::add(quint16 crc, quint8 byte)
 {
-    return static_cast<quint16>((crc >> 8) ^ tables[0][(crc ^ byte) & 0xff]);
+    return addByte(crc, byte);
 }
 
 bool MavlinkCrc::canFollow(quint16 crc, quint16 next)
