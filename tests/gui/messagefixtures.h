@@ -127,7 +127,7 @@ private:
                 else
                     readNumbers(at, &values);
             } while (take(at, ','));
-            values.isEmpty() ? message->setSubMessages(field, messages) : message->set(field, values);
+            values.isEmpty() ? message->set(field, messages) : message->set(field, values);
         }
         return message;
     }

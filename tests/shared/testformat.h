@@ -8,7 +8,7 @@
 
 #include <QHash>
 
-/** A message whose values are simply set. Sub-messages set with setSubMessages() live as long as it does. */
+/** A message whose values are simply set. Sub-messages live as long as it does. */
 class TestMessage : public Message
 {
 public:
@@ -42,7 +42,7 @@ public:
         return set(field, values);
     }
     /** Takes over the creator's references on @p messages. */
-    TestMessage* setSubMessages(const FieldInfo* field, const QList<Message*>& messages)
+    TestMessage* set(const FieldInfo* field, const QList<Message*>& messages)
     {
         QVector<FieldValue> values;
         for (int i = 0; i < messages.size(); ++i) {

@@ -81,7 +81,7 @@ struct TreeDesk : Desk
         message->set(speed, number)->set(mode, FieldValue::fromUnsigned(state, 1))->setText(text, "hello \"you\"");
         TestMessage* const first = new TestMessage(point);
         TestMessage* const second = new TestMessage(point);
-        message->setSubMessages(place, {first->set(x, 1.5), second->set(x, 2.5)});
+        message->set(place, QList<Message*>{first->set(x, 1.5), second->set(x, 2.5)});
         return message;
     }
 

@@ -66,7 +66,7 @@ private:
         QList<Message*> parts;
         for (int i = 0; i < count; ++i)
             parts << (new TestMessage(wheel))->set(wheel->getFieldInfo(text("speed")), 10 + i);
-        message->setSubMessages(field, parts);
+        message->set(field, parts);
         return parts.isEmpty() ? nullptr : static_cast<TestMessage*>(parts.first());
     }
 };

@@ -149,7 +149,7 @@ void World::fill(TestMessage* message, const FieldInfo* field, int depth)
                 fill(subMessage, subField, depth + 1);
             messages.append(subMessage);
         }
-        message->setSubMessages(field, messages);
+        message->set(field, messages);
         if (!m_tame && count > 0 && m_chance->percent(3))
             message->set(field, FieldValue::invalid());
         return;
