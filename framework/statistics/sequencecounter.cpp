@@ -1,5 +1,7 @@
 #include "sequencecounter.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -23,6 +25,7 @@ SequenceCounter::SequenceCounter()
     , m_restarts(0)
     , m_steps(0)
     , m_settled(~quint64(0))
+    , m_nextHole(0)
 {
 }
 
@@ -75,10 +78,7 @@ void SequenceCounter::countRound(quint64 number, quint64 modulus)
 void SequenceCounter::countEndless(quint64 number, quint64 between)
 {
     if (number > m_last && number - m_last - 1 <= GreatestLoss + GreatestLossEach * between) {
-        if (m_holes.size() == MostHoles)
-            m_holes.remove(0);
-        const Hole hole = {m_last + 1, number};
-        m_holes.append(hole);
+        addHole(m_last + 1, number);
         m_lost += number - m_last - 1;
     } else if (number < m_last && fillHole(number)) {
         ++m_late;
@@ -90,13 +90,27 @@ void SequenceCounter::countEndless(quint64 number, quint64 between)
     } else {
         ++m_restarts;
         m_holes.clear();
+        m_nextHole = 0;
     }
     m_last = number;
+}
+
+void SequenceCounter::addHole(quint64 first, quint64 behind)
+{
+    const Hole hole = {first, behind};
+    if (m_holes.size() < MostHoles) {
+        m_holes.append(hole);
+        return;
+    }
+    m_holes[m_nextHole] = hole;
+    m_nextHole = (m_nextHole + 1) % MostHoles;
 }
 
 /** Whether that number was missing so far. */
 bool SequenceCounter::fillHole(quint64 number)
 {
+    std::rotate(m_holes.begin(), m_holes.begin() + m_nextHole, m_holes.end());
+    m_nextHole = 0;
     for (int i = m_holes.size() - 1; i >= 0; --i) {
         const Hole hole = m_holes.at(i);
         if (number < hole.first || number >= hole.behind)

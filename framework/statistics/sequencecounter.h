@@ -48,6 +48,7 @@ private:
     void countOther(quint64 number, quint64 modulus, quint64 between);
     void countRound(quint64 number, quint64 modulus);
     void countEndless(quint64 number, quint64 between);
+    void addHole(quint64 first, quint64 behind);
     bool fillHole(quint64 number);
 
     bool m_any;
@@ -59,6 +60,7 @@ private:
     quint64 m_steps;
     quint64 m_settled;     // bit n: the number that lies n before the newest one came, or was never expected
     QVector<Hole> m_holes; // of endless numbers: those that did not come yet, in the order in which they were missed
+    int m_nextHole;        // but for this: where the oldest is, when there are as many as there may be
 };
 
 #endif

@@ -102,12 +102,10 @@ void McapReader::recover(quint8 opcode, quint16 id)
         addDefinition(found->record);
 }
 
-/** The channel of a message; null when the message has to wait for it. */
-const McapChannels::Entry* McapReader::channelOf(quint16 number, const char* body, quint64 size)
+/** As channelOf(), for a channel that is not known so far. */
+const McapChannels::Entry* McapReader::missingChannelOf(quint16 number, const char* body, quint64 size)
 {
-    const McapChannels::Entry* known = m_channels.find(number);
-    if (known)
-        return known;
+    const McapChannels::Entry* known = nullptr;
     const QByteArray message = QByteArray::fromRawData(body + MessageHeadSize, int(size) - MessageHeadSize);
     if (m_channels.isAwaited(number))
         return meetChannel(number, message);

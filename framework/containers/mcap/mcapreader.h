@@ -88,7 +88,13 @@ private:
     };
     std::vector<LaterStart>::const_iterator laterStart(quint64 offset) const;
     void endStretch();
-    const McapChannels::Entry* channelOf(quint16 number, const char* body, quint64 size);
+    /** The channel of a message; null when the message has to wait for it. */
+    const McapChannels::Entry* channelOf(quint16 number, const char* body, quint64 size)
+    {
+        const McapChannels::Entry* const known = m_channels.find(number);
+        return known ? known : missingChannelOf(number, body, size);
+    }
+    const McapChannels::Entry* missingChannelOf(quint16 number, const char* body, quint64 size);
     const McapChannels::Entry* meetChannel(quint16 number, const QByteArray& message);
     const McapChannels::Entry* makeUpChannel(quint16 number);
     void stopWaiting(Waiting::iterator waiting, const McapChannels::Entry* channel);

@@ -10,24 +10,6 @@
 namespace Mcap
 {
 
-bool isNone(const RecordHead& head)
-{
-    switch (head.opcode) {
-    case 0:
-        return true;
-    case MessageRecord:
-        return head.length < quint64(MessageHeadSize);
-    case ChunkRecord:
-        return head.length < quint64(ChunkHeadSize) + 8;
-    case DataEndRecord:
-        return head.length < quint64(DataEndSize);
-    case FooterRecord:
-        return head.length < quint64(FooterSize);
-    default:
-        return false;
-    }
-}
-
 bool Schema::read(Cursor cursor)
 {
     id = cursor.number<quint16>();

@@ -110,7 +110,23 @@ struct RecordHead
 };
 
 /** Whether there is no such record: its number is 0, or it is too short for what has to be in it. */
-bool isNone(const RecordHead& head);
+inline bool isNone(const RecordHead& head)
+{
+    switch (head.opcode) {
+    case 0:
+        return true;
+    case MessageRecord:
+        return head.length < quint64(MessageHeadSize);
+    case ChunkRecord:
+        return head.length < quint64(ChunkHeadSize) + 8;
+    case DataEndRecord:
+        return head.length < quint64(DataEndSize);
+    case FooterRecord:
+        return head.length < quint64(FooterSize);
+    default:
+        return false;
+    }
+}
 
 /** Texts of what is read lie in the bytes it was read from. Reading gives false when the body is too short. */
 struct Schema
