@@ -233,9 +233,20 @@ private:
         return told.size() > 1 ? told.join(QLatin1String("; ")) : told.join(QString()).mid(3);
     }
 
+    /** "a1 a3 a5", up to a number. */
+    static QByteArray everyOther(int last)
+    {
+        QByteArray numbers("a1");
+        for (int number = 3; number <= last; number += 2)
+            numbers += " a" + QByteArray::number(number);
+        return numbers;
+    }
+
 private Q_SLOTS:
     void numbersTellLosses()
     {
+        const QByteArray full = everyOther(139) + " a14 a12 a140";
+        const QByteArray tooFull = everyOther(139) + " a12 a10";
         const TextRow rows[] = {{"5 6 7 8", "4 received"},
                                 {"254 255 0 1", "4 received"},
                                 {"5 6 9 10", "4 received, 2 lost"},
@@ -261,6 +272,9 @@ private Q_SLOTS:
                                 {"a1 a4 a2 a5 a3 a6", "6 received, 2 late"},
                                 // A part that comes late as a whole.
                                 {"a100 a301 a302 a101 a102 a303", "6 received, 198 lost, 2 late"},
+                                // Only the newest 64 holes are remembered.
+                                {full.constData(), "73 received, 67 lost, 2 late"},
+                                {tooFull.constData(), "72 received, 68 lost, 1 late, 1 restarts"},
                                 {"a5 a5 a6 a5", "4 received, 2 repeated"},
                                 // Much may be lost of one while others go on.
                                 {"a1 b1 b2 b3 b4 b5 a1080 b6 b7", "a: 2 received, 1078 lost; b: 7 received"},
