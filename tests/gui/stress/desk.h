@@ -163,6 +163,7 @@ private:
     int m_choiceDepth = 0;         // of the last operation that selects something
     bool m_rowsAreRemoved = false; // perhaps
     int m_operations = 0;
+    int m_eventLoops = 0; // that are running, one in another
     QStringList m_history;
     const bool m_calm; // does nothing that rows follow only when they are configured anew
 };

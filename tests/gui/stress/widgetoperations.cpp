@@ -86,6 +86,9 @@ void Desk::operateOnWidget(QWidget* widget)
         [&] { widget->setVisible(!widget->isVisible()); },
         [&] { widget->close(); },
         [&] {
+            // Qt goes on with the native window that loses the focus, and this one's is deleted.
+            if (m_eventLoops > 0 && widget->isWindow())
+                return;
             widget->setParent(m_chance.coin() ? m_page : m_chance.coin() ? m_window : nullptr);
             widget->show();
         },
@@ -135,7 +138,11 @@ void Desk::operateOnProcess()
         [&] { QApplication::setStyle(m_chance.pick(QStyleFactory::keys())); },
         [&] { Corvel::setConfidentialInformationDisplayEnabled(m_chance.coin()); },
         [&] { Corvel::setFloatingPointDecimals(m_chance.below(4) - 1); },
-        [&] { QCoreApplication::processEvents(); },
+        [&] {
+            ++m_eventLoops;
+            QCoreApplication::processEvents();
+            --m_eventLoops;
+        },
     };
     perform(choice, operations);
 }
