@@ -43,7 +43,7 @@ RosFieldInfo::RosFieldInfo(const QString& name, const FieldType& type, RosMessag
     , m_kind(elementOf(memberType(holder, m_member)).kind)
     , m_isBytes(isBytesOfRos(memberType(holder, m_member)))
     , m_isNumber(isNumber(memberType(holder, m_member).kind))
-    , m_showsParts(type.getSubMessageInfo() != nullptr)
+    , m_part(static_cast<const RosMessageInfo*>(type.getSubMessageInfo()))
     , m_slot(needsSlot(memberType(holder, m_member)) ? holder->addSlot() : -1)
 {
     const Struct* const structure = holder->getStruct();
@@ -70,9 +70,9 @@ unsigned int RosFieldInfo::countIn(const RosMessage* message, const Node& node, 
 {
     const Node& element = *node.element;
     if (!element.isFixed)
-        return message->countElements(m_slot, element, first, std::min(claimed, most), m_showsParts);
+        return message->countElements(m_slot, element, first, std::min(claimed, most), m_part != nullptr);
     const quint32 whole = Wire::countWhole(element, first, claimed);
-    const bool isBroken = m_showsParts && whole < claimed && Wire::elementAt(element, first, whole).getLeft() > 0;
+    const bool isBroken = m_part && whole < claimed && Wire::elementAt(element, first, whole).getLeft() > 0;
     return whole + (isBroken ? 1 : 0);
 }
 
@@ -85,7 +85,7 @@ unsigned int RosFieldInfo::getValueCount(const Message* message) const
         return 0;
     const Node& node = nodeIn(own);
     if (!isCollection(node.kind)) {
-        return (m_showsParts && place.getLeft() > 0) || own->getWire().skip(node, &place) ? 1 : 0;
+        return (m_part && place.getLeft() > 0) || own->getWire().skip(node, &place) ? 1 : 0;
     }
     if (!own->getWire().open(node, &place, &claimed))
         return 0;
@@ -103,7 +103,7 @@ FieldValue RosFieldInfo::getValue(const Message* message, unsigned int index) co
             return FieldValue::invalid();
         return valueAt(own, index, nodeIn(own), place);
     }
-    if (m_showsParts && index == 0)
+    if (m_part && index == 0)
         if (const Message* const part = own->findPart(m_slot))
             return FieldValue::fromSubMessage(part);
     if (m_isBytes) {
@@ -156,29 +156,30 @@ bool RosFieldInfo::findElement(const RosMessage* message, unsigned int index, co
     return true;
 }
 
-FieldValue RosFieldInfo::valueAt(const RosMessage* message, unsigned int index, const Node& node, Place place) const
+FieldValue RosFieldInfo::valueAt(const RosMessage* message, unsigned int index, const Node& node,
+                                 const Place& place) const
 {
     const Wire& wire = message->getWire();
-    if (isNumber(node.kind)) {
-        if (!Wire::align(&place, node.alignment) || place.getLeft() < node.size)
-            return FieldValue::invalid();
-        return numberAt(wire, place.at);
-    }
     if (node.kind == Kind::Struct) {
         Place behind = place;
         if (place.getLeft() == 0 && !wire.skip(node, &behind))
             return FieldValue::invalid();
-        const RosMessageInfo* const info = static_cast<const RosMessageInfo*>(getType().getSubMessageInfo());
-        return FieldValue::fromSubMessage(message->getPart(m_slot, index, info, node, place));
+        return FieldValue::fromSubMessage(message->getPart(m_slot, index, m_part, node, place));
+    }
+    Place value = place;
+    if (isNumber(node.kind)) {
+        if (!Wire::align(&value, node.alignment) || value.getLeft() < node.size)
+            return FieldValue::invalid();
+        return numberAt(wire, value.at);
     }
     quint32 length;
-    if (!wire.takeLength(&place, &length))
+    if (!wire.takeLength(&value, &length))
         return FieldValue::invalid();
     const quint64 size = node.kind == Kind::String ? length : wire.wideSize(length);
-    if (size > place.getLeft())
+    if (size > value.getLeft())
         return FieldValue::invalid();
-    return FieldValue::fromText(node.kind == Kind::String ? wire.readText(place.at, length)
-                                                          : wire.readWide(place.at, static_cast<quint32>(size)));
+    return FieldValue::fromText(node.kind == Kind::String ? wire.readText(value.at, length)
+                                                          : wire.readWide(value.at, static_cast<quint32>(size)));
 }
 
 FieldValue RosFieldInfo::numberAt(const Wire& wire, quint32 at) const

@@ -32,14 +32,15 @@ private:
     unsigned int countIn(const RosMessage* message, const Ros::Node& node, const Ros::Place& first, quint32 claimed,
                          quint32 most) const;
     FieldValue numberAt(const Ros::Wire& wire, quint32 at) const;
-    FieldValue valueAt(const RosMessage* message, unsigned int index, const Ros::Node& node, Ros::Place place) const;
+    FieldValue valueAt(const RosMessage* message, unsigned int index, const Ros::Node& node,
+                       const Ros::Place& place) const;
 
     const RosMessageInfo* m_holder;
     const std::size_t m_member;
     const Ros::Kind m_kind; // of an element
     const bool m_isBytes;
-    const bool m_isNumber;   // a single one
-    const bool m_showsParts; // of an element that breaks off
+    const bool m_isNumber;              // a single one
+    const RosMessageInfo* const m_part; // a sub-message's; what breaks off in one is shown as far as it goes
     const int m_slot;
 };
 

@@ -13,21 +13,42 @@ RosMessageInfo::RosMessageInfo(const QString& name, bool main, const std::shared
 
 Message* RosMessageInfo::newMessage(const QByteArray& data) const
 {
-    return new RosMessage(this, data);
+    return RosMessage::make(this, data);
+}
+
+RosMessage* RosMessage::make(const RosMessageInfo* info, const QByteArray& data)
+{
+    return ::new (roomFor(info)) RosMessage(info, data);
+}
+
+// One allocation instead of two: most messages of which anybody asks for a part are thrown away soon.
+void* RosMessage::roomFor(const RosMessageInfo* info)
+{
+    static_assert(alignof(Slot) <= alignof(RosMessage), "slots stand behind a message");
+    return ::operator new(sizeof(RosMessage) + static_cast<std::size_t>(info->getSlotCount()) * sizeof(Slot));
 }
 
 RosMessage::RosMessage(const RosMessageInfo* info, const QByteArray& data)
     : Message(info, data)
+    , m_whole(nullptr)
+    , m_firstPart(nullptr)
+    , m_nextPart(nullptr)
+    , m_hasSlots(false)
+    , m_hasElements(false)
 {
 }
 
-RosMessage::RosMessage(const RosMessage* whole, const RosMessageInfo* info, const Ros::Node& node, Ros::Place place)
+RosMessage::RosMessage(const RosMessage* whole, const RosMessageInfo* info, const Ros::Plan* plan,
+                       const Ros::Place& place)
     : Message(info)
-    , m_shared(whole->m_shared.isNull() ? whole->getData() : whole->m_shared)
+    , m_whole(whole->m_whole ? whole->m_whole : whole)
     , m_wire(whole->m_wire)
+    , m_firstPart(nullptr)
+    , m_nextPart(nullptr)
+    , m_hasSlots(false)
+    , m_hasElements(false)
 {
-    m_wire.enter(*node.plan, &place);
-    m_view.emplace(&m_wire, node.plan, place);
+    m_view.emplace(&m_wire, plan, place);
     setTime(whole->getTime());
     setSequence(whole->getSequence());
     if (!whole->getSender().isEmpty())
@@ -36,17 +57,33 @@ RosMessage::RosMessage(const RosMessage* whole, const RosMessageInfo* info, cons
 
 RosMessage::~RosMessage()
 {
-    if (!m_slots)
-        return;
-    const int count = static_cast<const RosMessageInfo*>(getInfo())->getSlotCount();
-    for (int slot = 0; slot < count; ++slot) {
-        if (m_slots[slot].first)
-            m_slots[slot].first->removeReference();
-        if (m_slots[slot].elements)
-            for (const RosMessage* part : m_slots[slot].elements->parts)
-                if (part)
-                    part->removeReference();
+    for (const RosMessage *part = m_firstPart, *next; part; part = next) {
+        next = part->m_nextPart;
+        if (part->getReferenceCount() == 1) {
+            delete part;
+            continue;
+        }
+        part->outlive(getBytes());
+        part->removeReference();
     }
+    if (m_hasElements)
+        std::destroy_n(getSlots(), static_cast<const RosMessageInfo*>(getInfo())->getSlotCount());
+}
+
+const QByteArray& RosMessage::getBytes() const
+{
+    if (m_whole)
+        return m_whole->getBytes();
+    return m_left.isNull() ? getData() : m_left;
+}
+
+/** Keeps the bytes: the message that they came in is about to go. */
+void RosMessage::outlive(const QByteArray& bytes) const
+{
+    m_whole = nullptr;
+    m_left = bytes;
+    for (const RosMessage* part = m_firstPart; part; part = part->m_nextPart)
+        part->outlive(bytes);
 }
 
 void RosMessage::open() const
@@ -58,7 +95,7 @@ void RosMessage::open() const
     if (isCommon && Q_BYTE_ORDER == Q_LITTLE_ENDIAN && info->getTypes().hasOneWay()) {
         const Ros::Layout& layout = info->getTypes().getLayout(RosTypes::Xcdr1Layout);
         m_wire = Ros::Wire(data.constData(), false, &layout.getRules(), Ros::WideText::Units);
-        m_view.emplace(&m_wire, layout.planOf(info->getStruct()), Ros::Place{4, quint32(data.size()), 4});
+        m_view.emplace(&m_wire, layout.planOf(info->getStruct()), Ros::Place{quint32(data.size()), 4, 4});
         return;
     }
     const RosOpening opening(info->getTypes(), info->getStruct(), getData());
@@ -71,7 +108,7 @@ const QStringList& RosMessage::getProblems() const
     if (!m_problems) {
         m_problems.reset(new QStringList);
         const RosMessageInfo* const info = static_cast<const RosMessageInfo*>(getInfo());
-        if (m_shared.isNull())
+        if (!m_whole && m_left.isNull())
             *m_problems = RosOpening(info->getTypes(), info->getStruct(), getData()).findProblems();
     }
     return *m_problems;
@@ -79,28 +116,42 @@ const QStringList& RosMessage::getProblems() const
 
 RosMessage::Slot& RosMessage::slotOf(int slot) const
 {
-    if (!m_slots)
-        m_slots.reset(
-            new Slot[static_cast<std::size_t>(static_cast<const RosMessageInfo*>(getInfo())->getSlotCount())]);
-    return m_slots[slot];
+    if (!m_hasSlots)
+        std::uninitialized_value_construct_n(getSlots(), static_cast<const RosMessageInfo*>(getInfo())->getSlotCount());
+    m_hasSlots = true;
+    return getSlots()[slot];
+}
+
+RosMessage::Elements& RosMessage::elementsOf(int slot) const
+{
+    Slot& found = slotOf(slot);
+    if (!found.elements)
+        found.elements = std::make_unique<Elements>();
+    m_hasElements = true;
+    return *found.elements;
 }
 
 const Message* RosMessage::getPart(int slot, unsigned int index, const RosMessageInfo* info, const Ros::Node& node,
                                    const Ros::Place& place) const
 {
-    Slot& found = slotOf(slot);
-    if (index > 0 && index > found.getElements().parts.size())
-        found.elements->parts.resize(index, nullptr);
-    const RosMessage*& part = index == 0 ? found.first : found.elements->parts[index - 1];
-    if (!part)
-        part = new RosMessage(this, info, node, place);
+    std::vector<const RosMessage*>* const others = index > 0 ? &elementsOf(slot).parts : nullptr;
+    if (index > 0 && index > others->size())
+        others->resize(index, nullptr);
+    const RosMessage*& part = index > 0 ? (*others)[index - 1] : slotOf(slot).first;
+    if (!part) {
+        Ros::Place inside = place;
+        m_wire.enter(*node.plan, &inside);
+        part = ::new (roomFor(info)) RosMessage(this, info, node.plan, inside);
+        part->m_nextPart = m_firstPart;
+        m_firstPart = part;
+    }
     return part;
 }
 
 unsigned int RosMessage::countElements(int slot, const Ros::Node& element, const Ros::Place& first, quint32 most,
                                        bool withLast) const
 {
-    Elements& found = slotOf(slot).getElements();
+    Elements& found = elementsOf(slot);
     Ros::Place place = first;
     if (!found.begins.empty())
         place.at = found.end;
@@ -117,6 +168,6 @@ unsigned int RosMessage::countElements(int slot, const Ros::Node& element, const
 Ros::Place RosMessage::elementAt(int slot, const Ros::Place& first, unsigned int index) const
 {
     Ros::Place place = first;
-    place.at = m_slots[slot].elements->begins[index];
+    place.at = getSlots()[slot].elements->begins[index];
     return place;
 }

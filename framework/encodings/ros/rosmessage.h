@@ -38,12 +38,13 @@ private:
  * A message whose fields are found in its bytes when somebody asks for them, or a struct in such a message.
  *
  * Parts are made when somebody asks for them, and live as long as the whole, or as somebody has a reference on them.
- * They share the bytes.
+ * They borrow its bytes, and share them when it goes first.
  */
 class RosMessage final : public Message
 {
 public:
-    RosMessage(const RosMessageInfo* info, const QByteArray& data);
+    /** With room for what its fields keep. */
+    static RosMessage* make(const RosMessageInfo* info, const QByteArray& data);
 
     const Ros::Wire& getWire() const { return m_wire; }
     const Ros::View& getView() const
@@ -57,7 +58,7 @@ public:
     const QStringList& getProblems() const;
 
     /** The first struct of a field, when it was asked for before; else null. */
-    const Message* findPart(int slot) const { return m_slots ? m_slots[slot].first : nullptr; }
+    const Message* findPart(int slot) const { return m_hasSlots ? getSlots()[slot].first : nullptr; }
     /** The struct number @p index of a field, which is at @p place, borrowed. */
     const Message* getPart(int slot, unsigned int index, const RosMessageInfo* info, const Ros::Node& node,
                            const Ros::Place& place) const;
@@ -70,6 +71,8 @@ public:
                                bool withLast) const;
     /** Where one of them is; only for one that was counted. */
     Ros::Place elementAt(int slot, const Ros::Place& first, unsigned int index) const;
+
+    static void operator delete(void* room) { ::operator delete(room); }
 
 protected:
     ~RosMessage() override;
@@ -85,26 +88,29 @@ private:
 
     struct Slot
     {
-        Elements& getElements()
-        {
-            if (!elements)
-                elements = std::make_unique<Elements>();
-            return *elements;
-        }
-
         const RosMessage* first = nullptr;
         std::unique_ptr<Elements> elements{};
     };
 
-    RosMessage(const RosMessage* whole, const RosMessageInfo* info, const Ros::Node& node, Ros::Place place);
+    RosMessage(const RosMessageInfo* info, const QByteArray& data);
+    RosMessage(const RosMessage* whole, const RosMessageInfo* info, const Ros::Plan* plan, const Ros::Place& place);
 
+    static void* roomFor(const RosMessageInfo* info);
     void open() const;
+    const QByteArray& getBytes() const;
+    void outlive(const QByteArray& bytes) const;
+    Slot* getSlots() const { return reinterpret_cast<Slot*>(const_cast<RosMessage*>(this) + 1); } // behind it
     Slot& slotOf(int slot) const;
+    Elements& elementsOf(int slot) const;
 
-    const QByteArray m_shared; // of the whole; empty for this itself
+    mutable const RosMessage* m_whole; // null for a message itself, and for a part that is all that is left of one
+    mutable QByteArray m_left;         // the bytes of the message of which it is left
     mutable Ros::Wire m_wire;
     mutable std::optional<Ros::View> m_view;
-    mutable std::unique_ptr<Slot[]> m_slots;
+    mutable const RosMessage* m_firstPart; // of those that were made, which goes on with the next
+    mutable const RosMessage* m_nextPart;
+    mutable bool m_hasSlots;
+    mutable bool m_hasElements;
     mutable std::unique_ptr<QStringList> m_problems;
 };
 

@@ -53,7 +53,7 @@ const Ros::Layout& RosTypes::makeLayout(int number) const
 
 RosOpening::RosOpening(const RosTypes& types, const Ros::Struct* structure, const QByteArray& data)
     : plan(nullptr)
-    , start{0, static_cast<quint32>(qMin<qint64>(data.size(), Ros::Endless - 1)), 0}
+    , start{static_cast<quint32>(qMin<qint64>(data.size(), Ros::Endless - 1)), 0, 0}
     , m_whole(start)
     , m_isPlain(true)
     , m_problem(NoProblem)

@@ -168,7 +168,7 @@ bool Wire::takeShort(Place* place, Listed* listed) const
         place->at += 8;
     }
     const bool good = size <= place->getLeft();
-    listed->value = Place{place->at, place->at + std::min(size, place->getLeft()), place->at};
+    listed->value = Place{place->at + std::min(size, place->getLeft()), place->at, place->at};
     place->at = listed->value.limit;
     return good;
 }
@@ -362,7 +362,7 @@ bool View::findListed(int member, Place* place) const
     if (!m_listed) {
         const std::size_t count = m_plan->parts.size();
         m_listed.reset(new Place[count]);
-        std::fill_n(m_listed.get(), count, Place{Endless, 0, 0});
+        std::fill_n(m_listed.get(), count, Place{0, 0, Endless});
         Listed listed;
         Place next = m_start;
         while (m_wire->takeListed(m_plan->form, &next, &listed) && !listed.isEnd) {

@@ -14,9 +14,10 @@ namespace Ros
 /** Where something begins, what it must not go beyond, and from where what is aligned is counted. */
 struct Place
 {
-    quint32 at;
+    // What changes most comes last: processors wait where 8 bytes are read of which 4 were just written.
     quint32 limit;
     quint32 origin;
+    quint32 at;
 
     quint32 getLeft() const { return limit - at; }
     quint32 getPhase() const { return (at - origin) & 7; }

@@ -385,23 +385,29 @@ void tst_RosMessage::keepsTheSchemaForRecordings()
 void tst_RosMessage::partsLiveAsLongAsTheirReferences()
 {
     QString error;
-    const MessageInfo* const info =
-        make("cdr", "ros2msg", QStringLiteral("t/msg/T"), "P[] a\n==\nMSG: t/P\nstring b", &error);
+    const MessageInfo* const info = make("cdr", "ros2msg", QStringLiteral("t/msg/T"),
+                                         "P[] a\n==\nMSG: t/P\nstring b\nQ q\n==\nMSG: t/Q\nstring d", &error);
     const FieldInfo* const field = info->getFieldInfo(QStringLiteral("a"));
-    Message* const whole = info->newMessage(QByteArray::fromHex("00010000030000000200000061000000"
-                                                                "0200000062000000020000006300"));
+    const FieldInfo* const inner = field->getType().getSubMessageInfo()->getFieldInfo(QStringLiteral("q"));
+    const QByteArray bytes = QByteArray::fromHex("00010000030000000200000061000000010000000000000002000000620000000100"
+                                                 "00000000000002000000630000000200000064000000");
+    Message* const whole = info->newMessage(bytes);
     whole->setTime(12);
-    QCOMPARE(shown(field->getValue(whole, 0).getSubMessage()), QStringLiteral("b=a"));
-    const MessageReference part(field->getValue(whole, 2).getSubMessage());
+    QCOMPARE(shown(field->getValue(whole, 0).getSubMessage()), QStringLiteral("b=a q={d=}"));
+    MessageReference part(field->getValue(whole, 2).getSubMessage());
     QCOMPARE(field->getValue(whole, 2).getSubMessage(), part.get());
     QVERIFY(!field->getValue(whole, 3).isValid());
     // Only its own messages.
     QCOMPARE(field->getValueCount(part.get()), 0u);
-    const MessageReference plain = MessageReference::adopt(new Message(info, whole->getData()));
+    const MessageReference plain = MessageReference::adopt(new Message(info, QByteArray(bytes.constData(), 4)));
     QCOMPARE(field->getValueCount(plain.get()), 0u);
     whole->removeReference();
     QCOMPARE(part.get()->getTime(), qint64(12));
-    QCOMPARE(shown(part.get()), QStringLiteral("b=c"));
+    QCOMPARE(shown(part.get()), QStringLiteral("b=c q={d=d}"));
+    const MessageReference deep(inner->getValue(part.get(), 0).getSubMessage());
+    part = MessageReference();
+    QVERIFY(!bytes.isDetached());
+    QCOMPARE(shown(deep.get()), QStringLiteral("d=d"));
 }
 
 QTEST_GUILESS_MAIN(tst_RosMessage)
