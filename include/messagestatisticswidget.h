@@ -68,6 +68,7 @@ private:
     MessageStatisticsTreeWidgetItem* getAndUpdateItemFor(MessageStatistics* statistics);
     void deleteEmptyFormatItems();
     bool updateItems();
+    void updateCrcErrorsItem();
 
     MessageStatisticsCoordinator* m_coordinator;
     QHash<MessageStatistics*, MessageStatisticsTreeWidgetItem*> m_statisticsItems;

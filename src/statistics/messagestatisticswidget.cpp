@@ -245,11 +245,15 @@ void MessageStatisticsWidget::updateTree()
     }
     StatisticsRefresh refresh(this, nullptr);
     do {
+        refresh.again = false;
         refresh.begin();
         const bool anyGaps = updateItems();
+        // Before a column is fitted, as it is as wide as its header, to which the sort indicator belongs.
         refresh.end();
-        // Last, because a column is as wide as its header, to which the sort indicator belongs.
         setGapsColumnVisible(anyGaps);
+        refresh.begin();
+        updateCrcErrorsItem();
+        refresh.end();
     } while (refresh.again);
 }
 
@@ -273,12 +277,17 @@ bool MessageStatisticsWidget::updateItems()
         if (!statistics->getGaps().isEmpty())
             anyGaps = true;
     }
+    return anyGaps;
+}
 
+void MessageStatisticsWidget::updateCrcErrorsItem()
+{
+    CORVEL_DEBUG_HOOK();
     const unsigned int crcErrors = m_coordinator->getEventCount(CorvelEvent::CrcError);
     if (crcErrors == 0) {
         delete m_crcErrorsItem;
         m_crcErrorsItem = nullptr;
-        return anyGaps;
+        return;
     }
     if (!m_crcErrorsItem) {
         m_crcErrorsItem = new QTreeWidgetItem(QTreeWidgetItem::Type);
@@ -286,7 +295,6 @@ bool MessageStatisticsWidget::updateItems()
         insertRow(invisibleRootItem(), 0, m_crcErrorsItem);
     }
     writeCount(m_crcErrorsItem, crcErrors);
-    return anyGaps;
 }
 
 void MessageStatisticsWidget::processItemExpanded(QTreeWidgetItem* item)
@@ -403,6 +411,7 @@ void MessageStatisticsTreeWidgetItem::updateContents()
     {
         StatisticsRefresh refresh(tree, this);
         do {
+            refresh.again = false;
             refresh.begin();
             updateNow();
             refresh.end();

@@ -32,7 +32,6 @@ StatisticsRefresh::~StatisticsRefresh()
 void StatisticsRefresh::begin()
 {
     CORVEL_DEBUG_HOOK();
-    again = false;
     sorted = tree && tree->isSortingEnabled();
     if (sorted) {
         indicatorShown = tree->header()->isSortIndicatorShown();

@@ -40,6 +40,7 @@ public:
         connect(tree->model(), SIGNAL(rowsRemoved(QModelIndex, int, int)), SLOT(noteRemoval()));
         connect(tree->model(), SIGNAL(layoutChanged()), SLOT(noteLayout()));
         connect(tree->header(), SIGNAL(sortIndicatorChanged(int, Qt::SortOrder)), SLOT(noteSortIndicator()));
+        connect(tree->header(), SIGNAL(sectionResized(int, int, int)), SLOT(noteSize()));
     }
 
     /** What happened since the last call. */
@@ -59,6 +60,7 @@ private Q_SLOTS:
     void noteRemoval() { m_events.append(text("removed")); }
     void noteLayout() { m_events.append(text("sorted")); }
     void noteSortIndicator() { m_events.append(text("sort indicator")); }
+    void noteSize() { m_events.append(text("resized")); }
 
 private:
     QStringList m_events;

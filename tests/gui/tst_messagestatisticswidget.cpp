@@ -176,7 +176,13 @@ void tst_MessageStatisticsWidget::gapsColumnIsVisibleWhileThereAreGaps()
     QVERIFY(view.tree.isColumnHidden(3));
     view.tree.sortByColumn(2, Qt::AscendingOrder);
     view.add("B");
+    view.coordinator.eventCounts.insert(CorvelEvent::CrcError, 1);
+    view.recorder.take();
     view("A stored=1/1/1");
+    // The column comes when the rows of messages stand, and before the row on top.
+    const QStringList events = view.recorder.take();
+    QCOMPARE(events.indexOf(text("resized")), events.indexOf(text("sorted")) + 1);
+    QVERIFY(events.indexOf(text("resized")) < events.lastIndexOf(text("inserted")));
     QVERIFY(!view.tree.isColumnHidden(3));
     const int width = view.tree.columnWidth(2);
     view.tree.resizeColumnToContents(2); // with the sort indicator in its header
