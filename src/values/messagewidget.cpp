@@ -37,7 +37,7 @@ void MessageWidget::setMessageInfo(const MessageInfo* messageInfo)
 {
     CORVEL_DEBUG_HOOK();
     // Labels that go and come withdraw and state needs, and whoever listens may come back to this form: its list holds
-    // no label that is gone already or not in the form yet, and what he builds meanwhile is newer and stays.
+    // no label that is gone already, and what he builds meanwhile is newer and stays.
     m_messageInfo = messageInfo;
     m_fieldValueLabels.clear();
     const QPointer<MessageWidget> self(this);
@@ -57,21 +57,22 @@ void MessageWidget::setMessageInfo(const MessageInfo* messageInfo)
         setWindowTitle(tr("No message type set"));
         return;
     }
-    const QVector<const FieldInfo*> fieldInfos = messageInfo->getFieldInfos();
-    QVector<FieldValueLabel*> labels;
-    Q_FOREACH (const FieldInfo* fieldInfo, fieldInfos) {
-        labels.append(new FieldValueLabel(fieldInfo, nullptr, true, -1));
-        if (!self || m_layout || m_messageInfo != messageInfo) {
-            qDeleteAll(labels);
+    m_layout = new QGridLayout(this);
+    const QPointer<QGridLayout> layout(m_layout);
+    int row = 0;
+    Q_FOREACH (const FieldInfo* fieldInfo, messageInfo->getFieldInfos()) {
+        QLabel* name = new QLabel(fieldInfo->getName());
+        FieldValueLabel* value = new FieldValueLabel(fieldInfo, nullptr, true, -1);
+        if (!layout) {
+            delete name;
+            delete value;
             return;
         }
+        layout->addWidget(name, row, 0);
+        layout->addWidget(value, row, 1);
+        m_fieldValueLabels.append(value);
+        ++row;
     }
-    m_layout = new QGridLayout(this);
-    for (int row = 0; row < labels.size(); ++row) {
-        m_layout->addWidget(new QLabel(fieldInfos.at(row)->getName()), row, 0);
-        m_layout->addWidget(labels.at(row), row, 1);
-    }
-    m_fieldValueLabels = labels;
     setWindowTitle(messageInfo->getName());
 }
 
@@ -82,10 +83,11 @@ void MessageWidget::displayMessage(const Message* message)
         setMessageInfo(nullptr);
         return;
     }
-    // Without a layout, a form of the type is still being built by somebody who waits for whom he told.
+    // With labels missing, a form of the type is still being built by somebody who waits for whom he told.
     const QPointer<MessageWidget> self(this);
-    if (message->getInfo() != getMessageInfo() || !m_layout)
-        setMessageInfo(message->getInfo());
+    const MessageInfo* info = message->getInfo();
+    if (info != getMessageInfo() || m_fieldValueLabels.size() < info->getFieldInfos().size())
+        setMessageInfo(info);
     if (!self)
         return;
     Q_FOREACH (FieldValueLabel* label, m_fieldValueLabels)

@@ -167,6 +167,12 @@ void tst_MessageWidget::listenersFindAWholeForm()
         {"type", "No message type set; No message type set"},
     };
     checkRows(rows, answered);
+    // The rows come one by one into a form that is there.
+    MessageWidget form(nullptr, nullptr);
+    QStringList seen;
+    const Answer answer([&] { seen << shown(form); });
+    form.setMessageInfo(f.type("STATE"));
+    QCOMPARE(seen, QStringList(text("No message type set: ")));
 }
 
 QTEST_MAIN(tst_MessageWidget)
