@@ -7,15 +7,15 @@
 
 CORVEL_DIAGNOSTICS("EventLogTableWidget");
 
-static void fillCell(QTableWidget* table, int row, int column, const QString& text)
+static void fillCell(QTableWidget* table, const QModelIndex& place, int column, const QString& text)
 {
     CORVEL_DEBUG_HOOK();
     // Somebody who listens may have cleared the log since the row was inserted, and even have logged anew.
-    if (row >= table->rowCount() || table->item(row, column))
+    if (!place.isValid() || table->item(place.row(), column))
         return;
     QTableWidgetItem* cell = new QTableWidgetItem(text);
     cell->setFlags(Qt::ItemIsEnabled);
-    table->setItem(row, column, cell);
+    table->setItem(place.row(), column, cell);
 }
 
 EventLogTableWidget::EventLogTableWidget(EventLog* eventLog, QWidget* parent)
@@ -51,8 +51,9 @@ void EventLogTableWidget::addEntry(EventLog::Entry entry)
     CORVEL_DEBUG_HOOK();
     const int row = rowCount();
     insertRow(row);
-    fillCell(this, row, 0, entry.time.isValid() ? entry.time.toString(Qt::ISODate) : tr("N/A"));
-    fillCell(this, row, 1, entry.event.getMessage());
+    const QPersistentModelIndex place(model()->index(row, 0)); // a table that an application lets sort moves the row
+    fillCell(this, place, 0, entry.time.isValid() ? entry.time.toString(Qt::ISODate) : tr("N/A"));
+    fillCell(this, place, 1, entry.event.getMessage());
 }
 
 void EventLogTableWidget::clear()

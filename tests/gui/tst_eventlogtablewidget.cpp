@@ -69,6 +69,10 @@ void tst_EventLogTableWidget::aSecondLogIsAdded()
     one.append(eventOf("one again"), QDateTime());
     two.append(eventOf("two again"), QDateTime());
     QCOMPARE(shown(table), lines("Time | Message\nN/A | one\nN/A | two\nN/A | one again\nN/A | two again"));
+    table.setSortingEnabled(true);
+    table.sortByColumn(0, Qt::AscendingOrder);
+    two.append(eventOf("timed"), QDateTime(QDate(2024, 5, 6), QTime(12, 0), Qt::UTC));
+    QCOMPARE(shown(table).at(1), text("2024-05-06T12:00:00Z | timed"));
     one.clear();
     QCOMPARE(table.rowCount(), 0);
 }
