@@ -103,7 +103,7 @@ protected:
     bool writeTexts(int texts);
     /** Takes the row out of its tree while it is still whole: the first thing that a destructor does. */
     void retire();
-    /** Takes out and deletes rows, which are children of this one; false when this row was deleted meanwhile. */
+    /** Takes out and deletes rows that this one made below itself; false when this row was deleted meanwhile. */
     bool deleteRows(const QList<QTreeWidgetItem*>& rows);
     /** Deletes all children, those that others added included. */
     bool deleteAllRows();

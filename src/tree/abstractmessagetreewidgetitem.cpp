@@ -134,8 +134,16 @@ bool AbstractMessageTreeWidgetItem::deleteRows(const QList<QTreeWidgetItem*>& ro
     MessageTreeWidget* tree = getTreeAround();
     const TreeUpdate update(tree);
     const RowGuard self(this);
+    QList<QTreeWidgetItem*> children;
+    Q_FOREACH (QTreeWidgetItem* row, rows) {
+        // One that somebody moved elsewhere is not among them.
+        if (row->parent() == this)
+            children.append(row);
+        else
+            delete row;
+    }
     if (tree && tree->m_holds > 0) {
-        Q_FOREACH (QTreeWidgetItem* row, rows) {
+        Q_FOREACH (QTreeWidgetItem* row, children) {
             if (!s_releasedRows.contains(ReleasedRow(this, row)))
                 s_releasedRows.append(ReleasedRow(this, row));
         }
@@ -143,7 +151,7 @@ bool AbstractMessageTreeWidgetItem::deleteRows(const QList<QTreeWidgetItem*>& ro
     }
     // The deletion of a row is told, too, and can lead to that of another: what is left to be deleted is what is here.
     QTreeWidgetItem leaving;
-    takeRows(rows, &leaving);
+    takeRows(children, &leaving);
     while (leaving.childCount() > 0)
         RowMemory::deleteRow(leaving.takeChild(0));
     return !self.isBroken();

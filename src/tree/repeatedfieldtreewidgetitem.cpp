@@ -133,15 +133,7 @@ bool RepeatedFieldTreeWidgetItem::hasSubMessages() const
 void RepeatedFieldTreeWidgetItem::removeChildItemsFrom(int count)
 {
     CORVEL_DEBUG_HOOK();
-    QList<QTreeWidgetItem*> rows;
-    Q_FOREACH (QTreeWidgetItem* row, AbstractFieldTreeWidgetItem::release(&m_childRows, count)) {
-        // One that somebody moved elsewhere is not among the children.
-        if (row->parent() == this)
-            rows.append(row);
-        else
-            delete row;
-    }
-    deleteRows(rows);
+    deleteRows(release(&m_childRows, count));
 }
 
 AbstractFieldTreeWidgetItem* RepeatedFieldTreeWidgetItem::createChildItem(int index)

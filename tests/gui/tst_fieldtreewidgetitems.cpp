@@ -112,6 +112,13 @@ void TestFieldTreeWidgetItems::singleValues()
     };
     play(rows, f, &row);
     QCOMPARE(row.getInitialExpansionPolicy(), AbstractMessageTreeWidgetItem::RestoreExpansion);
+    // A component that somebody moved goes with the other; what he put in its place stays.
+    QTreeWidgetItem elsewhere;
+    elsewhere.addChild(row.takeChild(0));
+    row.insertChild(0, new QTreeWidgetItem);
+    row.setIndex(0);
+    QCOMPARE(rowTexts(&row), lines("\nfirst | double\nlast [0] | double"));
+    QCOMPARE(elsewhere.childCount(), 0);
 }
 
 void TestFieldTreeWidgetItems::strings()
