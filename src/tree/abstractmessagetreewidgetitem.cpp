@@ -443,6 +443,7 @@ bool AbstractMessageTreeWidgetItem::writeName()
 void AbstractMessageTreeWidgetItem::setAllTexts()
 {
     CORVEL_DEBUG_HOOK();
+    const TreeUpdate update(getTreeAround());
     writeAllTexts();
 }
 

@@ -107,6 +107,15 @@ void TestMessageTreeListeners::whatComesMeanwhileIsNewer()
         f.tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
     }
     QCOMPARE(rowTexts(f.tree), f.fresh(f.second));
+    // Also columns that change while all texts are written.
+    {
+        f.row->setText(0, text("?"));
+        const Answer answer(
+            &f.tree, SIGNAL(itemChanged(QTreeWidgetItem*, int)), [&] { f.perform("columns 2,3,0"); }, 1);
+        f.row->setAllTexts();
+    }
+    QCOMPARE(rowTexts(f.tree), f.fresh(f.second));
+    f.tree.setColumns(columns("0,3,2"));
     // Also the type that the row gets, and the end of it.
     {
         const Answer answer([&] { f.row->setMessageInfo(f.otherInfo); });
