@@ -346,6 +346,14 @@
         <source>an MCAP recording says itself of what types its messages are; none can be named</source>
         <translation>eine MCAP-Aufzeichnung sagt selbst, von welchen Typen ihre Nachrichten sind; es kann keiner genannt werden</translation>
     </message>
+    <message>
+        <source>a broker&apos;s topics are of several types; --definitions FILTER=TYPE says of which</source>
+        <translation>die Themen eines Vermittlers sind von mehreren Typen; --definitions FILTER=TYP sagt, von welchen</translation>
+    </message>
+    <message>
+        <source>messages of a broker with their topics</source>
+        <translation>Nachrichten eines Vermittlers mit ihren Themen</translation>
+    </message>
 </context>
 <context>
     <name>CsvFile</name>
@@ -371,6 +379,14 @@
     <message>
         <source>these are no definitions that can be read: %1</source>
         <translation>das sind keine Definitionen, die gelesen werden können: %1</translation>
+    </message>
+    <message>
+        <source>FILTER=TYPE is expected</source>
+        <translation>FILTER=TYP wird erwartet</translation>
+    </message>
+    <message>
+        <source>there is no type &quot;%1&quot;</source>
+        <translation>einen Typ „%1“ gibt es nicht</translation>
     </message>
 </context>
 <context>
@@ -401,6 +417,45 @@
     <message>
         <source>ROS 1 message definition</source>
         <translation>Nachrichtendefinition von ROS 1</translation>
+    </message>
+</context>
+<context>
+    <name>Envelopes</name>
+    <message>
+        <source>(other topics)</source>
+        <translation>(andere Themen)</translation>
+    </message>
+    <message>
+        <source>cleared</source>
+        <translation>gelöscht</translation>
+    </message>
+    <message>
+        <source>%1 (%2, not decodable)</source>
+        <translation>%1 (%2, nicht lesbar)</translation>
+    </message>
+    <message>
+        <source>there are more than %1 topics: the %2 oldest are forgotten</source>
+        <translation>es gibt mehr als %1 Themen: die %2 ältesten werden vergessen</translation>
+    </message>
+    <message>
+        <source>unknown content</source>
+        <translation>unbekannter Inhalt</translation>
+    </message>
+    <message>
+        <source>nothing says what it is; it begins with %1</source>
+        <translation>nichts sagt, was es ist; es beginnt mit %1</translation>
+    </message>
+    <message>
+        <source>its schema, %1, did not come</source>
+        <translation>das Schema dazu, %1, kam nicht</translation>
+    </message>
+    <message>
+        <source>nothing says of what type it is</source>
+        <translation>nichts sagt, von welchem Typ es ist</translation>
+    </message>
+    <message>
+        <source>the schema %1 cannot be used: %2</source>
+        <translation>das Schema %1 kann nicht verwendet werden: %2</translation>
     </message>
 </context>
 <context>
@@ -2866,6 +2921,21 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source> (%1 times since byte %2)</source>
         <translation> (%1-mal seit Byte %2)</translation>
+    </message>
+</context>
+<context>
+    <name>TopicFilter</name>
+    <message>
+        <source>the filter of topics is empty</source>
+        <translation>der Filter der Themen ist leer</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;: a wildcard stands for whole levels</source>
+        <translation>„%1“: ein Platzhalter steht für ganze Ebenen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; stands only at the end</source>
+        <translation>„%1“ steht nur am Ende</translation>
     </message>
 </context>
 <context>

@@ -68,6 +68,11 @@ bool loadDefinitions(const SourceArguments& source, Definitions* definitions)
     QStringList errors;
     for (const QString& path : source.definitions)
         definitions->load(path, source.importPaths, &errors);
+    for (const QString& rule : source.topicTypes) {
+        QString error;
+        if (!definitions->addTopicType(rule, &error))
+            errors.append(error);
+    }
     if (!source.annotations.isEmpty())
         definitions->annotate(source.annotations, &errors);
     return complainAll(errors);

@@ -120,6 +120,7 @@ void MonitorOptions::read()
     source.typeName = arguments.stream.typeName;
     source.framing = arguments.stream.framing;
     source.container = arguments.stream.container;
+    source.topicTypes = arguments.topicTypes;
     // What messages are told apart by themselves is for every source; the rest is for those that are named here.
     const Definitions kinds;
     for (const QString& path : std::as_const(arguments.definitions))

@@ -1,6 +1,7 @@
 #include "sourcearguments.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 
 namespace
 {
@@ -33,7 +34,10 @@ QList<QCommandLineOption> SourceArguments::getOptions()
         {{QStringLiteral("definitions"), QStringLiteral("dialect"), QStringLiteral("schema")},
          QStringLiteral(
              "File of definitions: a MAVLink dialect (XML) instead of the built-in one, or a Protocol Buffers "
-             "schema, a .proto text or a descriptor set; can be repeated. MCAP recordings bring their own."),
+             "schema, a .proto text or a descriptor set; can be repeated. MCAP recordings bring their own. Or "
+             "FILTER=TYPE, such as \"fleet/+/car=demo.Car\": what the topics of a broker are that do not say it, a "
+             "type "
+             "of these files, \"mavlink\" or \"json\"."),
          file},
         {QStringLiteral("import-path"),
          QStringLiteral("Folder in which imports of schemas are looked for; can be repeated."),
@@ -57,7 +61,10 @@ bool SourceArguments::read(const QCommandLineParser& parser, QString* error)
             return false;
         }
     }
-    definitions = parser.values(QStringLiteral("definitions"));
+    for (const QString& value : parser.values(QStringLiteral("definitions"))) {
+        const bool isRule = value.contains(QLatin1Char('=')) && !QFileInfo::exists(value);
+        (isRule ? topicTypes : definitions).append(value);
+    }
     importPaths = parser.values(QStringLiteral("import-path"));
     annotations = parser.value(QStringLiteral("annotations"));
     stream.container = parser.value(QStringLiteral("format"));

@@ -19,6 +19,7 @@ public:
     bool read(const QCommandLineParser& parser, QString* error);
 
     QStringList definitions; ///< files of definitions, in the order in which they are named
+    QStringList topicTypes;  ///< rules for Definitions::addTopicType(), in that order
     QStringList importPaths; ///< where imports of these are looked for
     QString annotations;     ///< a file; empty for none but those beside the definitions
     StreamOptions stream;    ///< without the definitions, which are loaded later

@@ -39,6 +39,8 @@ QString kindText(const StreamProblem& problem)
         return QStringLiteral("annotation");
     case StreamProblem::UnrecognizedStream:
         return problem.text;
+    case StreamProblem::SenderGone:
+        return QStringLiteral("gone");
     }
     return QString();
 }
@@ -54,6 +56,8 @@ ReceivedMessage::ReceivedMessage()
     , timeRest(-1)
     , publishTimeRest(-1)
     , row(-1)
+    , isKept(false)
+    , sequenceBits(0)
     , time(Message::NoTime)
     , publishTime(Message::NoTime)
     , sequence(Message::NoSequence)
@@ -83,8 +87,8 @@ StreamProblem::StreamProblem()
 
 QString StreamProblem::describe(const QString& senderName) const
 {
-    QString line = kindText(*this);
-    if (hasFrame) {
+    QString line = kind == SenderGone ? senderName + QStringLiteral(" is ") + kindText(*this) : kindText(*this);
+    if (hasFrame && kind != SenderGone) {
         line += QStringLiteral(", id %1").arg(id);
         if (!senderName.isEmpty())
             line += QStringLiteral(", sender ") + senderName;

@@ -1,6 +1,7 @@
 #include "container.h"
 
 #include "delimitedcontainer.h"
+#include "envelopecontainer.h"
 #include "mavlinkcontainer.h"
 #include "mcapcontainer.h"
 #include "recordingindex.h"
@@ -12,7 +13,8 @@
 // The table of containers: to add one, add its row here, where no earlier one takes its streams for its own.
 const QVector<const Container*>& Container::getAll()
 {
-    static const QVector<const Container*> all{&McapContainer, &TlogContainer, &MavlinkContainer, &DelimitedContainer};
+    static const QVector<const Container*> all{&McapContainer, &EnvelopeContainer, &TlogContainer, &MavlinkContainer,
+                                               &DelimitedContainer};
     return all;
 }
 

@@ -6,6 +6,7 @@
 #include "formatinfo.h"
 #include "formatregistry.h"
 #include "messageinfo.h"
+#include "topicfilter.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -14,6 +15,8 @@
 #include <QSet>
 
 #include <algorithm>
+#include <mutex>
+#include <utility>
 
 // Enough to tell one kind of file from another, whatever stands before the first element.
 static const int HeadSize = 1024;
@@ -50,7 +53,9 @@ struct Definitions::Private
 
     const std::vector<std::unique_ptr<Encoding>> encodings = createEncodings();
     std::vector<Annotation> annotations;
-    QSet<const FormatInfo*> annotated; // of complete encodings, what got the annotations that there are
+    QSet<const FormatInfo*> annotated;           // of complete encodings, what got the annotations that there are
+    std::mutex mutex;                            // for what follows
+    QVector<QPair<QString, QString>> topicTypes; // by filter, in the order in which they were said
 };
 
 Definitions::Definitions()
@@ -259,6 +264,39 @@ const MessageInfo* Definitions::findType(const QString& name, QString* error) co
         if (const MessageInfo* const info = encoding->findType(name, error))
             return info;
     return nullptr;
+}
+
+bool Definitions::addTopicType(const QString& rule, QString* error)
+{
+    const int equals = int(rule.lastIndexOf(QLatin1Char('=')));
+    const QString filter = rule.left(equals);
+    const QString type = rule.mid(equals + 1);
+    QString reason = equals < 0 ? QCoreApplication::translate("Definitions", "FILTER=TYPE is expected")
+                                : TopicFilter::describeFault(filter);
+    if (reason.isEmpty()) {
+        const Encoding* const encoding = find(type);
+        const bool needsNoType =
+            encoding && (encoding->getTraits().isSelfDescribing || encoding->getTraits().isComplete);
+        if (type.isEmpty() || (!needsNoType && !findType(type, &reason) && reason.isEmpty()))
+            reason = QCoreApplication::translate("Definitions", "there is no type \"%1\"").arg(type);
+    }
+    if (!reason.isEmpty()) {
+        *error = rule + QLatin1String(": ") + reason;
+        return false;
+    }
+    const std::lock_guard<std::mutex> lock(m_private->mutex);
+    if (!m_private->topicTypes.contains({filter, type})) // a source that is opened again says it again
+        m_private->topicTypes.append({filter, type});
+    return true;
+}
+
+QString Definitions::getTopicType(const QString& topic) const
+{
+    const std::lock_guard<std::mutex> lock(m_private->mutex);
+    for (const QPair<QString, QString>& one : std::as_const(m_private->topicTypes))
+        if (TopicFilter::matches(one.first, topic))
+            return one.second;
+    return QString();
 }
 
 TypeSchema Definitions::schemaOf(const MessageInfo* info) const

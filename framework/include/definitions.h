@@ -126,6 +126,19 @@ public:
     /** The one of that name; null with the reason in @p error, which must not be null. Any thread. */
     const MessageInfo* findType(const QString& name, QString* error) const;
 
+    /**
+     * Says what the payloads of topics are that say nothing of it themselves: "FILTER=TYPE".
+     *
+     * The filter is one of MQTT ("fleet/+/car") or NATS ("fleet.*.car"); of several that match a topic the first one
+     * holds. The type is the full name of one that files have, which are loaded before, or the name of an encoding
+     * whose messages need none, such as "mavlink" or "json".
+     *
+     * @param error  what is wrong with the rule when false is returned; must not be null
+     */
+    bool addTopicType(const QString& rule, QString* error);
+    /** The type that was said for a topic, as it was said; empty for none. Any thread. */
+    QString getTopicType(const QString& topic) const;
+
     /** The schema of a type as a recording keeps it; empty where it has none. Any thread. */
     TypeSchema schemaOf(const MessageInfo* info) const;
 

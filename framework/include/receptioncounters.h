@@ -26,6 +26,8 @@ public:
 
     /** Messages of a row; 0 also for one that does not exist. */
     quint64 getCount(int row) const { return m_counts.value(row); }
+    /** Those of them that a server had from before: they did not come at that rate. */
+    quint64 getKeptCount(int row) const { return m_kept.value(row); }
 
     quint64 getMessageCount() const { return m_messages; }     ///< messages of known types
     quint64 getUnknownCount() const { return m_unknown; }      ///< frames of unknown types
@@ -41,6 +43,7 @@ public:
 
 private:
     QVector<quint64> m_counts; // by row
+    QMap<int, quint64> m_kept; // by row
     QMap<quint32, quint64> m_checksumFailures;
     quint64 m_messages;
     quint64 m_unknown;

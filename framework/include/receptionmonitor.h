@@ -101,7 +101,7 @@ private Q_SLOTS:
 private:
     Q_DISABLE_COPY(ReceptionMonitor)
 
-    void countFirst(const ReceivedMessage& message, int row);
+    void countFirst(const ReceivedMessage& message, int row, quint64 modulus);
     void reportUnknown(const ReceivedMessage& message, int row);
     void reportLeap(qint64 step);
     void report(int type, const QString& text, const QDateTime& time, const QString& kind = QString());

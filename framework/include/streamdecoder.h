@@ -31,6 +31,8 @@ struct CORVELFRAMEWORK_EXPORT ReceivedMessage
     qint16 timeRest;         ///< nanoseconds beyond time, 0 to 999, or -1 where the format has none
     qint16 publishTimeRest;  ///< the same of publishTime
     int row;                 ///< of the type and sender, see StreamIdentities; -1 before it was looked up
+    bool isKept;             ///< it is from before, and of no known age: it says what is, and not that it just came
+    quint8 sequenceBits;     ///< of the numbers that sequence is one of; 0 for those of the whole stream
     qint64 time;             ///< microseconds since 1970, or Message::NoTime
     qint64 publishTime;      ///< when the sender sent it; Message::NoTime where that is the same or not known
     qint64 sequence;         ///< the sender's number of the message, or Message::NoSequence
@@ -52,7 +54,9 @@ struct CORVELFRAMEWORK_EXPORT StreamProblem
         DisorderedTimes,    ///< messages are handed out in another order than that of their times
         ServerNotice,       ///< what a server says of itself; text has it, id is its level: 0, or 1 to warn, or 2
         FaultyAnnotation,   ///< the annotations of a type that came are wrong; text tells where and why
-        UnrecognizedStream  ///< nobody knows so far what it is that comes; text has its beginning
+        UnrecognizedStream, ///< nobody knows so far what it is that comes; text has its beginning
+        SenderGone ///< a sender has ended or vanished, as it or its server says; id is that of its type that has,
+                   ///< or 0 for all of them, text may tell why
     };
 
     StreamProblem();

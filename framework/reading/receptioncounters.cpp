@@ -24,6 +24,8 @@ void ReceptionCounters::countMessage(const ReceivedMessage& message, int row)
     else
         ++m_unknown;
     m_bytes += quint64(message.size);
+    if (message.isKept)
+        ++m_kept[row];
 }
 
 void ReceptionCounters::changeTypes(const StreamIdentities& identities)
@@ -58,6 +60,7 @@ void ReceptionCounters::countProblem(const StreamProblem& problem)
     case StreamProblem::ServerNotice:
     case StreamProblem::FaultyAnnotation:
     case StreamProblem::UnrecognizedStream:
+    case StreamProblem::SenderGone:
         break; // says nothing about the bytes that came
     }
 }

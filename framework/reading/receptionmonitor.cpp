@@ -29,6 +29,7 @@ CorvelEvent::Type typeOf(StreamProblem::Kind kind)
     case StreamProblem::InputFailure:
     case StreamProblem::ServerNotice:
     case StreamProblem::UnrecognizedStream:
+    case StreamProblem::SenderGone:
         return CorvelEvent::SourceEvent;
     case StreamProblem::UnusableDefinition:
     case StreamProblem::FaultyAnnotation:
@@ -116,8 +117,9 @@ void ReceptionMonitor::countMessage(const ReceivedMessage& message, int row)
 {
     if (m_modulus == 0) // it may not have been known yet what comes
         m_modulus = m_decoder->getSequenceModulus();
-    if (!m_coordinator->countMessage(m_stream, row, message.info, message.time, message.sequence, m_modulus))
-        countFirst(message, row);
+    const quint64 modulus = message.sequenceBits ? quint64(1) << message.sequenceBits : m_modulus;
+    if (!m_coordinator->countMessage(m_stream, row, message.info, message.time, message.sequence, modulus))
+        countFirst(message, row, modulus);
     if (message.time != Message::NoTime) {
         const qint64 step = m_time == Message::NoTime ? 0 : message.time - m_time;
         m_time = message.time;
@@ -129,11 +131,11 @@ void ReceptionMonitor::countMessage(const ReceivedMessage& message, int row)
 }
 
 /** Counts a message whose row has no statistics of its own, at least not yet, or had another type. */
-void ReceptionMonitor::countFirst(const ReceivedMessage& message, int row)
+void ReceptionMonitor::countFirst(const ReceivedMessage& message, int row, quint64 modulus)
 {
     const int sender = m_identities->getRows().at(row).sender;
     m_coordinator->findOrCreate(m_stream, row, originOf(row))->addReception(message.time);
-    m_coordinator->countNumber(m_stream, sender, m_identities->getSenderName(sender), message.sequence, m_modulus);
+    m_coordinator->countNumber(m_stream, sender, m_identities->getSenderName(sender), message.sequence, modulus);
     if (message.time != Message::NoTime)
         m_coordinator->setCurrentTime(m_stream, message.time);
 }
@@ -153,7 +155,7 @@ MessageStatisticsCoordinator::Origin ReceptionMonitor::originOf(int number) cons
 void ReceptionMonitor::processProblem(const StreamProblem& problem)
 {
     // The number of a frame that was cut off is not missed by anything.
-    if (problem.hasFrame && problem.kind != StreamProblem::TruncatedFrame)
+    if (problem.hasFrame && problem.kind != StreamProblem::TruncatedFrame && problem.kind != StreamProblem::SenderGone)
         m_coordinator->countFailure(m_stream, m_identities->findSender(problem.sender));
     const QString text = problem.describe(problem.hasFrame ? m_decoder->getSenderName(problem.sender) : QString());
     if (problem.kind == StreamProblem::UnusableDefinition) {

@@ -125,7 +125,8 @@ void MessageTypeModel::noteCounts()
     if (m_marks.size() > MarkCount)
         m_marks.removeFirst();
     for (Row& row : m_rows) {
-        row.marks.append(row.count);
+        // What a server had from before did not come at any rate.
+        row.marks.append(row.count - row.session->getCounters().getKeptCount(row.number));
         if (row.marks.size() > m_marks.size())
             row.marks.removeFirst();
         const qint64 since = m_marks.at(m_marks.size() - row.marks.size());

@@ -59,6 +59,17 @@ bool SourceFactory::readOptions(const SourceOptions& options, StreamOptions* str
     stream->container = options.container;
     stream->typeName = options.typeName;
     stream->framing = options.framing;
+    if (!loadNamed(options, stream, error))
+        return false;
+    for (const QString& rule : options.topicTypes)
+        if (!m_definitions->addTopicType(rule, error))
+            return false;
+    return true;
+}
+
+/** Loads the definitions that a source names, if it names any. */
+bool SourceFactory::loadNamed(const SourceOptions& options, StreamOptions* stream, QString* error)
+{
     if (options.definitions.isEmpty())
         return true;
     if (hasNamedTypes(options)) {

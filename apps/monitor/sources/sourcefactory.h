@@ -25,6 +25,7 @@ struct SourceOptions
     QStringList moreSchemas; ///< of Protocol Buffers, which are loaded besides
     QString framing;         ///< "varint", "u32", "datagram", or empty to find out
     QString container;       ///< the name of what it is; empty to find out
+    QStringList topicTypes;  ///< rules for Definitions::addTopicType()
 
     SimulatorInput::Device simulated = SimulatorInput::Vehicle; ///< where there is no address
 
@@ -84,6 +85,7 @@ public:
     void setKnownFormats(QVector<const FormatInfo*> formats);
 
 private:
+    bool loadNamed(const SourceOptions& options, StreamOptions* stream, QString* error);
     bool readOptions(const SourceOptions& options, StreamOptions* stream, QString* error);
 
     Definitions* const m_definitions; // stay when this is gone, because views remember types by their addresses

@@ -239,7 +239,8 @@ void TestDump::saysWhatIsWrong()
         {"corvel-dump /bin/sh", "! corvel-dump: /bin/sh: not recognised: it begins with 7F 45 4C 46 ...\n= 2"},
         {"corvel-dump text",
          "! corvel-dump: text: not recognised: it begins with 4E 6F 74 20 61 20 72 65 63 6F 72 64 69 6E 67 2E; "
-         "what can be read: MCAP recordings (mcap), MAVLink frames with times before them (tlog), "
+         "what can be read: MCAP recordings (mcap), messages of a broker with their topics (envelopes), MAVLink frames "
+         "with times before them (tlog), "
          "MAVLink frames (raw), ...\n= 2"},
         {"corvel-dump empty", "! corvel-dump: empty: the input is empty\n= 2"},
         {"true | corvel-dump -", "! corvel-dump: standard input: the input is empty\n= 2"},
@@ -264,8 +265,8 @@ void TestDump::saysWhatIsWrong()
         {"corvel-dump", "! corvel-dump: no input is named\n! corvel-dump: see corvel-dump --help\n= 1"},
         {"corvel-dump good.bin good.bin", "! corvel-dump: more than one input is named\n...\n= 1"},
         {"corvel-dump --nonsense good.bin", "! corvel-dump: Unknown option 'nonsense'.\n...\n= 1"},
-        {"corvel-dump --format xml good.bin",
-         "! corvel-dump: --format is \"xml\"; it can be \"mcap\", \"tlog\", \"raw\" or \"delimited\"\n...\n= 1"},
+        {"corvel-dump --format xml good.bin", "! corvel-dump: --format is \"xml\"; it can be \"mcap\", \"envelopes\", "
+                                              "\"tlog\", \"raw\" or \"delimited\"\n...\n= 1"},
         {"corvel-dump --format raw --format raw good.bin", "! corvel-dump: --format can be given once\n...\n= 1"},
         {"corvel-dump udp::99999", "! corvel-dump: udp::99999: \"99999\" is no port; ports are 1 to 65535\n...\n= 1"},
         {"corvel-dump --interpreted --stats good.bin",

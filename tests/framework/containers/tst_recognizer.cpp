@@ -36,6 +36,8 @@ void tst_Recognizer::initTestCase()
 {
     using namespace McapFixtures;
     m_script.define("mcap", Recording(settings(McapWriter::Zstd, 700)).finished());
+    m_script.define("envelopes", "\x89"
+                                 "CVE\x20");
     m_script.define("noise", "stray bytes, twenty.");
     m_script.define("muchnoise", QByteArray(65536, 'x'));
     m_script.define("nothing", "");
@@ -88,6 +90,7 @@ void tst_Recognizer::streamsAreRecognised()
         {"mcap, raw", "raw 0"},
         {"H1 H2", "raw 21"},
         {"H1 H2, live", "raw 21"},
+        {"envelopes", "envelopes 4"},
         {"noise H1 H2 H3 H4", "raw 41"}, // proven by its checksum
         {"H1<9 H1 H2", "raw 21"},
         {"tlog", "tlog 29"},
