@@ -4,6 +4,7 @@
 
 MessageOutput::MessageOutput(const StreamDecoder* decoder)
     : m_decoder(decoder)
+    , m_dropped(0)
 {
 }
 
@@ -12,6 +13,13 @@ MessageOutput::~MessageOutput() {}
 void MessageOutput::setDecoder(const StreamDecoder* decoder)
 {
     m_decoder = decoder;
+}
+
+QStringList MessageOutput::takeNotices()
+{
+    QStringList notices;
+    notices.swap(m_notices);
+    return notices;
 }
 
 qint64 MessageOutput::now()

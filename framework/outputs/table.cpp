@@ -17,9 +17,15 @@ const OutputKind& OutputKind::findFor(const StreamDecoder* decoder)
 {
     const QLatin1String name(decoder->getRecordingName());
     for (const OutputKind* kind : getAll())
-        if (QLatin1String(kind->name) == name)
+        if (kind->isFile() && QLatin1String(kind->name) == name)
             return *kind;
-    return *getAll().constLast();
+    return McapOutputKind;
+}
+
+QStringList OutputKind::getParameters() const
+{
+    const QString names = QString::fromLatin1(parameters);
+    return names.isEmpty() ? QStringList() : names.split(QLatin1Char(' '));
 }
 
 QString OutputKind::getTitle() const

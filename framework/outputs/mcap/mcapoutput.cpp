@@ -29,7 +29,20 @@ MessageOutput* create(const OutputKind::Surroundings& surroundings, const Stream
 } // namespace
 
 // A chunk is compressed, and the better the longer it is.
-const OutputKind McapOutputKind = {"mcap", QT_TRANSLATE_NOOP("OutputKind", "MCAP recordings"), "mcap", 1000, create};
+const OutputKind McapOutputKind = {"mcap",
+                                   QT_TRANSLATE_NOOP("OutputKind", "MCAP recordings"),
+                                   "mcap",
+                                   1000,
+                                   "",
+                                   "FILE.mcap",
+                                   "flight.mcap",
+                                   0,
+                                   0,
+                                   "",
+                                   "",
+                                   nullptr,
+                                   create,
+                                   nullptr};
 
 McapOutput::McapOutput(const OutputKind::Surroundings& surroundings, const StreamDecoder* decoder)
     : MessageOutput(decoder)

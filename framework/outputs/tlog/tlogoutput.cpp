@@ -20,7 +20,20 @@ MessageOutput* create(const OutputKind::Surroundings& surroundings, const Stream
 
 } // namespace
 
-const OutputKind TlogOutputKind = {"tlog", QT_TRANSLATE_NOOP("OutputKind", "MAVLink recordings"), "tlog", 100, create};
+const OutputKind TlogOutputKind = {"tlog",
+                                   QT_TRANSLATE_NOOP("OutputKind", "MAVLink recordings"),
+                                   "tlog",
+                                   100,
+                                   "",
+                                   "FILE.tlog",
+                                   "flight.tlog",
+                                   0,
+                                   OutputKind::AsItCameProperty,
+                                   "tlog",
+                                   "",
+                                   nullptr,
+                                   create,
+                                   nullptr};
 
 TlogOutput::TlogOutput(QIODevice* device, const StreamDecoder* decoder)
     : MessageOutput(decoder)

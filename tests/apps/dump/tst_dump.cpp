@@ -1,4 +1,5 @@
 #include "mcapfixtures.h"
+#include "samplemessage.h"
 #include "shellrun.h"
 #include "testbase.h"
 #include "testfolder.h"
@@ -9,41 +10,6 @@
 namespace
 {
 
-const char Dialect[] = R"(<?xml version="1.0"?>
-<mavlink>
-  <enums>
-    <enum name="LIGHTS" bitmask="true">
-      <entry value="1" name="LEFT"/>
-      <entry value="4" name="RIGHT"/>
-    </enum>
-  </enums>
-  <messages>
-    <message id="200" name="SAMPLE">
-      <description>All kinds of fields.</description>
-      <field type="char" name="letter">x</field>
-      <field type="int64_t" name="least">x</field>
-      <field type="uint64_t" name="most">x</field>
-      <field type="double" name="tenth">x</field>
-      <field type="float" name="tenthf" units="m/s">x</field>
-      <field type="float" name="none">x</field>
-      <field type="float" name="below">x</field>
-      <field type="char[8]" name="text">x</field>
-      <field type="uint16_t[3]" name="list">x</field>
-      <field type="uint8_t" name="lights" enum="LIGHTS">x</field>
-      <extensions/>
-      <field type="uint8_t" name="extra">x</field>
-    </message>
-  </messages>
-</mavlink>
-)";
-
-// Frames of system 7, component 9, in hexadecimal: three of the message above, which differ in their texts, and
-// heartbeats by their sequence numbers.
-const QByteArray Numbers = "0709C8 0000000000000080 FFFFFFFFFFFFFFFF 9A9999999999B93F CDCCCC3D 0000C07F 000080FF"
-                           "010000 00FFFF 41";
-const QByteArray Sample1 = "FE3401" + Numbers + "61225C0AC3A9FF00 0D 9564";
-const QByteArray Sample2 = "FE3402" + Numbers + "3132333435363738 0D 4A4E";
-const QByteArray Sample3 = "FE3403" + Numbers + "0000000000000000 0D CAE3";
 const QByteArray Values = "0709002A0100000203510403";
 const QByteArray Heartbeat1 = "FE0901" + Values + "BA64";
 const QByteArray Heartbeat2 = "FE0902" + Values + "84E7";
@@ -79,6 +45,7 @@ private Q_SLOTS:
 
 void TestDump::initTestCase()
 {
+    using namespace SampleMessage;
     m_folder.write("test.xml", Dialect);
     writeHex("h.tlog", "0004F94AE6B16240 FE0911" + Values + "6DB2 0000000000000000 FE0912" + Values +
                            "5331 0384440CCC736000 FE09FF" + Values + "6D33");

@@ -1,0 +1,328 @@
+#include "relay.h"
+
+#include "formatinfo.h"
+#include "inputkind.h"
+#include "relaysource.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QUuid>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace
+{
+
+const int LookMs = 20;
+// What a service manager waits for at least.
+const int LongestEndMs = 5000;
+
+void tell(const QString& text)
+{
+    std::fprintf(stderr, "corvel-relay: %s\n", qPrintable(text));
+}
+
+} // namespace
+
+Relay::Relay(const RelayOptions& options)
+    : m_options(options)
+    , m_publisher(&m_definitions)
+{
+    connect(&m_timer, &QTimer::timeout, this, &Relay::look);
+    connect(&m_statsTimer, &QTimer::timeout, this, &Relay::printCounts);
+}
+
+Relay::~Relay() {}
+
+int Relay::start()
+{
+    if (!loadDefinitions())
+        return Unwritable;
+    QString error;
+    const QVector<const FormatInfo*> formats = m_definitions.getCompleteFormats() + m_definitions.getSchemaFormats();
+    if (!m_selection.setUp(m_options.selections, formats, false, &error)) {
+        tell(error);
+        return WrongUsage;
+    }
+    if (!openOutlets())
+        return Unwritable;
+    openSources();
+    m_timer.start(LookMs);
+    if (m_options.statsMs > 0)
+        m_statsTimer.start(int(qMin<qint64>(m_options.statsMs, 1 << 30)));
+    m_sinceStats.start();
+    return -1;
+}
+
+bool Relay::loadDefinitions()
+{
+    QStringList errors;
+    for (const QString& path : m_options.source.definitions)
+        m_definitions.load(path, m_options.source.importPaths, &errors);
+    if (!m_options.source.annotations.isEmpty())
+        m_definitions.annotate(m_options.source.annotations, &errors);
+    m_definitions.publish(&errors);
+    for (const QString& error : errors)
+        tell(error);
+    return errors.isEmpty();
+}
+
+bool Relay::openBufferFolder(QString* error)
+{
+    m_bufferFolder = m_options.bufferFolder;
+    if (m_bufferFolder.isEmpty()) {
+        m_temporary.reset(new QTemporaryDir);
+        m_bufferFolder = m_temporary->path();
+        *error = m_temporary->errorString();
+        return m_temporary->isValid();
+    }
+    // Two programs would take each other's messages away.
+    m_lock.reset(new QLockFile(m_bufferFolder + QLatin1String("/lock")));
+    m_lock->setStaleLockTime(0);
+    if (QDir().mkpath(m_bufferFolder) && m_lock->tryLock(0))
+        return true;
+    *error = m_lock->error() == QLockFile::LockFailedError
+                 ? QStringLiteral("%1 is in use by another corvel-relay").arg(m_bufferFolder)
+                 : QStringLiteral("%1 cannot be written").arg(m_bufferFolder);
+    return false;
+}
+
+Outlet::Settings Relay::settingsFor(const OutputAddress& address, const QString& run) const
+{
+    Outlet::Settings settings;
+    settings.files = m_options.files;
+    settings.files.definitions = &m_definitions;
+    const QByteArray name = QCryptographicHash::hash(address.getName().toUtf8(), QCryptographicHash::Sha256).toHex();
+    settings.queue.folder =
+        QStringLiteral("%1/%2-%3")
+            .arg(m_bufferFolder, QLatin1String(address.kind->name), QString::fromLatin1(name.left(12)));
+    settings.queue.run = run;
+    settings.queue.isKept = !m_options.bufferFolder.isEmpty();
+    settings.queue.isAcknowledged = address.kind->isAcknowledged();
+    settings.queue.limit = m_options.buffer;
+    return settings;
+}
+
+bool Relay::openOutlets()
+{
+    // A recording that was made is not lost for a command line that is repeated; live the next one goes on.
+    const bool isLive = std::any_of(m_options.inputs.begin(), m_options.inputs.end(),
+                                    [](const InputAddress& address) { return address.kind->isLive(); });
+    const bool isSeries = m_options.files.splitSize > 0 || m_options.files.splitTime > 0;
+    for (const OutputAddress& address : m_options.outputs) {
+        if (address.kind->isFile() && !isLive && !isSeries && !m_options.files.isReplaced &&
+            QFileInfo::exists(address.path)) {
+            tell(QStringLiteral("%1 is there already; --overwrite replaces it").arg(address.path));
+            return false;
+        }
+    }
+    QString error;
+    if (!openBufferFolder(&error)) {
+        tell(error);
+        return false;
+    }
+    const QString run = QUuid::createUuid().toString().mid(1, 36);
+    for (const OutputAddress& address : m_options.outputs) {
+        m_outlets.emplace_back(new Outlet(address, settingsFor(address, run)));
+        const OutputQueue::Counts counts = m_outlets.back()->getCounts().queue;
+        if (!m_outlets.back()->start(&error)) {
+            tell(error);
+            return false;
+        }
+        const quint64 waiting = m_outlets.back()->getCounts().queue.waitingMessages;
+        if (waiting > counts.waitingMessages)
+            tell(QStringLiteral("%1: goes on with %2 messages that an earlier run left")
+                     .arg(address.getName())
+                     .arg(waiting));
+    }
+    m_lastCounts.resize(int(m_outlets.size()));
+    m_isFailureTold.resize(int(m_outlets.size()));
+    return true;
+}
+
+void Relay::openSources()
+{
+    StreamOptions options = m_options.source.stream;
+    options.definitions = &m_definitions;
+    m_sources.resize(std::size_t(m_options.inputs.size()));
+    for (std::size_t i = 0; i < m_sources.size(); ++i) {
+        Source& source = m_sources[i];
+        source.tap.reset(new Tap(this, int(i)));
+        source.source.reset(new RelaySource(m_options.inputs.at(int(i)), options, m_options.speed, source.tap.get()));
+        connect(source.source.get(), &RelaySource::recognized, this, [this, i] { findTakers(&m_sources[i]); });
+        connect(source.source.get(), &RelaySource::received, this, [this] {
+            for (const std::unique_ptr<Outlet>& outlet : m_outlets)
+                outlet->seal();
+            hold();
+        });
+        connect(source.source.get(), &RelaySource::told, this, [](const QString& text) { tell(text); });
+    }
+    for (const Source& source : m_sources)
+        source.source->start();
+}
+
+/** Finds the outputs that can take what the source brings, and tells of the others. */
+void Relay::findTakers(Source* source)
+{
+    const StreamDecoder* const decoder = source->source->getDecoder();
+    source->decoder = decoder;
+    source->takers.fill(true, int(m_outlets.size()));
+    for (std::size_t i = 0; i < m_outlets.size(); ++i) {
+        if (m_outlets[i]->takes(decoder))
+            continue;
+        source->takers[int(i)] = false;
+        tell(QStringLiteral(
+                 "%1 does not take what %2 brings: only MAVLink has frames that can be passed on as they came")
+                 .arg(m_outlets[i]->getAddress().getName(), source->source->getAddress().toString()));
+        m_hasFailed = true;
+    }
+}
+
+bool Relay::isSelected(Source* source, const ReceivedMessage& message)
+{
+    if (m_options.selections.isEmpty())
+        return true;
+    while (source->isSelected.size() <= message.row)
+        source->isSelected.append(-1);
+    signed char& known = source->isSelected[message.row];
+    if (known < 0) {
+        const StreamIdentities& identities = source->source->getIdentities();
+        const QString sender = identities.getSenderName(identities.getRows().at(message.row).sender);
+        known = message.info && m_selection.choose(message.info, sender).isPrinted;
+    }
+    return known > 0;
+}
+
+void Relay::pass(int number, const ReceivedMessage& message)
+{
+    Source& source = m_sources[std::size_t(number)];
+    const StreamDecoder* const decoder = source.source->getDecoder();
+    if (decoder != source.decoder)
+        findTakers(&source);
+    if (m_isEnding || !isSelected(&source, message))
+        return;
+    MessagePublisher::Published& published =
+        m_publisher.publish(number, message, source.source->getIdentities(), decoder);
+    for (std::size_t i = 0; i < m_outlets.size(); ++i)
+        if (source.takers.at(int(i)))
+            m_outlets[i]->processMessage(&m_publisher, &published);
+}
+
+void Relay::passDamage(int number, const StreamProblem& problem)
+{
+    const Source& source = m_sources[std::size_t(number)];
+    if (!problem.data || m_isEnding || !source.decoder || !m_options.selections.isEmpty())
+        return;
+    for (std::size_t i = 0; i < m_outlets.size(); ++i)
+        if (source.takers.at(int(i)) && m_outlets[i]->getAddress().kind->takesBytesAsTheyCame())
+            m_outlets[i]->processDamage(problem);
+}
+
+/** Lets recordings wait for outputs that are behind. */
+void Relay::hold()
+{
+    const bool isHeld = std::any_of(m_outlets.begin(), m_outlets.end(),
+                                    [](const std::unique_ptr<Outlet>& outlet) { return outlet->isHolding(); });
+    for (const Source& source : m_sources)
+        if (!source.source->isEnded())
+            source.source->setPaused(isHeld);
+}
+
+void Relay::look()
+{
+    hold();
+    for (std::size_t i = 0; i < m_outlets.size(); ++i) {
+        const QString name = m_outlets[i]->getAddress().getName();
+        for (const QString& notice : m_outlets[i]->takeNotices())
+            tell(QStringLiteral("%1: %2").arg(name, notice));
+        const QString error = m_outlets[i]->getError();
+        if (error.isEmpty() || m_isFailureTold.at(int(i)))
+            continue;
+        tell(QStringLiteral("%1; the other outputs go on").arg(error));
+        m_isFailureTold[int(i)] = true;
+        m_hasFailed = true;
+    }
+    const bool isAnyLeft = m_isFailureTold.contains(false);
+    if (!m_isEnding && (!isAnyLeft || std::all_of(m_sources.begin(), m_sources.end(),
+                                                  [](const Source& source) { return source.source->isEnded(); })))
+        endOutlets();
+    if (!m_isEnding)
+        return;
+    if (m_sinceInterrupt.isValid() && m_sinceInterrupt.hasExpired(LongestEndMs)) {
+        m_sinceInterrupt.invalidate();
+        for (const std::unique_ptr<Outlet>& outlet : m_outlets)
+            if (!outlet->isEnded())
+                outlet->abandon();
+    }
+    if (std::all_of(m_outlets.begin(), m_outlets.end(),
+                    [](const std::unique_ptr<Outlet>& outlet) { return outlet->isEnded(); }))
+        finish();
+}
+
+void Relay::interrupt()
+{
+    if (m_sinceInterrupt.isValid())
+        return;
+    m_sinceInterrupt.start();
+    if (!m_isEnding)
+        endOutlets();
+}
+
+void Relay::endOutlets()
+{
+    m_isEnding = true;
+    for (const Source& source : m_sources) {
+        m_hasFailed = m_hasFailed || source.source->hasFailed();
+        if (!source.source->isEnded())
+            source.source->stop();
+    }
+    for (const std::unique_ptr<Outlet>& outlet : m_outlets)
+        outlet->end();
+}
+
+void Relay::finish()
+{
+    m_timer.stop();
+    m_statsTimer.stop();
+    for (const std::unique_ptr<Outlet>& outlet : m_outlets) {
+        const QString name = outlet->getAddress().getName();
+        for (const QString& notice : outlet->takeNotices())
+            tell(QStringLiteral("%1: %2").arg(name, notice));
+        const Outlet::Counts counts = outlet->getCounts();
+        if (counts.dropped > 0)
+            tell(QStringLiteral("%1: %2 messages were dropped").arg(name).arg(counts.dropped));
+        if (counts.queue.waitingMessages == 0)
+            continue;
+        const bool isKept = !m_options.bufferFolder.isEmpty();
+        m_hasFailed = m_hasFailed || !isKept;
+        tell((isKept
+                  ? QStringLiteral("%1: %2 messages wait in %3 for the next run")
+                  : QStringLiteral("%1: %2 messages are lost; with --buffer-folder they would wait for the next run"))
+                 .arg(name)
+                 .arg(counts.queue.waitingMessages)
+                 .arg(m_options.bufferFolder));
+    }
+    if (m_options.statsMs > 0)
+        printCounts();
+    Q_EMIT ended(m_hasFailed ? Unwritable : Success);
+}
+
+void Relay::printCounts()
+{
+    const double seconds = qMax<qint64>(1, m_sinceStats.restart()) / 1000.;
+    for (std::size_t i = 0; i < m_outlets.size(); ++i) {
+        const Outlet::Counts counts = m_outlets[i]->getCounts();
+        const double rate = double(counts.messages - m_lastCounts.at(int(i))) / seconds;
+        m_lastCounts[int(i)] = counts.messages;
+        tell(QStringLiteral("%1: %2 messages, %3 bytes, %4/s, %5 waiting (%6 bytes, %7 on disk), %8 dropped")
+                 .arg(m_outlets[i]->getAddress().getName())
+                 .arg(counts.messages)
+                 .arg(counts.bytes)
+                 .arg(rate, 0, 'f', 1)
+                 .arg(counts.queue.waitingMessages)
+                 .arg(counts.queue.waitingBytes)
+                 .arg(counts.queue.bytesOnDisk)
+                 .arg(counts.dropped));
+    }
+}
