@@ -8,16 +8,21 @@
 #include <cstddef>
 #include <cstdint>
 
-// Types are kept for ever, so each message has definitions of its own.
-static MessageReference read(Definitions* definitions, const QByteArray& schema, const QByteArray& sample,
-                             const QByteArray& bytes)
+static const MessageInfo* make(Definitions* definitions, const QByteArray& schema, const QByteArray& sample)
 {
     QString error;
     Encoding* const json = definitions->find(QStringLiteral("json"));
     const MessageInfo* const info = json->makeType({QStringLiteral("T"), "json", "jsonschema", schema, sample}, &error);
     if (!info)
         std::abort();
-    return MessageReference::adopt(info->newMessage(bytes));
+    return info;
+}
+
+static MessageReference read(const MessageInfo* info, const QByteArray& bytes)
+{
+    const MessageReference message = MessageReference::adopt(info->newMessage(bytes));
+    readFields(message.get(), true);
+    return message;
 }
 
 // Reads the input as a message of the type that it is itself of, of that of a fixed message, and of a fixed schema.
@@ -31,16 +36,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                      "{\"$ref\":\"#\"},\"d\":{\"type\":\"array\",\"items\":{\"$ref\":\"#\"}},\"e\":{"
                                      "\"title\":\"time\",\"properties\":"
                                      "{\"sec\":{\"type\":\"integer\"},\"nsec\":{\"type\":\"integer\"}}}}}";
-    Definitions definitions;
-    const MessageReference own = read(&definitions, QByteArray(), bytes, bytes);
-    readFields(own.get(), true);
-    readFields(read(&definitions, "{}", fixed, bytes).get(), true);
-    readFields(read(&definitions, schema, fixed, bytes).get(), true);
+    static Definitions definitions;
+    static const MessageInfo* const open = make(&definitions, "{}", fixed);
+    static const MessageInfo* const closed = make(&definitions, schema, fixed);
+    read(open, bytes);
+    read(closed, bytes);
+    // Types are kept for ever, so that of each message has definitions of its own.
+    Definitions own;
+    const MessageReference message = read(make(&own, QByteArray(), bytes), bytes);
     // What another parser reads is read to its end.
     if (QJsonDocument::fromJson(bytes).isNull())
         return 0;
-    const FieldInfo* const problems = own->getInfo()->getFieldInfos().constLast();
-    for (const FieldValue& problem : problems->getValues(own.get()))
+    const FieldInfo* const problems = message->getInfo()->getFieldInfos().constLast();
+    for (const FieldValue& problem : problems->getValues(message.get()))
         if (problem.toText().contains(QLatin1String("decoded")))
             std::abort();
     return 0;
