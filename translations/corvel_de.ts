@@ -1440,6 +1440,14 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <source>MAVLink recordings</source>
         <translation>MAVLink-Aufzeichnungen</translation>
     </message>
+    <message>
+        <source>WebSocket: a server for Foxglove clients</source>
+        <translation>WebSocket: ein Server für Foxglove-Programme</translation>
+    </message>
+    <message>
+        <source>UDP: MAVLink frames as datagrams</source>
+        <translation>UDP: MAVLink-Rahmen als Datagramme</translation>
+    </message>
 </context>
 <context>
     <name>Panel</name>

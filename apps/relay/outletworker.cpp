@@ -35,7 +35,7 @@ void OutletWorker::start()
 void OutletWorker::work()
 {
     m_outlet->m_isWoken = false;
-    if (!m_output)
+    if (!m_output || m_isFinishing)
         return;
     if (!m_outlet->m_isAbandoned)
         takeBlocks();
@@ -96,7 +96,7 @@ void OutletWorker::confirm()
 
 void OutletWorker::flush()
 {
-    if (m_output)
+    if (m_output && !m_isFinishing)
         m_output->flush();
     tell();
 }
@@ -116,6 +116,7 @@ void OutletWorker::tell()
 
 void OutletWorker::finish()
 {
+    m_isFinishing = true; // an output can let events come while it closes
     m_output->flush();
     m_output->close();
     confirm();

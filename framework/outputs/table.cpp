@@ -1,15 +1,17 @@
 #include "outputkind.h"
 
+#include "foxgloveoutput.h"
 #include "mcapoutput.h"
 #include "streamdecoder.h"
 #include "tlogoutput.h"
+#include "udpoutput.h"
 
 #include <QCoreApplication>
 
 // The table of outputs: to add one, add its row here.
 const QVector<const OutputKind*>& OutputKind::getAll()
 {
-    static const QVector<const OutputKind*> all{&TlogOutputKind, &McapOutputKind};
+    static const QVector<const OutputKind*> all{&TlogOutputKind, &McapOutputKind, &UdpOutputKind, &FoxgloveOutputKind};
     return all;
 }
 

@@ -4,7 +4,11 @@
 #include "testfolder.h"
 #include "waitfor.h"
 
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QUdpSocket>
+#include <QWebSocket>
+#include <QWebSocketHandshakeOptions>
 
 using namespace SampleMessage;
 
@@ -16,10 +20,34 @@ class TestRelay : public TestBase
 private:
     TestFolder m_folder;
 
+    /** A port that nobody uses now. */
+    static quint16 freePort()
+    {
+        QTcpServer server;
+        server.listen(QHostAddress::LocalHost);
+        return server.serverPort();
+    }
+
+    /** Starts a relay from standard input to a Foxglove server, and gives the address of that. */
+    QString startServer(QProcess* relay)
+    {
+        const quint16 port = freePort();
+        startInShell(relay, QString("exec corvel-relay - --to foxglove::%1").arg(port), m_folder.path());
+        waitFor([&] {
+            QTcpSocket socket;
+            socket.connectToHost(QHostAddress::LocalHost, port);
+            return socket.waitForConnected();
+        });
+        return QString("ws://127.0.0.1:%1").arg(port);
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void passesOn();
     void whatWasKilledCanBeReadAndGoneOnWith();
+    void sendsFramesAsDatagrams();
+    void servesFoxgloveClients();
+    void refusesWhatAFoxgloveServerHasNot();
 };
 
 void TestRelay::initTestCase()
@@ -108,6 +136,82 @@ void TestRelay::whatWasKilledCanBeReadAndGoneOnWith()
         QCOMPARE(process.exitCode(), isFirst ? 9 : 0);
         QVERIFY(ShellRun(QString("corvel-dump %1").arg(name), m_folder.path()).output.contains("HEARTBEAT"));
     }
+}
+
+void TestRelay::sendsFramesAsDatagrams()
+{
+    QUdpSocket socket;
+    QVERIFY(socket.bind(QHostAddress(QHostAddress::LocalHost), 0));
+    const QString command = QString("corvel-relay --definitions test.xml s.bin --to udp:localhost:%1");
+    QCOMPARE(ShellRun(command.arg(socket.localPort()), m_folder.path()).said(), QString());
+    QByteArrayList datagrams;
+    for (int i = 0; i < 3; ++i) {
+        QVERIFY(socket.hasPendingDatagrams() || socket.waitForReadyRead());
+        datagrams.append(QByteArray(256, 0));
+        datagrams.last().resize(int(socket.readDatagram(datagrams.last().data(), 256)));
+    }
+    QCOMPARE(datagrams, QByteArrayList({QByteArray::fromHex(Sample1), QByteArray::fromHex(Sample2),
+                                        QByteArray::fromHex(Sample3)}));
+}
+
+void TestRelay::servesFoxgloveClients()
+{
+    QProcess relay;
+    QProcess dump;
+    const QString address = startServer(&relay);
+    startInShell(&dump, "exec corvel-dump > served " + address, m_folder.path()); // a pipe would be full soon
+    QByteArray told;
+    QVERIFY(waitFor([&] { return (told += relay.readAllStandardError()).contains("is connected"); }));
+    QFile flight(m_folder.filePath("f.tlog"));
+    QVERIFY(flight.open(QIODevice::ReadOnly));
+    relay.write(flight.readAll());
+    relay.closeWriteChannel();
+    QVERIFY(relay.waitForFinished());
+    QCOMPARE(relay.exitCode(), 0);
+    dump.waitForFinished();
+    const auto fieldsOf = [](const QByteArray& lines) {
+        QByteArrayList fields;
+        for (const QByteArray& line : lines.split('\n'))
+            fields.append(line.mid(line.indexOf("\"type\"")).replace("\"sequence\":null", "\"sequence\":"));
+        std::sort(fields.begin(), fields.end());
+        return fields;
+    };
+    const ShellRun expected("corvel-dump f.tlog | sed 's/\"sequence\":[0-9]*/\"sequence\":/'", m_folder.path());
+    QCOMPARE(fieldsOf(ShellRun("cat served", m_folder.path()).output), fieldsOf(expected.output));
+}
+
+void TestRelay::refusesWhatAFoxgloveServerHasNot()
+{
+    static const TextRow rows[] = {
+        {"{'op':'subscribe','subscriptions':[{'id':1,'channelId':7}]}", "there is no channel 7"},
+        {"{'op':'subscribe','subscriptions':[{'id':1}]}", "a subscription needs the numbers id and channelId"},
+        {"{'op':'subscribe','subscriptions':[{'id':-1,'channelId':1}]}",
+         "a subscription needs the numbers id and channelId"},
+        {"{'op':'getParameters'}", "this server has no getParameters"},
+        {"[", "this is no request"},
+    };
+    QProcess relay;
+    QNetworkRequest request{QUrl(startServer(&relay))};
+#if QT_VERSION >= QT_VERSION_CHECK(6, 4, 0)
+    QWebSocketHandshakeOptions options;
+    options.setSubprotocols({"foxglove.websocket.v1"});
+    QWebSocket socket;
+    socket.open(request, options);
+#else
+    QWebSocket socket;
+    socket.open(request);
+#endif
+    QString answer;
+    connect(&socket, &QWebSocket::textMessageReceived, this, [&](const QString& message) { answer = message; });
+    QVERIFY(waitFor([&] { return answer.contains("\"advertise\""); }));
+    checkRows(rows, [&](QString given) {
+        answer.clear();
+        socket.sendTextMessage(given.replace('\'', '"'));
+        waitFor([&] { return !answer.isEmpty(); });
+        return QJsonDocument::fromJson(answer.toUtf8()).object().value("message").toString();
+    });
+    relay.closeWriteChannel();
+    QVERIFY(relay.waitForFinished());
 }
 
 QTEST_GUILESS_MAIN(TestRelay)
