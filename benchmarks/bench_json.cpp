@@ -3,11 +3,7 @@
 
 #include "definitions.h"
 #include "encoding.h"
-#include "fieldinfo.h"
-#include "message.h"
-#include "messageinfo.h"
-#include "messagejson.h"
-#include "messagereference.h"
+#include "readmessage.h"
 
 #include <benchmark/benchmark.h>
 #include <simdjson.h>
@@ -50,12 +46,6 @@ const Data& data()
     return data;
 }
 
-void count(benchmark::State& state, std::size_t jsonSize)
-{
-    state.SetBytesProcessed(std::int64_t(state.iterations()) * data().bytes.size());
-    state.counters["json"] = double(jsonSize);
-}
-
 } // namespace
 
 static void parserParseAndMinify(benchmark::State& state)
@@ -67,7 +57,7 @@ static void parserParseAndMinify(benchmark::State& state)
         json = simdjson::minify(parser.parse(bytes));
         benchmark::DoNotOptimize(json.data());
     }
-    count(state, json.size());
+    countBytes(state, data().bytes, json.size());
 }
 BENCHMARK(parserParseAndMinify);
 
@@ -77,33 +67,19 @@ static void parserParse(benchmark::State& state)
     simdjson::dom::parser parser;
     for (auto _ : state)
         benchmark::DoNotOptimize(parser.parse(bytes).error());
-    count(state, 0);
+    countBytes(state, data().bytes, 0);
 }
 BENCHMARK(parserParse);
 
 static void fieldsToJson(benchmark::State& state)
 {
-    MessageJson printer(state.range(0) != 0);
-    std::string json;
-    for (auto _ : state) {
-        const MessageReference message = MessageReference::adopt(data().info->newMessage(data().bytes));
-        json.clear();
-        printer.appendFields(message.get(), &json);
-        benchmark::DoNotOptimize(json.data());
-    }
-    count(state, json.size());
+    benchmarkFieldsToJson(state, data().info, data().bytes);
 }
 BENCHMARK(fieldsToJson)->ArgName("interpreted")->Arg(0)->Arg(1);
 
-// What a message costs of which one field is looked at.
 static void oneField(benchmark::State& state)
 {
-    const FieldInfo* const field = data().info->getFieldInfo(QStringLiteral("time"));
-    for (auto _ : state) {
-        const MessageReference message = MessageReference::adopt(data().info->newMessage(data().bytes));
-        benchmark::DoNotOptimize(field->getValue(message.get(), 0).toDouble());
-    }
-    count(state, 0);
+    benchmarkOneField(state, data().info, data().bytes);
 }
 BENCHMARK(oneField);
 

@@ -1,11 +1,7 @@
 // Decoding messages of Protocol Buffers to JSON as corvel-dump prints them, held against the library's own parsing and
 // JSON printing of the same bytes.
 
-#include "fieldinfo.h"
-#include "message.h"
-#include "messageinfo.h"
-#include "messagejson.h"
-#include "messagereference.h"
+#include "readmessage.h"
 #include "schemafile.h"
 
 #include <benchmark/benchmark.h>
@@ -113,12 +109,6 @@ private:
     google::protobuf::DynamicMessageFactory m_factory;
 };
 
-void count(benchmark::State& state, std::size_t jsonSize)
-{
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * Data::instance().bytes.size());
-    state.counters["json"] = static_cast<double>(jsonSize);
-}
-
 } // namespace
 
 static void libraryParseAndJson(benchmark::State& state)
@@ -137,7 +127,7 @@ static void libraryParseAndJson(benchmark::State& state)
             std::abort();
         benchmark::DoNotOptimize(json.data());
     }
-    count(state, json.size());
+    countBytes(state, data.bytes, json.size());
 }
 BENCHMARK(libraryParseAndJson);
 
@@ -149,35 +139,19 @@ static void libraryParse(benchmark::State& state)
         message->ParseFromArray(data.bytes.constData(), static_cast<int>(data.bytes.size()));
         benchmark::DoNotOptimize(message.get());
     }
-    count(state, 0);
+    countBytes(state, data.bytes, 0);
 }
 BENCHMARK(libraryParse);
 
 static void fieldsToJson(benchmark::State& state)
 {
-    const Data& data = Data::instance();
-    MessageJson printer(state.range(0) != 0);
-    std::string json;
-    for (auto _ : state) {
-        const MessageReference message = MessageReference::adopt(data.info->newMessage(data.bytes));
-        json.clear();
-        printer.appendFields(message.get(), &json);
-        benchmark::DoNotOptimize(json.data());
-    }
-    count(state, json.size());
+    benchmarkFieldsToJson(state, Data::instance().info, Data::instance().bytes);
 }
 BENCHMARK(fieldsToJson)->ArgName("interpreted")->Arg(0)->Arg(1);
 
-// What a message costs of which one field is looked at.
 static void oneField(benchmark::State& state)
 {
-    const Data& data = Data::instance();
-    const FieldInfo* const field = data.info->getFieldInfo(QStringLiteral("time"));
-    for (auto _ : state) {
-        const MessageReference message = MessageReference::adopt(data.info->newMessage(data.bytes));
-        benchmark::DoNotOptimize(field->getValue(message.get(), 0).toSigned());
-    }
-    count(state, 0);
+    benchmarkOneField(state, Data::instance().info, Data::instance().bytes);
 }
 BENCHMARK(oneField);
 

@@ -1,10 +1,7 @@
 #include "jsonencoding.h"
 
-#include "formatregistry.h"
 #include "jsonschema.h"
 #include "jsontypebuilder.h"
-
-#include <QMutexLocker>
 
 #include <utility>
 
@@ -19,25 +16,11 @@ const std::size_t MostTypes = 10 * 1000;
 } // namespace
 
 JsonEncoding::JsonEncoding()
-    : Encoding(JsonTraits)
-    , m_format(QLatin1String(name()))
+    : SchemaEncoding(JsonTraits)
 {
 }
 
-JsonEncoding::~JsonEncoding()
-{
-    qDeleteAll(m_made);
-}
-
-FormatInfo* JsonEncoding::getFormat(const QString&)
-{
-    return &m_format;
-}
-
-QVector<FormatInfo*> JsonEncoding::getFormats() const
-{
-    return QVector<FormatInfo*>{const_cast<FormatInfo*>(&m_format)};
-}
+JsonEncoding::~JsonEncoding() {}
 
 /** What is known of that schema; null when there are too many. */
 JsonEncoding::Type* JsonEncoding::typeOf(const TypeSchema& schema)
@@ -57,7 +40,7 @@ JsonEncoding::Type* JsonEncoding::typeOf(const TypeSchema& schema)
 
 const MessageInfo* JsonEncoding::makeType(const TypeSchema& schema, QString* error)
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     Type* const type = typeOf(schema);
     if (!type) {
         *error = QCoreApplication::translate("JsonSchema", "there are more than %1 types").arg(quint64(MostTypes));
@@ -75,25 +58,4 @@ const MessageInfo* JsonEncoding::makeType(const TypeSchema& schema, QString* err
         m_schemas.insert(type->info, {schema.name, schema.messageEncoding, schema.encoding, schema.data, QByteArray()});
     }
     return type->info;
-}
-
-TypeSchema JsonEncoding::schemaOf(const MessageInfo* info) const
-{
-    const QMutexLocker locker(&m_mutex);
-    return m_schemas.value(info);
-}
-
-QVector<const MessageInfo*> JsonEncoding::publish()
-{
-    QVector<MessageInfo*> made;
-    {
-        const QMutexLocker locker(&m_mutex);
-        made.swap(m_made);
-    }
-    QVector<const MessageInfo*> infos;
-    for (MessageInfo* info : std::as_const(made)) {
-        m_format.addMessageInfo(info);
-        infos.append(info);
-    }
-    return infos;
 }

@@ -1,17 +1,14 @@
 #ifndef JSONENCODING_H
 #define JSONENCODING_H
 
-#include "encoding.h"
-#include "formatinfo.h"
-
-#include <QMutex>
+#include "schemaencoding.h"
 
 #include <map>
 
 class JsonShapes;
 
 /** JSON: types of schemas that streams bring, or of what a first message has. */
-class JsonEncoding : public Encoding
+class JsonEncoding : public SchemaEncoding
 {
 public:
     static const char* name() { return "json"; }
@@ -19,11 +16,7 @@ public:
     JsonEncoding();
     ~JsonEncoding() override;
 
-    FormatInfo* getFormat(const QString& path) override;
-    QVector<FormatInfo*> getFormats() const override;
     const MessageInfo* makeType(const TypeSchema& schema, QString* error) override;
-    TypeSchema schemaOf(const MessageInfo* info) const override;
-    QVector<const MessageInfo*> publish() override;
 
 private:
     /** A schema, or what messages of one name without a schema have. */
@@ -36,11 +29,7 @@ private:
 
     Type* typeOf(const TypeSchema& schema);
 
-    FormatInfo m_format;
-    mutable QMutex m_mutex;
-    std::map<QByteArray, Type> m_types;              // by name and schema
-    QHash<const MessageInfo*, TypeSchema> m_schemas; // of types that are received on their own
-    QVector<MessageInfo*> m_made;                    // not published yet; owned
+    std::map<QByteArray, Type> m_types; // by name and schema
 };
 
 #endif

@@ -211,23 +211,3 @@ FieldValue JsonUnknownFieldInfo::getValue(const Message* message, unsigned int i
         text += QStringLiteral(" (") + unknown.reason + QLatin1Char(')');
     return FieldValue::fromText(text);
 }
-
-JsonProblemFieldInfo::JsonProblemFieldInfo()
-    : FieldInfo(QStringLiteral("[problems]"), FieldType(FieldType::TextType, 0, QStringLiteral("text")))
-{
-    setRepeated(true);
-    setOptional(true);
-}
-
-unsigned int JsonProblemFieldInfo::getValueCount(const Message* message) const
-{
-    const JsonMessage* const own = jsonMessage(message, this);
-    return own ? static_cast<unsigned int>(own->getProblems().size()) : 0;
-}
-
-FieldValue JsonProblemFieldInfo::getValue(const Message* message, unsigned int index) const
-{
-    if (index >= getValueCount(message))
-        return FieldValue::invalid();
-    return FieldValue::fromText(static_cast<const JsonMessage*>(message)->getProblems().at(static_cast<int>(index)));
-}

@@ -60,14 +60,4 @@ public:
     FieldValue getValue(const Message* message, unsigned int index) const override;
 };
 
-/** What is wrong with the bytes of a message, as texts. */
-class JsonProblemFieldInfo : public FieldInfo
-{
-public:
-    JsonProblemFieldInfo();
-
-    unsigned int getValueCount(const Message* message) const override;
-    FieldValue getValue(const Message* message, unsigned int index) const override;
-};
-
 #endif

@@ -1,5 +1,7 @@
 #include "jsontypebuilder.h"
 
+#include "problemfieldinfo.h"
+
 JsonTypeBuilder::JsonTypeBuilder(const QString& name, QVector<MessageInfo*>* made)
     : m_name(name)
     , m_made(made)
@@ -46,7 +48,7 @@ void JsonTypeBuilder::fill(const Open& open)
     }
     open.info->addField(new JsonUnknownFieldInfo);
     if (open.info->isMain())
-        open.info->addField(new JsonProblemFieldInfo);
+        open.info->addField(new ProblemFieldInfo<JsonMessage>);
 }
 
 void JsonTypeBuilder::addField(JsonMessageInfo* info, const JsonShape::Member& member)

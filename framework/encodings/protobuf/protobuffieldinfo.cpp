@@ -219,23 +219,3 @@ FieldValue ProtobufTimeFieldInfo::partOf(const Message* message, unsigned int in
         return FieldValue::fromSigned(element.GetReflection()->GetInt32(element, part), 4);
     return FieldValue::fromSigned(element.GetReflection()->GetInt64(element, part), 8);
 }
-
-ProtobufProblemFieldInfo::ProtobufProblemFieldInfo()
-    : FieldInfo(QStringLiteral("[problems]"), FieldType(FieldType::TextType, 0, QStringLiteral("text")))
-{
-    setRepeated(true);
-    setOptional(true);
-}
-
-unsigned int ProtobufProblemFieldInfo::getValueCount(const Message* message) const
-{
-    const ProtobufMessage* const own = ownMessage(message);
-    return own && occursIn(own->getInfo()) ? static_cast<unsigned int>(own->getProblems().size()) : 0;
-}
-
-FieldValue ProtobufProblemFieldInfo::getValue(const Message* message, unsigned int index) const
-{
-    if (index >= getValueCount(message))
-        return FieldValue::invalid();
-    return FieldValue::fromText(ownMessage(message)->getProblems().at(static_cast<int>(index)));
-}

@@ -88,14 +88,4 @@ private:
     const google::protobuf::Message* m_prototype;
 };
 
-/** What is wrong with the bytes of a message, as texts. */
-class ProtobufProblemFieldInfo : public FieldInfo
-{
-public:
-    ProtobufProblemFieldInfo();
-
-    unsigned int getValueCount(const Message* message) const override;
-    FieldValue getValue(const Message* message, unsigned int index) const override;
-};
-
 #endif

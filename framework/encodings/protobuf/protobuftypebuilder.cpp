@@ -1,5 +1,6 @@
 #include "protobuftypebuilder.h"
 
+#include "problemfieldinfo.h"
 #include "protobuffieldinfo.h"
 #include "protobufmessage.h"
 #include "protobufoptions.h"
@@ -73,7 +74,7 @@ void ProtobufTypeBuilder::fill(ProtobufMessageInfo* info)
     }
     info->addField(new ProtobufUnknownFieldInfo(info->getPrototype()));
     if (info->isMain()) {
-        info->addField(new ProtobufProblemFieldInfo);
+        info->addField(new ProblemFieldInfo<ProtobufMessage>);
         info->setCanBeIncomplete(canBeIncomplete(type));
     }
 }

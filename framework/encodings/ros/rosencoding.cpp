@@ -25,26 +25,10 @@ Ros1Encoding::Ros1Encoding()
 }
 
 RosEncoding::RosEncoding(const Traits& traits, bool isRos1)
-    : Encoding(traits)
+    : SchemaEncoding(traits)
     , m_isRos1(isRos1)
-    , m_format(QLatin1String(traits.name))
     , m_size(0)
 {
-}
-
-RosEncoding::~RosEncoding()
-{
-    qDeleteAll(m_made);
-}
-
-FormatInfo* RosEncoding::getFormat(const QString&)
-{
-    return &m_format;
-}
-
-QVector<FormatInfo*> RosEncoding::getFormats() const
-{
-    return QVector<FormatInfo*>{&m_format};
 }
 
 const MessageInfo* RosEncoding::makeType(const TypeSchema& schema, QString* error)
@@ -81,25 +65,4 @@ RosEncoding::Made RosEncoding::make(const TypeSchema& schema)
     made.info = RosTypeBuilder(types, &m_made).build(structure);
     m_schemas.insert(made.info, schema);
     return made;
-}
-
-TypeSchema RosEncoding::schemaOf(const MessageInfo* info) const
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_schemas.value(info);
-}
-
-QVector<const MessageInfo*> RosEncoding::publish()
-{
-    QVector<MessageInfo*> made;
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        made.swap(m_made);
-    }
-    QVector<const MessageInfo*> infos;
-    for (MessageInfo* info : std::as_const(made)) {
-        m_format.addMessageInfo(info);
-        infos.append(info);
-    }
-    return infos;
 }

@@ -314,23 +314,3 @@ FieldValue RosUnknownFieldInfo::getValue(const Message* message, unsigned int in
     return index < static_cast<unsigned int>(texts.size()) ? FieldValue::fromText(texts.at(static_cast<int>(index)))
                                                            : FieldValue::invalid();
 }
-
-RosProblemFieldInfo::RosProblemFieldInfo()
-    : FieldInfo(QStringLiteral("[problems]"), FieldType(FieldType::TextType, 0, QStringLiteral("text")))
-{
-    setRepeated(true);
-    setOptional(true);
-}
-
-unsigned int RosProblemFieldInfo::getValueCount(const Message* message) const
-{
-    const bool isOwn = occursIn(message->getInfo()) && typeid(*message) == typeid(RosMessage);
-    return isOwn ? static_cast<unsigned int>(static_cast<const RosMessage*>(message)->getProblems().size()) : 0;
-}
-
-FieldValue RosProblemFieldInfo::getValue(const Message* message, unsigned int index) const
-{
-    if (index >= getValueCount(message))
-        return FieldValue::invalid();
-    return FieldValue::fromText(static_cast<const RosMessage*>(message)->getProblems().at(static_cast<int>(index)));
-}

@@ -76,14 +76,4 @@ private:
     QStringList textsOf(const Message* message) const;
 };
 
-/** What is wrong with the bytes of a message, as texts. */
-class RosProblemFieldInfo : public FieldInfo
-{
-public:
-    RosProblemFieldInfo();
-
-    unsigned int getValueCount(const Message* message) const override;
-    FieldValue getValue(const Message* message, unsigned int index) const override;
-};
-
 #endif

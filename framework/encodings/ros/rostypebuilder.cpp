@@ -1,5 +1,6 @@
 #include "rostypebuilder.h"
 
+#include "problemfieldinfo.h"
 #include "rosfieldinfo.h"
 #include "rossummary.h"
 
@@ -143,7 +144,7 @@ void RosTypeBuilder::fill(RosMessageInfo* info)
         info->addField(new RosUnknownFieldInfo);
     if (!info->isMain())
         return;
-    info->addField(new RosProblemFieldInfo);
+    info->addField(new ProblemFieldInfo<RosMessage>);
     if (FieldInfo* const summary = RosSummaryFieldInfo::create(info))
         info->addField(summary);
 }
