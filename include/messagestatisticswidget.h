@@ -47,6 +47,11 @@ public:
     /** Reads what writeSettings() wrote; with nothing saved the tree is sorted by message name, ascending. */
     void readSettings(QSettings& settings);
 
+    // What stands in the rows counts, whoever wrote it: the first form is the virtual one of Qt 4, the second that of
+    // Qt 5 and 6.
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight);
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QVector<int>& roles);
+
 public Q_SLOTS:
     /**
      * Brings the tree up to date with the coordinator; what did not change is not written.

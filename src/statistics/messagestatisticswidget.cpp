@@ -4,6 +4,7 @@
 #include "formatinfo.h"
 #include "messageinfo.h"
 #include "messagestatisticscoordinator.h"
+#include "statisticscells.h"
 #include "statisticsrefresh.h"
 
 #include <QHeaderView>
@@ -14,81 +15,9 @@
 #include <algorithm>
 
 CORVEL_DIAGNOSTICS("MessageStatisticsWidget");
-#include "qtcompat.h"
 
 static const int GapsColumn = 3;
 static const int DefaultNameWidth = 150;
-
-/**
- * Suspends the sorting of @p item's tree for the rest of the refresh, if there is one going on.
- *
- * To be called before rows appear in a tree or move in it: one sort at the end is cheaper than one for each of them,
- * and the model does not survive one on the heels of a change that somebody has answered by changing other rows.
- * Where nothing moves, the refresh must not pay for a sort either.
- */
-static void suspendSorting(const QTreeWidgetItem* item)
-{
-    CORVEL_DEBUG_HOOK();
-    QTreeWidget* tree = item->treeWidget();
-    if (!tree || !tree->isSortingEnabled())
-        return;
-    const StatisticsRefresh* refresh = StatisticsRefresh::find(tree, nullptr);
-    if (refresh && refresh->sorted)
-        tree->setSortingEnabled(false);
-}
-
-static void insertRow(QTreeWidgetItem* parent, int index, QTreeWidgetItem* child)
-{
-    CORVEL_DEBUG_HOOK();
-    suspendSorting(parent);
-    parent->insertChild(index, child);
-}
-
-static void writeValue(QTreeWidgetItem* item, int column, const QVariant& value)
-{
-    CORVEL_DEBUG_HOOK();
-    if (item->treeWidget() && item->treeWidget()->header()->sortIndicatorSection() == column)
-        suspendSorting(item);
-    item->setData(column, Qt::DisplayRole, value);
-}
-
-/** Writes @p text into @p column unless it stands there. Nearly all calls of a refresh find that it does. */
-static void writeText(QTreeWidgetItem* item, int column, const QString& text)
-{
-    CORVEL_DEBUG_HOOK();
-    const QVariant shown = item->data(column, Qt::DisplayRole);
-    if (shown.userType() != QMetaType::QString || *static_cast<const QString*>(shown.constData()) != text)
-        writeValue(item, column, text);
-}
-
-/** Writes @p number, as a number, into @p column unless it stands there. */
-static void writeNumber(QTreeWidgetItem* item, int column, qulonglong number)
-{
-    CORVEL_DEBUG_HOOK();
-    const QVariant shown = item->data(column, Qt::DisplayRole);
-    if (shown.userType() != QMetaType::ULongLong || shown.toULongLong() != number)
-        writeValue(item, column, number);
-}
-
-/** Writes @p count, as a text, into column 1 unless it stands there. */
-static void writeCount(QTreeWidgetItem* item, unsigned int count)
-{
-    CORVEL_DEBUG_HOOK();
-    const QVariant shown = item->data(1, Qt::DisplayRole);
-    if (shown.userType() == QMetaType::QString) {
-        // Digit by digit, from the last: nearly all counts are right, and then no text has to be made.
-        const QString& text = *static_cast<const QString*>(shown.constData());
-        int position = static_cast<int>(text.size()) - 1;
-        unsigned int rest = count;
-        while (position >= 0 && text.at(position).unicode() == '0' + rest % 10 && rest >= 10) {
-            rest /= 10;
-            --position;
-        }
-        if (position == 0 && text.at(0).unicode() == '0' + rest)
-            return;
-    }
-    writeValue(item, 1, QString::number(count));
-}
 
 /** A row of the histogram of intervals, without its count. */
 static QTreeWidgetItem* createCountRow(const QString& name, const QString& toolTip)
@@ -205,7 +134,7 @@ QTreeWidgetItem* MessageStatisticsWidget::getFormatItem(const FormatInfo* format
     item = new QTreeWidgetItem(QTreeWidgetItem::Type);
     item->setText(0, format->getName());
     item->setToolTip(0, QObject::tr("Message statistics for the messages\nin the %1 format.").arg(format->getName()));
-    insertRow(invisibleRootItem(), topLevelItemCount(), item);
+    StatisticsCells::insertRow(invisibleRootItem(), topLevelItemCount(), item);
     item->setExpanded(true);
     m_formatItems.insert(format, item);
     return item;
@@ -222,7 +151,8 @@ MessageStatisticsTreeWidgetItem* MessageStatisticsWidget::getAndUpdateItemFor(Me
     item = new MessageStatisticsTreeWidgetItem(statistics);
     m_statisticsItems.insert(statistics, item);
     QTreeWidgetItem* formatItem = getFormatItem(statistics->getFormatInfo());
-    insertRow(formatItem, formatItem->childCount(), item);
+    StatisticsCells::insertRow(formatItem, formatItem->childCount(), item);
+    StatisticsCells::keepCounts(item->m_intervalsItem);
     return item;
 }
 
@@ -292,9 +222,23 @@ void MessageStatisticsWidget::updateCrcErrorsItem()
     if (!m_crcErrorsItem) {
         m_crcErrorsItem = new QTreeWidgetItem(QTreeWidgetItem::Type);
         m_crcErrorsItem->setText(0, tr("CRC Errors"));
-        insertRow(invisibleRootItem(), 0, m_crcErrorsItem);
+        StatisticsCells::insertRow(invisibleRootItem(), 0, m_crcErrorsItem);
     }
-    writeCount(m_crcErrorsItem, crcErrors);
+    StatisticsCells::writeCount(m_crcErrorsItem, crcErrors);
+}
+
+void MessageStatisticsWidget::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight)
+{
+    CORVEL_DEBUG_HOOK();
+    StatisticsCells::noteChange(itemFromIndex(topLeft));
+    QTreeWidget::dataChanged(topLeft, bottomRight);
+}
+
+void MessageStatisticsWidget::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                                          const QVector<int>&)
+{
+    CORVEL_DEBUG_HOOK();
+    dataChanged(topLeft, bottomRight);
 }
 
 void MessageStatisticsWidget::processItemExpanded(QTreeWidgetItem* item)
@@ -360,6 +304,7 @@ MessageStatisticsTreeWidgetItem::~MessageStatisticsTreeWidgetItem()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("MessageStatisticsTreeWidgetItem");
+    StatisticsCells::dropCounts(m_intervalsItem);
 }
 
 MessageStatistics* MessageStatisticsTreeWidgetItem::getMessageStatistics()
@@ -427,14 +372,15 @@ void MessageStatisticsTreeWidgetItem::updateNow()
 {
     CORVEL_DEBUG_HOOK();
     // A number, so that the column sorts as numbers do; the counts of the sub-rows are deliberately texts.
-    writeNumber(this, 1, m_statistics->getCount());
-    writeText(this, 2,
-              m_statistics->isCurrentlyRegular() ? MessageStatistics::getIntervalString(m_statistics->getLastInterval())
-                                                 : QObject::tr("N/A"));
+    StatisticsCells::writeNumber(this, 1, m_statistics->getCount());
+    StatisticsCells::writeText(this, 2,
+                               m_statistics->isCurrentlyRegular()
+                                   ? MessageStatistics::getIntervalString(m_statistics->getLastInterval())
+                                   : QObject::tr("N/A"));
     const int gaps = m_statistics->getNumberOfGaps();
-    writeText(this, 3,
-              gaps <= 0 ? QString()
-                        : QObject::tr("%1 (%2 epochs)").arg(gaps).arg(m_statistics->getNumberOfMissingEpochs()));
+    StatisticsCells::writeText(
+        this, 3,
+        gaps <= 0 ? QString() : QObject::tr("%1 (%2 epochs)").arg(gaps).arg(m_statistics->getNumberOfMissingEpochs()));
     updateIntervalSubItems();
     updateGapSubItems();
 }
@@ -450,9 +396,9 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
             m_noTimeItem = createCountRow(
                 QObject::tr("No time"),
                 QObject::tr("The number of times this message \nhas been received without a valid time tag."));
-            insertRow(m_intervalsItem, 0, m_noTimeItem);
+            StatisticsCells::insertRow(m_intervalsItem, 0, m_noTimeItem);
         }
-        writeCount(m_noTimeItem, m_statistics->getCountWithUnknownTime());
+        StatisticsCells::writeCount(m_noTimeItem, m_statistics->getCountWithUnknownTime());
     }
 
     if (m_statistics->getCountWithKnownTimeButUnknownInterval() == 0) {
@@ -465,17 +411,24 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
                 QObject::tr("Number of times this message has been received \nwith a valid time tag but for which "
                             "the interval \ncould not be determined: \nthere was no previous message with valid "
                             "time, \nand the following messages did not \ncome in at a regular rate."));
-            insertRow(m_intervalsItem, 0, m_unknownIntervalItem);
+            StatisticsCells::insertRow(m_intervalsItem, 0, m_unknownIntervalItem);
         }
-        writeCount(m_unknownIntervalItem, m_statistics->getCountWithKnownTimeButUnknownInterval());
+        StatisticsCells::writeCount(m_unknownIntervalItem, m_statistics->getCountWithKnownTimeButUnknownInterval());
     }
 
-    QVarLengthArray<long long, 64> confirmed;
+    const QVector<IntervalCount> known = StatisticsCells::takeKnownCounts(m_intervalsItem);
+    QVarLengthArray<IntervalCount, 64> confirmed;
+    bool anyNews = false;
     Q_FOREACH (long long interval, m_statistics->getIntervalsSortedOnFrequency(-1)) {
         const unsigned int count = m_statistics->getIntervalCountHash().value(interval, 0);
         if (count == 0)
             continue;
-        confirmed.append(interval);
+        const int position = static_cast<int>(confirmed.size());
+        const IntervalCount now = {interval, count};
+        confirmed.append(now);
+        if (position < known.size() && known.at(position).interval == interval && known.at(position).count == count)
+            continue;
+        anyNews = true;
         QTreeWidgetItem* item = m_intervalItems.value(interval);
         if (!item) {
             const QString text = MessageStatistics::getIntervalString(static_cast<unsigned long long>(interval));
@@ -484,18 +437,24 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
                 interval == 0
                     ? QObject::tr("Number of times the messages was received\nwith the same time stamp as previous.")
                     : QObject::tr("Number of times the message was received at %1.").arg(text));
-            insertRow(m_intervalsItem, m_intervalsItem->childCount(), item);
+            StatisticsCells::insertRow(m_intervalsItem, m_intervalsItem->childCount(), item);
             m_intervalItems.insert(interval, item);
         }
-        writeCount(item, count);
+        StatisticsCells::writeCount(item, count);
     }
+    if (!anyNews && confirmed.size() == known.size())
+        return;
+    StatisticsCells::setKnownCounts(m_intervalsItem, confirmed.constData(), static_cast<int>(confirmed.size()));
     // Rows are hardly ever left over, which their numbers tell; an interval may have been listed more than once.
-    std::sort(confirmed.begin(), confirmed.end());
-    long long* const end = std::unique(confirmed.begin(), confirmed.end());
-    if (end - confirmed.begin() == m_intervalItems.size())
+    QVarLengthArray<long long, 64> intervals;
+    for (int i = 0; i < confirmed.size(); ++i)
+        intervals.append(confirmed.at(i).interval);
+    std::sort(intervals.begin(), intervals.end());
+    long long* const end = std::unique(intervals.begin(), intervals.end());
+    if (end - intervals.begin() == m_intervalItems.size())
         return;
     Q_FOREACH (long long interval, m_intervalItems.keys()) {
-        if (!std::binary_search(confirmed.begin(), end, interval))
+        if (!std::binary_search(intervals.begin(), end, interval))
             delete m_intervalItems.take(interval);
     }
 }
@@ -518,10 +477,10 @@ void MessageStatisticsTreeWidgetItem::updateGapSubItems()
     if (!m_gapsItem) {
         m_gapsItem = new QTreeWidgetItem(QTreeWidgetItem::Type);
         m_gapsItem->setData(0, Qt::ToolTipRole, QObject::tr("Gaps, with time and duration"));
-        insertRow(this, childCount(), m_gapsItem);
+        StatisticsCells::insertRow(this, childCount(), m_gapsItem);
     }
-    writeText(m_gapsItem, 0,
-              m_statistics->hasUnstoredGaps() ? QObject::tr("Gaps (incomplete list)") : QObject::tr("Gaps"));
+    StatisticsCells::writeText(
+        m_gapsItem, 0, m_statistics->hasUnstoredGaps() ? QObject::tr("Gaps (incomplete list)") : QObject::tr("Gaps"));
     if (indexOfChild(m_gapsItem) < 0 || !updateGapRows(gaps))
         m_shownGaps.clear();
 }
@@ -531,7 +490,7 @@ bool MessageStatisticsTreeWidgetItem::updateGapRows(const QVector<MessageStatist
 {
     CORVEL_DEBUG_HOOK();
     const int count = static_cast<int>(gaps.size());
-    if (hasGapRows(count) && m_shownGaps.size() == count &&
+    if (m_gapsItem->childCount() == count && m_shownGaps.size() == count &&
         std::equal(gaps.constBegin(), gaps.constEnd(), m_shownGaps.constBegin(), isSameGap))
         return true;
 
@@ -540,7 +499,7 @@ bool MessageStatisticsTreeWidgetItem::updateGapRows(const QVector<MessageStatist
         m_shownGaps.clear(); // rows were deleted by the application, and those behind them have moved up
     while (rows.size() < count) {
         rows.append(createGapRow(rows.isEmpty() ? 0 : gapNumber(rows.last()) + 1));
-        insertRow(m_gapsItem, m_gapsItem->childCount(), rows.last());
+        StatisticsCells::insertRow(m_gapsItem, m_gapsItem->childCount(), rows.last());
     }
     // Deliberately advances while the later rows move up, so that every other surplus row stays for a later refresh.
     for (int i = count; i < rows.size(); ++i) {
@@ -560,7 +519,7 @@ bool MessageStatisticsTreeWidgetItem::updateGapRows(const QVector<MessageStatist
         for (int column = 0; column < 3; ++column) {
             if (!hasGapRows(rows.size()))
                 return false;
-            writeText(rows.at(i), column, texts[column]);
+            StatisticsCells::writeText(rows.at(i), column, texts[column]);
         }
         if (i < m_shownGaps.size())
             m_shownGaps[i] = gap;

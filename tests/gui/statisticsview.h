@@ -51,9 +51,16 @@ public:
         return events;
     }
 
+    /** Whose column 1 the next change is answered by writing into. */
+    QTreeWidgetItem* victim = nullptr;
+
 private Q_SLOTS:
     void noteChange(QTreeWidgetItem* item, int column)
     {
+        QTreeWidgetItem* const row = victim;
+        victim = nullptr;
+        if (row)
+            row->setText(1, text("?"));
         m_events.append(text("changed %1: %2").arg(column).arg(rowText(item)));
     }
     void noteInsertion() { m_events.append(text("inserted")); }

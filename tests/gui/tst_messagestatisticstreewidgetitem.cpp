@@ -110,6 +110,12 @@ void tst_MessageStatisticsTreeWidgetItem::intervalRowsComeAndGo()
         {"A intervals=25:2,25:2,50:8", "every 25 ms | 2\nevery 50 ms | 8"},
     };
     checkRows(later, intervals);
+    for (int i = 0; i < 2; ++i) {
+        view.recorder.victim = row->child(i);
+        intervals(text("A intervals=25:2,50:%1").arg(i + 3)); // who hears of the second row writes into either
+        QCOMPARE(row->child(i)->text(1), text("?"));
+        QCOMPARE(intervals(""), text("every 25 ms | 2\nevery 50 ms | %1").arg(i + 3));
+    }
 }
 
 void tst_MessageStatisticsTreeWidgetItem::gapRowsComeAndGo()
