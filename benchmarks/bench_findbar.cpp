@@ -23,10 +23,17 @@ struct LargeTree : TreeDesk
             infos.emplace_back(new MessageInfo(QStringLiteral("TYPE_%1").arg(i)));
             for (int j = 0; j < 40; ++j)
                 infos.back()->addField(new TestFieldInfo(QStringLiteral("field_%1").arg(j)));
-            add(infos.back().get());
         }
+        QVector<const MessageInfo*> all;
+        for (const auto& info : infos)
+            all.append(info.get());
+        add(all);
     }
-    ~LargeTree() override { tree.clear(); }
+    ~LargeTree() override
+    {
+        panel.getRows()->setArrangement(TreeRows::ByType);
+        tree.clear();
+    }
 
     std::vector<std::unique_ptr<MessageInfo>> infos;
 };

@@ -390,6 +390,33 @@
     </message>
 </context>
 <context>
+    <name>Demonstration</name>
+    <message>
+        <source>simulated vehicle</source>
+        <translation>simuliertes Fahrzeug</translation>
+    </message>
+    <message>
+        <source>&amp;Simulated Vehicle</source>
+        <translation>&amp;Simuliertes Fahrzeug</translation>
+    </message>
+    <message>
+        <source>simulated robot</source>
+        <translation>simulierter Roboter</translation>
+    </message>
+    <message>
+        <source>S&amp;imulated Robot</source>
+        <translation>S&amp;imulierter Roboter</translation>
+    </message>
+    <message>
+        <source>simulated fleet</source>
+        <translation>simulierte Flotte</translation>
+    </message>
+    <message>
+        <source>Si&amp;mulated Fleet</source>
+        <translation>Si&amp;mulierte Flotte</translation>
+    </message>
+</context>
+<context>
     <name>Desk</name>
     <message>
         <source>No recording that is open has this time.</source>
@@ -562,14 +589,6 @@
     <message>
         <source>Ctrl+K</source>
         <translation>Ctrl+K</translation>
-    </message>
-    <message>
-        <source>&amp;Simulated Vehicle</source>
-        <translation>&amp;Simuliertes Fahrzeug</translation>
-    </message>
-    <message>
-        <source>S&amp;imulated Robot</source>
-        <translation>S&amp;imulierter Roboter</translation>
     </message>
     <message>
         <source>&amp;Record...</source>
@@ -2666,6 +2685,25 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     </message>
 </context>
 <context>
+    <name>SenderRow</name>
+    <message>
+        <source>Without a name</source>
+        <translation>Ohne Namen</translation>
+    </message>
+    <message>
+        <source>Sender</source>
+        <translation>Sender</translation>
+    </message>
+    <message>
+        <source>1 type</source>
+        <translation>1 Typ</translation>
+    </message>
+    <message>
+        <source>%1 types</source>
+        <translation>%1 Typen</translation>
+    </message>
+</context>
+<context>
     <name>SettingsFile</name>
     <message>
         <source>The settings were damaged. They were put aside as %1, and the program starts with its defaults.</source>
@@ -2700,14 +2738,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>The definitions could not be loaded.</source>
         <translation>Die Definitionen konnten nicht geladen werden.</translation>
-    </message>
-    <message>
-        <source>simulated vehicle</source>
-        <translation>simuliertes Fahrzeug</translation>
-    </message>
-    <message>
-        <source>simulated robot</source>
-        <translation>simulierter Roboter</translation>
     </message>
     <message>
         <source>The schema could not be loaded.</source>
@@ -3070,6 +3100,34 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>&amp;Columns</source>
         <translation>&amp;Spalten</translation>
     </message>
+    <message>
+        <source>By &amp;Type</source>
+        <translation>Nach &amp;Typ</translation>
+    </message>
+    <message>
+        <source>A row for each type, with the newest message of whoever sent it</source>
+        <translation>Eine Zeile je Typ, mit der neuesten Nachricht, von wem sie auch kam</translation>
+    </message>
+    <message>
+        <source>By Type and S&amp;ender</source>
+        <translation>Nach Typ und S&amp;ender</translation>
+    </message>
+    <message>
+        <source>A row for each type of each sender</source>
+        <translation>Eine Zeile je Typ und Sender</translation>
+    </message>
+    <message>
+        <source>By &amp;Sender</source>
+        <translation>Nach &amp;Sender</translation>
+    </message>
+    <message>
+        <source>A row for each sender, with its types below</source>
+        <translation>Eine Zeile je Sender, darunter seine Typen</translation>
+    </message>
+    <message>
+        <source>&amp;Rows</source>
+        <translation>&amp;Zeilen</translation>
+    </message>
 </context>
 <context>
     <name>TypePanel</name>
@@ -3111,6 +3169,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>&amp;Name of %1:</source>
         <translation>&amp;Name von %1:</translation>
+    </message>
+    <message>
+        <source>Sender: %1</source>
+        <translation>Sender: %1</translation>
     </message>
 </context>
 <context>

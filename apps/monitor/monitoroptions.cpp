@@ -56,6 +56,24 @@ void addOptionsOfQt(QCommandLineParser* parser, bool shown)
     }
 }
 
+// "vehicle, robot or fleet"
+QString demonstrationNames()
+{
+    QStringList names;
+    for (const Demonstration& each : Demonstration::getAll())
+        names.append(QLatin1String(each.name));
+    const QString last = names.takeLast();
+    return names.join(QLatin1String(", ")) + QLatin1String(" or ") + last;
+}
+
+QString demonstrationHelp()
+{
+    QStringList lines;
+    for (const Demonstration& each : Demonstration::getAll())
+        lines.append(QStringLiteral("%1, %2").arg(QLatin1String(each.name), QLatin1String(each.help)));
+    return QLatin1String("Show a simulation: ") + lines.join(QLatin1String("; ")) + QLatin1Char('.');
+}
+
 } // namespace
 
 void MonitorOptions::read()
@@ -68,7 +86,7 @@ void MonitorOptions::read()
                                  QLatin1String("What to show. Without one a simulated vehicle is shown."),
                                  QLatin1String("[input...]"));
     parser.addOptions({
-        {QLatin1String("demo"), QLatin1String("Show a simulation: vehicle or robot."), QLatin1String("name")},
+        {QLatin1String("demo"), demonstrationHelp(), QLatin1String("name")},
         {QLatin1String("speed"), QLatin1String("Play a recording <factor> times as fast; 0 is as fast as possible."),
          QLatin1String("factor")},
         {QLatin1String("rate"), QLatin1String("Play a recording without times at <number> messages a second."),
@@ -130,11 +148,11 @@ void MonitorOptions::read()
     if (!source.typeName.isEmpty() && source.definitions.isEmpty())
         refuse(QStringLiteral("--type needs a schema in --definitions"));
 
-    const QString demo = parser.value(QLatin1String("demo"));
     hasDemonstration = parser.isSet(QLatin1String("demo"));
-    demonstration = demo == QLatin1String("robot") ? SimulatorInput::Robot : SimulatorInput::Vehicle;
-    if (hasDemonstration && demonstration == SimulatorInput::Vehicle && demo != QLatin1String("vehicle"))
-        refuse(QStringLiteral("--demo takes vehicle or robot"));
+    if (hasDemonstration)
+        demonstration = Demonstration::find(parser.value(QLatin1String("demo")));
+    if (!demonstration)
+        refuse(QStringLiteral("--demo takes %1").arg(demonstrationNames()));
     hasTheme = parser.isSet(QLatin1String("palette"));
     if (hasTheme && !Theme::find(parser.value(QLatin1String("palette")), &theme))
         refuse(QStringLiteral("--palette takes system, light or dark"));

@@ -20,7 +20,7 @@ struct MonitorOptions
 
     QStringList inputs;            ///< empty for a simulation
     bool hasDemonstration = false; ///< whether a simulation is asked for, also beside inputs
-    SimulatorInput::Device demonstration = SimulatorInput::Vehicle;
+    const Demonstration* demonstration = &Demonstration::getAll().first();
     QStringList definitions; ///< files for every source
     QString annotations;
     SourceOptions source; ///< schema, type and framing of all inputs, without an address

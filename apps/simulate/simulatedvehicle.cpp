@@ -11,6 +11,10 @@ const qint64 StepTime = qint64(VehicleModel::Step * 1000000);
 // Vehicles that start one after the other are easier to tell apart.
 const double FirstWait = 5;
 const double WaitBetweenVehicles = 7;
+const double Never = 1e18;
+
+const quint8 StationComponent = 190;
+const std::uint32_t LossStream = 1000; // of random numbers, besides those that vehicles fly by
 
 const MavlinkMessageInfo* findType(const MavlinkDialect* dialect, const char* name)
 {
@@ -21,17 +25,22 @@ const MavlinkMessageInfo* findType(const MavlinkDialect* dialect, const char* na
 
 } // namespace
 
-SimulatedVehicle::SimulatedVehicle(const MavlinkDialect* dialect, int number, quint32 seed, qint64 startTime,
-                                   double rateFactor)
+SimulatedVehicle::SimulatedVehicle(const MavlinkDialect* dialect, const Settings& settings, quint32 seed,
+                                   qint64 startTime, double rateFactor)
     : m_textInfo(findType(dialect, "STATUSTEXT"))
-    , m_number(quint8(number))
-    , m_startTime(startTime)
-    , m_model(seed, std::uint32_t(number), FirstWait + WaitBetweenVehicles * (number - 1))
+    , m_settings(settings)
+    , m_startTime(startTime + qint64(settings.switchedOn * 1000000))
+    , m_silentFrom(startTime + qint64(settings.silentFrom * 1000000))
+    , m_model(seed, std::uint32_t(settings.number),
+              settings.kind == GroundStation ? Never : FirstWait + WaitBetweenVehicles * (settings.number - 1))
     , m_modelTime(0)
     , m_sequences(256, quint8(0))
+    , m_lossNumbers(seed, LossStream + std::uint32_t(settings.number))
 {
     double share = 0;
     for (const TelemetryType& type : TelemetryType::all()) {
+        if (settings.kind == GroundStation && type.name != QLatin1String("HEARTBEAT"))
+            continue;
         const double interval = 1000000 / (type.hertz * rateFactor);
         // Spread out, so that not everything comes at once.
         m_schedules.append(Schedule{&type, findType(dialect, type.name), share * interval, interval, 0});
@@ -42,7 +51,9 @@ SimulatedVehicle::SimulatedVehicle(const MavlinkDialect* dialect, int number, qu
 
 SimulatedFrame SimulatedVehicle::takeNext()
 {
-    const SimulatedFrame frame = m_ready.takeFirst();
+    SimulatedFrame frame = m_ready.takeFirst();
+    if (frame.time >= m_silentFrom || m_lossNumbers.uniform() < m_settings.dropRate)
+        frame.bytes.clear();
     if (m_ready.isEmpty())
         prepare();
     return frame;
@@ -56,8 +67,8 @@ void SimulatedVehicle::prepare()
     if (advanceModel(due))
         return;
     MavlinkEncoder message(next->info);
-    next->type->fill(TelemetryMoment{&m_model, m_startTime + due, due, next->sent}, &message);
-    append(due, next->type->component, message);
+    next->type->fill(TelemetryMoment{&m_model, m_startTime + due, due, next->sent, m_settings.kind}, &message);
+    append(due, m_settings.kind == GroundStation ? StationComponent : next->type->component, message);
     ++next->sent;
 }
 
@@ -93,7 +104,7 @@ bool SimulatedVehicle::advanceModel(qint64 until)
 void SimulatedVehicle::append(qint64 sinceStart, quint8 component, const MavlinkEncoder& message)
 {
     MavlinkEncoder::FrameHeader header;
-    header.system = m_number;
+    header.system = quint8(m_settings.number);
     header.component = component;
     header.sequence = m_sequences[component]++;
     SimulatedFrame frame;

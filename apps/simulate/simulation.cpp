@@ -9,8 +9,13 @@ Simulation::Simulation(const Settings& settings)
     , m_dialect(MavlinkDialect::loadBuiltIn())
     , m_linkNumbers(settings.seed, 0)
 {
-    for (int number = 1; number <= settings.senders; ++number)
-        m_vehicles.emplace_back(m_dialect.get(), number, settings.seed, settings.startTime, settings.rateFactor);
+    QVector<SimulatedVehicle::Settings> fleet = settings.fleet;
+    for (int number = 1; settings.fleet.isEmpty() && number <= settings.senders; ++number) {
+        fleet.append(SimulatedVehicle::Settings());
+        fleet.last().number = number;
+    }
+    for (const SimulatedVehicle::Settings& vehicle : std::as_const(fleet))
+        m_vehicles.emplace_back(m_dialect.get(), vehicle, settings.seed, settings.startTime, settings.rateFactor);
 }
 
 Simulation::~Simulation() {}
@@ -26,9 +31,9 @@ SimulatedFrame Simulation::takeNext()
     // All numbers are drawn for each frame, so that one rate does not change where the other strikes.
     const bool dropped = m_linkNumbers.uniform() < m_settings.dropRate;
     const bool corrupted = m_linkNumbers.uniform() < m_settings.corruptRate;
-    const int position = m_linkNumbers.below(int(frame.bytes.size()));
+    const int position = m_linkNumbers.below(qMax(1, int(frame.bytes.size())));
     const int difference = 1 + m_linkNumbers.below(255);
-    if (corrupted)
+    if (corrupted && !frame.bytes.isEmpty())
         frame.bytes[position] = char(frame.bytes.at(position) ^ difference);
     if (dropped || m_settings.isPaused(frame.time))
         frame.bytes.clear();

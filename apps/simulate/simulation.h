@@ -26,6 +26,7 @@ public:
         double corruptRate = 0; ///< share of frames of which a byte gets changed, 0 to 1
         qint64 startTime = 0;   ///< microseconds since 1970
         QVector<Pause> pauses;
+        QVector<SimulatedVehicle::Settings> fleet; ///< in place of so many senders, when not empty
 
         /** Whether nothing is received at that time, in microseconds since 1970. */
         bool isPaused(qint64 time) const;

@@ -16,6 +16,7 @@ const double MetresPerDegree = 111194.9;
 const double Unknown16 = 65535;
 
 const quint8 Autopilot = 1;
+const int GroundStation = 6; // in HEARTBEAT
 const quint8 TelemetryRadio = 68;
 
 struct Parameter
@@ -54,12 +55,17 @@ double pressure(double altitude)
 void fillHeartbeat(const TelemetryMoment& moment, MavlinkEncoder* message)
 {
     const bool armed = moment.model->isArmed();
-    message->set("type", 2);      // quadrotor
+    message->set("type", moment.kind);
+    message->set("mavlink_version", 3);
+    if (moment.kind == GroundStation) {
+        message->set("autopilot", 8); // none
+        message->set("system_status", 4);
+        return;
+    }
     message->set("autopilot", 0); // generic
     message->set("base_mode", 1 | 4 | 8 | 16 | (armed ? 128 : 0));
     message->set("custom_mode", moment.model->getPhase());
     message->set("system_status", moment.model->isFlying() ? 4 : 3);
-    message->set("mavlink_version", 3);
 }
 
 void fillSystemStatus(const TelemetryMoment& moment, MavlinkEncoder* message)

@@ -12,6 +12,7 @@ struct TelemetryMoment
     qint64 time;         ///< microseconds since 1970
     qint64 sinceStart;   ///< microseconds since the vehicle was switched on
     int index;           ///< how many messages of the type were before
+    int kind;            ///< as HEARTBEAT tells it
 };
 
 /** A type of message that a vehicle sends regularly. */

@@ -41,6 +41,7 @@ void LatestMessageSource::setSender(const QString& sender)
     for (const Session& session : m_sessions)
         forgetShown(*session.messages);
     showAgain();
+    Q_EMIT senderChanged();
     emitPending(); // also while views stand still: what they show would be another sender's
 }
 
@@ -111,24 +112,25 @@ MessageReference LatestMessageSource::makeMessage(const Session& session, const 
     return MessageReference::adopt(message);
 }
 
-MessageReference LatestMessageSource::getLatest(const MessageInfo* info) const
+MessageReference LatestMessageSource::getLatest(const MessageInfo* info, const QString& sender) const
 {
-    MessageReference latest = m_suspended ? m_shown.value(info) : MessageReference();
-    if (!latest.isNull())
-        return latest;
-    quint64 order = 0;
+    const MessageReference shown = m_suspended ? m_shown.value({info, sender}) : MessageReference();
+    if (!shown.isNull())
+        return shown;
+    const QString wanted = sender.isEmpty() ? m_sender : sender;
+    const Session* newestSession = nullptr;
+    const LatestMessages::Entry* newest = nullptr;
     for (const Session& session : m_sessions) {
         for (const LatestMessages::Entry& entry : std::as_const(*session.messages).getEntries()) {
-            if (entry.info != info || entry.order < order)
+            if (entry.info != info || (newest && entry.order < newest->order))
                 continue;
-            const MessageReference message = makeMessage(session, entry);
-            if (!message.isNull()) {
-                latest = message;
-                order = entry.order;
-            }
+            if (!wanted.isEmpty() && session.session->getSenderName(entry.row) != wanted)
+                continue;
+            newestSession = &session;
+            newest = &entry;
         }
     }
-    return latest;
+    return newest ? makeMessage(*newestSession, *newest) : MessageReference();
 }
 
 quint64 LatestMessageSource::getOvertakenCount() const
@@ -172,7 +174,8 @@ void LatestMessageSource::emitPending()
     QSet<const MessageInfo*> gone;
     gone.swap(m_forgotten);
     for (const MessageInfo* info : std::as_const(gone)) {
-        m_shown.remove(info);
+        for (auto shown = m_shown.begin(); shown != m_shown.end();)
+            shown = shown.key().info == info ? m_shown.erase(shown) : std::next(shown);
         Q_EMIT forgotten(info);
     }
     struct Pending
@@ -195,7 +198,8 @@ void LatestMessageSource::emitPending()
     // In order of arrival, so that of two senders' messages of one type the newer is what a view ends up with.
     std::sort(pending.begin(), pending.end(), [](const Pending& a, const Pending& b) { return a.order < b.order; });
     for (const Pending& one : pending) {
-        m_shown.insert(one.message->getInfo(), one.message);
+        m_shown.insert({one.message->getInfo(), one.message->getSender()}, one.message);
+        m_shown.insert({one.message->getInfo(), QString()}, one.message);
         Q_EMIT newMessage(one.message.get());
     }
 }

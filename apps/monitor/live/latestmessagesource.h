@@ -4,6 +4,7 @@
 #include "latestmessages.h"
 #include "messagereference.h"
 #include "messagesource.h"
+#include "subject.h"
 
 #include <QHash>
 #include <QSet>
@@ -44,9 +45,9 @@ public:
     /** Whether there are sources, and all of them are recordings that are paused or over. */
     bool isStandingStill() const;
 
-    /** The newest message of type @p info that passes the sender filter, or null; while suspended the one that was
-     * handed on last, where there was one. */
-    MessageReference getLatest(const MessageInfo* info) const;
+    /** The newest message of type @p info, from @p sender or from anybody, that passes the sender filter, or null;
+     * while suspended the one that was handed on last, where there was one. */
+    MessageReference getLatest(const MessageInfo* info, const QString& sender = QString()) const;
 
     /** Messages that were never handed on because a newer one of their type came before the tick. */
     quint64 getOvertakenCount() const;
@@ -70,6 +71,8 @@ public:
 Q_SIGNALS:
     /** What was handed on of this type holds no more; newer messages of it follow where there are any. */
     void forgotten(const MessageInfo* info);
+    /** Messages of another sender are handed on now, or of all; told before the first of them. */
+    void senderChanged();
 
 public Q_SLOTS:
     /** Something came: it is handed on at the next tick. */
@@ -87,8 +90,8 @@ private:
     MessageReference makeMessage(const Session& session, const LatestMessages::Entry& entry) const;
 
     std::vector<Session> m_sessions;
-    QHash<const MessageInfo*, MessageReference> m_shown; // handed on last
-    QSet<const MessageInfo*> m_forgotten;                // which is still to be said
+    QHash<Subject, MessageReference> m_shown; // handed on last, of each sender and of any
+    QSet<const MessageInfo*> m_forgotten;     // which is still to be said
     QTimer m_tick;
     QString m_sender;
     int m_rate = DefaultRate;

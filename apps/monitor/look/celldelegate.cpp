@@ -20,6 +20,15 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
         option->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
         option->text += QString(2, QChar(QChar::Nbsp)); // or the text behind it seems to go on with the number
     }
+    const QString kept = index.data(KeptRole).toString();
+    if (!kept.isEmpty() && option->widget && option->rect.width() > 0 && option->text.endsWith(kept)) {
+        const QStyle* const style = option->widget->style();
+        const QRect place = style->subElementRect(QStyle::SE_ItemViewItemText, option, option->widget);
+        const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, option, option->widget) + 1;
+        const int room = place.width() - 2 * margin - option->fontMetrics.horizontalAdvance(kept);
+        const QString rest = option->text.left(option->text.size() - kept.size());
+        option->text = option->fontMetrics.elidedText(rest, Qt::ElideMiddle, qMax(0, room)) + kept;
+    }
     option->palette.setColor(QPalette::Disabled, QPalette::Text, Theme::faintText(option->palette));
 }
 
@@ -33,10 +42,11 @@ bool CellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
         const QRect place = style->subElementRect(QStyle::SE_ItemViewItemText, &filled, view);
         const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &filled, view) + 1;
         const int room = place.width() - 2 * margin;
-        if (filled.fontMetrics.horizontalAdvance(filled.text) > room) {
-            QString text = filled.text.toHtmlEscaped();
+        const QString whole = index.data(KeptRole).isValid() ? index.data().toString() : filled.text;
+        if (filled.fontMetrics.horizontalAdvance(whole) > room) {
+            QString text = whole.toHtmlEscaped();
             const QString more = index.data(Qt::ToolTipRole).toString();
-            if (!more.isEmpty() && more != filled.text)
+            if (!more.isEmpty() && more != whole)
                 text += QLatin1String("<hr>") + more.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));
             QToolTip::showText(event->globalPos(), QLatin1String("<qt>") + text + QLatin1String("</qt>"), view);
             return true;

@@ -15,6 +15,9 @@ class CellDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
+    /** The end of a text that is never cut, such as whose it is; the rest is cut in its middle. */
+    static const int KeptRole = Qt::UserRole + 1;
+
     explicit CellDelegate(QObject* parent);
 
     /** Cuts the texts of a column in their middle: names often differ only at their end. */

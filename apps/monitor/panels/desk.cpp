@@ -28,6 +28,10 @@ void Desk::addSession(SourceSession* session)
     // A sender that was chosen stays so when its name tells its source, or tells it no longer.
     connect(session, &SourceSession::senderRenamed, this, [this](const QString& before, const QString& now) {
         m_latest.renameSender(before, now);
+        m_types.renameSender(before, now);
+        for (Subject& chosen : m_chosenTypes)
+            if (chosen.sender == before)
+                chosen.sender = now;
         Q_EMIT senderRenamed(before, now);
     });
 }
@@ -50,7 +54,7 @@ void Desk::chooseSource(SourceSession* session)
     Q_EMIT chosenSourceChanged();
 }
 
-void Desk::chooseTypes(const QVector<const MessageInfo*>& types)
+void Desk::chooseTypes(const QVector<Subject>& types)
 {
     m_chosenTypes = types;
     Q_EMIT chosenTypesChanged();

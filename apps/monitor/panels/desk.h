@@ -16,13 +16,20 @@
 
 class QAction;
 
+/** Whose values a field that is taken from a row has. */
+struct Origin
+{
+    QString sender; ///< may be empty
+    bool isTold;    ///< whether the row says so, as others send the type as well
+};
+
 /** Something that a panel does with a field, offered to whoever shows fields. */
 struct FieldUse
 {
     QString name;    ///< for command lines
     QAction* action; ///< with text and key; the panel's own. Triggered, it is about the field that is current.
     QString refusal; ///< what is said of a field that is no number; empty where any field will do
-    std::function<void(const FieldPath&)> take;
+    std::function<void(const FieldPath&, const Origin&)> take;
     std::function<void(const QString&)> wish; ///< takes the field that an expression names, as soon as it is known
 };
 
@@ -58,9 +65,9 @@ public:
     SourceSession* getChosenSource() const;
     void chooseSource(SourceSession* session);
 
-    /** The types that are chosen in the list, in its order. */
-    const QVector<const MessageInfo*>& getChosenTypes() const { return m_chosenTypes; }
-    void chooseTypes(const QVector<const MessageInfo*>& types);
+    /** The types that are chosen in the list, each with its sender, in its order. */
+    const QVector<Subject>& getChosenTypes() const { return m_chosenTypes; }
+    void chooseTypes(const QVector<Subject>& types);
 
     /** Goes to @p time, microseconds since 1970, in the recording that has it: the chosen one first. */
     void jumpTo(qint64 time);
@@ -124,7 +131,7 @@ private:
     MessageTypeModel m_types;
     SourceModel m_sources;
     QPointer<SourceSession> m_chosenSource;
-    QVector<const MessageInfo*> m_chosenTypes;
+    QVector<Subject> m_chosenTypes;
     QVector<FieldUse> m_fieldUses;
     Preferences m_preferences;
     bool m_isPaused = false;

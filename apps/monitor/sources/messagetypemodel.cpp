@@ -1,9 +1,12 @@
 #include "messagetypemodel.h"
 
 #include "messageinfo.h"
+#include "naturalorder.h"
 #include "sourcesession.h"
 
 #include <QLocale>
+
+#include <algorithm>
 
 // A rate is that of the last five seconds: of what comes once a second, a shorter time would tell nonsense.
 static const int MarkMilliseconds = 1000;
@@ -29,29 +32,57 @@ void MessageTypeModel::removeSession(const SourceSession* session)
 
 void MessageTypeModel::removeTypesOf(const SourceSession* session)
 {
-    for (int i = int(m_rows.size()) - 1; i >= 0; --i) {
-        if (m_rows.at(i).session != session)
+    QVector<Subject> lost;
+    for (int i = 0; i < m_rows.size(); ++i) {
+        if (m_rows.at(i).session != session || !m_rows.at(i).info)
             continue;
-        beginRemoveRows(QModelIndex(), i, i);
-        m_rows.removeAt(i);
+        const Subject subject = getSubject(i);
+        if (--m_seen[subject] > 0)
+            continue;
+        m_seen.remove(subject);
+        lost.append(subject);
+        if (--m_senderCounts[subject.info] == 0)
+            m_senderCounts.remove(subject.info);
+    }
+    for (int last = int(m_rows.size()) - 1; last >= 0; --last) {
+        if (m_rows.at(last).session != session)
+            continue;
+        int first = last;
+        while (first > 0 && m_rows.at(first - 1).session == session)
+            --first;
+        beginRemoveRows(QModelIndex(), first, last);
+        m_rows.remove(first, last - first + 1);
         endRemoveRows();
+        last = first;
     }
-    QSet<const MessageInfo*> left;
-    for (const Row& row : std::as_const(m_rows))
-        left.insert(row.info);
-    const QSet<const MessageInfo*> before = m_seen;
-    for (const MessageInfo* info : before) {
-        if (!left.contains(info)) {
-            m_seen.remove(info);
-            Q_EMIT typeGone(info);
-        }
+    for (int i = 0; i < m_senders.size(); ++i) {
+        if (m_senders.at(i).session != session)
+            continue;
+        m_senderPlaces.remove({session, m_senders.at(i).number});
+        m_senders[i] = Sender{nullptr, 0, QString()};
     }
+    if (m_rows.isEmpty())
+        m_senders.clear();
+    if (!lost.isEmpty())
+        Q_EMIT gone(lost);
 }
 
-void MessageTypeModel::appendRows(Session* session, QVector<const MessageInfo*>* fresh)
+int MessageTypeModel::findSender(const SourceSession* session, int number, int row)
+{
+    const auto found = m_senderPlaces.constFind({session, number});
+    if (found != m_senderPlaces.constEnd())
+        return *found;
+    const int place = int(m_senders.size());
+    m_senderPlaces.insert({session, number}, place);
+    m_senders.append(Sender{session, number, session->getSenderName(row)});
+    return place;
+}
+
+void MessageTypeModel::appendRows(Session* session, QVector<Subject>* fresh)
 {
     const QVector<StreamIdentities::Row>& identities = session->session->getIdentities().getRows();
     session->shown.resize(identities.size());
+    QVector<Row> rows;
     for (int i = 0; i < identities.size(); ++i) {
         if (session->shown.at(i) || session->session->getCounters().getCount(i) == 0)
             continue;
@@ -62,15 +93,20 @@ void MessageTypeModel::appendRows(Session* session, QVector<const MessageInfo*>*
         row.number = i;
         row.info = info;
         row.name = info ? info->getName() : tr("Unknown %1").arg(identities.at(i).typeName);
+        row.sender = findSender(session->session, identities.at(i).sender, i);
         row.count = 0;
-        beginInsertRows(QModelIndex(), int(m_rows.size()), int(m_rows.size()));
-        m_rows.append(row);
-        endInsertRows();
-        if (info && !m_seen.contains(info)) {
-            m_seen.insert(info);
-            fresh->append(info);
+        rows.append(row);
+        const Subject subject = {info, m_senders.at(row.sender).name};
+        if (info && ++m_seen[subject] == 1) {
+            ++m_senderCounts[info];
+            fresh->append(subject);
         }
     }
+    if (rows.isEmpty())
+        return;
+    beginInsertRows(QModelIndex(), int(m_rows.size()), int(m_rows.size() + rows.size()) - 1);
+    m_rows += rows;
+    endInsertRows();
 }
 
 bool MessageTypeModel::hasOtherTypes(const SourceSession* session) const
@@ -96,7 +132,7 @@ void MessageTypeModel::refresh()
 {
     if (!m_clock.isValid())
         m_clock.start();
-    QVector<const MessageInfo*> fresh;
+    QVector<Subject> fresh;
     for (Session& session : m_sessions) {
         if (session.generation != session.session->getGeneration()) {
             session.generation = session.session->getGeneration();
@@ -115,8 +151,8 @@ void MessageTypeModel::refresh()
         noteCounts();
     if (!m_rows.isEmpty())
         Q_EMIT dataChanged(index(0, SenderColumn), index(int(m_rows.size()) - 1, RateColumn));
-    for (const MessageInfo* info : std::as_const(fresh))
-        Q_EMIT typeSeen(info);
+    if (!fresh.isEmpty())
+        Q_EMIT seen(fresh);
 }
 
 void MessageTypeModel::noteCounts()
@@ -138,12 +174,33 @@ void MessageTypeModel::noteCounts()
 QStringList MessageTypeModel::getSenders() const
 {
     QStringList senders;
-    for (const Row& row : m_rows) {
-        const QString name = row.session->getSenderName(row.number);
-        if (!name.isEmpty() && !senders.contains(name))
-            senders.append(name);
-    }
+    for (const Sender& sender : m_senders)
+        if (!sender.name.isEmpty())
+            senders.append(sender.name);
+    std::sort(senders.begin(), senders.end(), NaturalOrder::isBefore);
+    senders.erase(std::unique(senders.begin(), senders.end()), senders.end());
     return senders;
+}
+
+void MessageTypeModel::renameSender(const QString& before, const QString& now)
+{
+    bool any = false;
+    for (Sender& sender : m_senders) {
+        if (!sender.session || sender.name != before)
+            continue;
+        sender.name = now;
+        any = true;
+    }
+    if (!any)
+        return;
+    const QList<const MessageInfo*> types = m_senderCounts.keys();
+    for (const MessageInfo* info : types) {
+        if (const int rows = m_seen.take({info, before}))
+            m_seen.insert({info, now}, rows);
+        if (m_inTree.remove({info, before}))
+            m_inTree.insert({info, now});
+    }
+    Q_EMIT dataChanged(index(0, SenderColumn), index(int(m_rows.size()) - 1, SenderColumn));
 }
 
 const MessageInfo* MessageTypeModel::getMessageInfo(int row) const
@@ -151,15 +208,34 @@ const MessageInfo* MessageTypeModel::getMessageInfo(int row) const
     return row >= 0 && row < m_rows.size() ? m_rows.at(row).info : nullptr;
 }
 
-void MessageTypeModel::setInTree(const MessageInfo* info, bool inTree)
+Subject MessageTypeModel::getSubject(int row) const
 {
-    if (inTree)
-        m_inTree.insert(info);
-    else
-        m_inTree.remove(info);
-    for (int i = 0; i < m_rows.size(); ++i)
-        if (m_rows.at(i).info == info)
-            Q_EMIT dataChanged(index(i, TypeColumn), index(i, TypeColumn));
+    return {m_rows.at(row).info, m_senders.at(m_rows.at(row).sender).name};
+}
+
+void MessageTypeModel::setInTree(const QVector<Subject>& subjects, bool inTree)
+{
+    for (const Subject& subject : subjects) {
+        if (inTree)
+            m_inTree.insert(subject);
+        else
+            m_inTree.remove(subject);
+    }
+    if (!m_rows.isEmpty())
+        Q_EMIT dataChanged(index(0, TypeColumn), index(getCount() - 1, TypeColumn), {Qt::CheckStateRole});
+}
+
+bool MessageTypeModel::isBefore(int left, int right, int column) const
+{
+    const Row& one = m_rows.at(left);
+    const Row& other = m_rows.at(right);
+    if (column == CountColumn)
+        return one.count < other.count;
+    if (column == RateColumn)
+        return one.rate < other.rate;
+    const int types = NaturalOrder::compare(one.name, other.name);
+    const int senders = NaturalOrder::compare(m_senders.at(one.sender).name, m_senders.at(other.sender).name);
+    return column == SenderColumn ? (senders != 0 ? senders < 0 : types < 0) : (types != 0 ? types < 0 : senders < 0);
 }
 
 int MessageTypeModel::rowCount(const QModelIndex& parent) const
@@ -178,7 +254,7 @@ QVariant MessageTypeModel::displayData(const Row& row, int column) const
     case TypeColumn:
         return row.name;
     case SenderColumn:
-        return row.session->getSenderName(row.number);
+        return m_senders.at(row.sender).name;
     case CountColumn:
         return QLocale().toString(row.count);
     case RateColumn:
@@ -197,13 +273,9 @@ QVariant MessageTypeModel::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return displayData(row, index.column());
-    case SortRole:
-        if (index.column() == CountColumn)
-            return row.count;
-        return index.column() == RateColumn ? QVariant(row.rate) : displayData(row, index.column());
     case Qt::CheckStateRole:
         if (index.column() == TypeColumn) // also of unknown types, so that all names begin in one line
-            return m_inTree.contains(row.info) ? Qt::Checked : Qt::Unchecked;
+            return m_inTree.contains(getSubject(index.row())) ? Qt::Checked : Qt::Unchecked;
         return QVariant();
     case Qt::ToolTipRole:
         if (index.column() == SenderColumn)
@@ -223,7 +295,7 @@ bool MessageTypeModel::setData(const QModelIndex& index, const QVariant& value, 
 {
     if (role != Qt::CheckStateRole || index.column() != TypeColumn || !getMessageInfo(index.row()))
         return false;
-    Q_EMIT inTreeRequested(getMessageInfo(index.row()), value.toInt() == Qt::Checked);
+    Q_EMIT inTreeRequested(getSubject(index.row()), value.toInt() == Qt::Checked);
     return true;
 }
 

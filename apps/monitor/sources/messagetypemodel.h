@@ -1,8 +1,11 @@
 #ifndef MESSAGETYPEMODEL_H
 #define MESSAGETYPEMODEL_H
 
+#include "subject.h"
+
 #include <QAbstractTableModel>
 #include <QElapsedTimer>
+#include <QHash>
 #include <QSet>
 #include <QVector>
 
@@ -25,30 +28,38 @@ public:
         ColumnCount
     };
 
-    /** What sorting goes by: numbers as numbers. */
-    static const int SortRole = Qt::UserRole;
-
     explicit MessageTypeModel(QObject* parent = nullptr);
 
     /** Shows what @p session receives, until it is removed. */
     void addSession(const SourceSession* session);
     void removeSession(const SourceSession* session);
 
-    /** Reads the counters of the sources anew; new types are announced by typeSeen(). */
+    /** Reads the counters of the sources anew; what is new is announced by seen(). */
     void refresh();
 
     /** Whether any source received that type. */
-    bool contains(const MessageInfo* info) const { return m_seen.contains(info); }
+    bool contains(const MessageInfo* info) const { return m_senderCounts.contains(info); }
+    /** Whether more than one sender sends this type. */
+    bool isFromSeveral(const MessageInfo* info) const { return getSenderCount(info) > 1; }
+    int getSenderCount(const MessageInfo* info) const { return m_senderCounts.value(info); }
 
-    /** The names of all senders, each once; a source's own are there until it is closed. */
+    /** The names of all senders, each once and in natural order; a source's own are there until it is closed. */
     QStringList getSenders() const;
+    /** Sender @p before is called @p now. */
+    void renameSender(const QString& before, const QString& now);
 
+    /** How many rows there are, of types of senders. */
+    int getCount() const { return int(m_rows.size()); }
     /** The type in @p row, or null for one that is not known. */
     const MessageInfo* getMessageInfo(int row) const;
+    /** The type in @p row and who sends it; without a type for one that is not known. */
+    Subject getSubject(int row) const;
 
     /** Shows types as being in the tree or not. */
-    void setInTree(const MessageInfo* info, bool inTree);
-    bool isInTree(const MessageInfo* info) const { return m_inTree.contains(info); }
+    void setInTree(const QVector<Subject>& subjects, bool inTree);
+
+    /** Whether one row stands before another when a column is sorted by. */
+    bool isBefore(int left, int right, int column) const;
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -60,12 +71,12 @@ public:
 Q_SIGNALS:
     /** Types of a source go, and others come in their place. */
     void typesAboutToChange();
-    /** A known type was received for the first time. */
-    void typeSeen(const MessageInfo* info);
-    /** No source that is still open has that type any more. */
-    void typeGone(const MessageInfo* info);
+    /** These known types were received for the first time, each from this sender. */
+    void seen(const QVector<Subject>& subjects);
+    /** No source that is still open has these any more. */
+    void gone(const QVector<Subject>& subjects);
     /** The user ticked a type or took its tick away. */
-    void inTreeRequested(const MessageInfo* info, bool inTree);
+    void inTreeRequested(const Subject& subject, bool inTree);
 
 private:
     struct Row
@@ -74,9 +85,17 @@ private:
         int number; // among the session's identities
         const MessageInfo* info;
         QString name;
+        int sender; // in m_senders
         quint64 count;
         QVector<quint64> marks; // the counts of the last seconds, oldest first
         double rate = 0;
+    };
+    /** A sender of a session. */
+    struct Sender
+    {
+        const SourceSession* session; // null when it is gone
+        int number;                   // among the session's identities
+        QString name;
     };
 
     QVariant displayData(const Row& row, int column) const;
@@ -90,13 +109,17 @@ private:
 
     bool hasOtherTypes(const SourceSession* session) const;
     void removeTypesOf(const SourceSession* session);
-    void appendRows(Session* session, QVector<const MessageInfo*>* fresh);
+    int findSender(const SourceSession* session, int number, int row);
+    void appendRows(Session* session, QVector<Subject>* fresh);
     void forgetRates(const SourceSession* session);
 
     QVector<Session> m_sessions;
     QVector<Row> m_rows;
-    QSet<const MessageInfo*> m_seen;
-    QSet<const MessageInfo*> m_inTree;
+    QVector<Sender> m_senders;
+    QHash<QPair<const SourceSession*, int>, int> m_senderPlaces;
+    QHash<Subject, int> m_seen;                    // how many rows
+    QHash<const MessageInfo*, int> m_senderCounts; // of what is seen
+    QSet<Subject> m_inTree;
     QElapsedTimer m_clock;
     QVector<qint64> m_marks; // when the counts were noted
 };

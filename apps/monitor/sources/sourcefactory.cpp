@@ -91,12 +91,10 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     if (!readOptions(options, &stream, error))
         return false;
     if (options.isSimulation()) {
-        const bool isRobot = options.simulated == SimulatorInput::Robot;
-        stream.container = isRobot ? QStringLiteral("mcap") : QStringLiteral("raw");
-        parts->input.reset(new SimulatorInput(Simulation::Settings(), options.simulated));
+        stream.container = QLatin1String(options.demonstration->container);
+        parts->input.reset(options.demonstration->create());
         parts->opener.reset(new StreamOpener(stream));
-        parts->name = isRobot ? QCoreApplication::translate("SourceFactory", "simulated robot")
-                              : QCoreApplication::translate("SourceFactory", "simulated vehicle");
+        parts->name = QCoreApplication::translate("Demonstration", options.demonstration->sourceName);
         return true;
     }
     InputAddress address;

@@ -2,7 +2,7 @@
 #define SOURCEFACTORY_H
 
 #include "byteinput.h"
-#include "simulatorinput.h"
+#include "demonstration.h"
 #include "streamdecoder.h"
 #include "streamopener.h"
 
@@ -27,7 +27,7 @@ struct SourceOptions
     QString container;       ///< the name of what it is; empty to find out
     QStringList topicTypes;  ///< rules for Definitions::addTopicType()
 
-    SimulatorInput::Device simulated = SimulatorInput::Vehicle; ///< where there is no address
+    const Demonstration* demonstration = &Demonstration::getAll().first(); ///< where there is no address
 
     bool isSimulation() const { return address.isEmpty(); }
 };

@@ -6,6 +6,7 @@
 #include "opener.h"
 #include "outputkind.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QFileDialog>
 #include <QSettings>
@@ -24,8 +25,9 @@ FileMenu::FileMenu(Desk* desk, Opener* opener, QWidget* window)
     m_recentMenu = addMenu(tr("Open &Recent"));
     connect(m_recentMenu, &QMenu::aboutToShow, this, &FileMenu::fillRecent);
     addAction(tr("Co&nnect..."), this, &FileMenu::connectSource)->setShortcut(QKeySequence(tr("Ctrl+K")));
-    addAction(tr("&Simulated Vehicle"), opener, [opener]() { opener->openSimulation(false, SimulatorInput::Vehicle); });
-    addAction(tr("S&imulated Robot"), opener, [opener]() { opener->openSimulation(false, SimulatorInput::Robot); });
+    for (const Demonstration& each : Demonstration::getAll())
+        addAction(QCoreApplication::translate("Demonstration", each.menuText), opener,
+                  [opener, &each]() { opener->openSimulation(false, &each); });
     addSeparator();
     m_record = addAction(tr("&Record..."), this, [this]() { record(true); });
     m_record->setShortcut(QKeySequence(tr("Ctrl+R")));

@@ -48,9 +48,10 @@ public:
     /** Opens all of them, definitions among them too. False after showing in one box what could not be opened. */
     bool openAll(const QStringList& addresses) { return m_opener.openAll(addresses); }
     /** Shows a simulation. @p untilAnother closes it as soon as another source is opened. */
-    void openSimulation(bool untilAnother = false, SimulatorInput::Device device = SimulatorInput::Vehicle)
+    void openSimulation(bool untilAnother = false,
+                        const Demonstration* demonstration = &Demonstration::getAll().first())
     {
-        m_opener.openSimulation(untilAnother, device);
+        m_opener.openSimulation(untilAnother, demonstration);
     }
 
     /** Writes what should survive a restart. */

@@ -69,10 +69,10 @@ SourceSession* Opener::open(const SourceOptions& options, QString* error)
     return session;
 }
 
-void Opener::openSimulation(bool untilAnother, SimulatorInput::Device device)
+void Opener::openSimulation(bool untilAnother, const Demonstration* demonstration)
 {
     SourceOptions options;
-    options.simulated = device;
+    options.demonstration = demonstration;
     QString error;
     SourceSession* const session = open(options, &error);
     if (untilAnother)

@@ -35,7 +35,7 @@ public:
     /** Opens what @p options describe beside what is open; null with the reason in @p error. */
     SourceSession* open(const SourceOptions& options, QString* error);
     /** Shows a simulation. @p untilAnother closes it as soon as another source is opened. */
-    void openSimulation(bool untilAnother, SimulatorInput::Device device);
+    void openSimulation(bool untilAnother, const Demonstration* demonstration);
 
 Q_SIGNALS:
     void opened(const SourceSession* session);

@@ -3,7 +3,6 @@
 
 #include "changehighlighter.h"
 #include "findbar.h"
-#include "pinnedtypes.h"
 #include "plotseries.h"
 #include "plotview.h"
 #include "silencewatch.h"
@@ -85,13 +84,13 @@ private:
         else if (verb == "expand")
             row->setExpanded(true);
         else if (verb == "pin" || verb == "unpin")
-            panel.getPins()->setPinned(nav, verb == "pin");
+            panel.getRows()->setPinned({nav, QString()}, verb == "pin");
         else if (verb == "secondary")
             tree.setHideSecondaryFields(false), tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
         else if (verb == "plain" || verb == "highlight")
             setHighlight(verb == "highlight");
         else if (verb == "plot")
-            plot.addField(TreeRow(row).getPath());
+            plot.addField(TreeRow(row).getPath(), {TreeRow(row).getSubject().sender, false});
         else if (verb == "choose" || verb == "remove")
             choose(rest.toInt(), verb == "remove");
         else if (verb == "empty")

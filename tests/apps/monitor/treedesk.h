@@ -6,12 +6,12 @@
 #include "formatinfo.h"
 #include "formatregistry.h"
 #include "messagetreewidget.h"
-#include "messagetreewidgetitem.h"
 #include "panelset.h"
-#include "pinnedtypes.h"
 #include "plotpanel.h"
 #include "testformat.h"
+#include "toldrows.h"
 #include "treepanel.h"
+#include "treerows.h"
 
 /** A desk with the message tree and the plot, and messages that are simply set. */
 struct TreeDesk : Desk
@@ -49,8 +49,7 @@ struct TreeDesk : Desk
         format.addMessageInfo(point);
         FormatRegistry::getInstance()->addFormat(&format);
         tree.setColumns({MessageTreeWidget::NameColumn, MessageTreeWidget::ValueColumn});
-        add(battery);
-        add(nav);
+        add({battery, nav});
         panel.getWidget()->resize(600, 500);
         panel.getWidget()->show();
     }
@@ -66,12 +65,13 @@ struct TreeDesk : Desk
         return rows;
     }
 
-    MessageTreeWidgetItem* add(const MessageInfo* info)
+    /** Gives types of a sender rows. */
+    void add(const QVector<const MessageInfo*>& infos, const QString& sender = QString())
     {
-        auto* const row = new MessageTreeWidgetItem(&tree, info);
-        tree.insertTopLevelItem(panel.getPins()->placeFor(info), row);
-        row->configureInTreeWidget();
-        return row;
+        QVector<Subject> subjects;
+        for (const MessageInfo* info : infos)
+            subjects.append({info, sender});
+        panel.getRows()->set(subjects, true);
     }
 
     /** A message of nav; the caller's. */
@@ -100,35 +100,8 @@ struct TreeDesk : Desk
         send(message);
     }
 
-    /** The row on this way of names, "NAV_STATE/place/place [1]/x"; null when there is none. */
-    QTreeWidgetItem* find(const QString& way) const
-    {
-        QTreeWidgetItem* item = tree.invisibleRootItem();
-        for (const QString& name : way.split('/')) {
-            QTreeWidgetItem* found = nullptr;
-            for (int i = 0; item && i < item->childCount(); ++i)
-                if (item->child(i)->text(0) == name)
-                    found = item->child(i);
-            item = found;
-        }
-        return item;
-    }
-
-    /** The rows that can be seen, deeper ones with dots in front: "NAV_STATE, .mode". */
-    QString shown(const QTreeWidgetItem* item = nullptr, const QString& dots = QString()) const
-    {
-        item = item ? item : tree.invisibleRootItem();
-        QStringList names;
-        for (int i = 0; i < item->childCount(); ++i) {
-            const QTreeWidgetItem* const child = item->child(i);
-            if (child->isHidden())
-                continue;
-            names.append(dots + child->text(0));
-            if (child->isExpanded() && child->childCount() > 0)
-                names.append(shown(child, dots + '.'));
-        }
-        return names.join(", ");
-    }
+    QTreeWidgetItem* find(const QString& way) const { return findRow(tree, way); }
+    QString shown() const { return shownRows(tree.invisibleRootItem()); }
 
     FormatInfo format;
     MessageInfo* nav;

@@ -236,7 +236,7 @@ void tst_monitorplayback::aSenderStaysChosenWhenItGetsAnotherName()
     QCOMPARE(int(window.getPlot()->getSeries().size()), 2); // and no third of the old name
     QCOMPARE(window.getPlot()->getSeries().front()->getSender(), senders->currentText());
     // The tree shows the chosen one only, also where another source sent later.
-    EVENTUALLY_IS(window.valueOf("ATTITUDE", "roll"), "4.12345 rad");
+    EVENTUALLY_IS(window.valueOf("ATTITUDE 1:1 @ flight.tlog", "roll"), "4.12345 rad");
 }
 
 void tst_monitorplayback::whatCannotBeOpenedIsToldInOneBox()

@@ -3,6 +3,7 @@
 #include "testbase.h"
 #include "testfolder.h"
 #include "testwindow.h"
+#include "treerows.h"
 
 #include <QJsonArray>
 
@@ -24,6 +25,7 @@ private:
     }
     bool openFlight(TestWindow* window) const
     {
+        window->find<TreePanel>()->getRows()->setArrangement(TreeRows::ByType);
         return window->loadDialect(m_samples + "/mavlink/dialects/ardupilotmega.xml", QString()) &&
                window->play(m_samples + "/mavlink/dronekit-flight.tlog") &&
                waitFor([&]() { return window->getTree()->topLevelItemCount() == 35; });

@@ -174,7 +174,8 @@ void tst_monitorsources::aServerThatStartsAnewMixesNothingUp()
     window.session->stopRecording();
 
     QCOMPARE(window.countedTypes(), QString("demo.Point (/a) 3, demo.Point (/b) 3, other.Point (/c) 3"));
-    EVENTUALLY_IS(window.valueOf("demo.Point", "n"), "12");
+    EVENTUALLY_IS(window.valueOf("demo.Point /a", "n"), "12");
+    EVENTUALLY_IS(window.valueOf("demo.Point /b", "n"), "22");
     EVENTUALLY_IS(window.valueOf("other.Point", "n"), "32");
     EVENTUALLY_IS(window.getWatches()->getWatches().first()->getText(), "12");
     EVENTUALLY_IS(window.getWatches()->getWatches().last()->getText(), "32");

@@ -138,13 +138,12 @@ void tst_monitortree::pinnedTypesStayOnTop()
         QCOMPARE(desk.tree.topLevelItem(0)->text(0), QString("NAV_STATE"));
         QVERIFY(!desk.tree.topLevelItem(0)->icon(0).isNull());
         QVERIFY(desk.find("NAV_STATE/place")->isExpanded());
-        desk.panel.getPins()->saveSettings(settings);
+        desk.panel.getRows()->saveSettings(settings);
     }
     ToldTree desk;
-    desk.tree.clear();
-    desk.panel.getPins()->restoreSettings(settings);
-    desk.add(desk.battery);
-    desk.add(desk.nav);
+    desk.panel.getRows()->set({{desk.battery, QString()}, {desk.nav, QString()}}, false);
+    desk.panel.getRows()->restoreSettings(settings);
+    desk.add({desk.battery, desk.nav});
     QCOMPARE(desk.tell("collapse; shown; unpin; shown"), QString("NAV_STATE, BATTERY; BATTERY, NAV_STATE"));
     QVERIFY(desk.find("NAV_STATE")->icon(0).isNull());
 }

@@ -218,7 +218,7 @@ void tst_monitorwindow::everythingFitsASmallScreen()
     EVENTUALLY(window.getTree()->header()->sectionPosition(2) * 10 < window.getTree()->width() * 7);
     const QDockWidget* const watches = window.findChild<QDockWidget*>("watches");
     QVERIFY(watches->isHidden());
-    window.getDesk()->getFieldUses().first().take(FieldPath());
+    window.getDesk()->getFieldUses().first().take(FieldPath(), {QString(), false});
     QVERIFY(!watches->isHidden());
 }
 
@@ -314,7 +314,7 @@ void tst_monitorwindow::theProgramSavesPicturesAndSaysWhatIsWrong()
          ""},
         {"corvel-monitor --speed fast", "! ...--speed...\n= 1"},
         {"corvel-monitor --size 5 --after 1", "! ...--size takes <width>x<height>...\n= 1"},
-        {"corvel-monitor --demo boat", "! ...--demo takes vehicle or robot...\n= 1"},
+        {"corvel-monitor --demo boat", "! ...--demo takes vehicle, robot or fleet...\n= 1"},
         {"corvel-monitor --palette pink", "! ...--palette takes system, light or dark...\n= 1"},
         {"{ corvel-monitor /nowhere/flight.tlog --screenshot b.png; echo \"= $?\"; } 2>&1 | grep -v -e QStandard -e "
          "plugin",

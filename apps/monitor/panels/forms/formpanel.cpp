@@ -4,6 +4,7 @@
 #include "desk.h"
 #include "fieldinfo.h"
 #include "fieldvaluelabel.h"
+#include "message.h"
 #include "messageinfo.h"
 #include "messagewidget.h"
 #include "theme.h"
@@ -28,16 +29,24 @@ FormPanel::FormPanel(Desk* desk, QWidget* parent)
     setFrameShape(QFrame::NoFrame);
     setAccessibleName(tr("Message forms"));
     connect(desk, &Desk::chosenTypesChanged, this, &FormPanel::followChoice);
+    connect(desk->getLatest(), SIGNAL(newMessage(const Message*)), this, SLOT(processMessage(const Message*)));
+    connect(desk->getTypes(), &MessageTypeModel::seen, this, &FormPanel::showTitles);
+    connect(desk->getTypes(), &MessageTypeModel::gone, this, &FormPanel::showTitles);
+    connect(desk, &Desk::senderRenamed, this, [this](const QString& before, const QString& now) {
+        for (Form& form : m_forms)
+            if (form.subject.sender == before)
+                form.subject.sender = now;
+        showTitles();
+    });
 }
 
-FormPanel::Form FormPanel::createForm(const MessageInfo* info)
+FormPanel::Form FormPanel::createForm(const Subject& subject)
 {
-    QGroupBox* box = new QGroupBox(info->getName());
+    QGroupBox* box = new QGroupBox;
     QVBoxLayout* layout = new QVBoxLayout(box);
     layout->setContentsMargins(0, 0, 0, 0);
-    const Form form = {info, box, new MessageWidget(box, info)};
+    const Form form = {subject, box, new MessageWidget(box, subject.info)};
     layout->addWidget(form.widget);
-    connect(m_desk->getLatest(), SIGNAL(newMessage(const Message*)), form.widget, SLOT(processMessage(const Message*)));
     fill(form);
     return form;
 }
@@ -53,7 +62,7 @@ void FormPanel::fill(const Form& form)
         label->setText(tr("Hidden data"));
         label->setEnabled(false);
     }
-    const MessageReference latest = m_desk->getLatest()->getLatest(form.info);
+    const MessageReference latest = m_desk->getLatest()->getLatest(form.subject.info, form.subject.sender);
     if (!latest.isNull())
         form.widget->processMessage(latest.get());
 }
@@ -61,7 +70,7 @@ void FormPanel::fill(const Form& form)
 void FormPanel::renew()
 {
     for (const Form& form : std::as_const(m_forms)) {
-        form.widget->setMessageInfo(form.info);
+        form.widget->setMessageInfo(form.subject.info);
         fill(form);
     }
 }
@@ -70,7 +79,7 @@ void FormPanel::forget(const MessageInfo* info)
 {
     for (const Form& form : std::as_const(m_forms))
         for (FieldValueLabel* label : form.widget->findChildren<FieldValueLabel*>())
-            if (form.info == info && label->getFieldInfo())
+            if (form.subject.info == info && label->getFieldInfo())
                 label->clearValue();
 }
 
@@ -78,16 +87,16 @@ void FormPanel::forget(const MessageInfo* info)
 void FormPanel::followChoice()
 {
     QVector<Form> forms;
-    for (const MessageInfo* info : m_desk->getChosenTypes()) {
-        Form form = {info, nullptr, nullptr};
+    for (const Subject& subject : m_desk->getChosenTypes()) {
+        Form form = {subject, nullptr, nullptr};
         for (Form& old : m_forms) {
-            if (old.info == info && old.box) {
+            if (old.subject == subject && old.box) {
                 form = old;
                 old.box = nullptr;
             }
         }
         if (!form.box)
-            form = createForm(info);
+            form = createForm(subject);
         forms.append(form);
     }
     for (const Form& old : std::as_const(m_forms))
@@ -96,4 +105,22 @@ void FormPanel::followChoice()
     for (int i = 0; i < m_forms.size(); ++i)
         m_layout->insertWidget(i, m_forms.at(i).box);
     m_hint->setVisible(m_forms.isEmpty());
+    showTitles();
+}
+
+// Whose message it is has to be told where several send the type.
+void FormPanel::showTitles()
+{
+    for (const Form& form : std::as_const(m_forms)) {
+        const QString name = form.subject.info->getName();
+        const bool isTold = m_desk->getTypes()->isFromSeveral(form.subject.info) && !form.subject.sender.isEmpty();
+        form.box->setTitle(isTold ? name + QLatin1Char(' ') + form.subject.sender : name);
+    }
+}
+
+void FormPanel::processMessage(const Message* message)
+{
+    for (const Form& form : std::as_const(m_forms))
+        if (form.subject.covers(message->getInfo(), message->getSender()))
+            form.widget->processMessage(message);
 }

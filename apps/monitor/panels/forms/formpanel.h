@@ -2,15 +2,18 @@
 #define FORMPANEL_H
 
 #include "panel.h"
+#include "subject.h"
 
 #include <QScrollArea>
 #include <QVector>
 
+class Message;
 class MessageWidget;
+class QGroupBox;
 class QLabel;
 class QVBoxLayout;
 
-/** Shows a form for each of the message types that are chosen, one below the other. */
+/** Shows a form for each of the message types that are chosen, of its sender, one below the other. */
 class FormPanel : public QScrollArea, public ::Panel // and not that of QFrame
 {
     Q_OBJECT
@@ -26,15 +29,20 @@ public:
 private:
     struct Form
     {
-        const MessageInfo* info;
-        QWidget* box;
+        Subject subject;
+        QGroupBox* box;
         MessageWidget* widget;
     };
 
-    Form createForm(const MessageInfo* info);
+    Form createForm(const Subject& subject);
+    void showTitles();
     void fill(const Form& form);
     void followChoice();
 
+private Q_SLOTS:
+    void processMessage(const Message* message);
+
+private:
     Desk* m_desk;
     QVBoxLayout* m_layout;
     QLabel* m_hint;

@@ -88,8 +88,8 @@ PlotPanel::~PlotPanel() = default;
 void PlotPanel::offerUse()
 {
     m_use->setShortcut(QKeySequence(tr("Ctrl+L")));
-    const auto take = [this](const FieldPath& path) {
-        addField(path);
+    const auto take = [this](const FieldPath& path, const Origin& origin) {
+        addField(path, origin);
         Q_EMIT m_desk->wanted(this);
     };
     m_desk->offerUse({QLatin1String("plot"), m_use, tr("Only numbers can be plotted."), take,
@@ -232,18 +232,33 @@ PlotSeries* PlotPanel::currentSeries() const
     return row >= 0 && row < int(m_series.size()) ? m_series[std::size_t(row)].get() : nullptr;
 }
 
-void PlotPanel::addField(const FieldPath& path)
+void PlotPanel::addField(const FieldPath& path, const Origin& origin)
 {
     if (!path.getField() || path.isWholeRepeatedField() || path.isHidden())
         return;
+    const bool ofEach = origin.sender.isEmpty();
     m_removed.erase(std::remove_if(m_removed.begin(), m_removed.end(),
-                                   [&path](const auto& removed) { return removed.first == path; }),
+                                   [&](const auto& removed) {
+                                       return removed.first == path && (ofEach || removed.second == origin.sender);
+                                   }),
                     m_removed.end());
-    for (const auto& series : m_series)
-        if (series->getPath() == path)
-            return;
-    if (!findOrAdd(path, QString()))
+    bool isDrawn = false;
+    for (const auto& series : m_series) {
+        if (!(series->getPath() == path))
+            continue;
+        if (ofEach)
+            series->setOrigin(origin);
+        isDrawn = isDrawn || ofEach || series->getSender() == origin.sender;
+    }
+    if (isDrawn || isDrawnOfEach(path)) {
+        updateNames();
+        return;
+    }
+    if (PlotSeries* const series = append(path, origin.sender))
+        series->setOrigin(origin);
+    else
         Q_EMIT m_desk->failed(tr("No more than %1 series can be plotted at a time.").arg(MostSeries));
+    updateNames();
     updateTypes();
 }
 
@@ -252,12 +267,17 @@ PlotSeries* PlotPanel::findOrAdd(const FieldPath& path, const QString& sender)
     for (const auto& series : m_series) {
         if (!(series->getPath() == path))
             continue;
-        if (series->getMessageCount() == 0)
+        if (series->getMessageCount() == 0 && series->getOrigin().sender.isEmpty())
             series->setSender(sender);
         if (series->getSender() == sender)
             return series.get();
     }
-    if (m_series.size() >= MostSeries || isRemoved(path, sender))
+    return isDrawnOfEach(path) && !isRemoved(path, sender) ? append(path, sender) : nullptr;
+}
+
+PlotSeries* PlotPanel::append(const FieldPath& path, const QString& sender)
+{
+    if (m_series.size() >= MostSeries)
         return nullptr;
     m_series.emplace_back(new PlotSeries(path));
     PlotSeries* const series = m_series.back().get();
@@ -267,6 +287,14 @@ PlotSeries* PlotPanel::findOrAdd(const FieldPath& path, const QString& sender)
     updateNames();
     updateEmptiness();
     return series;
+}
+
+bool PlotPanel::isDrawnOfEach(const FieldPath& path) const
+{
+    for (const auto& series : m_series)
+        if (series->getPath() == path && series->getOrigin().sender.isEmpty())
+            return true;
+    return false;
 }
 
 bool PlotPanel::isRemoved(const FieldPath& path, const QString& sender) const
@@ -296,7 +324,7 @@ void PlotPanel::updateNames()
         for (const auto& other : m_series)
             same += other->getPath() == series->getPath() ? 1 : 0;
         QString name = series->getPath().getName();
-        if (same > 1)
+        if (same > 1 || series->getOrigin().isTold)
             name += QStringLiteral(" (%1)").arg(series->getSender());
         QTreeWidgetItem* const row = legendRow(series.get());
         row->setIcon(NameColumn,
@@ -358,9 +386,14 @@ void PlotPanel::updateTypes()
 
 void PlotPanel::renameSender(const QString& before, const QString& now)
 {
-    for (const auto& series : m_series)
-        if (series->getMessageCount() > 0 && series->getSender() == before)
-            series->setSender(now);
+    for (const auto& series : m_series) {
+        const bool isKnown = series->getMessageCount() > 0 || !series->getOrigin().sender.isEmpty();
+        if (!isKnown || series->getSender() != before)
+            continue;
+        series->setSender(now);
+        if (!series->getOrigin().sender.isEmpty())
+            series->setOrigin({now, series->getOrigin().isTold});
+    }
     for (auto& removed : m_removed)
         if (removed.second == before)
             removed.second = now;
@@ -396,7 +429,7 @@ QStringList PlotPanel::removeHidden()
     for (std::size_t i = m_series.size(); i-- > 0;) {
         if (!m_series[i]->getPath().isHidden())
             continue;
-        expressions.prepend(m_series[i]->getPath().getExpression());
+        expressions.prepend(m_series[i]->getWish());
         removeSeries(i);
     }
     expressions.removeDuplicates(); // of several senders
@@ -407,7 +440,7 @@ QStringList PlotPanel::getExpressions() const
 {
     QStringList expressions;
     for (const auto& series : m_series)
-        expressions.append(series->getPath().getExpression());
+        expressions.append(series->getWish());
     expressions.removeDuplicates();
     return expressions;
 }

@@ -1,6 +1,7 @@
 #ifndef PLOTPANEL_H
 #define PLOTPANEL_H
 
+#include "desk.h"
 #include "fieldpath.h"
 #include "messagetap.h"
 #include "panel.h"
@@ -13,7 +14,6 @@
 #include <memory>
 #include <vector>
 
-class LatestMessageSource;
 class PlotSeries;
 class PlotView;
 class PlotWishes;
@@ -44,10 +44,11 @@ public:
     void renew() override;
     bool isFilled() const override { return !m_series.empty(); }
 
-    /** Draws the field that @p expression names, as soon as it is known. */
+    /** Draws the field that @p expression names, of the sender behind a tab in it if there is one, as soon as it is
+     * known. */
     void plot(const QString& expression);
-    /** Draws a field from now on, of each sender of its messages. */
-    void addField(const FieldPath& path);
+    /** Draws a field from now on: of one sender, or of each when @p origin has none. */
+    void addField(const FieldPath& path, const Origin& origin = {QString(), false});
     /** Removes the series that is chosen in the list, or all. */
     void removeCurrent();
     void removeAll();
@@ -67,7 +68,7 @@ public:
     void refresh();
     /** Removes all series of fields that are not to be shown now; returns the expressions that name them. */
     QStringList removeHidden();
-    /** The expressions that name the fields, each once. */
+    /** The expressions that name the fields, each once, with senders as plot() takes them. */
     QStringList getExpressions() const;
 
 Q_SIGNALS:
@@ -86,6 +87,8 @@ private:
     void processMessage(const Message* message);
     void renameSender(const QString& before, const QString& now);
     PlotSeries* findOrAdd(const FieldPath& path, const QString& sender);
+    PlotSeries* append(const FieldPath& path, const QString& sender);
+    bool isDrawnOfEach(const FieldPath& path) const;
     bool isRemoved(const FieldPath& path, const QString& sender) const;
     void showLive();
     void showEverything();

@@ -18,6 +18,13 @@ PlotSeries::PlotSeries(const FieldPath& path)
 {
 }
 
+QString PlotSeries::getWish() const
+{
+    const QString expression = m_path.getExpression();
+    // The only sender of a type may well be called otherwise in the next run.
+    return m_origin.isTold ? expression + QLatin1Char('\t') + m_origin.sender : expression;
+}
+
 QString PlotSeries::getUnit() const
 {
     // Numbers of things that have names are drawn as they are transmitted.

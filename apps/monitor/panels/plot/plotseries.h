@@ -2,6 +2,7 @@
 #define PLOTSERIES_H
 
 #include "customplot.h"
+#include "desk.h"
 #include "fieldpath.h"
 
 /**
@@ -24,6 +25,11 @@ public:
     /** Who sent the messages; not known before the first. */
     const QString& getSender() const { return m_sender; }
     void setSender(const QString& sender) { m_sender = sender; }
+    /** Whose values it was wished to have: one sender's, or each's when it is empty. */
+    const Origin& getOrigin() const { return m_origin; }
+    void setOrigin(const Origin& origin) { m_origin = origin; }
+    /** What brings it back, see PlotPanel::plot(). */
+    QString getWish() const;
     /** The unit of the values; may be empty. */
     QString getUnit() const;
     /** The newest value as people read it, with unit. */
@@ -45,6 +51,7 @@ private:
 
     FieldPath m_path;
     QString m_sender;
+    Origin m_origin = {QString(), false};
     QSharedPointer<QCPGraphDataContainer> m_points;
     FieldValue m_value; // the newest, of a number
     double m_lastTime;

@@ -31,11 +31,12 @@ void PlotWishes::resolve()
 {
     const QStringList waiting = m_waiting;
     for (const QString& expression : waiting) {
-        const FieldPath path = FieldPath::fromExpression(expression);
+        const FieldPath path = FieldPath::fromExpression(expression.section(QLatin1Char('\t'), 0, 0));
+        const QString sender = expression.section(QLatin1Char('\t'), 1);
         if (!path.getField() || path.isHidden())
             continue;
         m_waiting.removeOne(expression);
-        m_panel->addField(path);
+        m_panel->addField(path, {sender, !sender.isEmpty()});
     }
 }
 

@@ -1,5 +1,6 @@
 #include "changehighlighter.h"
 
+#include "abstractmessagetreewidgetitem.h"
 #include "messagetreewidget.h"
 
 #include <QElapsedTimer>
@@ -63,6 +64,12 @@ void ChangeHighlighter::forget(const QModelIndex& parent, int first, int last)
     }
 }
 
+static bool isOfField(const QTreeWidgetItem* item)
+{
+    const auto* const row = dynamic_cast<const AbstractMessageTreeWidgetItem*>(item);
+    return row && row->getFieldInfo();
+}
+
 QList<QTreeWidgetItem*> ChangeHighlighter::rowsOnScreen() const
 {
     QList<QTreeWidgetItem*> rows;
@@ -95,8 +102,8 @@ void ChangeHighlighter::update()
         const bool isNew = !m_cells.contains(item);
         Cell cell = m_cells.take(item);
         const QString text = item->text(column);
-        // What was empty got its first value, which is no change; neither is what a type's own row says.
-        if (!isNew && text != cell.text && !cell.text.isEmpty() && item->parent()) {
+        // What was empty got its first value, which is no change; neither is what the row of a type or a sender says.
+        if (!isNew && text != cell.text && !cell.text.isEmpty() && isOfField(item)) {
             cell.strength = cell.changed && now - cell.changed < BusyMilliseconds ? FaintShade : FullShade;
             cell.changed = now;
         }

@@ -14,10 +14,10 @@
 #include <QStyle>
 #include <QToolButton>
 
-FindBar::FindBar(MessageTreeWidget* tree, LatestMessageSource* latest, QWidget* parent)
+FindBar::FindBar(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSource* latest, QWidget* parent)
     : QWidget(parent)
     , m_tree(tree)
-    , m_filter(new TreeFilter(tree, latest, this))
+    , m_filter(new TreeFilter(tree, rows, latest, this))
     , m_edit(new QLineEdit)
     , m_result(new QLabel)
 {

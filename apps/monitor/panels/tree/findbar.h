@@ -10,6 +10,7 @@ class QLineEdit;
 class QMenu;
 class QShortcut;
 class TreeFilter;
+class TreeRows;
 
 /** A bar above the message tree in which somebody types what to look for; hidden until it is asked for. */
 class FindBar : public QWidget
@@ -17,8 +18,8 @@ class FindBar : public QWidget
     Q_OBJECT
 
 public:
-    /** Both borrowed. */
-    FindBar(MessageTreeWidget* tree, LatestMessageSource* latest, QWidget* parent = nullptr);
+    /** All borrowed. */
+    FindBar(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSource* latest, QWidget* parent = nullptr);
 
     /** Adds the actions that find something, with their keys. */
     void addActionsTo(QMenu* menu);

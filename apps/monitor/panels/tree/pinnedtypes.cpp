@@ -3,19 +3,35 @@
 #include "formatinfo.h"
 #include "messageinfo.h"
 #include "messagetreewidget.h"
-#include "messagetreewidgetitem.h"
 #include "pathexpression.h"
 
+#include <QCoreApplication>
 #include <QPainter>
 #include <QSettings>
-#include <QSignalBlocker>
 
 static const char PinnedKey[] = "pinned";
+static const QLatin1Char SenderMark('\t'); // in no name of a type
 
-QString PinnedTypes::getName(const MessageInfo* info)
+QString PinnedTypes::getName(const Subject& subject)
 {
-    const QString format = info->getFormatInfo() ? info->getFormatInfo()->getName() : QString();
-    return PathExpression::escape(format) + QLatin1Char('/') + PathExpression::escape(info->getName());
+    QString name;
+    if (subject.info) {
+        const FormatInfo* const format = subject.info->getFormatInfo();
+        name = PathExpression::escape(format ? format->getName() : QString()) + QLatin1Char('/') +
+               PathExpression::escape(subject.info->getName());
+    }
+    return subject.sender.isEmpty() ? name : name + SenderMark + subject.sender;
+}
+
+bool PinnedTypes::isOf(const QString& name, const QString& sender)
+{
+    return !sender.isEmpty() && name.endsWith(SenderMark + sender);
+}
+
+QString PinnedTypes::rename(const QString& name, const QString& sender)
+{
+    const QString type = name.section(SenderMark, 0, 0);
+    return sender.isEmpty() ? type : type + SenderMark + sender;
 }
 
 static QIcon pinIcon(const QPalette& palette)
@@ -33,93 +49,49 @@ static QIcon pinIcon(const QPalette& palette)
     return QIcon(pixmap);
 }
 
-PinnedTypes::PinnedTypes(MessageTreeWidget* tree, QObject* parent)
-    : QObject(parent)
-    , m_tree(tree)
+PinnedTypes::PinnedTypes(MessageTreeWidget* tree)
+    : m_tree(tree)
 {
-    connect(tree->model(), &QAbstractItemModel::rowsInserted, this, &PinnedTypes::processRows);
 }
 
-bool PinnedTypes::isPinned(const MessageInfo* info) const
+bool PinnedTypes::isPinned(const Subject& subject) const
 {
-    return info && m_pinned.contains(getName(info));
+    if (m_pinned.isEmpty() || (!subject.info && subject.sender.isEmpty()))
+        return false;
+    return m_pinned.contains(getName(subject)) ||
+           (subject.info && m_pinned.contains(getName({subject.info, QString()})));
 }
 
-int PinnedTypes::placeFor(const MessageInfo* info) const
+void PinnedTypes::setPinned(const Subject& subject, bool pinned)
 {
-    const bool pinned = isPinned(info);
-    int place = 0;
-    for (; place < m_tree->topLevelItemCount(); ++place) {
-        const auto* const row = dynamic_cast<const MessageTreeWidgetItem*>(m_tree->topLevelItem(place));
-        const MessageInfo* const other = row ? row->getMessageInfo() : nullptr;
-        if (!other || (pinned && !isPinned(other)))
-            break;
-        if (pinned == isPinned(other) && other->getName() >= info->getName())
-            break;
-    }
-    return place;
-}
-
-static void collectExpanded(QTreeWidgetItem* item, QList<QTreeWidgetItem*>* expanded)
-{
-    if (item->isExpanded())
-        expanded->append(item);
-    for (int i = 0; i < item->childCount(); ++i)
-        collectExpanded(item->child(i), expanded);
-}
-
-void PinnedTypes::setPinned(const MessageInfo* info, bool pinned)
-{
-    if (!info || pinned == isPinned(info))
+    if (pinned == isPinned(subject))
         return;
-    if (pinned)
-        m_pinned.append(getName(info));
-    else
-        m_pinned.removeAll(getName(info));
-    for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
-        auto* const row = dynamic_cast<MessageTreeWidgetItem*>(m_tree->topLevelItem(i));
-        if (!row || row->getMessageInfo() != info)
-            continue;
-        // A row that is taken out forgets how it was shown.
-        QList<QTreeWidgetItem*> expanded;
-        collectExpanded(row, &expanded);
-        const bool isCurrent = m_tree->currentItem() == row;
-        m_tree->takeTopLevelItem(i);
-        m_tree->insertTopLevelItem(placeFor(info), row);
-        const QSignalBlocker blocker(m_tree);
-        for (QTreeWidgetItem* item : std::as_const(expanded))
-            item->setExpanded(true);
-        if (isCurrent)
-            m_tree->setCurrentItem(row);
-        mark(row);
+    if (pinned) {
+        m_pinned.append(getName(subject));
         return;
     }
+    m_pinned.removeAll(getName(subject));
+    if (subject.info)
+        m_pinned.removeAll(getName({subject.info, QString()}));
 }
 
-void PinnedTypes::processRows(const QModelIndex& parent, int first, int last)
+void PinnedTypes::renameSender(const QString& before, const QString& now)
 {
-    if (parent.isValid() || m_pinned.isEmpty())
-        return;
-    for (int i = first; i <= last; ++i)
-        if (auto* const row = dynamic_cast<MessageTreeWidgetItem*>(m_tree->topLevelItem(i)))
-            mark(row);
+    for (QString& name : m_pinned)
+        if (isOf(name, before))
+            name = rename(name, now);
 }
 
-void PinnedTypes::mark(MessageTreeWidgetItem* row)
+void PinnedTypes::mark(QTreeWidgetItem* row, bool pinned)
 {
     const int column = m_tree->getColumnIndex(MessageTreeWidget::NameColumn);
-    const bool pinned = isPinned(row->getMessageInfo());
     if (column < 0 || (!pinned && row->icon(column).isNull()))
         return;
-    row->setIcon(column, pinned ? pinIcon(m_tree->palette()) : QIcon());
-    row->setData(column, Qt::AccessibleDescriptionRole, pinned ? QVariant(tr("pinned")) : QVariant());
-}
-
-void PinnedTypes::followPalette()
-{
-    for (int i = 0; i < m_tree->topLevelItemCount(); ++i)
-        if (auto* const row = dynamic_cast<MessageTreeWidgetItem*>(m_tree->topLevelItem(i)))
-            mark(row);
+    if (m_icon.isNull())
+        m_icon = pinIcon(m_tree->palette());
+    row->setIcon(column, pinned ? m_icon : QIcon());
+    row->setData(column, Qt::AccessibleDescriptionRole,
+                 pinned ? QVariant(QCoreApplication::translate("PinnedTypes", "pinned")) : QVariant());
 }
 
 void PinnedTypes::saveSettings(QSettings& settings) const

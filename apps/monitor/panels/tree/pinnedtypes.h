@@ -1,47 +1,47 @@
 #ifndef PINNEDTYPES_H
 #define PINNEDTYPES_H
 
-#include <QObject>
+#include "subject.h"
+
+#include <QIcon>
 #include <QStringList>
 
-class MessageInfo;
 class MessageTreeWidget;
-class MessageTreeWidgetItem;
 class QSettings;
 class QTreeWidgetItem;
 
-/** The message types that stay on top of the message tree; all rows stand in the order of their names. */
-class PinnedTypes : public QObject
+/** The message types and senders that stay on top of the message tree. */
+class PinnedTypes
 {
-    Q_OBJECT
-
 public:
     /** @param tree  borrowed */
-    explicit PinnedTypes(MessageTreeWidget* tree, QObject* parent = nullptr);
+    explicit PinnedTypes(MessageTreeWidget* tree);
 
-    /** A path expression that names the type, also in the next run. */
-    static QString getName(const MessageInfo* info);
+    /** A name that lasts: a path expression that names the type, and its sender behind it, if there is one. */
+    static QString getName(const Subject& subject);
+    /** Whether such a name is of this sender. */
+    static bool isOf(const QString& name, const QString& sender);
+    /** Such a name, with another sender. */
+    static QString rename(const QString& name, const QString& sender);
 
-    bool isPinned(const MessageInfo* info) const;
-    /** Pins the type, and moves its row, if it has one, to its place. */
-    void setPinned(const MessageInfo* info, bool pinned);
+    /** Whether it is pinned, or its type is, whoever sends it. */
+    bool isPinned(const Subject& subject) const;
+    void setPinned(const Subject& subject, bool pinned);
+    void renameSender(const QString& before, const QString& now);
 
-    /** The place among the rows of the tree at which a row of the type belongs. */
-    int placeFor(const MessageInfo* info) const;
-
-    /** Draws the marks anew, in the tree's colours. */
-    void followPalette();
+    /** Shows a row as pinned, or not, in the tree's colours. */
+    void mark(QTreeWidgetItem* row, bool pinned);
+    /** The palette is another one now. */
+    void followPalette() { m_icon = QIcon(); }
 
     void saveSettings(QSettings& settings) const;
     /** To be called before rows are made. */
     void restoreSettings(QSettings& settings);
 
 private:
-    void processRows(const QModelIndex& parent, int first, int last);
-    void mark(MessageTreeWidgetItem* row);
-
     MessageTreeWidget* m_tree;
     QStringList m_pinned; // getName() of each
+    QIcon m_icon;
 };
 
 #endif

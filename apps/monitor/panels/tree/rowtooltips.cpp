@@ -64,17 +64,19 @@ QString RowToolTips::textForType(const TreeRow& row) const
 {
     const MessageInfo* const info = row.getPath().getMessageInfo();
     QString table = line(tr("Path:"), row.getPath().getExpression());
+    QString sender = row.getSubject().sender;
     if (const Message* const message = row.getMessage()) {
         if (message->getTime() != Message::NoTime) {
             const QDateTime time = QDateTime::fromMSecsSinceEpoch(message->getTime() / 1000, Qt::UTC);
             table += line(tr("Time:"), time.toString(QLatin1String("yyyy-MM-dd HH:mm:ss.zzz")) + QLatin1String(" UTC"));
         }
-        table += line(tr("Sender:"), message->getSender());
+        sender = message->getSender();
         if (message->getSequence() != Message::NoSequence)
             table += line(tr("Number:"), QString::number(message->getSequence()));
     }
+    table += line(tr("Sender:"), sender);
     if (m_silence)
-        table += line(tr("Silent:"), m_silence->describe(info));
+        table += line(tr("Silent:"), m_silence->describe(row.getSubject()));
     return heading(info->getName(), tr("message type")) + paragraph(info->getShortDescriptiveText()) +
            QLatin1String("<table>") + table + QLatin1String("</table>");
 }

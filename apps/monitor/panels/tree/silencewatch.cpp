@@ -3,8 +3,10 @@
 #include "latestmessagesource.h"
 #include "message.h"
 #include "messagetreewidget.h"
-#include "messagetreewidgetitem.h"
+#include "senderrow.h"
+#include "subjectrow.h"
 #include "theme.h"
+#include "treerows.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -16,15 +18,18 @@ static const int LeastSilence = 2000; // what comes and goes faster than anybody
 static const int IntervalsKept = 8;
 static const int IntervalsNeeded = 3;
 
-SilenceWatch::SilenceWatch(MessageTreeWidget* tree, LatestMessageSource* latest, QObject* parent)
+SilenceWatch::SilenceWatch(MessageTreeWidget* tree, const TreeRows* rows, LatestMessageSource* latest, QObject* parent)
     : QObject(parent)
     , m_tree(tree)
+    , m_rows(rows)
     , m_latest(latest)
 {
     QElapsedTimer elapsed;
     elapsed.start();
     m_clock = [elapsed]() { return elapsed.elapsed(); };
     connect(latest, SIGNAL(newMessage(const Message*)), this, SLOT(processMessage(const Message*)));
+    // Rows that are made anew are as black as any.
+    connect(rows, &TreeRows::rearranged, this, [this]() { m_silent.clear(); });
     connect(&m_timer, &QTimer::timeout, this, &SilenceWatch::check);
     m_timer.start(CheckMilliseconds);
 }
@@ -61,9 +66,17 @@ void SilenceWatch::followStillness()
 void SilenceWatch::processMessage(const Message* message)
 {
     followStillness();
+    noteArrival({message->getInfo(), QString()}, message);
+    if (!message->getSender().isEmpty())
+        noteArrival({message->getInfo(), message->getSender()}, message);
+}
+
+void SilenceWatch::noteArrival(const Subject& subject, const Message* message)
+{
     const qint64 now = m_clock();
-    Type& type = m_types[message->getInfo()];
-    if (type.lastArrival > 0 && !type.interrupted && !m_wasStill && !m_silent.contains(message->getInfo())) {
+    Type& type = m_types[subject];
+    const bool wasSilent = !m_silent.isEmpty() && m_silent.contains(subject);
+    if (type.lastArrival > 0 && !type.interrupted && !m_wasStill && !wasSilent) {
         type.intervals.append(now - type.lastArrival);
         if (type.intervals.size() > IntervalsKept)
             type.intervals.removeFirst();
@@ -71,22 +84,55 @@ void SilenceWatch::processMessage(const Message* message)
     type.lastArrival = qMax<qint64>(1, now);
     type.time = message->getTime();
     type.interrupted = false;
-    if (m_silent.remove(message->getInfo()))
-        if (MessageTreeWidgetItem* const row = findRow(message->getInfo()))
-            grey(row, false);
+    if (wasSilent)
+        speak(subject);
+    if (!m_silent.isEmpty() && !subject.sender.isEmpty() && m_silent.contains({nullptr, subject.sender}))
+        speak({nullptr, subject.sender});
+}
+
+/** Something came of what was silent. */
+void SilenceWatch::speak(const Subject& subject)
+{
+    m_silent.remove(subject);
+    if (SubjectRow* const row = subject.info ? m_rows->find(subject) : nullptr) {
+        grey(row, false);
+        row->setValueText();
+    }
+    if (SenderRow* const row = subject.info ? nullptr : m_rows->getSenderRows().value(subject.sender)) {
+        greyCells(row, false);
+        row->setValueText();
+    }
 }
 
 void SilenceWatch::forget(const MessageInfo* info)
 {
-    m_types.remove(info);
-    if (!m_silent.remove(info))
-        return;
-    if (MessageTreeWidgetItem* const row = findRow(info)) {
-        grey(row, false);
-        const int column = m_tree->getColumnIndex(MessageTreeWidget::ValueColumn);
-        if (column >= 0)
-            row->setText(column, QString());
+    const QList<Subject> subjects = m_types.keys();
+    for (const Subject& subject : subjects) {
+        if (subject.info != info)
+            continue;
+        m_types.remove(subject);
+        if (!m_silent.contains(subject))
+            continue;
+        speak(subject);
+        if (SubjectRow* const row = m_rows->find(subject))
+            say(row, QString());
     }
+}
+
+void SilenceWatch::renameSender(const QString& before, const QString& now)
+{
+    if (before.isEmpty() || now.isEmpty())
+        return;
+    const QList<Subject> subjects = m_types.keys();
+    for (const Subject& subject : subjects) {
+        if (subject.sender != before)
+            continue;
+        m_types.insert({subject.info, now}, m_types.take(subject));
+        if (m_silent.remove(subject))
+            m_silent.insert({subject.info, now});
+    }
+    if (m_silent.remove({nullptr, before}))
+        m_silent.insert({nullptr, now});
 }
 
 qint64 SilenceWatch::expectedInterval(const Type& type) const
@@ -96,40 +142,82 @@ qint64 SilenceWatch::expectedInterval(const Type& type) const
     return sorted.at(qMax(0, int(sorted.size()) - 2));
 }
 
+bool SilenceWatch::canBeTold(const Type& type) const
+{
+    return type.intervals.size() >= IntervalsNeeded;
+}
+
+bool SilenceWatch::isOverdue(const Type& type, qint64 now) const
+{
+    return canBeTold(type) && now - type.lastArrival > qMax<qint64>(LeastSilence, m_intervals * expectedInterval(type));
+}
+
+// Whether all of its types are overdue that can be told; and when the last of them came.
+bool SilenceWatch::isOverdue(const SenderRow* row, qint64 now, Type* last) const
+{
+    bool any = false;
+    for (const MessageInfo* info : row->getTypes()) {
+        const auto type = m_types.constFind({info, row->getSender()});
+        if (type == m_types.constEnd() || !canBeTold(*type))
+            continue;
+        if (!isOverdue(*type, now))
+            return false;
+        any = true;
+        if (type->lastArrival >= last->lastArrival)
+            *last = *type;
+    }
+    return any;
+}
+
 void SilenceWatch::check()
 {
     followStillness();
-    if (m_wasStill)
+    if (m_wasStill || m_intervals <= 0)
         return;
     const qint64 now = m_clock();
-    for (int i = 0; i < m_tree->topLevelItemCount() && m_intervals > 0; ++i) {
-        auto* const row = dynamic_cast<MessageTreeWidgetItem*>(m_tree->topLevelItem(i));
-        const auto found = row ? m_types.constFind(row->getMessageInfo()) : m_types.constEnd();
-        if (found == m_types.constEnd() || found->intervals.size() < IntervalsNeeded)
-            continue;
-        if (now - found->lastArrival <= qMax<qint64>(LeastSilence, m_intervals * expectedInterval(*found)))
+    for (auto row = m_rows->getRows().constBegin(); row != m_rows->getRows().constEnd(); ++row) {
+        const auto found = m_types.constFind(row.key());
+        if (!*row || found == m_types.constEnd() || !isOverdue(*found, now))
             continue;
         // Also rows that were silent before: there may be new rows below them, and time goes on.
-        m_silent.insert(found.key());
-        grey(row, true);
-        const int column = m_tree->getColumnIndex(MessageTreeWidget::ValueColumn);
-        if (column >= 0)
-            row->setText(column, describe(found.key()));
+        m_silent.insert(row.key());
+        grey(*row, true);
+        say(*row, describe(row.key()));
     }
+    for (SenderRow* const row : m_rows->getSenderRows()) {
+        Type last;
+        if (!isOverdue(row, now, &last))
+            continue;
+        m_silent.insert({nullptr, row->getSender()});
+        greyCells(row, true);
+        say(row, describe(last));
+    }
+}
+
+void SilenceWatch::say(QTreeWidgetItem* row, const QString& text)
+{
+    const int column = m_tree->getColumnIndex(MessageTreeWidget::ValueColumn);
+    if (column >= 0 && row->text(column) != text)
+        row->setText(column, text);
 }
 
 void SilenceWatch::followPalette()
 {
-    for (const MessageInfo* info : std::as_const(m_silent))
-        if (MessageTreeWidgetItem* const row = findRow(info))
+    for (const Subject& subject : std::as_const(m_silent)) {
+        if (SubjectRow* const row = subject.info ? m_rows->find(subject) : nullptr)
             grey(row, true);
+        if (SenderRow* const row = subject.info ? nullptr : m_rows->getSenderRows().value(subject.sender))
+            greyCells(row, true);
+    }
 }
 
-QString SilenceWatch::describe(const MessageInfo* info) const
+QString SilenceWatch::describe(const Subject& subject) const
 {
-    if (!m_silent.contains(info))
-        return QString();
-    const Type type = m_types.value(info);
+    return m_silent.contains(subject) ? describe(m_types.value(subject)) : QString();
+}
+
+QString SilenceWatch::describe(const Type& type) const
+{
     const qint64 seconds = (m_clock() - type.lastArrival) / 1000;
     const QString length = seconds < 120 ? tr("%1 s").arg(seconds) : tr("%1 min").arg(seconds / 60);
     if (type.time == Message::NoTime)
@@ -138,23 +226,18 @@ QString SilenceWatch::describe(const MessageInfo* info) const
     return tr("no message for %1, since %2 UTC").arg(length, time.toString(QLatin1String("HH:mm:ss")));
 }
 
-void SilenceWatch::grey(QTreeWidgetItem* item, bool silent)
+void SilenceWatch::greyCells(QTreeWidgetItem* item, bool silent)
 {
     // Compared, because a brush of other colours stands there after a change of the palette.
     const QVariant wanted = silent ? QVariant(QBrush(Theme::faintText(m_tree->palette()))) : QVariant();
     for (int column = 0; column < m_tree->columnCount(); ++column)
         if (item->data(column, Qt::ForegroundRole) != wanted)
             item->setData(column, Qt::ForegroundRole, wanted);
-    for (int i = 0; i < item->childCount(); ++i)
-        grey(item->child(i), silent);
 }
 
-MessageTreeWidgetItem* SilenceWatch::findRow(const MessageInfo* info) const
+void SilenceWatch::grey(QTreeWidgetItem* item, bool silent)
 {
-    for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
-        auto* const row = dynamic_cast<MessageTreeWidgetItem*>(m_tree->topLevelItem(i));
-        if (row && row->getMessageInfo() == info)
-            return row;
-    }
-    return nullptr;
+    greyCells(item, silent);
+    for (int i = 0; i < item->childCount(); ++i)
+        grey(item->child(i), silent);
 }

@@ -1,6 +1,8 @@
 #ifndef SILENCEWATCH_H
 #define SILENCEWATCH_H
 
+#include "subject.h"
+
 #include <QHash>
 #include <QObject>
 #include <QSet>
@@ -13,14 +15,16 @@ class LatestMessageSource;
 class Message;
 class MessageInfo;
 class MessageTreeWidget;
-class MessageTreeWidgetItem;
 class QTreeWidgetItem;
+class SenderRow;
+class TreeRows;
 
 /**
  * Greys the rows of types that stopped arriving, and says since when.
  *
  * A type is silent when nothing came for five of its intervals, at least two seconds. Its interval is what its last
- * ones were, without the longest of them; types of which too little came to tell are never silent.
+ * ones were, without the longest of them; types of which too little came to tell are never silent. A sender is silent
+ * when all of its types are that can be told. What one sender does says nothing about another.
  */
 class SilenceWatch : public QObject
 {
@@ -30,8 +34,8 @@ public:
     /** Milliseconds that never run backwards. */
     typedef std::function<qint64()> Clock;
 
-    /** Both borrowed. The tree has to be connected to @p latest before. */
-    SilenceWatch(MessageTreeWidget* tree, LatestMessageSource* latest, QObject* parent = nullptr);
+    /** All borrowed. @p rows have to be connected to @p latest before. */
+    SilenceWatch(MessageTreeWidget* tree, const TreeRows* rows, LatestMessageSource* latest, QObject* parent = nullptr);
 
     /** For tests. */
     void setClock(const Clock& clock) { m_clock = clock; }
@@ -40,12 +44,14 @@ public:
     void setIntervals(int intervals);
     int getIntervals() const { return m_intervals; }
 
-    bool isSilent(const MessageInfo* info) const { return m_silent.contains(info); }
-    /** Since when and how long; empty for a type that is not silent. */
-    QString describe(const MessageInfo* info) const;
+    /** Since when and how long; empty for what is not silent, or has no row. */
+    QString describe(const Subject& subject) const;
 
     /** What came of a type holds no more, as after a jump in a recording: how often it comes is found out anew. */
     void forget(const MessageInfo* info);
+
+    /** The sender has another name now. */
+    void renameSender(const QString& before, const QString& now);
 
     /** Looks what is silent now; called by a timer. */
     void check();
@@ -64,20 +70,28 @@ private:
         bool interrupted = false;  // nothing was shown since then
     };
 
+    void noteArrival(const Subject& subject, const Message* message);
     qint64 expectedInterval(const Type& type) const;
+    bool canBeTold(const Type& type) const;
+    bool isOverdue(const Type& type, qint64 now) const;
+    bool isOverdue(const SenderRow* row, qint64 now, Type* last) const;
+    QString describe(const Type& type) const;
+    void say(QTreeWidgetItem* row, const QString& text);
+    void greyCells(QTreeWidgetItem* item, bool silent);
     void grey(QTreeWidgetItem* item, bool silent);
-    MessageTreeWidgetItem* findRow(const MessageInfo* info) const;
+    void speak(const Subject& subject);
 
     void followStillness();
 
     MessageTreeWidget* m_tree;
+    const TreeRows* m_rows;
     const LatestMessageSource* m_latest;
     Clock m_clock;
     QTimer m_timer;
     int m_intervals = 5;
     bool m_wasStill = false;
-    QHash<const MessageInfo*, Type> m_types;
-    QSet<const MessageInfo*> m_silent;
+    QHash<Subject, Type> m_types; // of each sender, and of whoever sends
+    QSet<Subject> m_silent;       // without a type for a sender; those that have rows
 };
 
 #endif

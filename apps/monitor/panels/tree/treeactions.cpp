@@ -3,8 +3,8 @@
 #include "desk.h"
 #include "messageinfo.h"
 #include "messagetreewidget.h"
-#include "pinnedtypes.h"
 #include "treerow.h"
+#include "treerows.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -15,10 +15,10 @@
 static const int MostTold = 60; // characters of what was copied
 static const int SaidMilliseconds = 4000;
 
-TreeActions::TreeActions(MessageTreeWidget* tree, PinnedTypes* pins, Desk* desk, QObject* parent)
+TreeActions::TreeActions(MessageTreeWidget* tree, TreeRows* rows, Desk* desk, QObject* parent)
     : QObject(parent)
     , m_tree(tree)
-    , m_pins(pins)
+    , m_rows(rows)
     , m_desk(desk)
 {
     m_copyValue = addAction(tr("&Copy Value"), QKeySequence::Copy, &TreeActions::copyValue);
@@ -73,11 +73,14 @@ void TreeActions::update()
     m_copyJson->setEnabled(!row.isNull());
     for (const FieldUse& use : m_desk->getFieldUses())
         use.action->setEnabled(use.refusal.isEmpty() ? field != nullptr : row.isNumeric());
-    m_pin->setEnabled(!row.isNull());
-    m_pin->setText(m_pins->isPinned(row.getPath().getMessageInfo())
-                       ? tr("Unpi&n %1").arg(row.getPath().getMessageInfo()->getName())
-                   : row.isNull() ? tr("Pi&n")
-                                  : tr("Pi&n %1 to the Top").arg(row.getPath().getMessageInfo()->getName()));
+    const Subject pinned = m_rows->getPinned(m_tree->currentItem());
+    QString name = pinned.sender;
+    if (pinned.info)
+        name = pinned.info->getName() + (name.isEmpty() ? QString() : QLatin1Char(' ') + name);
+    m_pin->setEnabled(!name.isEmpty());
+    m_pin->setText(name.isEmpty()             ? tr("Pi&n")
+                   : m_rows->isPinned(pinned) ? tr("Unpi&n %1").arg(name)
+                                              : tr("Pi&n %1 to the Top").arg(name));
 }
 
 bool TreeActions::eventFilter(QObject* watched, QEvent* event)
@@ -99,7 +102,7 @@ bool TreeActions::eventFilter(QObject* watched, QEvent* event)
 void TreeActions::showMenu(const QPoint& globalPosition)
 {
     update();
-    if (!m_copyPath->isEnabled())
+    if (!m_copyPath->isEnabled() && !m_pin->isEnabled())
         return;
     QMenu* const menu = new QMenu(m_tree);
     menu->setAttribute(Qt::WA_DeleteOnClose);
@@ -143,10 +146,12 @@ void TreeActions::copyJson()
 void TreeActions::take(const FieldUse& use)
 {
     const TreeRow row(m_tree->currentItem());
+    const Subject subject = row.getSubject();
+    const bool isTold = !subject.sender.isEmpty() && m_desk->getTypes()->isFromSeveral(subject.info);
     if (!use.refusal.isEmpty() && !row.isNumeric())
         say(use.refusal);
     else if (row.getPath().getField())
-        use.take(row.getPath());
+        use.take(row.getPath(), {subject.sender, isTold});
     update();
 }
 
@@ -157,7 +162,7 @@ void TreeActions::say(const QString& text)
 
 void TreeActions::togglePinned()
 {
-    const MessageInfo* const info = TreeRow(m_tree->currentItem()).getPath().getMessageInfo();
-    m_pins->setPinned(info, !m_pins->isPinned(info));
+    const Subject pinned = m_rows->getPinned(m_tree->currentItem());
+    m_rows->setPinned(pinned, !m_rows->isPinned(pinned));
     update();
 }

@@ -6,10 +6,10 @@
 
 class Desk;
 class MessageTreeWidget;
-class PinnedTypes;
 class QAction;
 class QMenu;
 class QPoint;
+class TreeRows;
 struct FieldUse;
 
 /** What can be done with a row of the message tree: by its context menu, by keys and from a menu of the window. */
@@ -19,7 +19,7 @@ class TreeActions : public QObject
 
 public:
     /** All borrowed. */
-    TreeActions(MessageTreeWidget* tree, PinnedTypes* pins, Desk* desk, QObject* parent = nullptr);
+    TreeActions(MessageTreeWidget* tree, TreeRows* rows, Desk* desk, QObject* parent = nullptr);
 
     /** The actions that copy something. */
     QList<QAction*> getCopyActions() const { return {m_copyValue, m_copyRaw, m_copyPath, m_copyJson}; }
@@ -46,7 +46,7 @@ private:
     void say(const QString& text);
 
     MessageTreeWidget* m_tree;
-    PinnedTypes* m_pins;
+    TreeRows* m_rows;
     Desk* m_desk;
     QAction* m_copyValue;
     QAction* m_copyRaw;

@@ -3,8 +3,10 @@
 #include "latestmessagesource.h"
 #include "message.h"
 #include "messagetreewidget.h"
-#include "messagetreewidgetitem.h"
+#include "senderrow.h"
+#include "subjectrow.h"
 #include "treerow.h"
+#include "treerows.h"
 
 #include <QElapsedTimer>
 #include <QSignalBlocker>
@@ -14,24 +16,34 @@
 static const int FollowMilliseconds = 50;
 static const int MostMilliseconds = 8; // of the event loop at a time
 
-static const MessageInfo* infoOf(const QTreeWidgetItem* row)
+/** What a row of a type or of a sender is about. */
+static Subject subjectOf(const QTreeWidgetItem* item)
 {
-    const auto* const message = dynamic_cast<const MessageTreeWidgetItem*>(row);
-    return message ? message->getMessageInfo() : nullptr;
+    if (const auto* const row = dynamic_cast<const SubjectRow*>(item))
+        return row->getSubject();
+    const auto* const sender = dynamic_cast<const SenderRow*>(item);
+    return {nullptr, sender ? sender->getSender() : QString()};
 }
 
-TreeFilter::TreeFilter(MessageTreeWidget* tree, LatestMessageSource* latest, QObject* parent)
+TreeFilter::TreeFilter(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSource* latest, QObject* parent)
     : QObject(parent)
     , m_tree(tree)
+    , m_rows(rows)
 {
     m_timer.setSingleShot(true);
     m_timer.setInterval(FollowMilliseconds);
     connect(&m_timer, &QTimer::timeout, this, &TreeFilter::followChanges);
     connect(latest, SIGNAL(newMessage(const Message*)), this, SLOT(processMessage(const Message*)));
     connect(tree->model(), &QAbstractItemModel::rowsInserted, this, &TreeFilter::processRows);
-    connect(tree->model(), &QAbstractItemModel::columnsInserted, this, [this]() {
+    const auto lookAgain = [this]() {
         if (isActive())
             updateAll();
+    };
+    connect(tree->model(), &QAbstractItemModel::columnsInserted, this, lookAgain);
+    connect(rows, &TreeRows::rearranged, this, [this, lookAgain]() {
+        m_expanded.clear();
+        m_matches.clear();
+        lookAgain();
     });
 }
 
@@ -66,7 +78,7 @@ void TreeFilter::processMessage(const Message* message)
 {
     if (!isActive() || m_matcher.isPath())
         return;
-    m_changed.insert(message->getInfo());
+    m_changed.insert(m_rows->getSubject(message->getInfo(), message->getSender()));
     if (!m_timer.isActive())
         m_timer.start();
 }
@@ -75,42 +87,52 @@ void TreeFilter::processRows(const QModelIndex& parent, int first, int last)
 {
     if (!isActive())
         return;
-    if (!parent.isValid()) {
+    if (!parent.isValid())
         for (int i = first; i <= last; ++i)
-            m_changed.insert(infoOf(m_tree->topLevelItem(i)));
-    } else {
-        QModelIndex top = parent;
-        while (top.parent().isValid())
-            top = top.parent();
-        m_changed.insert(infoOf(m_tree->topLevelItem(top.row())));
-    }
+            note(m_tree->topLevelItem(i));
+    else
+        note(static_cast<QTreeWidgetItem*>(parent.internalPointer())); // as in every index of this model
     if (!m_timer.isActive())
         m_timer.start();
+}
+
+/** The row of a type or a sender in which @p item lies is to be looked at. */
+void TreeFilter::note(QTreeWidgetItem* item)
+{
+    while (item && !dynamic_cast<SubjectRow*>(item) && !dynamic_cast<SenderRow*>(item))
+        item = item->parent();
+    if (item)
+        m_changed.insert(subjectOf(item));
 }
 
 void TreeFilter::followChanges()
 {
     QElapsedTimer timer;
     timer.start();
-    for (int i = 0; i < m_tree->topLevelItemCount() && !m_changed.isEmpty(); ++i) {
-        QTreeWidgetItem* const row = m_tree->topLevelItem(i);
-        if (m_changed.remove(infoOf(row)))
-            updateType(row);
-        if (timer.elapsed() >= MostMilliseconds && !m_changed.isEmpty()) {
-            m_timer.start();
-            countMatches();
-            return;
+    while (!m_changed.isEmpty() && timer.elapsed() < MostMilliseconds) {
+        const Subject subject = *m_changed.constBegin();
+        m_changed.erase(m_changed.constBegin());
+        if (SenderRow* const sender = m_rows->getSenderRows().value(subject.sender)) {
+            SubjectRow* const row = subject.info ? m_rows->find(subject) : nullptr;
+            if (row)
+                updateType(row, wordsAbove(row));
+            if (row ? !sender->isHidden() == (matchesIn(sender) == 0) : true)
+                updateSender(sender);
+        } else if (SubjectRow* const row = m_rows->find(subject)) {
+            updateType(row, 0);
         }
     }
-    m_changed.clear();
+    if (!m_changed.isEmpty())
+        m_timer.start();
     countMatches();
 }
 
 void TreeFilter::updateAll()
 {
     m_tree->setUpdatesEnabled(false);
+    m_matches.clear();
     for (int i = 0; i < m_tree->topLevelItemCount(); ++i)
-        updateType(m_tree->topLevelItem(i));
+        updateTop(m_tree->topLevelItem(i));
     m_tree->setUpdatesEnabled(true);
     countMatches();
 }
@@ -126,14 +148,61 @@ void TreeFilter::countMatches()
     Q_EMIT matchCountChanged(count);
 }
 
-bool TreeFilter::updateType(QTreeWidgetItem* row)
+bool TreeFilter::updateTop(QTreeWidgetItem* row)
+{
+    if (auto* const sender = dynamic_cast<SenderRow*>(row))
+        return updateSender(sender);
+    auto* const type = dynamic_cast<SubjectRow*>(row);
+    return type && updateType(type, 0);
+}
+
+RowMatcher::Words TreeFilter::wordsAbove(const QTreeWidgetItem* row) const
+{
+    const auto* const sender = row->parent() ? dynamic_cast<const SenderRow*>(row->parent()) : nullptr;
+    return sender ? m_matcher.findInName(sender->getSender()) : 0;
+}
+
+int TreeFilter::matchesIn(const QTreeWidgetItem* row) const
+{
+    int matches = m_matches.value(subjectOf(row));
+    const auto* const sender = dynamic_cast<const SenderRow*>(row);
+    for (int i = 0; sender && i < row->childCount(); ++i)
+        matches += m_matches.value(subjectOf(row->child(i)));
+    return matches;
+}
+
+bool TreeFilter::updateSender(SenderRow* row)
+{
+    const RowMatcher::Words words = m_matcher.findInName(row->getSender());
+    const bool isMatch = !m_matcher.isPath() && words == m_matcher.getAllWords();
+    m_matches.insert(subjectOf(row), isMatch ? 1 : 0);
+    bool below = false;
+    if (isMatch) {
+        for (int i = 0; i < row->childCount(); ++i)
+            showAll(row->child(i));
+    } else {
+        m_rows->open(row);
+        for (int i = 0; i < row->childCount(); ++i)
+            if (auto* const type = dynamic_cast<SubjectRow*>(row->child(i)))
+                below = updateType(type, words) || below;
+    }
+    if (row->isHidden() == (isMatch || below))
+        row->setHidden(!isMatch && !below);
+    if (below)
+        expand(row);
+    return isMatch || below;
+}
+
+bool TreeFilter::updateType(SubjectRow* row, RowMatcher::Words above)
 {
     int matches = 0;
-    bool shown = false;
+    bool shown = above == m_matcher.getAllWords() && !m_matcher.isPath(); // below its sender, which is looked for
     // Below a type that is hidden itself, rows stay as they are: fewer rows for the view to remember as hidden.
-    if (!m_matcher.isPath() || m_matcher.mayMatch(infoOf(row)))
-        shown = updateRow(row, 0, false, &matches);
-    m_matches.insert(infoOf(row), matches);
+    if (!shown && (!m_matcher.isPath() || m_matcher.mayMatch(row->getSubject().info))) {
+        m_rows->open(row);
+        shown = updateRow(row, above, false, &matches);
+    }
+    m_matches.insert(row->getSubject(), matches);
     if (row->isHidden() == shown)
         row->setHidden(!shown);
     return shown;
@@ -223,9 +292,19 @@ static QVector<int> wayTo(const MessageTreeWidget* tree, const QTreeWidgetItem* 
 bool TreeFilter::goToMatch(bool forward)
 {
     QList<QTreeWidgetItem*> matches;
-    for (int i = 0; i < m_tree->topLevelItemCount() && isActive(); ++i)
-        if (m_matches.value(infoOf(m_tree->topLevelItem(i))) > 0)
-            collectMatches(m_tree->topLevelItem(i), 0, &matches);
+    for (int i = 0; i < m_tree->topLevelItemCount() && isActive(); ++i) {
+        QTreeWidgetItem* const top = m_tree->topLevelItem(i);
+        if (matchesIn(top) == 0)
+            continue;
+        if (!dynamic_cast<SenderRow*>(top))
+            collectMatches(top, 0, &matches);
+        else if (m_matches.value(subjectOf(top)) > 0)
+            matches.append(top);
+        else
+            for (int j = 0; j < top->childCount(); ++j)
+                if (matchesIn(top->child(j)) > 0)
+                    collectMatches(top->child(j), wordsAbove(top->child(j)), &matches);
+    }
     if (matches.isEmpty())
         return false;
     const QVector<int> here = wayTo(m_tree, m_tree->currentItem());

@@ -2,6 +2,7 @@
 #define TREEFILTER_H
 
 #include "rowmatcher.h"
+#include "subject.h"
 
 #include <QHash>
 #include <QObject>
@@ -12,6 +13,9 @@ class LatestMessageSource;
 class Message;
 class MessageTreeWidget;
 class QTreeWidgetItem;
+class SenderRow;
+class SubjectRow;
+class TreeRows;
 
 /**
  * Shows only those rows of the message tree that somebody looks for, with the rows that they lie in.
@@ -25,8 +29,8 @@ class TreeFilter : public QObject
     Q_OBJECT
 
 public:
-    /** Both borrowed. The tree has to be connected to @p latest before, so that its rows are up to date. */
-    TreeFilter(MessageTreeWidget* tree, LatestMessageSource* latest, QObject* parent = nullptr);
+    /** All borrowed. @p rows have to be connected to @p latest before, so that they are up to date. */
+    TreeFilter(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSource* latest, QObject* parent = nullptr);
 
     /** Looks for @p text from now on; an empty text shows everything as it was before. */
     void setText(const QString& text);
@@ -48,7 +52,12 @@ private:
     void processRows(const QModelIndex& parent, int first, int last);
     void followChanges();
     void updateAll();
-    bool updateType(QTreeWidgetItem* row);
+    bool updateTop(QTreeWidgetItem* row);
+    bool updateSender(SenderRow* row);
+    bool updateType(SubjectRow* row, RowMatcher::Words above);
+    void note(QTreeWidgetItem* item);
+    RowMatcher::Words wordsAbove(const QTreeWidgetItem* row) const;
+    int matchesIn(const QTreeWidgetItem* row) const;
     bool updateRow(QTreeWidgetItem* item, RowMatcher::Words above, bool insideMatch, int* matches);
     bool isMatch(QTreeWidgetItem* item, RowMatcher::Words* names) const;
     void collectMatches(QTreeWidgetItem* item, RowMatcher::Words above, QList<QTreeWidgetItem*>* matches) const;
@@ -57,10 +66,11 @@ private:
     void countMatches();
 
     MessageTreeWidget* m_tree;
+    TreeRows* m_rows;
     RowMatcher m_matcher;
     QTimer m_timer;
-    QSet<const MessageInfo*> m_changed;
-    QHash<const MessageInfo*, int> m_matches;
+    QSet<Subject> m_changed; // the rows of these are to be looked at again
+    QHash<Subject, int> m_matches;
     QSet<const QTreeWidgetItem*> m_expanded; // by us; compared only, as a row may be gone
     int m_matchCount = 0;
 };

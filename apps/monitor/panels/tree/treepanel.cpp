@@ -1,5 +1,6 @@
 #include "treepanel.h"
 
+#include "celldelegate.h"
 #include "changehighlighter.h"
 #include "desk.h"
 #include "findbar.h"
@@ -12,6 +13,7 @@
 #include "treerows.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QEvent>
 #include <QHeaderView>
 #include <QMenu>
@@ -29,9 +31,11 @@ TreePanel::TreePanel(Desk* desk)
     m_tree->setAlternatingRowColors(true);
     m_tree->header()->resizeSection(0, 260);
     m_tree->header()->resizeSection(1, 90);
+    CellDelegate* const names = new CellDelegate(m_tree);
+    names->setName(0);
+    m_tree->setItemDelegateForColumn(0, names); // values are drawn by the tree's own, which is faster
     m_tree->setDragEnabled(true);
     m_tree->setDragDropMode(QAbstractItemView::DragOnly);
-    connect(desk->getLatest(), SIGNAL(newMessage(const Message*)), m_tree, SLOT(processMessage(const Message*)));
     createTools();
     createActions();
     QVBoxLayout* const layout = new QVBoxLayout(m_widget.get());
@@ -48,15 +52,16 @@ TreePanel::~TreePanel() = default;
 
 void TreePanel::createTools()
 {
-    m_findBar = new FindBar(m_tree, m_desk->getLatest());
-    m_pins = new PinnedTypes(m_tree, m_tree);
-    m_rows = new TreeRows(m_tree, m_pins, m_desk, m_tree);
-    m_actions = new TreeActions(m_tree, m_pins, m_desk, m_tree);
-    m_silence = new SilenceWatch(m_tree, m_desk->getLatest(), m_tree);
+    m_pins = std::make_unique<PinnedTypes>(m_tree);
+    m_rows = new TreeRows(m_tree, m_pins.get(), m_desk, m_tree); // the first to know of a message
+    m_findBar = new FindBar(m_tree, m_rows, m_desk->getLatest());
+    m_actions = new TreeActions(m_tree, m_rows, m_desk, m_tree);
+    m_silence = new SilenceWatch(m_tree, m_rows, m_desk->getLatest(), m_tree);
     m_toolTips = new RowToolTips(m_tree, m_silence, m_tree);
     m_highlighter = new ChangeHighlighter(m_tree, m_tree);
     m_hint = new TreeHint(m_tree, m_findBar->getFilter(), m_desk);
     m_highlighter->setEnabled(m_desk->getPreferences().highlight);
+    connect(m_desk, &Desk::senderRenamed, m_silence, &SilenceWatch::renameSender);
     connect(m_rows, &TreeRows::changed, m_hint, &TreeHint::follow);
 }
 
@@ -70,7 +75,8 @@ void TreePanel::createActions()
     m_collapse = new QAction(tr("&Collapse All"), m_widget.get());
     connect(m_collapse, &QAction::triggered, m_tree, &QTreeView::collapseAll);
     m_expand = new QAction(tr("&Expand All"), m_widget.get());
-    connect(m_expand, &QAction::triggered, m_tree, &QTreeView::expandAll);
+    connect(m_expand, &QAction::triggered, m_rows, &TreeRows::expandAll);
+    createArrangements();
 
     m_addAutomatically = new QAction(tr("Add &New Types Automatically"), m_widget.get());
     m_virtualFields = new QAction(tr("&Virtual Fields"), m_widget.get());
@@ -82,6 +88,30 @@ void TreePanel::createActions()
     connect(m_addAutomatically, &QAction::toggled, m_rows, &TreeRows::setAddAutomatically);
     connect(m_virtualFields, SIGNAL(toggled(bool)), m_tree, SLOT(setShowVirtualFields(bool)));
     connect(m_primaryOnly, SIGNAL(toggled(bool)), m_tree, SLOT(setShowPrimaryFieldsOnly(bool)));
+}
+
+void TreePanel::createArrangements()
+{
+    m_arrangements = new QActionGroup(m_widget.get());
+    const auto add = [this](TreeRows::Arrangement arrangement, const QString& text, const QString& toolTip) {
+        QAction* const action = m_arrangements->addAction(text);
+        action->setCheckable(true);
+        action->setData(int(arrangement));
+        action->setStatusTip(toolTip);
+    };
+    add(TreeRows::ByType, tr("By &Type"), tr("A row for each type, with the newest message of whoever sent it"));
+    add(TreeRows::ByTypeAndSender, tr("By Type and S&ender"), tr("A row for each type of each sender"));
+    add(TreeRows::BySender, tr("By &Sender"), tr("A row for each sender, with its types below"));
+    connect(m_arrangements, &QActionGroup::triggered, m_rows,
+            [this](const QAction* action) { m_rows->setArrangement(TreeRows::Arrangement(action->data().toInt())); });
+    showArrangement();
+}
+
+void TreePanel::showArrangement()
+{
+    const QList<QAction*> actions = m_arrangements->actions();
+    for (QAction* const action : actions)
+        action->setChecked(action->data().toInt() == m_rows->getArrangement());
 }
 
 void TreePanel::addActionsTo(const PanelMenus& menus)
@@ -101,6 +131,7 @@ void TreePanel::addActionsTo(const PanelMenus& menus)
     QList<QAction*> columns; // which a vector is in Qt 6 only
     for (QAction* action : m_tree->getToggleColumnActions())
         columns.append(action);
+    menus.view->addMenu(tr("&Rows"))->addActions(m_arrangements->actions());
     menus.view->addMenu(tr("&Columns"))->addActions(columns);
     m_tree->header()->setContextMenuPolicy(Qt::ActionsContextMenu);
     m_tree->header()->addActions(columns);
@@ -129,7 +160,7 @@ bool TreePanel::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::PaletteChange) {
         m_highlighter->clear();
         m_silence->followPalette();
-        m_pins->followPalette();
+        m_rows->followPalette();
     }
     return QObject::eventFilter(watched, event);
 }
@@ -165,7 +196,6 @@ void TreePanel::saveSettings(QSettings& settings)
     settings.setValue(QLatin1String("showVirtualFields"), m_virtualFields->isChecked());
     settings.setValue(QLatin1String("primaryFieldsOnly"), m_primaryOnly->isChecked());
     m_rows->saveSettings(settings);
-    m_pins->saveSettings(settings);
     settings.endGroup();
 }
 
@@ -175,10 +205,10 @@ void TreePanel::restoreSettings(QSettings& settings)
     m_virtualFields->setChecked(settings.value(QLatin1String("showVirtualFields"), true).toBool());
     m_primaryOnly->setChecked(settings.value(QLatin1String("primaryFieldsOnly"), false).toBool());
     m_rows->restoreSettings(settings);
+    showArrangement();
     m_addAutomatically->setChecked(m_rows->mustAddAutomatically());
     m_tree->loadExpansionState(settings);
     if (settings.contains(QLatin1String("headerstate")))
         m_tree->restoreSettings(settings);
-    m_pins->restoreSettings(settings);
     settings.endGroup();
 }

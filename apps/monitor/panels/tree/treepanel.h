@@ -12,6 +12,7 @@ class FindBar;
 class MessageTreeWidget;
 class PinnedTypes;
 class QAction;
+class QActionGroup;
 class RowToolTips;
 class SilenceWatch;
 class TreeActions;
@@ -29,7 +30,7 @@ public:
 
     MessageTreeWidget* getTree() const { return m_tree; }
     FindBar* getFindBar() const { return m_findBar; }
-    PinnedTypes* getPins() const { return m_pins; }
+    TreeRows* getRows() const { return m_rows; }
     TreeActions* getActions() const { return m_actions; }
     SilenceWatch* getSilence() const { return m_silence; }
     ChangeHighlighter* getHighlighter() const { return m_highlighter; }
@@ -50,19 +51,22 @@ protected:
 private:
     void createTools();
     void createActions();
+    void createArrangements();
+    void showArrangement();
     void giveColumnsTheirWidths();
 
     Desk* m_desk;
     std::unique_ptr<QWidget> m_widget; // the find bar above the tree
     MessageTreeWidget* m_tree;
     FindBar* m_findBar;
-    PinnedTypes* m_pins;
+    std::unique_ptr<PinnedTypes> m_pins;
     TreeRows* m_rows;
     TreeActions* m_actions;
     SilenceWatch* m_silence;
     RowToolTips* m_toolTips;
     ChangeHighlighter* m_highlighter;
     TreeHint* m_hint;
+    QActionGroup* m_arrangements; // the number of each is its action's data
     QAction* m_addAll;
     QAction* m_removeAll;
     QAction* m_addAutomatically;

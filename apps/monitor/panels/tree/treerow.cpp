@@ -3,7 +3,7 @@
 #include "fieldinfo.h"
 #include "fieldwalk.h"
 #include "messagejson.h"
-#include "messagetreewidgetitem.h"
+#include "subjectrow.h"
 
 #include <QStringList>
 
@@ -11,12 +11,14 @@ TreeRow::TreeRow(QTreeWidgetItem* item)
     : m_item(item)
 {
     QVector<AbstractMessageTreeWidgetItem*> way;
-    for (QTreeWidgetItem* step = item; step; step = step->parent())
+    SubjectRow* top = nullptr;
+    for (QTreeWidgetItem* step = item; step && !top; step = step->parent()) {
         way.prepend(dynamic_cast<AbstractMessageTreeWidgetItem*>(step));
-    auto* const top = way.isEmpty() ? nullptr : dynamic_cast<MessageTreeWidgetItem*>(way.first());
-    if (!top || !top->getMessageInfo())
+        top = dynamic_cast<SubjectRow*>(step);
+    }
+    if (!top)
         return;
-    FieldPath path(top->getMessageInfo());
+    FieldPath path(top->getSubject().info);
     for (int i = 1; i < way.size(); ++i) {
         const FieldInfo* const field = way.at(i) ? way.at(i)->getFieldInfo() : nullptr;
         if (!field)
@@ -26,12 +28,17 @@ TreeRow::TreeRow(QTreeWidgetItem* item)
             path.append(field, way.at(i)->getIndex());
     }
     m_path = path;
-    m_messageRow = top;
+    m_subjectRow = top;
+}
+
+Subject TreeRow::getSubject() const
+{
+    return m_subjectRow ? m_subjectRow->getSubject() : Subject{nullptr, QString()};
 }
 
 const Message* TreeRow::getMessage() const
 {
-    return m_messageRow ? m_messageRow->getDisplayedMessage() : nullptr;
+    return m_subjectRow ? m_subjectRow->getDisplayedMessage() : nullptr;
 }
 
 FieldValue TreeRow::getValue() const

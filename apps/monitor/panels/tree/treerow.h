@@ -2,10 +2,11 @@
 #define TREEROW_H
 
 #include "fieldpath.h"
+#include "subject.h"
 
 class MessageTreeWidget;
-class MessageTreeWidgetItem;
 class QTreeWidgetItem;
+class SubjectRow;
 
 /**
  * What a row of the message tree stands for.
@@ -21,8 +22,10 @@ public:
     bool isNull() const { return m_path.isNull(); }
     const FieldPath& getPath() const { return m_path; }
     QTreeWidgetItem* getItem() const { return m_item; }
-    /** The row of the message type, at the top; null for a null row. */
-    MessageTreeWidgetItem* getMessageRow() const { return m_messageRow; }
+    /** The row of the message type in which it lies; null for a null row. */
+    SubjectRow* getSubjectRow() const { return m_subjectRow; }
+    /** The type, and the sender if the row is of one only; without a type for a null row. */
+    Subject getSubject() const;
     /** The message that is shown; may be null. */
     const Message* getMessage() const;
     /** The value that is shown; invalid when there is none, or not one. */
@@ -42,7 +45,7 @@ private:
 
     FieldPath m_path;
     QTreeWidgetItem* m_item;
-    MessageTreeWidgetItem* m_messageRow = nullptr;
+    SubjectRow* m_subjectRow = nullptr;
 };
 
 #endif

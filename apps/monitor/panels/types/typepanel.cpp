@@ -10,17 +10,45 @@
 #include <QSettings>
 #include <QSortFilterProxyModel>
 
+namespace
+{
+
+class SortedTypes : public QSortFilterProxyModel
+{
+public:
+    SortedTypes(MessageTypeModel* types, QObject* parent)
+        : QSortFilterProxyModel(parent)
+        , m_types(types)
+    {
+        setSourceModel(types);
+        setDynamicSortFilter(true);
+    }
+
+protected:
+    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override
+    {
+        return m_types->isBefore(left.row(), right.row(), left.column());
+    }
+
+private:
+    const MessageTypeModel* m_types;
+};
+
+QString nameOf(const QString& type, const QString& sender)
+{
+    return type + QLatin1Char('\t') + sender;
+}
+
+} // namespace
+
 static const char WantedKey[] = "forms"; // what they are chosen for
 
 TypePanel::TypePanel(Desk* desk, QWidget* parent)
     : QTreeView(parent)
     , m_desk(desk)
-    , m_sorted(new QSortFilterProxyModel(this))
+    , m_sorted(new SortedTypes(desk->getTypes(), this))
 {
     MessageTypeModel* const types = desk->getTypes();
-    m_sorted->setSourceModel(types);
-    m_sorted->setSortRole(MessageTypeModel::SortRole);
-    m_sorted->setDynamicSortFilter(true);
     setModel(m_sorted);
     setRootIsDecorated(false);
     setUniformRowHeights(true);
@@ -44,39 +72,54 @@ TypePanel::TypePanel(Desk* desk, QWidget* parent)
 
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &TypePanel::tellChosen);
     connect(types, &QAbstractItemModel::modelReset, this, &TypePanel::tellChosen);
-    connect(types, &MessageTypeModel::typeSeen, this, &TypePanel::processTypeSeen);
+    connect(types, &MessageTypeModel::seen, this, &TypePanel::processSeen);
     connect(types, &MessageTypeModel::typesAboutToChange, this, &TypePanel::rememberChosen);
 }
 
-void TypePanel::processTypeSeen(const MessageInfo* info)
+void TypePanel::processSeen(const QVector<Subject>& subjects)
 {
-    if (m_wanted.removeAll(info->getName()) == 0)
-        return;
+    QSet<Subject> chosen;
+    QSet<QString> found;
+    for (const Subject& subject : subjects) {
+        for (const QString& name : {subject.info->getName(), nameOf(subject.info->getName(), subject.sender)}) {
+            if (!m_wanted.contains(name))
+                continue;
+            chosen.insert(subject);
+            found.insert(name);
+        }
+    }
+    for (const QString& name : std::as_const(found))
+        m_wanted.removeAll(name);
     const MessageTypeModel* const types = m_desk->getTypes();
-    for (int row = 0; row < types->rowCount(); ++row) {
+    for (int row = 0; row < types->getCount() && !chosen.isEmpty(); ++row) {
         const QModelIndex index = m_sorted->mapFromSource(types->index(row, 0));
-        if (types->getMessageInfo(row) == info)
+        if (chosen.contains(types->getSubject(row)))
             selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
 }
 
 void TypePanel::tellChosen()
 {
-    QVector<const MessageInfo*> infos;
+    QVector<Subject> subjects;
     const QModelIndexList rows = selectionModel()->selectedRows();
     for (const QModelIndex& index : rows) {
-        const MessageInfo* const info = m_desk->getTypes()->getMessageInfo(m_sorted->mapToSource(index).row());
-        if (info && !infos.contains(info))
-            infos.append(info);
+        const Subject subject = m_desk->getTypes()->getSubject(m_sorted->mapToSource(index).row());
+        if (subject.info && !subjects.contains(subject))
+            subjects.append(subject);
     }
-    m_desk->chooseTypes(infos);
+    m_desk->chooseTypes(subjects);
 }
 
 void TypePanel::rememberChosen()
 {
-    for (const MessageInfo* info : m_desk->getChosenTypes())
-        if (!m_wanted.contains(info->getName()))
-            m_wanted.append(info->getName());
+    for (const Subject& chosen : m_desk->getChosenTypes()) {
+        const QString type = chosen.info->getName();
+        // The only sender of a type may well be called otherwise in the next run.
+        const bool isTold = m_desk->getTypes()->isFromSeveral(chosen.info);
+        const QString name = isTold ? nameOf(type, chosen.sender) : type;
+        if (!m_wanted.contains(name))
+            m_wanted.append(name);
+    }
 }
 
 void TypePanel::saveSettings(QSettings& settings)

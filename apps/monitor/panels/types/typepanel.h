@@ -2,6 +2,7 @@
 #define TYPEPANEL_H
 
 #include "panel.h"
+#include "subject.h"
 
 #include <QStringList>
 #include <QTreeView>
@@ -24,13 +25,13 @@ public:
     void restoreSettings(QSettings& settings) override;
 
 private:
-    void processTypeSeen(const MessageInfo* info);
+    void processSeen(const QVector<Subject>& subjects);
     void rememberChosen();
     void tellChosen();
 
     Desk* m_desk;
     QSortFilterProxyModel* m_sorted;
-    QStringList m_wanted;
+    QStringList m_wanted; // names of types, and perhaps their senders behind a tab
 };
 
 #endif

@@ -10,15 +10,16 @@
 #include <QVBoxLayout>
 
 // Under a large value the whole expression would be long: the type and the field are what tells watches apart.
-static QString shortName(const PathExpression& expression)
+QString Watch::shortName() const
 {
-    QString name = expression.getString(PathExpression::Parts(PathExpression::MessagePart));
-    name += QLatin1Char('.') + expression.getString(PathExpression::FieldPart | PathExpression::IndexPart);
-    return name;
+    QString name = m_expression.getString(PathExpression::Parts(PathExpression::MessagePart));
+    name += QLatin1Char('.') + m_expression.getString(PathExpression::FieldPart | PathExpression::IndexPart);
+    return m_origin.isTold ? name + QLatin1Char(' ') + m_origin.sender : name;
 }
 
-Watch::Watch(const QString& expression, const QString& name, LatestMessageSource* source)
-    : m_caption(new QToolButton)
+Watch::Watch(const QString& expression, const QString& name, const Origin& origin, LatestMessageSource* source)
+    : m_origin(origin)
+    , m_caption(new QToolButton)
     , m_label(new FieldValueLabel(nullptr, nullptr, true, -1))
     , m_field(m_label, source)
 {
@@ -45,6 +46,7 @@ Watch::Watch(const QString& expression, const QString& name, LatestMessageSource
 
     setName(name);
     connect(&m_expression, &PathExpression::matchesMayHaveChanged, this, &Watch::resolve);
+    connect(&m_field, &WatchedField::senderChanged, this, &Watch::showToolTip);
     resolve();
 }
 
@@ -69,7 +71,7 @@ QString Watch::getExpression() const
 
 void Watch::setName(const QString& name)
 {
-    m_name = name.isEmpty() ? shortName(m_expression) : name;
+    m_name = name.isEmpty() ? shortName() : name;
     m_caption->setText(m_name);
     // The value begins where its name does.
     const int inset = (m_caption->sizeHint().width() - m_caption->fontMetrics().horizontalAdvance(m_name)) / 2;
@@ -90,8 +92,28 @@ void Watch::setTimeOut(int milliseconds)
 
 void Watch::resolve()
 {
-    const FieldInfo* field = m_field.follow(m_expression);
+    m_field.follow(m_expression, m_origin.sender);
+    showToolTip();
+}
+
+void Watch::renameSender(const QString& before, const QString& now)
+{
+    m_field.renameSender(before, now);
+    if (!before.isEmpty() && m_origin.sender == before) {
+        const bool isOwnName = m_name == shortName();
+        m_origin.sender = now;
+        if (isOwnName)
+            setName(QString());
+    }
+    showToolTip();
+}
+
+void Watch::showToolTip()
+{
+    const FieldInfo* const field = m_label->getFieldInfo();
     QString toolTip = getExpression();
+    if (!m_field.getSender().isEmpty())
+        toolTip += QLatin1Char('\n') + tr("Sender: %1").arg(m_field.getSender());
     if (!field && m_expression.getMatchingFieldInfos().isEmpty())
         toolTip += QLatin1Char('\n') + tr("No loaded definition has this field.");
     else if (!field)

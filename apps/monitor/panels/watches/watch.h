@@ -1,13 +1,13 @@
 #ifndef WATCH_H
 #define WATCH_H
 
+#include "desk.h"
 #include "pathexpression.h"
 #include "watchedfield.h"
 
 #include <QFrame>
 
 class FieldValueLabel;
-class LatestMessageSource;
 class QToolButton;
 
 /**
@@ -23,12 +23,16 @@ public:
     /**
      * @param expression  names one field, and an index perhaps
      * @param name        what to call it; empty makes a name of the expression
-     * @param source      whose messages to show; borrowed
+     * @param origin      whose values to show; those of the first sender when it is empty
+     * @param source      has the messages; borrowed
      */
-    Watch(const QString& expression, const QString& name, LatestMessageSource* source);
+    Watch(const QString& expression, const QString& name, const Origin& origin, LatestMessageSource* source);
     ~Watch() override;
 
     QString getExpression() const;
+    const Origin& getOrigin() const { return m_origin; }
+    /** The sender has another name now. */
+    void renameSender(const QString& before, const QString& now);
     QString getName() const { return m_name; }
     void setName(const QString& name);
 
@@ -49,9 +53,12 @@ protected:
 
 private:
     void resolve();
+    void showToolTip();
+    QString shortName() const;
     void rename();
 
     PathExpression m_expression;
+    Origin m_origin;
     QString m_name;
     QToolButton* m_caption;
     FieldValueLabel* m_label;

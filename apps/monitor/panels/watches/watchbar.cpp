@@ -43,10 +43,15 @@ WatchBar::WatchBar(Desk* desk, QWidget* parent)
     m_strip->hide(); // until there is something to show
     outer->addWidget(m_strip);
 
+    connect(desk, &Desk::senderRenamed, this, [this](const QString& before, const QString& now) {
+        for (Watch* const watch : std::as_const(m_watches))
+            watch->renameSender(before, now);
+        m_editor->renameSender(before, now);
+    });
     QAction* const use = new QAction(tr("&Watch"), this);
     use->setShortcut(QKeySequence(tr("Ctrl+Shift+W")));
-    const auto take = [this](const FieldPath& path) {
-        pin(path.getExpression());
+    const auto take = [this](const FieldPath& path, const Origin& origin) {
+        pin(path.getExpression(), QString(), origin);
         Q_EMIT m_desk->wanted(this);
     };
     desk->offerUse({QLatin1String("watch"), use, QString(), take, [this](const QString& wish) { pin(wish); }});
@@ -57,12 +62,12 @@ int WatchBar::timeOutMilliseconds() const
     return m_timeOut > 0 && !m_frozen ? int(m_timeOut * 1000) : -1;
 }
 
-void WatchBar::pin(const QString& expression, const QString& name)
+void WatchBar::pin(const QString& expression, const QString& name, const Origin& origin)
 {
     for (const Watch* watch : std::as_const(m_watches))
-        if (watch->getExpression() == expression)
+        if (watch->getExpression() == expression && watch->getOrigin().sender == origin.sender)
             return;
-    Watch* watch = new Watch(expression, name, m_desk->getLatest());
+    Watch* watch = new Watch(expression, name, origin, m_desk->getLatest());
     watch->setTimeOut(timeOutMilliseconds());
     connect(watch, &Watch::removeRequested, this, [this, watch]() { remove(watch); });
     m_layout->insertWidget(int(m_watches.size()), watch);
@@ -122,6 +127,9 @@ void WatchBar::saveSettings(QSettings& settings)
         settings.setArrayIndex(i);
         settings.setValue(QLatin1String("expression"), m_watches.at(i)->getExpression());
         settings.setValue(QLatin1String("name"), m_watches.at(i)->getName());
+        const Origin& origin = m_watches.at(i)->getOrigin();
+        if (origin.isTold) // else the next run may well have the only sender by another name
+            settings.setValue(QLatin1String("sender"), origin.sender);
     }
     settings.endArray();
     settings.endGroup();
@@ -137,8 +145,9 @@ void WatchBar::restoreSettings(QSettings& settings)
     for (int i = 0; i < count; ++i) {
         settings.setArrayIndex(i);
         const QString pinned = settings.value(QLatin1String("expression")).toString();
+        const QString sender = settings.value(QLatin1String("sender")).toString();
         if (!pinned.isEmpty())
-            pin(pinned, settings.value(QLatin1String("name")).toString());
+            pin(pinned, settings.value(QLatin1String("name")).toString(), {sender, !sender.isEmpty()});
     }
     settings.endArray();
     settings.endGroup();

@@ -1,6 +1,7 @@
 #ifndef WATCHBAR_H
 #define WATCHBAR_H
 
+#include "desk.h"
 #include "panel.h"
 
 #include <QWidget>
@@ -18,8 +19,8 @@ class WatchBar : public QWidget, public Panel
 public:
     explicit WatchBar(Desk* desk, QWidget* parent = nullptr);
 
-    /** Pins what @p expression names, unless it is pinned already; @p name may be empty. */
-    void pin(const QString& expression, const QString& name = QString());
+    /** Pins what @p expression names of @p origin, unless it is pinned already; @p name may be empty. */
+    void pin(const QString& expression, const QString& name = QString(), const Origin& origin = {QString(), false});
     void removeAll();
 
     /** The watches in order. */

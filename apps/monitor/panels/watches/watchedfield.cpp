@@ -46,8 +46,9 @@ static bool areOfOneType(const QVector<FieldPath>& paths)
     return infos.size() == paths.size();
 }
 
-const FieldInfo* WatchedField::follow(const PathExpression& expression)
+const FieldInfo* WatchedField::follow(const PathExpression& expression, const QString& sender)
 {
+    m_sender = sender;
     // The ways are only looked at when there are few: an open expression has hundreds of thousands.
     const qsizetype count = expression.getMatchingFieldInfos().size();
     QVector<FieldPath> paths;
@@ -57,7 +58,7 @@ const FieldInfo* WatchedField::follow(const PathExpression& expression)
     if (paths.size() > 1 && areOfOneType(paths)) {
         m_schemas = paths;
         const auto isReceived = [this](const FieldPath& path) {
-            return !m_source->getLatest(path.getMessageInfo()).isNull();
+            return !m_source->getLatest(path.getMessageInfo(), m_sender).isNull();
         };
         // Those that came first are at the front.
         const auto received = std::find_if(paths.rbegin(), paths.rend(), isReceived);
@@ -77,6 +78,8 @@ const FieldInfo* WatchedField::setPath(const FieldPath& path)
     const FieldInfo* const field = path.getField();
     if (field && path == m_path)
         return field;
+    if (path.getMessageInfo() != m_path.getMessageInfo())
+        m_followed = m_sender;
     m_path = path;
     m_label->setFieldInfo(field);
     if (path.getIndex() >= 0)
@@ -93,19 +96,32 @@ void WatchedField::renew()
 {
     if (m_path.isNull() || (!m_hidden && m_label->text() == FieldValueLabel::tr("N/A")))
         return;
-    const MessageReference latest = m_source->getLatest(m_path.getMessageInfo());
+    const MessageReference latest = m_source->getLatest(m_path.getMessageInfo(), m_followed);
     if (!latest.isNull())
         processMessage(latest.get());
 }
 
 void WatchedField::forget(const MessageInfo* info)
 {
-    if (info && m_path.getMessageInfo() == info)
-        m_label->clearValue();
+    if (!info || m_path.getMessageInfo() != info)
+        return;
+    m_followed = m_sender;
+    m_label->clearValue();
+}
+
+void WatchedField::renameSender(const QString& before, const QString& now)
+{
+    if (before.isEmpty())
+        return;
+    for (QString* const sender : {&m_sender, &m_followed})
+        if (*sender == before)
+            *sender = now;
 }
 
 void WatchedField::processMessage(const Message* message)
 {
+    if (!m_sender.isEmpty() && message->getSender() != m_sender)
+        return;
     if (message->getInfo() != m_path.getMessageInfo()) {
         for (const FieldPath& path : std::as_const(m_schemas)) {
             if (path.getMessageInfo() == message->getInfo()) {
@@ -114,6 +130,12 @@ void WatchedField::processMessage(const Message* message)
             }
         }
         return;
+    }
+    if (!m_followed.isEmpty() && message->getSender() != m_followed)
+        return; // two in turn would be neither's value
+    if (m_followed != message->getSender()) {
+        m_followed = message->getSender();
+        Q_EMIT senderChanged();
     }
     m_hidden = m_path.isHidden();
     if (m_hidden) {

@@ -26,16 +26,26 @@ public:
     WatchedField(FieldValueLabel* label, LatestMessageSource* source);
 
     /**
-     * Shows what @p expression names, with its newest value at once; nothing when that is no or more than one field.
+     * Shows what @p expression names of @p sender, with its newest value at once; nothing when that is no or more than
+     * one field.
      *
      * A type that came with one schema and then with another is one to the reader: what came last is shown.
      *
+     * @param sender  empty for the first one that brings it, until what it brought is forgotten
      * @return the field, or null
      */
-    const FieldInfo* follow(const PathExpression& expression);
+    const FieldInfo* follow(const PathExpression& expression, const QString& sender = QString());
     void followNothing();
+    /** Who sent what is shown; empty while that is not known. */
+    const QString& getSender() const { return m_followed; }
+    /** The sender has another name now. */
+    void renameSender(const QString& before, const QString& now);
     /** Writes the value anew, as it is to be written now; one that timed out stays away. */
     void renew();
+
+Q_SIGNALS:
+    /** Another sender is shown. */
+    void senderChanged();
 
 private Q_SLOTS:
     void processMessage(const Message* message);
@@ -48,6 +58,8 @@ private:
     FieldValueLabel* m_label;
     LatestMessageSource* m_source;
     FieldPath m_path;
+    QString m_sender;             // that is wanted; may be empty
+    QString m_followed;           // that is shown
     QVector<FieldPath> m_schemas; // the same way in each schema that the type came with, where there are several
     bool m_hidden = false;        // what the label says is that the value is hidden
 };

@@ -28,6 +28,8 @@ public:
     QString getExpression() const;
     /** Writes the value anew, as it is to be written now. */
     void renew() { m_watched.renew(); }
+    /** The sender has another name now. */
+    void renameSender(const QString& before, const QString& now) { m_watched.renameSender(before, now); }
 
 Q_SIGNALS:
     /** The user wants to keep these fields in sight. */
