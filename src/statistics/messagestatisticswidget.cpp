@@ -442,7 +442,7 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
         }
         StatisticsCells::writeCount(item, count);
     }
-    if (!anyNews && confirmed.size() == known.size())
+    if (!anyNews && !known.isEmpty() && confirmed.size() == known.size())
         return;
     StatisticsCells::setKnownCounts(m_intervalsItem, confirmed.constData(), static_cast<int>(confirmed.size()));
     // Rows are hardly ever left over, which their numbers tell; an interval may have been listed more than once.

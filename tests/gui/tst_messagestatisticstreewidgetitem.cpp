@@ -116,6 +116,8 @@ void tst_MessageStatisticsTreeWidgetItem::intervalRowsComeAndGo()
         QCOMPARE(row->child(i)->text(1), text("?"));
         QCOMPARE(intervals(""), text("every 25 ms | 2\nevery 50 ms | %1").arg(i + 3));
     }
+    row->child(0)->setText(1, "5");
+    QCOMPARE(intervals("A intervals="), QString());
 }
 
 void tst_MessageStatisticsTreeWidgetItem::gapRowsComeAndGo()
