@@ -220,20 +220,12 @@
         <translation>Definitionsdatei</translation>
     </message>
     <message>
-        <source>A MAVLink dialect (.xml), or a Protocol Buffers schema (.proto or a descriptor set)</source>
-        <translation>Ein MAVLink-Dialekt (.xml) oder ein Protocol-Buffers-Schema (.proto oder ein Deskriptorsatz)</translation>
-    </message>
-    <message>
         <source>folders of imported files, divided by &quot;%1&quot;</source>
         <translation>Ordner importierter Dateien, getrennt durch „%1“</translation>
     </message>
     <message>
         <source>Folders of imports</source>
         <translation>Import-Ordner</translation>
-    </message>
-    <message>
-        <source>Where a .proto file&apos;s imports are looked for; its own folder always is</source>
-        <translation>Wo nach den Importen einer .proto-Datei gesucht wird; in ihrem eigenen Ordner immer</translation>
     </message>
     <message>
         <source>Message type</source>
@@ -306,6 +298,14 @@
     <message>
         <source>those in use, or the source&apos;s own</source>
         <translation>die geladenen oder die der Quelle</translation>
+    </message>
+    <message>
+        <source>A MAVLink dialect (.xml), a Protocol Buffers schema (.proto or a descriptor set), a definition of ROS 2 or DDS (.msg, .idl), or a JSON schema (.schema.json)</source>
+        <translation>Ein MAVLink-Dialekt (.xml), ein Protocol-Buffers-Schema (.proto oder ein Deskriptorsatz), eine Definition von ROS 2 oder DDS (.msg, .idl) oder ein JSON-Schema (.schema.json)</translation>
+    </message>
+    <message>
+        <source>Where files that a schema imports are looked for; its own folder always is</source>
+        <translation>Wo nach Dateien gesucht wird, die ein Schema importiert; in seinem eigenen Ordner immer</translation>
     </message>
 </context>
 <context>
@@ -444,6 +444,10 @@
     <message>
         <source>ROS 1 message definition</source>
         <translation>Nachrichtendefinition von ROS 1</translation>
+    </message>
+    <message>
+        <source>no file of definitions has a type &quot;%1&quot;</source>
+        <translation>keine Definitionsdatei hat einen Typ „%1“</translation>
     </message>
 </context>
 <context>
@@ -2612,6 +2616,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Default: %1</source>
         <translation>Vorgabe: %1</translation>
+    </message>
+    <message>
+        <source>there is no struct in it</source>
+        <translation>es steht keine Struktur darin</translation>
     </message>
 </context>
 <context>

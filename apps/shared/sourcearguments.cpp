@@ -33,8 +33,9 @@ QList<QCommandLineOption> SourceArguments::getOptions()
     return {
         {{QStringLiteral("definitions"), QStringLiteral("dialect"), QStringLiteral("schema")},
          QStringLiteral(
-             "File of definitions: a MAVLink dialect (XML) instead of the built-in one, or a Protocol Buffers "
-             "schema, a .proto text or a descriptor set; can be repeated. MCAP recordings bring their own. Or "
+             "File of definitions: a MAVLink dialect (XML) instead of the built-in one, a Protocol Buffers "
+             "schema (.proto or a descriptor set), a definition of ROS 2 or DDS (.msg, .idl) or a JSON schema "
+             "(.schema.json); can be repeated. MCAP recordings bring their own. Or "
              "FILTER=TYPE, such as \"fleet/+/car=demo.Car\": what the topics of a broker are that do not say it, a "
              "type "
              "of these files, \"mavlink\" or \"json\"."),

@@ -77,15 +77,15 @@ QVector<Definitions::FileKind> Definitions::getFileKinds() const
 /** Whose definitions a file has; null with @p error set where nobody can read it. */
 Encoding* Definitions::Private::encodingFor(const QString& path, QString* error) const
 {
-    const QString name = QFileInfo(path).fileName();
-    for (const std::unique_ptr<Encoding>& encoding : encodings)
-        if (QDir::match(patternsOf(*encoding), name))
-            return encoding.get();
     // A pipe or a device could keep the reader waiting for ever.
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
         *error = QCoreApplication::translate("Definitions", "cannot be read: not a file");
         return nullptr;
     }
+    const QString name = QFileInfo(path).fileName();
+    for (const std::unique_ptr<Encoding>& encoding : encodings)
+        if (QDir::match(patternsOf(*encoding), name))
+            return encoding.get();
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         *error = QCoreApplication::translate("Definitions", "cannot be read: %1").arg(file.errorString());
@@ -179,7 +179,8 @@ bool Definitions::load(const QString& path, const QStringList& importPaths, QStr
             Annotations::apply(beside, format, errors);
         }
     }
-    m_private->annotateFormats(errors);
+    // Types that the file brought can be named and completed before there are messages.
+    publish(errors);
     return true;
 }
 

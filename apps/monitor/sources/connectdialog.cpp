@@ -32,10 +32,11 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     m_definitions->setPlaceholderText(tr("those in use, or the source's own"));
     m_definitions->setAccessibleName(tr("File of definitions"));
     m_definitions->setToolTip(
-        tr("A MAVLink dialect (.xml), or a Protocol Buffers schema (.proto or a descriptor set)"));
+        tr("A MAVLink dialect (.xml), a Protocol Buffers schema (.proto or a descriptor set), a definition of ROS 2 or "
+           "DDS (.msg, .idl), or a JSON schema (.schema.json)"));
     m_imports->setPlaceholderText(tr("folders of imported files, divided by \"%1\"").arg(QDir::listSeparator()));
     m_imports->setAccessibleName(tr("Folders of imports"));
-    m_imports->setToolTip(tr("Where a .proto file's imports are looked for; its own folder always is"));
+    m_imports->setToolTip(tr("Where files that a schema imports are looked for; its own folder always is"));
     m_type->setEditable(true);
     m_type->setAccessibleName(tr("Message type"));
     m_type->setToolTip(tr("The one type of all messages, for sources that do not say what they send"));

@@ -138,6 +138,12 @@ void McapChannels::findType(const Mcap::Channel& channel, const QString& topic, 
     type->kind = Utf8Text::decode(schema->name);
     if (schema->encoding.isEmpty() && type->isAwaited)
         return;
+    // Writers that did not find a definition leave all but its name empty.
+    QString error;
+    if (schema->encoding.isEmpty() && schema->data.isEmpty())
+        type->info = encoding->findType(type->kind, &error);
+    if (type->info)
+        return;
     if (encoding->readsSchema(schema->encoding))
         makeType(type);
     else

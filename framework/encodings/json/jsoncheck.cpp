@@ -26,6 +26,7 @@ JsonCheck::JsonCheck(const QByteArray& text)
     , m_state(AtValue)
     , m_isDone(false)
     , m_good(0)
+    , m_firstPlace(-1)
 {
     m_repaired.reserve(int(text.size()));
     while (!m_isDone && step()) {
@@ -232,6 +233,8 @@ QString JsonCheck::where(int place) const
 
 bool JsonCheck::fail(int place, const QString& text)
 {
+    if (m_problems.isEmpty())
+        m_firstPlace = place;
     if (m_problems.size() < GreatestProblemCount)
         m_problems.append(where(place) + text);
     else if (m_problems.size() == GreatestProblemCount)

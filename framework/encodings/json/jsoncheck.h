@@ -26,6 +26,9 @@ public:
     /** What is wrong, as "a.b[3] at byte 12: text". Of very many only the first. */
     const QStringList& getProblems() const { return m_problems; }
 
+    /** Where the first of them is; -1 when there is none. */
+    int getFirstPlace() const { return m_firstPlace; }
+
     /** Empty where not even the first value can be read. */
     const QByteArray& getRepaired() const { return m_repaired; }
 
@@ -73,6 +76,7 @@ private:
     int m_good; // bytes of the copy up to the last value that is whole, or bracket that opens one
     QByteArray m_repaired;
     QStringList m_problems;
+    int m_firstPlace;
 };
 
 #endif

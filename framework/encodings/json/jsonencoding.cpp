@@ -1,14 +1,20 @@
 #include "jsonencoding.h"
 
+#include "jsoncheck.h"
+#include "jsonlocator.h"
 #include "jsonschema.h"
 #include "jsontypebuilder.h"
+
+#include <QFile>
+#include <QFileInfo>
 
 #include <utility>
 
 namespace
 {
 
-const Encoding::Traits JsonTraits{"json", QT_TRANSLATE_NOOP("Encoding", "JSON schema"), "", "jsonschema", false, true};
+const Encoding::Traits JsonTraits{
+    "json", QT_TRANSLATE_NOOP("Encoding", "JSON schema"), "*.schema.json", "jsonschema", false, true};
 
 // Of all types together. A recording can bring one after the other.
 const std::size_t MostTypes = 10 * 1000;
@@ -58,4 +64,40 @@ const MessageInfo* JsonEncoding::makeType(const TypeSchema& schema, QString* err
         m_schemas.insert(type->info, {schema.name, schema.messageEncoding, schema.encoding, schema.data, QByteArray()});
     }
     return type->info;
+}
+
+// As files can begin.
+static QByteArray withoutMark(const QByteArray& bytes)
+{
+    static const char mark[] = "\xef\xbb\xbf";
+    return bytes.startsWith(mark) ? bytes.mid(int(qstrlen(mark))) : bytes;
+}
+
+bool JsonEncoding::recognizes(const QByteArray& head) const
+{
+    return withoutMark(head).trimmed().startsWith('{') && head.contains("\"$schema\"");
+}
+
+/** A schema is one type, which is called like the file. */
+QVector<TypeSchema> JsonEncoding::readFile(const QString& path, const QStringList&, QStringList* errors) const
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        errors->append(path + QLatin1String(": ") + file.errorString());
+        return QVector<TypeSchema>();
+    }
+    const QByteArray text = withoutMark(file.readAll());
+    const JsonCheck check(text);
+    if (!check.getProblems().isEmpty()) {
+        const int place = check.getFirstPlace();
+        const int lineBegin = place > 0 ? int(text.lastIndexOf('\n', place - 1)) + 1 : 0;
+        errors->append(
+            QStringLiteral("%1:%2:%3: ").arg(path).arg(JsonLocator::lineAt(text, place)).arg(place - lineBegin + 1) +
+            check.getProblems().constFirst());
+        return QVector<TypeSchema>();
+    }
+    QString type = QFileInfo(path).completeBaseName();
+    if (type.endsWith(QLatin1String(".schema")))
+        type.chop(int(qstrlen(".schema")));
+    return QVector<TypeSchema>{{type, name(), "jsonschema", text}};
 }

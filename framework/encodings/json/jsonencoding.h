@@ -16,7 +16,12 @@ public:
     JsonEncoding();
     ~JsonEncoding() override;
 
+    bool recognizes(const QByteArray& head) const override;
     const MessageInfo* makeType(const TypeSchema& schema, QString* error) override;
+
+protected:
+    QVector<TypeSchema> readFile(const QString& path, const QStringList& importPaths,
+                                 QStringList* errors) const override;
 
 private:
     /** A schema, or what messages of one name without a schema have. */

@@ -38,22 +38,22 @@ IdlParser::IdlParser(Schema* schema, bool isRos)
 {
 }
 
-Struct* IdlParser::parse(const QString& text, const QString& name, QString* error)
+Struct* IdlParser::parse(const QString& text, const QString& name, Fault* fault)
 {
     try {
         m_tokens = IdlScanner::scan(text);
         while (peek().kind != IdlToken::End)
             readDefinition();
-    } catch (const IdlError& found) {
-        *error = textAt(found.place, found.text);
+    } catch (const Fault& found) {
+        *fault = found;
         return nullptr;
     }
     addConstants();
     const QString wanted = QString(name).replace(QLatin1Char('/'), QStringLiteral("::"));
     Struct* const found = m_structs.value(wanted);
     if (!found)
-        *error = QCoreApplication::translate("RosSchema", "there is no definition of %1").arg(name);
-    return found && m_schema->check(error) ? found : nullptr;
+        fault->text = QCoreApplication::translate("RosSchema", "there is no definition of %1").arg(name);
+    return found && m_schema->check(&fault->text) ? found : nullptr;
 }
 
 const IdlToken& IdlParser::peek(int distance) const
@@ -92,7 +92,7 @@ QString IdlParser::takeName()
 
 void IdlParser::fail(const QString& text) const
 {
-    throw IdlError{peek().place, text};
+    throw Fault{peek().place, text};
 }
 
 QString IdlParser::scoped(const QString& name) const
@@ -382,8 +382,8 @@ void IdlParser::readConstant()
     const quint64 magnitude = symbol.value.isNegative ? ~symbol.value.bits + 1 : symbol.value.bits;
     if (isInteger(type->kind) && type->kind != Kind::Char && type->kind != Kind::WideChar &&
         (symbol.value.kind != Value::Integer || !fits(symbol.value.isNegative, magnitude, type->kind)))
-        throw IdlError{place, QCoreApplication::translate("RosSchema", "\"%1\" is no value of the type %2")
-                                  .arg(constant.text, type->name)};
+        throw Fault{place, QCoreApplication::translate("RosSchema", "\"%1\" is no value of the type %2")
+                               .arg(constant.text, type->name)};
     define(constant.name, symbol);
     m_constants.emplace_back(m_scope.join(QStringLiteral("::")), constant);
     expect(";");

@@ -16,9 +16,9 @@ public:
 
     /**
      * @param name  of the type, as it is shown
-     * @return that type; null with @p error set, with line and column where there are any
+     * @return that type; null with @p fault set
      */
-    Ros::Struct* parse(const QString& text, const QString& name, QString* error);
+    Ros::Struct* parse(const QString& text, const QString& name, Ros::Fault* fault);
 
 private:
     /** A number, a text or a truth value. */

@@ -185,7 +185,7 @@ QString IdlScanner::takeText(QChar quote)
             advance(1);
     }
     if (m_at >= m_end)
-        throw IdlError{begin, QCoreApplication::translate("RosSchema", "the text does not end")};
+        throw Ros::Fault{begin, QCoreApplication::translate("RosSchema", "the text does not end")};
     advance(1);
     return text;
 }

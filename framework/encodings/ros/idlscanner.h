@@ -5,13 +5,6 @@
 
 #include <vector>
 
-/** What makes an IDL text unusable, and where. */
-struct IdlError
-{
-    Ros::TextPlace place;
-    QString text;
-};
-
 /** A word, a number, a text or a sign of an IDL text. */
 struct IdlToken
 {
@@ -40,7 +33,7 @@ struct IdlToken
 class IdlScanner
 {
 public:
-    /** Throws IdlError. */
+    /** Throws Ros::Fault. */
     static std::vector<IdlToken> scan(const QString& text);
 
 private:

@@ -166,7 +166,7 @@ const Type* IdlParser::readType()
         return found->type;
     const bool isTime = name.endsWith(QLatin1String("builtin_interfaces::msg::Time"));
     if (!isTime && !name.endsWith(QLatin1String("builtin_interfaces::msg::Duration")))
-        throw IdlError{first.place, QCoreApplication::translate("RosSchema", "the type %1 is not defined").arg(name)};
+        throw Fault{first.place, QCoreApplication::translate("RosSchema", "the type %1 is not defined").arg(name)};
     Struct*& time = m_structs[name];
     if (!time)
         time = m_schema->addTime(shownName(name), isTime ? Struct::Time : Struct::Duration, Kind::Int32, Kind::UInt32,

@@ -1,12 +1,13 @@
 #include "rosencoding.h"
 
 #include "idlparser.h"
+#include "rosfiles.h"
 #include "rosmsgparser.h"
 #include "rostypebuilder.h"
 
 #include <QCoreApplication>
 
-static const Encoding::Traits CdrTraits{"cdr", QT_TRANSLATE_NOOP("Encoding", "ROS 2 message definition"), "",
+static const Encoding::Traits CdrTraits{"cdr", QT_TRANSLATE_NOOP("Encoding", "ROS 2 message definition"), "*.msg *.idl",
                                         "ros2msg ros2idl omgidl", false};
 static const Encoding::Traits Ros1Traits{"ros1", QT_TRANSLATE_NOOP("Encoding", "ROS 1 message definition"), "",
                                          "ros1msg", false};
@@ -43,6 +44,15 @@ const MessageInfo* RosEncoding::makeType(const TypeSchema& schema, QString* erro
     return known->info;
 }
 
+Ros::Struct* RosEncoding::parse(const TypeSchema& schema, Ros::Schema* read, Ros::Fault* fault) const
+{
+    const QString text = Ros::decodeSchema(schema.data);
+    const RosMsgParser::Dialect dialect = m_isRos1 ? RosMsgParser::Ros1 : RosMsgParser::Ros2;
+    const bool isIdl = schema.encoding.endsWith("idl");
+    return isIdl ? IdlParser(read, schema.encoding == "ros2idl").parse(text, schema.name, fault)
+                 : RosMsgParser(dialect, read).parse(text, schema.name, fault);
+}
+
 RosEncoding::Made RosEncoding::make(const TypeSchema& schema)
 {
     Made made{nullptr, QString()};
@@ -53,16 +63,28 @@ RosEncoding::Made RosEncoding::make(const TypeSchema& schema)
     }
     m_size += schema.data.size();
     std::unique_ptr<Ros::Schema> read(new Ros::Schema);
-    const QString text = Ros::decodeSchema(schema.data);
-    const RosMsgParser::Dialect dialect = m_isRos1 ? RosMsgParser::Ros1 : RosMsgParser::Ros2;
-    const bool isIdl = schema.encoding.endsWith("idl");
-    const Ros::Struct* const structure =
-        isIdl ? IdlParser(read.get(), schema.encoding == "ros2idl").parse(text, schema.name, &made.error)
-              : RosMsgParser(dialect, read.get()).parse(text, schema.name, &made.error);
+    Ros::Fault fault;
+    const Ros::Struct* const structure = parse(schema, read.get(), &fault);
+    made.error = fault.toString();
     if (!structure)
         return made;
     const auto types = std::make_shared<const RosTypes>(std::move(read), m_isRos1);
     made.info = RosTypeBuilder(types, &m_made).build(structure);
     m_schemas.insert(made.info, schema);
     return made;
+}
+
+QVector<TypeSchema> RosEncoding::readFile(const QString& path, const QStringList& importPaths,
+                                          QStringList* errors) const
+{
+    QVector<TypeSchema> types;
+    RosFiles files(importPaths);
+    Ros::Fault fault;
+    if (files.read(path, &fault))
+        for (const QString& name : files.getTypeNames())
+            types.append({name, getTraits().name, files.getEncoding(), files.getSchema()});
+    Ros::Schema schema;
+    if (types.isEmpty() || !parse(types.constFirst(), &schema, &fault))
+        errors->append(files.textOf(fault));
+    return types;
 }

@@ -3,6 +3,13 @@
 
 #include "schemaencoding.h"
 
+namespace Ros
+{
+struct Fault;
+struct Schema;
+struct Struct;
+} // namespace Ros
+
 /** What both encodings of ROS have in common. */
 class RosEncoding : public SchemaEncoding
 {
@@ -12,6 +19,9 @@ public:
 protected:
     RosEncoding(const Traits& traits, bool isRos1);
 
+    QVector<TypeSchema> readFile(const QString& path, const QStringList& importPaths,
+                                 QStringList* errors) const override;
+
 private:
     /** What became of a schema. */
     struct Made
@@ -20,6 +30,7 @@ private:
         QString error;
     };
 
+    Ros::Struct* parse(const TypeSchema& schema, Ros::Schema* read, Ros::Fault* fault) const;
     Made make(const TypeSchema& schema);
 
     const bool m_isRos1;

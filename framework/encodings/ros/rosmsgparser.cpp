@@ -74,21 +74,21 @@ RosMsgParser::RosMsgParser(Dialect dialect, Schema* schema)
 
 bool RosMsgParser::fail(const QString& text, int column)
 {
-    if (m_error.isEmpty())
-        m_error = textAt({m_number, 1 + (column < 0 ? m_at : column)}, text);
+    if (m_fault.text.isEmpty())
+        m_fault = {{m_number, 1 + (column < 0 ? m_at : column)}, text};
     return false;
 }
 
-Struct* RosMsgParser::parse(const QString& text, const QString& name, QString* error)
+Struct* RosMsgParser::parse(const QString& text, const QString& name, Fault* fault)
 {
     const QString key = keyOf(name);
     const bool good = readDefinitions(text.split(QLatin1Char('\n')), name);
     if (good && !m_byKey.contains(key))
         addServiceEvent(key);
     if (good && !m_byKey.contains(key))
-        m_error = QCoreApplication::translate("RosSchema", "there is no definition of %1").arg(name);
-    if (!m_error.isEmpty() || !resolve() || !m_schema->check(&m_error)) {
-        *error = m_error;
+        m_fault.text = QCoreApplication::translate("RosSchema", "there is no definition of %1").arg(name);
+    if (!m_fault.text.isEmpty() || !resolve() || !m_schema->check(&m_fault.text)) {
+        *fault = m_fault;
         return nullptr;
     }
     return m_byKey.value(key);
@@ -278,7 +278,7 @@ QString* RosMsgParser::addConstant(const QString& name, const Type& type, const 
         fail(QCoreApplication::translate("RosSchema", "%1 cannot be a constant").arg(type.name), 0);
     else if (!readValue(value, &constant))
         fail(QCoreApplication::translate("RosSchema", "\"%1\" is no value of the type %2").arg(value, type.name));
-    if (!m_error.isEmpty())
+    if (!m_fault.text.isEmpty())
         return nullptr;
     m_struct->constants.push_back(constant);
     return &m_struct->constants.back().description;
@@ -290,7 +290,7 @@ QString* RosMsgParser::addMember(const QString& name, const Type& type, const QS
         fail(QCoreApplication::translate("RosSchema", "\"%1\" is too much").arg(value));
     else if (m_names.contains(name))
         fail(QCoreApplication::translate("RosSchema", "the name %1 is there twice").arg(name));
-    if (!m_error.isEmpty())
+    if (!m_fault.text.isEmpty())
         return nullptr;
     m_names.insert(name);
     Member member;

@@ -24,9 +24,9 @@ public:
 
     /**
      * @param name  of the type that stands before the first separator
-     * @return that type; null with @p error set, with line and column where there are any
+     * @return that type; null with @p fault set
      */
-    Ros::Struct* parse(const QString& text, const QString& name, QString* error);
+    Ros::Struct* parse(const QString& text, const QString& name, Ros::Fault* fault);
 
 private:
     bool readDefinitions(const QStringList& lines, const QString& name);
@@ -70,7 +70,7 @@ private:
     QString m_line;
     int m_at; // in the line
     int m_number;
-    QString m_error;
+    Ros::Fault m_fault;
 };
 
 #endif

@@ -133,8 +133,10 @@ bool Schema::check(QString* error) const
     return true;
 }
 
-QString textAt(const TextPlace& place, const QString& text)
+QString Fault::toString() const
 {
+    if (place.line == 0)
+        return text;
     return QCoreApplication::translate("RosSchema", "line %1, column %2: %3")
         .arg(place.line)
         .arg(place.column)

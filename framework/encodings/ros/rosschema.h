@@ -166,8 +166,15 @@ struct Schema
     int names = 0;
 };
 
-/** "line 3, column 7: text" */
-QString textAt(const TextPlace& place, const QString& text);
+/** What makes a schema unusable, and where in its text; there may be no such place. */
+struct Fault
+{
+    TextPlace place{};
+    QString text;
+
+    /** "line 3, column 7: text" */
+    QString toString() const;
+};
 
 /** The text of a schema, which need not be UTF-8. */
 QString decodeSchema(const QByteArray& bytes);

@@ -37,6 +37,23 @@ private Q_SLOTS:
         write("car.annotations.json", "{\"messages\": {\"t.Car\": {\"fields\": {\"a\": {\"role\": \"secondary\"}}}}}");
         write("set", McapFixtures::schema());
         write("nobodys", "hello");
+        write("ws/demo/msg/Car.msg", "Wheel[4] wheels\r\nstd_msgs/Header header\r\nuint8 s");
+        write("ws/demo/msg/Wheel.msg", "far/Tyre t");
+        write("ws/std_msgs/msg/Header.msg", "builtin_interfaces/Time stamp\nstring frame_id\n");
+        write("else/share/far/msg/Tyre.msg", "# Of a wheel\nuint7 a");
+        write("good/far/msg/Tyre.msg", "uint8 a");
+        write("ws/demo/msg/Lap.idl", "#include \"demo/msg/Part.idl\"\nmodule demo { module msg {\n"
+                                     "struct Lap { demo::msg::Part part; }; }; };");
+        write("ws/demo/msg/Part.idl", "module demo { module msg { struct Part { long x; }; }; };");
+        write("plain.idl", "#include <base.idl>\nstruct A { B b; };\nmodule m { struct C : A { long c; }; };");
+        write("base.idl", "struct B { long x; };");
+        write("bad.idl", "#include \"worse.idl\"\nstruct A { long a; };");
+        write("worse.idl", "struct B {\n  long 5; };");
+        write("empty.idl", "module m { };");
+        write("t.Bus.schema.json", "\xEF\xBB\xBF{\"properties\": {\"speed\": {\"type\": \"number\"}}}");
+        write("pose", "{\"$schema\": \"\", \"properties\": {\"x\": {}}}");
+        write("no.schema.json", "{\"a\":\n  ]}");
+        write("zero.schema.json", "0");
         write("a.json",
               "{\"messages\": {\"*\": {\"fields\": {\"a\": {\"role\": \"primary\"}}},\n\"PING\": {\"virtual\": "
               "[{\"name\": \"v\", \"expression\": \"2 * a\"}]}}}");
@@ -49,7 +66,24 @@ private Q_SLOTS:
             {"load car.proto", "t.Car.a secondary"},
             {"load set", "demo.Point.x|demo.Point.n"},
             {"load nobodys", "nobodys: these are no definitions that can be read: MAVLink dialect (*.xml), Protocol "
-                             "Buffers schema (*.proto *.desc *.pb *.bin)"},
+                             "Buffers schema (*.proto *.desc *.pb *.bin), ROS 2 message definition (*.msg *.idl), JSON "
+                             "schema (*.schema.json)"},
+            {"load ws", "ws: cannot be read: not a file"},
+            // What a definition of ROS needs stands beside it, or where imports are.
+            {"load ws/demo/msg/Car.msg", "ws/demo/msg/Wheel.msg:1:1: the type far/Tyre is not defined"},
+            {"import else,load ws/demo/msg/Car.msg", "else/share/far/msg/Tyre.msg:2:1: the type uint7 is not defined"},
+            {"import good/far,load ws/demo/msg/Car.msg",
+             "demo/msg/Car.wheels|demo/msg/Car.header|demo/msg/Car.s|demo/msg/Wheel.t|std_msgs/msg/Header.stamp|"
+             "std_msgs/msg/Header.frame_id|far/msg/Tyre.a"},
+            {"load good/far/msg/Tyre.msg,load good/far/msg/Tyre.msg", "far/msg/Tyre.a"},
+            {"load good.msg", "good.msg: No such file or directory"},
+            {"load ws/demo/msg/Lap.idl", "demo/msg/Lap.part|demo/msg/Part.x"},
+            {"load plain.idl", "A.b|B.x|m::C.b|m::C.c|B.x"},
+            {"load bad.idl", "worse.idl:2:8: a name is expected here"},
+            {"load empty.idl", "empty.idl: there is no struct in it"},
+            {"load t.Bus.schema.json,load pose", "t.Bus.speed|pose.x"},
+            {"load no.schema.json", "no.schema.json:2:3: a at byte 8: a value was expected; the rest is not decoded"},
+            {"load zero.schema.json", "zero.schema.json: the schema is neither an object nor true"},
             {"load missing", "missing: cannot be read: No such file or directory"},
             {"load broken.xml", "broken.xml:2: malformed XML: Premature end of document."},
             {"load ping.xml,load other.xml,load car.proto", "PING.b|t.Car.a secondary"},
@@ -107,6 +141,7 @@ private:
     {
         Definitions definitions;
         QStringList found;
+        QStringList imports;
         QString named;
         bool isLoaded = false;
         for (const QString& step : steps.split(QLatin1Char(','))) {
@@ -116,8 +151,10 @@ private:
             bool good = true;
             if (verb == QLatin1String("annotate"))
                 good = definitions.annotate(path, &found);
+            else if (verb == QLatin1String("import"))
+                imports.append(path);
             else if (verb == QLatin1String("load"))
-                good = definitions.load(path, QStringList(), &found);
+                good = definitions.load(path, imports, &found);
             else if (verb == QLatin1String("name"))
                 good = definitions.load(path, QStringList(), &found, Definitions::NamingSources);
             else
@@ -134,7 +171,8 @@ private:
         QVector<const MessageInfo*> infos;
         if (isLoaded)
             infos += definitions.getFormat(QStringLiteral("mavlink"), named)->getMessageInfos();
-        infos += definitions.getFormat(QStringLiteral("protobuf"))->getMessageInfos();
+        for (const char* encoding : {"protobuf", "cdr", "json"})
+            infos += definitions.getFormat(QLatin1String(encoding))->getMessageInfos();
         for (const MessageInfo* info : std::as_const(infos)) {
             for (const FieldInfo* field : info->getFieldInfos()) {
                 static const char* const roles[] = {"", " primary", " secondary"};

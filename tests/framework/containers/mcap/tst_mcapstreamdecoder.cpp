@@ -256,6 +256,23 @@ private Q_SLOTS:
         }
     }
 
+    void namesOfSchemasAreFoundInFiles()
+    {
+        Recording recording(settings(McapWriter::NoCompression, 0));
+        McapWriter& writer = recording.writer;
+        writer.writeMessage(writer.addChannel("/a", "cdr", writer.addSchema("p/msg/T", "", "")), 0, 0,
+                            QByteArray::fromHex("0001000007"));
+        const QByteArray bytes = recording.finished();
+        const SharedDefinitions definitions = std::make_shared<Definitions>();
+        QStringList errors;
+        const Decoded before(bytes, definitions);
+        QVERIFY(definitions->load(m_files.write(text("p/msg/T.msg"), "uint8 a"), QStringList(), &errors));
+        const Decoded decoded(bytes, definitions);
+        QCOMPARE(before.messages.join(text("; ")), text("/a (p/msg/T, not decodable) /a @0"));
+        QCOMPARE(decoded.messages.join(text("; ")), text("p/msg/T /a @0"));
+        QCOMPARE(decoded.problems.join(text("; ")), QString());
+    }
+
     void filesFollowOneAnother()
     {
         Recording first(settings(McapWriter::Lz4, 60));
