@@ -845,6 +845,26 @@
         <source>flow is &quot;%1&quot;; it is none, hardware or software</source>
         <translation>flow ist „%1“; möglich sind none, hardware und software</translation>
     </message>
+    <message>
+        <source>a password stands in no address, which is shown and logged; a file, the environment or the dialog has it</source>
+        <translation>in einer Adresse steht kein Passwort, denn sie wird gezeigt und protokolliert; eine Datei, die Umgebung oder der Dialog hat es</translation>
+    </message>
+    <message>
+        <source>there are more than %1 filters</source>
+        <translation>es sind mehr als %1 Filter</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is a subscription that is shared: it would take messages from others</source>
+        <translation>„%1“ ist ein geteiltes Abonnement: es nähme anderen Nachrichten weg</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no filter of topics; &quot;fleet/+/state&quot; and &quot;fleet/#&quot; are some</source>
+        <translation>„%1“ ist kein Filter für Themen; „fleet/+/state“ und „fleet/#“ sind welche</translation>
+    </message>
+    <message>
+        <source>a certificate (cert) and its key (key) belong together</source>
+        <translation>ein Zertifikat (cert) und sein Schlüssel (key) gehören zusammen</translation>
+    </message>
 </context>
 <context>
     <name>InputKind</name>
@@ -951,6 +971,66 @@
     <message>
         <source>A recording, a folder of one, or a device file</source>
         <translation>Eine Aufzeichnung, der Ordner einer solchen oder eine Gerätedatei</translation>
+    </message>
+    <message>
+        <source>&amp;Topics:</source>
+        <translation>&amp;Themen:</translation>
+    </message>
+    <message>
+        <source>Filters with commas between them: &quot;+&quot; stands for one level, &quot;#&quot; for the rest</source>
+        <translation>Filter mit Kommas dazwischen: „+“ steht für eine Ebene, „#“ für den Rest</translation>
+    </message>
+    <message>
+        <source>&amp;User:</source>
+        <translation>Ben&amp;utzer:</translation>
+    </message>
+    <message>
+        <source>Pass&amp;word:</source>
+        <translation>Pass&amp;wort:</translation>
+    </message>
+    <message>
+        <source>It is not kept; empty takes it from the file, or from the environment variable CORVEL_MQTT_PASSWORD</source>
+        <translation>Es wird nicht aufbewahrt; leer wird es aus der Datei genommen oder aus der Umgebungsvariable CORVEL_MQTT_PASSWORD</translation>
+    </message>
+    <message>
+        <source>Password f&amp;ile:</source>
+        <translation>Passwortdate&amp;i:</translation>
+    </message>
+    <message>
+        <source>A file whose first line is the password</source>
+        <translation>Eine Datei, deren erste Zeile das Passwort ist</translation>
+    </message>
+    <message>
+        <source>T&amp;rusted:</source>
+        <translation>Ve&amp;rtraut:</translation>
+    </message>
+    <message>
+        <source>A file of certificates that are trusted; empty for those of the system</source>
+        <translation>Eine Datei mit Zertifikaten, denen vertraut wird; leer für die des Systems</translation>
+    </message>
+    <message>
+        <source>&amp;Certificate:</source>
+        <translation>&amp;Zertifikat:</translation>
+    </message>
+    <message>
+        <source>A file with one&apos;s own certificate, if the server asks for it</source>
+        <translation>Eine Datei mit dem eigenen Zertifikat, wenn der Server danach fragt</translation>
+    </message>
+    <message>
+        <source>K&amp;ey:</source>
+        <translation>Sc&amp;hlüssel:</translation>
+    </message>
+    <message>
+        <source>The file of the certificate&apos;s key, without a password</source>
+        <translation>Die Datei mit dem Schlüssel des Zertifikats, ohne Passwort</translation>
+    </message>
+    <message>
+        <source>MQTT: topics of a broker</source>
+        <translation>MQTT: Themen eines Vermittlers</translation>
+    </message>
+    <message>
+        <source>MQTT, encrypted: topics of a broker</source>
+        <translation>MQTT, verschlüsselt: Themen eines Vermittlers</translation>
     </message>
 </context>
 <context>
@@ -1440,6 +1520,109 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>No message type set</source>
         <translation>Kein Nachrichtentyp gesetzt</translation>
+    </message>
+</context>
+<context>
+    <name>MqttInput</name>
+    <message>
+        <source>it speaks no such version of MQTT</source>
+        <translation>er spricht keine solche Version von MQTT</translation>
+    </message>
+    <message>
+        <source>it does not take the name of this program</source>
+        <translation>er nimmt den Namen dieses Programms nicht an</translation>
+    </message>
+    <message>
+        <source>user or password is wrong</source>
+        <translation>Benutzer oder Passwort ist falsch</translation>
+    </message>
+    <message>
+        <source>not authorised</source>
+        <translation>nicht berechtigt</translation>
+    </message>
+    <message>
+        <source>the server is unavailable</source>
+        <translation>der Server ist nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>the server is busy</source>
+        <translation>der Server ist beschäftigt</translation>
+    </message>
+    <message>
+        <source>this user or address is banned</source>
+        <translation>dieser Benutzer oder diese Adresse ist gesperrt</translation>
+    </message>
+    <message>
+        <source>the server shuts down</source>
+        <translation>der Server fährt herunter</translation>
+    </message>
+    <message>
+        <source>another program has connected under the same name</source>
+        <translation>ein anderes Programm hat sich unter demselben Namen verbunden</translation>
+    </message>
+    <message>
+        <source>it does not take such a filter</source>
+        <translation>er nimmt keinen solchen Filter an</translation>
+    </message>
+    <message>
+        <source>a quota is used up</source>
+        <translation>ein Kontingent ist verbraucht</translation>
+    </message>
+    <message>
+        <source>another server is to be used</source>
+        <translation>ein anderer Server soll verwendet werden</translation>
+    </message>
+    <message>
+        <source>the server has moved</source>
+        <translation>der Server ist umgezogen</translation>
+    </message>
+    <message>
+        <source>too many connections in a short time</source>
+        <translation>zu viele Verbindungen in kurzer Zeit</translation>
+    </message>
+    <message>
+        <source>reason 0x%1</source>
+        <translation>Grund 0x%1</translation>
+    </message>
+    <message>
+        <source>no encrypted connection comes about</source>
+        <translation>es kommt keine verschlüsselte Verbindung zustande</translation>
+    </message>
+    <message>
+        <source>no encrypted connection comes about: %1</source>
+        <translation>es kommt keine verschlüsselte Verbindung zustande: %1</translation>
+    </message>
+    <message>
+        <source>what comes is no MQTT</source>
+        <translation>was kommt, ist kein MQTT</translation>
+    </message>
+    <message>
+        <source>the server has closed the connection</source>
+        <translation>der Server hat die Verbindung geschlossen</translation>
+    </message>
+    <message>
+        <source>no answer within %1 s</source>
+        <translation type="unfinished">keine Antwort innerhalb von %1 s</translation>
+    </message>
+    <message>
+        <source>the server refuses the connection: %1</source>
+        <translation>der Server lehnt die Verbindung ab: %1</translation>
+    </message>
+    <message>
+        <source>the server ends the connection: %1</source>
+        <translation>der Server beendet die Verbindung: %1</translation>
+    </message>
+    <message>
+        <source>the server refuses %1: %2</source>
+        <translation>der Server lehnt %1 ab: %2</translation>
+    </message>
+    <message>
+        <source>a message of %1 bytes of %2 is too large</source>
+        <translation>eine Nachricht von %1 Bytes von %2 ist zu groß</translation>
+    </message>
+    <message>
+        <source>%1 messages came faster than they were read, and were dropped</source>
+        <translation>%1 Nachrichten kamen schneller, als sie gelesen wurden, und wurden verworfen</translation>
     </message>
 </context>
 <context>

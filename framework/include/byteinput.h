@@ -40,10 +40,11 @@ struct CORVELFRAMEWORK_EXPORT InputAddress
     void setValue(const QString& name, const QString& value);
 
     const InputKind* kind; ///< never null
-    QString path;          ///< of a file or device, or a whole URL; else empty
+    QString path;          ///< of a file or device, a whole URL, or what stands behind the host; else empty
     QString host;          ///< address to bind, or host to connect to; an IPv6 address without brackets; else empty
     quint16 port;          ///< 0 where there is none
-    QMap<QString, QString> parameters; ///< what was told of them, by name
+    QMap<QString, QString> parameters; ///< what was told of them, by name; also "user"
+    QString password; ///< what somebody typed where it is not seen; neither parse() nor toString() knows it
 };
 
 /**

@@ -15,10 +15,11 @@ struct CORVELFRAMEWORK_EXPORT InputField
     enum Editor
     {
         TextEditor,
-        FileEditor,   ///< the path of a file that is there
-        PortEditor,   ///< a number from 1 to 65535
-        ChoiceEditor, ///< one of getChoices()
-        ListEditor    ///< one of getChoices(), or what else is typed
+        FileEditor,    ///< the path of a file that is there
+        PortEditor,    ///< a number from 1 to 65535
+        ChoiceEditor,  ///< one of getChoices()
+        ListEditor,    ///< one of getChoices(), or what else is typed
+        PasswordEditor ///< what nobody is to see, and what is not kept
     };
 
     /** A value that can be chosen, and how people call it. */
@@ -37,7 +38,7 @@ struct CORVELFRAMEWORK_EXPORT InputField
     /** Whether it stands behind the address, as in "?name=value". */
     bool isParameter() const;
 
-    const char* name;             ///< "path", "host", "port", or that of a parameter
+    const char* name;             ///< "path", "host", "port", "user", "password", or that of a parameter
     const char* label;            ///< as getLabel(), in English
     const char* toolTip;          ///< as getToolTip(), in English
     const char* value;            ///< what it is unless told; empty where it has to be told

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QHostAddress>
+#include <QRegularExpression>
 #include <QStringList>
 #include <QUrl>
 
@@ -121,10 +122,55 @@ bool splitParameters(const InputKind* kind, const QString& text, QMap<QString, Q
     return true;
 }
 
+/** Where in @p text, behind its scheme, a password begins that stands before a host; -1 for nowhere. */
+int findPassword(const QString& text)
+{
+    // A port and a path can look a little like one.
+    static const QRegularExpression password(QStringLiteral("^[^:/@?\\[]*:(?!\\d+(/|\\?|$))(?=.*@)"));
+    const QRegularExpressionMatch match = password.match(text);
+    return match.hasMatch() ? int(match.capturedEnd()) : -1;
+}
+
+/** An address as it may be shown, without a password that somebody wrote into it. */
+QString masked(const QString& text)
+{
+    const int scheme = int(text.indexOf(QLatin1String("://"))) + 3;
+    const int begin = scheme < 3 ? -1 : findPassword(text.mid(scheme));
+    QString shown = text;
+    if (begin >= 0) {
+        const int end = int(text.lastIndexOf(QLatin1Char('@')));
+        shown.replace(scheme + begin, end - scheme - begin, QStringLiteral("***"));
+    }
+    static const QRegularExpression parameter(QStringLiteral("([?&]password=)[^&]*"));
+    return shown.replace(parameter, QStringLiteral("\\1***"));
+}
+
+// Takes "USER@HOST:PORT/PATH" apart as far as the kind has these, and leaves host and port.
+void splitUserAndPath(QString* rest, InputAddress* address)
+{
+    if (address->kind->hasField(QStringLiteral("path"))) {
+        const int slash = int(rest->indexOf(QLatin1Char('/')));
+        address->path = slash < 0 ? QString() : rest->mid(slash + 1);
+        rest->truncate(slash < 0 ? int(rest->size()) : slash);
+    }
+    if (address->kind->hasField(QStringLiteral("user"))) {
+        const int at = int(rest->lastIndexOf(QLatin1Char('@')));
+        if (at >= 0)
+            address->parameters.insert(QStringLiteral("user"), QUrl::fromPercentEncoding(rest->left(at).toUtf8()));
+        rest->remove(0, at + 1);
+    }
+}
+
 // Reads what stands behind the scheme.
 bool readRest(QString rest, InputAddress* address, QString* error)
 {
     const InputKind* const kind = address->kind;
+    if (kind->hasField(QStringLiteral("password")) && findPassword(rest) >= 0) {
+        *error = QCoreApplication::translate("InputAddress",
+                                             "a password stands in no address, which is shown and logged; a file, the "
+                                             "environment or the dialog has it");
+        return false;
+    }
     const int question = hasParameters(kind) ? int(rest.indexOf(QLatin1Char('?'))) : -1;
     if (question >= 0) {
         if (!splitParameters(kind, rest.mid(question + 1), &address->parameters, error))
@@ -137,6 +183,7 @@ bool readRest(QString rest, InputAddress* address, QString* error)
     }
     QString port;
     address->port = kind->defaultPort;
+    splitUserAndPath(&rest, address);
     if (!splitHostAndPort(rest, &address->host, &port, error))
         return false;
     if (!port.isEmpty() && !parsePort(port, &address->port)) {
@@ -181,7 +228,7 @@ bool InputAddress::parse(const QString& text, InputAddress* address, QString* er
         rest.remove(0, 2);
     QString reason;
     if (!readRest(rest, &result, &reason) || (result.kind->check && !result.kind->check(&result, &reason))) {
-        *error = text + QLatin1String(": ") + reason;
+        *error = masked(text) + QLatin1String(": ") + reason;
         return false;
     }
     *address = result;
@@ -193,14 +240,19 @@ QString InputAddress::toString() const
     if (kind->properties & InputKind::WholeUrlProperty)
         return path;
     QString text = firstScheme(kind);
-    if (kind->hasField(QStringLiteral("host")))
-        text += QString::fromLatin1("%1:%2").arg(bracketed(host)).arg(port);
-    else
+    const QString user = kind->hasField(QStringLiteral("user")) ? parameters.value(QStringLiteral("user")) : QString();
+    if (!user.isEmpty())
+        text += QString::fromLatin1(QUrl::toPercentEncoding(user)) + QLatin1Char('@');
+    if (!kind->hasField(QStringLiteral("host")))
         text += path;
+    else if (!path.isEmpty())
+        text += QString::fromLatin1("%1:%2/%3").arg(bracketed(host), QString::number(port), path);
+    else
+        text += QString::fromLatin1("%1:%2").arg(bracketed(host)).arg(port);
     QChar sign = QLatin1Char('?');
     for (const InputField& field : kind->getFields()) {
         const QString name = QLatin1String(field.name);
-        if (!parameters.contains(name))
+        if (!field.isParameter() || !parameters.contains(name))
             continue;
         QString value = parameters.value(name);
         value.replace(QLatin1Char('%'), QLatin1String("%25")).replace(QLatin1Char('&'), QLatin1String("%26"));
@@ -218,6 +270,8 @@ QString InputAddress::getValue(const QString& name) const
         return host;
     if (name == QLatin1String("port"))
         return QString::number(port);
+    if (name == QLatin1String("password"))
+        return password;
     for (const InputField& field : kind->getFields())
         if (name == QLatin1String(field.name))
             return parameters.value(name, QLatin1String(field.value));
@@ -235,6 +289,8 @@ void InputAddress::setValue(const QString& name, const QString& value)
                                                                                       : value;
     else if (name == QLatin1String("port"))
         port = quint16(value.toUShort());
+    else if (name == QLatin1String("password"))
+        password = value;
     else
         parameters.insert(name, value);
 }

@@ -2,6 +2,7 @@
 
 #include "fileinput.h"
 #include "foxgloveinput.h"
+#include "mqttinput.h"
 #include "serialinput.h"
 #include "tcpinput.h"
 #include "udpinput.h"
@@ -11,8 +12,8 @@
 // The table of inputs: to add one, add its row here.
 const QVector<const InputKind*>& InputKind::getAll()
 {
-    static const QVector<const InputKind*> all{&UdpInputKind,      &TcpInputKind,  &SerialInputKind,
-                                               &FoxgloveInputKind, &FileInputKind, &StandardInputKind};
+    static const QVector<const InputKind*> all{&UdpInputKind,  &TcpInputKind,   &SerialInputKind, &FoxgloveInputKind,
+                                               &MqttInputKind, &MqttsInputKind, &FileInputKind,   &StandardInputKind};
     return all;
 }
 
@@ -55,5 +56,6 @@ QVector<InputField::Choice> InputField::getChoices() const
 bool InputField::isParameter() const
 {
     const QLatin1String text(name);
-    return text != QLatin1String("path") && text != QLatin1String("host") && text != QLatin1String("port");
+    return text != QLatin1String("path") && text != QLatin1String("host") && text != QLatin1String("port") &&
+           text != QLatin1String("user") && text != QLatin1String("password");
 }

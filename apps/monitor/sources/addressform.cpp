@@ -29,7 +29,8 @@ QString valueOf(const QWidget* editor)
     }
     if (const QSpinBox* const number = qobject_cast<const QSpinBox*>(editor))
         return QString::number(number->value());
-    return qobject_cast<const QLineEdit*>(editor)->text().trimmed();
+    const QLineEdit* const line = qobject_cast<const QLineEdit*>(editor);
+    return line->echoMode() == QLineEdit::Normal ? line->text().trimmed() : line->text();
 }
 
 // What is typed into stays where it is when another kind is chosen.
@@ -132,6 +133,8 @@ QWidget* AddressForm::createEditor(const InputField& field, const QString& value
         return port;
     }
     QLineEdit* const line = new QLineEdit(value);
+    if (field.editor == InputField::PasswordEditor)
+        line->setEchoMode(QLineEdit::Password);
     m_editors.insert(name, line);
     return line;
 }
@@ -142,9 +145,11 @@ QWidget* AddressForm::createFileEditor(const InputField& field, const QString& v
     QPushButton* const browse = new QPushButton(tr("&Browse..."));
     browse->setObjectName(QLatin1String(field.name));
     browse->setToolTip(tr("Choose a file"));
-    connect(browse, &QPushButton::clicked, this, [this, line]() {
-        const QString path =
-            QFileDialog::getOpenFileName(this, tr("Open Recording"), line->text(), FileFilters::recordings());
+    const bool isRecording = !field.isParameter();
+    connect(browse, &QPushButton::clicked, this, [this, line, isRecording]() {
+        const QString path = isRecording ? QFileDialog::getOpenFileName(this, tr("Open Recording"), line->text(),
+                                                                        FileFilters::recordings())
+                                         : QFileDialog::getOpenFileName(this, tr("Choose a file"), line->text());
         if (!path.isEmpty())
             line->setText(path);
     });

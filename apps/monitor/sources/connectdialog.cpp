@@ -122,7 +122,9 @@ void ConnectDialog::followDefinitions()
 SourceOptions ConnectDialog::getOptions() const
 {
     SourceOptions options;
-    options.address = m_address->getAddress().toString();
+    const InputAddress address = m_address->getAddress();
+    options.address = address.toString();
+    options.password = address.password;
     options.definitions = m_definitions->text().trimmed();
     if (m_factory->hasNamedTypes(options)) {
         options.importPaths = m_imports->text().split(QDir::listSeparator());
@@ -137,8 +139,10 @@ void ConnectDialog::setOptions(const SourceOptions& options)
 {
     InputAddress address;
     QString error;
-    if (InputAddress::parse(options.address, &address, &error))
+    if (InputAddress::parse(options.address, &address, &error)) {
+        address.password = options.password;
         m_address->setAddress(address);
+    }
     m_definitions->setText(options.definitions);
     m_imports->setText(options.importPaths.join(QDir::listSeparator()));
     followDefinitions();

@@ -100,6 +100,7 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     InputAddress address;
     if (!InputAddress::parse(options.address, &address, error))
         return false;
+    address.password = options.password;
     const bool isFile = address.kind->isFile();
     const QFileInfo file(QDir::cleanPath(address.path));
     // What cannot be there is told at once. A pipe may come to be later, and opening it would take its bytes.

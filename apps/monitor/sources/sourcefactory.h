@@ -26,6 +26,7 @@ struct SourceOptions
     QString framing;         ///< "varint", "u32", "datagram", or empty to find out
     QString container;       ///< the name of what it is; empty to find out
     QStringList topicTypes;  ///< rules for Definitions::addTopicType()
+    QString password;        ///< what was typed into a dialog; never kept, shown or told
 
     const Demonstration* demonstration = &Demonstration::getAll().first(); ///< where there is no address
 

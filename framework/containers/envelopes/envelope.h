@@ -35,10 +35,10 @@ struct CORVELFRAMEWORK_EXPORT Envelope
     std::string_view getSchemaTopic() const;
 
     Kind kind = Message;
-    bool isKept = false;              ///< the server had it from before, and nobody knows since when
-    qint64 time = 0;                  ///< when the server got it, nanoseconds since 1970; 0 for that of arrival
-    quint64 sequence = 0;             ///< from 1 on, by one for each message that this reader is to get; 0 for none
-    std::string_view topic;           ///< levels with "/" or "." between them, UTF-8
+    bool isKept = false;    ///< the server had it from before, and nobody knows since when
+    qint64 time = 0;        ///< when the server or this computer got it, nanoseconds since 1970; 0 if it is not known
+    quint64 sequence = 0;   ///< from 1 on, by one for each message that this reader is to get; 0 for none
+    std::string_view topic; ///< levels with "/" or "." between them, UTF-8
     std::string_view contentType;     ///< a media type; may be empty
     std::vector<Property> properties; ///< in the publisher's order; names can repeat
     std::string_view payload;

@@ -157,6 +157,19 @@ private Q_SLOTS:
             {"udp::65536", "udp::65536: \"65536\" is no port; ports are 1 to 65535"},
             {"tcp:drone:+1", "tcp:drone:+1: \"+1\" is no port; ports are 1 to 65535"},
             {"tcp::5760", "tcp::5760: no host is named"},
+            {"mqtt://anna@h/f/+/a,b/#?password-file=/p",
+             "mqtt:// mqtt: h 1883, mqtt://anna@h:1883/f/+/a,b/#?password-file=/p"},
+            {"mqtts:a%40b@[::1]:1/x@y:z", "mqtts:// mqtts: ::1 1, mqtts://a%40b@[::1]:1/x@y:z"},
+            {"mqtt://h", "mqtt:// mqtt: h 1883, mqtt://h:1883/#"},
+            {"mqtt://anna:geh@im?/x@h/a", "mqtt://anna:***@h/a: a password stands in no address, which is shown and "
+                                          "logged; a file, the environment or the dialog has it"},
+            {"mqtt://h/a?password=geheim", "mqtt://h/a?password=***: there is no parameter \"password\"; there is: "
+                                           "password-file"},
+            {"mqtt://h/$share/g/a", "mqtt://h/$share/g/a: \"$share/g/a\" is a subscription that is shared: it would "
+                                    "take messages from others"},
+            {"mqtt://h/a,b+",
+             "mqtt://h/a,b+: \"b+\" is no filter of topics; \"fleet/+/state\" and \"fleet/#\" are some"},
+            {"mqtts://h/a?cert=/c", "mqtts://h/a?cert=/c: a certificate (cert) and its key (key) belong together"},
             {"udp:drone:1", "udp:drone:1: \"drone\" is no address to listen on; it is written in numbers"},
             {"udp:::1", "udp:::1: an IPv6 address stands in brackets"},
             {"tcp:[::1", "tcp:[::1: the bracket of the IPv6 address is not closed"},

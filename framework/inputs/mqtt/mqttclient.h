@@ -1,0 +1,102 @@
+#ifndef MQTTCLIENT_H
+#define MQTTCLIENT_H
+
+#include <QByteArray>
+#include <QString>
+#include <QVector>
+
+#include <atomic>
+#include <chrono>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <thread>
+
+class MqttQueue;
+struct Envelope;
+struct mosquitto;
+struct mosquitto_message;
+struct mqtt5__property;
+
+/** What a connection to a broker needs. */
+struct MqttSettings
+{
+    QByteArray host;
+    int port = 0;
+    bool isEncrypted = false;
+    QByteArray user;
+    QByteArray password;
+    QByteArray authority;   ///< the file of certificates to trust; empty for those of the system
+    QByteArray certificate; ///< the file of one's own; may be empty
+    QByteArray key;         ///< that it has
+    QVector<QByteArray> filters;
+};
+
+/**
+ * Reads topics of a broker on a thread of its own, until the connection is lost or this is destroyed.
+ *
+ * It only reads: with a session that ends with the connection, under a name of its own, without a will, and with a
+ * quality of service for which a server keeps nothing.
+ */
+class MqttClient
+{
+public:
+    /** @param queue  takes what is received, and what becomes of the connection; must outlive this */
+    MqttClient(const MqttSettings& settings, MqttQueue* queue);
+    /** Waits for the thread. */
+    ~MqttClient();
+
+private:
+    typedef std::chrono::steady_clock Clock;
+
+    /** What became of a connection. */
+    enum Outcome
+    {
+        Over,
+        OtherVersion ///< the server may understand an older protocol
+    };
+
+    void run();
+    Outcome runWith(int version);
+    bool configure(int version);
+    QString connectError(int code) const;
+    void loop();
+    int read();
+    void subscribe(const QByteArray& filter);
+    void askForSchemas();
+    void fail(const QString& error);
+
+    static void processConnection(mosquitto*, void* self, int code, int flags, const mqtt5__property*);
+    static void processEnd(mosquitto*, void* self, int code, const mqtt5__property*);
+    static void processSubscription(mosquitto*, void* self, int mid, int count, const int* codes,
+                                    const mqtt5__property*);
+    static void processMessage(mosquitto*, void* self, const mosquitto_message* message,
+                               const mqtt5__property* properties);
+    static void processLog(mosquitto*, void* self, int level, const char* text);
+    void readProperties(const mqtt5__property* properties, Envelope* envelope);
+    void noteSchema(const Envelope& envelope);
+
+    const MqttSettings m_settings;
+    MqttQueue* const m_queue;
+    std::atomic<bool> m_stopped{false};
+
+    // All that follows belongs to the thread.
+    mosquitto* m_client = nullptr;
+    int m_version = 0;
+    int m_answer = -1; // to the wish to connect; -1 before there is one
+    QString m_error;   // why it is over
+    QString m_lastLog;
+    bool m_isOver = false;
+    bool m_mayBeOlder = false;           // whether the server may understand an older protocol
+    std::map<int, QByteArray> m_pending; // filters by the numbers of their requests
+    int m_granted = 0;
+    std::vector<std::unique_ptr<char, void (*)(void*)>> m_texts; // of the message at hand
+    std::set<std::string> m_schemas;                             // topics that were asked for
+    std::vector<std::string> m_wanted;                           // those that are to be asked for
+    std::map<std::string, Clock::time_point> m_awaited;          // since when
+
+    std::thread m_thread; // last, so that all is there for it
+};
+
+#endif

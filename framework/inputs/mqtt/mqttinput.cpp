@@ -1,0 +1,267 @@
+#include "mqttinput.h"
+
+#include "mqttclient.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QNetworkProxy>
+#include <QTcpSocket>
+#include <QTimer>
+#include <QUrl>
+
+#include <mosquitto.h>
+
+namespace
+{
+
+const int ConnectTimeoutMs = 5000;
+const int AnswerTimeoutMs = 15000; // the client gives up before
+const int SliceMs = 50;
+const quint16 DefaultPort = 1883;
+const quint16 DefaultEncryptedPort = 8883;
+const int MostFilters = 100;
+const int GreatestPassword = 65535;
+
+const char PasswordVariable[] = "CORVEL_MQTT_PASSWORD";
+
+/** The filters of a path, in which a comma stands between them and "%" before what stands for another character. */
+QVector<QByteArray> filtersOf(const QString& path)
+{
+    QVector<QByteArray> filters;
+    for (const QString& filter : path.split(QLatin1Char(',')))
+        filters.append(QUrl::fromPercentEncoding(filter.toUtf8()).toUtf8());
+    return filters;
+}
+
+bool check(InputAddress* address, QString* reason)
+{
+    if (address->path.isEmpty())
+        address->path = QStringLiteral("#");
+    if (address->host.isEmpty())
+        *reason = QCoreApplication::translate("InputAddress", "no host is named");
+    const QVector<QByteArray> filters = filtersOf(address->path);
+    if (filters.size() > MostFilters)
+        *reason = QCoreApplication::translate("InputAddress", "there are more than %1 filters").arg(MostFilters);
+    for (const QByteArray& filter : filters) {
+        const QString text = QString::fromUtf8(filter);
+        if (filter.startsWith("$share/"))
+            *reason = QCoreApplication::translate(
+                          "InputAddress", "\"%1\" is a subscription that is shared: it would take messages from others")
+                          .arg(text);
+        else if (filter.isEmpty() || filter.contains('\0') ||
+                 mosquitto_sub_topic_check(filter.constData()) != MOSQ_ERR_SUCCESS)
+            *reason = QCoreApplication::translate(
+                          "InputAddress", "\"%1\" is no filter of topics; \"fleet/+/state\" and \"fleet/#\" are some")
+                          .arg(text);
+    }
+    if (address->getValue(QStringLiteral("cert")).isEmpty() != address->getValue(QStringLiteral("key")).isEmpty())
+        *reason = QCoreApplication::translate("InputAddress", "a certificate (cert) and its key (key) belong together");
+    return reason->isEmpty();
+}
+
+ByteInput* create(const InputAddress& address)
+{
+    return new MqttInput(address);
+}
+
+const InputField Host = {"host",
+                         QT_TRANSLATE_NOOP("InputKind", "&Host:"),
+                         QT_TRANSLATE_NOOP("InputKind", "Name or address of the server"),
+                         "localhost",
+                         InputField::TextEditor,
+                         nullptr,
+                         false};
+const InputField Topics = {"path",
+                           QT_TRANSLATE_NOOP("InputKind", "&Topics:"),
+                           QT_TRANSLATE_NOOP("InputKind",
+                                             "Filters with commas between them: \"+\" stands for one level, "
+                                             "\"#\" for the rest"),
+                           "#",
+                           InputField::TextEditor,
+                           nullptr,
+                           false};
+const InputField User = {"user", QT_TRANSLATE_NOOP("InputKind", "&User:"), "", "", InputField::TextEditor, nullptr,
+                         false};
+const InputField Password = {"password",
+                             QT_TRANSLATE_NOOP("InputKind", "Pass&word:"),
+                             QT_TRANSLATE_NOOP("InputKind", "It is not kept; empty takes it from the file, or from the "
+                                                            "environment variable CORVEL_MQTT_PASSWORD"),
+                             "",
+                             InputField::PasswordEditor,
+                             nullptr,
+                             false};
+const InputField PasswordFile = {"password-file",
+                                 QT_TRANSLATE_NOOP("InputKind", "Password f&ile:"),
+                                 QT_TRANSLATE_NOOP("InputKind", "A file whose first line is the password"),
+                                 "",
+                                 InputField::FileEditor,
+                                 nullptr,
+                                 false};
+
+const InputField Fields[] = {Host,
+                             {"port", QT_TRANSLATE_NOOP("InputKind", "&Port:"),
+                              QT_TRANSLATE_NOOP("InputKind", "The number of the port"), "1883", InputField::PortEditor,
+                              nullptr, false},
+                             Topics,
+                             User,
+                             Password,
+                             PasswordFile,
+                             {}};
+
+const InputField EncryptedFields[] = {
+    Host,
+    {"port", QT_TRANSLATE_NOOP("InputKind", "&Port:"), QT_TRANSLATE_NOOP("InputKind", "The number of the port"), "8883",
+     InputField::PortEditor, nullptr, false},
+    Topics,
+    User,
+    Password,
+    PasswordFile,
+    {"ca", QT_TRANSLATE_NOOP("InputKind", "T&rusted:"),
+     QT_TRANSLATE_NOOP("InputKind", "A file of certificates that are trusted; empty for those "
+                                    "of the system"),
+     "", InputField::FileEditor, nullptr, false},
+    {"cert", QT_TRANSLATE_NOOP("InputKind", "&Certificate:"),
+     QT_TRANSLATE_NOOP("InputKind", "A file with one's own certificate, if the server asks "
+                                    "for it"),
+     "", InputField::FileEditor, nullptr, false},
+    {"key", QT_TRANSLATE_NOOP("InputKind", "K&ey:"),
+     QT_TRANSLATE_NOOP("InputKind", "The file of the certificate's key, without a password"), "",
+     InputField::FileEditor, nullptr, false},
+    {}};
+
+} // namespace
+
+const InputKind MqttInputKind = {"mqtt:// mqtt:",
+                                 QT_TRANSLATE_NOOP("InputKind", "MQTT: topics of a broker"),
+                                 "mqtt://[USER@]HOST[:PORT]/TOPICS[?password-file=FILE]",
+                                 "mqtt://localhost/fleet/+/state,plant/#",
+                                 DefaultPort,
+                                 InputKind::LiveProperty,
+                                 "envelopes",
+                                 Fields,
+                                 check,
+                                 create};
+
+const InputKind MqttsInputKind = {"mqtts:// mqtts:",
+                                  QT_TRANSLATE_NOOP("InputKind", "MQTT, encrypted: topics of a broker"),
+                                  "mqtts://[USER@]HOST[:PORT]/TOPICS[?password-file=FILE&ca=FILE&cert=FILE&key=FILE]",
+                                  "mqtts://operator@broker.example/fleet/+/state?password-file=/etc/corvel/password",
+                                  DefaultEncryptedPort,
+                                  InputKind::LiveProperty,
+                                  "envelopes",
+                                  EncryptedFields,
+                                  check,
+                                  create};
+
+MqttInput::MqttInput(const InputAddress& address)
+    : ByteInput(address.toString())
+    , m_address(address)
+    , m_cancelled(false)
+{
+}
+
+MqttInput::~MqttInput() {}
+
+bool MqttInput::open()
+{
+    MqttSettings settings;
+    if (!readSettings(&settings) || !isReachable())
+        return false;
+    m_client.reset(new MqttClient(settings, &m_queue));
+    QElapsedTimer timer;
+    timer.start();
+    MqttQueue::State state = MqttQueue::Connecting;
+    while (state == MqttQueue::Connecting && !m_cancelled && !timer.hasExpired(AnswerTimeoutMs))
+        state = m_queue.wait(MqttQueue::Connecting, SliceMs);
+    if (state == MqttQueue::Receiving && !m_cancelled)
+        return true;
+    setError(m_cancelled ? QCoreApplication::translate("ByteInput", "cancelled")
+             : state == MqttQueue::Ended
+                 ? m_queue.getError()
+                 : QCoreApplication::translate("ByteInput", "no answer within %1 s").arg(AnswerTimeoutMs / 1000));
+    return false;
+}
+
+/** Fills in what the address says; false where a file that it names is not there. */
+bool MqttInput::readSettings(MqttSettings* settings)
+{
+    settings->host = m_address.host.toUtf8();
+    settings->port = m_address.port;
+    settings->isEncrypted = m_address.kind == &MqttsInputKind;
+    settings->user = m_address.getValue(QStringLiteral("user")).toUtf8();
+    settings->filters = filtersOf(m_address.path);
+    for (const char* name : {"password-file", "ca", "cert", "key"}) {
+        const QString path = m_address.getValue(QLatin1String(name));
+        QFile file(path);
+        if (!path.isEmpty() && !file.open(QIODevice::ReadOnly)) {
+            setError(path + QLatin1String(": ") + file.errorString());
+            return false;
+        }
+        if (!path.isEmpty() && name == QLatin1String("password-file"))
+            settings->password = file.readLine(GreatestPassword).trimmed();
+    }
+    settings->authority = QFile::encodeName(m_address.getValue(QStringLiteral("ca")));
+    settings->certificate = QFile::encodeName(m_address.getValue(QStringLiteral("cert")));
+    settings->key = QFile::encodeName(m_address.getValue(QStringLiteral("key")));
+    if (!m_address.password.isEmpty())
+        settings->password = m_address.password.toUtf8();
+    else if (settings->password.isEmpty())
+        settings->password = qgetenv(PasswordVariable);
+    return true;
+}
+
+/** Whether somebody listens there: the client's library would wait for that, and for a name, where cancel() does not
+ * reach. */
+bool MqttInput::isReachable()
+{
+    QTcpSocket socket;
+    socket.setProxy(QNetworkProxy::NoProxy);
+    QEventLoop loop;
+    QTimer cancelTimer;
+    QTimer timeout;
+    timeout.setSingleShot(true);
+    QObject::connect(&socket, &QTcpSocket::connected, &loop, &QEventLoop::quit);
+    QObject::connect(&socket, &QTcpSocket::errorOccurred, &loop, &QEventLoop::quit);
+    QObject::connect(&timeout, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QObject::connect(&cancelTimer, &QTimer::timeout, &loop, [this, &loop] {
+        if (m_cancelled)
+            loop.quit();
+    });
+    socket.connectToHost(m_address.host, m_address.port);
+    timeout.start(ConnectTimeoutMs);
+    cancelTimer.start(SliceMs);
+    if (socket.state() != QAbstractSocket::ConnectedState && socket.state() != QAbstractSocket::UnconnectedState)
+        loop.exec();
+    if (socket.state() == QAbstractSocket::ConnectedState && !m_cancelled) {
+        socket.abort();
+        return true;
+    }
+    setError(m_cancelled ? QCoreApplication::translate("ByteInput", "cancelled")
+             : socket.error() == QAbstractSocket::UnknownSocketError
+                 ? QCoreApplication::translate("ByteInput", "no answer within %1 s").arg(ConnectTimeoutMs / 1000)
+                 : socket.errorString());
+    return false;
+}
+
+void MqttInput::cancel()
+{
+    m_cancelled = true;
+    m_queue.wake();
+}
+
+ByteInput::Status MqttInput::read(QByteArray* bytes, int timeoutMs)
+{
+    bytes->clear();
+    if (m_cancelled)
+        return Nothing;
+    const MqttQueue::State state = m_queue.wait(MqttQueue::Receiving, timeoutMs);
+    *bytes = m_queue.take();
+    if (!bytes->isEmpty())
+        return Data;
+    if (state != MqttQueue::Ended || m_cancelled)
+        return Nothing;
+    setError(m_queue.getError());
+    return Failed;
+}
