@@ -1602,7 +1602,7 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
     <message>
         <source>no answer within %1 s</source>
-        <translation type="unfinished">keine Antwort innerhalb von %1 s</translation>
+        <translation>keine Antwort innerhalb von %1 s</translation>
     </message>
     <message>
         <source>the server refuses the connection: %1</source>
