@@ -108,6 +108,12 @@ private Q_SLOTS:
              "'double_array_value':[],'string_array_value':[]}}],'changed_parameters':[],'deleted_parameters':[]}}"},
             {"corvel-dump --interpreted --select '*/*/stamp' ros/talker.mcap 2>/dev/null | sed -n 1p | cut -d , -f 6-",
              "'fields':{'stamp':'2020-04-02T22:23:55.112130688Z'}}"},
+            // A recording in several files, counted as its metadata.yaml has it.
+            {"corvel-dump --stats ros/wbag | grep -o -e '\"messages\":[0-9]*,\"types' -e '\"senders\":{\"AAA[^}]*'",
+             "'messages':6074,'types\n'senders':{'AAA':804,'BBB':742,'CCC':742,'DDD':753,'EEE':804,'FFF':772,'GGG':731,"
+             "'HHH':726"},
+            {"corvel-dump --select '*/*/data @ DDD' ros/wbag | sed -n '1s/.*fields//p;$s/.*fields//p;$='",
+             "':{'data':'Hello, world! 6 - 0'}}\n':{'data':'Hello, world! 1998 - 3'}}\n753"},
             {"corvel-dump ros/wrong_rmw_test_0.mcap 2>&1 | cut -d : -f 2-",
              " not decodable: /test_topic (wrong_format, not decodable)\n"
              " not decodable: /array_topic (wrong_format, not decodable)"},

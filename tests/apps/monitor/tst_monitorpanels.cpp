@@ -183,8 +183,11 @@ void tst_monitorpanels::watchesFollowTheirExpressions()
     MessageInfo* const own = new MessageInfo("Point"); // the same type, received on its own
     TestFieldInfo* const ownX = new TestFieldInfo("x");
     own->addField(ownX);
+    MessageInfo* const fix = new MessageInfo("geo/msg/Fix");
+    fix->addField(new TestFieldInfo("y"));
     FormatRegistry::getInstance()->removeFormat(&desk.format);
     desk.format.addMessageInfo(own);
+    desk.format.addMessageInfo(fix);
     FormatRegistry::getInstance()->addFormat(&desk.format);
     WatchBar bar(&desk);
     const auto texts = [&bar]() {
@@ -206,11 +209,15 @@ void tst_monitorpanels::watchesFollowTheirExpressions()
     bar.getEditor()->setExpression("desk/*/x");
     bar.getEditor()->findChild<QPushButton*>()->click();
     bar.pin("desk/NAV_STATE/place/x");
+    bar.pin("desk/geo/msg/Fix/y");
     desk.send(desk.createNav(1));
     desk.send((new TestMessage(own))->set(ownX, 3.5));
-    QCOMPARE(texts(), QString("height 2.5 m | Point#1.x N/A | Point#2.x 3.5 | NAV_STATE.place/x 1.5 m, 2.5 m"));
+    QCOMPARE(
+        texts(),
+        QString("height 2.5 m | Point#1.x N/A | Point#2.x 3.5 | NAV_STATE.place.x 1.5 m, 2.5 m | geo/msg/Fix.y N/A"));
     desk.send(new TestMessage(desk.nav));
-    QCOMPARE(texts(), QString("height N/A | Point#1.x N/A | Point#2.x 3.5 | NAV_STATE.place/x N/A"));
+    QCOMPARE(texts(),
+             QString("height N/A | Point#1.x N/A | Point#2.x 3.5 | NAV_STATE.place.x N/A | geo/msg/Fix.y N/A"));
 }
 
 QTEST_MAIN(tst_monitorpanels)

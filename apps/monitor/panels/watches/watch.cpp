@@ -12,8 +12,11 @@
 // Under a large value the whole expression would be long: the type and the field are what tells watches apart.
 QString Watch::shortName() const
 {
-    QString name = m_expression.getString(PathExpression::Parts(PathExpression::MessagePart));
-    name += QLatin1Char('.') + m_expression.getString(PathExpression::FieldPart | PathExpression::IndexPart);
+    QString name = m_field.getPath().getName();
+    // Of a type that is not known yet nobody can tell where its name ends; a number tells types of one name apart.
+    if (name.isEmpty() || getExpression().contains(QLatin1Char('#')))
+        name = m_expression.getString(PathExpression::Parts(PathExpression::MessagePart)) + QLatin1Char('.') +
+               m_expression.getString(PathExpression::FieldPart | PathExpression::IndexPart);
     return m_origin.isTold ? name + QLatin1Char(' ') + m_origin.sender : name;
 }
 
@@ -71,7 +74,9 @@ QString Watch::getExpression() const
 
 void Watch::setName(const QString& name)
 {
-    m_name = name.isEmpty() ? shortName() : name;
+    const QString own = shortName();
+    m_isNamed = !name.isEmpty() && name != own;
+    m_name = m_isNamed ? name : own;
     m_caption->setText(m_name);
     // The value begins where its name does.
     const int inset = (m_caption->sizeHint().width() - m_caption->fontMetrics().horizontalAdvance(m_name)) / 2;
@@ -93,6 +98,8 @@ void Watch::setTimeOut(int milliseconds)
 void Watch::resolve()
 {
     m_field.follow(m_expression, m_origin.sender);
+    if (!m_isNamed && !m_field.getPath().isNull())
+        setName(QString());
     showToolTip();
 }
 
@@ -100,9 +107,8 @@ void Watch::renameSender(const QString& before, const QString& now)
 {
     m_field.renameSender(before, now);
     if (!before.isEmpty() && m_origin.sender == before) {
-        const bool isOwnName = m_name == shortName();
         m_origin.sender = now;
-        if (isOwnName)
+        if (!m_isNamed)
             setName(QString());
     }
     showToolTip();

@@ -22,7 +22,7 @@ class Watch : public QFrame
 public:
     /**
      * @param expression  names one field, and an index perhaps
-     * @param name        what to call it; empty makes a name of the expression
+     * @param name        what to call it; empty for that of the field
      * @param origin      whose values to show; those of the first sender when it is empty
      * @param source      has the messages; borrowed
      */
@@ -34,6 +34,8 @@ public:
     /** The sender has another name now. */
     void renameSender(const QString& before, const QString& now);
     QString getName() const { return m_name; }
+    /** The name that the user gave it; empty where it has the one of its field. */
+    QString getGivenName() const { return m_isNamed ? m_name : QString(); }
     void setName(const QString& name);
 
     /** The text of the value, as it is shown. */
@@ -60,6 +62,7 @@ private:
     PathExpression m_expression;
     Origin m_origin;
     QString m_name;
+    bool m_isNamed = false; // by the user
     QToolButton* m_caption;
     FieldValueLabel* m_label;
     WatchedField m_field;

@@ -126,7 +126,7 @@ void WatchBar::saveSettings(QSettings& settings)
     for (int i = 0; i < m_watches.size(); ++i) {
         settings.setArrayIndex(i);
         settings.setValue(QLatin1String("expression"), m_watches.at(i)->getExpression());
-        settings.setValue(QLatin1String("name"), m_watches.at(i)->getName());
+        settings.setValue(QLatin1String("name"), m_watches.at(i)->getGivenName());
         const Origin& origin = m_watches.at(i)->getOrigin();
         if (origin.isTold) // else the next run may well have the only sender by another name
             settings.setValue(QLatin1String("sender"), origin.sender);

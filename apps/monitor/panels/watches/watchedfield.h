@@ -36,6 +36,8 @@ public:
      */
     const FieldInfo* follow(const PathExpression& expression, const QString& sender = QString());
     void followNothing();
+    /** The way to what is shown; null for nothing. */
+    const FieldPath& getPath() const { return m_path; }
     /** Who sent what is shown; empty while that is not known. */
     const QString& getSender() const { return m_followed; }
     /** The sender has another name now. */
