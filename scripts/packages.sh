@@ -8,7 +8,7 @@ build_packages="build-essential cmake ninja-build qt6-base-dev qt6-tools-dev qt6
 # The second Qt, benchmarks, sanitizers and fuzzers with clang, the style check, a look at pictures of the window.
 test_packages="$build_packages qtbase5-dev libqt5websockets5-dev libqt5serialport5-dev qttools5-dev
     qttools5-dev-tools libbenchmark-dev clang clang-format python3 libclang-rt-14-dev xvfb
-    protobuf-compiler mosquitto openssl desktop-file-utils appstream imagemagick"
+    protobuf-compiler mosquitto mosquitto-clients openssl desktop-file-utils appstream imagemagick"
 
 install_packages() {
     local missing=""

@@ -122,7 +122,7 @@ bool Relay::openOutlets()
         tell(error);
         return false;
     }
-    const QString run = QUuid::createUuid().toString().mid(1, 36);
+    const QString run = QString::fromLatin1(QUuid::createUuid().toRfc4122().toHex().left(16));
     for (const OutputAddress& address : m_options.outputs) {
         m_outlets.emplace_back(new Outlet(address, settingsFor(address, run)));
         const OutputQueue::Counts counts = m_outlets.back()->getCounts().queue;
@@ -296,12 +296,9 @@ void Relay::finish()
             continue;
         const bool isKept = !m_options.bufferFolder.isEmpty();
         m_hasFailed = m_hasFailed || !isKept;
-        tell((isKept
-                  ? QStringLiteral("%1: %2 messages wait in %3 for the next run")
-                  : QStringLiteral("%1: %2 messages are lost; with --buffer-folder they would wait for the next run"))
-                 .arg(name)
-                 .arg(counts.queue.waitingMessages)
-                 .arg(m_options.bufferFolder));
+        const QString waiting = QStringLiteral("%1: %2 messages").arg(name).arg(counts.queue.waitingMessages);
+        tell(isKept ? QStringLiteral("%1 wait in %2 for the next run").arg(waiting, m_options.bufferFolder)
+                    : waiting + QStringLiteral(" are lost; with --buffer-folder they would wait for the next run"));
     }
     if (m_options.statsMs > 0)
         printCounts();

@@ -1,7 +1,10 @@
 #include "segmentfolder.h"
 
+#include "publishedstream.h"
+
 #include <QDataStream>
 #include <QDir>
+#include <QtEndian>
 
 #include <zlib.h>
 
@@ -93,9 +96,23 @@ void SegmentFolder::look(quint64 number, const Place& position, QVector<Found>* 
         const QByteArray records = file.read(size);
         if (quint32(records.size()) != size || checksum(records.constData(), size) != sum)
             break;
-        if (number > position.segment || offset >= position.offset)
+        if (number == position.segment && offset < position.offset)
+            skip(number, records);
+        else
             found->append(Found{Place{number, offset, BlockHead + qint64(size)}, messages});
         offset += BlockHead + qint64(size);
+    }
+}
+
+/** Keeps what the blocks behind need of one that has gone out. */
+void SegmentFolder::skip(quint64 number, const QByteArray& records)
+{
+    m_skippedIn = number;
+    for (int place = 0; place + 5 <= records.size();) {
+        const qint64 size = 4 + qint64(qFromLittleEndian<quint32>(records.constData() + place));
+        if (PublishedStream::isChannelRecord(records.constData() + place))
+            m_skipped += records.mid(place, int(size));
+        place = int(qMin<qint64>(place + size, records.size()));
     }
 }
 
@@ -145,8 +162,13 @@ QByteArray SegmentFolder::read(const Place& place, QString* run)
     *run = m_segments.value(place.segment).run;
     if (!m_read || !m_read->seek(place.offset + BlockHead))
         return QByteArray();
-    const QByteArray records = m_read->read(place.size - BlockHead);
-    return records.size() == place.size - BlockHead ? records : QByteArray();
+    QByteArray records = m_read->read(place.size - BlockHead);
+    if (records.size() != place.size - BlockHead)
+        return QByteArray();
+    if (place.segment == m_skippedIn)
+        records.prepend(m_skipped);
+    m_skipped.clear();
+    return records;
 }
 
 void SegmentFolder::setPosition(const Place& place)

@@ -66,6 +66,7 @@ private:
     QString pathOf(quint64 segment) const;
     bool begin(QString* error);
     void look(quint64 number, const Place& position, QVector<Found>* found);
+    void skip(quint64 number, const QByteArray& records);
     void removeBefore(quint64 segment);
     Place readPosition() const;
 
@@ -75,6 +76,8 @@ private:
     qint64 m_size = 0;
     quint64 m_last = 0;
     QMap<quint64, Segment> m_segments;
+    quint64 m_skippedIn = 0; // the file of the position
+    QByteArray m_skipped;    // what its blocks before the position say of channels
     std::unique_ptr<QFile> m_file; // being written; null before the first block of a file
     std::unique_ptr<QFile> m_read;
     quint64 m_readNumber = 0;

@@ -35,6 +35,7 @@ struct CORVELFRAMEWORK_EXPORT OutputAddress
 
     const OutputKind* kind = nullptr;  ///< never null once it was read
     QString path;                      ///< of a file, or what stands behind the first slash after the host
+    QString user;                      ///< before the host; else empty
     QString host;                      ///< an IPv6 address without brackets; else empty
     quint16 port = 0;                  ///< 0 where there is none
     QMap<QString, QString> parameters; ///< what was told of them, by name

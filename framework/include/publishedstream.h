@@ -40,6 +40,8 @@ public:
 
     /** Says what messages of the channel are; before the first of them. */
     static QByteArray channelRecord(const PublishedChannel& channel);
+    /** Whether a record, of at least 5 bytes, is one of these. */
+    static bool isChannelRecord(const char* record);
     /** Appends a message whose id is the number of its channel. */
     static void appendMessage(const ReceivedMessage& message, QByteArray* records);
     /** Appends bytes that were no message, for outputs that keep these, too. */

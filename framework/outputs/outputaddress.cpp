@@ -44,6 +44,14 @@ bool readParameters(const QString& text, OutputAddress* address, QString* reason
     return true;
 }
 
+/** An address as it can be shown when it is wrong. */
+QString withoutSecrets(const QString& text)
+{
+    const QString address = text.section(QLatin1Char('?'), 0, 0);
+    const int at = int(address.lastIndexOf(QLatin1Char('@')));
+    return at < 0 ? address : address.section(QLatin1Char(':'), 0, 0) + QLatin1String("://...") + address.mid(at);
+}
+
 /** What stands behind the scheme: "HOST:PORT/PATH". */
 bool readPlace(QString rest, OutputAddress* address, QString* reason)
 {
@@ -51,9 +59,18 @@ bool readPlace(QString rest, OutputAddress* address, QString* reason)
         rest.remove(0, 2);
     address->path = rest.section(QLatin1Char('/'), 1);
     QString place = rest.section(QLatin1Char('/'), 0, 0);
-    if (place.contains(QLatin1Char('@'))) {
-        *reason = QStringLiteral("a user or a password does not stand in an address, where others see it");
-        return false;
+    const int at = int(place.lastIndexOf(QLatin1Char('@')));
+    if (at >= 0) {
+        address->user = QUrl::fromPercentEncoding(place.left(at).toUtf8());
+        place.remove(0, at + 1);
+        if (address->user.contains(QLatin1Char(':'))) {
+            *reason = QStringLiteral("a password does not stand in an address, where others see it");
+            return false;
+        }
+        if (!QLatin1String(address->kind->usage).contains(QLatin1String("USER@"))) {
+            *reason = QStringLiteral("there are no users");
+            return false;
+        }
     }
     const bool hasHost = !place.isEmpty() && !place.startsWith(QLatin1Char(':'));
     if (!hasHost)
@@ -96,7 +113,7 @@ bool OutputAddress::parse(const QString& text, OutputAddress* address, QString* 
                   readPlace(rest.left(question), &result, &reason);
     }
     if (!isRight || (result.kind->check && !result.kind->check(&result, &reason))) {
-        *error = text.section(QLatin1Char('?'), 0, 0) + QLatin1String(": ") + reason;
+        *error = withoutSecrets(text) + QLatin1String(": ") + reason;
         return false;
     }
     *address = result;

@@ -85,6 +85,11 @@ QByteArray PublishedStream::channelRecord(const PublishedChannel& channel)
     return record + body;
 }
 
+bool PublishedStream::isChannelRecord(const char* record)
+{
+    return record[4] == ChannelRecord;
+}
+
 void PublishedStream::appendMessage(const ReceivedMessage& message, QByteArray* records)
 {
     append(quint32(1 + MessageHead + message.size), records);

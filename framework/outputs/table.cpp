@@ -2,6 +2,7 @@
 
 #include "foxgloveoutput.h"
 #include "mcapoutput.h"
+#include "mqttoutput.h"
 #include "streamdecoder.h"
 #include "tlogoutput.h"
 #include "udpoutput.h"
@@ -11,7 +12,8 @@
 // The table of outputs: to add one, add its row here.
 const QVector<const OutputKind*>& OutputKind::getAll()
 {
-    static const QVector<const OutputKind*> all{&TlogOutputKind, &McapOutputKind, &UdpOutputKind, &FoxgloveOutputKind};
+    static const QVector<const OutputKind*> all{&TlogOutputKind,     &McapOutputKind, &UdpOutputKind,
+                                                &FoxgloveOutputKind, &MqttOutputKind, &MqttsOutputKind};
     return all;
 }
 

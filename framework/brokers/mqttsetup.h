@@ -1,0 +1,38 @@
+#ifndef MQTTSETUP_H
+#define MQTTSETUP_H
+
+#include <QByteArray>
+#include <QMap>
+#include <QString>
+
+struct mosquitto;
+
+/** What a connection to a broker of MQTT needs, whoever makes it. */
+struct MqttSetup
+{
+    /** Takes what the parameters of an address say: "user", "password-file", "ca", "cert" and "key", all of which may
+     * be missing. A password that is nowhere is that of the environment variable CORVEL_MQTT_PASSWORD. False with @p
+     * error set where a file cannot be read. */
+    bool read(const QMap<QString, QString>& parameters, QString* error);
+
+    /** A client that is set up so, under a name that no other has, whose session ends with its connection; to be
+     * destroyed with mosquitto_destroy(). Null with @p error set when files of certificates cannot be used. */
+    mosquitto* createClient(int version, void* self, QString* error) const;
+
+    /** Why a connection, a subscription or a message is refused; codes are those of MQTT 5, or of 3.1.1 with @p isOld.
+     */
+    static QString refusal(int code, bool isOld);
+    /** What an error of the library means; @p lastLog is what it said before. */
+    static QString errorText(int code, const QString& lastLog);
+
+    QByteArray host;
+    quint16 port = 0;
+    bool isEncrypted = false;
+    QByteArray user;
+    QByteArray password;
+    QByteArray authority;   ///< the file of certificates to trust; empty for those of the system
+    QByteArray certificate; ///< the file of one's own; may be empty
+    QByteArray key;         ///< that it has
+};
+
+#endif

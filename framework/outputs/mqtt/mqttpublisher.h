@@ -1,0 +1,81 @@
+#ifndef MQTTPUBLISHER_H
+#define MQTTPUBLISHER_H
+
+#include "mqttsetup.h"
+
+#include <QElapsedTimer>
+#include <QPair>
+#include <QSocketNotifier>
+#include <QStringList>
+#include <QTimer>
+#include <QVector>
+
+#include <memory>
+
+struct mosquitto;
+struct mqtt5__property;
+
+/**
+ * A connection to a broker that is made again when it was lost, after a pause that grows; on a thread with an event
+ * loop. It only publishes.
+ */
+class MqttPublisher : public QObject
+{
+    Q_OBJECT
+
+public:
+    typedef QVector<QPair<QByteArray, QByteArray>> Properties;
+
+    MqttPublisher(const MqttSetup& setup, QObject* parent = nullptr);
+    ~MqttPublisher() override;
+
+    bool isConnected() const { return m_isConnected; }
+
+    /**
+     * Hands a message to the broker, which says with arrived() when it has it.
+     *
+     * @return its number; 0 when there is no connection, or when it can never be published, with @p error set
+     */
+    int publish(const QByteArray& topic, const QByteArray& payload, bool isKept, const QByteArray& contentType,
+                const Properties& properties, QString* error);
+
+    /** Hands out what is waiting, and ends the connection. */
+    void disconnect();
+
+Q_SIGNALS:
+    /** A connection is there; what was not confirmed before it has to be published again. */
+    void connected();
+    void lost();
+    /** The broker has the message of that number, or refuses it for a reason. */
+    void arrived(int number, const QString& refusal);
+    void told(const QString& text);
+
+private:
+    void look();
+    void connectNow();
+    bool isReachable(QString* error) const;
+    void read();
+    void write();
+    void lose(const QString& reason);
+    void watch();
+
+    static void processConnection(mosquitto*, void* self, int code, int flags, const mqtt5__property*);
+    static void processEnd(mosquitto*, void* self, int code, const mqtt5__property*);
+    static void processPublished(mosquitto*, void* self, int number, int code, const mqtt5__property*);
+    static void processLog(mosquitto*, void* self, int level, const char* text);
+
+    const MqttSetup m_setup;
+    mosquitto* m_client = nullptr;
+    bool m_isConnected = false;
+    bool m_isLost = false;
+    QString m_reason; // why it is lost
+    QString m_lastLog;
+    QString m_lastTold;
+    int m_pauseMs = 0;
+    QElapsedTimer m_since; // the last try began, or failed
+    QTimer m_timer;
+    std::unique_ptr<QSocketNotifier> m_reader;
+    std::unique_ptr<QSocketNotifier> m_writer;
+};
+
+#endif
