@@ -1624,6 +1624,18 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <source>%1 messages came faster than they were read, and were dropped</source>
         <translation>%1 Nachrichten kamen schneller, als sie gelesen wurden, und wurden verworfen</translation>
     </message>
+    <message>
+        <source>it does not take such a topic</source>
+        <translation>er nimmt kein solches Thema an</translation>
+    </message>
+    <message>
+        <source>the message is too large</source>
+        <translation>die Nachricht ist zu groß</translation>
+    </message>
+    <message>
+        <source>it keeps no messages</source>
+        <translation>er hebt keine Nachrichten auf</translation>
+    </message>
 </context>
 <context>
     <name>Opener</name>
@@ -1653,6 +1665,14 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>UDP: MAVLink frames as datagrams</source>
         <translation>UDP: MAVLink-Rahmen als Datagramme</translation>
+    </message>
+    <message>
+        <source>MQTT: topics of a broker</source>
+        <translation>MQTT: Themen eines Vermittlers</translation>
+    </message>
+    <message>
+        <source>MQTT, encrypted: topics of a broker</source>
+        <translation>MQTT, verschlüsselt: Themen eines Vermittlers</translation>
     </message>
 </context>
 <context>

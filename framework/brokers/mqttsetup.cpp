@@ -1,5 +1,6 @@
 #include "mqttsetup.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QRandomGenerator>
 
@@ -86,38 +87,42 @@ QString MqttSetup::refusal(int code, bool isOld)
         int oldCode;
         const char* text;
     } reasons[] = {
-        {0x84, 1, "it speaks no such version of MQTT"},
-        {0x85, 2, "it does not take the name of this program"},
-        {0x86, 4, "user or password is wrong"},
-        {0x87, 5, "not authorised"},
-        {0x88, 3, "the server is unavailable"},
-        {0x89, 0, "the server is busy"},
-        {0x8a, 0, "this user or address is banned"},
-        {0x8b, 0, "the server shuts down"},
-        {0x8e, 0, "another program has connected under the same name"},
-        {0x90, 0, "it does not take such a topic"},
-        {0x95, 0, "the message is too large"},
-        {0x97, 0, "a quota is used up"},
-        {0x9a, 0, "it keeps no messages"},
-        {0x9f, 0, "too many connections in a short time"},
+        {0x84, 1, QT_TRANSLATE_NOOP("MqttInput", "it speaks no such version of MQTT")},
+        {0x85, 2, QT_TRANSLATE_NOOP("MqttInput", "it does not take the name of this program")},
+        {0x86, 4, QT_TRANSLATE_NOOP("MqttInput", "user or password is wrong")},
+        {0x87, 5, QT_TRANSLATE_NOOP("MqttInput", "not authorised")},
+        {0x88, 3, QT_TRANSLATE_NOOP("MqttInput", "the server is unavailable")},
+        {0x89, 0, QT_TRANSLATE_NOOP("MqttInput", "the server is busy")},
+        {0x8a, 0, QT_TRANSLATE_NOOP("MqttInput", "this user or address is banned")},
+        {0x8b, 0, QT_TRANSLATE_NOOP("MqttInput", "the server shuts down")},
+        {0x8e, 0, QT_TRANSLATE_NOOP("MqttInput", "another program has connected under the same name")},
+        {0x8f, 0, QT_TRANSLATE_NOOP("MqttInput", "it does not take such a filter")},
+        {0x90, 0, QT_TRANSLATE_NOOP("MqttInput", "it does not take such a topic")},
+        {0x95, 0, QT_TRANSLATE_NOOP("MqttInput", "the message is too large")},
+        {0x97, 0, QT_TRANSLATE_NOOP("MqttInput", "a quota is used up")},
+        {0x9a, 0, QT_TRANSLATE_NOOP("MqttInput", "it keeps no messages")},
+        {0x9c, 0, QT_TRANSLATE_NOOP("MqttInput", "another server is to be used")},
+        {0x9d, 0, QT_TRANSLATE_NOOP("MqttInput", "the server has moved")},
+        {0x9f, 0, QT_TRANSLATE_NOOP("MqttInput", "too many connections in a short time")},
     };
     for (const auto& reason : reasons)
-        if (isOld ? code == reason.oldCode && code > 0 : code == reason.code)
-            return QString::fromLatin1(reason.text);
-    return QStringLiteral("reason 0x%1").arg(code, 2, 16, QLatin1Char('0'));
+        if (code == reason.code || (isOld && code == reason.oldCode))
+            return QCoreApplication::translate("MqttInput", reason.text);
+    return QCoreApplication::translate("MqttInput", "reason 0x%1").arg(code, 2, 16, QLatin1Char('0'));
 }
 
 QString MqttSetup::errorText(int code, const QString& lastLog)
 {
     switch (code) {
     case MOSQ_ERR_TLS:
-        return QStringLiteral("no encrypted connection comes about") +
-               (lastLog.isEmpty() ? QString() : QStringLiteral(": ") + lastLog);
+        return lastLog.isEmpty()
+                   ? QCoreApplication::translate("MqttInput", "no encrypted connection comes about")
+                   : QCoreApplication::translate("MqttInput", "no encrypted connection comes about: %1").arg(lastLog);
     case MOSQ_ERR_PROTOCOL:
     case MOSQ_ERR_MALFORMED_PACKET:
-        return QStringLiteral("what comes is no MQTT");
+        return QCoreApplication::translate("MqttInput", "what comes is no MQTT");
     case MOSQ_ERR_CONN_LOST:
-        return QStringLiteral("the server has closed the connection");
+        return QCoreApplication::translate("MqttInput", "the server has closed the connection");
     case MOSQ_ERR_ERRNO:
         return qt_error_string();
     default:

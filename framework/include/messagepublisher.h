@@ -54,8 +54,6 @@ public:
 
     /** The channel that a message in one of its shapes belongs to. */
     const PublishedChannel& getChannel(quint32 number) const { return m_channels.at(number); }
-    /** How many messages there were. */
-    quint64 getCount() const { return m_count; }
 
 private:
     Q_DISABLE_COPY(MessagePublisher)
@@ -67,6 +65,7 @@ private:
         bool isKnown = false;
         quint32 readable = 0;
         quint32 original = 0;
+        std::size_t sender = 0;                   // of m_counts
         ProtobufTranscoder* transcoder = nullptr; // null where bytes stay as they are
         bool isNumbered = false;                  // whether sequence numbers count the messages of the channel
     };
@@ -80,9 +79,10 @@ private:
     QHash<QByteArray, quint32> m_numbers; // by all that a channel says
     QHash<const MessageInfo*, ProtobufTranscoder*> m_transcoderByInfo;
     std::vector<std::unique_ptr<ProtobufTranscoder>> m_transcoders;
-    std::vector<std::vector<Row>> m_rows; // by source
+    std::vector<std::vector<Row>> m_rows;  // by source
+    QHash<QString, std::size_t> m_senders; // places in m_counts
+    std::vector<quint64> m_counts;         // messages of each sender
     Published m_published;
-    quint64 m_count;
 };
 
 #endif

@@ -26,7 +26,8 @@ struct CORVELFRAMEWORK_EXPORT PublishedChannel
  * for one is kept so, in memory and on disk (docs/relay.md has the format).
  *
  * As a decoder it finds messages without a MessageInfo: ReceivedMessage::id and ReceivedMessage::sender are the number
- * of a channel, and ReceivedMessage::offset is the number of the message, which is unique in the run that made it.
+ * of a channel, and ReceivedMessage::offset is the number of the message, counted from 1 for each sender in the run
+ * that made it.
  */
 class CORVELFRAMEWORK_EXPORT PublishedStream : public StreamDecoder
 {

@@ -17,7 +17,6 @@ static bool isReadElsewhere(const TypeSchema& schema)
 
 MessagePublisher::MessagePublisher(const Definitions* definitions)
     : m_definitions(definitions)
-    , m_count(0)
 {
     m_published.m_publisher = this;
 }
@@ -39,7 +38,7 @@ MessagePublisher::Published& MessagePublisher::publish(int source, const Receive
     original.info = nullptr;
     original.id = row.original;
     original.sender = row.original;
-    original.offset = ++m_count;
+    original.offset = ++m_counts[row.sender];
     if (original.time == Message::NoTime)
         original.time = QDateTime::currentMSecsSinceEpoch() * 1000;
     m_published.m_readable = original;
@@ -94,6 +93,12 @@ MessagePublisher::Row MessagePublisher::makeRow(const ReceivedMessage& message, 
     channel.sender = identities.getSenderName(names.sender);
     channel.hasManyTypes = QLatin1String(decoder->getRecordingName()) == QLatin1String("tlog");
     channel.schema.name = names.typeName;
+    const QString source = channel.sender.isEmpty() ? names.typeName : channel.sender;
+    row.sender = m_senders.value(source, m_counts.size());
+    if (row.sender == m_counts.size()) {
+        m_senders.insert(source, row.sender);
+        m_counts.push_back(0);
+    }
     row.original = addChannel(channel);
 
     channel.schema = message.info ? m_definitions->schemaOf(message.info) : decoder->getUnknownSchema(message.id);

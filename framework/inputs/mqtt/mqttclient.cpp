@@ -4,10 +4,8 @@
 #include "mqttqueue.h"
 
 #include <QCoreApplication>
-#include <QRandomGenerator>
 
 #include <cstdlib>
-#include <mutex>
 
 #include <mosquitto.h>
 #include <mqtt_protocol.h>
@@ -38,49 +36,6 @@ QString textOf(const QByteArray& utf8)
     return QString::fromUtf8(utf8);
 }
 
-/** Why a connection or a subscription is refused. */
-QString refusal(int code, bool isOld)
-{
-    static const struct
-    {
-        int code;
-        int oldCode;
-        const char* text;
-    } reasons[] = {
-        {UnsupportedVersion, OldUnsupportedVersion,
-         QT_TRANSLATE_NOOP("MqttInput", "it speaks no such version of MQTT")},
-        {0x85, 2, QT_TRANSLATE_NOOP("MqttInput", "it does not take the name of this program")},
-        {0x86, 4, QT_TRANSLATE_NOOP("MqttInput", "user or password is wrong")},
-        {0x87, 5, QT_TRANSLATE_NOOP("MqttInput", "not authorised")},
-        {0x88, 3, QT_TRANSLATE_NOOP("MqttInput", "the server is unavailable")},
-        {0x89, 0, QT_TRANSLATE_NOOP("MqttInput", "the server is busy")},
-        {0x8a, 0, QT_TRANSLATE_NOOP("MqttInput", "this user or address is banned")},
-        {0x8b, 0, QT_TRANSLATE_NOOP("MqttInput", "the server shuts down")},
-        {0x8e, 0, QT_TRANSLATE_NOOP("MqttInput", "another program has connected under the same name")},
-        {0x8f, 0, QT_TRANSLATE_NOOP("MqttInput", "it does not take such a filter")},
-        {0x97, 0, QT_TRANSLATE_NOOP("MqttInput", "a quota is used up")},
-        {0x9c, 0, QT_TRANSLATE_NOOP("MqttInput", "another server is to be used")},
-        {0x9d, 0, QT_TRANSLATE_NOOP("MqttInput", "the server has moved")},
-        {0x9f, 0, QT_TRANSLATE_NOOP("MqttInput", "too many connections in a short time")},
-    };
-    for (const auto& reason : reasons)
-        if (code == reason.code || (isOld && code == reason.oldCode))
-            return QCoreApplication::translate("MqttInput", reason.text);
-    return QCoreApplication::translate("MqttInput", "reason 0x%1").arg(code, 2, 16, QLatin1Char('0'));
-}
-
-/** A name that no other program has. */
-QByteArray clientName()
-{
-    return "corvel-" + QByteArray::number(QRandomGenerator::system()->generate64(), 16).rightJustified(16, '0');
-}
-
-// Else the library would ask at the terminal for the password of a key.
-int noPassword(char*, int, int, void*)
-{
-    return 0;
-}
-
 qint64 now()
 {
     return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now().time_since_epoch())
@@ -98,8 +53,6 @@ MqttClient::MqttClient(const MqttSettings& settings, MqttQueue* queue)
     : m_settings(settings)
     , m_queue(queue)
 {
-    static std::once_flag initialized;
-    std::call_once(initialized, [] { mosquitto_lib_init(); });
     m_thread = std::thread([this] { run(); });
 }
 
@@ -122,7 +75,6 @@ MqttClient::Outcome MqttClient::runWith(int version)
     m_answer = -1;
     m_isOver = false;
     m_error.clear();
-    m_client = mosquitto_new(clientName().constData(), true, this);
     if (configure(version)) {
         mosquitto_property* properties = nullptr;
         if (version == MQTT_PROTOCOL_V5)
@@ -133,7 +85,7 @@ MqttClient::Outcome MqttClient::runWith(int version)
         if (code == MOSQ_ERR_SUCCESS)
             loop();
         else
-            fail(connectError(code));
+            fail(MqttSetup::errorText(code, m_lastLog));
         mosquitto_disconnect(m_client);
     }
     mosquitto_destroy(m_client);
@@ -143,48 +95,18 @@ MqttClient::Outcome MqttClient::runWith(int version)
 
 bool MqttClient::configure(int version)
 {
-    mosquitto_int_option(m_client, MOSQ_OPT_PROTOCOL_VERSION, version);
-    mosquitto_int_option(m_client, MOSQ_OPT_TCP_NODELAY, 1);
+    QString error;
+    m_client = m_settings.createClient(version, this, &error);
+    if (!m_client) {
+        fail(error);
+        return false;
+    }
     mosquitto_connect_v5_callback_set(m_client, processConnection);
     mosquitto_disconnect_v5_callback_set(m_client, processEnd);
     mosquitto_subscribe_v5_callback_set(m_client, processSubscription);
     mosquitto_message_v5_callback_set(m_client, processMessage);
     mosquitto_log_callback_set(m_client, processLog);
-    const auto orNull = [](const QByteArray& text) { return text.isEmpty() ? nullptr : text.constData(); };
-    if (!m_settings.user.isEmpty() || !m_settings.password.isEmpty())
-        mosquitto_username_pw_set(m_client, m_settings.user.constData(), orNull(m_settings.password));
-    if (!m_settings.isEncrypted)
-        return true;
-    int code = MOSQ_ERR_SUCCESS;
-    if (m_settings.authority.isEmpty())
-        mosquitto_int_option(m_client, MOSQ_OPT_TLS_USE_OS_CERTS, 1);
-    if (!m_settings.authority.isEmpty() || !m_settings.certificate.isEmpty())
-        code = mosquitto_tls_set(m_client, orNull(m_settings.authority),
-                                 m_settings.authority.isEmpty() ? "/etc/ssl/certs" : nullptr,
-                                 orNull(m_settings.certificate), orNull(m_settings.key), noPassword);
-    if (code != MOSQ_ERR_SUCCESS)
-        fail(connectError(code));
-    return code == MOSQ_ERR_SUCCESS;
-}
-
-/** What the library says of an error, and of what led to it. */
-QString MqttClient::connectError(int code) const
-{
-    switch (code) {
-    case MOSQ_ERR_TLS:
-        return m_lastLog.isEmpty()
-                   ? QCoreApplication::translate("MqttInput", "no encrypted connection comes about")
-                   : QCoreApplication::translate("MqttInput", "no encrypted connection comes about: %1").arg(m_lastLog);
-    case MOSQ_ERR_PROTOCOL:
-    case MOSQ_ERR_MALFORMED_PACKET:
-        return QCoreApplication::translate("MqttInput", "what comes is no MQTT");
-    case MOSQ_ERR_CONN_LOST:
-        return QCoreApplication::translate("MqttInput", "the server has closed the connection");
-    case MOSQ_ERR_ERRNO:
-        return qt_error_string();
-    default:
-        return QString::fromUtf8(mosquitto_strerror(code));
-    }
+    return true;
 }
 
 void MqttClient::loop()
@@ -212,7 +134,7 @@ void MqttClient::loop()
         // Servers that are older answer in a way that makes no sense, or not at all.
         m_mayBeOlder = m_mayBeOlder || (code != MOSQ_ERR_SUCCESS && code != MOSQ_ERR_TLS && m_answer < 0);
         if (code != MOSQ_ERR_SUCCESS)
-            fail(connectError(code));
+            fail(MqttSetup::errorText(code, m_lastLog));
         else if ((m_answer != 0 || !m_pending.empty()) && Clock::now() - start > AnswerTime)
             fail(QCoreApplication::translate("MqttInput", "no answer within %1 s").arg(qint64(AnswerTime.count())));
     }
@@ -256,7 +178,7 @@ void MqttClient::processConnection(mosquitto*, void* self, int code, int, const 
     client->m_mayBeOlder = code == UnsupportedVersion || code == OldUnsupportedVersion;
     if (code != 0)
         return client->fail(QCoreApplication::translate("MqttInput", "the server refuses the connection: %1")
-                                .arg(refusal(code, client->m_version != MQTT_PROTOCOL_V5)));
+                                .arg(MqttSetup::refusal(code, client->m_version != MQTT_PROTOCOL_V5)));
     for (const QByteArray& filter : client->m_settings.filters)
         client->subscribe(filter);
 }
@@ -265,8 +187,8 @@ void MqttClient::processEnd(mosquitto*, void* self, int code, const mqtt5__prope
 {
     MqttClient* const client = static_cast<MqttClient*>(self);
     if (code >= LeastFailure)
-        client->fail(
-            QCoreApplication::translate("MqttInput", "the server ends the connection: %1").arg(refusal(code, false)));
+        client->fail(QCoreApplication::translate("MqttInput", "the server ends the connection: %1")
+                         .arg(MqttSetup::refusal(code, false)));
 }
 
 void MqttClient::processSubscription(mosquitto*, void* self, int mid, int count, const int* codes,
@@ -281,9 +203,10 @@ void MqttClient::processSubscription(mosquitto*, void* self, int mid, int count,
     if (codes[0] < LeastFailure) {
         ++client->m_granted;
     } else {
-        const QString text = QCoreApplication::translate("MqttInput", "the server refuses %1: %2")
-                                 .arg(textOf(filter), client->m_version == MQTT_PROTOCOL_V5 ? refusal(codes[0], false)
-                                                                                            : refusal(0x87, false));
+        const QString text =
+            QCoreApplication::translate("MqttInput", "the server refuses %1: %2")
+                .arg(textOf(filter), client->m_version == MQTT_PROTOCOL_V5 ? MqttSetup::refusal(codes[0], false)
+                                                                           : MqttSetup::refusal(0x87, false));
         client->m_queue->addNotice(2, text);
         if (client->m_granted == 0 && client->m_pending.empty())
             client->fail(text);

@@ -1,6 +1,8 @@
 #ifndef MQTTCLIENT_H
 #define MQTTCLIENT_H
 
+#include "mqttsetup.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QVector>
@@ -19,17 +21,9 @@ struct mosquitto;
 struct mosquitto_message;
 struct mqtt5__property;
 
-/** What a connection to a broker needs. */
-struct MqttSettings
+/** What reading from a broker needs. */
+struct MqttSettings : MqttSetup
 {
-    QByteArray host;
-    int port = 0;
-    bool isEncrypted = false;
-    QByteArray user;
-    QByteArray password;
-    QByteArray authority;   ///< the file of certificates to trust; empty for those of the system
-    QByteArray certificate; ///< the file of one's own; may be empty
-    QByteArray key;         ///< that it has
     QVector<QByteArray> filters;
 };
 
@@ -60,7 +54,6 @@ private:
     void run();
     Outcome runWith(int version);
     bool configure(int version);
-    QString connectError(int code) const;
     void loop();
     int read();
     void subscribe(const QByteArray& filter);

@@ -5,7 +5,6 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QFile>
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <QTimer>
@@ -22,9 +21,6 @@ const int SliceMs = 50;
 const quint16 DefaultPort = 1883;
 const quint16 DefaultEncryptedPort = 8883;
 const int MostFilters = 100;
-const int GreatestPassword = 65535;
-
-const char PasswordVariable[] = "CORVEL_MQTT_PASSWORD";
 
 /** The filters of a path, in which a comma stands between them and "%" before what stands for another character. */
 QVector<QByteArray> filtersOf(const QString& path)
@@ -190,25 +186,14 @@ bool MqttInput::readSettings(MqttSettings* settings)
     settings->host = m_address.host.toUtf8();
     settings->port = m_address.port;
     settings->isEncrypted = m_address.kind == &MqttsInputKind;
-    settings->user = m_address.getValue(QStringLiteral("user")).toUtf8();
     settings->filters = filtersOf(m_address.path);
-    for (const char* name : {"password-file", "ca", "cert", "key"}) {
-        const QString path = m_address.getValue(QLatin1String(name));
-        QFile file(path);
-        if (!path.isEmpty() && !file.open(QIODevice::ReadOnly)) {
-            setError(path + QLatin1String(": ") + file.errorString());
-            return false;
-        }
-        if (!path.isEmpty() && name == QLatin1String("password-file"))
-            settings->password = file.readLine(GreatestPassword).trimmed();
+    QString error;
+    if (!settings->read(m_address.parameters, &error)) {
+        setError(error);
+        return false;
     }
-    settings->authority = QFile::encodeName(m_address.getValue(QStringLiteral("ca")));
-    settings->certificate = QFile::encodeName(m_address.getValue(QStringLiteral("cert")));
-    settings->key = QFile::encodeName(m_address.getValue(QStringLiteral("key")));
     if (!m_address.password.isEmpty())
         settings->password = m_address.password.toUtf8();
-    else if (settings->password.isEmpty())
-        settings->password = qgetenv(PasswordVariable);
     return true;
 }
 

@@ -140,7 +140,7 @@ void TestRelayBroker::brokersThatAreSecured()
                 .isEmpty());
     QProcess broker;
     startBroker(&broker, "password_file users\nkeyfile key\ncertfile cert");
-    const QString relay = "timeout 5 corvel-relay --definitions test.xml s.bin --to ";
+    const QString relay = "timeout -s KILL 2 corvel-relay --definitions test.xml s.bin --to ";
     const QString tls = '\'' + address("mqtts", "me@") + "?ca=cert";
     const QString name = "! corvel-relay: " + address("mqtts") + ": ";
     QCOMPARE(run(relay + tls + "&password-file=password'"), name + "connected");
@@ -148,7 +148,7 @@ void TestRelayBroker::brokersThatAreSecured()
     const QString refused = run("CORVEL_MQTT_PASSWORD=wrong " + relay + tls + '\'');
     QVERIFY2(refused.startsWith(name + "the server refuses the connection: not authorised; trying again\n"),
              qPrintable(refused));
-    QVERIFY2(!refused.contains("wrong\n") && refused.contains("2 messages are lost"), qPrintable(refused));
+    QVERIFY2(!refused.contains("wrong"), qPrintable(refused));
     const QString untrusted = run(relay + '\'' + address("mqtts", "me@") + '\'');
     QVERIFY2(untrusted.contains("no encrypted connection comes about") &&
                  untrusted.contains("certificate verify failed"),
