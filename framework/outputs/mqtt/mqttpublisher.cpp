@@ -50,6 +50,8 @@ void MqttPublisher::look()
             lose(MqttSetup::errorText(code, m_lastLog));
         else if (m_since.hasExpired(AnswerTimeoutMs) && !m_isConnected)
             lose(QStringLiteral("no answer within %1 s").arg(AnswerTimeoutMs / 1000));
+        else if (m_isAccepted)
+            begin();
     } else {
         const int code = mosquitto_loop_misc(m_client);
         if (code != MOSQ_ERR_SUCCESS)
@@ -58,6 +60,15 @@ void MqttPublisher::look()
     if (m_isLost)
         lose(m_reason);
     watch();
+}
+
+void MqttPublisher::begin()
+{
+    m_isConnected = true;
+    m_pauseMs = 0;
+    m_lastTold.clear();
+    Q_EMIT told(QStringLiteral("connected"));
+    Q_EMIT connected();
 }
 
 /** The library would wait for minutes for a host that does not answer. */
@@ -107,6 +118,7 @@ void MqttPublisher::lose(const QString& reason)
         mosquitto_destroy(m_client);
     m_client = nullptr;
     m_isConnected = false;
+    m_isAccepted = false;
     m_isLost = false;
     m_pauseMs = wasConnected ? ShortestPauseMs : qBound(ShortestPauseMs, 2 * m_pauseMs, LongestPauseMs);
     m_since.start();
@@ -207,15 +219,7 @@ void MqttPublisher::processConnection(mosquitto*, void* self, int code, int, con
             QStringLiteral("the server refuses the connection: %1").arg(MqttSetup::refusal(code, false));
         return;
     }
-    publisher->m_isConnected = true;
-    publisher->m_pauseMs = 0;
-    publisher->m_lastTold.clear();
-    Q_EMIT publisher->told(QStringLiteral("connected"));
-    // What is published within a callback of the library waits there for the next one.
-    QTimer::singleShot(0, publisher, [publisher] {
-        if (publisher->isConnected())
-            Q_EMIT publisher->connected();
-    });
+    publisher->m_isAccepted = true;
 }
 
 void MqttPublisher::processEnd(mosquitto*, void* self, int code, const mqtt5__property*)

@@ -53,6 +53,7 @@ Q_SIGNALS:
 private:
     void look();
     void connectNow();
+    void begin();
     bool isReachable(QString* error) const;
     void read();
     void write();
@@ -67,6 +68,7 @@ private:
     const MqttSetup m_setup;
     mosquitto* m_client = nullptr;
     bool m_isConnected = false;
+    bool m_isAccepted = false; // by the server, in a callback of the library
     bool m_isLost = false;
     QString m_reason; // why it is lost
     QString m_lastLog;
