@@ -449,6 +449,10 @@
         <source>no file of definitions has a type &quot;%1&quot;</source>
         <translation>keine Definitionsdatei hat einen Typ „%1“</translation>
     </message>
+    <message>
+        <source>Sparkplug births</source>
+        <translation>Sparkplug-Geburten</translation>
+    </message>
 </context>
 <context>
     <name>Envelopes</name>
@@ -487,6 +491,30 @@
     <message>
         <source>the schema %1 cannot be used: %2</source>
         <translation>das Schema %1 kann nicht verwendet werden: %2</translation>
+    </message>
+    <message>
+        <source>there are too many nodes and devices</source>
+        <translation>es gibt zu viele Knoten und Geräte</translation>
+    </message>
+    <message>
+        <source>it is no payload of Sparkplug B</source>
+        <translation>es ist kein Inhalt von Sparkplug B</translation>
+    </message>
+    <message>
+        <source>it is a command</source>
+        <translation>es ist ein Befehl</translation>
+    </message>
+    <message>
+        <source>no birth yet</source>
+        <translation>noch keine Geburt</translation>
+    </message>
+    <message>
+        <source>the device %1 has ended</source>
+        <translation>das Gerät %1 hat aufgehört</translation>
+    </message>
+    <message>
+        <source>its connection has ended</source>
+        <translation>seine Verbindung ist zu Ende</translation>
     </message>
 </context>
 <context>

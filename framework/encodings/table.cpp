@@ -4,6 +4,7 @@
 #include "mavlinkencoding.h"
 #include "protobufencoding.h"
 #include "rosencoding.h"
+#include "sparkplugencoding.h"
 
 namespace
 {
@@ -16,7 +17,8 @@ std::unique_ptr<Encoding> create()
 
 // The order in which they are asked whether a file is theirs.
 std::unique_ptr<Encoding> (*const encodings[])() = {
-    create<MavlinkEncoding>, create<ProtobufEncoding>, create<CdrEncoding>, create<Ros1Encoding>, create<JsonEncoding>,
+    create<MavlinkEncoding>, create<ProtobufEncoding>, create<CdrEncoding>,
+    create<Ros1Encoding>,    create<JsonEncoding>,     create<SparkplugEncoding>,
 };
 
 } // namespace

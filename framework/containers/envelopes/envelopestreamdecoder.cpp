@@ -8,6 +8,7 @@
 #include "mavlinkstreamdecoder.h"
 #include "message.h"
 #include "payloadtype.h"
+#include "sparkplugnodes.h"
 #include "utf8text.h"
 
 #include <QCoreApplication>
@@ -73,6 +74,7 @@ struct EnvelopeStreamDecoder::Private
         : definitions(options.definitions)
         , isLive(live)
         , types(options)
+        , nodes(options.definitions, &names)
     {
     }
 
@@ -94,6 +96,7 @@ struct EnvelopeStreamDecoder::Private
     EnvelopeSchemas schemas;
     EnvelopeNames names;
     EnvelopeTopics topics;
+    SparkplugNodes nodes;
     Envelope envelope; // that is being processed
     StreamSink* sink = nullptr;
     quint64 place = 0;    // in the stream, that is looked at
@@ -304,6 +307,12 @@ void EnvelopeStreamDecoder::Private::processMessage(const QByteArray& bytes, qui
         reportGone(QCoreApplication::translate("Envelopes", "cleared"));
         return;
     }
+    ReceivedMessage message = messageOf(envelope, time);
+    message.offset = end - envelope.payload.size();
+    message.data = envelope.payload.data();
+    message.size = int(envelope.payload.size());
+    if (nodes.process(envelope, message, sink))
+        return;
     int forgotten = 0;
     Topic* const topic = topics.find(envelope.topic, &forgotten);
     if (forgotten > 0)
@@ -313,10 +322,6 @@ void EnvelopeStreamDecoder::Private::processMessage(const QByteArray& bytes, qui
         return;
     if (!rule)
         return processMessage(bytes, end, time); // nobody waits for its schema any more
-    ReceivedMessage message = messageOf(envelope, time);
-    message.offset = end - envelope.payload.size();
-    message.data = envelope.payload.data();
-    message.size = int(envelope.payload.size());
     if (rule->found.what == PayloadType::MavlinkFrames)
         return processFrames(topic, message);
     message.info = rule->found.info;

@@ -26,6 +26,11 @@ JsonEncoding::JsonEncoding()
 {
 }
 
+JsonEncoding::JsonEncoding(const Traits& traits)
+    : SchemaEncoding(traits)
+{
+}
+
 JsonEncoding::~JsonEncoding() {}
 
 /** What is known of that schema; null when there are too many. */

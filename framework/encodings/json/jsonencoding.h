@@ -20,6 +20,9 @@ public:
     const MessageInfo* makeType(const TypeSchema& schema, QString* error) override;
 
 protected:
+    /** For messages of another name that are written as JSON. */
+    explicit JsonEncoding(const Traits& traits);
+
     QVector<TypeSchema> readFile(const QString& path, const QStringList& importPaths,
                                  QStringList* errors) const override;
 
