@@ -1,5 +1,7 @@
 #include "schemaencoding.h"
 
+#include "messageinfo.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
