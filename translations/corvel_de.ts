@@ -2971,6 +2971,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>no message for %1, since %2 UTC</source>
         <translation>seit %1 keine Nachricht, zuletzt um %2 UTC</translation>
     </message>
+    <message>
+        <source>gone; the last message came %1 ago</source>
+        <translation>beendet; die letzte Nachricht kam vor %1</translation>
+    </message>
 </context>
 <context>
     <name>SourceFactory</name>

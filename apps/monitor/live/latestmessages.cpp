@@ -49,6 +49,8 @@ void LatestMessages::processReceived(const ReceivedMessage& message)
         m_replaced.insert(entry.info);
     entry.info = message.info;
     entry.id = message.id;
+    entry.sender = message.sender;
+    entry.isGone = entry.isGoneTold = false;
     entry.row = message.row;
     entry.data.resize(message.size);
     std::memcpy(entry.data.data(), message.data, std::size_t(message.size));
@@ -57,6 +59,18 @@ void LatestMessages::processReceived(const ReceivedMessage& message)
     entry.order = nextOrder();
     entry.pending = true;
     m_pending = true;
+}
+
+void LatestMessages::processProblem(const StreamProblem& problem)
+{
+    if (problem.kind != StreamProblem::SenderGone)
+        return;
+    for (Entry& entry : m_entries) {
+        if (entry.sender != problem.sender || (problem.id != 0 && problem.id != entry.id))
+            continue;
+        entry.isGone = true;
+        m_pending = true;
+    }
 }
 
 QHash<quint32, const MessageInfo*> LatestMessages::decodeAnew(StreamDecoder* decoder)

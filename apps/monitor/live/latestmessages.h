@@ -27,10 +27,13 @@ public:
         qint64 sequence = 0;
         quint64 order = 0;    // among the messages of all streams
         bool pending = false; // not shown yet
+        quint32 sender = 0;   // the decoder's number
+        bool isGone = false;  // its sender said, or its server, that it is there no more
+        bool isGoneTold = false;
     };
 
     void processReceived(const ReceivedMessage& message) override;
-    void processProblem(const StreamProblem&) override {}
+    void processProblem(const StreamProblem& problem) override;
 
     QVector<Entry>& getEntries() { return m_entries; }
     const QVector<Entry>& getEntries() const { return m_entries; }

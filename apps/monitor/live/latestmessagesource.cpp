@@ -184,6 +184,7 @@ void LatestMessageSource::emitPending()
         MessageReference message;
     };
     std::vector<Pending> pending;
+    QVector<Subject> ended;
     for (const Session& session : m_sessions) {
         if (!session.messages->isPending())
             continue;
@@ -193,6 +194,9 @@ void LatestMessageSource::emitPending()
             entry.pending = false;
             if (!message.isNull())
                 pending.push_back({entry.order, message});
+            if (entry.isGone && !entry.isGoneTold && entry.info)
+                ended.append({entry.info, session.session->getSenderName(entry.row)});
+            entry.isGoneTold = entry.isGone;
         }
     }
     // In order of arrival, so that of two senders' messages of one type the newer is what a view ends up with.
@@ -202,4 +206,6 @@ void LatestMessageSource::emitPending()
         m_shown.insert({one.message->getInfo(), QString()}, one.message);
         Q_EMIT newMessage(one.message.get());
     }
+    for (const Subject& subject : std::as_const(ended))
+        Q_EMIT senderGone(subject.info, subject.sender);
 }

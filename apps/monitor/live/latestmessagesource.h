@@ -71,6 +71,8 @@ public:
 Q_SIGNALS:
     /** What was handed on of this type holds no more; newer messages of it follow where there are any. */
     void forgotten(const MessageInfo* info);
+    /** Nothing more comes of a type from a sender, as it said itself; told behind what came before. */
+    void senderGone(const MessageInfo* info, const QString& sender);
     /** Messages of another sender are handed on now, or of all; told before the first of them. */
     void senderChanged();
 

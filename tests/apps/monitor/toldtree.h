@@ -70,6 +70,8 @@ private:
             getLatest()->setSuspended(verb == "pause");
         else if (verb == "forget")
             Q_EMIT getLatest()->forgotten(nav);
+        else if (verb == "gone")
+            Q_EMIT getLatest()->senderGone(nav, m_sender);
         // What somebody does.
         else if (verb == "find")
             bar->find(rest);

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void rowsKnowWhatTheyStandFor();
     void theTreeShowsWhatIsLookedFor();
     void changesAreShadedAndSilentTypesGreyed();
+    void whoIsGoneIsToldOnce();
     void pinnedTypesStayOnTop();
     void coloursGoWithThePalette();
 };
@@ -113,6 +114,10 @@ void tst_monitortree::changesAreShadedAndSilentTypesGreyed()
          "black; grey; grey; grey; no message for 6 s, since 01:00:13 UTC; *NAV_STATE* message type / Where it is / "
          "Path:  / desk/NAV_STATE / Time:  / 1970-01-01 01:00:13.000 UTC / Silent:  / "
          "no message for 6 s, since 01:00:13 UTC / ; black; black; "},
+        // Who says that it is gone is silent at once.
+        {"nav 0; gone; grey NAV_STATE; says NAV_STATE; wait 130000; grey NAV_STATE; says NAV_STATE; nav 1; grey "
+         "NAV_STATE",
+         "grey; gone; the last message came 0 s ago; grey; gone; the last message came 2 min ago; black"},
         // While the views are paused nothing can be told.
         {"nav 0; wait 1000; nav 1; wait 1000; nav 2; wait 1000; nav 3; pause; wait 60000; grey NAV_STATE; resume; "
          "grey NAV_STATE; wait 6000; grey NAV_STATE",
@@ -123,6 +128,54 @@ void tst_monitortree::changesAreShadedAndSilentTypesGreyed()
          "grey; black; ; black"},
     };
     checkTold(rows);
+}
+
+/** "TYPE SENDER" for a message, "-TYPE SENDER" for the end of a type and "-SENDER" for that of all: who is gone. */
+void tst_monitortree::whoIsGoneIsToldOnce()
+{
+    struct Stream : LiveStream
+    {
+        QString getSenderName(int row) const override { return QString("row %1").arg(row); }
+        bool isStandingStill() const override { return false; }
+    };
+    static const TextRow rows[] = {
+        {"1 1, 2 1, 1 2; -1 1", "A row 11"}, {"1 1, 2 1, 1 2; -1", "A row 11, B row 21"},    {"1 1; -1 1, 1 1", ""},
+        {"1 1; -1 1; -3; 2 1", "A row 11"},  {"1 1; -1 1; 1 1; -1 1", "A row 11, A row 11"},
+    };
+    checkRows(rows, [](const QString& given) {
+        const MessageInfo a("A");
+        const MessageInfo b("B");
+        Stream stream;
+        LatestMessages messages;
+        LatestMessageSource latest;
+        latest.addSession(&stream, &messages);
+        QStringList told;
+        QObject::connect(
+            &latest, &LatestMessageSource::senderGone, &latest,
+            [&](const MessageInfo* info, const QString& sender) { told.append(info->getName() + ' ' + sender); });
+        for (const QString& tick : given.split("; ")) {
+            for (const QString& word : tick.split(", ")) {
+                const bool isEnd = word.startsWith('-');
+                const QStringList numbers = word.mid(isEnd ? 1 : 0).split(' ');
+                ReceivedMessage message;
+                StreamProblem problem;
+                problem.kind = StreamProblem::SenderGone;
+                problem.id = numbers.size() > 1 ? numbers.at(0).toUInt() : 0;
+                problem.sender = message.sender = numbers.last().toUInt();
+                message.id = problem.id;
+                message.info = message.id == 1 ? &a : &b;
+                message.row = int(10 * message.id + message.sender);
+                message.data = "";
+                if (isEnd)
+                    messages.processProblem(problem);
+                else
+                    messages.processReceived(message);
+            }
+            latest.showAgain();
+            waitFor([&]() { return !messages.isPending(); });
+        }
+        return told.join(", ");
+    });
 }
 
 void tst_monitortree::pinnedTypesStayOnTop()

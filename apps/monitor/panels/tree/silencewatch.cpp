@@ -2,6 +2,7 @@
 
 #include "latestmessagesource.h"
 #include "message.h"
+#include "messageinfo.h"
 #include "messagetreewidget.h"
 #include "senderrow.h"
 #include "subjectrow.h"
@@ -28,6 +29,7 @@ SilenceWatch::SilenceWatch(MessageTreeWidget* tree, const TreeRows* rows, Latest
     elapsed.start();
     m_clock = [elapsed]() { return elapsed.elapsed(); };
     connect(latest, SIGNAL(newMessage(const Message*)), this, SLOT(processMessage(const Message*)));
+    connect(latest, &LatestMessageSource::senderGone, this, &SilenceWatch::processGone);
     // Rows that are made anew are as black as any.
     connect(rows, &TreeRows::rearranged, this, [this]() { m_silent.clear(); });
     connect(&m_timer, &QTimer::timeout, this, &SilenceWatch::check);
@@ -84,10 +86,25 @@ void SilenceWatch::noteArrival(const Subject& subject, const Message* message)
     type.lastArrival = qMax<qint64>(1, now);
     type.time = message->getTime();
     type.interrupted = false;
+    type.isGone = false;
     if (wasSilent)
         speak(subject);
     if (!m_silent.isEmpty() && !subject.sender.isEmpty() && m_silent.contains({nullptr, subject.sender}))
         speak({nullptr, subject.sender});
+}
+
+void SilenceWatch::processGone(const MessageInfo* info, const QString& sender)
+{
+    const auto known = m_types.find({info, sender});
+    if (known == m_types.end())
+        return;
+    known->isGone = true;
+    // Whoever sends it is gone when all are.
+    bool isAnyThere = false;
+    for (auto type = m_types.constBegin(); type != m_types.constEnd(); ++type)
+        isAnyThere = isAnyThere || (type.key().info == info && !type.key().sender.isEmpty() && !type->isGone);
+    m_types[{info, QString()}].isGone = !isAnyThere;
+    check();
 }
 
 /** Something came of what was silent. */
@@ -144,11 +161,13 @@ qint64 SilenceWatch::expectedInterval(const Type& type) const
 
 bool SilenceWatch::canBeTold(const Type& type) const
 {
-    return type.intervals.size() >= IntervalsNeeded;
+    return type.isGone || type.intervals.size() >= IntervalsNeeded;
 }
 
 bool SilenceWatch::isOverdue(const Type& type, qint64 now) const
 {
+    if (type.isGone)
+        return true;
     return canBeTold(type) && now - type.lastArrival > qMax<qint64>(LeastSilence, m_intervals * expectedInterval(type));
 }
 
@@ -220,6 +239,8 @@ QString SilenceWatch::describe(const Type& type) const
 {
     const qint64 seconds = (m_clock() - type.lastArrival) / 1000;
     const QString length = seconds < 120 ? tr("%1 s").arg(seconds) : tr("%1 min").arg(seconds / 60);
+    if (type.isGone)
+        return tr("gone; the last message came %1 ago").arg(length);
     if (type.time == Message::NoTime)
         return tr("no message for %1").arg(length);
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(type.time / 1000, Qt::UTC);

@@ -24,7 +24,8 @@ class TreeRows;
  *
  * A type is silent when nothing came for five of its intervals, at least two seconds. Its interval is what its last
  * ones were, without the longest of them; types of which too little came to tell are never silent. A sender is silent
- * when all of its types are that can be told. What one sender does says nothing about another.
+ * when all of its types are that can be told. What one sender does says nothing about another. Who says that it is gone
+ * is silent at once.
  */
 class SilenceWatch : public QObject
 {
@@ -60,6 +61,7 @@ public:
 
 private Q_SLOTS:
     void processMessage(const Message* message);
+    void processGone(const MessageInfo* info, const QString& sender);
 
 private:
     struct Type
@@ -68,6 +70,7 @@ private:
         qint64 time = 0;           // of the message, microseconds since 1970, or NoTime
         QVector<qint64> intervals; // the last ones, oldest first
         bool interrupted = false;  // nothing was shown since then
+        bool isGone = false;       // it said so itself
     };
 
     void noteArrival(const Subject& subject, const Message* message);
