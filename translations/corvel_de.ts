@@ -745,6 +745,10 @@
         <source>%1 matches</source>
         <translation>%1 Treffer</translation>
     </message>
+    <message>
+        <source>Looking ...</source>
+        <translation>Sucht ...</translation>
+    </message>
 </context>
 <context>
     <name>FolderInput</name>
@@ -1541,6 +1545,14 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Rate</source>
         <translation>Rate</translation>
+    </message>
+    <message>
+        <source>Without a name</source>
+        <translation>Ohne Namen</translation>
+    </message>
+    <message>
+        <source>Sender and Type</source>
+        <translation>Sender und Typ</translation>
     </message>
 </context>
 <context>
@@ -3381,6 +3393,26 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Message types appear here as they are received.</source>
         <translation>Nachrichtentypen erscheinen hier, sobald sie empfangen werden.</translation>
+    </message>
+    <message>
+        <source>Type or sender</source>
+        <translation>Typ oder Sender</translation>
+    </message>
+    <message>
+        <source>Show only these types</source>
+        <translation>Nur diese Typen zeigen</translation>
+    </message>
+    <message>
+        <source>By Sender</source>
+        <translation>Nach Sender</translation>
+    </message>
+    <message>
+        <source>A row for each sender, with its types below</source>
+        <translation>Eine Zeile je Sender, darunter seine Typen</translation>
+    </message>
+    <message>
+        <source>No type and no sender is called so.</source>
+        <translation>Kein Typ und kein Sender heißt so.</translation>
     </message>
 </context>
 <context>

@@ -114,7 +114,9 @@ MessageReference LatestMessageSource::makeMessage(const Session& session, const 
 
 MessageReference LatestMessageSource::getLatest(const MessageInfo* info, const QString& sender) const
 {
-    const MessageReference shown = m_suspended ? m_shown.value({info, sender}) : MessageReference();
+    // Of a thousand senders, looking through everything for each would take long.
+    const bool isShownEnough = m_suspended || !sender.isEmpty();
+    const MessageReference shown = isShownEnough ? m_shown.value({info, sender}) : MessageReference();
     if (!shown.isNull())
         return shown;
     const QString wanted = sender.isEmpty() ? m_sender : sender;

@@ -46,7 +46,7 @@ public:
     bool isStandingStill() const;
 
     /** The newest message of type @p info, from @p sender or from anybody, that passes the sender filter, or null;
-     * while suspended the one that was handed on last, where there was one. */
+     * of one sender, and while suspended, the one that was handed on last, where there was one. */
     MessageReference getLatest(const MessageInfo* info, const QString& sender = QString()) const;
 
     /** Messages that were never handed on because a newer one of their type came before the tick. */

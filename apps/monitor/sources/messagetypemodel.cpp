@@ -12,8 +12,10 @@
 static const int MarkMilliseconds = 1000;
 static const int MarkCount = 6;
 
+static const int MostSingleRows = 500; // that are inserted one by one; views are faster to begin anew with more
+
 MessageTypeModel::MessageTypeModel(QObject* parent)
-    : QAbstractTableModel(parent)
+    : QAbstractItemModel(parent)
 {
 }
 
@@ -44,15 +46,19 @@ void MessageTypeModel::removeTypesOf(const SourceSession* session)
         if (--m_senderCounts[subject.info] == 0)
             m_senderCounts.remove(subject.info);
     }
+    if (m_isFolded)
+        beginResetModel();
     for (int last = int(m_rows.size()) - 1; last >= 0; --last) {
         if (m_rows.at(last).session != session)
             continue;
         int first = last;
         while (first > 0 && m_rows.at(first - 1).session == session)
             --first;
-        beginRemoveRows(QModelIndex(), first, last);
+        if (!m_isFolded)
+            beginRemoveRows(QModelIndex(), first, last);
         m_rows.remove(first, last - first + 1);
-        endRemoveRows();
+        if (!m_isFolded)
+            endRemoveRows();
         last = first;
     }
     for (int i = 0; i < m_senders.size(); ++i) {
@@ -63,6 +69,10 @@ void MessageTypeModel::removeTypesOf(const SourceSession* session)
     }
     if (m_rows.isEmpty())
         m_senders.clear();
+    if (m_isFolded) {
+        fold();
+        endResetModel();
+    }
     if (!lost.isEmpty())
         Q_EMIT gone(lost);
 }
@@ -104,9 +114,112 @@ void MessageTypeModel::appendRows(Session* session, QVector<Subject>* fresh)
     }
     if (rows.isEmpty())
         return;
+    if (m_isFolded) {
+        insertFolded(rows);
+        return;
+    }
     beginInsertRows(QModelIndex(), int(m_rows.size()), int(m_rows.size() + rows.size()) - 1);
     m_rows += rows;
     endInsertRows();
+}
+
+void MessageTypeModel::insertFolded(const QVector<Row>& rows)
+{
+    if (rows.size() > MostSingleRows) {
+        beginResetModel();
+        m_rows += rows;
+        fold();
+        endResetModel();
+        return;
+    }
+    for (const Row& added : rows) {
+        int group = m_groupsBySender.value(added.sender, -1);
+        if (group < 0) {
+            group = int(m_groups.size());
+            beginInsertRows(QModelIndex(), group, group);
+            m_groups.append(Group{added.sender, {}});
+            m_groupsBySender.insert(added.sender, group);
+            endInsertRows();
+        }
+        const int place = int(m_groups.at(group).rows.size());
+        beginInsertRows(index(group, 0), place, place);
+        m_groups[group].rows.append(int(m_rows.size()));
+        m_rows.append(added);
+        m_rows.last().group = group;
+        m_rows.last().place = place;
+        endInsertRows();
+    }
+}
+
+void MessageTypeModel::fold()
+{
+    m_groups.clear();
+    m_groupsBySender.clear();
+    for (int i = 0; i < m_rows.size() && m_isFolded; ++i) {
+        Row& row = m_rows[i];
+        if (!m_groupsBySender.contains(row.sender)) {
+            m_groupsBySender.insert(row.sender, int(m_groups.size()));
+            m_groups.append(Group{row.sender, {}});
+        }
+        row.group = m_groupsBySender.value(row.sender);
+        row.place = int(m_groups.at(row.group).rows.size());
+        m_groups[row.group].rows.append(i);
+    }
+    countGroups();
+}
+
+void MessageTypeModel::countGroups()
+{
+    for (Group& group : m_groups) {
+        group.count = 0;
+        group.rate = 0;
+        for (const int row : std::as_const(group.rows)) {
+            group.count += m_rows.at(row).count;
+            group.rate += m_rows.at(row).rate;
+        }
+    }
+}
+
+void MessageTypeModel::setFolded(bool folded)
+{
+    if (m_isFolded == folded)
+        return;
+    beginResetModel();
+    m_isFolded = folded;
+    fold();
+    endResetModel();
+}
+
+// The pointer in an index is the number of the sender's row above, from 1; 0 where there is none.
+QModelIndex MessageTypeModel::index(int row, int column, const QModelIndex& parent) const
+{
+    if (!hasIndex(row, column, parent))
+        return QModelIndex();
+    return createIndex(row, column, parent.isValid() ? quintptr(parent.row()) + 1 : 0);
+}
+
+QModelIndex MessageTypeModel::parent(const QModelIndex& index) const
+{
+    return index.isValid() && index.internalId() > 0 ? createIndex(int(index.internalId()) - 1, 0, quintptr(0))
+                                                     : QModelIndex();
+}
+
+int MessageTypeModel::rowOf(const QModelIndex& index) const
+{
+    if (!m_isFolded || !index.isValid())
+        return index.row();
+    return index.internalId() == 0 ? -1 : m_groups.at(int(index.internalId()) - 1).rows.at(index.row());
+}
+
+QModelIndex MessageTypeModel::indexOf(int row) const
+{
+    return m_isFolded ? index(m_rows.at(row).place, 0, index(m_rows.at(row).group, 0)) : index(row, 0);
+}
+
+QString MessageTypeModel::getSender(const QModelIndex& index) const
+{
+    const int row = rowOf(index);
+    return m_senders.at(row < 0 ? m_groups.at(index.row()).sender : m_rows.at(row).sender).name;
 }
 
 bool MessageTypeModel::hasOtherTypes(const SourceSession* session) const
@@ -149,8 +262,10 @@ void MessageTypeModel::refresh()
         row.count = row.session->getCounters().getCount(row.number);
     if (m_marks.isEmpty() || m_clock.elapsed() - m_marks.last() >= MarkMilliseconds)
         noteCounts();
+    countGroups();
+    // Below senders, who looks asks again: a signal for each of a thousand would cost more than all else.
     if (!m_rows.isEmpty())
-        Q_EMIT dataChanged(index(0, SenderColumn), index(int(m_rows.size()) - 1, RateColumn));
+        Q_EMIT dataChanged(index(0, SenderColumn), index(rowCount() - 1, RateColumn));
     if (!fresh.isEmpty())
         Q_EMIT seen(fresh);
 }
@@ -200,7 +315,7 @@ void MessageTypeModel::renameSender(const QString& before, const QString& now)
         if (m_inTree.remove({info, before}))
             m_inTree.insert({info, now});
     }
-    Q_EMIT dataChanged(index(0, SenderColumn), index(int(m_rows.size()) - 1, SenderColumn));
+    Q_EMIT dataChanged(index(0, TypeColumn), index(rowCount() - 1, SenderColumn));
 }
 
 const MessageInfo* MessageTypeModel::getMessageInfo(int row) const
@@ -222,13 +337,23 @@ void MessageTypeModel::setInTree(const QVector<Subject>& subjects, bool inTree)
             m_inTree.remove(subject);
     }
     if (!m_rows.isEmpty())
-        Q_EMIT dataChanged(index(0, TypeColumn), index(getCount() - 1, TypeColumn), {Qt::CheckStateRole});
+        Q_EMIT dataChanged(index(0, TypeColumn), index(rowCount() - 1, TypeColumn), {Qt::CheckStateRole});
 }
 
-bool MessageTypeModel::isBefore(int left, int right, int column) const
+bool MessageTypeModel::isBefore(const QModelIndex& left, const QModelIndex& right) const
 {
-    const Row& one = m_rows.at(left);
-    const Row& other = m_rows.at(right);
+    const int column = left.column();
+    if (rowOf(left) < 0) {
+        const Group& one = m_groups.at(left.row());
+        const Group& other = m_groups.at(right.row());
+        if (column == CountColumn)
+            return one.count < other.count;
+        if (column == RateColumn)
+            return one.rate < other.rate;
+        return NaturalOrder::isBefore(m_senders.at(one.sender).name, m_senders.at(other.sender).name);
+    }
+    const Row& one = m_rows.at(rowOf(left));
+    const Row& other = m_rows.at(rowOf(right));
     if (column == CountColumn)
         return one.count < other.count;
     if (column == RateColumn)
@@ -240,12 +365,58 @@ bool MessageTypeModel::isBefore(int left, int right, int column) const
 
 int MessageTypeModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(m_rows.size());
+    if (!m_isFolded)
+        return parent.isValid() ? 0 : getCount();
+    if (!parent.isValid())
+        return int(m_groups.size());
+    return parent.internalId() == 0 ? int(m_groups.at(parent.row()).rows.size()) : 0;
 }
 
-int MessageTypeModel::columnCount(const QModelIndex& parent) const
+int MessageTypeModel::columnCount(const QModelIndex&) const
 {
-    return parent.isValid() ? 0 : int(ColumnCount);
+    return ColumnCount;
+}
+
+QString MessageTypeModel::rateText(double rate)
+{
+    // A rate below one is better told in more than one digit, or 0.2 and 0.25 look the same.
+    return rate > 0 ? tr("%1 /s").arg(QLocale().toString(rate, 'f', rate < 9.95 ? 1 : 0)) : QString();
+}
+
+QVariant MessageTypeModel::groupData(const Group& group, int column) const
+{
+    const QString name = m_senders.at(group.sender).name;
+    switch (column) {
+    case TypeColumn:
+        return name.isEmpty() ? tr("Without a name") : name;
+    case CountColumn:
+        return QLocale().toString(group.count);
+    case RateColumn:
+        return rateText(group.rate);
+    default:
+        return QVariant();
+    }
+}
+
+QVector<Subject> MessageTypeModel::subjectsAt(const QModelIndex& index) const
+{
+    QVector<Subject> subjects;
+    const int row = rowOf(index);
+    for (const int each : row < 0 ? m_groups.at(index.row()).rows : QVector<int>{row})
+        if (m_rows.at(each).info)
+            subjects.append(getSubject(each));
+    return subjects;
+}
+
+QVariant MessageTypeModel::checkState(const QModelIndex& index) const
+{
+    const QVector<Subject> subjects = subjectsAt(index);
+    int ticked = 0;
+    for (const Subject& subject : subjects)
+        ticked += m_inTree.contains(subject) ? 1 : 0;
+    if (ticked == 0)
+        return Qt::Unchecked;
+    return ticked == subjects.size() ? Qt::Checked : Qt::PartiallyChecked;
 }
 
 QVariant MessageTypeModel::displayData(const Row& row, int column) const
@@ -258,8 +429,7 @@ QVariant MessageTypeModel::displayData(const Row& row, int column) const
     case CountColumn:
         return QLocale().toString(row.count);
     case RateColumn:
-        // A rate below one is better told in more than one digit, or 0.2 and 0.25 look the same.
-        return row.rate > 0 ? tr("%1 /s").arg(QLocale().toString(row.rate, 'f', row.rate < 9.95 ? 1 : 0)) : QString();
+        return rateText(row.rate);
     default:
         return QVariant();
     }
@@ -269,33 +439,44 @@ QVariant MessageTypeModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid())
         return QVariant();
-    const Row& row = m_rows.at(index.row());
+    if (role == Qt::CheckStateRole) // also of unknown types, so that all names begin in one line
+        return index.column() == TypeColumn ? checkState(index) : QVariant();
+    if (role == Qt::TextAlignmentRole)
+        return index.column() >= CountColumn ? int(Qt::AlignRight | Qt::AlignVCenter)
+                                             : int(Qt::AlignLeft | Qt::AlignVCenter);
+    if (rowOf(index) < 0)
+        return role == Qt::DisplayRole ? groupData(m_groups.at(index.row()), index.column()) : QVariant();
+    const Row& row = m_rows.at(rowOf(index));
     switch (role) {
     case Qt::DisplayRole:
         return displayData(row, index.column());
-    case Qt::CheckStateRole:
-        if (index.column() == TypeColumn) // also of unknown types, so that all names begin in one line
-            return m_inTree.contains(getSubject(index.row())) ? Qt::Checked : Qt::Unchecked;
-        return QVariant();
     case Qt::ToolTipRole:
         if (index.column() == SenderColumn)
             return displayData(row, SenderColumn);
         if (!row.info)
             return tr("The loaded definitions do not know this type; its messages are counted only.");
         return row.info->getShortDescriptiveText();
-    case Qt::TextAlignmentRole:
-        return index.column() >= CountColumn ? int(Qt::AlignRight | Qt::AlignVCenter)
-                                             : int(Qt::AlignLeft | Qt::AlignVCenter);
     default:
         return QVariant();
     }
 }
 
+bool MessageTypeModel::hasWords(const QModelIndex& index, const QStringList& words) const
+{
+    const Row& row = m_rows.at(rowOf(index));
+    for (const QString& word : words)
+        if (!row.name.contains(word, Qt::CaseInsensitive) &&
+            !m_senders.at(row.sender).name.contains(word, Qt::CaseInsensitive))
+            return false;
+    return true;
+}
+
 bool MessageTypeModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
-    if (role != Qt::CheckStateRole || index.column() != TypeColumn || !getMessageInfo(index.row()))
+    const QVector<Subject> subjects = subjectsAt(index);
+    if (role != Qt::CheckStateRole || index.column() != TypeColumn || subjects.isEmpty())
         return false;
-    Q_EMIT inTreeRequested(getSubject(index.row()), value.toInt() == Qt::Checked);
+    Q_EMIT inTreeRequested(subjects, value.toInt() == Qt::Checked);
     return true;
 }
 
@@ -307,7 +488,7 @@ QVariant MessageTypeModel::headerData(int section, Qt::Orientation orientation, 
         return QVariant();
     switch (section) {
     case TypeColumn:
-        return tr("Type");
+        return m_isFolded ? tr("Sender and Type") : tr("Type");
     case SenderColumn:
         return tr("Sender");
     case CountColumn:
@@ -319,10 +500,10 @@ QVariant MessageTypeModel::headerData(int section, Qt::Orientation orientation, 
 
 Qt::ItemFlags MessageTypeModel::flags(const QModelIndex& index) const
 {
-    Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    Qt::ItemFlags flags = QAbstractItemModel::flags(index);
     if (!index.isValid())
         return flags;
-    if (!getMessageInfo(index.row()))
+    if (subjectsAt(index).isEmpty())
         return flags & ~Qt::ItemIsEnabled; // there is nothing to show of it
     return index.column() == TypeColumn ? flags | Qt::ItemIsUserCheckable : flags;
 }

@@ -3,7 +3,7 @@
 
 #include "subject.h"
 
-#include <QAbstractTableModel>
+#include <QAbstractItemModel>
 #include <QElapsedTimer>
 #include <QHash>
 #include <QSet>
@@ -12,9 +12,11 @@
 class MessageInfo;
 class SourceSession;
 
-/** The message types that the sources received, a row for each source, type and sender, with a check box for being in
- * the tree. */
-class MessageTypeModel : public QAbstractTableModel
+/**
+ * The message types that the sources received, a row for each source, type and sender, with a check box for being in
+ * the tree. They can be folded: then each sender has a row, with those of its types below.
+ */
+class MessageTypeModel : public QAbstractItemModel
 {
     Q_OBJECT
 
@@ -48,6 +50,15 @@ public:
     /** Sender @p before is called @p now. */
     void renameSender(const QString& before, const QString& now);
 
+    /** Whether rows of types lie below rows of their senders. */
+    void setFolded(bool folded);
+    bool isFolded() const { return m_isFolded; }
+    /** The number of the row at @p index, from 0 to getCount(); -1 for a sender's. */
+    int rowOf(const QModelIndex& index) const;
+    QModelIndex indexOf(int row) const;
+    /** The sender's name, also where @p index is one of its types. */
+    QString getSender(const QModelIndex& index) const;
+
     /** How many rows there are, of types of senders. */
     int getCount() const { return int(m_rows.size()); }
     /** The type in @p row, or null for one that is not known. */
@@ -58,9 +69,13 @@ public:
     /** Shows types as being in the tree or not. */
     void setInTree(const QVector<Subject>& subjects, bool inTree);
 
-    /** Whether one row stands before another when a column is sorted by. */
-    bool isBefore(int left, int right, int column) const;
+    /** Whether one row stands before another below the same one when a column is sorted by. */
+    bool isBefore(const QModelIndex& left, const QModelIndex& right) const;
+    /** Whether the row of a type has all these words in its name or its sender's. */
+    bool hasWords(const QModelIndex& index, const QStringList& words) const;
 
+    QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
+    QModelIndex parent(const QModelIndex& index) const override;
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -75,8 +90,8 @@ Q_SIGNALS:
     void seen(const QVector<Subject>& subjects);
     /** No source that is still open has these any more. */
     void gone(const QVector<Subject>& subjects);
-    /** The user ticked a type or took its tick away. */
-    void inTreeRequested(const Subject& subject, bool inTree);
+    /** The user ticked types or took their ticks away. */
+    void inTreeRequested(const QVector<Subject>& subjects, bool inTree);
 
 private:
     struct Row
@@ -85,7 +100,9 @@ private:
         int number; // among the session's identities
         const MessageInfo* info;
         QString name;
-        int sender; // in m_senders
+        int sender;     // in m_senders
+        int group = -1; // while folded, and the place there
+        int place = -1;
         quint64 count;
         QVector<quint64> marks; // the counts of the last seconds, oldest first
         double rate = 0;
@@ -98,7 +115,23 @@ private:
         QString name;
     };
 
+    /** A sender with its rows, while they are folded. */
+    struct Group
+    {
+        int sender;
+        QVector<int> rows;
+        quint64 count = 0;
+        double rate = 0;
+    };
+
     QVariant displayData(const Row& row, int column) const;
+    QVariant groupData(const Group& group, int column) const;
+    QVariant checkState(const QModelIndex& index) const;
+    static QString rateText(double rate);
+    QVector<Subject> subjectsAt(const QModelIndex& index) const;
+    void fold();
+    void insertFolded(const QVector<Row>& rows);
+    void countGroups();
     void noteCounts();
     struct Session
     {
@@ -115,6 +148,9 @@ private:
 
     QVector<Session> m_sessions;
     QVector<Row> m_rows;
+    bool m_isFolded = false;
+    QVector<Group> m_groups;
+    QHash<int, int> m_groupsBySender;
     QVector<Sender> m_senders;
     QHash<QPair<const SourceSession*, int>, int> m_senderPlaces;
     QHash<Subject, int> m_seen;                    // how many rows

@@ -37,7 +37,7 @@ struct TestWindow : MainWindow
     EventLogTableWidget* getEvents() const { return find<EventPanel>()->getTable(); }
     WatchBar* getWatches() const { return find<WatchBar>(); }
     PlotPanel* getPlot() const { return find<PlotPanel>(); }
-    QAbstractItemModel* getTypes() const { return find<TypePanel>()->model(); }
+    QAbstractItemModel* getTypes() const { return find<TypePanel>()->getView()->model(); }
     /** The action with this text, without its mark for a key; null when there is none. */
     QAction* findAction(const QString& text) const
     {

@@ -56,6 +56,17 @@ private Q_SLOTS:
         }
     }
 
+    void everyDemonstrationIsToldOf()
+    {
+        const QString help = QString::fromUtf8(ShellRun("corvel-monitor --help", CORVEL_MAN_PAGES).output).simplified();
+        const QString page = QString::fromUtf8(ShellRun("cat corvel-monitor.1", CORVEL_MAN_PAGES).output).simplified();
+        for (const Demonstration& each : Demonstration::getAll()) {
+            QVERIFY2(help.contains(QString("%1, %2").arg(each.name, each.help)), each.name);
+            QVERIFY2(page.contains(QString(".B %1 is %2").arg(each.name, each.help)), each.name);
+            QVERIFY(Demonstration::find(each.name) == &each);
+        }
+    }
+
     void everyKindOfFileIsOffered()
     {
         const Definitions definitions;

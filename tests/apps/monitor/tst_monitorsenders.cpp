@@ -26,6 +26,7 @@
 #include <QLineEdit>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QTreeView>
 
 namespace
 {
@@ -78,6 +79,10 @@ private:
             tree.getRows()->expandAll();
         else if (verb == "columns")
             tree.getTree()->getToggleRawValueColumnAction()->trigger();
+        else if (verb == "fold" || verb == "flat")
+            panels.find<TypePanel>()->setFolded(verb == "fold");
+        else if (verb == "filter")
+            panels.find<TypePanel>()->getFilter()->setText(rest);
         else if (verb == "tick" || verb == "untick")
             tick(rest, verb == "tick");
         else if (verb == "pin")
@@ -122,9 +127,14 @@ private:
 
     void tick(const QString& name, bool on)
     {
-        for (int i = 0; i < getTypes()->getCount(); ++i)
+        const QVariant state = on ? Qt::Checked : Qt::Unchecked;
+        for (int i = 0; i < getTypes()->getCount(); ++i) {
+            const QModelIndex index = getTypes()->indexOf(i);
             if (nameOf(getTypes()->getSubject(i)) == name)
-                getTypes()->setData(getTypes()->index(i, 0), on ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
+                getTypes()->setData(index, state, Qt::CheckStateRole);
+            else if (index.parent().isValid() && getTypes()->getSender(index.parent()) == name)
+                getTypes()->setData(index.parent(), state, Qt::CheckStateRole);
+        }
     }
 
     static QString nameOf(const Subject& subject) { return subject.info->getName() + ' ' + subject.sender; }
@@ -167,6 +177,8 @@ private:
             return withoutFields(shownRows(tree.getTree()->invisibleRootItem()));
         if (what == "matches")
             return QString::number(tree.getFindBar()->getFilter()->getMatchCount());
+        if (what == "list")
+            return listed(*panels.find<TypePanel>()->getView()->model());
         if (what == "ticked")
             for (int i = 0; i < getTypes()->getCount(); ++i)
                 if (getTypes()->index(i, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked)
@@ -184,6 +196,22 @@ private:
             for (const QGroupBox* box : panels.find<FormPanel>()->findChildren<QGroupBox*>())
                 texts.append(box->title() + '=' + valueIn(box));
         return texts.join(", ");
+    }
+
+    // "+1:1, .-HEARTBEAT, .?SYS_STATUS": ticked, not ticked, and ticked in part.
+    static QString listed(const QAbstractItemModel& model, const QModelIndex& parent = QModelIndex())
+    {
+        QStringList rows;
+        for (int i = 0; i < model.rowCount(parent); ++i) {
+            const QModelIndex index = model.index(i, 0, parent);
+            const QString sender = model.index(i, 1, parent).data().toString();
+            const bool isFlat = !parent.isValid() && !model.hasChildren(index);
+            rows.append(QString(parent.isValid() ? "." : "") + "-?+"[index.data(Qt::CheckStateRole).toInt()] +
+                        index.data().toString() + (isFlat ? ' ' + sender : QString()));
+            if (model.hasChildren(index))
+                rows.append(listed(model, index));
+        }
+        return rows.join(", ");
     }
 
     // Rows of types and senders only, whose names do not begin with a small letter.
@@ -221,6 +249,7 @@ class tst_monitorsenders : public TestBase
 private Q_SLOTS:
     void everySenderHasRowsOfItsOwn();
     void whatComesOfARowFollowsItsSender();
+    void theListIsFoldedAndFiltered();
     void namesStandInNaturalOrder();
 };
 
@@ -263,6 +292,9 @@ void tst_monitorsenders::everySenderHasRowsOfItsOwn()
         {"play a H1:1=5 H2:1=6 S1:1=1; find hea 2:1; seen; find custom; matches; rows 2; matches; find load; seen",
          "HEARTBEAT 2:1, .type, .autopilot, .base_mode, .custom_mode, .system_status, .mavlink_version; 4; 4; "
          "1:1, .SYS_STATUS, ..load"},
+        {"play a H1:1=5 H2:1=6 H3:1=7 H4:1=5 H5:1=6; find custom 3:1; matches; find 7; matches; rows 2; matches; find "
+         "3:1 custom; matches",
+         "2; 1; 1; 2"},
         {"rows 2; play a H1:1=5 H2:1=6 H3:1=7 H4:1=5 H5:1=6; find custom; matches; next; find 3:1; shown; matches; "
          "find */HEARTBEAT/custom_mode; matches",
          "10; MAV_MODE_FLAG_CUSTOM_MODE_ENABLED; 3:1, .HEARTBEAT; 1; 5"},
@@ -277,7 +309,7 @@ void tst_monitorsenders::whatComesOfARowFollowsItsSender()
          "HEARTBEAT.custom_mode 1:1=5; HEARTBEAT.custom_mode 1:1 @ a.raw=5; HEARTBEAT.custom_mode 1:1=5"},
         // The row of all: the first one's, and no two in turn.
         {"rows 0; play a H1:1=5; watch HEARTBEAT/custom_mode; watches; play b H2:1=7; watches",
-         "HEARTBEAT.custom_mode=5; HEARTBEAT.custom_mode=5"},
+         "HEARTBEAT.custom_mode=5; HEARTBEAT.custom_mode 1:1 @ a.raw=5"},
         {"play a H1:1=5 H2:1=6; form HEARTBEAT 1:1; forms; form HEARTBEAT 2:1; forms; play b H1:1=7; forms",
          "HEARTBEAT 1:1=5; HEARTBEAT 1:1=5, HEARTBEAT 2:1=6; HEARTBEAT 1:1 @ a.raw=5, HEARTBEAT 2:1 @ a.raw=6"},
         {"play a H1:1=5 H2:1=6; plot HEARTBEAT 2:1/custom_mode; play b H1:1=1 H2:1=6; plots; rows 0; "
@@ -289,6 +321,27 @@ void tst_monitorsenders::whatComesOfARowFollowsItsSender()
         {"play a H1:1=5 H2:1=6; watch HEARTBEAT 2:1/custom_mode; plot HEARTBEAT 2:1/custom_mode; save", ""},
         {"restore; play a H1:1=5 H2:1=6 H3:1=7; watches; plots",
          "HEARTBEAT.custom_mode 2:1=6; HEARTBEAT.custom_mode (2:1)=1"},
+    };
+    checkRows(rows, [](const QString& steps) { return SenderDesk().tell(steps); });
+}
+
+void tst_monitorsenders::theListIsFoldedAndFiltered()
+{
+    static const TextRow rows[] = {
+        {"play a H10:1=7 H2:1=6 S10:1=1; list; fold; list; untick HEARTBEAT 10:1; list; play b S2:1=1; list; close 1; "
+         "list; "
+         "flat; list",
+         "+HEARTBEAT 2:1, +HEARTBEAT 10:1, +SYS_STATUS 10:1; +2:1, .+HEARTBEAT, +10:1, .+HEARTBEAT, .+SYS_STATUS; "
+         "+2:1, "
+         ".+HEARTBEAT, ?10:1, .-HEARTBEAT, .+SYS_STATUS; +2:1 @ a.raw, .+HEARTBEAT, +2:1 @ b.raw, .+SYS_STATUS, ?10:1 "
+         "@ "
+         "a.raw, .-HEARTBEAT, .+SYS_STATUS; +2:1, .+HEARTBEAT, ?10:1, .-HEARTBEAT, .+SYS_STATUS; +HEARTBEAT 2:1, "
+         "-HEARTBEAT 10:1, +SYS_STATUS 10:1"},
+        {"fold; play a H1:1=5 S1:1=1; untick 1:1; list; tick 1:1; list; forms; form HEARTBEAT 1:1; filter sys; list; "
+         "forms",
+         "-1:1, .-HEARTBEAT, .-SYS_STATUS; +1:1, .+HEARTBEAT, .+SYS_STATUS; ; +1:1, .+SYS_STATUS; HEARTBEAT=5"},
+        {"play a H10:1=7 H2:1=6 S10:1=1; filter 10:1 hea; list; fold; list; filter ; list; filter nothing; list",
+         "+HEARTBEAT 10:1; +10:1, .+HEARTBEAT; +2:1, .+HEARTBEAT, +10:1, .+HEARTBEAT, .+SYS_STATUS; "},
     };
     checkRows(rows, [](const QString& steps) { return SenderDesk().tell(steps); });
 }

@@ -323,13 +323,14 @@ void PlotPanel::updateNames()
         int same = 0;
         for (const auto& other : m_series)
             same += other->getPath() == series->getPath() ? 1 : 0;
-        QString name = series->getPath().getName();
-        if (same > 1 || series->getOrigin().isTold)
-            name += QStringLiteral(" (%1)").arg(series->getSender());
+        const bool isTold = same > 1 || series->getOrigin().isTold;
+        const QString sender = isTold ? QStringLiteral(" (%1)").arg(series->getSender()) : QString();
+        const QString name = series->getPath().getName() + sender;
         QTreeWidgetItem* const row = legendRow(series.get());
         row->setIcon(NameColumn,
                      lineSample(m_view->getColor(series.get()), m_view->findGraph(series.get())->pen().style()));
         row->setText(NameColumn, name);
+        row->setData(NameColumn, CellDelegate::KeptRole, sender);
         row->setToolTip(NameColumn, series->getPath().getExpression());
         m_view->findGraph(series.get())->setName(name);
     }

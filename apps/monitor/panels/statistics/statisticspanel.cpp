@@ -13,6 +13,8 @@
 #include <QSettings>
 #include <QShortcut>
 
+static const int LeastPause = 50; // between two updates, as a multiple of what one takes
+
 namespace
 {
 
@@ -42,6 +44,7 @@ StatisticsPanel::StatisticsPanel(Desk* desk)
     , m_widget(new MessageStatisticsWidget(desk->getCoordinator(), nullptr))
 {
     m_widget->setAccessibleName(tr("Message statistics"));
+    m_widget->setUniformRowHeights(true); // or each change of a thousand rows would look for its place
     m_widget->header()->setStretchLastSection(false);
     m_widget->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     m_widget->header()->resizeSection(1, m_widget->fontMetrics().horizontalAdvance(QLatin1String(" 0000000 ")));
@@ -90,14 +93,24 @@ void StatisticsPanel::restoreSettings(QSettings& settings)
 
 void StatisticsPanel::tick()
 {
-    if (!m_desk->isPaused() && m_widget->isVisible())
-        m_widget->updateTree();
+    if (m_desk->isPaused() || !m_widget->isVisible())
+        return;
+    // Of thousands of senders, the other views come first.
+    if (!m_sinceUpdate.isValid() || m_sinceUpdate.nsecsElapsed() >= LeastPause * m_updateTime)
+        update();
+}
+
+void StatisticsPanel::update()
+{
+    m_sinceUpdate.start();
+    m_widget->updateTree();
+    m_updateTime = m_sinceUpdate.nsecsElapsed();
 }
 
 bool StatisticsPanel::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Show)
-        m_widget->updateTree(); // of what came while nobody looked
+        update(); // of what came while nobody looked
     return QObject::eventFilter(watched, event);
 }
 

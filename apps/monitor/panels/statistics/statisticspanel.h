@@ -3,6 +3,7 @@
 
 #include "panel.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 
 #include <memory>
@@ -32,9 +33,12 @@ protected:
 
 private:
     void jumpToGap(QTreeWidgetItem* item);
+    void update();
 
     Desk* m_desk;
     std::unique_ptr<MessageStatisticsWidget> m_widget;
+    QElapsedTimer m_sinceUpdate;
+    qint64 m_updateTime = 0; // nanoseconds that the last one took
 };
 
 #endif

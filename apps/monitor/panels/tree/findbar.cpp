@@ -116,9 +116,10 @@ void FindBar::showResult()
     else if (!error.isEmpty())
         m_result->setText(tr("Not a path yet"));
     else if (count == 0)
-        m_result->setText(tr("Nothing found"));
+        m_result->setText(m_filter->isBusy() ? tr("Looking ...") : tr("Nothing found"));
     else
-        m_result->setText(count == 1 ? tr("1 match") : tr("%1 matches").arg(QLocale().toString(count)));
+        m_result->setText((count == 1 ? tr("1 match") : tr("%1 matches").arg(QLocale().toString(count))) +
+                          (m_filter->isBusy() ? QString(QChar(0x2026)) : QString()));
 }
 
 void FindBar::goToMatch(bool forward)

@@ -1,6 +1,9 @@
 #include "rowmatcher.h"
 
+#include "corvel.h"
 #include "fieldinfo.h"
+#include "message.h"
+#include "messageinfo.h"
 #include "treerow.h"
 
 static const int MostWords = 32; // a bit each
@@ -15,6 +18,7 @@ void RowMatcher::setText(const QString& text)
     m_words.clear();
     m_allWords = 0;
     m_matches.clear();
+    m_inFields.clear();
     m_isPath = text.contains(QLatin1Char('/'));
     if (m_isPath) {
         // Whoever types "ATTITUDE/roll" means a type, whatever its format.
@@ -93,6 +97,52 @@ RowMatcher::Words RowMatcher::findInValue(const QString& text) const
     for (int i = 0; i < m_words.size(); ++i)
         if (text.contains(m_words.at(i), Qt::CaseInsensitive))
             found |= Words(1) << i;
+    return found;
+}
+
+RowMatcher::Words RowMatcher::findInFields(const MessageInfo* info) const
+{
+    const auto known = m_inFields.constFind(info);
+    if (known != m_inFields.constEnd())
+        return *known;
+    m_inFields.insert(info, 0); // a type can contain itself
+    Words found = 0;
+    QVector<const FieldInfo*> fields = info->getFieldInfos();
+    for (int i = 0; i < fields.size(); ++i) {
+        found |= findInName(fields.at(i)->getName());
+        fields += fields.at(i)->getSubFieldInfos();
+        if (const MessageInfo* const inner = fields.at(i)->getType().getSubMessageInfo())
+            found |= findInFields(inner);
+    }
+    m_inFields.insert(info, found);
+    return found;
+}
+
+RowMatcher::Words RowMatcher::findInValues(const Message* message, bool raw) const
+{
+    Words found = 0;
+    QVector<const FieldInfo*> fields = message->getInfo()->getFieldInfos();
+    for (int i = 0; i < fields.size() && found != m_allWords; ++i) {
+        const FieldInfo* const field = fields.at(i);
+        fields += field->getSubFieldInfos();
+        if (Corvel::isHidden(field) || !field->occursIn(message->getInfo()))
+            continue;
+        if (field->isStringField()) {
+            found |= findInValue(field->getStringValue(message));
+            continue;
+        }
+        const unsigned int count = field->getValueCount(message);
+        for (unsigned int j = 0; j < count && found != m_allWords; ++j) {
+            const FieldValue value = field->getValue(message, j);
+            if (const Message* const inner = value.getSubMessage()) {
+                found |= findInValues(inner, raw) | findInFields(inner->getInfo());
+                continue;
+            }
+            found |= findInValue(field->getInterpretedString(value, true));
+            if (raw)
+                found |= findInValue(field->getRawString(value));
+        }
+    }
     return found;
 }
 

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QStringList>
 
+class Message;
 class MessageInfo;
 class TreeRow;
 
@@ -34,6 +35,10 @@ public:
     Words findInName(const QString& name) const;
     Words findInValue(const QString& text) const;
     Words getAllWords() const { return m_allWords; }
+    /** The words that are found in the names of any fields of a type. */
+    Words findInFields(const MessageInfo* info) const;
+    /** The words that are found in any values of @p message, raw ones as well if @p raw. */
+    Words findInValues(const Message* message, bool raw) const;
 
     /** Whether a path expression matches anything in this type. */
     bool mayMatch(const MessageInfo* info) const;
@@ -50,6 +55,7 @@ private:
     QStringList m_words;
     Words m_allWords = 0;
     PathExpression m_expression;
+    mutable QHash<const MessageInfo*, Words> m_inFields;
     QHash<const MessageInfo*, QVector<FieldPath>> m_matches; // without fields for types as such
 };
 

@@ -2,6 +2,7 @@
 
 #include "latestmessagesource.h"
 #include "message.h"
+#include "messageinfo.h"
 #include "messagetreewidget.h"
 #include "senderrow.h"
 #include "subjectrow.h"
@@ -14,7 +15,8 @@
 #include <algorithm>
 
 static const int FollowMilliseconds = 50;
-static const int MostMilliseconds = 8; // of the event loop at a time
+static const int MostMilliseconds = 8;   // of the event loop at a time
+static const int FirstMilliseconds = 30; // when the text changed: what somebody waits for
 
 /** What a row of a type or of a sender is about. */
 static Subject subjectOf(const QTreeWidgetItem* item)
@@ -31,7 +33,6 @@ TreeFilter::TreeFilter(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSou
     , m_rows(rows)
 {
     m_timer.setSingleShot(true);
-    m_timer.setInterval(FollowMilliseconds);
     connect(&m_timer, &QTimer::timeout, this, &TreeFilter::followChanges);
     connect(latest, SIGNAL(newMessage(const Message*)), this, SLOT(processMessage(const Message*)));
     connect(tree->model(), &QAbstractItemModel::rowsInserted, this, &TreeFilter::processRows);
@@ -53,6 +54,7 @@ void TreeFilter::setText(const QString& text)
     m_matcher.setText(text);
     m_changed.clear();
     m_matches.clear();
+    m_isLooking = false;
     if (isActive()) {
         updateAll();
         return;
@@ -80,7 +82,7 @@ void TreeFilter::processMessage(const Message* message)
         return;
     m_changed.insert(m_rows->getSubject(message->getInfo(), message->getSender()));
     if (!m_timer.isActive())
-        m_timer.start();
+        m_timer.start(FollowMilliseconds);
 }
 
 void TreeFilter::processRows(const QModelIndex& parent, int first, int last)
@@ -93,7 +95,7 @@ void TreeFilter::processRows(const QModelIndex& parent, int first, int last)
     else
         note(static_cast<QTreeWidgetItem*>(parent.internalPointer())); // as in every index of this model
     if (!m_timer.isActive())
-        m_timer.start();
+        m_timer.start(FollowMilliseconds);
 }
 
 /** The row of a type or a sender in which @p item lies is to be looked at. */
@@ -109,32 +111,59 @@ void TreeFilter::followChanges()
 {
     QElapsedTimer timer;
     timer.start();
+    if (m_isLooking) {
+        lookFor(MostMilliseconds);
+        return;
+    }
     while (!m_changed.isEmpty() && timer.elapsed() < MostMilliseconds) {
         const Subject subject = *m_changed.constBegin();
         m_changed.erase(m_changed.constBegin());
-        if (SenderRow* const sender = m_rows->getSenderRows().value(subject.sender)) {
-            SubjectRow* const row = subject.info ? m_rows->find(subject) : nullptr;
-            if (row)
-                updateType(row, wordsAbove(row));
-            if (row ? !sender->isHidden() == (matchesIn(sender) == 0) : true)
-                updateSender(sender);
-        } else if (SubjectRow* const row = m_rows->find(subject)) {
-            updateType(row, 0);
-        }
+        follow(subject);
     }
     if (!m_changed.isEmpty())
-        m_timer.start();
+        m_timer.start(FollowMilliseconds);
     countMatches();
+}
+
+/** Looks again at the row of a type or a sender, and at the sender that it lies below. */
+void TreeFilter::follow(const Subject& subject)
+{
+    SubjectRow* const row = subject.info ? m_rows->find(subject) : nullptr;
+    SenderRow* const sender = m_rows->getSenderRows().value(subject.sender);
+    if (row)
+        updateType(row, wordsAbove(row));
+    if (sender && (!row || sender->isHidden() != (matchesIn(sender) == 0)))
+        updateSender(sender);
 }
 
 void TreeFilter::updateAll()
 {
-    m_tree->setUpdatesEnabled(false);
     m_matches.clear();
+    m_changed.clear();
+    m_toLookAt.clear();
     for (int i = 0; i < m_tree->topLevelItemCount(); ++i)
-        updateTop(m_tree->topLevelItem(i));
+        m_toLookAt.append(subjectOf(m_tree->topLevelItem(i)));
+    m_next = 0;
+    m_isLooking = true;
+    lookFor(FirstMilliseconds);
+}
+
+void TreeFilter::lookFor(int milliseconds)
+{
+    QElapsedTimer timer;
+    timer.start();
+    m_tree->setUpdatesEnabled(false);
+    while (m_next < m_toLookAt.size() && timer.elapsed() < milliseconds)
+        follow(m_toLookAt.at(m_next++));
     m_tree->setUpdatesEnabled(true);
+    m_isLooking = m_next < m_toLookAt.size();
+    if (m_isLooking || !m_changed.isEmpty())
+        m_timer.start(m_isLooking ? 0 : FollowMilliseconds);
     countMatches();
+    if (!m_isLooking && !m_toLookAt.isEmpty()) {
+        m_toLookAt.clear();
+        Q_EMIT matchCountChanged(m_matchCount); // also the same one, which is all there is now
+    }
 }
 
 void TreeFilter::countMatches()
@@ -146,14 +175,6 @@ void TreeFilter::countMatches()
         return;
     m_matchCount = count;
     Q_EMIT matchCountChanged(count);
-}
-
-bool TreeFilter::updateTop(QTreeWidgetItem* row)
-{
-    if (auto* const sender = dynamic_cast<SenderRow*>(row))
-        return updateSender(sender);
-    auto* const type = dynamic_cast<SubjectRow*>(row);
-    return type && updateType(type, 0);
 }
 
 RowMatcher::Words TreeFilter::wordsAbove(const QTreeWidgetItem* row) const
@@ -181,7 +202,8 @@ bool TreeFilter::updateSender(SenderRow* row)
         for (int i = 0; i < row->childCount(); ++i)
             showAll(row->child(i));
     } else {
-        m_rows->open(row);
+        if (canMatchBelow(row, words))
+            m_rows->open(row);
         for (int i = 0; i < row->childCount(); ++i)
             if (auto* const type = dynamic_cast<SubjectRow*>(row->child(i)))
                 below = updateType(type, words) || below;
@@ -198,14 +220,53 @@ bool TreeFilter::updateType(SubjectRow* row, RowMatcher::Words above)
     int matches = 0;
     bool shown = above == m_matcher.getAllWords() && !m_matcher.isPath(); // below its sender, which is looked for
     // Below a type that is hidden itself, rows stay as they are: fewer rows for the view to remember as hidden.
-    if (!shown && (!m_matcher.isPath() || m_matcher.mayMatch(row->getSubject().info))) {
-        m_rows->open(row);
-        shown = updateRow(row, above, false, &matches);
+    const RowMatcher::Words names = above | m_matcher.findInName(row->getNameText());
+    if (!shown && (row->isFilled() || canMatchBelow(row->getSubject(), names))) {
+        if (!m_matcher.isPath() || m_matcher.mayMatch(row->getSubject().info)) {
+            m_rows->open(row);
+            shown = updateRow(row, above, false, &matches);
+        }
+    } else if (!shown && !m_matcher.isPath() && isMatch(row, &above)) {
+        shown = true;
+        matches = 1;
     }
     m_matches.insert(row->getSubject(), matches);
     if (row->isHidden() == shown)
         row->setHidden(!shown);
     return shown;
+}
+
+/** Whether a row of a field may match; rather once too often, as it is asked before there are any. */
+bool TreeFilter::canMatchBelow(const Subject& subject, RowMatcher::Words above) const
+{
+    if (m_matcher.isPath())
+        return m_matcher.mayMatch(subject.info);
+    const RowMatcher::Words inFields = m_matcher.findInFields(subject.info);
+    const RowMatcher::Words inNames = above | inFields;
+    if (inFields != 0 && inNames == m_matcher.getAllWords())
+        return true;
+    const MessageReference latest = m_rows->getLatest(subject);
+    const RowMatcher::Words inValues = latest.isNull() ? 0 : m_matcher.findInValues(latest.get(), isRawShown());
+    return (inFields | inValues) != 0 && (inNames | inValues) == m_matcher.getAllWords();
+}
+
+bool TreeFilter::canMatchBelow(const SenderRow* row, RowMatcher::Words above) const
+{
+    if (row->isFilled())
+        return true;
+    for (const MessageInfo* info : row->getTypes()) {
+        const RowMatcher::Words name = m_matcher.isPath() ? 0 : m_matcher.findInName(info->getName());
+        if (name != 0 && (above | name) == m_matcher.getAllWords())
+            return true;
+        if (canMatchBelow({info, row->getSender()}, above | name))
+            return true;
+    }
+    return false;
+}
+
+bool TreeFilter::isRawShown() const
+{
+    return m_tree->hasColumn(MessageTreeWidget::RawValueColumn);
 }
 
 bool TreeFilter::isMatch(QTreeWidgetItem* item, RowMatcher::Words* names) const

@@ -21,8 +21,9 @@ class TreeRows;
  * Shows only those rows of the message tree that somebody looks for, with the rows that they lie in.
  *
  * Rows are hidden, not removed: they follow their messages all the same. When values change, the rows of their type are
- * looked at again soon, a few milliseconds at a time. What is expanded to show a match is not remembered as the user's
- * wish, and collapsed again at the end.
+ * looked at again soon, a few milliseconds at a time; so are all when the text changes, but for what the first of these
+ * can do. Rows of fields are made only where something in them may match. What is expanded to show a match is not
+ * remembered as the user's wish, and collapsed again at the end.
  */
 class TreeFilter : public QObject
 {
@@ -37,7 +38,9 @@ public:
     bool isActive() const { return !m_matcher.isEmpty(); }
     QString getErrorString() const { return m_matcher.getErrorString(); }
 
-    /** The number of rows that match. */
+    /** Whether rows are still to be looked at since the text changed. */
+    bool isBusy() const { return isActive() && m_isLooking; }
+    /** The number of rows that match, of those that were looked at. */
     int getMatchCount() const { return m_matchCount; }
     /** Makes the next or the previous match the current row, round the end. False when there is none. */
     bool goToMatch(bool forward);
@@ -52,9 +55,13 @@ private:
     void processRows(const QModelIndex& parent, int first, int last);
     void followChanges();
     void updateAll();
-    bool updateTop(QTreeWidgetItem* row);
     bool updateSender(SenderRow* row);
     bool updateType(SubjectRow* row, RowMatcher::Words above);
+    bool canMatchBelow(const Subject& subject, RowMatcher::Words above) const;
+    bool canMatchBelow(const SenderRow* row, RowMatcher::Words above) const;
+    void lookFor(int milliseconds);
+    void follow(const Subject& subject);
+    bool isRawShown() const;
     void note(QTreeWidgetItem* item);
     RowMatcher::Words wordsAbove(const QTreeWidgetItem* row) const;
     int matchesIn(const QTreeWidgetItem* row) const;
@@ -71,6 +78,9 @@ private:
     QTimer m_timer;
     QSet<Subject> m_changed; // the rows of these are to be looked at again
     QHash<Subject, int> m_matches;
+    QVector<Subject> m_toLookAt; // since the text changed, in the order of rows
+    int m_next = 0;              // there
+    bool m_isLooking = false;
     QSet<const QTreeWidgetItem*> m_expanded; // by us; compared only, as a row may be gone
     int m_matchCount = 0;
 };

@@ -288,6 +288,9 @@ void TreeRows::fill(SubjectRow* row)
 {
     if (row->isFilled())
         return;
+    // A view that is to lay out its rows anyhow does not look for the place of each text that changes. It does so when
+    // a delegate is set, whichever.
+    m_tree->setItemDelegateForColumn(0, m_tree->itemDelegateForColumn(0));
     row->fill(getLatest(row->getSubject()).get());
 }
 
@@ -450,16 +453,17 @@ void TreeRows::processSeen(const QVector<Subject>& subjects)
 }
 
 // What the user chose holds over jumps, other definitions and restarts.
-void TreeRows::choose(const Subject& subject, bool inTree)
+void TreeRows::choose(const QVector<Subject>& subjects, bool inTree)
 {
-    const bool isFromSeveral = m_desk->getTypes()->isFromSeveral(subject.info);
-    if (isFromSeveral) {
-        m_choices.insert(PinnedTypes::getName(subject), inTree);
-    } else {
+    for (const Subject& subject : subjects) {
+        if (m_desk->getTypes()->isFromSeveral(subject.info)) {
+            m_choices.insert(PinnedTypes::getName(subject), inTree);
+            continue;
+        }
+        m_choices.remove(PinnedTypes::getName(subject)); // from when others sent it, too
         m_choices.insert(PinnedTypes::getName({subject.info, QString()}), inTree);
-        m_choices.remove(subject.sender.isEmpty() ? QString() : PinnedTypes::getName(subject));
     }
-    set({subject}, inTree);
+    set(subjects, inTree);
 }
 
 void TreeRows::chooseAll(bool inTree)

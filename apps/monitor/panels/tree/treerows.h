@@ -62,6 +62,8 @@ public:
     /** Rows of senders, where there are any. */
     const QHash<QString, SenderRow*>& getSenderRows() const { return m_senderRows; }
 
+    /** What a row of that name shows, or would show; may be null. */
+    MessageReference getLatest(const Subject& subject) const;
     /** Makes the rows below @p item, if that was not done. */
     void open(QTreeWidgetItem* item);
     /** Opens and unfolds everything, up to a number of rows that somebody could read. */
@@ -89,7 +91,7 @@ private Q_SLOTS:
 private:
     typedef QVector<AbstractMessageTreeWidgetItem*> Rows;
 
-    void choose(const Subject& subject, bool inTree);
+    void choose(const QVector<Subject>& subjects, bool inTree);
     void processSeen(const QVector<Subject>& subjects);
     void renameSender(const QString& before, const QString& now);
     void makeRows();
@@ -101,7 +103,6 @@ private:
     void insertRows(QTreeWidgetItem* parent, Rows rows);
     void insertRowsOfTypes(SenderRow* parent, const QVector<const MessageInfo*>& types);
     void move(QTreeWidgetItem* item);
-    MessageReference getLatest(const Subject& subject) const;
     void fill(SubjectRow* row);
     void followNames();
 

@@ -12,19 +12,23 @@
 // Under a large value the whole expression would be long: the type and the field are what tells watches apart.
 QString Watch::shortName() const
 {
-    QString name = m_field.getPath().getName();
+    const FieldPath& path = m_field.getPath();
+    const QString& sender = m_field.getSender();
+    QString name = path.getName();
     // Of a type that is not known yet nobody can tell where its name ends; a number tells types of one name apart.
     if (name.isEmpty() || getExpression().contains(QLatin1Char('#')))
         name = m_expression.getString(PathExpression::Parts(PathExpression::MessagePart)) + QLatin1Char('.') +
                m_expression.getString(PathExpression::FieldPart | PathExpression::IndexPart);
-    return m_origin.isTold ? name + QLatin1Char(' ') + m_origin.sender : name;
+    const bool isTold = !sender.isEmpty() && !path.isNull() && m_desk->getTypes()->isFromSeveral(path.getMessageInfo());
+    return isTold || m_origin.isTold ? name + QLatin1Char(' ') + (isTold ? sender : m_origin.sender) : name;
 }
 
-Watch::Watch(const QString& expression, const QString& name, const Origin& origin, LatestMessageSource* source)
-    : m_origin(origin)
+Watch::Watch(const QString& expression, const QString& name, const Origin& origin, Desk* desk)
+    : m_desk(desk)
+    , m_origin(origin)
     , m_caption(new QToolButton)
     , m_label(new FieldValueLabel(nullptr, nullptr, true, -1))
-    , m_field(m_label, source)
+    , m_field(m_label, desk->getLatest())
 {
     m_expression.setConsiderSubMessages(true);
     m_expression.setString(expression);
@@ -49,7 +53,9 @@ Watch::Watch(const QString& expression, const QString& name, const Origin& origi
 
     setName(name);
     connect(&m_expression, &PathExpression::matchesMayHaveChanged, this, &Watch::resolve);
-    connect(&m_field, &WatchedField::senderChanged, this, &Watch::showToolTip);
+    connect(&m_field, &WatchedField::senderChanged, this, &Watch::showSender);
+    connect(desk->getTypes(), &MessageTypeModel::seen, this, &Watch::showSender);
+    connect(desk->getTypes(), &MessageTypeModel::gone, this, &Watch::showSender);
     resolve();
 }
 
@@ -98,24 +104,22 @@ void Watch::setTimeOut(int milliseconds)
 void Watch::resolve()
 {
     m_field.follow(m_expression, m_origin.sender);
-    if (!m_isNamed && !m_field.getPath().isNull())
-        setName(QString());
-    showToolTip();
+    showSender();
 }
 
 void Watch::renameSender(const QString& before, const QString& now)
 {
     m_field.renameSender(before, now);
-    if (!before.isEmpty() && m_origin.sender == before) {
+    if (!before.isEmpty() && m_origin.sender == before)
         m_origin.sender = now;
-        if (!m_isNamed)
-            setName(QString());
-    }
-    showToolTip();
+    showSender();
 }
 
-void Watch::showToolTip()
+// In the name only where there are several, and where it is not the user's.
+void Watch::showSender()
 {
+    if (!m_isNamed && m_name != shortName())
+        setName(QString());
     const FieldInfo* const field = m_label->getFieldInfo();
     QString toolTip = getExpression();
     if (!m_field.getSender().isEmpty())

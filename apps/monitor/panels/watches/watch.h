@@ -24,9 +24,9 @@ public:
      * @param expression  names one field, and an index perhaps
      * @param name        what to call it; empty for that of the field
      * @param origin      whose values to show; those of the first sender when it is empty
-     * @param source      has the messages; borrowed
+     * @param desk        has the messages; borrowed
      */
-    Watch(const QString& expression, const QString& name, const Origin& origin, LatestMessageSource* source);
+    Watch(const QString& expression, const QString& name, const Origin& origin, Desk* desk);
     ~Watch() override;
 
     QString getExpression() const;
@@ -34,6 +34,8 @@ public:
     /** The sender has another name now. */
     void renameSender(const QString& before, const QString& now);
     QString getName() const { return m_name; }
+    /** The name that the user gave it; empty when there is none. */
+    QString getGivenName() const { return m_isNamed ? m_name : QString(); }
     /** The name that the user gave it; empty where it has the one of its field. */
     QString getGivenName() const { return m_isNamed ? m_name : QString(); }
     void setName(const QString& name);
@@ -55,11 +57,12 @@ protected:
 
 private:
     void resolve();
-    void showToolTip();
+    void showSender();
     QString shortName() const;
     void rename();
 
     PathExpression m_expression;
+    Desk* m_desk;
     Origin m_origin;
     QString m_name;
     bool m_isNamed = false; // by the user

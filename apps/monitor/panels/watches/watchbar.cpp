@@ -67,7 +67,7 @@ void WatchBar::pin(const QString& expression, const QString& name, const Origin&
     for (const Watch* watch : std::as_const(m_watches))
         if (watch->getExpression() == expression && watch->getOrigin().sender == origin.sender)
             return;
-    Watch* watch = new Watch(expression, name, origin, m_desk->getLatest());
+    Watch* watch = new Watch(expression, name, origin, m_desk);
     watch->setTimeOut(timeOutMilliseconds());
     connect(watch, &Watch::removeRequested, this, [this, watch]() { remove(watch); });
     m_layout->insertWidget(int(m_watches.size()), watch);
