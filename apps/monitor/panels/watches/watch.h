@@ -34,8 +34,6 @@ public:
     /** The sender has another name now. */
     void renameSender(const QString& before, const QString& now);
     QString getName() const { return m_name; }
-    /** The name that the user gave it; empty when there is none. */
-    QString getGivenName() const { return m_isNamed ? m_name : QString(); }
     /** The name that the user gave it; empty where it has the one of its field. */
     QString getGivenName() const { return m_isNamed ? m_name : QString(); }
     void setName(const QString& name);
