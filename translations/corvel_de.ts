@@ -1714,6 +1714,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <source>MQTT, encrypted: topics of a broker</source>
         <translation>MQTT, verschlüsselt: Themen eines Vermittlers</translation>
     </message>
+    <message>
+        <source>NATS: a stream of JetStream</source>
+        <translation>NATS: ein Strom von JetStream</translation>
+    </message>
 </context>
 <context>
     <name>Panel</name>

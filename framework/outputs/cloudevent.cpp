@@ -15,7 +15,8 @@ QByteArray levelOf(const QString& name, const CloudEvent::Topics& topics)
     for (char& character : level)
         if (character == '\0' || std::strchr(topics.reserved, character))
             character = '_';
-    return level;
+    // Of empty levels NATS knows nothing.
+    return level.isEmpty() && topics.separator == '.' ? QByteArray("_") : level;
 }
 
 /** The media type of a message's bytes. */

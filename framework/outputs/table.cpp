@@ -3,6 +3,7 @@
 #include "foxgloveoutput.h"
 #include "mcapoutput.h"
 #include "mqttoutput.h"
+#include "natsoutput.h"
 #include "streamdecoder.h"
 #include "tlogoutput.h"
 #include "udpoutput.h"
@@ -12,8 +13,8 @@
 // The table of outputs: to add one, add its row here.
 const QVector<const OutputKind*>& OutputKind::getAll()
 {
-    static const QVector<const OutputKind*> all{&TlogOutputKind,     &McapOutputKind, &UdpOutputKind,
-                                                &FoxgloveOutputKind, &MqttOutputKind, &MqttsOutputKind};
+    static const QVector<const OutputKind*> all{&TlogOutputKind, &McapOutputKind,  &UdpOutputKind, &FoxgloveOutputKind,
+                                                &MqttOutputKind, &MqttsOutputKind, &NatsOutputKind};
     return all;
 }
 

@@ -67,6 +67,7 @@ private Q_SLOTS:
     void publishesEventsWithSchemas();
     void whatWaitsOutlivesTheProgram();
     void brokersThatAreSecured();
+    void jetStreamHasEachMessageOnce();
 };
 
 void TestRelayBroker::initTestCase()
@@ -160,6 +161,54 @@ void TestRelayBroker::brokersThatAreSecured()
             "! corvel-relay: see corvel-relay --help\n= 1"));
     broker.terminate();
     broker.waitForFinished();
+}
+
+void TestRelayBroker::jetStreamHasEachMessageOnce()
+{
+    QProcess server;
+    startInShell(&server, QString("exec nats-server -js -sd js -a 127.0.0.1 -p %1 2> nats.txt").arg(m_port),
+                 m_folder.path());
+    QTcpSocket listener;
+    QVERIFY(waitFor([&] {
+        listener.connectToHost(QHostAddress::LocalHost, m_port);
+        return listener.waitForConnected();
+    }));
+    QByteArray heard;
+    const auto hears = [&](const char* what, int times) {
+        return waitFor([&] { return (heard += listener.readAll()).count(what) >= times; });
+    };
+    listener.write("CONNECT {\"headers\":true,\"verbose\":false}\r\nPING\r\n");
+    QVERIFY(hears("PONG", 1));
+
+    // Without a stream everything waits, and the next run goes on with it.
+    const QString command = "corvel-relay s.bin --definitions test.xml --buffer-folder n --to ";
+    QProcess relay;
+    startInShell(&relay, "exec " + command + address("nats"), m_folder.path());
+    QByteArray said;
+    QVERIFY(waitFor([&] { return (said += relay.readAllStandardError()).contains("no stream of JetStream takes"); }));
+    relay.kill();
+    relay.waitForFinished();
+    listener.write("SUB fleet.> 1\r\nPING\r\n");
+    QVERIFY(hears("PONG", 2));
+    const QString name = "! corvel-relay: " + address("nats");
+    QCOMPARE(run(command + '\'' + address("nats") + "?stream=FLEET'"),
+             name + ": goes on with 2 messages that an earlier run left\n" + name + ": connected");
+    listener.write("PING\r\n");
+    QVERIFY(hears("PONG", 3));
+    for (const char* part :
+         {"fleet._schemas.SAMPLE.", "HMSG fleet.7:9.SAMPLE 1", "\r\nce-specversion: 1.0\r\n", "\r\nce-source: 7:9\r\n",
+          "\r\nce-type: SAMPLE\r\n", "\r\nce-dataschema: nats:fleet._schemas.SAMPLE.", "\r\nce-time: 20",
+          "\r\nContent-Type: application/protobuf\r\n", "\r\nNats-Msg-Id: 7:9/", "\r\nschemaencoding: protobuf\r\n"})
+        QVERIFY2(heard.contains(part), part);
+    // What comes again is known by its id.
+    const int begin = int(heard.lastIndexOf("Nats-Msg-Id: 7:9/"));
+    const QByteArray header = "NATS/1.0\r\n" + heard.mid(begin, heard.indexOf('\n', begin) - begin + 1) + "\r\n";
+    const QByteArray size = QByteArray::number(header.size());
+    listener.write("SUB answer 2\r\nHPUB fleet.x answer " + size + ' ' + size + "\r\n" + header + "\r\n");
+    QVERIFY(hears("\"duplicate\": true", 1));
+    QVERIFY(heard.contains("\"seq\":5,") || heard.contains("\"seq\": 5,")); // four messages and a schema
+    server.terminate();
+    server.waitForFinished();
 }
 
 QTEST_GUILESS_MAIN(TestRelayBroker)
