@@ -897,6 +897,42 @@
         <source>a certificate (cert) and its key (key) belong together</source>
         <translation>ein Zertifikat (cert) und sein Schlüssel (key) gehören zusammen</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is no server; HOST:PORT is one</source>
+        <translation>„%1“ ist kein Server; HOST:PORT ist einer</translation>
+    </message>
+    <message>
+        <source>there are more than %1 servers</source>
+        <translation>es sind mehr als %1 Server</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no subject; &quot;fleet.*.state&quot; and &quot;fleet.&gt;&quot; are some</source>
+        <translation>„%1“ ist kein Subject; „fleet.*.state“ und „fleet.&gt;“ sind welche</translation>
+    </message>
+    <message>
+        <source>tls is &quot;%1&quot;; it is auto or on</source>
+        <translation>tls ist „%1“; es ist auto oder on</translation>
+    </message>
+    <message>
+        <source>no subject is named; &quot;&gt;&quot; stands for all</source>
+        <translation>kein Subject ist genannt; „&gt;“ steht für alle</translation>
+    </message>
+    <message>
+        <source>there are more than %1 subjects</source>
+        <translation>es sind mehr als %1 Subjects</translation>
+    </message>
+    <message>
+        <source>no stream is named; jetstream://HOST/STREAM names one</source>
+        <translation>kein Stream ist genannt; jetstream://HOST/STREAM nennt einen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no name of a stream</source>
+        <translation>„%1“ ist kein Name eines Streams</translation>
+    </message>
+    <message>
+        <source>end is &quot;%1&quot;; it is follow or stop</source>
+        <translation>end ist „%1“; es ist follow oder stop</translation>
+    </message>
 </context>
 <context>
     <name>InputKind</name>
@@ -1063,6 +1099,82 @@
     <message>
         <source>MQTT, encrypted: topics of a broker</source>
         <translation>MQTT, verschlüsselt: Themen eines Vermittlers</translation>
+    </message>
+    <message>
+        <source>if the server wants it</source>
+        <translation>wenn der Server es will</translation>
+    </message>
+    <message>
+        <source>always</source>
+        <translation>immer</translation>
+    </message>
+    <message>
+        <source>go on with what comes</source>
+        <translation>mit dem weiter, was kommt</translation>
+    </message>
+    <message>
+        <source>stop</source>
+        <translation>anhalten</translation>
+    </message>
+    <message>
+        <source>Other &amp;servers:</source>
+        <translation>Andere &amp;Server:</translation>
+    </message>
+    <message>
+        <source>HOST:PORT of others of a cluster, with commas between them, for when the first is away; those that a server tells of need not be named</source>
+        <translation>HOST:PORT von anderen eines Clusters, mit Kommas dazwischen, falls der erste fehlt; die, von denen ein Server erzählt, müssen nicht genannt werden</translation>
+    </message>
+    <message>
+        <source>The user&apos;s, or without a user a token. It is not kept; empty takes it from the file, or from the environment variable CORVEL_NATS_PASSWORD</source>
+        <translation>Das des Benutzers, oder ohne Benutzer ein Token. Es wird nicht aufbewahrt; leer kommt es aus der Datei oder der Umgebungsvariablen CORVEL_NATS_PASSWORD</translation>
+    </message>
+    <message>
+        <source>Cre&amp;dentials:</source>
+        <translation>Zugangs&amp;daten:</translation>
+    </message>
+    <message>
+        <source>A file of credentials, with a user&apos;s token and key</source>
+        <translation>Eine Datei mit Zugangsdaten: Token und Schlüssel eines Benutzers</translation>
+    </message>
+    <message>
+        <source>E&amp;ncrypted:</source>
+        <translation>&amp;Verschlüsselt:</translation>
+    </message>
+    <message>
+        <source>Whether the connection is encrypted</source>
+        <translation>Ob die Verbindung verschlüsselt ist</translation>
+    </message>
+    <message>
+        <source>Sub&amp;jects:</source>
+        <translation>Sub&amp;jects:</translation>
+    </message>
+    <message>
+        <source>Subjects with commas between them: &quot;*&quot; stands for one level, &quot;&gt;&quot; for the rest</source>
+        <translation>Subjects mit Kommas dazwischen: „*“ steht für eine Ebene, „&gt;“ für den Rest</translation>
+    </message>
+    <message>
+        <source>The name of a stream; behind a slash there can be a subject: &quot;*&quot; stands for one level, &quot;&gt;&quot; for the rest</source>
+        <translation>Der Name eines Streams; hinter einem Schrägstrich kann ein Subject stehen: „*“ steht für eine Ebene, „&gt;“ für den Rest</translation>
+    </message>
+    <message>
+        <source>What becomes of it when everything was read that is stored</source>
+        <translation>Was geschieht, wenn alles gelesen ist, was gespeichert ist</translation>
+    </message>
+    <message>
+        <source>NATS: subjects of a server</source>
+        <translation>NATS: Subjects eines Servers</translation>
+    </message>
+    <message>
+        <source>NATS JetStream: a stored stream</source>
+        <translation>NATS JetStream: ein gespeicherter Stream</translation>
+    </message>
+    <message>
+        <source>Strea&amp;m:</source>
+        <translation>Strea&amp;m:</translation>
+    </message>
+    <message>
+        <source>&amp;At the end:</source>
+        <translation>&amp;Am Ende:</translation>
     </message>
 </context>
 <context>
@@ -1675,6 +1787,69 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>it keeps no messages</source>
         <translation>er hebt keine Nachrichten auf</translation>
+    </message>
+</context>
+<context>
+    <name>NatsInput</name>
+    <message>
+        <source>the server&apos;s JetStream does not answer within %1 s, or this user may not ask for it</source>
+        <translation>das JetStream des Servers antwortet nicht innerhalb von %1 s, oder dieser Benutzer darf nicht danach fragen</translation>
+    </message>
+    <message>
+        <source>the stream is a work queue: what one reads is taken from the others</source>
+        <translation>der Stream ist eine Arbeitswarteschlange: Was einer liest, fehlt den anderen</translation>
+    </message>
+    <message>
+        <source>message %1 of the stream is too large</source>
+        <translation>die Nachricht %1 des Streams ist zu groß</translation>
+    </message>
+    <message>
+        <source>what comes is no greeting of a NATS server</source>
+        <translation>was kommt, ist keine Begrüßung eines NATS-Servers</translation>
+    </message>
+    <message>
+        <source>user, password or token is wrong</source>
+        <translation>Benutzer, Passwort oder Token ist falsch</translation>
+    </message>
+    <message>
+        <source>the server does not encrypt connections</source>
+        <translation>der Server verschlüsselt keine Verbindungen</translation>
+    </message>
+    <message>
+        <source>no encrypted connection comes about: %1</source>
+        <translation>es kommt keine verschlüsselte Verbindung zustande: %1</translation>
+    </message>
+    <message>
+        <source>the connection is lost; it is tried again for as long as it takes</source>
+        <translation>die Verbindung ist verloren; sie wird wieder versucht, solange es dauert</translation>
+    </message>
+    <message>
+        <source>connected again, to %1</source>
+        <translation>wieder verbunden, mit %1</translation>
+    </message>
+    <message>
+        <source>the server has ended the connection: %1</source>
+        <translation>der Server hat die Verbindung beendet: %1</translation>
+    </message>
+    <message>
+        <source>%1 messages came faster than they were read, and were dropped</source>
+        <translation>%1 Nachrichten kamen schneller, als sie gelesen wurden, und wurden verworfen</translation>
+    </message>
+    <message>
+        <source>a message of %1 is too large</source>
+        <translation>eine Nachricht von %1 ist zu groß</translation>
+    </message>
+    <message>
+        <source>the server has no JetStream, or none for this user</source>
+        <translation>der Server hat kein JetStream, oder keines für diesen Benutzer</translation>
+    </message>
+    <message>
+        <source>there is no stream of that name</source>
+        <translation>es gibt keinen Stream dieses Namens</translation>
+    </message>
+    <message>
+        <source>the server says: %1</source>
+        <translation>der Server sagt: %1</translation>
     </message>
 </context>
 <context>

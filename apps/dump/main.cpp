@@ -113,7 +113,6 @@ qint64 now()
 // Reads to the end, or until nothing can be written to the output any more; the status is that of the last read.
 ByteInput::Status decode(ByteInput* input, StreamDecoder* decoder, StreamSink* sink, const DumpSink& output)
 {
-    const bool live = input->isLive();
     ByteInput::Status status = ByteInput::Nothing;
     QByteArray bytes;
     quint64 position = 0;
@@ -123,6 +122,7 @@ ByteInput::Status decode(ByteInput* input, StreamDecoder* decoder, StreamSink* s
             notice.offset = position;
             sink->processProblem(notice);
         }
+        const bool live = input->isLive();
         position += quint64(bytes.size());
         if (!bytes.isEmpty())
             decoder->feed(bytes.constData(), static_cast<int>(bytes.size()), live ? now() : Message::NoTime, sink);

@@ -8,6 +8,9 @@
 #include <QString>
 #include <QVector>
 
+#include <memory>
+
+class RecordingIndex;
 struct InputKind;
 struct StreamProblem;
 
@@ -43,7 +46,7 @@ struct CORVELFRAMEWORK_EXPORT InputAddress
     QString path;          ///< of a file or device, a whole URL, or what stands behind the host; else empty
     QString host;          ///< address to bind, or host to connect to; an IPv6 address without brackets; else empty
     quint16 port;          ///< 0 where there is none
-    QMap<QString, QString> parameters; ///< what was told of them, by name; also "user"
+    QMap<QString, QString> parameters; ///< what was told of them, by name; also "servers" and "user"
     QString password; ///< what somebody typed where it is not seen; neither parse() nor toString() knows it
 };
 
@@ -80,7 +83,8 @@ public:
     /** Makes an open() or read() that waits, and every later one, return within about 100 ms. Safe from any thread. */
     virtual void cancel() = 0;
 
-    /** Whether bytes arrive in their own time, so that the time of arrival means something. Known once it is open. */
+    /** Whether bytes arrive in their own time, so that the time of arrival means something. Known once it is open; but
+     * a recording that goes on becomes live with a read() at its end, and is none after seek(). */
     virtual bool isLive() const = 0;
     /** Whether every read() gives one datagram, which no frame crosses. */
     virtual bool isDatagram() const = 0;
@@ -100,6 +104,8 @@ public:
     virtual bool isSeekable() const;
     /** Goes on reading at byte @p offset, also after End; false with getErrorString() set when that fails. */
     virtual bool seek(qint64 offset);
+    /** What finds places by time where only the input can; null where the container does. Once it is open. */
+    virtual std::unique_ptr<RecordingIndex> createIndex();
 
     /** What the input is called in texts: the path or address, or "standard input". */
     QString getName() const { return m_name; }

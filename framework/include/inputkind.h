@@ -38,7 +38,7 @@ struct CORVELFRAMEWORK_EXPORT InputField
     /** Whether it stands behind the address, as in "?name=value". */
     bool isParameter() const;
 
-    const char* name;             ///< "path", "host", "port", "user", "password", or that of a parameter
+    const char* name;             ///< "path", "host", "port", "servers", "user", "password", or that of a parameter
     const char* label;            ///< as getLabel(), in English
     const char* toolTip;          ///< as getToolTip(), in English
     const char* value;            ///< what it is unless told; empty where it has to be told

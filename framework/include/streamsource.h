@@ -125,7 +125,8 @@ public:
      */
     void seek(qint64 time);
 
-    /** The times of the first and last message of a recording that is seekable; else Message::NoTime. */
+    /** The times of the first and last message of a recording that is seekable; else Message::NoTime. One that goes on
+     * ends later and later. */
     qint64 getStartTime() const { return m_startTime; }
     qint64 getEndTime() const { return m_endTime; }
     /** The time of the newest message that was worked off and has one; Message::NoTime before. */

@@ -145,13 +145,19 @@ QString masked(const QString& text)
     return shown.replace(parameter, QStringLiteral("\\1***"));
 }
 
-// Takes "USER@HOST:PORT/PATH" apart as far as the kind has these, and leaves host and port.
+// Takes "USER@HOST:PORT,HOST:PORT/PATH" apart as far as the kind has these, and leaves host and port.
 void splitUserAndPath(QString* rest, InputAddress* address)
 {
     if (address->kind->hasField(QStringLiteral("path"))) {
         const int slash = int(rest->indexOf(QLatin1Char('/')));
         address->path = slash < 0 ? QString() : rest->mid(slash + 1);
         rest->truncate(slash < 0 ? int(rest->size()) : slash);
+    }
+    if (address->kind->hasField(QStringLiteral("servers"))) {
+        const int comma = int(rest->indexOf(QLatin1Char(',')));
+        if (comma >= 0)
+            address->parameters.insert(QStringLiteral("servers"), rest->mid(comma + 1));
+        rest->truncate(comma < 0 ? int(rest->size()) : comma);
     }
     if (address->kind->hasField(QStringLiteral("user"))) {
         const int at = int(rest->lastIndexOf(QLatin1Char('@')));
@@ -245,10 +251,13 @@ QString InputAddress::toString() const
         text += QString::fromLatin1(QUrl::toPercentEncoding(user)) + QLatin1Char('@');
     if (!kind->hasField(QStringLiteral("host")))
         text += path;
-    else if (!path.isEmpty())
-        text += QString::fromLatin1("%1:%2/%3").arg(bracketed(host), QString::number(port), path);
     else
         text += QString::fromLatin1("%1:%2").arg(bracketed(host)).arg(port);
+    const QString servers = parameters.value(QStringLiteral("servers"));
+    if (!servers.isEmpty())
+        text += QLatin1Char(',') + servers;
+    if (kind->hasField(QStringLiteral("host")) && !path.isEmpty())
+        text += QLatin1Char('/') + path;
     QChar sign = QLatin1Char('?');
     for (const InputField& field : kind->getFields()) {
         const QString name = QLatin1String(field.name);

@@ -1,6 +1,7 @@
 #include "byteinput.h"
 
 #include "inputkind.h"
+#include "recordingindex.h"
 #include "streamdecoder.h"
 
 #include <QCoreApplication>
@@ -36,6 +37,11 @@ bool ByteInput::seek(qint64)
 {
     setError(QCoreApplication::translate("ByteInput", "it has no other places to go to"));
     return false;
+}
+
+std::unique_ptr<RecordingIndex> ByteInput::createIndex()
+{
+    return nullptr;
 }
 
 void ByteInput::setError(const QString& reason)

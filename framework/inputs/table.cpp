@@ -3,6 +3,7 @@
 #include "fileinput.h"
 #include "foxgloveinput.h"
 #include "mqttinput.h"
+#include "natskinds.h"
 #include "serialinput.h"
 #include "tcpinput.h"
 #include "udpinput.h"
@@ -12,8 +13,9 @@
 // The table of inputs: to add one, add its row here.
 const QVector<const InputKind*>& InputKind::getAll()
 {
-    static const QVector<const InputKind*> all{&UdpInputKind,  &TcpInputKind,   &SerialInputKind, &FoxgloveInputKind,
-                                               &MqttInputKind, &MqttsInputKind, &FileInputKind,   &StandardInputKind};
+    static const QVector<const InputKind*> all{&UdpInputKind,  &TcpInputKind,     &SerialInputKind, &FoxgloveInputKind,
+                                               &MqttInputKind, &MqttsInputKind,   &NatsInputKind,   &JetStreamInputKind,
+                                               &FileInputKind, &StandardInputKind};
     return all;
 }
 
@@ -57,5 +59,5 @@ bool InputField::isParameter() const
 {
     const QLatin1String text(name);
     return text != QLatin1String("path") && text != QLatin1String("host") && text != QLatin1String("port") &&
-           text != QLatin1String("user") && text != QLatin1String("password");
+           text != QLatin1String("servers") && text != QLatin1String("user") && text != QLatin1String("password");
 }

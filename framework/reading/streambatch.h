@@ -93,6 +93,7 @@ struct StreamBatch
             std::vector<char>().swap(arena);
         dropContents();
         facts.reset();
+        endTime.reset();
         decoder.reset();
     }
 
@@ -101,6 +102,7 @@ struct StreamBatch
     std::vector<Problem> problems;
     qint64 dropped = -1; ///< datagrams that the system dropped so far, where that is known
     std::optional<Facts> facts;
+    std::optional<qint64> endTime;            ///< when the recording now ends, where it goes on
     std::optional<qint64> soughtTime;         ///< what follows in later batches lies at this time
     std::shared_ptr<StreamDecoder> decoder;   ///< what follows in later batches was decoded by this
     std::optional<StreamSource::State> state; ///< a new state, after everything else in the batch

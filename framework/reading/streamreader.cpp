@@ -31,6 +31,7 @@ StreamReader::StreamReader(ByteInput* input, StreamDecoder* decoder)
     , m_batch(new StreamBatch)
     , m_batchStart(0)
     , m_paced(false)
+    , m_isCaughtUp(false)
     , m_tailOffset(0)
     , m_done(0)
     , m_arrivalTime(Message::NoTime)
@@ -147,6 +148,8 @@ void StreamReader::run()
     if (!m_input->open()) {
         flushState(StreamSource::Failed, m_input->getErrorString());
     } else if (!m_opener || openStream()) {
+        if (!m_index)
+            m_index = m_input->createIndex();
         if (m_index)
             m_index->prepare([this](int percent) {
                 m_preparedPercent = percent;
@@ -228,10 +231,12 @@ bool StreamReader::readUntilEnd()
         const qint64 rest = m_batch->isEmpty() ? IdleTimeoutMs : (GreatestAge - batchAge()) / 1000 + 1;
         const ByteInput::Status status =
             m_input->read(&bytes, static_cast<int>(qBound(qint64(0), rest, qint64(IdleTimeoutMs))));
+        // A recording that goes on is paced up to its end.
+        m_isCaughtUp = !live && m_input->isLive();
         passNoticesOn();
         switch (status) {
         case ByteInput::Data:
-            feed(bytes, live ? m_clock->utc() : Message::NoTime);
+            feed(bytes, live || m_isCaughtUp ? m_clock->utc() : Message::NoTime);
             if (m_input->isDatagram())
                 m_decoder->finish(this);
             if (batchAge() >= GreatestAge)
@@ -398,7 +403,7 @@ bool StreamReader::waitUntilDue(qint64 messageTime)
     if (m_playbackChanged)
         takePlayback();
     qint64 now = m_clock->now();
-    qint64 due = m_pacer.dueTime(messageTime, now);
+    qint64 due = m_isCaughtUp ? now : m_pacer.dueTime(messageTime, now);
     while (!isLeaving() && (m_paused || due - now >= LeastWait)) {
         if (m_paused && m_steps > 0) {
             --m_steps;
@@ -417,7 +422,7 @@ bool StreamReader::waitUntilDue(qint64 messageTime)
         now = m_clock->now();
         if (m_playbackChanged) {
             takePlayback();
-            due = m_pacer.dueTime(messageTime, now);
+            due = m_isCaughtUp ? now : m_pacer.dueTime(messageTime, now);
         }
     }
     return false;
@@ -448,6 +453,8 @@ void StreamReader::flush()
     if (m_seekTime)
         m_batch->dropContents();
     m_batch->dropped = m_input->getDroppedCount();
+    if (m_isCaughtUp && m_index)
+        m_batch->endTime = m_index->getEndTime();
     m_queue.push_back(std::move(m_batch));
     if (m_spare.empty()) {
         m_batch.reset(new StreamBatch);

@@ -101,6 +101,7 @@ private:
     qint64 m_batchStart;
     PlaybackPacer m_pacer;
     bool m_paced;
+    bool m_isCaughtUp;     // a recording that goes on is read as it does
     QByteArray m_tail;     // bytes fed, from the first one on that is in no message or problem yet, and some before
     quint64 m_tailOffset;  // where in the stream it begins
     quint64 m_done;        // everything before is in messages and problems

@@ -343,6 +343,8 @@ bool StreamSource::finishBatch()
         m_startTime = facts->startTime;
         m_endTime = facts->endTime;
     }
+    if (m_work->batch->endTime && m_seekable)
+        m_endTime = *m_work->batch->endTime;
     const qint64 dropped = m_work->batch->dropped - qMax(qint64(0), m_dropped);
     m_dropped = qMax(m_dropped, m_work->batch->dropped);
     m_reader->recycle(std::move(m_work->batch));

@@ -1,61 +1,13 @@
 #include "../inputfixtures.h"
-#include "definitions.h"
+#include "../reception.h"
 #include "mcapfixtures.h"
 #include "mosquittobroker.h"
-#include "streamopener.h"
-#include "streamsource.h"
 #include "testbase.h"
-#include "textrows.h"
-#include "transcript.h"
-#include "waitfor.h"
 
 #include <functional>
 
 namespace
 {
-
-/** What a source at an address brings, or why it brings nothing. */
-class Reception
-{
-public:
-    explicit Reception(const QString& text, const QString& password = QString())
-    {
-        InputAddress address;
-        QString error;
-        if (!InputAddress::parse(text, &address, &error))
-            qWarning("%s", qPrintable(error));
-        address.password = password;
-        StreamOptions options;
-        options.definitions = &m_definitions;
-        source.reset(new StreamSource(ByteInput::create(address), new StreamOpener(address, options)));
-        found.reset(new Transcript(source->getDecoder(), false));
-        source->addObserver(found.get());
-        source->start();
-        waitFor([this]() { return source->getState() > StreamSource::Opening; }, 20000);
-    }
-
-    /** The lines so far, sorted, when there are that many. */
-    QString take(int count)
-    {
-        waitFor([&]() { return found->lines.size() >= count || source->getState() == StreamSource::Failed; });
-        QStringList lines = found->lines;
-        lines.sort();
-        found->lines.clear();
-        return lines.join(text("; ")).remove(QRegularExpression(text(" @\\d+(\\+\\d+)?")));
-    }
-
-    /** What is told of the connection: the error behind the address, or "running" and what the server says. */
-    QString getState()
-    {
-        if (source->getState() == StreamSource::Failed)
-            return source->getErrorString().section(text(": "), 1);
-        return text("running; ") + take(0);
-    }
-
-    Definitions m_definitions;
-    std::unique_ptr<StreamSource> source;
-    std::unique_ptr<Transcript> found;
-};
 
 /** A server that answers whatever it gets first with the next of its answers. */
 class AnsweringServer : public QTcpServer
@@ -180,8 +132,7 @@ void tst_MqttInput::serversThatAreNoneAreTold_data()
     const auto row = [](const char* name, const QList<QByteArray>& answers, const char* expected) {
         QTest::newRow(name) << answers << text(expected);
     };
-    row("rubbish", {QByteArray(300, 'x'), QByteArray(300, 'x')},
-        "what comes is no MQTT");
+    row("rubbish", {QByteArray(300, 'x'), QByteArray(300, 'x')}, "what comes is no MQTT");
     row("an endless packet", {QByteArray("\x30\xff\xff\xff\xff\xff", 6), QByteArray("\x30\xff\xff\xff\xff\xff", 6)},
         "what comes is no MQTT");
     row("nothing", {}, "no answer within 5 s");

@@ -1,0 +1,402 @@
+#include "jetstreaminput.h"
+
+#include "message.h"
+#include "natskinds.h"
+#include "recordingindex.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QUrl>
+
+namespace
+{
+
+// A server hands out so many bytes before it is told that they were read: 32 MiB, which small messages need more for.
+const qint64 MostBytes = 512 * 1024 * 1024;
+
+const int AnswerChannel = 0; // those of consumers are above
+
+const int SliceMs = 200;
+const std::chrono::milliseconds AnswerTime(2000);
+const std::chrono::milliseconds RetryTime(500);
+const qint64 OpenTimeMs = 5000;
+const qint64 HeartbeatMs = 1000;
+const qint64 GreatestSilenceMs = 3 * HeartbeatMs;
+const qint64 NanosecondsPerMs = 1000 * 1000;
+
+// A cluster that has lost a server may deny for a moment that it has the stream.
+const std::chrono::seconds UntilGone(20);
+
+const QByteArray MessagePrefix("$JS.ACK.");
+
+/** Microseconds since 1970, rounded down; Message::NoTime for a time that no message has. */
+qint64 timeOf(const QString& text)
+{
+    const QDateTime second = QDateTime::fromString(text.left(19) + QLatin1Char('Z'), Qt::ISODate);
+    if (!second.isValid() || second.toMSecsSinceEpoch() <= 0)
+        return Message::NoTime;
+    const QString fraction =
+        text.mid(19, 1) == QLatin1String(".") ? text.mid(20).section(QLatin1Char('Z'), 0, 0) : QString();
+    return second.toMSecsSinceEpoch() * 1000 + fraction.leftJustified(6, QLatin1Char('0'), true).toLongLong();
+}
+
+QString textOf(qint64 time)
+{
+    return QDateTime::fromMSecsSinceEpoch(time / 1000, Qt::UTC).toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss")) +
+           QStringLiteral(".%1Z").arg(time % 1000000, 6, 10, QLatin1Char('0'));
+}
+
+/** What the subject for answers to a message of a stream says of it. */
+struct Place
+{
+    explicit Place(const QByteArray& reply)
+    {
+        const QList<QByteArray> parts = reply.split('.');
+        // Servers can put a domain and an account in front.
+        const int first = parts.size() == 9 ? 5 : 7;
+        if (parts.size() < first + 4)
+            return;
+        stream = parts.at(first).toULongLong();
+        consumer = parts.at(first + 1).toULongLong();
+        time = parts.at(first + 2).toLongLong();
+        pending = parts.at(first + 3).toULongLong();
+    }
+
+    quint64 stream = 0;   // number in the stream; 0 for none
+    quint64 consumer = 0; // number in what the consumer gets
+    qint64 time = 0;      // nanoseconds since 1970
+    quint64 pending = 0;  // messages behind it
+};
+
+} // namespace
+
+struct JetStreamInput::Times
+{
+    std::atomic<qint64> start{Message::NoTime};
+    std::atomic<qint64> end{Message::NoTime};
+};
+
+class JetStreamInput::Index : public RecordingIndex
+{
+public:
+    explicit Index(const std::shared_ptr<Times>& times)
+        : m_times(times)
+    {
+    }
+
+    qint64 getStartTime() const override { return m_times->start; }
+    qint64 getEndTime() const override { return m_times->end; }
+    quint64 findOffset(qint64 time) override { return time <= m_times->start ? 0 : quint64(time); }
+
+private:
+    const std::shared_ptr<Times> m_times;
+};
+
+JetStreamInput::JetStreamInput(const InputAddress& address)
+    : ByteInput(address.toString())
+    , m_address(address)
+    , m_stream(streamOf(address))
+    , m_subject(subjectOf(address))
+    , m_goesOn(address.getValue(QStringLiteral("end")) == QLatin1String("follow"))
+    , m_cancelled(false)
+    , m_connection(MostBytes)
+    , m_requests(&m_connection, AnswerChannel)
+    , m_schemas(&m_requests, m_stream)
+    , m_times(std::make_shared<Times>())
+    , m_channel(AnswerChannel)
+    , m_createRequest(0)
+    , m_isWaiting(false)
+    , m_reconnections(0)
+    , m_consumerSequence(0)
+    , m_pending(0)
+    , m_startTime(0)
+    , m_next(0)
+    , m_sequence(0)
+    , m_isAtEnd(false)
+    , m_isStopped(false)
+{
+}
+
+JetStreamInput::~JetStreamInput()
+{
+    stopConsumer();
+}
+
+QByteArray JetStreamInput::streamOf(const InputAddress& address)
+{
+    return QUrl::fromPercentEncoding(address.path.section(QLatin1Char('/'), 0, 0).toUtf8()).toUtf8();
+}
+
+QByteArray JetStreamInput::subjectOf(const InputAddress& address)
+{
+    return QUrl::fromPercentEncoding(address.path.section(QLatin1Char('/'), 1).toUtf8()).toUtf8();
+}
+
+bool JetStreamInput::open()
+{
+    NatsSettings settings;
+    QString error;
+    if (settings.read(m_address, &error) && m_connection.open(settings, m_cancelled, &error) &&
+        m_requests.open(&error) && askForStream(&error)) {
+        m_lastSuccess = Clock::now();
+        startConsumer();
+        return true;
+    }
+    setError(error);
+    return false;
+}
+
+bool JetStreamInput::askForStream(QString* error)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!m_cancelled && !timer.hasExpired(OpenTimeMs)) {
+        // A cluster that is choosing who answers may have lost the question.
+        const quint64 request = m_requests.send("STREAM.INFO." + m_stream, QJsonObject());
+        QElapsedTimer patience;
+        patience.start();
+        while (!m_cancelled && !patience.hasExpired(OpenTimeMs / 4)) {
+            for (const NatsConnection::Received& received : m_connection.take(SliceMs)) {
+                quint64 number = 0;
+                const QJsonObject answer = NatsRequests::read(received.message.get(), &number);
+                if (number == request)
+                    return takeStream(answer, error);
+            }
+        }
+    }
+    *error = m_cancelled ? QCoreApplication::translate("ByteInput", "cancelled")
+                         : QCoreApplication::translate(
+                               "NatsInput",
+                               "the server's JetStream does not answer within %1 s, or this user may not ask for it")
+                               .arg(OpenTimeMs / 1000);
+    return false;
+}
+
+bool JetStreamInput::takeStream(const QJsonObject& answer, QString* error)
+{
+    if (NatsRequests::getErrorCode(answer)) {
+        *error = NatsRequests::describeError(answer);
+        return false;
+    }
+    const QJsonObject state = answer.value(QLatin1String("state")).toObject();
+    const QString retention =
+        answer.value(QLatin1String("config")).toObject().value(QLatin1String("retention")).toString();
+    if (retention == QLatin1String("workqueue")) {
+        *error = QCoreApplication::translate("NatsInput",
+                                             "the stream is a work queue: what one reads is taken from the others");
+        return false;
+    }
+    if (state.value(QLatin1String("messages")).toDouble() > 0) {
+        m_times->start = timeOf(state.value(QLatin1String("first_ts")).toString());
+        m_times->end = timeOf(state.value(QLatin1String("last_ts")).toString());
+    }
+    return true;
+}
+
+std::unique_ptr<RecordingIndex> JetStreamInput::createIndex()
+{
+    return std::unique_ptr<RecordingIndex>(new Index(m_times));
+}
+
+void JetStreamInput::cancel()
+{
+    m_cancelled = true;
+    m_connection.wake();
+}
+
+bool JetStreamInput::seek(qint64 offset)
+{
+    m_startTime = offset;
+    m_next = 0;
+    m_isAtEnd = false;
+    m_isStopped = false;
+    startConsumer();
+    return true;
+}
+
+/** Asks for a consumer that begins with the next message that is wanted. */
+void JetStreamInput::startConsumer()
+{
+    stopConsumer();
+    const QByteArray inbox = NatsConnection::createInbox();
+    QString error;
+    if (!m_connection.subscribe(++m_channel, inbox, &error))
+        return restartLater();
+    QJsonObject config{{QStringLiteral("deliver_subject"), QString::fromLatin1(inbox)},
+                       {QStringLiteral("ack_policy"), QStringLiteral("none")},
+                       {QStringLiteral("max_deliver"), 1},
+                       {QStringLiteral("replay_policy"), QStringLiteral("instant")},
+                       {QStringLiteral("flow_control"), true},
+                       {QStringLiteral("idle_heartbeat"), double(HeartbeatMs * NanosecondsPerMs)},
+                       {QStringLiteral("mem_storage"), true},
+                       {QStringLiteral("num_replicas"), 1}};
+    const QString policy = QStringLiteral("deliver_policy");
+    if (m_next > 0) {
+        config[policy] = QStringLiteral("by_start_sequence");
+        config[QStringLiteral("opt_start_seq")] = double(m_next);
+    } else if (m_startTime > 0) {
+        config[policy] = QStringLiteral("by_start_time");
+        config[QStringLiteral("opt_start_time")] = textOf(m_startTime);
+    } else {
+        config[policy] = QStringLiteral("all");
+    }
+    if (!m_subject.isEmpty())
+        config[QStringLiteral("filter_subject")] = QString::fromUtf8(m_subject);
+    const QJsonObject wish{{QStringLiteral("stream_name"), QString::fromUtf8(m_stream)},
+                           {QStringLiteral("config"), config}};
+    m_reconnections = m_connection.getReconnections();
+    m_createRequest = m_requests.send("CONSUMER.CREATE." + m_stream, wish);
+    m_deadline = Clock::now() + AnswerTime;
+    m_isWaiting = false;
+}
+
+void JetStreamInput::stopConsumer()
+{
+    if (m_channel != AnswerChannel)
+        m_connection.unsubscribe(m_channel);
+    if (!m_consumer.isEmpty())
+        m_requests.send("CONSUMER.DELETE." + m_stream + '.' + m_consumer, QJsonObject());
+    m_consumer.clear();
+    m_createRequest = 0;
+    m_consumerSequence = 0;
+}
+
+void JetStreamInput::restartLater()
+{
+    stopConsumer();
+    m_isWaiting = true;
+    m_deadline = Clock::now() + RetryTime;
+}
+
+void JetStreamInput::takeConsumer(const QJsonObject& answer)
+{
+    m_createRequest = 0;
+    const int code = NatsRequests::getErrorCode(answer);
+    if (code) {
+        if (code == NatsRequests::NoSuchStream && Clock::now() - m_lastSuccess > UntilGone)
+            return fail(NatsRequests::describeError(answer));
+        if (Clock::now() - m_lastSuccess > UntilGone) {
+            m_lastSuccess = Clock::now();
+            m_connection.addNotice(1, NatsRequests::describeError(answer));
+        }
+        return restartLater();
+    }
+    m_lastSuccess = Clock::now();
+    m_consumer = answer.value(QLatin1String("name")).toString().toUtf8();
+    const QJsonObject delivered = answer.value(QLatin1String("delivered")).toObject();
+    const quint64 sent = quint64(delivered.value(QLatin1String("consumer_seq")).toDouble());
+    if (m_consumerSequence == 0) // what came already knows better
+        m_pending = sent + quint64(answer.value(QLatin1String("num_pending")).toDouble());
+}
+
+/** Sees to it that there is a consumer. */
+void JetStreamInput::keepConsumer()
+{
+    if (!m_connection.isConnected())
+        return;
+    const bool isLost = m_connection.getReconnections() != m_reconnections;
+    const bool isUnanswered = (m_isWaiting || m_createRequest) && Clock::now() > m_deadline;
+    const bool isSilent = !m_consumer.isEmpty() && m_connection.getSilence(m_channel) > GreatestSilenceMs;
+    if (isLost || isUnanswered || isSilent)
+        startConsumer();
+}
+
+ByteInput::Status JetStreamInput::read(QByteArray* bytes, int timeoutMs)
+{
+    bytes->clear();
+    QElapsedTimer timer;
+    timer.start();
+    while (!m_cancelled) {
+        keepConsumer();
+        if (m_isStopped)
+            return End;
+        if (!getErrorString().isEmpty())
+            return Failed;
+        const int rest = int(qMax(qint64(0), timeoutMs - timer.elapsed()));
+        for (const NatsConnection::Received& received : m_connection.take(qMin(rest, SliceMs))) {
+            if (received.channel == AnswerChannel)
+                processAnswer(received.message.get(), bytes);
+            else if (received.channel != m_channel)
+                continue; // of a consumer that was given up a moment ago
+            else if (QByteArray(natsMsg_GetReply(received.message.get())).startsWith(MessagePrefix))
+                processMessage(received.message.get(), bytes);
+            else
+                processControl(received.message.get());
+        }
+        m_schemas.giveUp(bytes);
+        if (!bytes->isEmpty())
+            return Data;
+        if (isCaughtUp()) {
+            m_isAtEnd = m_goesOn;
+            m_isStopped = !m_goesOn;
+        }
+        if (m_connection.isOver())
+            fail(m_connection.getError());
+        else if (!m_isStopped && timer.hasExpired(timeoutMs))
+            return Nothing;
+    }
+    return Nothing;
+}
+
+void JetStreamInput::fail(const QString& reason)
+{
+    setError(reason);
+}
+
+/** Whether everything was handed on that was stored when the last message was sent. */
+bool JetStreamInput::isCaughtUp() const
+{
+    return !m_consumer.isEmpty() && m_pending == 0 && m_connection.isEmpty();
+}
+
+void JetStreamInput::processAnswer(natsMsg* message, QByteArray* bytes)
+{
+    quint64 number = 0;
+    const QJsonObject answer = NatsRequests::read(message, &number);
+    if (number == m_createRequest && m_createRequest)
+        takeConsumer(answer);
+    else
+        m_schemas.process(number, answer, bytes);
+}
+
+/** Heartbeats, and questions whether the server may send more. */
+void JetStreamInput::processControl(natsMsg* message)
+{
+    const std::string_view status = natsHeader(message, "Status");
+    if (status != "100")
+        return restartLater(); // the consumer is gone, for whatever reason
+    const QByteArray reply = natsMsg_GetReply(message);
+    const std::string_view stalled = natsHeader(message, "Nats-Consumer-Stalled");
+    if (!reply.isEmpty())
+        return m_connection.publish(reply);
+    if (!stalled.empty())
+        m_connection.publish(QByteArray(stalled.data(), int(stalled.size())));
+    const std::string_view last = natsHeader(message, "Nats-Last-Consumer");
+    if (!last.empty() && QByteArray(last.data(), int(last.size())).toULongLong() != m_consumerSequence)
+        startConsumer();
+}
+
+void JetStreamInput::processMessage(natsMsg* message, QByteArray* bytes)
+{
+    const Place place{QByteArray(natsMsg_GetReply(message))};
+    if (place.consumer != m_consumerSequence + 1 || place.stream < m_next)
+        return startConsumer(); // nothing of this one is wanted any more
+    m_consumerSequence = place.consumer;
+    m_pending = place.pending;
+    m_next = place.stream + 1;
+    const qint64 time = place.time / 1000;
+    if (m_times->start == Message::NoTime)
+        m_times->start = time;
+    m_times->end = qMax(m_times->end.load(), time);
+
+    Envelope envelope = readNatsMessage(message);
+    envelope.time = place.time;
+    // Schemas are no messages to those who count.
+    if (envelope.find("schemaencoding").empty())
+        envelope.sequence = ++m_sequence;
+    if (!EnvelopeWriter(bytes).write(envelope))
+        m_connection.addNotice(
+            1, QCoreApplication::translate("NatsInput", "message %1 of the stream is too large").arg(place.stream));
+    m_schemas.note(envelope);
+}

@@ -1,0 +1,597 @@
+#include "natsconnection.h"
+
+#include "natskinds.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QNetworkProxy>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include <chrono>
+#include <climits>
+#include <condition_variable>
+#include <cstdlib>
+#include <deque>
+#include <mutex>
+#include <thread>
+#include <unordered_map>
+
+namespace
+{
+
+typedef std::chrono::steady_clock Clock;
+
+const int GreetingTimeoutMs = 5000;
+const int CancelCheckMs = 50;
+const int ConnectTimeoutMs = 2000;
+const int ReconnectWaitMs = 500;
+const int PingIntervalMs = 10000;
+const int GreatestGreeting = 64 * 1024;
+
+const qint64 PieceSize = 64 * 1024;
+const qint64 MessageOverhead = 200;
+const int MostNotices = 1000;
+
+qint64 now()
+{
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now().time_since_epoch())
+        .count();
+}
+
+/** What a server says of itself before anything else; empty with the reason in @p error when it is none. */
+QJsonObject readGreeting(const NatsSettings::Server& server, const std::atomic<bool>& cancelled, QString* error)
+{
+    QTcpSocket socket;
+    socket.setProxy(QNetworkProxy::NoProxy);
+    QEventLoop loop;
+    QTimer timeout;
+    QTimer check;
+    bool isDone = false;
+    timeout.setSingleShot(true);
+    QObject::connect(&timeout, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QObject::connect(&socket, &QTcpSocket::errorOccurred, &loop, &QEventLoop::quit);
+    QObject::connect(&socket, &QTcpSocket::readyRead, &loop, [&] {
+        isDone = socket.canReadLine() || socket.bytesAvailable() > GreatestGreeting;
+        if (isDone)
+            loop.quit();
+    });
+    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
+        if (cancelled)
+            loop.quit();
+    });
+    socket.connectToHost(server.host, server.port);
+    timeout.start(GreetingTimeoutMs);
+    check.start(CancelCheckMs);
+    if (socket.state() != QAbstractSocket::UnconnectedState)
+        loop.exec();
+    const QByteArray line = socket.readLine(GreatestGreeting);
+    const QJsonObject greeting =
+        QJsonDocument::fromJson(line.startsWith("INFO ") ? line.mid(5) : QByteArray()).object();
+    if (cancelled)
+        *error = QCoreApplication::translate("ByteInput", "cancelled");
+    else if (!greeting.isEmpty())
+        error->clear();
+    else if (isDone || !line.isEmpty())
+        *error = QCoreApplication::translate("NatsInput", "what comes is no greeting of a NATS server");
+    else if (socket.error() != QAbstractSocket::UnknownSocketError)
+        *error = socket.errorString();
+    else
+        *error = QCoreApplication::translate("ByteInput", "no answer within %1 s").arg(GreetingTimeoutMs / 1000);
+    return greeting;
+}
+
+/** Why no connection comes about, of which the library says @p text: "(FILE:LINE): TEXT". */
+QString describe(natsStatus status, const QString& text)
+{
+    const QString detail = text.isEmpty() ? QString::fromUtf8(natsStatus_GetText(status)) : text;
+    switch (status) {
+    case NATS_CONNECTION_AUTH_FAILED:
+        return QCoreApplication::translate("NatsInput", "user, password or token is wrong");
+    case NATS_SECURE_CONNECTION_WANTED:
+        return QCoreApplication::translate("NatsInput", "the server does not encrypt connections");
+    case NATS_SSL_ERROR:
+        return QCoreApplication::translate("NatsInput", "no encrypted connection comes about: %1").arg(detail);
+    default:
+        return detail;
+    }
+}
+
+/** An attempt to connect, on a thread of its own: with a server that falls silent the library waits for ever. */
+struct Attempt
+{
+    static void run(std::shared_ptr<Attempt> attempt, natsOptions* options)
+    {
+        natsConnection* connection = nullptr;
+        const natsStatus status = natsConnection_Connect(&connection, options);
+        const char* const text = status == NATS_OK ? nullptr : nats_GetLastError(nullptr);
+        natsOptions_Destroy(options);
+        std::unique_lock<std::mutex> lock(attempt->mutex);
+        attempt->isDone = true;
+        attempt->status = status;
+        attempt->error = QString::fromUtf8(text).section(QStringLiteral("): "), -1);
+        attempt->connection = connection;
+        const bool isAbandoned = attempt->isAbandoned;
+        attempt->hasEnded.notify_all();
+        lock.unlock();
+        if (isAbandoned)
+            natsConnection_Destroy(connection);
+    }
+
+    std::mutex mutex; // for what follows
+    std::condition_variable hasEnded;
+    bool isDone = false;
+    bool isAbandoned = false; // nobody wants the connection any more
+    natsStatus status = NATS_OK;
+    QString error;
+    natsConnection* connection = nullptr;
+};
+
+} // namespace
+
+/** What threads of the library and that of the reader both use. */
+struct NatsConnection::Shared
+{
+    explicit Shared(qint64 most)
+        : mostBytes(most)
+    {
+    }
+
+    void add(int channel, natsMsg* message);
+    void tell(int level, const QString& text);
+    void end(const QString& reason);
+
+    const qint64 mostBytes;
+    mutable std::mutex mutex; // for what follows
+    std::condition_variable hasCome;
+    std::deque<Received> waiting;
+    qint64 size = 0;                         // bytes that these need
+    QHash<int, Clock::time_point> lastHeard; // by channel
+    qint64 dropped = 0;
+    qint64 droppedTold = 0;
+    int reconnections = 0;
+    bool isConnected = false;
+    bool isOver = false;
+    bool isAwake = false; // nobody is to wait any more
+    QString error;
+    QVector<StreamProblem> notices;
+};
+
+/** Who is meant by a call of the library, which can come late: by number, since those who left have none any more. */
+struct NatsConnection::Callbacks
+{
+    struct Listener
+    {
+        std::shared_ptr<Shared> shared;
+        int channel;
+    };
+
+    struct Registry
+    {
+        std::mutex mutex;
+        std::unordered_map<quintptr, Listener> listeners;
+        quintptr last = 0;
+    };
+
+    static Registry& registry()
+    {
+        static Registry* const registry = new Registry; // for threads that outlive everything
+        return *registry;
+    }
+
+    static quintptr add(const std::shared_ptr<Shared>& shared, int channel)
+    {
+        const std::lock_guard<std::mutex> lock(registry().mutex);
+        registry().listeners[++registry().last] = {shared, channel};
+        return registry().last;
+    }
+
+    static void remove(quintptr listener)
+    {
+        const std::lock_guard<std::mutex> lock(registry().mutex);
+        registry().listeners.erase(listener);
+    }
+
+    static Listener find(void* closure)
+    {
+        const std::lock_guard<std::mutex> lock(registry().mutex);
+        const auto found = registry().listeners.find(reinterpret_cast<quintptr>(closure));
+        return found == registry().listeners.end() ? Listener{nullptr, 0} : found->second;
+    }
+
+    static QString lastErrorOf(natsConnection* connection)
+    {
+        const char* text = nullptr;
+        const natsStatus status = natsConnection_GetLastError(connection, &text);
+        return status == NATS_OK ? QString() : QString::fromUtf8(text && *text ? text : natsStatus_GetText(status));
+    }
+
+    static void processMessage(natsConnection*, natsSubscription*, natsMsg* message, void* closure)
+    {
+        const Listener listener = find(closure);
+        if (listener.shared)
+            listener.shared->add(listener.channel, message);
+        else
+            natsMsg_Destroy(message);
+    }
+
+    static void processLoss(natsConnection* connection, void* closure)
+    {
+        const Listener listener = find(closure);
+        if (!listener.shared)
+            return;
+        const QString reason = lastErrorOf(connection);
+        const QString text = QCoreApplication::translate(
+            "NatsInput", "the connection is lost; it is tried again for as long as it takes");
+        listener.shared->tell(1, reason.isEmpty() ? text : text + QStringLiteral(" (%1)").arg(reason));
+        const std::lock_guard<std::mutex> lock(listener.shared->mutex);
+        listener.shared->isConnected = false;
+    }
+
+    static void processReturn(natsConnection* connection, void* closure)
+    {
+        const Listener listener = find(closure);
+        if (!listener.shared)
+            return;
+        char url[256] = "";
+        natsConnection_GetConnectedUrl(connection, url, sizeof url);
+        // A password that is in it is nobody's business.
+        listener.shared->tell(0, QCoreApplication::translate("NatsInput", "connected again, to %1")
+                                     .arg(QString::fromUtf8(url).section(QLatin1Char('@'), -1)));
+        const std::lock_guard<std::mutex> lock(listener.shared->mutex);
+        listener.shared->isConnected = true;
+        ++listener.shared->reconnections;
+        listener.shared->hasCome.notify_all();
+    }
+
+    static void processEnd(natsConnection* connection, void* closure)
+    {
+        const Listener listener = find(closure);
+        if (listener.shared)
+            listener.shared->end(QCoreApplication::translate("NatsInput", "the server has ended the connection: %1")
+                                     .arg(lastErrorOf(connection)));
+    }
+
+    static void processError(natsConnection* connection, natsSubscription*, natsStatus status, void* closure)
+    {
+        const Listener listener = find(closure);
+        if (!listener.shared || status == NATS_SLOW_CONSUMER) // what is dropped is counted
+            return;
+        const QString text = lastErrorOf(connection);
+        listener.shared->tell(2, text.isEmpty() ? QString::fromUtf8(natsStatus_GetText(status)) : text);
+    }
+};
+
+void NatsConnection::Shared::add(int channel, natsMsg* message)
+{
+    const qint64 bytes = natsMsg_GetDataLength(message) + MessageOverhead;
+    Received received{channel, now(), NatsMessage(message)};
+    const std::lock_guard<std::mutex> lock(mutex);
+    lastHeard[channel] = Clock::now();
+    if (size + bytes > mostBytes) {
+        ++dropped;
+        return;
+    }
+    size += bytes;
+    waiting.push_back(std::move(received));
+    if (waiting.size() == 1)
+        hasCome.notify_all();
+}
+
+void NatsConnection::Shared::tell(int level, const QString& text)
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (notices.size() >= MostNotices)
+        return;
+    StreamProblem notice;
+    notice.kind = StreamProblem::ServerNotice;
+    notice.id = quint32(level);
+    notice.text = text;
+    notices.append(notice);
+    hasCome.notify_all();
+}
+
+void NatsConnection::Shared::end(const QString& reason)
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    isConnected = false;
+    isOver = true;
+    error = reason;
+    hasCome.notify_all();
+}
+
+NatsConnection::NatsConnection(qint64 mostBytes)
+    : m_shared(std::make_shared<Shared>(mostBytes))
+    , m_connection(nullptr)
+    , m_listener(Callbacks::add(m_shared, 0))
+{
+}
+
+NatsConnection::~NatsConnection()
+{
+    Callbacks::remove(m_listener);
+    const QList<int> channels = m_subscriptions.keys();
+    for (const int channel : channels)
+        unsubscribe(channel);
+    natsConnection_Destroy(m_connection);
+}
+
+bool NatsConnection::open(const NatsSettings& settings, const std::atomic<bool>& cancelled, QString* error)
+{
+    bool wantsEncryption = false;
+    int first = 0;
+    return findServer(settings, cancelled, &wantsEncryption, &first, error) &&
+           connect(settings, settings.isEncrypted || wantsEncryption, first, cancelled, error);
+}
+
+/** Finds a server that answers: the library would wait for that where nobody can end it. */
+bool NatsConnection::findServer(const NatsSettings& settings, const std::atomic<bool>& cancelled, bool* wantsEncryption,
+                                int* first, QString* error)
+{
+    for (int i = 0; i < settings.servers.size() && !cancelled; ++i) {
+        QString reason;
+        const QJsonObject greeting = readGreeting(settings.servers.at(i), cancelled, &reason);
+        if (reason.isEmpty()) {
+            *first = i;
+            *wantsEncryption = greeting.value(QLatin1String("tls_required")).toBool();
+            return true;
+        }
+        if (i == 0)
+            *error = reason;
+    }
+    if (cancelled)
+        *error = QCoreApplication::translate("ByteInput", "cancelled");
+    return false;
+}
+
+bool NatsConnection::connect(const NatsSettings& settings, bool isEncrypted, int first,
+                             const std::atomic<bool>& cancelled, QString* error)
+{
+    natsOptions* options = nullptr;
+    natsStatus status = natsOptions_Create(&options);
+    if (status == NATS_OK)
+        status = setOptions(options, settings, isEncrypted, first);
+    if (status != NATS_OK) {
+        *error = describe(status, QString::fromUtf8(nats_GetLastError(nullptr)));
+        natsOptions_Destroy(options);
+        return false;
+    }
+    const auto attempt = std::make_shared<Attempt>();
+    std::thread(Attempt::run, attempt, options).detach();
+    std::unique_lock<std::mutex> lock(attempt->mutex);
+    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(GreetingTimeoutMs);
+    while (!attempt->isDone && !cancelled && Clock::now() < end)
+        attempt->hasEnded.wait_for(lock, std::chrono::milliseconds(CancelCheckMs));
+    attempt->isAbandoned = !attempt->isDone;
+    if (cancelled)
+        *error = QCoreApplication::translate("ByteInput", "cancelled");
+    else if (!attempt->isDone)
+        *error = QCoreApplication::translate("ByteInput", "no answer within %1 s").arg(GreetingTimeoutMs / 1000);
+    else if (attempt->status != NATS_OK)
+        *error = describe(attempt->status, attempt->error);
+    m_connection = attempt->isDone ? attempt->connection : nullptr;
+    const std::lock_guard<std::mutex> sharedLock(m_shared->mutex);
+    m_shared->isConnected = m_connection && attempt->status == NATS_OK;
+    return m_shared->isConnected;
+}
+
+natsStatus NatsConnection::setOptions(natsOptions* options, const NatsSettings& settings, bool isEncrypted, int first)
+{
+    std::vector<QByteArray> urls;
+    for (int i = 0; i < settings.servers.size(); ++i) {
+        const NatsSettings::Server& server = settings.servers.at((first + i) % settings.servers.size());
+        const QString host =
+            server.host.contains(QLatin1Char(':')) ? QStringLiteral("[%1]").arg(server.host) : server.host;
+        urls.push_back(QStringLiteral("nats://%1:%2").arg(host).arg(server.port).toUtf8());
+    }
+    std::vector<const char*> servers;
+    for (const QByteArray& url : urls)
+        servers.push_back(url.constData());
+
+    natsStatus status = NATS_OK;
+    const auto set = [&status](natsStatus result) {
+        if (status == NATS_OK)
+            status = result;
+    };
+    void* const closure = reinterpret_cast<void*>(m_listener);
+    set(natsOptions_SetServers(options, servers.data(), int(servers.size())));
+    set(natsOptions_SetNoRandomize(options, true));
+    set(natsOptions_SetName(options, "corvel"));
+    set(natsOptions_SetTimeout(options, ConnectTimeoutMs));
+    set(natsOptions_SetPingInterval(options, PingIntervalMs));
+    set(natsOptions_SetMaxReconnect(options, INT_MAX));
+    set(natsOptions_SetReconnectWait(options, ReconnectWaitMs));
+    set(natsOptions_SetSendAsap(options, true));
+    set(natsOptions_SetDisconnectedCB(options, Callbacks::processLoss, closure));
+    set(natsOptions_SetReconnectedCB(options, Callbacks::processReturn, closure));
+    set(natsOptions_SetClosedCB(options, Callbacks::processEnd, closure));
+    set(natsOptions_SetErrorHandler(options, Callbacks::processError, closure));
+    if (!settings.user.isEmpty())
+        set(natsOptions_SetUserInfo(options, settings.user.constData(), settings.password.constData()));
+    else if (!settings.password.isEmpty())
+        set(natsOptions_SetToken(options, settings.password.constData()));
+    if (!settings.credentials.isEmpty())
+        set(natsOptions_SetUserCredentialsFromFiles(options, settings.credentials.constData(), nullptr));
+    if (isEncrypted)
+        set(natsOptions_SetSecure(options, true));
+    if (!settings.authority.isEmpty())
+        set(natsOptions_LoadCATrustedCertificates(options, settings.authority.constData()));
+    if (!settings.certificate.isEmpty())
+        set(natsOptions_LoadCertificatesChain(options, settings.certificate.constData(), settings.key.constData()));
+    return status;
+}
+
+bool NatsConnection::flush(const std::atomic<bool>& cancelled, QString* error)
+{
+    natsStatus status = NATS_TIMEOUT;
+    QElapsedTimer timer;
+    timer.start();
+    while (status == NATS_TIMEOUT && !cancelled && !timer.hasExpired(GreetingTimeoutMs))
+        status = natsConnection_FlushTimeout(m_connection, 2 * CancelCheckMs);
+    if (cancelled)
+        *error = QCoreApplication::translate("ByteInput", "cancelled");
+    else if (status == NATS_TIMEOUT)
+        *error = QCoreApplication::translate("ByteInput", "no answer within %1 s").arg(GreetingTimeoutMs / 1000);
+    return !cancelled && status != NATS_TIMEOUT; // what else happens is told
+}
+
+bool NatsConnection::subscribe(int channel, const QByteArray& subject, QString* error)
+{
+    Subscription subscription{nullptr, Callbacks::add(m_shared, channel)};
+    {
+        const std::lock_guard<std::mutex> lock(m_shared->mutex);
+        m_shared->lastHeard[channel] = Clock::now();
+    }
+    const natsStatus status =
+        natsConnection_Subscribe(&subscription.handle, m_connection, subject.constData(), Callbacks::processMessage,
+                                 reinterpret_cast<void*>(subscription.listener));
+    if (status != NATS_OK) {
+        Callbacks::remove(subscription.listener);
+        *error = QString::fromUtf8(natsStatus_GetText(status));
+        return false;
+    }
+    // What waits is limited here, and by the bytes of it.
+    natsSubscription_SetPendingLimits(subscription.handle, INT_MAX, int(qMin(m_shared->mostBytes, qint64(INT_MAX))));
+    m_subscriptions.insert(channel, subscription);
+    return true;
+}
+
+void NatsConnection::unsubscribe(int channel)
+{
+    if (!m_subscriptions.contains(channel))
+        return;
+    const Subscription subscription = m_subscriptions.take(channel);
+    Callbacks::remove(subscription.listener);
+    natsSubscription_Destroy(subscription.handle);
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    m_shared->lastHeard.remove(channel);
+    std::deque<Received> others;
+    m_shared->size = 0;
+    for (Received& received : m_shared->waiting) {
+        if (received.channel == channel)
+            continue;
+        m_shared->size += natsMsg_GetDataLength(received.message.get()) + MessageOverhead;
+        others.push_back(std::move(received));
+    }
+    m_shared->waiting = std::move(others);
+}
+
+void NatsConnection::publish(const QByteArray& subject, const QByteArray& data, const QByteArray& reply)
+{
+    if (reply.isEmpty())
+        natsConnection_Publish(m_connection, subject.constData(), data.constData(), int(data.size()));
+    else
+        natsConnection_PublishRequest(m_connection, subject.constData(), reply.constData(), data.constData(),
+                                      int(data.size()));
+}
+
+QByteArray NatsConnection::createInbox()
+{
+    natsInbox* inbox = nullptr;
+    natsInbox_Create(&inbox);
+    const QByteArray subject(inbox);
+    natsInbox_Destroy(inbox);
+    return subject;
+}
+
+std::vector<NatsConnection::Received> NatsConnection::take(int timeoutMs)
+{
+    std::vector<Received> taken;
+    std::unique_lock<std::mutex> lock(m_shared->mutex);
+    if (m_shared->waiting.empty() && !m_shared->isAwake && !m_shared->isOver && timeoutMs > 0)
+        m_shared->hasCome.wait_for(lock, std::chrono::milliseconds(timeoutMs));
+    qint64 size = 0;
+    while (!m_shared->waiting.empty() && size < PieceSize) {
+        const qint64 bytes = natsMsg_GetDataLength(m_shared->waiting.front().message.get()) + MessageOverhead;
+        if (size > 0 && size + bytes > PieceSize)
+            break;
+        size += bytes;
+        m_shared->size -= bytes;
+        taken.push_back(std::move(m_shared->waiting.front()));
+        m_shared->waiting.pop_front();
+    }
+    return taken;
+}
+
+bool NatsConnection::isEmpty() const
+{
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    return m_shared->waiting.empty();
+}
+
+void NatsConnection::wake()
+{
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    m_shared->isAwake = true;
+    m_shared->hasCome.notify_all();
+}
+
+bool NatsConnection::isConnected() const
+{
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    return m_shared->isConnected;
+}
+
+int NatsConnection::getReconnections() const
+{
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    return m_shared->reconnections;
+}
+
+qint64 NatsConnection::getSilence(int channel) const
+{
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - m_shared->lastHeard.value(channel))
+        .count();
+}
+
+bool NatsConnection::isOver() const
+{
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    return m_shared->isOver;
+}
+
+QString NatsConnection::getError() const
+{
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    return m_shared->error;
+}
+
+qint64 NatsConnection::getDroppedCount() const
+{
+    qint64 dropped = 0;
+    for (const Subscription& subscription : m_subscriptions) {
+        int64_t count = 0;
+        if (natsSubscription_GetDropped(subscription.handle, &count) == NATS_OK)
+            dropped += count;
+    }
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    return dropped + m_shared->dropped;
+}
+
+QVector<StreamProblem> NatsConnection::takeNotices()
+{
+    const qint64 dropped = getDroppedCount();
+    qint64 more = 0;
+    {
+        const std::lock_guard<std::mutex> lock(m_shared->mutex);
+        more = m_shared->waiting.empty() ? dropped - m_shared->droppedTold : 0;
+        m_shared->droppedTold += more;
+    }
+    if (more > 0)
+        addNotice(
+            1, QCoreApplication::translate("NatsInput", "%1 messages came faster than they were read, and were dropped")
+                   .arg(more));
+    QVector<StreamProblem> notices;
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    notices.swap(m_shared->notices);
+    return notices;
+}
+
+void NatsConnection::addNotice(int level, const QString& text)
+{
+    m_shared->tell(level, text);
+}
