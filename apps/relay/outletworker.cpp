@@ -109,8 +109,10 @@ void OutletWorker::tell()
     const QString problem = m_outlet->m_queue.takeProblem();
     const std::lock_guard<std::mutex> lock(m_outlet->m_mutex);
     m_outlet->m_notices += notices;
-    if (!problem.isEmpty())
+    if (!problem.isEmpty() && problem != m_problem)
         m_outlet->m_notices.append(problem);
+    if (!problem.isEmpty())
+        m_problem = problem;
     m_outlet->m_error = m_output->getErrorString();
 }
 

@@ -42,6 +42,7 @@ private:
     std::unique_ptr<MessageOutput> m_output;
     QTimer m_timer; // for what changes by itself: readiness, confirmations
     QTimer m_flushTimer;
+    QString m_problem; // of the queue, that was told last
     bool m_isFinishing = false;
     quint64 m_taken = 0;     // messages
     quint64 m_confirmed = 0; // of these

@@ -38,6 +38,7 @@ bool OutputQueue::open(QString* error)
         m_counts.waitingBytes += one.place.size;
     }
     m_hasDiskOnly = !found.isEmpty();
+    m_problem = m_folder->getDamage();
     return true;
 }
 

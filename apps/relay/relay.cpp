@@ -15,11 +15,18 @@ namespace
 {
 
 const int LookMs = 20;
+const int LongestLine = 1000; // characters
 // What a service manager waits for at least.
 const int LongestEndMs = 5000;
 
-void tell(const QString& text)
+// What servers and clients say of themselves can contain anything.
+void tell(QString text)
 {
+    if (text.size() > LongestLine)
+        text = text.left(LongestLine) + QLatin1String("...");
+    for (QChar& character : text)
+        if (!character.isPrint())
+            character = QLatin1Char('?');
     std::fprintf(stderr, "corvel-relay: %s\n", qPrintable(text));
 }
 

@@ -83,7 +83,8 @@ void SegmentFolder::look(quint64 number, const Place& position, QVector<Found>* 
     segment.size = file.size();
     m_segments.insert(number, segment);
     m_size += segment.size;
-    for (qint64 offset = MagicSize + RunSize; file.seek(offset);) {
+    qint64 offset = MagicSize + RunSize;
+    while (offset < segment.size && file.seek(offset)) {
         const QByteArray head = file.read(BlockHead);
         QDataStream stream(head);
         stream.setByteOrder(QDataStream::LittleEndian);
@@ -102,6 +103,10 @@ void SegmentFolder::look(quint64 number, const Place& position, QVector<Found>* 
             found->append(Found{Place{number, offset, BlockHead + qint64(size)}, messages});
         offset += BlockHead + qint64(size);
     }
+    if (offset < segment.size)
+        m_damage = QStringLiteral("%1: it is damaged at byte %2, and what follows is left out")
+                       .arg(file.fileName())
+                       .arg(offset);
 }
 
 /** Keeps what the blocks behind need of one that has gone out. */
@@ -137,8 +142,10 @@ bool SegmentFolder::append(const QByteArray& records, quint64 messages, Place* p
         return false;
     Segment& segment = m_segments[m_last];
     const QByteArray block = headOf(records, messages) + records;
-    if (m_file->write(block) != block.size()) {
-        *error = m_file->errorString();
+    const qint64 written = m_file->write(block);
+    if (written != block.size()) {
+        // A disk that becomes full takes a part without a complaint.
+        *error = written < 0 ? m_file->errorString() : QStringLiteral("no space is left");
         m_file->resize(segment.size);
         m_file->seek(segment.size);
         return false;

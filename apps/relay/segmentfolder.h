@@ -39,6 +39,8 @@ public:
     /** Makes the folder, and finds what is in it behind the place that was last told to setPosition(). */
     bool open(QVector<Found>* found, QString* error);
 
+    /** What was wrong with what open() found; may be empty. */
+    const QString& getDamage() const { return m_damage; }
     /** Whether the next block begins a file. */
     bool isAtBeginning() const { return !m_file; }
     /** Appends a block; false when that failed, and then nothing of it is kept. */
@@ -76,8 +78,9 @@ private:
     qint64 m_size = 0;
     quint64 m_last = 0;
     QMap<quint64, Segment> m_segments;
-    quint64 m_skippedIn = 0; // the file of the position
-    QByteArray m_skipped;    // what its blocks before the position say of channels
+    QString m_damage;
+    quint64 m_skippedIn = 0;       // the file of the position
+    QByteArray m_skipped;          // what its blocks before the position say of channels
     std::unique_ptr<QFile> m_file; // being written; null before the first block of a file
     std::unique_ptr<QFile> m_read;
     quint64 m_readNumber = 0;
