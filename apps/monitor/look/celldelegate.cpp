@@ -12,6 +12,15 @@ CellDelegate::CellDelegate(QObject* parent)
 {
 }
 
+// What is longer than half of the room is cut, first the rest of the text.
+static QString fit(const QString& rest, const QString& kept, const QFontMetrics& metrics, int room)
+{
+    const int restWidth = metrics.horizontalAdvance(rest);
+    const int keptRoom = qMax(room / 2, room - restWidth);
+    const QString end = metrics.elidedText(kept, Qt::ElideMiddle, keptRoom);
+    return metrics.elidedText(rest, Qt::ElideMiddle, qMax(0, room - metrics.horizontalAdvance(end))) + end;
+}
+
 void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
@@ -25,9 +34,8 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
         const QStyle* const style = option->widget->style();
         const QRect place = style->subElementRect(QStyle::SE_ItemViewItemText, option, option->widget);
         const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, option, option->widget) + 1;
-        const int room = place.width() - 2 * margin - option->fontMetrics.horizontalAdvance(kept);
         const QString rest = option->text.left(option->text.size() - kept.size());
-        option->text = option->fontMetrics.elidedText(rest, Qt::ElideMiddle, qMax(0, room)) + kept;
+        option->text = fit(rest, kept, option->fontMetrics, place.width() - 2 * margin);
     }
     option->palette.setColor(QPalette::Disabled, QPalette::Text, Theme::faintText(option->palette));
 }

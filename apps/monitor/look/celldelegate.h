@@ -15,7 +15,8 @@ class CellDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
-    /** The end of a text that is never cut, such as whose it is; the rest is cut in its middle. */
+    /** The end of a text that is cut last, such as whose it is: only where it would leave less than half of the room.
+     */
     static const int KeptRole = Qt::UserRole + 1;
 
     explicit CellDelegate(QObject* parent);

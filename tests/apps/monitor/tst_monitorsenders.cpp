@@ -65,6 +65,8 @@ private:
             play(rest);
         else if (verb == "close")
             getSources()->close(getSources()->getSession(rest.toInt()));
+        else if (verb == "again")
+            getLatest()->showAgain(), getLatest()->setSuspended(false);
         else if (verb == "rows")
             tree.getRows()->setArrangement(TreeRows::Arrangement(rest.toInt()));
         else if (verb == "only")
@@ -276,6 +278,10 @@ void tst_monitorsenders::everySenderHasRowsOfItsOwn()
          "6; "
          "HEARTBEAT 3:1"},
         {"restore; play a H1:1=5 H2:1=6 H3:1=7; ticked", "HEARTBEAT 3:1"},
+        {"rows 0; play a H1:1=5 H2:1=6; says HEARTBEAT/custom_mode; untick HEARTBEAT 2:1; says HEARTBEAT/custom_mode; "
+         "again; says "
+         "HEARTBEAT/custom_mode",
+         "6; 5; 5"},
         // Names follow the sources that are open, and what is shown the sender that is chosen.
         {"play a H1:1=5 H2:1=6; play b H1:1=7; shown; says HEARTBEAT 1:1 @ b.raw/custom_mode; only 1:1 @ a.raw; shown; "
          "only ; close 0; shown; says HEARTBEAT/custom_mode",

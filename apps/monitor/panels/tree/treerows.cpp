@@ -250,9 +250,14 @@ void TreeRows::removeRow(const Subject& subject)
 {
     const Subject name = getSubject(subject.info, subject.sender);
     if (m_arrangement == ByType) {
-        for (const Subject& other : std::as_const(m_subjects))
-            if (other.info == subject.info)
-                return;
+        const bool isNeeded = std::any_of(m_subjects.cbegin(), m_subjects.cend(),
+                                          [&](const Subject& other) { return other.info == subject.info; });
+        SubjectRow* const row = find(name);
+        const Message* const shown = isNeeded && row ? row->getDisplayedMessage() : nullptr;
+        if (shown && shown->getSender() == subject.sender)
+            row->processMessage(getLatest(name).get());
+        if (isNeeded)
+            return;
     }
     delete m_rows.take(name).data();
     SenderRow* const sender = m_senderRows.value(subject.sender);
