@@ -198,15 +198,19 @@ void EnvelopeStreamDecoder::finish(StreamSink* sink)
     for (QByteArray topic = m_private->schemas.findOverdue(Message::NoTime); !topic.isNull();
          topic = m_private->schemas.findOverdue(Message::NoTime))
         m_private->endWaiting(topic);
-    if (m_private->pending.isEmpty())
+    QByteArray& pending = m_private->pending;
+    pending.remove(0, int(m_private->work(pending.constData(), pending.size()))); // which waits for more than there is
+    if (pending.isEmpty()) {
+        m_private->reportSkipped(m_private->place);
         return;
+    }
     const bool isEnvelope = m_private->reported == m_private->place;
-    const quint64 end = m_private->place + quint64(m_private->pending.size());
+    const quint64 end = m_private->place + quint64(pending.size());
     StreamProblem problem;
     problem.kind = isEnvelope ? StreamProblem::TruncatedFrame : StreamProblem::SkippedBytes;
     problem.offset = m_private->reported;
     problem.length = end - m_private->reported;
-    m_private->pending.clear();
+    pending.clear();
     m_private->place = m_private->reported = end;
     sink->processProblem(problem);
 }
@@ -263,9 +267,9 @@ qint64 EnvelopeStreamDecoder::Private::work(const char* bytes, qint64 size)
             reportSkipped(place - quint64(used));
             reported = place;
             process(bytes + done, used, place, arrivalTime);
-        } else if (place - reported >= LongestSkippedRun) {
-            reportSkipped(place);
         }
+        while (place - reported >= LongestSkippedRun)
+            reportSkipped(reported + LongestSkippedRun);
         done += used;
     }
     return done;

@@ -218,6 +218,11 @@ void tst_EnvelopeStreamDecoder::damageCostsWhatIsDamaged()
                 QCOMPARE(decoding.found->messages.value(decoding.found->messages.size() - 1), text("b b"));
         }
     }
+    for (const int piece : {1, 1 << 20}) {
+        Decoding decoding(&definitions);
+        feedAll(decoding.decoder.get(), QByteArray(20000, 'x'), decoding.found.get(), piece);
+        QCOMPARE(decoding.found->told(), text("16384 bytes skipped; 3616 bytes skipped"));
+    }
     for (int size = 1; size < second.size(); ++size) {
         Decoding decoding(&definitions);
         feedAll(decoding.decoder.get(), first + second.left(size), decoding.found.get());

@@ -177,7 +177,9 @@ void tst_SparkplugNodes::typesSayWhatBirthsSay()
         fields.append(field->getName() + QLatin1Char(' ') +
                       shown->getInterpretedString(sub ? shown->getValue(sub, 0) : value, true));
     }
-    QCOMPARE(fields.join(text("; ")), text("m 0.5 km/h; at 1970-01-01T00:00:01Z; list 1; [times] g/n.[times].m; [unknown fields] ; [problems] "));
+    QCOMPARE(
+        fields.join(text("; ")),
+        text("m 0.5 km/h; at 1970-01-01T00:00:01Z; list 1; [times] g/n.[times].m; [unknown fields] ; [problems] "));
     const TypeSchema schema = m_definitions.schemaOf(info);
     QCOMPARE(schema.name + QLatin1Char(' ') + QString::fromLatin1(schema.messageEncoding + ' ' + schema.encoding),
              text("g/n json jsonschema"));
