@@ -347,10 +347,6 @@
         <translation>eine MCAP-Aufzeichnung sagt selbst, von welchen Typen ihre Nachrichten sind; es kann keiner genannt werden</translation>
     </message>
     <message>
-        <source>a broker&apos;s topics are of several types; --definitions FILTER=TYPE says of which</source>
-        <translation>die Themen eines Vermittlers sind von mehreren Typen; --definitions FILTER=TYP sagt, von welchen</translation>
-    </message>
-    <message>
         <source>messages of a broker with their topics</source>
         <translation>Nachrichten eines Vermittlers mit ihren Themen</translation>
     </message>

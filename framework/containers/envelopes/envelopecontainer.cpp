@@ -19,11 +19,8 @@ Container::Answer recognize(const StreamHead& head, const StreamOptions& options
 
 void create(const StreamHead& head, const StreamOptions& options, OpenedStream* opened)
 {
-    if (!options.typeName.isEmpty()) {
-        opened->error = QCoreApplication::translate(
-            "Container", "a broker's topics are of several types; --definitions FILTER=TYPE says of which");
+    if (!options.typeName.isEmpty() && !options.definitions->findType(options.typeName, &opened->error))
         return;
-    }
     opened->decoder.reset(new EnvelopeStreamDecoder(options, head.isLive));
 }
 

@@ -172,7 +172,8 @@ bool PayloadTypes::makeType(Encoding* encoding, const Envelope& envelope, Payloa
 bool PayloadTypes::findMapped(const Envelope& envelope, PayloadType* type)
 {
     const QString topic = textOf(envelope.topic);
-    const QString name = m_options.definitions->getTopicType(topic);
+    const QString told = m_options.definitions->getTopicType(topic);
+    const QString name = told.isEmpty() ? m_options.typeName : told;
     if (name.isEmpty())
         return false;
     if (name == QLatin1String(MavlinkEncoding::name())) {

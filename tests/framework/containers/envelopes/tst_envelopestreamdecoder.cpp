@@ -22,10 +22,11 @@ const qint64 Second = 1000 * 1000;
 /** What a decoder of envelopes finds. */
 struct Decoding
 {
-    explicit Decoding(Definitions* definitions)
+    explicit Decoding(Definitions* definitions, const QString& typeName = QString())
     {
         StreamOptions options;
         options.definitions = definitions;
+        options.typeName = typeName;
         StreamHead head;
         head.isLive = true;
         decoder = Container::find(text("envelopes"))->open(head, options).decoder;
@@ -144,6 +145,10 @@ void tst_EnvelopeStreamDecoder::payloadsAreWhatTheyAreSaidToBeOrLookLike()
         feedAll(decoding.decoder.get(), bytes, decoding.found.get(), piece);
         QCOMPARE(decoding.found->told(), expected);
     }
+    // A type of all messages is for those that nothing else is said of.
+    Decoding typed(&definitions, text("demo.Point"));
+    feedAll(typed.decoder.get(), m_script.bytes(text("a : P1 | m/json : {\"a\":1}")), typed.found.get());
+    QCOMPARE(typed.found->told(), text("demo.Point a; json m/json"));
 }
 
 void tst_EnvelopeStreamDecoder::rulesAreChecked_data()
