@@ -1,23 +1,17 @@
 #include "natsconnection.h"
 
+#include "natsattempt.h"
 #include "natskinds.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QNetworkProxy>
-#include <QTcpSocket>
-#include <QTimer>
 
 #include <chrono>
 #include <climits>
 #include <condition_variable>
-#include <cstdlib>
 #include <deque>
 #include <mutex>
-#include <thread>
 #include <unordered_map>
 
 namespace
@@ -27,10 +21,6 @@ typedef std::chrono::steady_clock Clock;
 
 const int GreetingTimeoutMs = 5000;
 const int CancelCheckMs = 50;
-const int ConnectTimeoutMs = 2000;
-const int ReconnectWaitMs = 500;
-const int PingIntervalMs = 10000;
-const int GreatestGreeting = 64 * 1024;
 
 const qint64 PieceSize = 64 * 1024;
 const qint64 MessageOverhead = 200;
@@ -41,94 +31,6 @@ qint64 now()
     return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::system_clock::now().time_since_epoch())
         .count();
 }
-
-/** What a server says of itself before anything else; empty with the reason in @p error when it is none. */
-QJsonObject readGreeting(const NatsSettings::Server& server, const std::atomic<bool>& cancelled, QString* error)
-{
-    QTcpSocket socket;
-    socket.setProxy(QNetworkProxy::NoProxy);
-    QEventLoop loop;
-    QTimer timeout;
-    QTimer check;
-    bool isDone = false;
-    timeout.setSingleShot(true);
-    QObject::connect(&timeout, &QTimer::timeout, &loop, &QEventLoop::quit);
-    QObject::connect(&socket, &QTcpSocket::errorOccurred, &loop, &QEventLoop::quit);
-    QObject::connect(&socket, &QTcpSocket::readyRead, &loop, [&] {
-        isDone = socket.canReadLine() || socket.bytesAvailable() > GreatestGreeting;
-        if (isDone)
-            loop.quit();
-    });
-    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
-        if (cancelled)
-            loop.quit();
-    });
-    socket.connectToHost(server.host, server.port);
-    timeout.start(GreetingTimeoutMs);
-    check.start(CancelCheckMs);
-    if (socket.state() != QAbstractSocket::UnconnectedState)
-        loop.exec();
-    const QByteArray line = socket.readLine(GreatestGreeting);
-    const QJsonObject greeting =
-        QJsonDocument::fromJson(line.startsWith("INFO ") ? line.mid(5) : QByteArray()).object();
-    if (cancelled)
-        *error = QCoreApplication::translate("ByteInput", "cancelled");
-    else if (!greeting.isEmpty())
-        error->clear();
-    else if (isDone || !line.isEmpty())
-        *error = QCoreApplication::translate("NatsInput", "what comes is no greeting of a NATS server");
-    else if (socket.error() != QAbstractSocket::UnknownSocketError)
-        *error = socket.errorString();
-    else
-        *error = QCoreApplication::translate("ByteInput", "no answer within %1 s").arg(GreetingTimeoutMs / 1000);
-    return greeting;
-}
-
-/** Why no connection comes about, of which the library says @p text: "(FILE:LINE): TEXT". */
-QString describe(natsStatus status, const QString& text)
-{
-    const QString detail = text.isEmpty() ? QString::fromUtf8(natsStatus_GetText(status)) : text;
-    switch (status) {
-    case NATS_CONNECTION_AUTH_FAILED:
-        return QCoreApplication::translate("NatsInput", "user, password or token is wrong");
-    case NATS_SECURE_CONNECTION_WANTED:
-        return QCoreApplication::translate("NatsInput", "the server does not encrypt connections");
-    case NATS_SSL_ERROR:
-        return QCoreApplication::translate("NatsInput", "no encrypted connection comes about: %1").arg(detail);
-    default:
-        return detail;
-    }
-}
-
-/** An attempt to connect, on a thread of its own: with a server that falls silent the library waits for ever. */
-struct Attempt
-{
-    static void run(std::shared_ptr<Attempt> attempt, natsOptions* options)
-    {
-        natsConnection* connection = nullptr;
-        const natsStatus status = natsConnection_Connect(&connection, options);
-        const char* const text = status == NATS_OK ? nullptr : nats_GetLastError(nullptr);
-        natsOptions_Destroy(options);
-        std::unique_lock<std::mutex> lock(attempt->mutex);
-        attempt->isDone = true;
-        attempt->status = status;
-        attempt->error = QString::fromUtf8(text).section(QStringLiteral("): "), -1);
-        attempt->connection = connection;
-        const bool isAbandoned = attempt->isAbandoned;
-        attempt->hasEnded.notify_all();
-        lock.unlock();
-        if (isAbandoned)
-            natsConnection_Destroy(connection);
-    }
-
-    std::mutex mutex; // for what follows
-    std::condition_variable hasEnded;
-    bool isDone = false;
-    bool isAbandoned = false; // nobody wants the connection any more
-    natsStatus status = NATS_OK;
-    QString error;
-    natsConnection* connection = nullptr;
-};
 
 } // namespace
 
@@ -324,7 +226,7 @@ bool NatsConnection::open(const NatsSettings& settings, const std::atomic<bool>&
     bool wantsEncryption = false;
     int first = 0;
     return findServer(settings, cancelled, &wantsEncryption, &first, error) &&
-           connect(settings, settings.isEncrypted || wantsEncryption, first, cancelled, error);
+           connect(settings, settings.setup.isEncrypted || wantsEncryption, first, cancelled, error);
 }
 
 /** Finds a server that answers: the library would wait for that where nobody can end it. */
@@ -333,7 +235,7 @@ bool NatsConnection::findServer(const NatsSettings& settings, const std::atomic<
 {
     for (int i = 0; i < settings.servers.size() && !cancelled; ++i) {
         QString reason;
-        const QJsonObject greeting = readGreeting(settings.servers.at(i), cancelled, &reason);
+        const QJsonObject greeting = NatsAttempt::readGreeting(settings.servers.at(i), cancelled, &reason);
         if (reason.isEmpty()) {
             *first = i;
             *wantsEncryption = greeting.value(QLatin1String("tls_required")).toBool();
@@ -355,27 +257,14 @@ bool NatsConnection::connect(const NatsSettings& settings, bool isEncrypted, int
     if (status == NATS_OK)
         status = setOptions(options, settings, isEncrypted, first);
     if (status != NATS_OK) {
-        *error = describe(status, QString::fromUtf8(nats_GetLastError(nullptr)));
+        *error = NatsAttempt::describe(status, QString::fromUtf8(nats_GetLastError(nullptr)));
         natsOptions_Destroy(options);
         return false;
     }
-    const auto attempt = std::make_shared<Attempt>();
-    std::thread(Attempt::run, attempt, options).detach();
-    std::unique_lock<std::mutex> lock(attempt->mutex);
-    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(GreetingTimeoutMs);
-    while (!attempt->isDone && !cancelled && Clock::now() < end)
-        attempt->hasEnded.wait_for(lock, std::chrono::milliseconds(CancelCheckMs));
-    attempt->isAbandoned = !attempt->isDone;
-    if (cancelled)
-        *error = QCoreApplication::translate("ByteInput", "cancelled");
-    else if (!attempt->isDone)
-        *error = QCoreApplication::translate("ByteInput", "no answer within %1 s").arg(GreetingTimeoutMs / 1000);
-    else if (attempt->status != NATS_OK)
-        *error = describe(attempt->status, attempt->error);
-    m_connection = attempt->isDone ? attempt->connection : nullptr;
-    const std::lock_guard<std::mutex> sharedLock(m_shared->mutex);
-    m_shared->isConnected = m_connection && attempt->status == NATS_OK;
-    return m_shared->isConnected;
+    m_connection = NatsAttempt::connect(options, cancelled, error);
+    const std::lock_guard<std::mutex> lock(m_shared->mutex);
+    m_shared->isConnected = m_connection != nullptr;
+    return m_connection != nullptr;
 }
 
 natsStatus NatsConnection::setOptions(natsOptions* options, const NatsSettings& settings, bool isEncrypted, int first)
@@ -391,7 +280,7 @@ natsStatus NatsConnection::setOptions(natsOptions* options, const NatsSettings& 
     for (const QByteArray& url : urls)
         servers.push_back(url.constData());
 
-    natsStatus status = NATS_OK;
+    natsStatus status = settings.setup.apply(options);
     const auto set = [&status](natsStatus result) {
         if (status == NATS_OK)
             status = result;
@@ -399,28 +288,13 @@ natsStatus NatsConnection::setOptions(natsOptions* options, const NatsSettings& 
     void* const closure = reinterpret_cast<void*>(m_listener);
     set(natsOptions_SetServers(options, servers.data(), int(servers.size())));
     set(natsOptions_SetNoRandomize(options, true));
-    set(natsOptions_SetName(options, "corvel"));
-    set(natsOptions_SetTimeout(options, ConnectTimeoutMs));
-    set(natsOptions_SetPingInterval(options, PingIntervalMs));
-    set(natsOptions_SetMaxReconnect(options, INT_MAX));
-    set(natsOptions_SetReconnectWait(options, ReconnectWaitMs));
+    if (isEncrypted)
+        set(natsOptions_SetSecure(options, true));
     set(natsOptions_SetSendAsap(options, true));
     set(natsOptions_SetDisconnectedCB(options, Callbacks::processLoss, closure));
     set(natsOptions_SetReconnectedCB(options, Callbacks::processReturn, closure));
     set(natsOptions_SetClosedCB(options, Callbacks::processEnd, closure));
     set(natsOptions_SetErrorHandler(options, Callbacks::processError, closure));
-    if (!settings.user.isEmpty())
-        set(natsOptions_SetUserInfo(options, settings.user.constData(), settings.password.constData()));
-    else if (!settings.password.isEmpty())
-        set(natsOptions_SetToken(options, settings.password.constData()));
-    if (!settings.credentials.isEmpty())
-        set(natsOptions_SetUserCredentialsFromFiles(options, settings.credentials.constData(), nullptr));
-    if (isEncrypted)
-        set(natsOptions_SetSecure(options, true));
-    if (!settings.authority.isEmpty())
-        set(natsOptions_LoadCATrustedCertificates(options, settings.authority.constData()));
-    if (!settings.certificate.isEmpty())
-        set(natsOptions_LoadCertificatesChain(options, settings.certificate.constData(), settings.key.constData()));
     return status;
 }
 

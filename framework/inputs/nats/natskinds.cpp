@@ -4,7 +4,6 @@
 #include "natsinput.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QStringList>
 #include <QUrl>
 
@@ -14,9 +13,6 @@ namespace
 const quint16 DefaultPort = 4222;
 const int MostSubjects = 100;
 const int MostServers = 100;
-const int GreatestPassword = 65535;
-
-const char PasswordVariable[] = "CORVEL_NATS_PASSWORD";
 
 bool isSubject(const QByteArray& subject)
 {
@@ -278,26 +274,9 @@ bool NatsSettings::read(const InputAddress& address, QString* error)
         const QUrl url(QLatin1String("nats://") + server, QUrl::StrictMode);
         servers.append({url.host(), quint16(url.port(DefaultPort))});
     }
-    for (const char* name : {"password-file", "creds", "ca", "cert", "key"}) {
-        const QString path = address.getValue(QLatin1String(name));
-        QFile file(path);
-        if (!path.isEmpty() && !file.open(QIODevice::ReadOnly)) {
-            *error = path + QLatin1String(": ") + file.errorString();
-            return false;
-        }
-        if (!path.isEmpty() && name == QLatin1String("password-file"))
-            password = file.readLine(GreatestPassword).trimmed();
-    }
-    user = address.getValue(QStringLiteral("user")).toUtf8();
-    credentials = QFile::encodeName(address.getValue(QStringLiteral("creds")));
-    authority = QFile::encodeName(address.getValue(QStringLiteral("ca")));
-    certificate = QFile::encodeName(address.getValue(QStringLiteral("cert")));
-    key = QFile::encodeName(address.getValue(QStringLiteral("key")));
-    isEncrypted = address.getValue(QStringLiteral("tls")) == QLatin1String("on") || !authority.isEmpty() ||
-                  !certificate.isEmpty();
+    if (!setup.read(address.parameters, error))
+        return false;
     if (!address.password.isEmpty())
-        password = address.password.toUtf8();
-    else if (password.isEmpty())
-        password = qgetenv(PasswordVariable);
+        setup.password = address.password.toUtf8();
     return true;
 }

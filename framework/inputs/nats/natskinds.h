@@ -3,6 +3,7 @@
 
 #include "byteinput.h"
 #include "inputkind.h"
+#include "natssetup.h"
 
 /** Subjects of NATS servers, as they are published: "nats://host/fleet.*.state". */
 extern const InputKind NatsInputKind;
@@ -12,7 +13,8 @@ extern const InputKind JetStreamInputKind;
 /** What an address says of how a server is reached. */
 struct NatsSettings
 {
-    /** Fills it in; false with the reason in @p error where a file that the address names is not there. */
+    /** Takes what the address says; false with the reason in @p error where a file that the address names is not there.
+     */
     bool read(const InputAddress& address, QString* error);
 
     struct Server
@@ -21,14 +23,8 @@ struct NatsSettings
         quint16 port;
     };
 
-    QVector<Server> servers;
-    bool isEncrypted = false; ///< even if the server does not want that
-    QByteArray user;
-    QByteArray password;    ///< without a user it is a token
-    QByteArray credentials; ///< the path of a file with a user's token and key
-    QByteArray authority;   ///< paths of files with certificates and a key
-    QByteArray certificate;
-    QByteArray key;
+    QVector<Server> servers; ///< the first is to be tried first
+    NatsSetup setup;
 };
 
 /** The subjects of the path of an address: a comma stands between them, and "%" before what stands for another
