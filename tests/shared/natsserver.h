@@ -117,6 +117,17 @@ public:
         return status == NATS_OK;
     }
 
+    /** The name of the server of a cluster that has the one consumer of a stream; empty for none. */
+    QByteArray findConsumer(const char* name)
+    {
+        jsConsumerInfoList* consumers = nullptr;
+        js_Consumers(&consumers, m_stream, name, nullptr, nullptr);
+        const bool isOne = consumers && consumers->Count == 1 && consumers->List[0]->Cluster;
+        const QByteArray server(isOne ? consumers->List[0]->Cluster->Leader : nullptr);
+        jsConsumerInfoList_Destroy(consumers);
+        return server;
+    }
+
     /** Publishes, and waits until the server has it. */
     void publish(const QByteArray& subject, const QByteArray& payload, const Headers& headers = {})
     {
