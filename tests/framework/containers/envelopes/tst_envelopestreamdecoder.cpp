@@ -4,6 +4,8 @@
 #include "mavlinkframes.h"
 #include "mcapfixtures.h"
 #include "messageinfo.h"
+#include "messagestatisticscoordinator.h"
+#include "receptionmonitor.h"
 #include "streamdecoder.h"
 #include "testbase.h"
 #include "testfolder.h"
@@ -50,6 +52,7 @@ private Q_SLOTS:
     void rulesAreChecked_data();
     void rulesAreChecked();
     void messagesWaitForTheirSchemaAndNotForLong();
+    void numbersAreCountedAsTheirFormatsHaveThem();
     void damageCostsWhatIsDamaged();
     void thereIsAnEndToTopics();
 
@@ -205,6 +208,23 @@ void tst_EnvelopeStreamDecoder::messagesWaitForTheirSchemaAndNotForLong()
     QCOMPARE(feed(text("e dataschema=mqtt:s/5 : P1"), 11 * Second), QString());
     decoding.decoder->finish(decoding.found.get());
     QVERIFY(decoding.found->told().contains(text("e: its schema, s/5, did not come")));
+}
+
+void tst_EnvelopeStreamDecoder::numbersAreCountedAsTheirFormatsHaveThem()
+{
+    Definitions definitions;
+    Decoding decoding(&definitions);
+    MessageStatisticsCoordinator coordinator;
+    ReceptionMonitor monitor(&coordinator);
+    monitor.begin(decoding.decoder.get());
+    m_script.define("W", MavlinkScript().bytes(text("H253 H254 H256"))); // of which one byte is sent
+    const QByteArray bytes =
+        m_script.bytes(text("v : W | j id=r-255 : {} | j id=r-256 : {} | j id=r-259 : {} | j kept id=r-900 : {}"));
+    feedAll(decoding.decoder.get(), bytes, &monitor);
+    QStringList lost;
+    for (const MessageStatisticsCoordinator::SenderStatistics& sender : coordinator.getSenderStatistics())
+        lost.append(text("%1 %2 of %3").arg(sender.name).arg(sender.lost).arg(sender.received));
+    QCOMPARE(lost.join(text(", ")), text("v 1:1 1 of 3, j 2 of 4"));
 }
 
 void tst_EnvelopeStreamDecoder::damageCostsWhatIsDamaged()
