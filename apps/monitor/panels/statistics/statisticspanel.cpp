@@ -13,7 +13,7 @@
 #include <QSettings>
 #include <QShortcut>
 
-static const int LeastPause = 50; // between two updates, as a multiple of what one takes
+static const int LeastPause = 100; // between two updates, as a multiple of what one takes
 
 namespace
 {
