@@ -32,8 +32,14 @@ QString senderOf(const Envelope& envelope)
     const QString topic = textOf(envelope.topic);
     const QString type = textOf(envelope.attribute("type")).replace(QLatin1Char('/'), QLatin1Char('.'));
     const int rest = int(topic.size() - type.size()) - 1;
-    const bool endsWithType = !type.isEmpty() && rest > 0 && topic.endsWith(type) &&
-                              (topic.at(rest) == QLatin1Char('/') || topic.at(rest) == QLatin1Char('.'));
+    bool endsWithType =
+        !type.isEmpty() && rest > 0 && (topic.at(rest) == QLatin1Char('/') || topic.at(rest) == QLatin1Char('.'));
+    // What means something in topics is "_" there.
+    const QString reserved = QStringLiteral("+#*> ");
+    for (int i = 0; i < type.size() && endsWithType; ++i) {
+        const QChar written = topic.at(rest + 1 + i);
+        endsWithType = written == type.at(i) || (written == QLatin1Char('_') && reserved.contains(type.at(i)));
+    }
     return endsWithType ? topic.left(rest) : topic;
 }
 

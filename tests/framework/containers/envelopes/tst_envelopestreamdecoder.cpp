@@ -90,6 +90,7 @@ void tst_EnvelopeStreamDecoder::payloadsAreWhatTheyAreSaidToBeOrLookLike_data()
         text("f._schemas.demo.Point.h ce-type=demo.Point schemaencoding=protobuf : S | f.car.demo.Point number=9 "
              "ce-type=demo.Point ce-id=9d7b-11-2 ce-dataschema=nats:f._schemas.demo.Point.h : P1"),
         "demo.Point f.car #9");
+    row("a type that no topic can have", text("f.car.a_b type=a+b content=application/json : {}"), "a+b f.car");
     row("a type that files have", text("f/car type=demo.Point content=application/x-protobuf;v=1 : P1"),
         "demo.Point f/car");
     row("a type that nobody knows",
