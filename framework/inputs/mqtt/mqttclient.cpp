@@ -241,6 +241,9 @@ void MqttClient::processMessage(mosquitto*, void* self, const mosquitto_message*
     if (!client->m_awaited.empty())
         client->m_awaited.erase(message->topic);
     client->m_queue->add(envelope);
+    // A schema that one of the filters brings need not be asked for.
+    if (!envelope.find("schemaencoding").empty() && client->m_schemas.size() < MostSchemas)
+        client->m_schemas.insert(message->topic);
     if (!envelope.properties.empty())
         client->noteSchema(envelope);
     client->m_texts.clear();

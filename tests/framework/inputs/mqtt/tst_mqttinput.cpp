@@ -81,6 +81,14 @@ void tst_MqttInput::messagesComeWithWhatIsSaidOfThem()
     // The first one was kept, and is of no known age; the second one came just now, and is kept all the same.
     QVERIFY(!reception.found->messages.at(0).contains(QLatin1Char('@')));
     QVERIFY(reception.found->messages.at(1).contains(QLatin1Char('@')));
+
+    // A schema that a filter brings is not waited for.
+    Reception all(text("mqtt://%1/f/#").arg(broker.getHost()));
+    QCOMPARE(all.take(1), text("state f/2/state"));
+    broker.publish("f/3/demo.Point", McapFixtures::point(1), false,
+                   {{"type", "demo.Point"}, {"dataschema", "mqtt:f/_schemas/demo.Point/h"}});
+    broker.publish("f/4/demo.Point", McapFixtures::point(1), false, {{"dataschema", "mqtt:f/_schemas/none/h"}});
+    QVERIFY(!all.take(3).contains(text("Point/h is gone")));
 }
 
 void tst_MqttInput::whoMayReadIsForTheServerToSay()
