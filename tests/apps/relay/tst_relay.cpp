@@ -8,7 +8,9 @@
 #include <QTcpSocket>
 #include <QUdpSocket>
 #include <QWebSocket>
+#if QT_VERSION >= QT_VERSION_CHECK(6, 4, 0)
 #include <QWebSocketHandshakeOptions>
+#endif
 
 using namespace SampleMessage;
 
