@@ -12,7 +12,6 @@ namespace
 
 const int ShortestPauseMs = 500;
 const int LongestPauseMs = 30000;
-const int NotFound = 404;
 const int LeastOfServer = 500;
 
 QString lastError(natsStatus status)
