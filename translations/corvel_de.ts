@@ -2869,6 +2869,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Feld %1 muss verstanden werden und ist nicht bekannt</translation>
     </message>
     <message>
+        <source>its head makes no sense or breaks off</source>
+        <translation>sein Kopf ergibt keinen Sinn oder bricht ab</translation>
+    </message>
+    <message>
         <source>its list of members breaks off</source>
         <translation>die Liste seiner Felder bricht ab</translation>
     </message>

@@ -183,7 +183,11 @@ bool RosCheck::readMember(const Plan& plan, std::size_t member, Place* place)
         bool isThere = false;
         const Place begin = *place;
         Place value = *place;
-        good = m_wire.openOptional(&value, &isThere) || failShort(begin, 1);
+        good =
+            m_wire.openOptional(&value, &isThere) ||
+            (begin.getLeft() == 0
+                 ? failShort(begin, 1)
+                 : fail(begin.at, QCoreApplication::translate("RosMessage", "its head makes no sense or breaks off")));
         const bool isLimited = isThere && m_wire.hasMemberHeaders();
         if (good)
             place->at = isLimited ? value.limit : value.at;

@@ -132,7 +132,7 @@ bool Wire::openOptional(Place* place, bool* isThere) const
 {
     if (hasMemberHeaders()) {
         Listed listed;
-        if (!takeShort(place, &listed))
+        if (!takeShort(place, &listed) || listed.isEnd)
             return false;
         *isThere = listed.value.getLeft() > 0;
         if (*isThere)

@@ -34,10 +34,10 @@ enum class WideText : quint8
 /** A member of a list, with its number. */
 struct Listed
 {
-    quint32 id;
-    bool isNeeded; ///< whether whoever does not know it must not use the rest
-    bool isEnd;
-    Place value;
+    quint32 id = 0;
+    bool isNeeded = false; ///< whether whoever does not know it must not use the rest
+    bool isEnd = false;    ///< whether it is the mark behind the last one, which has no value
+    Place value{};
 };
 
 /**

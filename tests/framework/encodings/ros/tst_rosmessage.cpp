@@ -228,6 +228,8 @@ void tst_RosMessage::idl()
         // Optional members of XCDR1 have a header, or all have it.
         {"struct T { octet a; @optional long b; @optional long c; octet d; };",
          "00010000 01 000000 0100 0400 07000000 0200 0000 05", "a=1 b=7 d=5"},
+        {"struct T { octet a; @optional string b; octet d; };", "00010000 01 000000 023f 0000 05",
+         "a=1 [problems]=[b at byte 5: its head makes no sense or breaks off; the rest is not decoded]"},
         {"@mutable struct T { @id(5) octet a; long b; double c; };",
          "00030000 0700 0800 000000000000f03f 0600 0400 07000000 0900 0400 00000000 017f 0800 "
          "05000000 01000000 09 "
