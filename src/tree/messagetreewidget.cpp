@@ -144,7 +144,14 @@ void MessageTreeWidget::clearColumns(bool update)
     CORVEL_DEBUG_HOOK();
     m_columns = QVector<ColumnType>();
     m_columnIndices = QVector<int>();
-    setColumnCount(0);
+    {
+        // Who hears that no cell is the current one any more may delete rows, and Qt goes on to look at them.
+        const TreeUpdate removal(this);
+        const RowHold hold(this, RowHold::RowsAreShown);
+        setColumnCount(0);
+        if (removal.isOver())
+            return;
+    }
     Q_FOREACH (QAction* action, getToggleColumnActions())
         action->setChecked(false);
     if (update) {
