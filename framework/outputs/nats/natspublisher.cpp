@@ -100,7 +100,7 @@ struct NatsPublisher::Shared
             std::unique_lock<std::mutex> lock(shared->mutex);
             if (shared->isOver) {
                 lock.unlock();
-                natsConnection_Destroy(connection);
+                shared->discard(connection);
                 return;
             }
             if (status == NATS_OK) {
@@ -111,7 +111,7 @@ struct NatsPublisher::Shared
                 return;
             }
             lock.unlock();
-            natsConnection_Destroy(connection);
+            shared->discard(connection);
             shared->tell(lastError(status) + QStringLiteral("; trying again"));
             lock.lock();
             shared->isEnding.wait_for(lock, std::chrono::milliseconds(pauseMs), [&] { return shared->isOver; });
@@ -141,11 +141,18 @@ struct NatsPublisher::Shared
             status = natsInbox_Create(&name);
         if (status == NATS_OK) {
             inbox = name;
-            natsSubscription* subscription = nullptr;
             status = natsConnection_Subscribe(&subscription, *made, (inbox + ".*").constData(), processAnswer, this);
         }
         natsInbox_Destroy(name);
         return status;
+    }
+
+    /** Destroys a connection, with the subscription that was made with it. */
+    void discard(natsConnection* made)
+    {
+        natsSubscription_Destroy(subscription);
+        subscription = nullptr;
+        natsConnection_Destroy(made);
     }
 
     /** Makes the stream that the user named, unless it is there. */
@@ -178,6 +185,8 @@ struct NatsPublisher::Shared
     std::mutex mutex; // for what follows
     std::condition_variable isEnding;
     natsConnection* connection = nullptr;
+    natsSubscription* subscription =
+        nullptr; // to the answers; the connecting thread has it until there is a connection
     QByteArray inbox;
     bool isConnected = false;
     bool isClosed = false; // for good
@@ -207,7 +216,8 @@ NatsPublisher::~NatsPublisher()
     natsConnection* const connection = m_shared->connection;
     m_shared->connection = nullptr;
     lock.unlock();
-    natsConnection_Destroy(connection);
+    if (connection)
+        m_shared->discard(connection);
 }
 
 void NatsPublisher::connect()
@@ -253,7 +263,8 @@ void NatsPublisher::look()
     natsConnection* const connection = m_shared->connection;
     m_shared->connection = nullptr;
     lock.unlock();
-    natsConnection_Destroy(connection);
+    if (connection)
+        m_shared->discard(connection);
     connect();
 }
 
