@@ -15,6 +15,7 @@
 #include "sourcemodel.h"
 #include "treepanel.h"
 #include "treerows.h"
+#include "windowprobe.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -37,17 +38,7 @@
 namespace
 {
 
-using Clock = std::chrono::steady_clock;
-
 const quint16 Port = 24660;
-
-double megabytesInUse()
-{
-    QFile file(QStringLiteral("/proc/self/statm"));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    return file.readAll().split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1e6;
-}
 
 QByteArray frames(int count, int senders, std::vector<int>* sizes)
 {
@@ -82,12 +73,12 @@ quint64 sendAll(int rate, int seconds, int senders)
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     if (connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0)
         return 0;
-    const Clock::time_point start = Clock::now();
+    const std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
     quint64 sent = 0;
     std::size_t next = 0;
     const char* place = bytes.constData();
     for (;;) {
-        const double passed = std::chrono::duration<double>(Clock::now() - start).count();
+        const double passed = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
         if (passed >= seconds)
             break;
         // A sender that falls behind does not make up for it in one burst.
@@ -105,50 +96,6 @@ quint64 sendAll(int rate, int seconds, int senders)
     }
     close(socket);
     return sent;
-}
-
-/** Posts events to the window's thread and notes how long they wait. */
-class Probe : public QObject
-{
-public:
-    void start()
-    {
-        m_thread = std::thread([this]() {
-            while (!m_stopped) {
-                const Clock::time_point posted = Clock::now();
-                QMetaObject::invokeMethod(
-                    this,
-                    [this, posted]() {
-                        waits.push_back(std::chrono::duration<double, std::milli>(Clock::now() - posted).count());
-                    },
-                    Qt::QueuedConnection);
-                std::this_thread::sleep_for(std::chrono::milliseconds(5));
-            }
-        });
-    }
-
-    void stop()
-    {
-        m_stopped = true;
-        m_thread.join();
-    }
-
-    std::vector<double> waits; // milliseconds
-
-private:
-    std::thread m_thread;
-    std::atomic<bool> m_stopped{false};
-};
-
-void report(std::vector<double> waits)
-{
-    std::sort(waits.begin(), waits.end());
-    const auto at = [&waits](double share) { return waits[std::size_t(share * double(waits.size() - 1))]; };
-    const auto late = std::upper_bound(waits.begin(), waits.end(), 16.0);
-    std::printf("answers after: median %.2f ms, 90 %% %.2f ms, 99 %% %.2f ms, at most %.2f ms (%zu events, %.2f %% "
-                "under 16 ms)\n",
-                at(0.5), at(0.9), at(0.99), at(1), waits.size(),
-                100.0 * double(late - waits.begin()) / double(waits.size()));
 }
 
 } // namespace
@@ -193,7 +140,7 @@ int main(int argc, char** argv)
     const SourceSession* const session = window.getSources()->getSession(0);
     while (session->getState() == SourceSession::Opening)
         QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    Probe probe;
+    WindowProbe probe;
     probe.start();
     std::atomic<bool> isSent{mode != "udp"};
     std::thread sender;
@@ -234,7 +181,7 @@ int main(int argc, char** argv)
                 mode.constData(), static_cast<unsigned long long>(sent), static_cast<unsigned long long>(received),
                 static_cast<long long>(sent) - static_cast<long long>(received),
                 static_cast<long long>(session->getSource()->getDroppedCount()), double(received) / duration);
-    report(probe.waits);
+    probe.report();
     std::printf("not displayed: %llu; memory after 2 s %.1f MB, at the end %.1f MB\n",
                 static_cast<unsigned long long>(window.getDesk()->getLatest()->getOvertakenCount()), firstMemory,
                 lastMemory);

@@ -43,7 +43,7 @@ void LatestMessages::processReceived(const ReceivedMessage& message)
         m_entries.append(Entry());
     }
     Entry& entry = m_entries[place];
-    if (entry.pending && entry.info)
+    if (entry.pending && entry.info && entry.shown != entry.order)
         ++m_overtaken;
     if (entry.info && entry.info != message.info)
         m_replaced.insert(entry.info);

@@ -26,6 +26,7 @@ public:
         qint64 time = 0;
         qint64 sequence = 0;
         quint64 order = 0;    // among the messages of all streams
+        quint64 shown = 0;    // the order of the one that was shown last
         bool pending = false; // not shown yet
         quint32 sender = 0;   // the decoder's number
         bool isGone = false;  // its sender said, or its server, that it is there no more

@@ -3,14 +3,22 @@
 #include "livestream.h"
 #include "messageinfo.h"
 
+#include <QElapsedTimer>
+
 #include <algorithm>
+
+static const int SliceMs = 5;
+static const int SliceMessages = 32; // after which the clock is looked at
 
 LatestMessageSource::LatestMessageSource(QObject* parent)
     : MessageSource(parent)
 {
     m_tick.setSingleShot(true); // started by an arrival: a silent link costs nothing
     setRate(DefaultRate);
-    connect(&m_tick, &QTimer::timeout, this, &LatestMessageSource::emitPending);
+    connect(&m_tick, &QTimer::timeout, this, &LatestMessageSource::beginTick);
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(0);
+    connect(&m_rest, &QTimer::timeout, this, &LatestMessageSource::goOn);
 }
 
 LatestMessageSource::~LatestMessageSource() = default;
@@ -68,6 +76,7 @@ void LatestMessageSource::forgetShown(const LatestMessages& messages)
 
 void LatestMessageSource::forget(LatestMessages* messages)
 {
+    dropGathered();
     forgetShown(*messages);
     messages->clear();
     showRestOfForgotten();
@@ -98,11 +107,11 @@ void LatestMessageSource::showAgain()
     noteArrival();
 }
 
-MessageReference LatestMessageSource::makeMessage(const Session& session, const LatestMessages::Entry& entry) const
+MessageReference LatestMessageSource::makeMessage(const LiveStream* session, const LatestMessages::Entry& entry) const
 {
     if (!entry.info)
         return MessageReference();
-    const QString sender = session.session->getSenderName(entry.row);
+    const QString sender = session->getSenderName(entry.row);
     if (!m_sender.isEmpty() && sender != m_sender)
         return MessageReference();
     Message* const message = entry.info->newMessage(entry.data);
@@ -120,7 +129,7 @@ MessageReference LatestMessageSource::getLatest(const MessageInfo* info, const Q
     if (!shown.isNull())
         return shown;
     const QString wanted = sender.isEmpty() ? m_sender : sender;
-    const Session* newestSession = nullptr;
+    const LiveStream* newestSession = nullptr;
     const LatestMessages::Entry* newest = nullptr;
     for (const Session& session : m_sessions) {
         for (const LatestMessages::Entry& entry : std::as_const(*session.messages).getEntries()) {
@@ -128,11 +137,11 @@ MessageReference LatestMessageSource::getLatest(const MessageInfo* info, const Q
                 continue;
             if (!wanted.isEmpty() && session.session->getSenderName(entry.row) != wanted)
                 continue;
-            newestSession = &session;
+            newestSession = session.session;
             newest = &entry;
         }
     }
-    return newest ? makeMessage(*newestSession, *newest) : MessageReference();
+    return newest ? makeMessage(newestSession, *newest) : MessageReference();
 }
 
 quint64 LatestMessageSource::getOvertakenCount() const
@@ -152,20 +161,55 @@ void LatestMessageSource::setRate(int rate)
 void LatestMessageSource::setSuspended(bool suspended)
 {
     m_suspended = suspended;
-    if (suspended)
+    if (suspended) {
         m_tick.stop();
-    else
+        dropGathered();
+    } else {
         emitPending();
+    }
 }
 
 void LatestMessageSource::noteArrival()
 {
-    if (!m_suspended && !m_tick.isActive())
+    if (!m_suspended && !m_tick.isActive() && !m_rest.isActive())
         m_tick.start();
+}
+
+void LatestMessageSource::beginTick()
+{
+    gatherPending();
+    goOn();
+}
+
+void LatestMessageSource::goOn()
+{
+    emitGathered(SliceMs);
+    if (m_next < m_pending.size() && !m_suspended)
+        m_rest.start();
+    else if (std::any_of(m_sessions.cbegin(), m_sessions.cend(),
+                         [](const Session& session) { return session.messages->isPending(); }))
+        noteArrival(); // which came meanwhile
 }
 
 void LatestMessageSource::emitPending()
 {
+    gatherPending();
+    emitGathered(-1);
+}
+
+/** What was gathered and not handed on is still pending where it is kept. */
+void LatestMessageSource::dropGathered()
+{
+    m_rest.stop();
+    for (; m_next < m_pending.size(); ++m_next)
+        m_pending[m_next].messages->setPending(true);
+    m_pending.clear();
+    m_next = 0;
+}
+
+void LatestMessageSource::gatherPending()
+{
+    dropGathered();
     for (const Session& session : m_sessions) {
         const QSet<const MessageInfo*> replaced = session.messages->takeReplaced();
         if (replaced.isEmpty())
@@ -180,34 +224,54 @@ void LatestMessageSource::emitPending()
             shown = shown.key().info == info ? m_shown.erase(shown) : std::next(shown);
         Q_EMIT forgotten(info);
     }
-    struct Pending
-    {
-        quint64 order;
-        MessageReference message;
-    };
-    std::vector<Pending> pending;
-    QVector<Subject> ended;
     for (const Session& session : m_sessions) {
         if (!session.messages->isPending())
             continue;
         session.messages->setPending(false);
-        for (LatestMessages::Entry& entry : session.messages->getEntries()) {
-            const MessageReference message = entry.pending ? makeMessage(session, entry) : MessageReference();
-            entry.pending = false;
-            if (!message.isNull())
-                pending.push_back({entry.order, message});
+        QVector<LatestMessages::Entry>& entries = session.messages->getEntries();
+        for (int place = 0; place < entries.size(); ++place) {
+            LatestMessages::Entry& entry = entries[place];
+            if (entry.pending)
+                m_pending.push_back({entry.order, session.messages, session.session, place});
             if (entry.isGone && !entry.isGoneTold && entry.info)
-                ended.append({entry.info, session.session->getSenderName(entry.row)});
+                m_gone.append({entry.info, session.session->getSenderName(entry.row)});
             entry.isGoneTold = entry.isGone;
         }
     }
     // In order of arrival, so that of two senders' messages of one type the newer is what a view ends up with.
-    std::sort(pending.begin(), pending.end(), [](const Pending& a, const Pending& b) { return a.order < b.order; });
-    for (const Pending& one : pending) {
-        m_shown.insert({one.message->getInfo(), one.message->getSender()}, one.message);
-        m_shown.insert({one.message->getInfo(), QString()}, one.message);
-        Q_EMIT newMessage(one.message.get());
+    std::sort(m_pending.begin(), m_pending.end(), [](const Pending& a, const Pending& b) { return a.order < b.order; });
+}
+
+/** Hands on for so long, or all of it; listeners may gather anew meanwhile. */
+void LatestMessageSource::emitGathered(int milliseconds)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (m_next < m_pending.size()) {
+        if (milliseconds >= 0 && m_next % SliceMessages == SliceMessages - 1 && timer.hasExpired(milliseconds))
+            break;
+        emitOne(m_pending[m_next++]);
     }
-    for (const Subject& subject : std::as_const(ended))
+    if (m_next < m_pending.size())
+        return;
+    QVector<Subject> gone;
+    gone.swap(m_gone);
+    for (const Subject& subject : std::as_const(gone))
         Q_EMIT senderGone(subject.info, subject.sender);
+}
+
+void LatestMessageSource::emitOne(const Pending& pending)
+{
+    LatestMessages::Entry& entry = pending.messages->getEntries()[pending.place];
+    const MessageReference message = makeMessage(pending.session, entry);
+    // One that came since is handed on here and, in its order among the others, once more.
+    entry.pending = entry.order != pending.order;
+    if (entry.pending)
+        pending.messages->setPending(true);
+    if (message.isNull())
+        return;
+    entry.shown = entry.order;
+    m_shown.insert({message->getInfo(), message->getSender()}, message);
+    m_shown.insert({message->getInfo(), QString()}, message);
+    Q_EMIT newMessage(message.get());
 }

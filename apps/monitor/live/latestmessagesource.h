@@ -17,7 +17,8 @@ class LiveStream;
 
 /**
  * The display tick: hands on the newest message of each type and sender of all sources, a limited number of times a
- * second, and nothing while it is suspended.
+ * second, and nothing while it is suspended. Where that takes longer, such as for thousands of senders, the window does
+ * other things in between.
  *
  * The newest messages are kept, so that a view that is added later can show at once what came before it.
  */
@@ -87,14 +88,33 @@ private:
         LatestMessages* messages;
     };
 
+    /** What came and was not handed on yet. */
+    struct Pending
+    {
+        quint64 order;
+        LatestMessages* messages;
+        const LiveStream* session;
+        int place;
+    };
+
+    void beginTick();
+    void goOn();
     void emitPending();
+    void gatherPending();
+    void dropGathered();
+    void emitGathered(int milliseconds);
+    void emitOne(const Pending& pending);
     void showRestOfForgotten();
-    MessageReference makeMessage(const Session& session, const LatestMessages::Entry& entry) const;
+    MessageReference makeMessage(const LiveStream* session, const LatestMessages::Entry& entry) const;
 
     std::vector<Session> m_sessions;
     QHash<Subject, MessageReference> m_shown; // handed on last, of each sender and of any
     QSet<const MessageInfo*> m_forgotten;     // which is still to be said
     QTimer m_tick;
+    QTimer m_rest; // of what a tick has to hand on
+    std::vector<Pending> m_pending;
+    std::size_t m_next = 0;  // among these
+    QVector<Subject> m_gone; // to be told behind them
     QString m_sender;
     int m_rate = DefaultRate;
     bool m_suspended = false;

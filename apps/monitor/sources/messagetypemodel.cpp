@@ -61,6 +61,7 @@ void MessageTypeModel::removeTypesOf(const SourceSession* session)
             endRemoveRows();
         last = first;
     }
+    m_senderNames.clear();
     for (int i = 0; i < m_senders.size(); ++i) {
         if (m_senders.at(i).session != session)
             continue;
@@ -84,6 +85,7 @@ int MessageTypeModel::findSender(const SourceSession* session, int number, int r
         return *found;
     const int place = int(m_senders.size());
     m_senderPlaces.insert({session, number}, place);
+    m_senderNames.clear();
     m_senders.append(Sender{session, number, session->getSenderName(row)});
     return place;
 }
@@ -288,12 +290,15 @@ void MessageTypeModel::noteCounts()
 
 QStringList MessageTypeModel::getSenders() const
 {
+    if (!m_senderNames.isEmpty())
+        return m_senderNames;
     QStringList senders;
     for (const Sender& sender : m_senders)
         if (!sender.name.isEmpty())
             senders.append(sender.name);
     std::sort(senders.begin(), senders.end(), NaturalOrder::isBefore);
     senders.erase(std::unique(senders.begin(), senders.end()), senders.end());
+    m_senderNames = senders;
     return senders;
 }
 
@@ -304,6 +309,7 @@ void MessageTypeModel::renameSender(const QString& before, const QString& now)
         if (!sender.session || sender.name != before)
             continue;
         sender.name = now;
+        m_senderNames.clear();
         any = true;
     }
     if (!any)

@@ -152,6 +152,7 @@ private:
     QVector<Group> m_groups;
     QHash<int, int> m_groupsBySender;
     QVector<Sender> m_senders;
+    mutable QStringList m_senderNames; // sorted; empty until somebody asks
     QHash<QPair<const SourceSession*, int>, int> m_senderPlaces;
     QHash<Subject, int> m_seen;                    // how many rows
     QHash<const MessageInfo*, int> m_senderCounts; // of what is seen

@@ -2,6 +2,7 @@
 
 #include "desk.h"
 
+#include <QSet>
 #include <QSignalBlocker>
 
 SenderChoice::SenderChoice(Desk* desk, QWidget* parent)
@@ -23,6 +24,7 @@ void SenderChoice::rename(const QString& before, const QString& now)
     if (index <= 0)
         return;
     const QSignalBlocker blocker(this); // it is chosen already
+    m_senders.clear();
     setItemText(index, now);
     setItemData(index, now);
 }
@@ -30,12 +32,20 @@ void SenderChoice::rename(const QString& before, const QString& now)
 void SenderChoice::refresh()
 {
     const QStringList senders = m_desk->getTypes()->getSenders();
+    if (senders == m_senders)
+        return;
+    m_senders = senders;
     if (!senders.contains(currentData().toString()))
         setCurrentIndex(0); // and not whoever stands beside the one that goes
-    for (int i = count() - 1; i > 0; --i)
-        if (!senders.contains(itemData(i).toString()))
+    const QSet<QString> wanted(senders.begin(), senders.end());
+    QSet<QString> offered; // findData() looks through all of them
+    for (int i = count() - 1; i > 0; --i) {
+        if (wanted.contains(itemData(i).toString()))
+            offered.insert(itemData(i).toString());
+        else
             removeItem(i);
+    }
     for (const QString& name : senders)
-        if (findData(name) < 0)
+        if (!offered.contains(name))
             addItem(name, name);
 }

@@ -2,6 +2,7 @@
 #define SENDERCHOICE_H
 
 #include <QComboBox>
+#include <QStringList>
 
 class Desk;
 
@@ -21,6 +22,7 @@ private:
     void rename(const QString& before, const QString& now);
 
     Desk* m_desk;
+    QStringList m_senders; // that are offered
 };
 
 #endif
