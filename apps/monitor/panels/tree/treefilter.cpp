@@ -16,7 +16,7 @@
 
 static const int FollowMilliseconds = 50;
 static const int MostMilliseconds = 8;   // of the event loop at a time
-static const int FirstMilliseconds = 30; // when the text changed: what somebody waits for
+static const int FirstMilliseconds = 15; // when the text changed: what somebody waits for
 
 /** What a row of a type or of a sender is about. */
 static Subject subjectOf(const QTreeWidgetItem* item)
