@@ -4,6 +4,9 @@
 #include <QHeaderView>
 #include <QTreeView>
 
+static const int PauseMs = 20;
+static const int MostRows = 100; // each is asked for all that a row looks like
+
 ColumnGrower::ColumnGrower(QTreeView* view, int column, int mostPercent)
     : QObject(view)
     , m_view(view)
@@ -11,17 +14,30 @@ ColumnGrower::ColumnGrower(QTreeView* view, int column, int mostPercent)
     , m_mostPercent(mostPercent)
 {
     view->viewport()->installEventFilter(this);
-    // Queued, so that many rows are measured once.
-    connect(view->model(), &QAbstractItemModel::rowsInserted, this, &ColumnGrower::grow, Qt::QueuedConnection);
-    connect(view->model(), &QAbstractItemModel::layoutChanged, this, &ColumnGrower::grow, Qt::QueuedConnection);
+    // Later, so that many rows are measured once.
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(PauseMs);
+    connect(&m_timer, &QTimer::timeout, this, &ColumnGrower::grow);
+    connect(view->model(), &QAbstractItemModel::rowsInserted, this, &ColumnGrower::growSoon);
+    connect(view->model(), &QAbstractItemModel::layoutChanged, this, &ColumnGrower::growSoon);
+}
+
+void ColumnGrower::growSoon()
+{
+    if (!m_timer.isActive())
+        m_timer.start();
 }
 
 void ColumnGrower::grow()
 {
     const QAbstractItemView* const view = m_view; // for which the operation is public
+    QHeaderView* const header = m_view->header();
+    const int precision = header->resizeContentsPrecision();
+    header->setResizeContentsPrecision(MostRows);
     const int margin = m_view->fontMetrics().averageCharWidth();
     const int wanted =
         qMin(view->sizeHintForColumn(m_column) + margin, m_view->viewport()->width() * m_mostPercent / 100);
+    header->setResizeContentsPrecision(precision);
     if (wanted <= m_given)
         return;
     m_given = wanted;
@@ -32,6 +48,6 @@ void ColumnGrower::grow()
 bool ColumnGrower::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Resize)
-        QMetaObject::invokeMethod(this, &ColumnGrower::grow, Qt::QueuedConnection);
+        growSoon();
     return QObject::eventFilter(watched, event);
 }

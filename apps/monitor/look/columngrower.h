@@ -2,6 +2,7 @@
 #define COLUMNGROWER_H
 
 #include <QObject>
+#include <QTimer>
 
 class QTreeView;
 
@@ -23,8 +24,10 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void growSoon();
     void grow();
 
+    QTimer m_timer;
     QTreeView* m_view;
     int m_column;
     int m_mostPercent;
