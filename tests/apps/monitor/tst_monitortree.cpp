@@ -7,6 +7,17 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
+namespace
+{
+
+struct Stream : LiveStream
+{
+    QString getSenderName(int row) const override { return QString("row %1").arg(row); }
+    bool isStandingStill() const override { return false; }
+};
+
+} // namespace
+
 /** What somebody does with rows of the message tree. */
 class tst_monitortree : public TestBase
 {
@@ -17,6 +28,7 @@ private Q_SLOTS:
     void theTreeShowsWhatIsLookedFor();
     void changesAreShadedAndSilentTypesGreyed();
     void whoIsGoneIsToldOnce();
+    void muchThatCameLetsTheWindowAnswer();
     void pinnedTypesStayOnTop();
     void coloursGoWithThePalette();
 };
@@ -133,11 +145,6 @@ void tst_monitortree::changesAreShadedAndSilentTypesGreyed()
 /** "TYPE SENDER" for a message, "-TYPE SENDER" for the end of a type and "-SENDER" for that of all: who is gone. */
 void tst_monitortree::whoIsGoneIsToldOnce()
 {
-    struct Stream : LiveStream
-    {
-        QString getSenderName(int row) const override { return QString("row %1").arg(row); }
-        bool isStandingStill() const override { return false; }
-    };
     static const TextRow rows[] = {
         {"1 1, 2 1, 1 2; -1 1", "A row 11"}, {"1 1, 2 1, 1 2; -1", "A row 11, B row 21"},    {"1 1; -1 1, 1 1", ""},
         {"1 1; -1 1; -3; 2 1", "A row 11"},  {"1 1; -1 1; 1 1; -1 1", "A row 11, A row 11"},
@@ -176,6 +183,61 @@ void tst_monitortree::whoIsGoneIsToldOnce()
         }
         return told.join(", ");
     });
+}
+
+void tst_monitortree::muchThatCameLetsTheWindowAnswer()
+{
+    const MessageInfo info("A");
+    const Stream stream;
+    LatestMessages messages;
+    LatestMessageSource latest;
+    latest.addSession(&stream, &messages);
+    const auto receive = [&](int row) {
+        ReceivedMessage message;
+        message.info = &info;
+        message.row = row;
+        message.data = "";
+        messages.processReceived(message);
+    };
+    const int count = 300;
+    int answers = 0;
+    QTimer others;
+    QStringList told;
+    QObject::connect(&others, &QTimer::timeout, &latest, [&]() { answers += told.size() % count == 0 ? 0 : 1; });
+    others.start(0);
+    std::function<void()> during = [&]() { receive(0); };
+    QObject::connect(&latest, &MessageSource::newMessage, &latest, [&](const Message* message) {
+        told.append(message->getSender());
+        if (told.size() == count / 2)
+            during();
+        QElapsedTimer slow;
+        slow.start();
+        while (slow.nsecsElapsed() < 200000) {
+        }
+    });
+    for (int row = 0; row < count; ++row)
+        receive(row);
+    latest.noteArrival();
+    // What came of the first row meanwhile is told last.
+    QVERIFY(waitFor([&]() { return told.size() > count; }));
+    QCOMPARE(told.last(), QString("row 0"));
+    QCOMPARE(QSet<QString>(told.begin(), told.end()).size(), count);
+    QVERIFY(answers > 1);
+    QCOMPARE(latest.getOvertakenCount(), quint64(0));
+    // A source that is closed, or a pause, ends it; what was not told is told then.
+    during = [&]() { latest.setSuspended(true); };
+    told.clear();
+    latest.showAgain();
+    QVERIFY(waitFor([&]() { return latest.isSuspended(); }));
+    QCOMPARE(told.size(), count / 2);
+    during = []() {};
+    latest.setSuspended(false);
+    QCOMPARE(told.size(), count);
+    during = [&]() { latest.removeSession(&stream); };
+    told.clear();
+    latest.showAgain();
+    QVERIFY(waitFor([&]() { return told.size() >= count / 2; }));
+    QCOMPARE(told.size(), count / 2);
 }
 
 void tst_monitortree::pinnedTypesStayOnTop()
