@@ -2159,6 +2159,21 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
 </context>
 <context>
+    <name>PlotLegend</name>
+    <message>
+        <source>Field</source>
+        <translation>Feld</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Plotted fields</source>
+        <translation>Felder im Verlauf</translation>
+    </message>
+</context>
+<context>
     <name>PlotPanel</name>
     <message>
         <source>Plot</source>
@@ -2233,18 +2248,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>Werte speichern ...</translation>
     </message>
     <message>
-        <source>Field</source>
-        <translation>Feld</translation>
-    </message>
-    <message>
-        <source>Value</source>
-        <translation>Wert</translation>
-    </message>
-    <message>
-        <source>Plotted fields</source>
-        <translation>Felder im Verlauf</translation>
-    </message>
-    <message>
         <source>No more than %1 series can be plotted at a time.</source>
         <translation>Mehr als %1 Reihen können nicht gleichzeitig gezeigt werden.</translation>
     </message>
@@ -2291,6 +2294,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>%1 is plotted as soon as a source has it.</source>
         <translation>%1 wird gezeichnet, sobald eine Quelle es hat.</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alles</translation>
     </message>
 </context>
 <context>
@@ -2759,6 +2766,17 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>message %1</source>
         <translation>Nachricht %1</translation>
+    </message>
+</context>
+<context>
+    <name>RecordedLines</name>
+    <message>
+        <source>reading %1, %2 %</source>
+        <translation>%1 wird gelesen, %2 %</translation>
+    </message>
+    <message>
+        <source>too many values: only the extremes of some</source>
+        <translation>zu viele Werte: von manchen nur die Extreme</translation>
     </message>
 </context>
 <context>

@@ -155,11 +155,13 @@ bool VirtualFieldInfo::takeInputs(const Message* message) const
 
 unsigned int VirtualFieldInfo::getValueCount(const Message* message) const
 {
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return takeInputs(message) ? 1 : 0;
 }
 
 FieldValue VirtualFieldInfo::getValue(const Message* message, unsigned int index) const
 {
+    const std::lock_guard<std::mutex> lock(m_mutex);
     if (index != 0 || !takeInputs(message))
         return FieldValue::invalid();
     try {

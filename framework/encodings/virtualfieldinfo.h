@@ -6,13 +6,14 @@
 
 #include <muParser.h>
 
+#include <mutex>
 #include <vector>
 
 /**
  * A field that is computed from other fields of its message.
  *
  * Its inputs are the numbers that a person reads: scaled as FieldInfo::setScale() says. The field is absent from a
- * message when an input is absent or means "not available".
+ * message when an input is absent or means "not available". May be read on several threads.
  */
 class VirtualFieldInfo : public FieldInfo
 {
@@ -39,6 +40,7 @@ private:
     bool takeInputs(const Message* message) const;
 
     std::vector<FieldPath> m_inputs;
+    mutable std::mutex m_mutex;           // for what follows
     mutable std::vector<double> m_values; // of the inputs; the parser points into it
     mu::Parser m_parser;
 };

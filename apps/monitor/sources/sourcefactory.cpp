@@ -50,6 +50,7 @@ bool SourceFactory::loadDefinitions(const QString& path, QStringList* problems)
 
 bool SourceFactory::annotate(const QString& path, QStringList* problems)
 {
+    const QWriteLocker descriptions(&m_descriptionLock);
     return m_definitions->annotate(path, problems);
 }
 

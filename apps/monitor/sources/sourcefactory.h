@@ -6,6 +6,7 @@
 #include "streamdecoder.h"
 #include "streamopener.h"
 
+#include <QReadWriteLock>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -66,6 +67,10 @@ public:
      * with them. */
     bool annotate(const QString& path, QStringList* problems);
 
+    /** Held for writing while descriptions change that are in use: whoever reads fields on another thread holds it for
+     * reading. */
+    QReadWriteLock* getDescriptionLock() { return &m_descriptionLock; }
+
     /** The types of the schema that @p options name; empty with what is wrong in @p error, which must not be null. */
     QStringList loadSchema(const SourceOptions& options, QString* error);
 
@@ -89,6 +94,7 @@ private:
     bool loadNamed(const SourceOptions& options, StreamOptions* stream, QString* error);
     bool readOptions(const SourceOptions& options, StreamOptions* stream, QString* error);
 
+    QReadWriteLock m_descriptionLock;
     Definitions* const m_definitions; // stay when this is gone, because views remember types by their addresses
     QString m_path;
     QVector<const FormatInfo*> m_known;

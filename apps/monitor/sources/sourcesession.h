@@ -78,6 +78,8 @@ public:
 
     /** How the sender of a row is written: as by its format, with the source's name where several are open. */
     QString getSenderName(int row) const override;
+    /** How a sender is written that its format calls so. */
+    QString qualifiedName(const QString& sender) const;
     /** Whether sender names, statistics and events carry the name of the source. */
     void setQualified(bool qualified);
 
@@ -123,7 +125,6 @@ Q_SIGNALS:
 
 private:
     void start(SourceParts parts);
-    QString qualifiedName(const QString& sender) const;
     void processState(int state);
     void processSought(qint64 time);
     void processDecoderChange();

@@ -3,6 +3,7 @@
 
 #include "changehighlighter.h"
 #include "findbar.h"
+#include "plotlegend.h"
 #include "plotseries.h"
 #include "plotview.h"
 #include "silencewatch.h"
@@ -104,6 +105,8 @@ private:
             plot.setPaused(verb == "hold");
         else if (verb == "grab")
             QTest::mouseClick(plot.getView(), Qt::LeftButton);
+        else if (verb == "point") // at a time; at none when there is no number
+            point(rest);
         else if (verb == "zoom")
             plot.getView()->zoom(rest.toDouble());
         // What there is to see.
@@ -167,6 +170,17 @@ private:
         message->setSender(m_sender);
         send(message, 3600000 + now);
     }
+    void point(const QString& second)
+    {
+        plot.refresh();
+        view.replot();
+        const QRect all = view.axisRect()->rect();
+        const QPointF place(second.isEmpty() ? -1 : view.xAxis->coordToPixel(3600 + second.toDouble()),
+                            all.center().y());
+        QMouseEvent move(QEvent::MouseMove, place, view.mapToGlobal(place.toPoint()), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+        QCoreApplication::sendEvent(&view, &move);
+    }
     void choose(int series, bool andRemove)
     {
         plot.getLegend()->setCurrentItem(plot.getLegend()->topLevelItem(series));
@@ -180,8 +194,9 @@ private:
         for (int i = 0; i < int(plot.getSeries().size()); ++i) {
             const QTreeWidgetItem* const row = plot.getLegend()->topLevelItem(i);
             QStringList values;
-            for (const QCPGraphData& point : *plot.getSeries()[std::size_t(i)]->getPoints())
-                values.append(std::isnan(point.value) ? QString("-") : QString::number(point.value));
+            const SeriesPoints& all = plot.getSeries()[std::size_t(i)]->getPoints();
+            for (qint64 j = 0; j < all.getCount(); ++j)
+                values.append(std::isnan(all.at(j).value) ? QString("-") : QString::number(all.at(j).value));
             texts.append(points ? values.join(' ') : row->text(0) + ' ' + row->text(1));
         }
         return texts;

@@ -89,6 +89,7 @@ private Q_SLOTS:
     void hiddenDataIsHiddenEverywhere();
     void whatWasChosenSurvivesARestart();
     void aSenderStaysChosenWhenItGetsAnotherName();
+    void theWholeRecordingIsPlottedAndAClickGoesThere();
     void whatCannotBeOpenedIsToldInOneBox();
     void recordingsDoNotOverwriteWhatIsInUse();
 
@@ -237,6 +238,54 @@ void tst_monitorplayback::aSenderStaysChosenWhenItGetsAnotherName()
     QCOMPARE(window.getPlot()->getSeries().front()->getSender(), senders->currentText());
     // The tree shows the chosen one only, also where another source sent later.
     EVENTUALLY_IS(window.valueOf("ATTITUDE 1:1 @ flight.tlog", "roll"), "4.12345 rad");
+}
+
+void tst_monitorplayback::theWholeRecordingIsPlottedAndAClickGoesThere()
+{
+    RollWindow window;
+    window.setPlayback(StreamSource::Playback());
+    window.show();
+    QVERIFY(window.openAddress(m_flight));
+    StreamSource* const source = window.getSources()->getSession(0)->getSource();
+    source->setPaused(true); // all that is played is the first message or so
+    window.getPlot()->plot("corvel/ATTITUDE/roll");
+    const auto points = [&]() {
+        QStringList texts;
+        for (const auto& series : window.getPlot()->getSeries())
+            for (qint64 i = 0; i < series->getPoints().getCount(); ++i)
+                texts.append(QString::number(series->getPoints().at(i).value));
+        return texts.join(' ');
+    };
+    EVENTUALLY_IS(points(), "0.12345 1.12345 2.12345 3.12345 4.12345");
+    QVERIFY(source->getCurrentTime() < (Start + 3) * 1000000);
+    // From end to end, also beyond the last value.
+    PlotView* const view = window.getPlot()->getView();
+    const auto range = [&]() {
+        return QString("%1 to %2").arg(view->xAxis->range().lower - Start).arg(view->xAxis->range().upper - Start);
+    };
+    EVENTUALLY_IS(range(), "0 to 9");
+    view->replot();
+    const auto place = [&](double second) {
+        return QPoint(qRound(view->xAxis->coordToPixel(Start + second)), view->axisRect()->rect().center().y());
+    };
+    QSignalSpy sought(source, &StreamSource::sought);
+    QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, place(3));
+    EVENTUALLY(sought.size() == 1);
+    QVERIFY(qAbs(sought.first().first().toLongLong() - (Start + 3) * 1000000) < 50000);
+    QVERIFY(!window.getPlot()->isPaused());
+    // What is played afterwards is there already, and the line that tells where that is moves on.
+    source->setPaused(false);
+    EVENTUALLY(source->getState() == StreamSource::Finished);
+    EVENTUALLY(qAbs(view->getPositions().value(0) - (Start + 9)) < 0.001);
+    QCOMPARE(points(), QString("0.12345 1.12345 2.12345 3.12345 4.12345"));
+    // Who drags wants the picture to stay.
+    QTest::mousePress(view, Qt::LeftButton, Qt::NoModifier, place(3));
+    QMouseEvent move(QEvent::MouseMove, place(5), view->mapToGlobal(place(5)), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(view, &move);
+    QTest::mouseRelease(view, Qt::LeftButton, Qt::NoModifier, place(5));
+    QCOMPARE(sought.size(), 1);
+    QVERIFY(window.getPlot()->isPaused());
 }
 
 void tst_monitorplayback::whatCannotBeOpenedIsToldInOneBox()

@@ -3,6 +3,9 @@
 
 #include <QMimeData>
 
+#include <algorithm>
+#include <random>
+
 /** The plot of fields over time. */
 class tst_monitorplot : public TestBase
 {
@@ -11,6 +14,7 @@ class tst_monitorplot : public TestBase
 private Q_SLOTS:
     void showsWhatComes();
     void memoryIsBoundedAndExtremesStay();
+    void everyExtremeIsSeenAtAnyZoom();
     void rowsAreDroppedAndSavedAsValues();
 };
 
@@ -47,6 +51,13 @@ void tst_monitorplot::showsWhatComes()
          "0 2, 1 3; NAV_STATE.ground_speed (1:1) 2 m/s, NAV_STATE.ground_speed (2:1) 3 m/s; "
          "NAV_STATE.ground_speed 2 m/s; NAV_STATE.ground_speed (1:1) 2 m/s, NAV_STATE.ground_speed (2:1) 5 m/s"},
 
+        // The mouse asks for the values of its time, which are those of the newest message before.
+        {"plot NAV_STATE/ground_speed; plot NAV_STATE/mode; wait 1000; nav 1.5; wait 2000; nav -1; wait 2000; nav 3 1; "
+         "point 12; legend; point 14; legend; wait 100; nav 4 1; legend; point ; legend",
+         "NAV_STATE.ground_speed 1.5 m/s, NAV_STATE.mode FLYING (2); NAV_STATE.ground_speed , NAV_STATE.mode FLYING "
+         "(2); "
+         "NAV_STATE.ground_speed , NAV_STATE.mode FLYING (2); NAV_STATE.ground_speed 4 m/s, NAV_STATE.mode IDLE (1)"},
+
         // A pause keeps the picture, and the data come all the same. Whoever takes hold of the picture wants it to
         // stay.
         {"plot NAV_STATE/ground_speed; nav 1; span; grab; wait 10000; nav 2; span; points; zoom 0.5; span; follow; "
@@ -78,15 +89,69 @@ void tst_monitorplot::memoryIsBoundedAndExtremesStay()
         values->set(desk.speed, i == 1000 ? 1e6 : std::sin(i * 0.01));
         series.add(values, 1000 + i * 0.001);
         if (i % 10000 == 0)
-            QVERIFY(series.getPoints()->size() <= PlotSeries::MostPoints);
+            QVERIFY(series.getPoints().getCount() <= PlotSeries::MostPoints);
     }
-    bool found = false;
-    QCOMPARE(series.getPoints()->valueRange(found).upper, 1e6);
-    QVERIFY(series.getPoints()->constBegin()->key < 1001); // still from the beginning
+    const SeriesPoints& points = series.getPoints();
+    QCOMPARE(points.getExtremes(0, points.getCount()).greatest, 1e6);
+    QVERIFY(points.at(0).time < 1001); // still from the beginning
     QCOMPARE(series.getMessageCount(), quint64(3 * PlotSeries::MostPoints));
     // What is too old goes.
     series.add(values, 1000 + 3 * 200 + PlotSeries::LongestTime - 1);
-    QVERIFY(series.getPoints()->constBegin()->key >= 1500);
+    QVERIFY(points.at(0).time >= 1500);
+}
+
+void tst_monitorplot::everyExtremeIsSeenAtAnyZoom()
+{
+    SeriesPoints points;
+    std::vector<SeriesPoints::Point> all;
+    const auto add = [&](double time, double value) {
+        points.append({time, value});
+        const auto isEarlier = [](double given, const SeriesPoints::Point& point) { return given < point.time; };
+        all.insert(std::upper_bound(all.begin(), all.end(), time, isEarlier), {time, value});
+    };
+    std::minstd_rand random(7);
+    for (int i = 0; i < 70000; ++i)
+        add(i, i / 1000 % 7 == 3 ? std::nan("") : double(random() % 100000)); // with stretches without a value
+    add(69000.5, -1);                                                         // a little late
+    add(1000.5, -2);                                                          // much too late, and
+    add(30000.5, 1e6);                                                        // in no order
+    points.settle();
+    const auto naive = [&](double from, double to) {
+        SeriesPoints::Extremes found;
+        for (const SeriesPoints::Point& point : all) {
+            if (point.time < from || point.time > to || std::isnan(point.value))
+                continue;
+            found.least = found.any ? qMin(found.least, point.value) : point.value;
+            found.greatest = found.any ? qMax(found.greatest, point.value) : point.value;
+            found.any = true;
+        }
+        return found;
+    };
+    for (int i = 0; i < 200; ++i) {
+        const double from = i == 0 ? 0 : double(random() % 70000);
+        const double to = i == 0 ? 70000 : from + double(random() % (i % 2 ? 1000 : 70000));
+        const SeriesPoints::Extremes expected = naive(from, to);
+        const SeriesPoints::Extremes found = points.getExtremes(points.findNotBefore(from), points.findAfter(to));
+        QCOMPARE(QString("%1 %2 %3").arg(found.any).arg(found.least).arg(found.greatest),
+                 QString("%1 %2 %3").arg(expected.any).arg(expected.least).arg(expected.greatest));
+        // The picture has few points, in their order, every extreme, and breaks where nothing is.
+        const std::vector<SeriesPoints::Point> drawn = points.reduce(from, to, 100);
+        QVERIFY(drawn.size() <= 4 * 101 + 2);
+        double least = expected.greatest;
+        double greatest = expected.least;
+        int breaks = 0;
+        for (std::size_t j = 0; j < drawn.size(); ++j) {
+            QVERIFY(j == 0 || drawn[j].time >= drawn[j - 1].time);
+            breaks += std::isnan(drawn[j].value) && (j == 0 || !std::isnan(drawn[j - 1].value)) ? 1 : 0;
+            if (!std::isnan(drawn[j].value) && drawn[j].time >= from && drawn[j].time <= to) {
+                least = qMin(least, drawn[j].value);
+                greatest = qMax(greatest, drawn[j].value);
+            }
+        }
+        QCOMPARE(QString("%1 %2").arg(least).arg(greatest),
+                 QString("%1 %2").arg(expected.least).arg(expected.greatest));
+        QVERIFY(i > 0 || breaks == 10);
+    }
 }
 
 void tst_monitorplot::rowsAreDroppedAndSavedAsValues()

@@ -4,6 +4,7 @@
 #include "mavlinkframes.h"
 #include "naturalorder.h"
 #include "panelset.h"
+#include "plotlegend.h"
 #include "plotpanel.h"
 #include "plotseries.h"
 #include "testbase.h"

@@ -1,13 +1,14 @@
 #include "plotpanel.h"
 
-#include "celldelegate.h"
 #include "csvfile.h"
-#include "csvtext.h"
 #include "desk.h"
 #include "message.h"
+#include "plotlegend.h"
 #include "plotseries.h"
+#include "plotvalues.h"
 #include "plotview.h"
 #include "plotwishes.h"
+#include "recordedlines.h"
 #include "theme.h"
 
 #include <QAction>
@@ -15,7 +16,6 @@
 #include <QDateTime>
 #include <QDragEnterEvent>
 #include <QFileDialog>
-#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QMimeData>
@@ -23,7 +23,6 @@
 #include <QSplitter>
 #include <QToolBar>
 #include <QToolButton>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -31,27 +30,24 @@
 
 static const int MostSeries = 24; // more than that nobody tells apart
 static const int DefaultSpan = 60;
+static const int WholeSpan = 0;
 static const int SaidMilliseconds = 4000;
 static const char RowMimeType[] = "application/x-qabstractitemmodeldatalist";
-
-enum LegendColumn
-{
-    NameColumn,
-    ValueColumn
-};
 
 PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
     : QWidget(parent)
     , m_desk(desk)
     , m_latest(desk->getLatest())
     , m_wishes(new PlotWishes(this, this))
+    , m_recorded(new RecordedLines(desk, this))
     , m_use(new QAction(tr("P&lot"), this))
     , m_listener(desk->getTap(), [this](const Message* message) { processMessage(message); })
     , m_view(new PlotView)
-    , m_legend(new QTreeWidget)
+    , m_legend(new PlotLegend)
     , m_splitter(new QSplitter)
     , m_bar(new QToolBar)
     , m_span(new QComboBox)
+    , m_cursor(std::nan(""))
 {
     createActions();
     createLegend();
@@ -75,6 +71,8 @@ PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
     setAcceptDrops(true);
 
     connect(m_view, &PlotView::moved, this, [this]() { setPaused(true); });
+    connect(m_view, &PlotView::pointed, this, &PlotPanel::followMouse);
+    connect(m_view, &PlotView::clicked, m_recorded, &RecordedLines::goTo);
     followPreferences(desk->getPreferences());
     connect(desk, &Desk::senderRenamed, this, &PlotPanel::renameSender);
     connect(m_view, &PlotView::colorsChanged, this, &PlotPanel::updateNames);
@@ -125,6 +123,7 @@ void PlotPanel::followPreferences(const Preferences& preferences)
 void PlotPanel::renew()
 {
     m_wishes->followConfidentiality();
+    m_recorded->renew();
     showValues();
 }
 
@@ -144,6 +143,7 @@ void PlotPanel::createActions()
     const int spans[] = {5, 10, 30, DefaultSpan, 120, 300, 600, 1800};
     for (const int span : spans)
         m_span->addItem(span < 120 ? tr("%1 s").arg(span) : tr("%1 min").arg(span / 60), span);
+    m_span->addItem(tr("All"), WholeSpan);
     m_span->setCurrentIndex(m_span->findData(DefaultSpan));
     m_span->setAccessibleName(tr("Time that is shown"));
     m_span->setToolTip(tr("How much time is shown"));
@@ -183,18 +183,6 @@ void PlotPanel::createActions()
 
 void PlotPanel::createLegend()
 {
-    m_legend->setColumnCount(2);
-    m_legend->setHeaderLabels({tr("Field"), tr("Value")});
-    m_legend->setRootIsDecorated(false);
-    m_legend->setAccessibleName(tr("Plotted fields"));
-    m_legend->header()->setStretchLastSection(false);
-    m_legend->header()->setMinimumSectionSize(m_legend->fontMetrics().averageCharWidth() * 4);
-    m_legend->setColumnWidth(ValueColumn, m_legend->header()->sectionSizeHint(ValueColumn));
-    m_legend->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
-    CellDelegate* const cells = new CellDelegate(m_legend);
-    cells->setName(NameColumn);
-    m_legend->setItemDelegate(cells);
-    m_legend->setMinimumWidth(120);
     connect(m_legend, &QTreeWidget::currentItemChanged, this, [this]() {
         m_view->emphasize(currentSeries());
         m_changed = true;
@@ -216,14 +204,6 @@ void PlotPanel::setPaused(bool paused)
 {
     m_pause->setChecked(paused);
     m_changed = true;
-}
-
-QTreeWidgetItem* PlotPanel::legendRow(const PlotSeries* series) const
-{
-    for (std::size_t i = 0; i < m_series.size(); ++i)
-        if (m_series[i].get() == series)
-            return m_legend->topLevelItem(int(i));
-    return nullptr;
 }
 
 PlotSeries* PlotPanel::currentSeries() const
@@ -305,34 +285,19 @@ bool PlotPanel::isRemoved(const FieldPath& path, const QString& sender) const
     return false;
 }
 
-static QIcon lineSample(const QColor& color, Qt::PenStyle style)
-{
-    QPixmap sample(16, 16);
-    sample.fill(Qt::transparent);
-    QPainter painter(&sample);
-    painter.setPen(QPen(color, 3, style));
-    painter.drawLine(0, 8, 16, 8);
-    painter.end();
-    return QIcon(sample);
-}
-
 // Senders are named only where there are several of a field.
 void PlotPanel::updateNames()
 {
-    for (const auto& series : m_series) {
+    for (std::size_t i = 0; i < m_series.size(); ++i) {
+        const PlotSeries* const series = m_series[i].get();
         int same = 0;
         for (const auto& other : m_series)
             same += other->getPath() == series->getPath() ? 1 : 0;
         const bool isTold = same > 1 || series->getOrigin().isTold;
         const QString sender = isTold ? QStringLiteral(" (%1)").arg(series->getSender()) : QString();
         const QString name = series->getPath().getName() + sender;
-        QTreeWidgetItem* const row = legendRow(series.get());
-        row->setIcon(NameColumn,
-                     lineSample(m_view->getColor(series.get()), m_view->findGraph(series.get())->pen().style()));
-        row->setText(NameColumn, name);
-        row->setData(NameColumn, CellDelegate::KeptRole, sender);
-        row->setToolTip(NameColumn, series->getPath().getExpression());
-        m_view->findGraph(series.get())->setName(name);
+        m_legend->setName(int(i), series, m_view, name, sender);
+        m_view->findGraph(series)->setName(name);
     }
 }
 
@@ -348,17 +313,6 @@ void PlotPanel::arrangeLegend()
     const int length = orientation == Qt::Horizontal ? width() : height();
     const int legend = qMin(m_legend->fontMetrics().averageCharWidth() * 36, length * 9 / 20);
     m_splitter->setSizes({length - legend, legend});
-}
-
-// Grows with its values and does not shrink, or the names would move.
-void PlotPanel::fitValueColumn()
-{
-    int width = 0;
-    for (int i = 0; i < m_legend->topLevelItemCount(); ++i)
-        width = qMax(width, m_legend->fontMetrics().horizontalAdvance(m_legend->topLevelItem(i)->text(ValueColumn)));
-    width = qMin(width + 2 * m_legend->fontMetrics().averageCharWidth(), m_legend->viewport()->width() * 9 / 20);
-    if (width > m_legend->columnWidth(ValueColumn))
-        m_legend->setColumnWidth(ValueColumn, width);
 }
 
 void PlotPanel::updateEmptiness()
@@ -383,6 +337,10 @@ void PlotPanel::updateTypes()
     }
     const QList<const MessageInfo*> types = m_paths.keys();
     m_listener.setTypes(QSet<const MessageInfo*>(types.begin(), types.end()));
+    QVector<FieldPath> paths;
+    for (const QVector<FieldPath>& some : std::as_const(m_paths))
+        paths += some;
+    m_recorded->setWanted(paths);
 }
 
 void PlotPanel::renameSender(const QString& before, const QString& now)
@@ -475,49 +433,99 @@ void PlotPanel::processMessage(const Message* message)
 
 void PlotPanel::refresh()
 {
+    m_changed = m_recorded->work() || m_changed;
+    const QVector<double> positions = m_recorded->getPositions();
+    m_changed = m_changed || positions != m_positions;
     if (!m_changed || m_latest->isSuspended() || !isVisible())
         return;
     m_changed = false;
+    m_positions = positions;
+    m_view->setPositions(positions);
+    m_view->setClickable(isOfRecordings());
+    m_view->setNote(m_recorded->getNote());
+    if (!m_isSpanChosen)
+        m_span->setCurrentIndex(m_span->findData(isOfRecordings() ? WholeSpan : DefaultSpan));
+    if (!isPaused())
+        followTime();
+    followMouse();
     showValues();
-    double latest = std::nan("");
-    for (const auto& series : m_series)
-        if (!(series->getLastTime() <= latest))
-            latest = std::isnan(series->getLastTime()) ? latest : series->getLastTime();
-    fitValueColumn();
-    if (!isPaused() && !std::isnan(latest))
-        m_view->showTimes(latest - m_span->currentData().toInt(), latest);
+    m_legend->fitValueColumn();
     m_view->replot(QCustomPlot::rpQueuedReplot);
+}
+
+bool PlotPanel::isOfRecordings() const
+{
+    return std::any_of(m_series.begin(), m_series.end(), [](const auto& series) { return series->getRecording(); });
+}
+
+void PlotPanel::followTime()
+{
+    const int span = m_span->currentData().toInt();
+    const QCPRange all = wholeTime();
+    if (span == WholeSpan && all.size() > 0) {
+        m_view->showTimes(all.lower, all.upper);
+        return;
+    }
+    double latest = std::nan("");
+    for (const double position : std::as_const(m_positions))
+        latest = position <= latest ? latest : position;
+    for (const auto& series : m_series)
+        if (!series->getRecording() && !(series->getLastTime() <= latest))
+            latest = std::isnan(series->getLastTime()) ? latest : series->getLastTime();
+    if (!std::isnan(latest))
+        m_view->showTimes(latest - (span == WholeSpan ? DefaultSpan : span), latest);
+}
+
+/** All the time that there is: of recordings from end to end. */
+QCPRange PlotPanel::wholeTime() const
+{
+    QCPRange all(0, 0);
+    bool any = false;
+    const auto take = [&](double from, double to) {
+        if (any)
+            all.expand(QCPRange(from, to));
+        else
+            all = QCPRange(from, to);
+        any = true;
+    };
+    for (const auto& series : m_series) {
+        const SeriesPoints& points = series->getPoints();
+        if (!points.isEmpty())
+            take(points.at(0).time, points.last().time);
+        if (SourceSession* const session = series->getRecording())
+            take(double(session->getSource()->getStartTime()) / 1e6, double(session->getSource()->getEndTime()) / 1e6);
+    }
+    return all;
 }
 
 void PlotPanel::showValues()
 {
-    for (std::size_t i = 0; i < m_series.size(); ++i) {
-        QTreeWidgetItem* const row = m_legend->topLevelItem(int(i));
-        const QString text = m_series[i]->getValueText();
-        if (row->text(ValueColumn) != text)
-            row->setText(ValueColumn, text);
-    }
+    const bool isPointing = !std::isnan(m_cursor);
+    for (std::size_t i = 0; i < m_series.size(); ++i)
+        m_legend->setValue(int(i), isPointing ? m_series[i]->getValueTextAt(m_cursor) : m_series[i]->getValueText());
+    m_legend->setValueTitle(isPointing ? m_view->timeText(m_cursor) : QString());
+}
+
+void PlotPanel::followMouse()
+{
+    const double time = m_view->getPointedTime();
+    if (std::isnan(m_cursor) && std::isnan(time))
+        return;
+    m_cursor = time;
+    m_view->setCursor(time);
+    showValues();
 }
 
 void PlotPanel::showLive()
 {
+    m_isSpanChosen = true;
     setPaused(false);
 }
 
 void PlotPanel::showEverything()
 {
-    QCPRange all(0, 0);
-    bool any = false;
-    for (const auto& series : m_series) {
-        bool found = false;
-        const QCPRange range = series->getPoints()->keyRange(found);
-        if (found && any)
-            all.expand(range);
-        else if (found)
-            all = range;
-        any = any || found;
-    }
-    if (!any)
+    const QCPRange all = wholeTime();
+    if (all.upper <= 0)
         return;
     setPaused(true);
     m_view->showTimes(all.lower, all.upper);
@@ -526,37 +534,10 @@ void PlotPanel::showEverything()
 
 QByteArray PlotPanel::toCsv() const
 {
-    QStringList fields(QLatin1String("time"));
-    std::vector<QCPGraphDataContainer::const_iterator> places;
-    for (const auto& series : m_series) {
-        const QString unit = series->getUnit();
-        const QString name = m_view->findGraph(series.get())->name();
-        fields.append(unit.isEmpty() ? name : QStringLiteral("%1 [%2]").arg(name, unit));
-        places.push_back(series->getPoints()->constBegin());
-    }
-    QByteArray csv = CsvText::line(fields);
-    while (true) {
-        double next = std::nan("");
-        for (std::size_t i = 0; i < m_series.size(); ++i)
-            if (places[i] != m_series[i]->getPoints()->constEnd() && !(places[i]->key >= next))
-                next = places[i]->key;
-        if (std::isnan(next))
-            return csv;
-        const qint64 microseconds = qint64(std::llround(next * 1e6));
-        const QDateTime time = QDateTime::fromMSecsSinceEpoch(microseconds / 1000, Qt::UTC);
-        fields = QStringList(time.toString(QLatin1String("yyyy-MM-ddTHH:mm:ss.zzz")) +
-                             QStringLiteral("%1Z").arg(microseconds % 1000, 3, 10, QLatin1Char('0')));
-        bool any = false;
-        for (std::size_t i = 0; i < m_series.size(); ++i) {
-            const bool has = places[i] != m_series[i]->getPoints()->constEnd() && places[i]->key == next;
-            const double value = has ? places[i]->value : std::nan("");
-            places[i] += has ? 1 : 0;
-            any = any || !std::isnan(value);
-            fields.append(std::isnan(value) ? QString() : QString::number(value, 'g', 17));
-        }
-        if (any) // else it is a gap
-            csv += CsvText::line(fields);
-    }
+    QStringList names;
+    for (const auto& series : m_series)
+        names.append(m_view->findGraph(series.get())->name());
+    return PlotValues::toCsv(m_series, names);
 }
 
 void PlotPanel::savePicture()

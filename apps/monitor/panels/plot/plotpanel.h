@@ -5,6 +5,7 @@
 #include "fieldpath.h"
 #include "messagetap.h"
 #include "panel.h"
+#include "plotview.h"
 
 #include <QHash>
 #include <QSet>
@@ -14,18 +15,18 @@
 #include <memory>
 #include <vector>
 
+class PlotLegend;
 class PlotSeries;
-class PlotView;
 class PlotWishes;
 class QAction;
 class QComboBox;
 class QLabel;
 class QSplitter;
 class QToolBar;
-class QTreeWidget;
-class QTreeWidgetItem;
+class RecordedLines;
 
-/** Draws the last minutes of some fields, live, with a list that tells their values now. */
+/** Draws the last minutes of some fields, live, or all that recordings have of them, with a list that tells their
+ * values now. */
 class PlotPanel : public QWidget, public Panel
 {
     Q_OBJECT
@@ -57,9 +58,11 @@ public:
     bool isPaused() const;
     void setPaused(bool paused);
 
+    /** The series of a field of a sender; null when it is not to be drawn. */
+    PlotSeries* findOrAdd(const FieldPath& path, const QString& sender);
     const std::vector<std::unique_ptr<PlotSeries>>& getSeries() const { return m_series; }
     PlotView* getView() const { return m_view; }
-    QTreeWidget* getLegend() const { return m_legend; }
+    PlotLegend* getLegend() const { return m_legend; }
 
     /** What is kept of all series as comma-separated values: a line for each time, a column for each series. */
     QByteArray toCsv() const;
@@ -86,10 +89,13 @@ private:
     void offerUse();
     void processMessage(const Message* message);
     void renameSender(const QString& before, const QString& now);
-    PlotSeries* findOrAdd(const FieldPath& path, const QString& sender);
     PlotSeries* append(const FieldPath& path, const QString& sender);
     bool isDrawnOfEach(const FieldPath& path) const;
     bool isRemoved(const FieldPath& path, const QString& sender) const;
+    bool isOfRecordings() const;
+    void followTime();
+    QCPRange wholeTime() const;
+    void followMouse();
     void showLive();
     void showEverything();
     void removeSeries(std::size_t index);
@@ -101,19 +107,18 @@ private:
     void saveValues();
     PlotSeries* currentSeries() const;
     void arrangeLegend();
-    void fitValueColumn();
-    QTreeWidgetItem* legendRow(const PlotSeries* series) const;
 
     Desk* m_desk;
     LatestMessageSource* m_latest;
     PlotWishes* m_wishes;
+    RecordedLines* m_recorded;
     QAction* m_use; // of the field that is current elsewhere
     TapListener m_listener;
     std::vector<std::unique_ptr<PlotSeries>> m_series;
     std::vector<std::pair<FieldPath, QString>> m_removed; // senders of a field that is drawn of others
     QHash<const MessageInfo*, QVector<FieldPath>> m_paths;
     PlotView* m_view;
-    QTreeWidget* m_legend;
+    PlotLegend* m_legend;
     QSplitter* m_splitter;
     QLabel* m_hint;
     QToolBar* m_bar;
@@ -121,7 +126,10 @@ private:
     QAction* m_pause;
     QList<QAction*> m_needSeries;
     QTimer m_timer;
+    QVector<double> m_positions; // in recordings, as they are shown
+    double m_cursor;             // where the mouse points; NaN when it does not
     bool m_changed = false;
+    bool m_isSpanChosen = false;  // by the user
     bool m_legendIsSized = false; // by the user
 };
 

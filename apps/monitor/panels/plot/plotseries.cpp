@@ -1,6 +1,7 @@
 #include "plotseries.h"
 
 #include "fieldinfo.h"
+#include "fieldpass.h"
 
 #include <cmath>
 #include <limits>
@@ -13,7 +14,6 @@ static const double LongestStepBack = 2; // seconds; what is older was started a
 
 PlotSeries::PlotSeries(const FieldPath& path)
     : m_path(path)
-    , m_points(new QCPGraphDataContainer)
     , m_lastTime(NoValue)
 {
 }
@@ -36,9 +36,45 @@ QString PlotSeries::getValueText() const
     return m_path.getField()->getInterpretedString(m_value, true);
 }
 
+SeriesPoints::Point PlotSeries::getPointAt(double seconds) const
+{
+    const qint64 next = std::isnan(seconds) ? 0 : m_points.findAfter(seconds);
+    return next > 0 ? m_points.at(next - 1) : SeriesPoints::Point{seconds, NoValue};
+}
+
+QString PlotSeries::getValueTextAt(double seconds) const
+{
+    const double number = getPointAt(seconds).value;
+    const FieldInfo* const field = m_path.getField();
+    if (std::isnan(number))
+        return QString();
+    // As it was transmitted, or names of numbers would not be found.
+    const double transmitted = number / field->getScaleFactor();
+    FieldValue value = FieldValue::fromDouble(transmitted);
+    switch (field->getType().getTypeCode()) {
+    case FieldType::SignedType:
+        value = FieldValue::fromSigned(std::llround(transmitted));
+        break;
+    case FieldType::UnsignedType:
+        value = FieldValue::fromUnsigned(quint64(std::llround(transmitted)));
+        break;
+    case FieldType::FloatType:
+        if (field->getType().getSize() == int(sizeof(float)))
+            value = FieldValue::fromFloat(float(transmitted));
+        break;
+    case FieldType::BoolType:
+        value = FieldValue::fromBool(transmitted != 0);
+        break;
+    default:
+        break;
+    }
+    return field->getInterpretedString(value, true);
+}
+
 void PlotSeries::clear()
 {
-    m_points->clear();
+    m_points.clear();
+    m_isThinnedOut = false;
     m_lastTime = NoValue;
     m_interval = 0;
     m_gapsInARow = 0;
@@ -65,52 +101,55 @@ bool PlotSeries::isGap(double seconds)
 
 void PlotSeries::add(const Message* message, double seconds)
 {
-    if (seconds < m_lastTime - LongestStepBack)
-        clear(); // a recording that is played again
-    const FieldInfo* const field = m_path.getField();
     const FieldValue value = m_path.getValue(message);
     m_value = value.isNumber() ? value : FieldValue::invalid();
     ++m_count;
-    double number = NoValue;
-    if (value.isNumber() && !field->isNotAvailable(value))
-        number = value.toDouble() * field->getScaleFactor();
-    if (!std::isfinite(number))
-        number = NoValue;
-    if (isGap(seconds))
-        m_points->add(QCPGraphData((m_lastTime + seconds) / 2, NoValue));
-    m_points->add(QCPGraphData(seconds, number));
-    m_lastTime = std::isnan(m_lastTime) ? seconds : qMax(m_lastTime, seconds);
-    if (m_points->size() > MostPoints)
-        thinOut();
-    if (m_points->constBegin()->key < m_lastTime - LongestTime)
-        m_points->removeBefore(m_lastTime - LongestTime);
+    if (m_isRecorded && !m_recording) {
+        m_isRecorded = false;
+        m_mostPoints = MostPoints;
+        clear();
+    }
+    if (m_isRecorded && (m_isBeingRead || seconds <= m_lastTime))
+        return;
+    if (seconds < m_lastTime - LongestStepBack)
+        clear(); // a recording that is played again
+    addPoint(seconds, FieldPass::numberOf(m_path, message));
+    if (m_isRecorded || m_points.at(0).time >= m_lastTime - LongestTime)
+        return;
+    // Not for every single point.
+    if (m_points.findNotBefore(m_lastTime - LongestTime) > m_points.getCount() / 8)
+        m_points.removeBefore(m_lastTime - LongestTime);
 }
 
-void PlotSeries::thinOut()
+void PlotSeries::addPoint(double seconds, double number)
 {
-    QVector<QCPGraphData> points;
-    points.reserve(MostPoints);
-    const auto half = m_points->constBegin() + m_points->size() / 2;
-    auto point = m_points->constBegin();
-    while (point < half) {
-        const auto end = point + qMin<std::ptrdiff_t>(4, half - point);
-        auto least = end;
-        auto greatest = end;
-        auto missing = end;
-        for (auto i = point; i < end; ++i) {
-            if (std::isnan(i->value)) {
-                missing = i;
-                continue;
-            }
-            least = least == end || i->value < least->value ? i : least;
-            greatest = greatest == end || i->value > greatest->value ? i : greatest;
-        }
-        for (auto i = point; i < end; ++i)
-            if (i == least || i == greatest || i == missing)
-                points.append(*i);
-        point = end;
-    }
-    for (; point < m_points->constEnd(); ++point)
-        points.append(*point);
-    m_points->set(points, true);
+    if (isGap(seconds))
+        m_points.append({(m_lastTime + seconds) / 2, NoValue});
+    m_points.append({seconds, number});
+    m_lastTime = std::isnan(m_lastTime) ? seconds : qMax(m_lastTime, seconds);
+    if (m_points.getCount() <= m_mostPoints)
+        return;
+    m_points.thinOut();
+    m_isThinnedOut = true;
+}
+
+void PlotSeries::beginRecording(SourceSession* session, int mostPoints)
+{
+    clear();
+    m_isRecorded = true;
+    m_isBeingRead = true;
+    m_recording = session;
+    m_mostPoints = mostPoints;
+}
+
+void PlotSeries::addRecorded(double seconds, double number)
+{
+    ++m_count;
+    addPoint(seconds, number);
+}
+
+void PlotSeries::endRecording()
+{
+    m_points.settle();
+    m_isBeingRead = false;
 }

@@ -1,12 +1,14 @@
 #ifndef PLOTSERIES_H
 #define PLOTSERIES_H
 
-#include "customplot.h"
 #include "desk.h"
 #include "fieldpath.h"
+#include "seriespoints.h"
+
+#include <QPointer>
 
 /**
- * The values of one field of one sender over the last minutes.
+ * The values of one field of one sender: over the last minutes, or of a whole recording.
  *
  * Every message gives a point. Where messages are missing or a value is not available, there is a point without a
  * value, so that no line is drawn across. At the limit, the older half is thinned out: of every four points the least
@@ -16,7 +18,7 @@ class PlotSeries
 {
 public:
     static const int MostPoints = 200000;
-    /** Seconds that are kept. */
+    /** Seconds that are kept, and an eighth more. */
     static const int LongestTime = 3600;
 
     explicit PlotSeries(const FieldPath& path);
@@ -35,11 +37,26 @@ public:
     /** The newest value as people read it, with unit. */
     QString getValueText() const;
 
-    /** Takes the field's value from @p message, which came at @p seconds since 1970. */
+    /** The newest point that is not later than @p seconds; one without a value when there is none. */
+    SeriesPoints::Point getPointAt(double seconds) const;
+    /** Its value as people read it, with unit. */
+    QString getValueTextAt(double seconds) const;
+
+    /** Takes the field's value from @p message, which came at @p seconds since 1970. Of a recording that was read as a
+     * whole it is no point, but for what the recording went on with. */
     void add(const Message* message, double seconds);
 
-    /** Points in the order of time; those without a value are NaN. */
-    const QSharedPointer<QCPGraphDataContainer>& getPoints() const { return m_points; }
+    /** Begins anew with the points of a whole recording, of which @p mostPoints are kept; add() gives none until
+     * endRecording(). */
+    void beginRecording(SourceSession* session, int mostPoints);
+    void addRecorded(double seconds, double number);
+    void endRecording();
+    /** The recording that it is read of as a whole; null when it is not, or that is closed. */
+    SourceSession* getRecording() const { return m_recording; }
+    /** Whether there were more points than are kept. */
+    bool isThinnedOut() const { return m_isThinnedOut; }
+
+    const SeriesPoints& getPoints() const { return m_points; }
     /** The time of the newest point; NaN while there is none. */
     double getLastTime() const { return m_lastTime; }
     quint64 getMessageCount() const { return m_count; }
@@ -47,17 +64,22 @@ public:
 
 private:
     bool isGap(double seconds);
-    void thinOut();
+    void addPoint(double seconds, double number);
 
     FieldPath m_path;
     QString m_sender;
     Origin m_origin = {QString(), false};
-    QSharedPointer<QCPGraphDataContainer> m_points;
+    SeriesPoints m_points;
     FieldValue m_value; // the newest, of a number
     double m_lastTime;
     double m_interval = 0; // usual seconds between messages; 0 while not known
     int m_gapsInARow = 0;
     quint64 m_count = 0;
+    bool m_isRecorded = false;
+    bool m_isBeingRead = false;
+    bool m_isThinnedOut = false;
+    QPointer<SourceSession> m_recording;
+    int m_mostPoints = MostPoints;
 };
 
 #endif

@@ -2,6 +2,7 @@
 
 #include "plotseries.h"
 
+#include <QApplication>
 #include <QEvent>
 
 #include <cmath>
@@ -13,6 +14,10 @@ static const int FewPoints = 300; // so few are drawn with a dot each: points be
 static const double LeastSpan = 0.01;
 static const int LeastLightness = 130; // of lines on a dark ground
 static const int MostAxesPercent = 45; // of the width
+static const double PositionWidth = 1.5;
+static const double LineWidth = 1.3;
+static const double EmphasizedWidth = 2.5;
+static const int FewSegments = 1000; // as many as can be drawn in any width
 
 PlotView::PlotView(QWidget* parent)
     : QCustomPlot(parent)
@@ -24,9 +29,15 @@ PlotView::PlotView(QWidget* parent)
     yAxis->setVisible(false);
     yAxis->grid()->setVisible(true);
     setInteraction(QCP::iRangeDrag, true);
+    setPlottingHint(QCP::phFastPolylines, true);
     setNoAntialiasingOnDrag(true);
     selectionRect()->setPen(QPen(Qt::gray, 1, Qt::DashLine));
     connect(xAxis, QOverload<const QCPRange&>::of(&QCPAxis::rangeChanged), this, &PlotView::labelTimes);
+    connect(this, &QCustomPlot::beforeReplot, this, &PlotView::takePoints);
+    setMouseTracking(true);
+    m_cursor = addLineAcross();
+    m_cursor->setLayer(QLatin1String("overlay")); // which is drawn without the rest
+    m_cursor->setVisible(false);
     applyPalette();
 }
 
@@ -95,14 +106,15 @@ void PlotView::addSeries(const PlotSeries* series)
     while (isUsed(color))
         ++color;
     QCPGraph* const graph = addGraph(xAxis, axis);
-    graph->setData(series->getPoints());
-    graph->setAdaptiveSampling(true);
+    graph->setAdaptiveSampling(false); // see takePoints()
     m_graphs.insert(series, Drawn{graph, color});
     emphasize(m_emphasized);
 }
 
 void PlotView::removeSeries(const PlotSeries* series)
 {
+    if (QCPItemTracer* const mark = m_marks.take(series))
+        removeItem(mark);
     if (QCPGraph* const graph = m_graphs.take(series).graph)
         removeGraph(graph);
     releaseAxes();
@@ -122,7 +134,7 @@ QColor PlotView::getColor(const PlotSeries* series) const
 void PlotView::emphasize(const PlotSeries* series)
 {
     for (auto drawn = m_graphs.constBegin(); drawn != m_graphs.constEnd(); ++drawn) {
-        QPen pen(getColor(drawn.key()), drawn.key() == series ? 2.5 : 1.3);
+        QPen pen(getColor(drawn.key()), drawn.key() == series ? EmphasizedWidth : LineWidth);
         if (drawn->color >= ColorCount)
             pen.setStyle(drawn->color >= 2 * ColorCount ? Qt::DotLine : Qt::DashLine);
         drawn->graph->setPen(pen);
@@ -171,24 +183,43 @@ void PlotView::showTimes(double from, double to)
     fitValues();
 }
 
+/** Gives the graphs what this picture needs of their series. */
+void PlotView::takePoints()
+{
+    const QCPRange times = xAxis->range();
+    for (auto drawn = m_graphs.constBegin(); drawn != m_graphs.constEnd(); ++drawn) {
+        const SeriesPoints& points = drawn.key()->getPoints();
+        QVector<QCPGraphData> data;
+        for (const SeriesPoints::Point& point : points.reduce(times.lower, times.upper, axisRect()->width()))
+            data.append(QCPGraphData(point.time, point.value));
+        drawn->graph->data()->set(data, true);
+        // A wider pen takes a hundred times as long, and nobody sees it where the lines are dense.
+        QPen pen = drawn->graph->pen();
+        pen.setWidthF(data.size() > FewSegments ? 1 : drawn.key() == m_emphasized ? EmphasizedWidth : LineWidth);
+        drawn->graph->setPen(pen);
+        const qint64 count = points.findAfter(times.upper) - points.findNotBefore(times.lower);
+        drawn->graph->setScatterStyle(count < FewPoints ? QCPScatterStyle(QCPScatterStyle::ssDisc, 4)
+                                                        : QCPScatterStyle(QCPScatterStyle::ssNone));
+    }
+}
+
 void PlotView::fitValues()
 {
     for (const auto& axis : std::as_const(m_axes)) {
         QCPRange all(0, 0);
         bool any = false;
-        const QList<QCPGraph*> graphs = axis.second->graphs();
-        for (QCPGraph* graph : graphs) {
-            bool found = false;
-            const QCPRange range = graph->getValueRange(found, QCP::sdBoth, xAxis->range());
-            if (found && any)
+        for (auto drawn = m_graphs.constBegin(); drawn != m_graphs.constEnd(); ++drawn) {
+            if (drawn->graph->valueAxis() != axis.second)
+                continue;
+            const SeriesPoints& points = drawn.key()->getPoints();
+            const SeriesPoints::Extremes extremes =
+                points.getExtremes(points.findNotBefore(xAxis->range().lower), points.findAfter(xAxis->range().upper));
+            const QCPRange range(extremes.least, extremes.greatest);
+            if (extremes.any && any)
                 all.expand(range);
-            else if (found)
+            else if (extremes.any)
                 all = range;
-            any = any || found;
-            const auto points = graph->data();
-            const auto count = points->findEnd(xAxis->range().upper) - points->findBegin(xAxis->range().lower);
-            graph->setScatterStyle(count < FewPoints ? QCPScatterStyle(QCPScatterStyle::ssDisc, 4)
-                                                     : QCPScatterStyle(QCPScatterStyle::ssNone));
+            any = any || extremes.any;
         }
         if (!any)
             continue;
@@ -196,6 +227,80 @@ void PlotView::fitValues()
         const double room = all.size() > 0 ? all.size() * 0.06 : qMax(1e-3, std::fabs(all.lower) * 0.1);
         axis.second->setRange(all.lower - room, all.upper + room);
     }
+}
+
+void PlotView::setPositions(const QVector<double>& times)
+{
+    while (m_positions.size() > times.size())
+        removeItem(m_positions.takeLast());
+    while (m_positions.size() < times.size()) {
+        m_positions.append(addLineAcross());
+        m_positions.last()->setPen(QPen(palette().color(QPalette::Highlight), PositionWidth));
+    }
+    for (int i = 0; i < int(times.size()); ++i)
+        moveTo(m_positions.at(i), times.at(i));
+}
+
+QCPItemStraightLine* PlotView::addLineAcross()
+{
+    QCPItemStraightLine* const line = new QCPItemStraightLine(this);
+    line->point1->setTypeY(QCPItemPosition::ptAxisRectRatio);
+    line->point2->setTypeY(QCPItemPosition::ptAxisRectRatio);
+    line->setSelectable(false);
+    return line;
+}
+
+void PlotView::moveTo(QCPItemStraightLine* line, double time)
+{
+    line->point1->setCoords(time, 0);
+    line->point2->setCoords(time, 1);
+}
+
+void PlotView::setCursor(double time)
+{
+    m_cursor->setVisible(!std::isnan(time));
+    if (!std::isnan(time))
+        moveTo(m_cursor, time);
+    for (auto drawn = m_graphs.constBegin(); drawn != m_graphs.constEnd(); ++drawn) {
+        QCPItemTracer*& mark = m_marks[drawn.key()];
+        if (!mark) {
+            mark = new QCPItemTracer(this);
+            mark->setLayer(QLatin1String("overlay"));
+            mark->setStyle(QCPItemTracer::tsCircle);
+            mark->setSelectable(false);
+        }
+        const SeriesPoints::Point point = drawn.key()->getPointAt(time);
+        mark->setVisible(m_cursor->visible() && !std::isnan(point.value));
+        mark->setPen(QPen(getColor(drawn.key()), 2));
+        mark->position->setAxes(xAxis, drawn->graph->valueAxis());
+        mark->setClipAxisRect(axisRect());
+        mark->position->setCoords(point.time, point.value);
+    }
+    layer(QLatin1String("overlay"))->replot();
+}
+
+QVector<double> PlotView::getPositions() const
+{
+    QVector<double> times;
+    for (const QCPItemStraightLine* line : m_positions)
+        times.append(line->point1->coords().x());
+    return times;
+}
+
+double PlotView::getPointedTime() const
+{
+    return m_pointed < 0 || m_graphs.isEmpty() ? std::nan("") : xAxis->pixelToCoord(m_pointed);
+}
+
+QString PlotView::timeText(double time)
+{
+    return QDateTime::fromMSecsSinceEpoch(qint64(time * 1000), Qt::UTC).toString(QLatin1String("HH:mm:ss.zzz"));
+}
+
+void PlotView::setNote(const QString& note)
+{
+    m_note = note;
+    labelTimes();
 }
 
 void PlotView::zoom(double factor)
@@ -210,7 +315,10 @@ void PlotView::zoom(double factor)
 void PlotView::labelTimes()
 {
     const QDateTime end = QDateTime::fromMSecsSinceEpoch(qint64(xAxis->range().upper * 1000), Qt::UTC);
-    xAxis->setLabel(m_graphs.isEmpty() ? QString() : tr("%1 UTC").arg(end.toString(QLatin1String("yyyy-MM-dd"))));
+    const QString date = tr("%1 UTC").arg(end.toString(QLatin1String("yyyy-MM-dd")));
+    xAxis->setLabel(m_graphs.isEmpty() ? QString()
+                    : m_note.isEmpty() ? date
+                                       : date + QStringLiteral("  \u00b7  ") + m_note);
     const auto ticker = xAxis->ticker().dynamicCast<QCPAxisTickerDateTime>();
     if (ticker)
         ticker->setDateTimeFormat(QLatin1String(getSpan() < 5 ? "HH:mm:ss.zzz" : "HH:mm:ss"));
@@ -226,8 +334,39 @@ void PlotView::mousePressEvent(QMouseEvent* event)
     axisRect()->setRangeZoomAxes(all);
     axisRect()->setRangeDragAxes(all);
     QCustomPlot::mousePressEvent(event);
-    if (!m_graphs.isEmpty() && event->button() == Qt::LeftButton)
+    m_pressed = event->pos();
+    m_mayBeClick = m_isClickable && !rectangle && event->button() == Qt::LeftButton;
+    if (!m_graphs.isEmpty() && event->button() == Qt::LeftButton && !m_mayBeClick)
         Q_EMIT moved();
+}
+
+void PlotView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_mayBeClick && (event->pos() - m_pressed).manhattanLength() < QApplication::startDragDistance())
+        return;
+    if (m_mayBeClick) {
+        m_mayBeClick = false;
+        Q_EMIT moved();
+    }
+    QCustomPlot::mouseMoveEvent(event);
+    const bool isInside = axisRect()->rect().contains(event->pos()) && event->buttons() == Qt::NoButton;
+    m_pointed = isInside ? event->pos().x() : -1;
+    Q_EMIT pointed();
+}
+
+void PlotView::leaveEvent(QEvent* event)
+{
+    QCustomPlot::leaveEvent(event);
+    m_pointed = -1;
+    Q_EMIT pointed();
+}
+
+void PlotView::mouseReleaseEvent(QMouseEvent* event)
+{
+    QCustomPlot::mouseReleaseEvent(event);
+    if (m_mayBeClick && event->button() == Qt::LeftButton && axisRect()->rect().contains(event->pos()))
+        Q_EMIT clicked(xAxis->pixelToCoord(event->pos().x()));
+    m_mayBeClick = false;
 }
 
 void PlotView::wheelEvent(QWheelEvent* event)
@@ -261,6 +400,9 @@ void PlotView::applyPalette()
     QColor grid = text;
     grid.setAlpha(50);
     setBackground(palette().brush(QPalette::Base));
+    for (QCPItemStraightLine* line : std::as_const(m_positions))
+        line->setPen(QPen(palette().color(QPalette::Highlight), PositionWidth));
+    m_cursor->setPen(QPen(text, 1, Qt::DashLine));
     const QList<QCPAxis*> all = axisRect()->axes();
     for (QCPAxis* axis : all) {
         axis->setBasePen(text);

@@ -29,6 +29,20 @@ public:
     /** Shows a @p factor of the time that is shown, round the middle. */
     void zoom(double factor);
 
+    /** Draws a line across at each of these times, in seconds since 1970: where recordings are being played. */
+    void setPositions(const QVector<double>& times);
+    QVector<double> getPositions() const;
+    /** Whether a click goes to a time, see clicked(); else it takes hold of what is shown, as dragging does. */
+    void setClickable(bool clickable) { m_isClickable = clickable; }
+    /** Draws a line across at @p time, and a mark on each series at the value that it has then; NaN for none. */
+    void setCursor(double time);
+    /** The time that the mouse points at; NaN when it does not. */
+    double getPointedTime() const;
+    /** A time of day as the axis has it. */
+    static QString timeText(double time);
+    /** Says something below the picture, such as that it is not complete. */
+    void setNote(const QString& note);
+
     /** The axis of a unit; null when nothing of that unit is drawn. */
     QCPAxis* findAxis(const QString& unit) const;
     QCPGraph* findGraph(const PlotSeries* series) const { return m_graphs.value(series).graph; }
@@ -36,6 +50,10 @@ public:
 Q_SIGNALS:
     /** The user moved or zoomed what is shown. */
     void moved();
+    /** The user clicked at a time, in seconds since 1970. */
+    void clicked(double time);
+    /** getPointedTime() changed. */
+    void pointed();
     /** getColor() changed. */
     void colorsChanged();
 
@@ -43,6 +61,9 @@ protected:
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
@@ -57,10 +78,21 @@ private:
     void applyPalette();
     void arrangeAxes();
     void labelTimes();
+    void takePoints();
+    QCPItemStraightLine* addLineAcross();
+    static void moveTo(QCPItemStraightLine* line, double time);
 
     QHash<const PlotSeries*, Drawn> m_graphs;
     const PlotSeries* m_emphasized = nullptr;
     QList<QPair<QString, QCPAxis*>> m_axes; // by unit, in the order in which they came
+    QList<QCPItemStraightLine*> m_positions;
+    QCPItemStraightLine* m_cursor;
+    QHash<const PlotSeries*, QCPItemTracer*> m_marks; // where the cursor crosses
+    QString m_note;
+    QPoint m_pressed;
+    int m_pointed = -1; // the column where the mouse points
+    bool m_isClickable = false;
+    bool m_mayBeClick = false;
 };
 
 #endif

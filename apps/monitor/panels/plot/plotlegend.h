@@ -1,0 +1,27 @@
+#ifndef PLOTLEGEND_H
+#define PLOTLEGEND_H
+
+#include <QTreeWidget>
+
+class PlotSeries;
+class PlotView;
+
+/** The list of what is plotted: a row for each series, with its line, its name and a value. */
+class PlotLegend : public QTreeWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PlotLegend(QWidget* parent = nullptr);
+
+    /** Writes who a row stands for, with the line as @p view draws it. @p sender is what of the name is never left out.
+     */
+    void setName(int row, const PlotSeries* series, const PlotView* view, const QString& name, const QString& sender);
+    void setValue(int row, const QString& text);
+    /** Says of what time the values are; empty when they are those of now. */
+    void setValueTitle(const QString& time);
+    /** Makes room for the values. */
+    void fitValueColumn();
+};
+
+#endif

@@ -1,0 +1,79 @@
+#ifndef RECORDEDLINES_H
+#define RECORDEDLINES_H
+
+#include "fieldpass.h"
+
+#include <QPointer>
+#include <QVector>
+
+#include <memory>
+#include <vector>
+
+class Desk;
+class PlotPanel;
+class PlotSeries;
+class SourceSession;
+
+/**
+ * Reads what is plotted out of whole recordings, in the background, and gives it to the series.
+ *
+ * Each recording is read once for all fields that are new, as soon as it can be sought in.
+ */
+class RecordedLines : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** Points that are kept of all recordings together; a line has its share, and never less than the least. */
+    static const int MostPoints = 40000000;
+    static const int LeastPoints = 2000000;
+
+    /** Both borrowed. */
+    RecordedLines(Desk* desk, PlotPanel* panel);
+    ~RecordedLines() override;
+
+    /** What is plotted now; nothing else is read any more. */
+    void setWanted(const QVector<FieldPath>& paths);
+    /** Takes what was read, for a few milliseconds, and begins to read what is to be read; whether anything came. */
+    bool work();
+    /** Reads fields anew that have another scale now. */
+    void renew();
+
+    /** How far reading is, or what is not kept; empty when there is nothing to say. */
+    QString getNote() const;
+    /** Where the recordings are that lines are of, in seconds since 1970, each once. */
+    QVector<double> getPositions() const;
+    /** Goes to that time in the recordings that lines are of; false when there is none. */
+    bool goTo(double seconds);
+
+private:
+    struct Read
+    {
+        FieldPath path;
+        double scale; // that it was read with
+    };
+
+    struct Reading
+    {
+        QPointer<SourceSession> session;
+        const void* source;     // another one is read from the beginning
+        std::vector<Read> read; // and what is being read
+        QVector<FieldPath> paths;
+        std::unique_ptr<FieldPass> pass; // of these paths
+        std::vector<PlotSeries*> series; // that it gives values to, as long as they are drawn
+    };
+
+    Reading* readingOf(SourceSession* session);
+    void begin(Reading* reading);
+    bool take(Reading* reading, const std::function<bool()>& goOn);
+    void end(Reading* reading);
+    QVector<SourceSession*> shownSessions() const;
+    bool isDrawn(const PlotSeries* series) const;
+
+    Desk* m_desk;
+    PlotPanel* m_panel;
+    QVector<FieldPath> m_wanted;
+    std::vector<std::unique_ptr<Reading>> m_readings; // of the sources that are open
+};
+
+#endif

@@ -1,0 +1,196 @@
+#include "fieldpass.h"
+
+#include "fieldinfo.h"
+#include "fieldwalk.h"
+#include "message.h"
+#include "messageinfo.h"
+#include "messagereference.h"
+#include "recordingindex.h"
+
+#include <QElapsedTimer>
+#include <QReadWriteLock>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace
+{
+
+const double NoValue = std::numeric_limits<double>::quiet_NaN();
+const int ReadTimeoutMs = 100;
+const int ShownMs = 100; // after which what there is is handed over
+const std::size_t FullPiece = 1 << 15;
+const std::size_t MostWaiting = 32;
+
+} // namespace
+
+FieldPass::FieldPass(SourceParts parts, const QVector<FieldPath>& paths, QReadWriteLock* lock)
+    : m_paths(paths)
+    , m_last(std::size_t(paths.size()))
+    , m_lock(lock)
+    , m_input(std::move(parts.input))
+    , m_opener(std::move(parts.opener))
+{
+}
+
+FieldPass::~FieldPass()
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_cancelled = true;
+        if (m_input)
+            m_input->cancel();
+        m_taken.notify_all();
+    }
+    wait();
+}
+
+bool FieldPass::take(Piece* piece)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_waiting.empty())
+        return false;
+    *piece = std::move(m_waiting.front());
+    m_waiting.pop_front();
+    m_taken.notify_all();
+    return true;
+}
+
+bool FieldPass::isOver() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_ended && m_waiting.empty();
+}
+
+QString FieldPass::getErrorString() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_error;
+}
+
+double FieldPass::numberOf(const FieldPath& path, const Message* message)
+{
+    const FieldInfo* const field = path.getField();
+    const FieldValue value = FieldWalk(path, message, FieldWalk::Everything).getValue();
+    if (!value.isNumber() || field->isNotAvailable(value))
+        return NoValue;
+    const double number = value.toDouble() * field->getScaleFactor();
+    return std::isfinite(number) ? number : NoValue;
+}
+
+void FieldPass::run()
+{
+    OpenedStream stream;
+    if (open(&stream)) {
+        m_decoder = stream.decoder.get();
+        read(stream.decoder.get());
+        m_decoder = nullptr;
+    }
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_input.reset();
+    m_ended = true;
+}
+
+bool FieldPass::open(OpenedStream* stream)
+{
+    const auto goOn = [this] { return !m_cancelled; };
+    if (!m_input->open()) {
+        fail(m_input->getErrorString());
+        return false;
+    }
+    if (m_opener->run(m_input.get(), goOn, nullptr) != StreamOpener::Opened) {
+        fail(m_opener->getErrorString());
+        return false;
+    }
+    *stream = m_opener->takeStream();
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_input = m_opener->takeInput(std::move(m_input));
+    }
+    if (stream->needsIndex && stream->index)
+        stream->index->prepare([this](int) { return !m_cancelled; });
+    return !m_cancelled;
+}
+
+void FieldPass::read(StreamDecoder* decoder)
+{
+    QElapsedTimer sinceShown;
+    sinceShown.start();
+    QByteArray bytes;
+    qint64 position = 0;
+    while (!m_cancelled) {
+        const ByteInput::Status status = m_input->read(&bytes, ReadTimeoutMs);
+        if (status == ByteInput::Failed)
+            fail(m_input->getErrorString());
+        const QReadLocker descriptions(m_lock);
+        // A recording that goes on is read as far as it is there.
+        if (status != ByteInput::Data) {
+            decoder->finish(this);
+            handOverAll();
+            return;
+        }
+        decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, this);
+        position += bytes.size();
+        m_percent = int(100 * position / std::max(position, m_input->getSize()));
+        if (sinceShown.hasExpired(ShownMs)) {
+            handOverAll();
+            sinceShown.start();
+        }
+    }
+}
+
+void FieldPass::processReceived(const ReceivedMessage& received)
+{
+    if (m_cancelled || !received.info || received.time == Message::NoTime)
+        return;
+    MessageReference message;
+    for (std::size_t i = 0; i < m_last.size(); ++i) {
+        const FieldPath& path = m_paths.at(int(i));
+        if (path.getMessageInfo() != received.info)
+            continue;
+        if (message.isNull()) // the bytes stay where they are
+            message = MessageReference::adopt(
+                received.info->newMessage(QByteArray::fromRawData(received.data, received.size)));
+        Piece*& piece = m_last[i].piece;
+        if (!piece || m_last[i].sender != received.sender) {
+            std::unique_ptr<Piece>& known = m_pieces[quint64(i) << 32 | received.sender];
+            if (!known)
+                known.reset(new Piece{int(i), m_decoder->getSenderName(received.sender), {}});
+            piece = known.get();
+            m_last[i].sender = received.sender;
+        }
+        piece->values.push_back({double(received.time) / 1e6, numberOf(path, message.get())});
+        if (piece->values.size() >= FullPiece)
+            handOver(piece);
+    }
+}
+
+void FieldPass::handOverAll()
+{
+    for (const auto& piece : m_pieces)
+        if (!piece.second->values.empty())
+            handOver(piece.second.get());
+}
+
+void FieldPass::handOver(Piece* piece)
+{
+    Piece full{piece->path, piece->sender, std::move(piece->values)};
+    piece->values = std::vector<Value>();
+    std::unique_lock<std::mutex> lock(m_mutex);
+    if (m_waiting.size() >= MostWaiting) {
+        // Whoever takes may be waiting to change descriptions.
+        m_lock->unlock();
+        m_taken.wait(lock, [this] { return m_cancelled || m_waiting.size() < MostWaiting; });
+        lock.unlock();
+        m_lock->lockForRead();
+        lock.lock();
+    }
+    m_waiting.push_back(std::move(full));
+}
+
+void FieldPass::fail(const QString& text)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_error = text;
+}

@@ -1,0 +1,148 @@
+// What a frame of a plot costs while somebody zooms and moves, with many points in place of as many as there are
+// pixels, and how long a field takes to be read out of a whole recording, against decoding it alone.
+//
+// bench_plot [points] [RECORDING EXPRESSION]
+//
+// Frames are what the window's thread worked until one was painted.
+
+#include "fieldpass.h"
+#include "fieldpath.h"
+#include "plotseries.h"
+#include "plotview.h"
+#include "recordingindex.h"
+#include "testformat.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QReadWriteLock>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <ctime>
+#include <random>
+
+namespace
+{
+
+const int Width = 1280;
+const int Height = 600;
+const int Frames = 200;
+
+double millisecondsWorked()
+{
+    timespec time;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+/** The frames of a way through a plot of @p points points: from everything to a hundredth of it, along, and back. */
+std::vector<double> drawFrames(const FieldPath& path, int points)
+{
+    PlotSeries series(path);
+    series.beginRecording(nullptr, points + 1);
+    std::minstd_rand random(1);
+    for (int i = 0; i < points; ++i)
+        series.addRecorded(1e9 + 1e4 * i / points, std::sin(i * 20.0 / points) + double(random() % 1000) * 1e-4);
+    series.endRecording();
+    PlotView view;
+    view.resize(Width, Height);
+    view.addSeries(&series);
+    view.show();
+    std::vector<double> milliseconds;
+    for (int i = 0; i < Frames; ++i) {
+        const double part = double(i) / Frames;
+        const double span = 1e4 * std::pow(100, -std::sin(part * 3.14159));
+        const double from = 1e9 + part * (1e4 - span);
+        const double before = millisecondsWorked();
+        view.showTimes(from, from + span);
+        view.replot(QCustomPlot::rpImmediateRefresh);
+        QApplication::processEvents();
+        milliseconds.push_back(millisecondsWorked() - before);
+    }
+    std::sort(milliseconds.begin(), milliseconds.end());
+    return milliseconds;
+}
+
+void measureFrames(int points)
+{
+    MessageInfo type(QStringLiteral("BENCH"));
+    TestFieldInfo* const field = new TestFieldInfo(QStringLiteral("value"));
+    type.addField(field);
+    FieldPath path(&type);
+    path.append(field);
+    const std::vector<double> few = drawFrames(path, Width);
+    const std::vector<double> many = drawFrames(path, points);
+    std::printf("%d points: a frame %.2f ms, the longest %.2f ms\n", Width, few[few.size() / 2], few.back());
+    std::printf("%d points: a frame %.2f ms, the longest %.2f ms\n", points, many[many.size() / 2], many.back());
+    std::printf("ratio of the frames %.2f\n", many[many.size() / 2] / few[few.size() / 2]);
+}
+
+struct Nobody : StreamSink
+{
+    void processReceived(const ReceivedMessage&) override {}
+    void processProblem(const StreamProblem&) override {}
+};
+
+double decodeAlone(SourceParts parts)
+{
+    QElapsedTimer time;
+    time.start();
+    Nobody nobody;
+    if (!parts.input->open() || parts.opener->run(parts.input.get(), nullptr, nullptr) != StreamOpener::Opened)
+        return 0;
+    OpenedStream stream = parts.opener->takeStream();
+    const std::unique_ptr<ByteInput> input = parts.opener->takeInput(std::move(parts.input));
+    if (stream.needsIndex && stream.index)
+        stream.index->prepare(nullptr);
+    QByteArray bytes;
+    while (input->read(&bytes, 100) == ByteInput::Data)
+        stream.decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, &nobody);
+    stream.decoder->finish(&nobody);
+    QStringList problems;
+    stream.decoder->publishTypes(&problems);
+    return double(time.elapsed()) / 1e3;
+}
+
+bool measureReading(const QString& file, const QString& expression)
+{
+    SourceFactory factory;
+    SourceOptions options;
+    options.address = file;
+    SourceParts parts;
+    QString error;
+    if (!factory.create(options, &parts, &error)) {
+        std::printf("%s\n", qPrintable(error));
+        return false;
+    }
+    const double decoding = decodeAlone(std::move(parts));
+    const FieldPath path = FieldPath::fromExpression(expression);
+    if (!path.getField() || !factory.create(options, &parts, &error)) {
+        std::printf("no field %s %s\n", qPrintable(expression), qPrintable(error));
+        return false;
+    }
+    QElapsedTimer time;
+    time.start();
+    PlotSeries series(path);
+    series.beginRecording(nullptr, 100000000);
+    FieldPass pass(std::move(parts), {path}, factory.getDescriptionLock());
+    pass.start();
+    FieldPass::Piece piece;
+    while (!pass.isOver())
+        while (pass.take(&piece))
+            for (const FieldPass::Value& value : piece.values)
+                series.addRecorded(value.time, value.number);
+    const double reading = double(time.elapsed()) / 1e3;
+    std::printf("decoded in %.2f s, %lld values read in %.2f s: ratio %.2f\n", decoding,
+                static_cast<long long>(series.getPoints().getCount()), reading, reading / decoding);
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QApplication application(argc, argv);
+    measureFrames(argc > 1 ? QByteArray(argv[1]).toInt() : 10000000);
+    return argc > 3 && !measureReading(QString::fromLocal8Bit(argv[2]), QString::fromLocal8Bit(argv[3])) ? 1 : 0;
+}
