@@ -30,13 +30,14 @@ struct CORVELFRAMEWORK_EXPORT OutputAddress
      */
     static bool parse(const QString& text, OutputAddress* address, QString* error);
 
-    /** What the output is called in texts: the address without its parameters. */
+    /** What the output is called in texts: the address without its parameters and other servers. */
     QString getName() const;
 
     const OutputKind* kind = nullptr;  ///< never null once it was read
     QString path;                      ///< of a file, or what stands behind the first slash after the host
     QString user;                      ///< before the host; else empty
     QString host;                      ///< an IPv6 address without brackets; else empty
+    QString servers;                   ///< behind the host: others for when it is away, "HOST:PORT,HOST:PORT"
     quint16 port = 0;                  ///< 0 where there is none
     QMap<QString, QString> parameters; ///< what was told of them, by name
 };

@@ -72,6 +72,10 @@ bool readPlace(QString rest, OutputAddress* address, QString* reason)
             return false;
         }
     }
+    if (QLatin1String(address->kind->usage).contains(QLatin1String("[,HOST"))) {
+        address->servers = place.section(QLatin1Char(','), 1);
+        place = place.section(QLatin1Char(','), 0, 0);
+    }
     const bool hasHost = !place.isEmpty() && !place.startsWith(QLatin1Char(':'));
     if (!hasHost)
         place.prepend(QLatin1String("host"));

@@ -54,7 +54,7 @@ struct Attempt
 
 } // namespace
 
-QJsonObject NatsAttempt::readGreeting(const NatsSettings::Server& server, const std::atomic<bool>& cancelled,
+QJsonObject NatsAttempt::readGreeting(const NatsSetup::Server& server, const std::atomic<bool>& cancelled,
                                       QString* error)
 {
     QTcpSocket socket;

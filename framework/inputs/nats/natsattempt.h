@@ -12,7 +12,7 @@ namespace NatsAttempt
 {
 
 /** What a server says of itself before anything else; empty with the reason in @p error when it is none. */
-QJsonObject readGreeting(const NatsSettings::Server& server, const std::atomic<bool>& cancelled, QString* error);
+QJsonObject readGreeting(const NatsSetup::Server& server, const std::atomic<bool>& cancelled, QString* error);
 
 /** Connects with options, which are taken over; null with the reason in @p error. */
 natsConnection* connect(natsOptions* options, const std::atomic<bool>& cancelled, QString* error);

@@ -233,9 +233,9 @@ bool NatsConnection::open(const NatsSettings& settings, const std::atomic<bool>&
 bool NatsConnection::findServer(const NatsSettings& settings, const std::atomic<bool>& cancelled, bool* wantsEncryption,
                                 int* first, QString* error)
 {
-    for (int i = 0; i < settings.servers.size() && !cancelled; ++i) {
+    for (int i = 0; i < settings.setup.servers.size() && !cancelled; ++i) {
         QString reason;
-        const QJsonObject greeting = NatsAttempt::readGreeting(settings.servers.at(i), cancelled, &reason);
+        const QJsonObject greeting = NatsAttempt::readGreeting(settings.setup.servers.at(i), cancelled, &reason);
         if (reason.isEmpty()) {
             *first = i;
             *wantsEncryption = greeting.value(QLatin1String("tls_required")).toBool();
@@ -269,25 +269,12 @@ bool NatsConnection::connect(const NatsSettings& settings, bool isEncrypted, int
 
 natsStatus NatsConnection::setOptions(natsOptions* options, const NatsSettings& settings, bool isEncrypted, int first)
 {
-    std::vector<QByteArray> urls;
-    for (int i = 0; i < settings.servers.size(); ++i) {
-        const NatsSettings::Server& server = settings.servers.at((first + i) % settings.servers.size());
-        const QString host =
-            server.host.contains(QLatin1Char(':')) ? QStringLiteral("[%1]").arg(server.host) : server.host;
-        urls.push_back(QStringLiteral("nats://%1:%2").arg(host).arg(server.port).toUtf8());
-    }
-    std::vector<const char*> servers;
-    for (const QByteArray& url : urls)
-        servers.push_back(url.constData());
-
-    natsStatus status = settings.setup.apply(options);
+    natsStatus status = settings.setup.apply(options, first);
     const auto set = [&status](natsStatus result) {
         if (status == NATS_OK)
             status = result;
     };
     void* const closure = reinterpret_cast<void*>(m_listener);
-    set(natsOptions_SetServers(options, servers.data(), int(servers.size())));
-    set(natsOptions_SetNoRandomize(options, true));
     if (isEncrypted)
         set(natsOptions_SetSecure(options, true));
     set(natsOptions_SetSendAsap(options, true));

@@ -12,7 +12,6 @@ namespace
 
 const quint16 DefaultPort = 4222;
 const int MostSubjects = 100;
-const int MostServers = 100;
 
 bool isSubject(const QByteArray& subject)
 {
@@ -26,20 +25,6 @@ bool isSubject(const QByteArray& subject)
                 return false;
     }
     return true;
-}
-
-bool checkServers(const InputAddress& address, QString* reason)
-{
-    const QStringList servers = address.getValue(QStringLiteral("servers")).split(QLatin1Char(','), Qt::SkipEmptyParts);
-    for (const QString& server : servers) {
-        const QUrl url(QLatin1String("nats://") + server, QUrl::StrictMode);
-        if (!url.isValid() || url.host().isEmpty() || url.port() == 0 || !url.path().isEmpty() ||
-            !url.userInfo().isEmpty())
-            *reason = QCoreApplication::translate("InputAddress", "\"%1\" is no server; HOST:PORT is one").arg(server);
-    }
-    if (servers.size() > MostServers)
-        *reason = QCoreApplication::translate("InputAddress", "there are more than %1 servers").arg(MostServers);
-    return reason->isEmpty();
 }
 
 bool checkSubject(const QByteArray& subject, QString* reason)
@@ -60,7 +45,7 @@ bool checkAccess(const InputAddress& address, QString* reason)
         *reason = QCoreApplication::translate("InputAddress", "tls is \"%1\"; it is auto or on").arg(tls);
     else if (address.getValue(QStringLiteral("cert")).isEmpty() != address.getValue(QStringLiteral("key")).isEmpty())
         *reason = QCoreApplication::translate("InputAddress", "a certificate (cert) and its key (key) belong together");
-    return reason->isEmpty() && checkServers(address, reason);
+    return reason->isEmpty() && NatsSetup().readServers({}, address.getValue(QStringLiteral("servers")), reason);
 }
 
 bool checkSubjects(InputAddress* address, QString* reason)
@@ -268,12 +253,8 @@ QVector<QByteArray> natsSubjects(const QString& path)
 
 bool NatsSettings::read(const InputAddress& address, QString* error)
 {
-    servers = {{address.host, address.port}};
-    for (const QString& server :
-         address.getValue(QStringLiteral("servers")).split(QLatin1Char(','), Qt::SkipEmptyParts)) {
-        const QUrl url(QLatin1String("nats://") + server, QUrl::StrictMode);
-        servers.append({url.host(), quint16(url.port(DefaultPort))});
-    }
+    if (!setup.readServers({address.host, address.port}, address.getValue(QStringLiteral("servers")), error))
+        return false;
     if (!setup.read(address.parameters, error))
         return false;
     if (!address.password.isEmpty())

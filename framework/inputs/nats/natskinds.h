@@ -17,13 +17,6 @@ struct NatsSettings
      */
     bool read(const InputAddress& address, QString* error);
 
-    struct Server
-    {
-        QString host;
-        quint16 port;
-    };
-
-    QVector<Server> servers; ///< the first is to be tried first
     NatsSetup setup;
 };
 

@@ -41,7 +41,7 @@ bool check(OutputAddress* address, QString* reason)
     else if (address->parameters.contains(QStringLiteral("cert")) !=
              address->parameters.contains(QStringLiteral("key")))
         *reason = QStringLiteral("a certificate (cert) and its key (key) belong together");
-    return reason->isEmpty();
+    return reason->isEmpty() && NatsSetup().readServers({}, address->servers, reason);
 }
 
 MessageOutput* connectTo(const OutputAddress& address, const PublishedStream* stream)
@@ -51,21 +51,22 @@ MessageOutput* connectTo(const OutputAddress& address, const PublishedStream* st
 
 } // namespace
 
-const OutputKind NatsOutputKind = {"nats",
-                                   QT_TRANSLATE_NOOP("OutputKind", "NATS: a stream of JetStream"),
-                                   "",
-                                   1000,
-                                   "nats:",
-                                   "nats://[USER@]HOST[:PORT]/PREFIX[?stream=NAME&password-file=FILE&creds=FILE"
-                                   "&tls=on&ca=FILE&cert=FILE&key=FILE]",
-                                   "nats://localhost/fleet?stream=FLEET",
-                                   DefaultPort,
-                                   OutputKind::AcknowledgedProperty,
-                                   "",
-                                   "stream password-file creds tls ca cert key",
-                                   check,
-                                   nullptr,
-                                   connectTo};
+const OutputKind NatsOutputKind = {
+    "nats",
+    QT_TRANSLATE_NOOP("OutputKind", "NATS: a stream of JetStream"),
+    "",
+    1000,
+    "nats:",
+    "nats://[USER@]HOST[:PORT][,HOST:PORT...]/PREFIX[?stream=NAME&password-file=FILE&creds=FILE"
+    "&tls=on&ca=FILE&cert=FILE&key=FILE]",
+    "nats://localhost/fleet?stream=FLEET",
+    DefaultPort,
+    OutputKind::AcknowledgedProperty,
+    "",
+    "stream password-file creds tls ca cert key",
+    check,
+    nullptr,
+    connectTo};
 
 NatsOutput::NatsOutput(const OutputAddress& address, const PublishedStream* stream)
     : MessageOutput(stream)
@@ -76,13 +77,11 @@ NatsOutput::NatsOutput(const OutputAddress& address, const PublishedStream* stre
     QMap<QString, QString> parameters = address.parameters;
     parameters.insert(QStringLiteral("user"), address.user);
     QString error;
-    if (!settings.setup.read(parameters, &error)) {
+    if (!settings.setup.readServers({address.host, address.port}, address.servers, &error) ||
+        !settings.setup.read(parameters, &error)) {
         setError(error);
         return;
     }
-    const QString host =
-        address.host.contains(QLatin1Char(':')) ? QLatin1Char('[') + address.host + QLatin1Char(']') : address.host;
-    settings.url = QStringLiteral("nats://%1:%2").arg(host).arg(address.port).toUtf8();
     settings.stream = parameters.value(QStringLiteral("stream")).toUtf8();
     settings.subjects = m_topics.prefix + ".>";
     m_publisher.reset(new NatsPublisher(settings));

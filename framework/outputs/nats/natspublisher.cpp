@@ -128,7 +128,6 @@ struct NatsPublisher::Shared
             if (status == NATS_OK)
                 status = result;
         };
-        next(natsOptions_SetURL(options, settings.url.constData()));
         next(settings.setup.apply(options));
         next(natsOptions_SetDisconnectedCB(options, processLoss, this));
         next(natsOptions_SetReconnectedCB(options, processReturn, this));

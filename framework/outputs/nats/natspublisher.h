@@ -22,7 +22,6 @@ public:
     struct Settings
     {
         NatsSetup setup;
-        QByteArray url;
         QByteArray stream;   ///< that is made when there is none of that name; empty for none
         QByteArray subjects; ///< that such a stream takes
     };

@@ -34,6 +34,8 @@ private:
         }));
     }
 
+    void startServer(QProcess* server, quint16 port, QTcpSocket* listener);
+
     /** Starts to listen to everything, for so many messages. */
     void subscribe(QProcess* listener, int messages)
     {
@@ -68,6 +70,7 @@ private Q_SLOTS:
     void whatWaitsOutlivesTheProgram();
     void brokersThatAreSecured();
     void jetStreamHasEachMessageOnce();
+    void anotherServerTakesOver();
 };
 
 void TestRelayBroker::initTestCase()
@@ -163,21 +166,27 @@ void TestRelayBroker::brokersThatAreSecured()
     broker.waitForFinished();
 }
 
+/** Starts a server with JetStream, and connects to it. */
+void TestRelayBroker::startServer(QProcess* server, quint16 port, QTcpSocket* listener)
+{
+    startInShell(server, QString("exec nats-server -js -sd js%1 -a 127.0.0.1 -p %1 2> nats.txt").arg(port),
+                 m_folder.path());
+    QVERIFY(waitFor([&] {
+        listener->connectToHost(QHostAddress::LocalHost, port);
+        return listener->waitForConnected();
+    }));
+    listener->write("CONNECT {\"headers\":true,\"verbose\":false}\r\nPING\r\n");
+}
+
 void TestRelayBroker::jetStreamHasEachMessageOnce()
 {
     QProcess server;
-    startInShell(&server, QString("exec nats-server -js -sd js -a 127.0.0.1 -p %1 2> nats.txt").arg(m_port),
-                 m_folder.path());
     QTcpSocket listener;
-    QVERIFY(waitFor([&] {
-        listener.connectToHost(QHostAddress::LocalHost, m_port);
-        return listener.waitForConnected();
-    }));
+    startServer(&server, m_port, &listener);
     QByteArray heard;
     const auto hears = [&](const char* what, int times) {
         return waitFor([&] { return (heard += listener.readAll()).count(what) >= times; });
     };
-    listener.write("CONNECT {\"headers\":true,\"verbose\":false}\r\nPING\r\n");
     QVERIFY(hears("PONG", 1));
 
     // Without a stream everything waits, and the next run goes on with it.
@@ -209,6 +218,50 @@ void TestRelayBroker::jetStreamHasEachMessageOnce()
     QVERIFY(heard.contains("\"seq\":5,") || heard.contains("\"seq\": 5,")); // four messages and a schema
     server.terminate();
     server.waitForFinished();
+}
+
+void TestRelayBroker::anotherServerTakesOver()
+{
+    QTcpServer free;
+    QVERIFY(free.listen(QHostAddress::LocalHost));
+    const quint16 port = free.serverPort();
+    free.close();
+    QProcess servers[2];
+    QTcpSocket listeners[2];
+    startServer(&servers[0], m_port, &listeners[0]);
+    startServer(&servers[1], port, &listeners[1]);
+    QByteArray heard[2];
+    const auto hears = [&](int i, const char* what) {
+        return waitFor([&] { return (heard[i] += listeners[i].readAll()).contains(what); });
+    };
+    for (int i : {0, 1}) {
+        const QString stream = QString("corvel-relay --definitions test.xml s.bin --to "
+                                       "'nats://localhost:%1/fleet?stream=FLEET'")
+                                   .arg(i ? port : m_port);
+        QVERIFY(run(stream).endsWith(": connected"));
+        listeners[i].write("SUB fleet.7:9.> 1\r\nPING\r\n");
+        QVERIFY(hears(i, "PONG\r\nPONG"));
+    }
+    QProcess relay;
+    startInShell(&relay,
+                 QString("exec corvel-relay --definitions test.xml - --to 'nats://localhost:%1,localhost:%2/fleet'")
+                     .arg(m_port)
+                     .arg(port),
+                 m_folder.path());
+    relay.write(QByteArray::fromHex(Sample1));
+    QVERIFY(hears(0, "HMSG fleet.7:9.SAMPLE 1"));
+    servers[0].kill();
+    QByteArray said;
+    QVERIFY2(waitFor([&] { return (said += relay.readAllStandardError()).count(": connected\n") == 2; }), said);
+    relay.write(QByteArray::fromHex(Sample2));
+    QVERIFY(hears(1, "HMSG fleet.7:9.SAMPLE 1"));
+    relay.kill();
+    relay.waitForFinished();
+    for (QProcess& server : servers) {
+        server.terminate();
+        server.waitForFinished();
+    }
+    QVERIFY(run("corvel-relay s.bin --to nats://a,b:x/fleet").contains("\"b:x\" is no server; HOST:PORT is one"));
 }
 
 QTEST_GUILESS_MAIN(TestRelayBroker)
