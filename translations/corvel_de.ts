@@ -1671,6 +1671,69 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
 </context>
 <context>
+    <name>MqttCheck</name>
+    <message>
+        <source>%1 (packet %2)</source>
+        <translation>%1 (Paket %2)</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 for the second time</source>
+        <translation>der Server hat zum zweiten Mal ein %1 geschickt</translation>
+    </message>
+    <message>
+        <source>the server sent a %1, which only clients send</source>
+        <translation>der Server hat ein %1 geschickt, das nur Clients schicken</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 with the flags %2</source>
+        <translation>der Server hat ein %1 mit den Flags %2 geschickt</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 whose length has more than four bytes</source>
+        <translation>der Server hat ein %1 geschickt, dessen Länge mehr als vier Bytes hat</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 of %2 bytes</source>
+        <translation>der Server hat ein %1 von %2 Bytes geschickt</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 whose topic is longer than the packet</source>
+        <translation>der Server hat ein %1 geschickt, dessen Thema länger als das Paket ist</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 without a topic</source>
+        <translation>der Server hat ein %1 ohne Thema geschickt</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 that ends before its number</source>
+        <translation>der Server hat ein %1 geschickt, das vor seiner Nummer endet</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 that is too short</source>
+        <translation>der Server hat ein %1 geschickt, das zu kurz ist</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 with something in it</source>
+        <translation>der Server hat ein %1 geschickt, in dem etwas steht</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 with something behind its properties</source>
+        <translation>der Server hat ein %1 geschickt, bei dem hinter den Properties noch etwas steht</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 whose properties are longer than the packet</source>
+        <translation>der Server hat ein %1 geschickt, dessen Properties länger als das Paket sind</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 with the unknown property %2</source>
+        <translation>der Server hat ein %1 mit der unbekannten Property %2 geschickt</translation>
+    </message>
+    <message>
+        <source>the server sent a %1 whose property %2 is longer than all of them</source>
+        <translation>der Server hat ein %1 geschickt, dessen Property %2 länger als alle zusammen ist</translation>
+    </message>
+</context>
+<context>
     <name>MqttInput</name>
     <message>
         <source>it speaks no such version of MQTT</source>
@@ -1733,10 +1796,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>Grund 0x%1</translation>
     </message>
     <message>
-        <source>no encrypted connection comes about</source>
-        <translation>es kommt keine verschlüsselte Verbindung zustande</translation>
-    </message>
-    <message>
         <source>no encrypted connection comes about: %1</source>
         <translation>es kommt keine verschlüsselte Verbindung zustande: %1</translation>
     </message>
@@ -1783,6 +1842,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>it keeps no messages</source>
         <translation>er hebt keine Nachrichten auf</translation>
+    </message>
+    <message>
+        <source>%1 is no certificate or key that can be used</source>
+        <translation>%1 ist kein Zertifikat oder Schlüssel, mit dem etwas anzufangen ist</translation>
     </message>
 </context>
 <context>

@@ -21,17 +21,6 @@ QByteArray clientName()
     return "corvel-" + QByteArray::number(QRandomGenerator::system()->generate64(), 16).rightJustified(16, '0');
 }
 
-// Else the library would ask at the terminal for the password of a key.
-int noPassword(char*, int, int, void*)
-{
-    return 0;
-}
-
-const char* orNull(const QByteArray& text)
-{
-    return text.isEmpty() ? nullptr : text.constData();
-}
-
 } // namespace
 
 bool MqttSetup::read(const QMap<QString, QString>& parameters, QString* error)
@@ -55,28 +44,16 @@ bool MqttSetup::read(const QMap<QString, QString>& parameters, QString* error)
     return true;
 }
 
-mosquitto* MqttSetup::createClient(int version, void* self, QString* error) const
+mosquitto* MqttSetup::createClient(int version, void* self) const
 {
     static std::once_flag initialized;
     std::call_once(initialized, [] { mosquitto_lib_init(); });
-    mosquitto* const client = mosquitto_new(clientName().constData(), true, self);
+    mosquitto* const client =
+        mosquitto_new(clientName().constData(), true, self);
     mosquitto_int_option(client, MOSQ_OPT_PROTOCOL_VERSION, version);
-    mosquitto_int_option(client, MOSQ_OPT_TCP_NODELAY, 1);
     if (!user.isEmpty() || !password.isEmpty())
-        mosquitto_username_pw_set(client, user.constData(), orNull(password));
-    if (!isEncrypted)
-        return client;
-    int code = MOSQ_ERR_SUCCESS;
-    if (authority.isEmpty())
-        mosquitto_int_option(client, MOSQ_OPT_TLS_USE_OS_CERTS, 1);
-    if (!authority.isEmpty() || !certificate.isEmpty())
-        code = mosquitto_tls_set(client, orNull(authority), authority.isEmpty() ? "/etc/ssl/certs" : nullptr,
-                                 orNull(certificate), orNull(key), noPassword);
-    if (code == MOSQ_ERR_SUCCESS)
-        return client;
-    *error = errorText(code, QString());
-    mosquitto_destroy(client);
-    return nullptr;
+        mosquitto_username_pw_set(client, user.constData(), password.isEmpty() ? nullptr : password.constData());
+    return client;
 }
 
 QString MqttSetup::refusal(int code, bool isOld)
@@ -111,13 +88,9 @@ QString MqttSetup::refusal(int code, bool isOld)
     return QCoreApplication::translate("MqttInput", "reason 0x%1").arg(code, 2, 16, QLatin1Char('0'));
 }
 
-QString MqttSetup::errorText(int code, const QString& lastLog)
+QString MqttSetup::errorText(int code)
 {
     switch (code) {
-    case MOSQ_ERR_TLS:
-        return lastLog.isEmpty()
-                   ? QCoreApplication::translate("MqttInput", "no encrypted connection comes about")
-                   : QCoreApplication::translate("MqttInput", "no encrypted connection comes about: %1").arg(lastLog);
     case MOSQ_ERR_PROTOCOL:
     case MOSQ_ERR_MALFORMED_PACKET:
         return QCoreApplication::translate("MqttInput", "what comes is no MQTT");

@@ -15,15 +15,16 @@ struct MqttSetup
      * error set where a file cannot be read. */
     bool read(const QMap<QString, QString>& parameters, QString* error);
 
-    /** A client that is set up so, under a name that no other has, whose session ends with its connection; to be
-     * destroyed with mosquitto_destroy(). Null with @p error set when files of certificates cannot be used. */
-    mosquitto* createClient(int version, void* self, QString* error) const;
+    /** A client of the library for it, under a name that no other has, whose session ends with its connection; to be
+     * destroyed with
+     * mosquitto_destroy(). Where to connect to, and what is encrypted, is left to MqttConnection. */
+    mosquitto* createClient(int version, void* self) const;
 
     /** Why a connection, a subscription or a message is refused; codes are those of MQTT 5, or of 3.1.1 with @p isOld.
      */
     static QString refusal(int code, bool isOld);
-    /** What an error of the library means; @p lastLog is what it said before. */
-    static QString errorText(int code, const QString& lastLog);
+    /** What an error of the library means. */
+    static QString errorText(int code);
 
     QByteArray host;
     quint16 port = 0;

@@ -13,9 +13,12 @@
 #include <memory>
 #include <set>
 #include <string>
-#include <thread>
+#include <vector>
 
+class MqttConnection;
 class MqttQueue;
+class QEventLoop;
+class QThread;
 struct Envelope;
 struct mosquitto;
 struct mosquitto_message;
@@ -44,29 +47,16 @@ public:
 private:
     typedef std::chrono::steady_clock Clock;
 
-    /** What became of a connection. */
-    enum Outcome
-    {
-        Over,
-        OtherVersion ///< the server may understand an older protocol
-    };
-
     void run();
-    Outcome runWith(int version);
-    bool configure(int version);
-    void loop();
-    int read();
+    void runWith(bool isFive);
     void subscribe(const QByteArray& filter);
     void askForSchemas();
     void fail(const QString& error);
 
-    static void processConnection(mosquitto*, void* self, int code, int flags, const mqtt5__property*);
-    static void processEnd(mosquitto*, void* self, int code, const mqtt5__property*);
     static void processSubscription(mosquitto*, void* self, int mid, int count, const int* codes,
                                     const mqtt5__property*);
     static void processMessage(mosquitto*, void* self, const mosquitto_message* message,
                                const mqtt5__property* properties);
-    static void processLog(mosquitto*, void* self, int level, const char* text);
     void readProperties(const mqtt5__property* properties, Envelope* envelope);
     void noteSchema(const Envelope& envelope);
 
@@ -75,13 +65,12 @@ private:
     std::atomic<bool> m_stopped{false};
 
     // All that follows belongs to the thread.
-    mosquitto* m_client = nullptr;
-    int m_version = 0;
-    int m_answer = -1; // to the wish to connect; -1 before there is one
-    QString m_error;   // why it is over
-    QString m_lastLog;
-    bool m_isOver = false;
-    bool m_mayBeOlder = false;           // whether the server may understand an older protocol
+    MqttConnection* m_connection = nullptr;
+    QEventLoop* m_loop = nullptr;
+    bool m_isFive = false; // whether it is tried with MQTT 5
+    bool m_isAccepted = false;
+    bool m_mayBeOlder = false;           // the server may understand an older protocol
+    QString m_error;                     // why it is over
     std::map<int, QByteArray> m_pending; // filters by the numbers of their requests
     int m_granted = 0;
     std::vector<std::unique_ptr<char, void (*)(void*)>> m_texts; // of the message at hand
@@ -89,7 +78,7 @@ private:
     std::vector<std::string> m_wanted;                           // those that are to be asked for
     std::map<std::string, Clock::time_point> m_awaited;          // since when
 
-    std::thread m_thread; // last, so that all is there for it
+    std::unique_ptr<QThread> m_thread; // last, so that all is there for it
 };
 
 #endif

@@ -4,10 +4,6 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
-#include <QNetworkProxy>
-#include <QTcpSocket>
-#include <QTimer>
 #include <QUrl>
 
 #include <mosquitto.h>
@@ -15,7 +11,6 @@
 namespace
 {
 
-const int ConnectTimeoutMs = 5000;
 const int AnswerTimeoutMs = 15000; // the client gives up before
 const int SliceMs = 50;
 const quint16 DefaultPort = 1883;
@@ -163,7 +158,7 @@ MqttInput::~MqttInput() {}
 bool MqttInput::open()
 {
     MqttSettings settings;
-    if (!readSettings(&settings) || !isReachable())
+    if (!readSettings(&settings))
         return false;
     m_client.reset(new MqttClient(settings, &m_queue));
     QElapsedTimer timer;
@@ -195,39 +190,6 @@ bool MqttInput::readSettings(MqttSettings* settings)
     if (!m_address.password.isEmpty())
         settings->password = m_address.password.toUtf8();
     return true;
-}
-
-/** Whether somebody listens there: the client's library would wait for that, and for a name, where cancel() does not
- * reach. */
-bool MqttInput::isReachable()
-{
-    QTcpSocket socket;
-    socket.setProxy(QNetworkProxy::NoProxy);
-    QEventLoop loop;
-    QTimer cancelTimer;
-    QTimer timeout;
-    timeout.setSingleShot(true);
-    QObject::connect(&socket, &QTcpSocket::connected, &loop, &QEventLoop::quit);
-    QObject::connect(&socket, &QTcpSocket::errorOccurred, &loop, &QEventLoop::quit);
-    QObject::connect(&timeout, &QTimer::timeout, &loop, &QEventLoop::quit);
-    QObject::connect(&cancelTimer, &QTimer::timeout, &loop, [this, &loop] {
-        if (m_cancelled)
-            loop.quit();
-    });
-    socket.connectToHost(m_address.host, m_address.port);
-    timeout.start(ConnectTimeoutMs);
-    cancelTimer.start(SliceMs);
-    if (socket.state() != QAbstractSocket::ConnectedState && socket.state() != QAbstractSocket::UnconnectedState)
-        loop.exec();
-    if (socket.state() == QAbstractSocket::ConnectedState && !m_cancelled) {
-        socket.abort();
-        return true;
-    }
-    setError(m_cancelled ? QCoreApplication::translate("ByteInput", "cancelled")
-             : socket.error() == QAbstractSocket::UnknownSocketError
-                 ? QCoreApplication::translate("ByteInput", "no answer within %1 s").arg(ConnectTimeoutMs / 1000)
-                 : socket.errorString());
-    return false;
 }
 
 void MqttInput::cancel()

@@ -33,7 +33,6 @@ public:
 
 private:
     bool readSettings(MqttSettings* settings);
-    bool isReachable();
 
     const InputAddress m_address;
     std::atomic<bool> m_cancelled;

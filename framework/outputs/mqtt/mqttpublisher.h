@@ -5,13 +5,13 @@
 
 #include <QElapsedTimer>
 #include <QPair>
-#include <QSocketNotifier>
 #include <QStringList>
 #include <QTimer>
 #include <QVector>
 
 #include <memory>
 
+class MqttConnection;
 struct mosquitto;
 struct mqtt5__property;
 
@@ -54,30 +54,17 @@ private:
     void look();
     void connectNow();
     void begin();
-    bool isReachable(QString* error) const;
-    void read();
-    void write();
     void lose(const QString& reason);
-    void watch();
 
-    static void processConnection(mosquitto*, void* self, int code, int flags, const mqtt5__property*);
-    static void processEnd(mosquitto*, void* self, int code, const mqtt5__property*);
     static void processPublished(mosquitto*, void* self, int number, int code, const mqtt5__property*);
-    static void processLog(mosquitto*, void* self, int level, const char* text);
 
     const MqttSetup m_setup;
-    mosquitto* m_client = nullptr;
+    std::unique_ptr<MqttConnection> m_connection; // null while none is tried
     bool m_isConnected = false;
-    bool m_isAccepted = false; // by the server, in a callback of the library
-    bool m_isLost = false;
-    QString m_reason; // why it is lost
-    QString m_lastLog;
     QString m_lastTold;
     int m_pauseMs = 0;
     QElapsedTimer m_since; // the last try began, or failed
     QTimer m_timer;
-    std::unique_ptr<QSocketNotifier> m_reader;
-    std::unique_ptr<QSocketNotifier> m_writer;
 };
 
 #endif
