@@ -18,6 +18,7 @@ const int LookMs = 20;
 const int LongestLine = 1000; // characters
 // What a service manager waits for at least.
 const int LongestEndMs = 5000;
+const int LongestFinishMs = 2000; // of which inputs with a session need that
 
 // What servers and clients say of themselves can contain anything.
 void tell(QString text)
@@ -251,8 +252,10 @@ void Relay::look()
         m_hasFailed = true;
     }
     const bool isAnyLeft = m_isFailureTold.contains(false);
-    if (!m_isEnding && (!isAnyLeft || std::all_of(m_sources.begin(), m_sources.end(),
-                                                  [](const Source& source) { return source.source->isEnded(); })))
+    const bool isLate = m_sinceInterrupt.isValid() && m_sinceInterrupt.hasExpired(LongestFinishMs);
+    if (!m_isEnding && (!isAnyLeft || isLate ||
+                        std::all_of(m_sources.begin(), m_sources.end(),
+                                    [](const Source& source) { return source.source->isEnded(); })))
         endOutlets();
     if (!m_isEnding)
         return;
@@ -272,8 +275,10 @@ void Relay::interrupt()
     if (m_sinceInterrupt.isValid())
         return;
     m_sinceInterrupt.start();
-    if (!m_isEnding)
-        endOutlets();
+    for (const Source& source : m_sources)
+        if (!source.source->isEnded())
+            source.source->finish();
+    look();
 }
 
 void Relay::endOutlets()

@@ -5,6 +5,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QRegularExpression>
 
 #include <cmath>
 
@@ -87,6 +88,25 @@ bool readAddresses(const QStringList& inputs, const QStringList& outputs, RelayO
     return true;
 }
 
+/** Names the sessions of all inputs that can have one, each another, since a server has one reader of a name. */
+bool nameSessions(const QString& name, QVector<InputAddress>* inputs, QString* text)
+{
+    static const QRegularExpression right(QStringLiteral("^[A-Za-z0-9._-]{1,64}$"));
+    if (!right.match(name).hasMatch()) {
+        *text =
+            QStringLiteral("--session: \"%1\" is no name; it has letters, digits, \"-\", \"_\" and \".\"").arg(name);
+        return false;
+    }
+    int count = 0;
+    for (InputAddress& address : *inputs)
+        if (address.kind->properties & InputKind::SessionProperty)
+            address.session = ++count == 1 ? name : QStringLiteral("%1-%2").arg(name).arg(count);
+    if (count == 0)
+        *text = QStringLiteral(
+            "--session: none of the inputs has a server that keeps one; those of mqtt:// and mqtts:// do");
+    return count > 0;
+}
+
 } // namespace
 
 RelayOptions::Result RelayOptions::parse(const QStringList& arguments, RelayOptions* options, QString* text)
@@ -122,11 +142,13 @@ RelayOptions::Result RelayOptions::parse(const QStringList& arguments, RelayOpti
         option("buffer", "What may wait on disk for an output that is slow or gone; 1G unless told.", "SIZE");
     const QCommandLineOption bufferFolder =
         option("buffer-folder", "Where that waits, so that the next run goes on with it.", "FOLDER");
+    const QCommandLineOption session =
+        option("session", "Let servers of mqtt: inputs keep under NAME what comes while this does not run.", "NAME");
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Print this text."));
     const QCommandLineOption version(QStringList{QStringLiteral("v"), QStringLiteral("version")},
                                      QStringLiteral("Print the version."));
-    parser.addOptions({to, select, splitSize, splitTime, keep, overwrite, speed, stats, buffer, bufferFolder});
+    parser.addOptions({to, select, splitSize, splitTime, keep, overwrite, speed, stats, buffer, bufferFolder, session});
     parser.addOptions(SourceArguments::getOptions());
     parser.addOptions({help, version});
     parser.addPositionalArgument(QStringLiteral("INPUT..."), QStringLiteral("What to read."),
@@ -150,7 +172,8 @@ RelayOptions::Result RelayOptions::parse(const QStringList& arguments, RelayOpti
     QStringList outputs = parser.values(to);
     if (end >= 0) {
         QCommandLineParser before;
-        before.addOptions({to, select, splitSize, splitTime, keep, overwrite, speed, stats, buffer, bufferFolder});
+        before.addOptions(
+            {to, select, splitSize, splitTime, keep, overwrite, speed, stats, buffer, bufferFolder, session});
         before.addOptions(SourceArguments::getOptions());
         before.parse(arguments.mid(0, end));
         inputs = before.positionalArguments();
@@ -158,7 +181,8 @@ RelayOptions::Result RelayOptions::parse(const QStringList& arguments, RelayOpti
     } else {
         inputs = parser.positionalArguments();
     }
-    if (!readAddresses(inputs, outputs, options, text))
+    if (!readAddresses(inputs, outputs, options, text) ||
+        (parser.isSet(session) && !nameSessions(parser.value(session), &options->inputs, text)))
         return Wrong;
     const auto read = [&](const QCommandLineOption& one, const auto& units, qint64* number) {
         if (!parser.isSet(one) || readNumber(parser.value(one), units, number))

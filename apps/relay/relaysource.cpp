@@ -50,6 +50,14 @@ void RelaySource::stop()
     m_source->stop();
 }
 
+void RelaySource::finish()
+{
+    if (m_address.session.isEmpty() || m_source->getState() != StreamSource::Running)
+        return stop();
+    m_isFinishing = true;
+    m_source->finish();
+}
+
 void RelaySource::processState(int state)
 {
     if (m_isEnded || sender() != m_source.get())
@@ -60,6 +68,8 @@ void RelaySource::processState(int state)
     }
     if (state != StreamSource::Finished && state != StreamSource::Failed)
         return;
+    if (m_isFinishing)
+        return stop();
     const bool hasFailed = state == StreamSource::Failed;
     const QString reason = hasFailed ? m_source->getErrorString() : m_address.toString() + QLatin1String(": ended");
     if (m_address.kind->isLive()) {

@@ -34,6 +34,8 @@ public:
     /** Holds a recording before its next message, or lets it go on. */
     void setPaused(bool paused);
     void stop();
+    /** Ends it; one with a session hands out first what its server takes for read. */
+    void finish();
 
 Q_SIGNALS:
     /** What it is that comes is known. */
@@ -58,6 +60,7 @@ private:
     QTimer m_retryTimer;
     int m_pause = 0; // seconds before the next try
     bool m_paused = false;
+    bool m_isFinishing = false;
     bool m_isEnded = false;
     bool m_hasFailed = false;
 };

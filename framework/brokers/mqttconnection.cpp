@@ -22,6 +22,7 @@ namespace
 const int KeepAliveSeconds = 20;
 const int LookMs = 500;
 const int LeaveMs = 200;
+const quint32 SessionSeconds = 7 * 24 * 3600;
 const int LeastFailure = 0x80;
 const int UnsupportedVersion = 0x84;
 const int OldUnsupportedVersion = 1;
@@ -135,6 +136,8 @@ void MqttConnection::establish()
     mosquitto_property* properties = nullptr;
     if (m_isFive)
         mosquitto_property_add_int32(&properties, MQTT_PROP_MAXIMUM_PACKET_SIZE, MqttCheck::GreatestPacket);
+    if (m_isFive && !m_setup.session.isEmpty())
+        mosquitto_property_add_int32(&properties, MQTT_PROP_SESSION_EXPIRY_INTERVAL, SessionSeconds);
     const int code = mosquitto_connect_bind_v5(m_client, QFile::encodeName(path).constData(), 0, KeepAliveSeconds,
                                                nullptr, properties);
     mosquitto_property_free_all(&properties);
@@ -263,6 +266,12 @@ void MqttConnection::send()
 QString MqttConnection::reasonOf(int code) const
 {
     return m_isCut ? m_reason : MqttSetup::errorText(code);
+}
+
+void MqttConnection::setPaused(bool paused)
+{
+    if (m_reader)
+        m_reader->setEnabled(!paused && !m_isEnded);
 }
 
 void MqttConnection::end(const QString& reason)

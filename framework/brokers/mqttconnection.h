@@ -50,6 +50,8 @@ public:
 
     /** To be called when the library was given something to send. */
     void send();
+    /** Lets what comes wait at the server, or go on. */
+    void setPaused(bool paused);
     /** Sends what is there, takes leave of the server and says nothing more. */
     void close();
 

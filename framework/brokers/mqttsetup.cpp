@@ -49,7 +49,7 @@ mosquitto* MqttSetup::createClient(int version, void* self) const
     static std::once_flag initialized;
     std::call_once(initialized, [] { mosquitto_lib_init(); });
     mosquitto* const client =
-        mosquitto_new(clientName().constData(), true, self);
+        mosquitto_new((session.isEmpty() ? clientName() : session).constData(), session.isEmpty(), self);
     mosquitto_int_option(client, MOSQ_OPT_PROTOCOL_VERSION, version);
     if (!user.isEmpty() || !password.isEmpty())
         mosquitto_username_pw_set(client, user.constData(), password.isEmpty() ? nullptr : password.constData());

@@ -15,8 +15,7 @@ struct MqttSetup
      * error set where a file cannot be read. */
     bool read(const QMap<QString, QString>& parameters, QString* error);
 
-    /** A client of the library for it, under a name that no other has, whose session ends with its connection; to be
-     * destroyed with
+    /** A client of the library for it, under the name of the session or one that no other has; to be destroyed with
      * mosquitto_destroy(). Where to connect to, and what is encrypted, is left to MqttConnection. */
     mosquitto* createClient(int version, void* self) const;
 
@@ -34,6 +33,7 @@ struct MqttSetup
     QByteArray authority;   ///< the file of certificates to trust; empty for those of the system
     QByteArray certificate; ///< the file of one's own; may be empty
     QByteArray key;         ///< that it has
+    QByteArray session;     ///< a name under which the server keeps what comes meanwhile; empty for none
 };
 
 #endif

@@ -48,6 +48,8 @@ struct CORVELFRAMEWORK_EXPORT InputAddress
     quint16 port;          ///< 0 where there is none
     QMap<QString, QString> parameters; ///< what was told of them, by name; also "servers" and "user"
     QString password; ///< what somebody typed where it is not seen; neither parse() nor toString() knows it
+    QString session;  ///< with InputKind::SessionProperty, what a server calls what it keeps while nobody reads; else
+                      ///< empty, as it is for all who only look on; neither parse() nor toString() knows it
 };
 
 /**
@@ -82,6 +84,10 @@ public:
 
     /** Makes an open() or read() that waits, and every later one, return within about 100 ms. Safe from any thread. */
     virtual void cancel() = 0;
+
+    /** Makes an input with a session take nothing more from its server: read() hands out what was taken, which the
+     * server does not give again, and then ends. Does nothing for others. Safe from any thread. */
+    virtual void finish();
 
     /** Whether bytes arrive in their own time, so that the time of arrival means something. Known once it is open; but
      * a recording that goes on becomes live with a read() at its end, and is none after seek(). */

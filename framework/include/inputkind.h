@@ -60,7 +60,8 @@ struct CORVELFRAMEWORK_EXPORT InputKind
         FileProperty = 1,     ///< a path names it, and it can be a file that is looked into beforehand
         LiveProperty = 2,     ///< bytes come in their own time, and what was lost can come back
         DatagramProperty = 4, ///< it brings datagrams, which no frame crosses
-        WholeUrlProperty = 8  ///< its path is the whole address, with the scheme
+        WholeUrlProperty = 8, ///< its path is the whole address, with the scheme
+        SessionProperty = 16  ///< its server can keep what comes while nobody reads, see InputAddress::session
     };
 
     /** All kinds, in the order in which people are offered them. */

@@ -106,6 +106,10 @@ public:
     /** Ends reading soon without waiting for it; what is queued is dropped. The state becomes Finished. */
     void stop();
 
+    /** Ends an input with a session once everything was handed out that its server takes for read; see
+     * ByteInput::finish(). */
+    void finish();
+
     /** Holds a recording before its next message, or lets it go on. Live inputs go on whatever is said. */
     void setPaused(bool paused);
     /** Whether stop() was called, after which nothing goes on. */

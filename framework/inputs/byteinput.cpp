@@ -13,6 +13,8 @@ ByteInput::ByteInput(const QString& name)
 
 ByteInput::~ByteInput() {}
 
+void ByteInput::finish() {}
+
 qint64 ByteInput::getDroppedCount() const
 {
     return -1;

@@ -37,6 +37,11 @@ void PrefixedInput::cancel()
     m_input->cancel();
 }
 
+void PrefixedInput::finish()
+{
+    m_input->finish();
+}
+
 bool PrefixedInput::isLive() const
 {
     return m_input->isLive();

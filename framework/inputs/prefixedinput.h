@@ -22,6 +22,7 @@ public:
     bool open() override;
     Status read(QByteArray* bytes, int timeoutMs) override;
     void cancel() override;
+    void finish() override;
     bool isLive() const override;
     bool isDatagram() const override;
     qint64 getSize() const override;

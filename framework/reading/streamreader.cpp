@@ -123,6 +123,13 @@ void StreamReader::cancel()
     m_wake.notify_all();
 }
 
+void StreamReader::finish()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_input)
+        m_input->finish();
+}
+
 std::unique_ptr<StreamBatch> StreamReader::takeBatch()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);

@@ -46,6 +46,9 @@ public:
     /** Ends the thread soon, wherever it waits, and drops what is queued. */
     void cancel();
 
+    /** See ByteInput::finish(). */
+    void finish();
+
     /** The next batch; null when there is none now, and then batchesReady() comes with the next one. */
     std::unique_ptr<StreamBatch> takeBatch();
     /** Gives a batch back to be filled again. */

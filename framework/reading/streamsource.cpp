@@ -195,6 +195,11 @@ void StreamSource::stop()
         setState(Finished);
 }
 
+void StreamSource::finish()
+{
+    m_reader->finish();
+}
+
 int StreamSource::getPreparedPercent() const
 {
     return m_reader->getPreparedPercent();

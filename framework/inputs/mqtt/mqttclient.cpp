@@ -88,6 +88,7 @@ void MqttClient::runWith(bool isFive)
     });
     QObject::connect(&connection, &MqttConnection::handled, &loop, [&] {
         askForSchemas();
+        connection.setPaused(!m_settings.session.isEmpty() && m_queue->isFull());
     });
     QObject::connect(&connection, &MqttConnection::ended, &loop, [&](const QString& reason) {
         m_mayBeOlder = connection.mayBeOlder();
@@ -101,6 +102,7 @@ void MqttClient::runWith(bool isFive)
             fail(QCoreApplication::translate("MqttInput", "no answer within %1 s").arg(qint64(AnswerTime.count())));
         else
             askForSchemas();
+        connection.setPaused(!m_settings.session.isEmpty() && m_queue->isFull());
     });
     timer.start(WaitMs);
     connection.open();
@@ -119,7 +121,7 @@ void MqttClient::subscribe(const QByteArray& filter)
 {
     int mid = 0;
     if (mosquitto_subscribe_v5(m_connection->getClient(), &mid, filter.constData(),
-                               0, 0, nullptr) == MOSQ_ERR_SUCCESS)
+                               m_settings.session.isEmpty() ? 0 : 1, 0, nullptr) == MOSQ_ERR_SUCCESS)
         m_pending.emplace(mid, filter);
 }
 

@@ -34,7 +34,8 @@ struct MqttSettings : MqttSetup
  * Reads topics of a broker on a thread of its own, until the connection is lost or this is destroyed.
  *
  * It only reads: with a session that ends with the connection, under a name of its own, without a will, and with a
- * quality of service for which a server keeps nothing.
+ * quality of service for which a server keeps nothing. Where a session is named, the server keeps what comes meanwhile,
+ * and what has no room in the queue waits there.
  */
 class MqttClient
 {
@@ -43,6 +44,9 @@ public:
     MqttClient(const MqttSettings& settings, MqttQueue* queue);
     /** Waits for the thread. */
     ~MqttClient();
+
+    /** Takes leave of the server soon. */
+    void stop() { m_stopped = true; }
 
 private:
     typedef std::chrono::steady_clock Clock;

@@ -129,7 +129,7 @@ const InputKind MqttInputKind = {"mqtt:// mqtt:",
                                  "mqtt://[USER@]HOST[:PORT]/TOPICS[?password-file=FILE]",
                                  "mqtt://localhost/fleet/+/state,plant/#",
                                  DefaultPort,
-                                 InputKind::LiveProperty,
+                                 InputKind::LiveProperty | InputKind::SessionProperty,
                                  "envelopes",
                                  Fields,
                                  check,
@@ -140,7 +140,7 @@ const InputKind MqttsInputKind = {"mqtts:// mqtts:",
                                   "mqtts://[USER@]HOST[:PORT]/TOPICS[?password-file=FILE&ca=FILE&cert=FILE&key=FILE]",
                                   "mqtts://operator@broker.example/fleet/+/state?password-file=/etc/corvel/password",
                                   DefaultEncryptedPort,
-                                  InputKind::LiveProperty,
+                                  InputKind::LiveProperty | InputKind::SessionProperty,
                                   "envelopes",
                                   EncryptedFields,
                                   check,
@@ -150,6 +150,7 @@ MqttInput::MqttInput(const InputAddress& address)
     : ByteInput(address.toString())
     , m_address(address)
     , m_cancelled(false)
+    , m_isFinished(false)
 {
 }
 
@@ -164,11 +165,11 @@ bool MqttInput::open()
     QElapsedTimer timer;
     timer.start();
     MqttQueue::State state = MqttQueue::Connecting;
-    while (state == MqttQueue::Connecting && !m_cancelled && !timer.hasExpired(AnswerTimeoutMs))
+    while (state == MqttQueue::Connecting && !m_cancelled && !m_isFinished && !timer.hasExpired(AnswerTimeoutMs))
         state = m_queue.wait(MqttQueue::Connecting, SliceMs);
     if (state == MqttQueue::Receiving && !m_cancelled)
         return true;
-    setError(m_cancelled ? QCoreApplication::translate("ByteInput", "cancelled")
+    setError(m_cancelled || m_isFinished ? QCoreApplication::translate("ByteInput", "cancelled")
              : state == MqttQueue::Ended
                  ? m_queue.getError()
                  : QCoreApplication::translate("ByteInput", "no answer within %1 s").arg(AnswerTimeoutMs / 1000));
@@ -182,6 +183,7 @@ bool MqttInput::readSettings(MqttSettings* settings)
     settings->port = m_address.port;
     settings->isEncrypted = m_address.kind == &MqttsInputKind;
     settings->filters = filtersOf(m_address.path);
+    settings->session = m_address.session.toUtf8();
     QString error;
     if (!settings->read(m_address.parameters, &error)) {
         setError(error);
@@ -198,17 +200,27 @@ void MqttInput::cancel()
     m_queue.wake();
 }
 
+void MqttInput::finish()
+{
+    m_isFinished = !m_address.session.isEmpty();
+    m_queue.wake();
+}
+
 ByteInput::Status MqttInput::read(QByteArray* bytes, int timeoutMs)
 {
     bytes->clear();
     if (m_cancelled)
         return Nothing;
+    if (m_isFinished)
+        m_client->stop();
     const MqttQueue::State state = m_queue.wait(MqttQueue::Receiving, timeoutMs);
     *bytes = m_queue.take();
     if (!bytes->isEmpty())
         return Data;
     if (state != MqttQueue::Ended || m_cancelled)
         return Nothing;
+    if (m_isFinished)
+        return End;
     setError(m_queue.getError());
     return Failed;
 }

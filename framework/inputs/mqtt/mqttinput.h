@@ -25,6 +25,7 @@ public:
     bool open() override;
     Status read(QByteArray* bytes, int timeoutMs) override;
     void cancel() override;
+    void finish() override;
     bool isLive() const override { return true; }
     bool isDatagram() const override { return false; }
     qint64 getSize() const override { return -1; }
@@ -36,6 +37,7 @@ private:
 
     const InputAddress m_address;
     std::atomic<bool> m_cancelled;
+    std::atomic<bool> m_isFinished;
     MqttQueue m_queue;
     std::unique_ptr<MqttClient> m_client; // null before it is open
 };

@@ -66,6 +66,12 @@ void MqttQueue::end(const QString& error)
     m_wake.notify_all();
 }
 
+bool MqttQueue::isFull() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_size > MostBytes / 2;
+}
+
 MqttQueue::State MqttQueue::wait(State state, int timeoutMs)
 {
     std::unique_lock<std::mutex> lock(m_mutex);

@@ -30,6 +30,9 @@ public:
     /** The first error holds. */
     void end(const QString& error);
 
+    /** Whether little more should come. */
+    bool isFull() const;
+
     /** For the reader: waits until there is something to take, or the state is another than @p state. */
     State wait(State state, int timeoutMs);
     /** The oldest of what was received, about 64 KiB or a message; empty when there is nothing. */

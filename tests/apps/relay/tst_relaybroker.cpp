@@ -70,6 +70,7 @@ private Q_SLOTS:
     void whatWaitsOutlivesTheProgram();
     void brokersThatAreSecured();
     void rubbishEndsAConnection();
+    void aSessionMissesNothing();
     void jetStreamHasEachMessageOnce();
     void anotherServerTakesOver();
 };
@@ -184,6 +185,46 @@ void TestRelayBroker::rubbishEndsAConnection()
     QVERIFY2(said.contains("the server sent a PUBACK with the unknown property 0x7f (packet 2); trying again\n"), said);
     relay.kill();
     relay.waitForFinished();
+}
+
+void TestRelayBroker::aSessionMissesNothing()
+{
+    const int count = 3000;
+    QProcess broker;
+    startBroker(&broker, "allow_anonymous true\nmax_queued_messages 0\nlog_type all");
+    QProcess listener;
+    startInShell(&listener, QString("exec stdbuf -oL mosquitto_sub -p %1 -t 'fleet/in/#' -F %p").arg(m_port),
+                 m_folder.path());
+    QByteArray heard;
+    const auto hears = [&](int lines) {
+        return waitFor([&] { return (heard += listener.readAllStandardOutput()).count('\n') >= lines; });
+    };
+    const QString command = QString("exec corvel-relay 'mqtt://localhost:%1/in/#' --session here --to ").arg(m_port);
+    std::unique_ptr<QProcess> relay(new QProcess);
+    startInShell(relay.get(), command + address(), m_folder.path());
+    QVERIFY(waitFor([&] {
+        QFile log(m_folder.filePath("broker.txt"));
+        return log.open(QIODevice::ReadOnly) && log.readAll().contains("Sending SUBACK to here");
+    }));
+    QProcess publisher;
+    startInShell(&publisher, QString("seq 1 %1 | mosquitto_pub -p %2 -q 1 -t in/a -l; sleep 60").arg(count).arg(m_port),
+                 m_folder.path());
+    QVERIFY(hears(count / 10));
+    relay->terminate();
+    QVERIFY(relay->waitForFinished());
+    relay.reset(new QProcess);
+    startInShell(relay.get(), command + address(), m_folder.path());
+    QVERIFY2(hears(count), heard.right(100));
+    QSet<QByteArray> numbers;
+    for (const QByteArray& line : heard.split('\n'))
+        numbers.insert(line);
+    QCOMPARE(int(numbers.size()), count + 1); // and nothing behind the last end of a line
+    for (QProcess* process : {relay.get(), &publisher, &listener, &broker}) {
+        process->terminate();
+        process->waitForFinished();
+    }
+    QVERIFY(run(command + address() + " --session 'a b'").contains("\"a b\" is no name"));
+    QVERIFY(run("corvel-relay s.bin --session x --to " + address()).contains("none of the inputs has a server"));
 }
 
 /** Starts a server with JetStream, and connects to it. */
