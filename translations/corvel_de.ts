@@ -670,6 +670,30 @@
         <source>Open the Folder of a Recording</source>
         <translation>Ordner einer Aufzeichnung öffnen</translation>
     </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>Verbinden</translation>
+    </message>
+    <message>
+        <source>Open recordings (%1)</source>
+        <translation>Aufzeichnungen öffnen (%1)</translation>
+    </message>
+    <message>
+        <source>Listen to a device: UDP, TCP, a serial port, a broker (%1)</source>
+        <translation>Einem Gerät zuhören: UDP, TCP, serielle Schnittstelle, Broker (%1)</translation>
+    </message>
+    <message>
+        <source>Finish the recording in %1</source>
+        <translation>Die Aufzeichnung in %1 abschließen</translation>
+    </message>
+    <message>
+        <source>Write down what the chosen source brings, byte for byte</source>
+        <translation>Mitschreiben, was die gewählte Quelle bringt, Byte für Byte</translation>
+    </message>
 </context>
 <context>
     <name>FindBar</name>
@@ -744,6 +768,14 @@
     <message>
         <source>Looking ...</source>
         <translation>Sucht ...</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Show only what matches a text (%1)</source>
+        <translation>Nur zeigen, was zu einem Text passt (%1)</translation>
     </message>
 </context>
 <context>
@@ -1295,6 +1327,33 @@
     </message>
 </context>
 <context>
+    <name>LayoutMenu</name>
+    <message>
+        <source>&amp;Layouts</source>
+        <translation>An&amp;ordnungen</translation>
+    </message>
+    <message>
+        <source>&amp;Reset</source>
+        <translation>&amp;Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>&amp;Save As...</source>
+        <translation>&amp;Speichern unter ...</translation>
+    </message>
+    <message>
+        <source>Re&amp;move</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>Save Layout</source>
+        <translation>Anordnung speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Name; one that exists is replaced:</source>
+        <translation>&amp;Name; eine vorhandene wird ersetzt:</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Corvel Monitor</source>
@@ -1315,10 +1374,6 @@
     <message>
         <source>&amp;View</source>
         <translation>&amp;Ansicht</translation>
-    </message>
-    <message>
-        <source>Tree</source>
-        <translation>Baum</translation>
     </message>
     <message>
         <source>Pause &amp;Views</source>
@@ -1379,6 +1434,14 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Free software: its own source is under the licence %1; as a whole, with the library that draws the plot, it is under %2.</source>
         <translation>Freie Software: Der eigene Quelltext steht unter der Lizenz %1, das Ganze mit der Bibliothek, die den Verlauf zeichnet, unter %2.</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>Tool Bar</source>
+        <translation>Werkzeugleiste</translation>
     </message>
 </context>
 <context>
@@ -3307,10 +3370,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Neu verb&amp;inden</translation>
     </message>
     <message>
-        <source>Recor&amp;d...</source>
-        <translation>Auf&amp;zeichnen ...</translation>
-    </message>
-    <message>
         <source>C&amp;lose</source>
         <translation>S&amp;chließen</translation>
     </message>
@@ -3319,32 +3378,12 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Quellen</translation>
     </message>
     <message>
-        <source>Co&amp;nnect...</source>
-        <translation>&amp;Verbinden ...</translation>
-    </message>
-    <message>
-        <source>Open another source: UDP, TCP, a file, with its definitions</source>
-        <translation>Eine weitere Quelle öffnen: UDP, TCP, eine Datei, mit ihren Definitionen</translation>
-    </message>
-    <message>
         <source>Open the chosen source anew, now</source>
         <translation>Die gewählte Quelle jetzt neu öffnen</translation>
     </message>
     <message>
         <source>Close the chosen source, and forget what it received</source>
         <translation>Die gewählte Quelle schließen und vergessen, was sie empfing</translation>
-    </message>
-    <message>
-        <source>Stop Recor&amp;ding</source>
-        <translation>Aufzeichnung stoppe&amp;n</translation>
-    </message>
-    <message>
-        <source>Finish the recording in %1</source>
-        <translation>Die Aufzeichnung in %1 abschließen</translation>
-    </message>
-    <message>
-        <source>Write down what arrives, byte for byte</source>
-        <translation>Byte für Byte aufzeichnen, was ankommt</translation>
     </message>
     <message>
         <source>Connect to a device, or drop a recording on the window.</source>
@@ -3418,6 +3457,30 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>The end of %1 could not be written: %2.</source>
         <translation>Das Ende von %1 konnte nicht geschrieben werden: %2.</translation>
     </message>
+    <message>
+        <source>listening</source>
+        <translation>lauscht</translation>
+    </message>
+    <message>
+        <source>connected</source>
+        <translation>verbunden</translation>
+    </message>
+    <message>
+        <source>silent since %1</source>
+        <translation>still seit %1</translation>
+    </message>
+    <message>
+        <source>playing</source>
+        <translation>spielt</translation>
+    </message>
+    <message>
+        <source>paused</source>
+        <translation>angehalten</translation>
+    </message>
+    <message>
+        <source>stopped</source>
+        <translation>abgebrochen</translation>
+    </message>
 </context>
 <context>
     <name>StatisticsPanel</name>
@@ -3461,8 +3524,32 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>%1 Quellen, %2 mit Aufzeichnung</translation>
     </message>
     <message>
-        <source>%1 messages   %2 /s   %3 kB/s   %4 not displayed   %5 checksum failures</source>
-        <translation>%1 Nachrichten   %2 /s   %3 kB/s   %4 nicht angezeigt   %5 Prüfsummenfehler</translation>
+        <source>%1 messages   %2 /s   %3   %4/s</source>
+        <translation>%1 Nachrichten   %2 /s   %3   %4/s</translation>
+    </message>
+    <message>
+        <source>The views are brought up to date some times a second and show the newest message of each type. %1 were overtaken before that; all are counted.</source>
+        <translation>Die Ansichten werden einige Male in der Sekunde aufgefrischt und zeigen die neueste Nachricht jedes Typs. %1 wurden davor überholt; gezählt sind alle.</translation>
+    </message>
+    <message>
+        <source>&lt; 0.1 % lost</source>
+        <translation>&lt; 0,1 % verloren</translation>
+    </message>
+    <message>
+        <source>%1 % lost</source>
+        <translation>%1 % verloren</translation>
+    </message>
+    <message>
+        <source>%1 numbers of messages were skipped by those who number theirs. It is a lower bound.</source>
+        <translation>%1 Nummern von Nachrichten wurden von denen übersprungen, die ihre zählen. Es ist eine untere Grenze.</translation>
+    </message>
+    <message>
+        <source>%1 damaged</source>
+        <translation>%1 beschädigt</translation>
+    </message>
+    <message>
+        <source>Checksum failures: %1. Cut off: %2. None of them is shown as a message.</source>
+        <translation>Prüfsummenfehler: %1. Abgeschnitten: %2. Nichts davon wird als Nachricht gezeigt.</translation>
     </message>
 </context>
 <context>

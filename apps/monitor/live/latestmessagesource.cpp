@@ -33,7 +33,6 @@ void LatestMessageSource::removeSession(const LiveStream* session)
     for (std::size_t i = 0; i < m_sessions.size(); ++i) {
         if (m_sessions[i].session == session) {
             LatestMessages* const messages = m_sessions[i].messages;
-            m_overtakenBefore += messages->getOvertakenCount();
             m_sessions.erase(m_sessions.begin() + std::ptrdiff_t(i));
             forget(messages);
             return;
@@ -146,7 +145,7 @@ MessageReference LatestMessageSource::getLatest(const MessageInfo* info, const Q
 
 quint64 LatestMessageSource::getOvertakenCount() const
 {
-    quint64 count = m_overtakenBefore;
+    quint64 count = 0;
     for (const Session& session : m_sessions)
         count += session.messages->getOvertakenCount();
     return count;

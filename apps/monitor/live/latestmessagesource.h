@@ -118,7 +118,6 @@ private:
     QString m_sender;
     int m_rate = DefaultRate;
     bool m_suspended = false;
-    quint64 m_overtakenBefore = 0; // by sessions that are gone
 };
 
 #endif

@@ -173,6 +173,34 @@ QColor Theme::faintText(const QPalette& palette)
     return QColor(mix(text.red(), ground.red()), mix(text.green(), ground.green()), mix(text.blue(), ground.blue()));
 }
 
+QColor Theme::accent(const QPalette& palette, Accent accent)
+{
+    struct Pair
+    {
+        QRgb light;
+        QRgb dark;
+    };
+    static const Pair colors[] = {{0, 0},
+                                  {0x1b7f3b, 0x5fd38a},
+                                  {0x1c6fb5, 0x6cb6ff},
+                                  {0xa65b00, 0xffb632},
+                                  {0xc62828, 0xff7b72},
+                                  {0x7b3fb5, 0xc39bff}};
+    const Pair& pair = colors[accent];
+    if (accent == Plain)
+        return palette.color(QPalette::ButtonText);
+    return QColor(isDark(palette) ? pair.dark : pair.light);
+}
+
+QColor Theme::changeShade(const QPalette& palette, int percent)
+{
+    // On a dark ground a little of a dark blue cannot be seen.
+    const bool dark = isDark(palette);
+    QColor color = dark ? accent(palette, Waiting) : palette.color(QPalette::Highlight);
+    color.setAlpha(255 * (dark ? percent + 6 : percent) / 100);
+    return color;
+}
+
 void Theme::makeHint(QLabel* label)
 {
     label->setAlignment(Qt::AlignCenter);

@@ -18,6 +18,17 @@ enum Kind
     Dark
 };
 
+/** What a colour says. None of them says it alone: beside it stand a word and a shape. */
+enum Accent
+{
+    Plain,
+    Good,
+    Waiting, ///< nothing is wrong, and nothing comes
+    Warning,
+    Bad,
+    Simulated
+};
+
 /** To be called once, before there are windows: what apply() does to widgets, without colours. */
 void initialize();
 /** Uses these colours from now on, in every window. */
@@ -26,6 +37,10 @@ void apply(Kind kind);
 bool find(const QString& name, Kind* kind);
 QString nameOf(Kind kind);
 
+/** A colour that can be seen on the grounds of @p palette. */
+QColor accent(const QPalette& palette, Accent accent);
+/** What shades a value that changed, @p percent strong; translucent. */
+QColor changeShade(const QPalette& palette, int percent);
 /** Text that stands back, such as what is old: fainter than other text, and still easy to read. */
 QColor faintText(const QPalette& palette);
 /** Gives what a label says to do next the look of a hint. */

@@ -25,6 +25,7 @@ void Desk::addSession(SourceSession* session)
     connect(session, &SourceSession::formatChanged, &m_sources, &SourceModel::followFormats);
     connect(session, &SourceSession::recordingFailed, this, &Desk::failed);
     connect(session, &SourceSession::problem, this, &Desk::problem);
+    connect(session, &SourceSession::recovered, this, &Desk::recovered);
     // A sender that was chosen stays so when its name tells its source, or tells it no longer.
     connect(session, &SourceSession::senderRenamed, this, [this](const QString& before, const QString& now) {
         m_latest.renameSender(before, now);

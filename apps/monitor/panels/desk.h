@@ -112,10 +112,8 @@ Q_SIGNALS:
     void wanted(QWidget* widget);
     /** The panels have got their first sizes. */
     void arranged();
-    /** The user wants to open something. */
-    void connectRequested();
-    /** The user wants the chosen source recorded, or not any more. */
-    void recordRequested(bool record);
+    /** What failed before works again. */
+    void recovered();
     /** The user wants this file added to the definitions. */
     void annotationsRequested(const QString& path);
 

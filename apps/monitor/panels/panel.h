@@ -80,7 +80,8 @@ struct PanelPlace
     int width;              ///< thousandths of the window's; 0 is as it comes
     int height;             ///< likewise
     const char* tabbedWith; ///< id of a panel further up in the table, in front of it; null for room of its own
-    const char* whenNarrow; ///< likewise in a window without room for all; empty hides it until it is filled
+    const char* whenNarrow; ///< likewise in a window without room for all
+    bool waits = false;     ///< hidden until it is filled
 };
 
 /** What the window has to know of a panel to have it. */

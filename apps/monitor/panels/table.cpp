@@ -28,20 +28,20 @@ const QVector<PanelRow>& getPanelTable()
         {"tree", QT_TRANSLATE_NOOP("Panel", "Message Tree"),
          {Place::Center, 0, 0, nullptr, nullptr}, create<TreePanel>},
         {"watches", QT_TRANSLATE_NOOP("Panel", "Watches"),
-         {Place::Top, 0, 0, nullptr, ""}, create<WatchBar>},
+         {Place::Top, 0, 0, nullptr, nullptr, true}, create<WatchBar>},
         {"sources", QT_TRANSLATE_NOOP("Panel", "Sources"),
          {Place::Left, 0, 167, nullptr, nullptr}, create<SourcePanel>},
         {"types", QT_TRANSLATE_NOOP("Panel", "Message Types"),
          {Place::Left, 300, 500, nullptr, nullptr}, create<TypePanel>},
-        {"forms", QT_TRANSLATE_NOOP("Panel", "Forms"),
-         {Place::Right, 200, 0, nullptr, "types"}, create<FormPanel>},
         {"statistics", QT_TRANSLATE_NOOP("Panel", "Statistics"),
-         {Place::Bottom, 556, 250, nullptr, nullptr}, create<StatisticsPanel>},
+         {Place::Left, 0, 0, "types", nullptr}, create<StatisticsPanel>},
+        {"forms", QT_TRANSLATE_NOOP("Panel", "Forms"),
+         {Place::Left, 0, 0, "types", nullptr}, create<FormPanel>},
         {"events", QT_TRANSLATE_NOOP("Panel", "Events"),
-         {Place::Bottom, 444, 0, nullptr, "statistics"}, create<EventPanel>},
+         {Place::Bottom, 0, 190, nullptr, nullptr}, create<EventPanel>},
 #ifdef CORVEL_MONITOR_PLOT
-        {"plot", QT_TRANSLATE_NOOP("Panel", "Plot"),
-         {Place::Bottom, 0, 0, "events", "statistics"}, create<PlotPanel>, "GPL-3.0-or-later"}, // as QCustomPlot is
+        {"plot", QT_TRANSLATE_NOOP("Panel", "Plot"), // half of the middle; as high as that when it is narrow
+         {Place::Right, 350, 400, nullptr, "events", true}, create<PlotPanel>, "GPL-3.0-or-later"}, // as QCustomPlot is
 #endif
         {"playback", QT_TRANSLATE_NOOP("Panel", "Playback"),
          {Place::Bar, 0, 0, nullptr, nullptr}, create<PlaybackBar>},

@@ -115,6 +115,7 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     if (isFile)
         parts->path = file.absoluteFilePath();
     parts->isLive = address.kind->isLive();
+    parts->isDatagram = address.kind->isDatagram();
     // Who names a schema for what is no recording means bare messages of its type.
     if (stream.container.isEmpty() && hasNamedTypes(options) && !(isFile && file.isFile()))
         stream.container = QStringLiteral("delimited");

@@ -39,9 +39,10 @@ struct SourceParts
 {
     std::unique_ptr<ByteInput> input;
     std::unique_ptr<StreamOpener> opener;
-    QString name;        ///< what people call it: the name of a file, an address
-    QString path;        ///< of a file, absolute; else empty
-    bool isLive = false; ///< whether it is worth trying again when it is lost
+    QString name;            ///< what people call it: the name of a file, an address
+    QString path;            ///< of a file, absolute; else empty
+    bool isLive = false;     ///< whether it is worth trying again when it is lost
+    bool isDatagram = false; ///< whether it is open before anybody sends
 };
 
 /** Opens sources, and keeps the definitions that they are decoded with. */

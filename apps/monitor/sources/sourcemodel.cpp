@@ -1,13 +1,10 @@
 #include "sourcemodel.h"
 
+#include "icons.h"
 #include "playbacktime.h"
 
-#include <QApplication>
 #include <QFileInfo>
-#include <QIcon>
 #include <QLocale>
-#include <QPainter>
-#include <QStyle>
 
 SourceModel::SourceModel(SourceFactory* factory, const SourceSession::Receivers& receivers, QObject* parent)
     : QAbstractTableModel(parent)
@@ -165,7 +162,8 @@ QString SourceModel::stateText(const SourceSession* session)
         return session->getStateText();
     const QString size = QLocale().formattedDataSize(recorder.getSize(), 1, QLocale::DataSizeSIFormat);
     const QString length = PlaybackTime::lengthText(recorder.getDuration() * 1000);
-    if (session->getState() == SourceSession::Receiving)
+    const SourceSession::Standing standing = session->getStanding();
+    if (standing == SourceSession::Coming || standing == SourceSession::Playing)
         return tr("recording, %1 in %2", "size, duration").arg(size, length);
     return tr("recorded %1 in %2, %3", "size, duration, state").arg(size, length, session->getStateText());
 }
@@ -173,19 +171,22 @@ QString SourceModel::stateText(const SourceSession* session)
 // What needs an eye is seen without reading.
 static QIcon stateIcon(const SourceSession* session)
 {
-    if (session->getState() == SourceSession::Failed || session->getState() == SourceSession::Waiting)
-        return QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
-    if (!session->getRecorder().isRecording())
-        return QIcon();
-    QPixmap pixmap(64, 64);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(Qt::white, 6)); // also a selected row has to show it
-    painter.setBrush(QColor(0xd32f2f));
-    painter.drawEllipse(QRectF(8, 8, 48, 48));
-    painter.end();
-    return QIcon(pixmap);
+    struct Sign
+    {
+        Icons::Shape shape;
+        Theme::Accent accent;
+    };
+    static const Sign signs[] = {
+        {Icons::Dots, Theme::Waiting},   {Icons::Listening, Theme::Waiting}, {Icons::Listening, Theme::Waiting},
+        {Icons::Receiving, Theme::Good}, {Icons::Silent, Theme::Warning},    {Icons::Play, Theme::Good},
+        {Icons::Pause, Theme::Waiting},  {Icons::Stopped, Theme::Plain},     {Icons::Stopped, Theme::Plain},
+        {Icons::Failed, Theme::Bad},     {Icons::Again, Theme::Warning},
+    };
+    const SourceSession::Standing standing = session->getStanding();
+    const bool isWell = standing != SourceSession::Lost && standing != SourceSession::Retrying;
+    if (isWell && session->getRecorder().isRecording())
+        return Icons::create(Icons::Recording, Theme::Bad);
+    return Icons::create(signs[standing].shape, signs[standing].accent);
 }
 
 QVariant SourceModel::data(const QModelIndex& index, int role) const
@@ -201,6 +202,8 @@ QVariant SourceModel::data(const QModelIndex& index, int role) const
                                                      : QString());
     if (role == Qt::DecorationRole && index.column() == StateColumn)
         return stateIcon(session);
+    if (role == Qt::DecorationRole && index.column() == SourceColumn && session->getOptions().isSimulation())
+        return Icons::create(Icons::Flask, Theme::Simulated);
     if (role != Qt::DisplayRole)
         return QVariant();
     switch (index.column()) {

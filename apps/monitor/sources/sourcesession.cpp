@@ -10,6 +10,8 @@
 static const int LongestWait = 30;
 static const int LeastRateMilliseconds = 1000;
 
+static const int SilentSeconds = 5; // without anything, until people are told
+
 static int s_second = 1000;
 
 SourceSession::SourceSession(const SourceOptions& options, SourceFactory* factory, const Receivers& receivers,
@@ -50,6 +52,7 @@ void SourceSession::open(const QString& name, SourceParts parts, const StreamSou
     m_name = name;
     m_path = parts.path;
     m_live = parts.isLive;
+    m_datagram = parts.isDatagram;
     m_playback = playback;
     start(std::move(parts));
 }
@@ -74,7 +77,9 @@ void SourceSession::start(SourceParts parts)
     connect(source.get(), &StreamSource::recognized, this, &SourceSession::formatChanged);
     connect(source.get(), &StreamSource::datagramsDropped, this, [this](qint64 count) { m_dropped += count; });
     connect(source.get(), &StreamSource::problem, this, &SourceSession::problem);
+    connect(source.get(), &StreamSource::received, this, [this]() { m_lastArrival = QDateTime::currentDateTimeUtc(); });
     m_source = std::move(source);
+    m_lastArrival = QDateTime();
     m_sinceRate.start();
     m_source->start();
 }
@@ -180,6 +185,8 @@ void SourceSession::processState(int state)
         setState(Opening);
         break;
     case StreamSource::Running:
+        if (!m_error.isEmpty())
+            Q_EMIT recovered();
         m_error.clear();
         setState(Receiving);
         break;
@@ -226,20 +233,53 @@ void SourceSession::setState(State state)
     Q_EMIT changed();
 }
 
-QString SourceSession::getStateText() const
+SourceSession::Standing SourceSession::getStanding() const
 {
     switch (m_state) {
-    case Opening: {
+    case Opening:
+        return BeingOpened;
+    case Ended:
+        return m_source->isStopped() ? Stopped : Over;
+    case Failed:
+        return Lost;
+    case Waiting:
+        return Retrying;
+    case Receiving:
+        break;
+    }
+    if (isPlayback())
+        return m_source->isPaused() ? Paused : Playing;
+    if (m_lastArrival.isNull())
+        return m_datagram ? Listening : Connected;
+    return m_lastArrival.msecsTo(QDateTime::currentDateTimeUtc()) < qint64(SilentSeconds) * s_second ? Coming : Silent;
+}
+
+QString SourceSession::getStateText() const
+{
+    switch (getStanding()) {
+    case BeingOpened: {
         const int percent = m_source->getPreparedPercent();
         return percent < 0 ? tr("opening") : tr("looking through it, %1 %").arg(percent);
     }
-    case Receiving:
+    case Listening:
+        return tr("listening");
+    case Connected:
+        return tr("connected");
+    case Coming:
         return tr("receiving");
-    case Ended:
+    case Silent:
+        return tr("silent since %1").arg(m_lastArrival.toLocalTime().toString(QLatin1String("HH:mm:ss")));
+    case Playing:
+        return tr("playing");
+    case Paused:
+        return tr("paused");
+    case Stopped:
+        return tr("stopped");
+    case Over:
         return tr("ended");
-    case Failed:
+    case Lost:
         return tr("failed: %1").arg(m_error);
-    case Waiting:
+    case Retrying:
         if (m_error.isEmpty())
             return tr("ended, again in %1 s").arg(m_secondsLeft);
         return tr("again in %1 s: %2").arg(m_secondsLeft).arg(m_error);

@@ -9,6 +9,7 @@
 #include "sourcefactory.h"
 #include "streamsource.h"
 
+#include <QDateTime>
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
@@ -39,6 +40,22 @@ public:
         Waiting ///< to be opened again
     };
 
+    /** The same as people see it. */
+    enum Standing
+    {
+        BeingOpened,
+        Listening, ///< open to whoever may send, and nobody did
+        Connected, ///< and nothing came so far
+        Coming,
+        Silent, ///< nothing comes any more
+        Playing,
+        Paused,
+        Stopped, ///< a recording, before its end
+        Over,
+        Lost, ///< for good
+        Retrying
+    };
+
     /** Where what is received goes. Everything is borrowed. */
     struct Receivers
     {
@@ -61,7 +78,8 @@ public:
     const QString& getPath() const { return m_path; }
 
     State getState() const { return m_state; }
-    /** The state in words, with the reason of a failure and the seconds until another try. */
+    Standing getStanding() const;
+    /** The standing in words, with the reason of a failure and the seconds until another try. */
     QString getStateText() const;
     /** Why the source failed last; empty while it is well. */
     const QString& getErrorText() const { return m_error; }
@@ -102,7 +120,7 @@ public:
 
     /** Opens the source anew now, by the user's wish. */
     void reconnect();
-    /** How long a second of waiting takes in milliseconds; for tests. */
+    /** How long a second of waiting, or of silence, takes in milliseconds; for tests. */
     static void setSecondOfWaiting(int milliseconds);
 
     /** Messages, also of unknown types, and bytes a second, of the last second or so. */
@@ -116,6 +134,8 @@ Q_SIGNALS:
     void changed();
     /** A sender is called otherwise now, see setQualified(). */
     void senderRenamed(const QString& before, const QString& now);
+    /** It failed before, and is well again. */
+    void recovered();
     /** The source has other definitions now. */
     void formatChanged();
     /** Recording ended because it could not be written. */
@@ -138,6 +158,7 @@ private:
     QString m_name;
     QString m_path;
     bool m_live = false;
+    bool m_datagram = false;
     bool m_qualified = false;
     State m_state = Opening;
     QString m_error;
@@ -155,7 +176,8 @@ private:
     int m_retrySeconds = 0; // of the next wait
     int m_secondsLeft = 0;
 
-    qint64 m_dropped = 0; // datagrams, of which the log does not know yet
+    QDateTime m_lastArrival; // since it was opened; null before the first
+    qint64 m_dropped = 0;    // datagrams, of which the log does not know yet
     QElapsedTimer m_sinceRate;
     quint64 m_rateMessages = 0;
     quint64 m_rateBytes = 0;

@@ -6,11 +6,14 @@
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QMenu>
+#include <QTimer>
 #include <QToolBar>
 
 // A window of fewer lines' heights than this in width has no room for docks on both sides.
 static const int NarrowLines = 70;
 static const int Whole = 1000; // of which places are parts
+// A state of a window with other places says nothing of this one.
+static const int Edition = 2;
 
 static Qt::DockWidgetArea dockArea(PanelPlace::Area area)
 {
@@ -47,7 +50,7 @@ DockLayout::DockLayout(QMainWindow* window, const PanelSet* panels)
             addDock(entry.row, widget);
         }
     }
-    window->setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    window->setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
 }
 
 void DockLayout::addDock(const PanelRow& row, QWidget* widget)
@@ -55,6 +58,12 @@ void DockLayout::addDock(const PanelRow& row, QWidget* widget)
     QDockWidget* const dock = new QDockWidget(QCoreApplication::translate("Panel", row.title), m_window);
     dock->setObjectName(QLatin1String(row.id));
     dock->setWidget(widget);
+    place(row, dock);
+}
+
+void DockLayout::place(const PanelRow& row, QDockWidget* dock)
+{
+    dock->setFloating(false);
     m_window->addDockWidget(dockArea(row.place.area), dock);
     if (QDockWidget* const front = getDock(QLatin1String(row.place.tabbedWith))) {
         m_window->tabifyDockWidget(front, dock);
@@ -76,33 +85,40 @@ void DockLayout::addActionsTo(QMenu* menu)
 
 void DockLayout::show(const QWidget* widget)
 {
+    if (!m_isArranged) {
+        m_wanted.append(widget); // what is arranged then would hide it again
+        return;
+    }
     for (const PanelSet::Entry& entry : m_panels->getEntries()) {
         QDockWidget* const dock = getDock(QLatin1String(entry.row.id));
         if (!dock || entry.panel->getWidget() != widget)
             continue;
+        const bool isNew = entry.row.place.waits && dock->isHidden() && !m_shown.contains(dock);
         dock->show();
         dock->raise();
+        m_shown.insert(dock);
+        if (isNew) // once there is a layout to take sizes from
+            QTimer::singleShot(0, dock, [this, &entry]() { giveRoom(entry.row); });
     }
 }
 
-// On a small screen the middle needs the room: what else there is lies behind tabs, or waits until it is filled.
-void DockLayout::shareRoom()
+// A panel that was hidden comes with its share of the room.
+void DockLayout::giveRoom(const PanelRow& row)
 {
-    for (const PanelSet::Entry& entry : m_panels->getEntries()) {
-        const char* const front = entry.row.place.whenNarrow;
-        QDockWidget* const dock = getDock(QLatin1String(entry.row.id));
-        if (!dock || !front)
-            continue;
-        if (*front == '\0') {
-            dock->setVisible(entry.panel->isFilled());
-            continue;
-        }
-        m_window->tabifyDockWidget(getDock(QLatin1String(front)), dock);
-        (entry.panel->isFilled() ? dock : getDock(QLatin1String(front)))->raise();
-    }
+    QDockWidget* const dock = getDock(QLatin1String(row.id));
+    const bool isBelow = m_window->dockWidgetArea(dock) == Qt::BottomDockWidgetArea;
+    const int share = isBelow ? row.place.height : row.place.width;
+    if (share > 0)
+        m_window->resizeDocks({dock}, {(isBelow ? m_window->height() : m_window->width()) * share / Whole},
+                              isBelow ? Qt::Vertical : Qt::Horizontal);
 }
 
-void DockLayout::resize(PanelPlace::Area area, bool isNarrow)
+bool DockLayout::isNarrow() const
+{
+    return m_window->width() < NarrowLines * m_window->fontMetrics().height();
+}
+
+void DockLayout::resize(PanelPlace::Area area)
 {
     QList<QDockWidget*> wide;
     QList<QDockWidget*> high;
@@ -110,15 +126,14 @@ void DockLayout::resize(PanelPlace::Area area, bool isNarrow)
     QList<int> heights;
     for (const PanelSet::Entry& entry : m_panels->getEntries()) {
         const PanelPlace& place = entry.row.place;
-        if (place.area != area)
-            continue;
         QDockWidget* const dock = getDock(QLatin1String(entry.row.id));
-        const bool isBehind = isNarrow && place.whenNarrow; // and has what the one in front has
-        if (place.width > 0 && !isBehind) {
+        if (place.area != area || dock->isHidden() || (place.whenNarrow && isNarrow()))
+            continue;
+        if (place.width > 0) {
             wide.append(dock);
             widths.append(m_window->width() * place.width / Whole);
         }
-        if (place.height > 0 && !isBehind) {
+        if (place.height > 0) {
             high.append(dock);
             heights.append(m_window->height() * place.height / Whole);
         }
@@ -129,9 +144,61 @@ void DockLayout::resize(PanelPlace::Area area, bool isNarrow)
 
 void DockLayout::arrange()
 {
-    const bool isNarrow = m_window->width() < NarrowLines * m_window->fontMetrics().height();
-    if (isNarrow)
-        shareRoom();
+    for (const PanelSet::Entry& entry : m_panels->getEntries()) {
+        QDockWidget* const dock = getDock(QLatin1String(entry.row.id));
+        if (!dock)
+            continue;
+        if (entry.row.place.whenNarrow && isNarrow()) {
+            QDockWidget* const front = getDock(QLatin1String(entry.row.place.whenNarrow));
+            m_window->tabifyDockWidget(front, dock);
+            front->raise();
+        }
+        dock->setVisible(!entry.row.place.waits || entry.panel->isFilled());
+    }
     for (const PanelPlace::Area area : {PanelPlace::Left, PanelPlace::Right, PanelPlace::Top, PanelPlace::Bottom})
-        resize(area, isNarrow);
+        resize(area);
+    finish();
+}
+
+void DockLayout::finish()
+{
+    m_isArranged = true;
+    const QVector<const QWidget*> wanted = std::move(m_wanted);
+    m_wanted.clear();
+    for (const QWidget* const widget : wanted)
+        show(widget);
+}
+
+void DockLayout::reset()
+{
+    m_shown.clear();
+    for (const PanelSet::Entry& entry : m_panels->getEntries())
+        if (QDockWidget* const dock = getDock(QLatin1String(entry.row.id)))
+            m_window->removeDockWidget(dock);
+    for (const PanelSet::Entry& entry : m_panels->getEntries()) {
+        if (QDockWidget* const dock = getDock(QLatin1String(entry.row.id))) {
+            place(entry.row, dock);
+            dock->show();
+        } else if (QToolBar* const bar = qobject_cast<QToolBar*>(entry.panel->getWidget())) {
+            m_window->addToolBar(Qt::BottomToolBarArea, bar);
+        }
+    }
+    const QList<QToolBar*> bars = m_window->findChildren<QToolBar*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QToolBar* const bar : bars)
+        if (m_window->toolBarArea(bar) == Qt::TopToolBarArea)
+            bar->show(); // those at the bottom come and go by themselves
+    arrange();
+}
+
+QByteArray DockLayout::save() const
+{
+    return m_window->saveState(Edition);
+}
+
+bool DockLayout::restore(const QByteArray& state)
+{
+    if (!m_window->restoreState(state, Edition))
+        return false;
+    finish();
+    return true;
 }

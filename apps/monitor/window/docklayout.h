@@ -4,6 +4,7 @@
 #include "panel.h"
 
 #include <QObject>
+#include <QSet>
 #include <QString>
 
 class PanelSet;
@@ -23,17 +24,31 @@ public:
     void addActionsTo(QMenu* menu);
     /** Gives the docks their first sizes; in a small window some of them share their room. */
     void arrange();
-    /** Shows the panel with this widget, in front of those that share its room. */
+    /** Puts everything back where it stood at first. */
+    void reset();
+    /** Shows the panel with this widget, in front of those that share its room; in a moment, while nothing is arranged
+     * or restored. */
     void show(const QWidget* widget);
+
+    /** Where everything stands, for a file of settings. */
+    QByteArray save() const;
+    /** Puts everything back there; false when @p state is none. */
+    bool restore(const QByteArray& state);
 
 private:
     void addDock(const PanelRow& row, QWidget* widget);
+    void place(const PanelRow& row, QDockWidget* dock);
     QDockWidget* getDock(const QString& id) const;
-    void shareRoom();
-    void resize(PanelPlace::Area area, bool isNarrow);
+    bool isNarrow() const;
+    void resize(PanelPlace::Area area);
+    void giveRoom(const PanelRow& row);
+    void finish();
 
     QMainWindow* m_window;
     const PanelSet* m_panels;
+    bool m_isArranged = false;
+    QVector<const QWidget*> m_wanted; // meanwhile
+    QSet<const QDockWidget*> m_shown; // of those that wait until they are filled
 };
 
 #endif

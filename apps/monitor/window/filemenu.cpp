@@ -3,6 +3,7 @@
 #include "connectdialog.h"
 #include "desk.h"
 #include "filefilters.h"
+#include "icons.h"
 #include "opener.h"
 #include "outputkind.h"
 
@@ -10,6 +11,7 @@
 #include <QDateTime>
 #include <QFileDialog>
 #include <QSettings>
+#include <QToolBar>
 
 static const char RecentKey[] = "recentFiles";
 static const int MostRecent = 10;
@@ -20,11 +22,17 @@ FileMenu::FileMenu(Desk* desk, Opener* opener, QWidget* window)
     , m_desk(desk)
     , m_opener(opener)
 {
-    addAction(tr("&Open Recording..."), this, &FileMenu::openRecordings)->setShortcut(QKeySequence::Open);
+    m_open = addAction(tr("&Open Recording..."), this, &FileMenu::openRecordings);
+    m_open->setShortcut(QKeySequence::Open);
+    m_open->setIcon(Icons::create(Icons::Open));
+    m_open->setIconText(tr("Open"));
     addAction(tr("Open &Folder..."), this, &FileMenu::openFolder);
     m_recentMenu = addMenu(tr("Open &Recent"));
     connect(m_recentMenu, &QMenu::aboutToShow, this, &FileMenu::fillRecent);
-    addAction(tr("Co&nnect..."), this, &FileMenu::connectSource)->setShortcut(QKeySequence(tr("Ctrl+K")));
+    m_connect = addAction(tr("Co&nnect..."), this, &FileMenu::connectSource);
+    m_connect->setShortcut(QKeySequence(tr("Ctrl+K")));
+    m_connect->setIcon(Icons::create(Icons::Connect));
+    m_connect->setIconText(tr("Connect"));
     for (const Demonstration& each : Demonstration::getAll())
         addAction(QCoreApplication::translate("Demonstration", each.menuText), opener,
                   [opener, &each]() { opener->openSimulation(false, &each); });
@@ -39,17 +47,40 @@ FileMenu::FileMenu(Desk* desk, Opener* opener, QWidget* window)
     addAction(tr("Load &Definitions..."), this, &FileMenu::askDefinitions);
     addSeparator();
     connect(opener, &Opener::opened, this, &FileMenu::remember);
-    connect(desk, &Desk::connectRequested, this, &FileMenu::connectSource);
-    connect(desk, &Desk::recordRequested, this, &FileMenu::record);
     connect(desk, &Desk::chosenSourceChanged, this, &FileMenu::refresh);
+
+    m_recording = new QAction(Icons::create(Icons::Record, Theme::Bad), tr("Record"), this);
+    m_recording->setCheckable(true);
+    connect(m_recording, &QAction::triggered, this, [this](bool checked) {
+        refresh(); // it is pressed when there is a recording, and that is still to come
+        record(checked);
+    });
+    const auto tell = [](QAction* action, const QString& text) {
+        action->setToolTip(text.arg(action->shortcut().toString(QKeySequence::NativeText)));
+    };
+    tell(m_open, tr("Open recordings (%1)"));
+    tell(m_connect, tr("Listen to a device: UDP, TCP, a serial port, a broker (%1)"));
+}
+
+void FileMenu::addActionsTo(QToolBar* bar)
+{
+    bar->addActions({m_open, m_connect});
+    bar->addSeparator();
+    bar->addAction(m_recording);
+    bar->addSeparator();
 }
 
 void FileMenu::refresh()
 {
     const SourceSession* const session = m_desk->getChosenSource();
     m_record->setEnabled(session && !session->getRecorder().isRecording());
-    m_stopRecording->setEnabled(session && session->getRecorder().isRecording());
+    const bool isRecording = session && session->getRecorder().isRecording();
+    m_stopRecording->setEnabled(isRecording);
     m_closeSource->setEnabled(session);
+    m_recording->setEnabled(session);
+    m_recording->setChecked(isRecording);
+    m_recording->setToolTip(isRecording ? tr("Finish the recording in %1").arg(session->getRecorder().getPath())
+                                        : tr("Write down what the chosen source brings, byte for byte"));
 }
 
 void FileMenu::openRecordings()
@@ -110,7 +141,11 @@ void FileMenu::record(bool on)
         QDateTime::currentDateTime().toString(QLatin1String("yyyy-MM-dd-HHmmss.")) + QLatin1String(kind.fileEnding);
     const QString path = QFileDialog::getSaveFileName(parentWidget(), tr("Record"), suggestion, kind.getFileFilter());
     QString error;
-    if (!path.isEmpty() && !m_desk->getSources()->startRecording(session, path, &error))
+    if (path.isEmpty())
+        return;
+    if (m_desk->getSources()->startRecording(session, path, &error))
+        Q_EMIT m_desk->recovered();
+    else
         Q_EMIT m_desk->failed(error);
 }
 
@@ -119,8 +154,10 @@ void FileMenu::askDefinitions()
     const QString path =
         QFileDialog::getOpenFileName(parentWidget(), tr("Load Definitions"), QString(),
                                      FileFilters::definitions(*m_desk->getFactory()->getDefinitions()));
-    if (!path.isEmpty() && m_opener->loadDialect(path, QString()))
-        Q_EMIT m_desk->said(tr("The definitions are used from here on, also for what is open."), SaidMilliseconds);
+    if (path.isEmpty() || !m_opener->loadDialect(path, QString()))
+        return;
+    Q_EMIT m_desk->recovered();
+    Q_EMIT m_desk->said(tr("The definitions are used from here on, also for what is open."), SaidMilliseconds);
 }
 
 void FileMenu::saveSettings(QSettings& settings) const

@@ -9,6 +9,7 @@
 class Desk;
 class Opener;
 class QSettings;
+class QToolBar;
 class SourceSession;
 
 /** The menu that opens, records and closes sources, and remembers recordings. */
@@ -22,6 +23,9 @@ public:
 
     /** Allows what can be done with the source that is chosen. */
     void refresh();
+
+    /** Adds what is used most. */
+    void addActionsTo(QToolBar* bar);
 
     void saveSettings(QSettings& settings) const;
     void restoreSettings(QSettings& settings);
@@ -38,6 +42,9 @@ private:
     Desk* m_desk;
     Opener* m_opener;
     QMenu* m_recentMenu;
+    QAction* m_open;
+    QAction* m_connect;
+    QAction* m_recording; // in the tool bar: on and off
     QAction* m_record;
     QAction* m_stopRecording;
     QAction* m_closeSource;

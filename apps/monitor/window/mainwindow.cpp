@@ -3,6 +3,8 @@
 #include "confidentialaction.h"
 #include "corvel.h"
 #include "filemenu.h"
+#include "icons.h"
+#include "layoutmenu.h"
 #include "pausebanner.h"
 #include "preferencesdialog.h"
 #include "senderchoice.h"
@@ -25,6 +27,7 @@ MainWindow::MainWindow(QWidget* parent)
     , m_panels(&m_desk)
     , m_opener(&m_desk)
     , m_docks(new DockLayout(this, &m_panels))
+    , m_layouts(new LayoutMenu(m_docks, this))
     , m_status(new StatusLine(&m_desk))
     , m_fileMenu(new FileMenu(&m_desk, &m_opener, this))
     , m_senders(new SenderChoice(&m_desk))
@@ -63,6 +66,8 @@ void MainWindow::createActions()
     m_pauseViews = new QAction(tr("Pause &Views"), this);
     m_pauseViews->setCheckable(true);
     m_pauseViews->setShortcut(QKeySequence(tr("F8")));
+    m_pauseViews->setIcon(Icons::create(Icons::Pause));
+    m_pauseViews->setIconText(tr("Pause"));
     m_pauseViews->setToolTip(tr("Let the views stand still while what arrives is counted and recorded (F8)"));
     connect(m_pauseViews, &QAction::toggled, this, &MainWindow::setViewsPaused);
 }
@@ -75,9 +80,12 @@ void MainWindow::createMenus()
     QMenu* const view = menuBar()->addMenu(tr("&View"));
     QMenu* const playback = menuBar()->addMenu(tr("&Playback"));
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
-    QToolBar* const bar = addToolBar(tr("Tree"));
-    bar->setObjectName(QLatin1String("tree"));
+    QToolBar* const bar = addToolBar(tr("Tool Bar"));
+    bar->setObjectName(QLatin1String("tools"));
     bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    bar->setIconSize(QSize(fontMetrics().height(), fontMetrics().height()));
+    m_fileMenu->addActionsTo(bar);
     m_panels.addActionsTo({m_fileMenu, edit, tree, view, playback, bar});
 
     m_fileMenu->addSeparator();
@@ -88,14 +96,15 @@ void MainWindow::createMenus()
     settings->setMenuRole(QAction::PreferencesRole);
     view->addAction(m_confidential);
     view->addSeparator();
+    view->addAction(bar->toggleViewAction());
     m_docks->addActionsTo(view);
+    view->addSeparator();
+    view->addMenu(m_layouts);
     playback->addSeparator();
     playback->addAction(m_pauseViews);
     help->addAction(tr("&About Corvel Monitor"), this, &MainWindow::showAbout);
     help->addAction(tr("About &Qt"), qApp, &QApplication::aboutQt);
 
-    bar->addAction(m_confidential);
-    bar->addSeparator();
     bar->addAction(m_pauseViews);
     bar->addSeparator();
     bar->addWidget(m_senders);
@@ -181,8 +190,11 @@ void MainWindow::refresh()
     setWindowTitle(summary.isEmpty() ? tr("Corvel Monitor") : tr("%1 – Corvel Monitor").arg(summary));
 }
 
+// Also what was restored before: sizes of docks hold for a window that is as large as it will be.
 void MainWindow::arrange()
 {
+    if (!m_state.isEmpty() && m_docks->restore(m_state))
+        return;
     m_docks->arrange();
     Q_EMIT m_desk.arranged();
 }
@@ -246,11 +258,12 @@ void MainWindow::saveSettings(QSettings& settings)
 {
     settings.beginGroup(QLatin1String("window"));
     settings.setValue(QLatin1String("geometry"), saveGeometry());
-    settings.setValue(QLatin1String("state"), saveState());
+    settings.setValue(QLatin1String("state"), m_arranged ? m_docks->save() : m_state);
     settings.endGroup();
     m_desk.getPreferences().save(settings);
     m_panels.saveSettings(settings);
     m_fileMenu->saveSettings(settings);
+    m_layouts->saveSettings(settings);
     settings.setValue(QLatin1String("definitions"), m_desk.getFactory()->getDefinitionsPath());
 }
 
@@ -266,8 +279,9 @@ void MainWindow::restoreSettings(QSettings& settings)
 
     settings.beginGroup(QLatin1String("window"));
     restoreGeometry(settings.value(QLatin1String("geometry")).toByteArray());
-    m_arranged = restoreState(settings.value(QLatin1String("state")).toByteArray());
+    m_state = settings.value(QLatin1String("state")).toByteArray();
     settings.endGroup();
+    m_layouts->restoreSettings(settings);
     m_panels.restoreSettings(settings);
     m_fileMenu->restoreSettings(settings);
 }

@@ -12,6 +12,7 @@
 #include <memory>
 
 class FileMenu;
+class LayoutMenu;
 class SenderChoice;
 class StatusLine;
 
@@ -93,6 +94,7 @@ private:
     PanelSet m_panels;
     Opener m_opener;
     DockLayout* m_docks;
+    LayoutMenu* m_layouts;
     StatusLine* m_status;
     FileMenu* m_fileMenu;
     SenderChoice* m_senders;
@@ -100,6 +102,7 @@ private:
     QAction* m_pauseViews;
     QTimer m_refreshTimer;
     std::unique_ptr<QSettings> m_settings;
+    QByteArray m_state;      // of the docks, as restored
     bool m_arranged = false; // docks have sizes, their first or restored ones
 };
 

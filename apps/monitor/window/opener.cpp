@@ -65,6 +65,7 @@ SourceSession* Opener::open(const SourceOptions& options, QString* error)
     if (demonstration && !demonstration->getRecorder().isRecording())
         m_desk->getSources()->close(demonstration.data());
     m_demonstration = nullptr;
+    Q_EMIT m_desk->recovered();
     Q_EMIT opened(session);
     return session;
 }

@@ -17,7 +17,7 @@ public:
 
     /** What is open in a few words, for the window's title; empty when nothing is. */
     QString getSummary() const;
-    /** What is said of the last problem; empty when there was none. */
+    /** What is said of the last problem; empty when there was none, or something worked since. */
     const QString& getLastProblem() const { return m_lastProblem; }
 
     void noteProblem(const QString& text);
@@ -25,11 +25,14 @@ public:
 
 private:
     QString inputText() const;
-    QString rateText() const;
+    void showCounts();
+    void showAsWarning(QLabel* label, bool isWarning);
 
     Desk* m_desk;
     QLabel* m_input;
     QLabel* m_rate;
+    QLabel* m_lost;
+    QLabel* m_damaged;
     QLabel* m_problem;
     QString m_lastProblem;
 };

@@ -79,8 +79,7 @@ void tst_monitorpanels::aPanelIsARowOfATable()
     TreeDesk desk;
     QMainWindow window; // whose docks outlive what lies in them
     PanelSet panels(&desk, {{"first", "First", {PanelPlace::Left, 300, 0, nullptr, nullptr}, create<Listener>},
-                            {"second", "Second", {PanelPlace::Left, 0, 0, "first", ""}, create<Listener>}});
-    window.resize(300, 200); // narrow
+                            {"second", "Second", {PanelPlace::Left, 0, 0, "first", nullptr, true}, create<Listener>}});
     DockLayout docks(&window, &panels);
     QMenu menu;
     docks.addActionsTo(&menu);
@@ -91,8 +90,15 @@ void tst_monitorpanels::aPanelIsARowOfATable()
     QCOMPARE(entries.join(", "), QString("First, Second, Listen, Listen"));
     QDockWidget* const second = window.findChild<QDockWidget*>("second");
     docks.arrange();
-    QVERIFY(second->isHidden()); // where there is little room, until it is filled
+    QVERIFY(second->isHidden()); // until it is filled
     docks.show(second->widget());
+    QVERIFY(!second->isHidden());
+    const QByteArray both = docks.save();
+    window.addDockWidget(Qt::BottomDockWidgetArea, second);
+    docks.reset();
+    QVERIFY(second->isHidden());
+    QCOMPARE(int(window.dockWidgetArea(second)), int(Qt::LeftDockWidgetArea));
+    QVERIFY(!docks.restore("nonsense") && docks.restore(both));
     QVERIFY(!second->isHidden());
 
     Preferences preferences;

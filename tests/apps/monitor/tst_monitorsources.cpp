@@ -89,6 +89,7 @@ class tst_monitorsources : public TestBase
     Q_OBJECT
 
 private Q_SLOTS:
+    void aSourceSaysHowItStands();
     void countsGoOnOverAReconnection();
     void aServerThatStartsAnewMixesNothingUp();
     void aSerialDeviceGoesOnWhenItIsPluggedInAgain();
@@ -105,6 +106,26 @@ private:
     const MavlinkScript m_script;
     TestFolder m_folder;
 };
+
+void tst_monitorsources::aSourceSaysHowItStands()
+{
+    LiveWindow window("udp:127.0.0.1:24551");
+    EVENTUALLY_IS(window.session->getStateText(), "listening");
+    QUdpSocket sender;
+    sender.writeDatagram(m_script.bytes("H1"), QHostAddress::LocalHost, 24551);
+    EVENTUALLY(window.session->getStateText().startsWith("silent since ")); // after 25 ms
+    SourceSession::setSecondOfWaiting(1000);
+    EVENTUALLY_IS(window.session->getStateText(), "receiving");
+
+    QVERIFY(window.openAddress(m_folder.write("two.tlog", m_script.bytes("0:H1 600000000:H2"))));
+    SourceSession* const recording = window.getSources()->getSession(1);
+    EVENTUALLY_IS(recording->getStateText(), "playing");
+    recording->getSource()->setPaused(true);
+    QCOMPARE(recording->getStateText(), QString("paused"));
+    recording->getSource()->stop();
+    EVENTUALLY_IS(recording->getStateText(), "stopped");
+    QVERIFY(!window.getSources()->index(1, SourceModel::StateColumn).data(Qt::DecorationRole).isNull());
+}
 
 void tst_monitorsources::countsGoOnOverAReconnection()
 {

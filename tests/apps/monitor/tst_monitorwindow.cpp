@@ -2,6 +2,8 @@
 #include "corvel.h"
 #include "findbar.h"
 #include "formatinfo.h"
+#include "layoutmenu.h"
+#include "mavlinkframes.h"
 #include "messageinfo.h"
 #include "messagestatistics.h"
 #include "preferencesdialog.h"
@@ -39,6 +41,8 @@ private Q_SLOTS:
     void preferencesAreUsedAndKept();
     void statisticsAreSavedAsValues();
     void everythingFitsASmallScreen();
+    void placesAndLayoutsComeBack();
+    void whatIsWrongIsCountedAndGoesWhenItIsMended();
     void confidentialDataIsWarnedOfInTheMenu();
     void textsThatAreCutAreToldInFull();
     void recordingIsSeenAndEndsByTheMenu();
@@ -220,6 +224,58 @@ void tst_monitorwindow::everythingFitsASmallScreen()
     QVERIFY(watches->isHidden());
     window.getDesk()->getFieldUses().first().take(FieldPath(), {QString(), false});
     QVERIFY(!watches->isHidden());
+}
+
+// How wide the list of types is, and whether events and tool bar are there.
+static QString placesOf(const TestWindow& window)
+{
+    QString places = QString::number(window.findChild<QDockWidget*>("types")->width());
+    for (const char* name : {"events", "tools"})
+        places += window.findChild<QWidget*>(name)->isHidden() ? " -" : QString(" ") + name;
+    return places;
+}
+
+void tst_monitorwindow::placesAndLayoutsComeBack()
+{
+    QSettings settings(m_folder.filePath("places.ini"), QSettings::IniFormat);
+    {
+        TestWindow window;
+        window.show();
+        EVENTUALLY_IS(placesOf(window), "384 events tools"); // 300 of 1,000 parts
+        window.resizeDocks({window.findChild<QDockWidget*>("types")}, {333}, Qt::Horizontal);
+        window.findAction("Events")->trigger();
+        window.findAction("Tool Bar")->trigger();
+        EVENTUALLY_IS(placesOf(window), "333 - -");
+        window.findChild<LayoutMenu*>()->save("quiet & wide");
+        window.saveSettings(settings);
+        window.findAction("Reset")->trigger();
+        EVENTUALLY_IS(placesOf(window), "384 events tools");
+        window.findChild<LayoutMenu*>()->actions().last()->trigger();
+        EVENTUALLY_IS(placesOf(window), "333 - -");
+    }
+    TestWindow window;
+    window.restoreSettings(settings);
+    window.show();
+    EVENTUALLY_IS(placesOf(window), "333 - -");
+    QCOMPARE(window.findChild<LayoutMenu*>()->actions().last()->text(), QString("quiet && wide"));
+}
+
+void tst_monitorwindow::whatIsWrongIsCountedAndGoesWhenItIsMended()
+{
+    const MavlinkScript script;
+    TestWindow window;
+    QVERIFY(!window.openAddress("missing.raw"));
+    QVERIFY(window.takeError().contains("missing.raw") && window.getLastProblem().contains("missing.raw"));
+    QVERIFY(window.play(m_folder.write("good.raw", script.bytes("H1"))));
+    QCOMPARE(window.getLastProblem(), QString());
+    QVERIFY(window.play(m_folder.write("lossy.raw", script.bytes("H1 H2 H4 H5~12"))));
+    QVERIFY(window.getLastProblem().contains("checksum failure"));
+    EVENTUALLY(window.statusBar()->findChild<QLabel*>()->text() == "2 sources");
+    QStringList counts;
+    for (const QLabel* label : window.statusBar()->findChildren<QLabel*>())
+        if (label->isVisible() && label->font().bold())
+            counts.append(label->text());
+    QCOMPARE(counts.join(", "), QString("20.0 % lost, 1 damaged"));
 }
 
 void tst_monitorwindow::confidentialDataIsWarnedOfInTheMenu()

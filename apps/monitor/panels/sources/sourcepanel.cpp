@@ -16,7 +16,6 @@ SourcePanel::SourcePanel(Desk* desk, QWidget* parent)
     , m_desk(desk)
     , m_view(new QTreeView)
     , m_reconnect(new QPushButton(tr("&Reconnect")))
-    , m_record(new QPushButton(tr("Recor&d...")))
     , m_close(new QPushButton(tr("C&lose")))
 {
     SourceModel* const sources = desk->getSources();
@@ -30,7 +29,7 @@ SourcePanel::SourcePanel(Desk* desk, QWidget* parent)
     cells->setName(SourceModel::SourceColumn);
     m_view->setItemDelegate(cells);
     m_view->setIconSize(QSize(fontMetrics().height() - 2, fontMetrics().height() - 2)); // rows stay as high
-    new ColumnGrower(m_view, SourceModel::SourceColumn, 34);
+    new ColumnGrower(m_view, SourceModel::SourceColumn, 45);
     m_view->header()->setSectionResizeMode(SourceModel::StateColumn, QHeaderView::Stretch);
     m_view->header()->resizeSection(SourceModel::RateColumn,
                                     fontMetrics().horizontalAdvance(QLatin1String(" 000,000 /s ")));
@@ -48,11 +47,8 @@ SourcePanel::SourcePanel(Desk* desk, QWidget* parent)
 
 void SourcePanel::createButtons()
 {
-    QPushButton* const open = new QPushButton(tr("Co&nnect..."));
-    open->setToolTip(tr("Open another source: UDP, TCP, a file, with its definitions"));
     m_reconnect->setToolTip(tr("Open the chosen source anew, now"));
     m_close->setToolTip(tr("Close the chosen source, and forget what it received"));
-    connect(open, &QPushButton::clicked, m_desk, &Desk::connectRequested);
     connect(m_reconnect, &QPushButton::clicked, this, [this]() {
         if (SourceSession* const session = m_desk->getChosenSource())
             session->reconnect();
@@ -61,14 +57,9 @@ void SourcePanel::createButtons()
         if (SourceSession* const session = m_desk->getChosenSource())
             m_desk->getSources()->close(session);
     });
-    m_record->setCheckable(true);
-    connect(m_record, &QPushButton::clicked, this, [this](bool checked) {
-        follow(); // it is pressed when there is a recording, and that is still to come
-        Q_EMIT m_desk->recordRequested(checked);
-    });
 
     QHBoxLayout* const buttons = new QHBoxLayout;
-    for (QPushButton* const button : {open, m_reconnect, m_record, m_close})
+    for (QPushButton* const button : {m_reconnect, m_close})
         buttons->addWidget(button);
     QVBoxLayout* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(2, 2, 2, 2);
@@ -81,10 +72,4 @@ void SourcePanel::follow()
     const SourceSession* const session = m_desk->getChosenSource();
     m_reconnect->setEnabled(session);
     m_close->setEnabled(session);
-    m_record->setEnabled(session);
-    const bool isRecording = session && session->getRecorder().isRecording();
-    m_record->setChecked(isRecording);
-    m_record->setText(isRecording ? tr("Stop Recor&ding") : tr("Recor&d..."));
-    m_record->setToolTip(isRecording ? tr("Finish the recording in %1").arg(session->getRecorder().getPath())
-                                     : tr("Write down what arrives, byte for byte"));
 }

@@ -25,7 +25,6 @@ private:
     Desk* m_desk;
     QTreeView* m_view;
     QPushButton* m_reconnect;
-    QPushButton* m_record;
     QPushButton* m_close;
 };
 

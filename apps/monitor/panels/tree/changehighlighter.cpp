@@ -2,6 +2,7 @@
 
 #include "abstractmessagetreewidgetitem.h"
 #include "messagetreewidget.h"
+#include "theme.h"
 
 #include <QElapsedTimer>
 #include <QHeaderView>
@@ -129,7 +130,5 @@ void ChangeHighlighter::shade(QTreeWidgetItem* item, int column, int percent)
         return;
     }
     // Translucent, so that the stripes of the rows stay visible below it.
-    QColor color = m_tree->palette().color(QPalette::Highlight);
-    color.setAlpha(255 * percent / 100);
-    item->setBackground(column, color);
+    item->setBackground(column, Theme::changeShade(m_tree->palette(), percent));
 }

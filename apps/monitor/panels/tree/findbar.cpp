@@ -1,5 +1,6 @@
 #include "findbar.h"
 
+#include "icons.h"
 #include "messagetreewidget.h"
 #include "treefilter.h"
 
@@ -12,6 +13,7 @@
 #include <QMenu>
 #include <QShortcut>
 #include <QStyle>
+#include <QToolBar>
 #include <QToolButton>
 
 FindBar::FindBar(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSource* latest, QWidget* parent)
@@ -31,6 +33,9 @@ FindBar::FindBar(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSource* l
 
     QAction* const open = new QAction(tr("&Find..."), this);
     open->setShortcut(QKeySequence::Find);
+    open->setIcon(Icons::create(Icons::Find));
+    open->setIconText(tr("Find"));
+    open->setToolTip(tr("Show only what matches a text (%1)").arg(open->shortcut().toString(QKeySequence::NativeText)));
     connect(open, &QAction::triggered, this, &FindBar::open);
     QAction* const next = new QAction(tr("Find &Next"), this);
     next->setShortcut(QKeySequence(Qt::Key_F3));
@@ -72,9 +77,10 @@ FindBar::FindBar(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSource* l
     hide();
 }
 
-void FindBar::addActionsTo(QMenu* menu)
+void FindBar::addActionsTo(QMenu* menu, QToolBar* bar)
 {
     menu->addActions(m_actions);
+    bar->addAction(m_actions.first());
 }
 
 void FindBar::open()

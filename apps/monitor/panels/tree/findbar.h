@@ -9,6 +9,7 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QShortcut;
+class QToolBar;
 class TreeFilter;
 class TreeRows;
 
@@ -21,8 +22,8 @@ public:
     /** All borrowed. */
     FindBar(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSource* latest, QWidget* parent = nullptr);
 
-    /** Adds the actions that find something, with their keys. */
-    void addActionsTo(QMenu* menu);
+    /** Adds the actions that find something, with their keys; the first of them to @p bar as well. */
+    void addActionsTo(QMenu* menu, QToolBar* bar);
 
     QLineEdit* getEdit() const { return m_edit; }
     TreeFilter* getFilter() const { return m_filter; }

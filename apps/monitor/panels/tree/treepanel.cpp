@@ -19,7 +19,6 @@
 #include <QMenu>
 #include <QSettings>
 #include <QTimer>
-#include <QToolBar>
 #include <QVBoxLayout>
 
 TreePanel::TreePanel(Desk* desk)
@@ -118,7 +117,7 @@ void TreePanel::addActionsTo(const PanelMenus& menus)
 {
     menus.edit->addActions(m_actions->getCopyActions());
     menus.edit->addSeparator();
-    m_findBar->addActionsTo(menus.edit);
+    m_findBar->addActionsTo(menus.edit, menus.bar);
 
     menus.tree->addActions({m_addAll, m_removeAll, m_addAutomatically});
     menus.tree->addSeparator();
@@ -137,12 +136,6 @@ void TreePanel::addActionsTo(const PanelMenus& menus)
     m_tree->header()->addActions(columns);
     menus.view->addSeparator();
     menus.view->addActions({m_virtualFields, m_primaryOnly});
-
-    menus.bar->addActions({m_addAll, m_collapse, m_expand});
-    menus.bar->addSeparator();
-    menus.bar->addActions(columns);
-    menus.bar->addSeparator();
-    menus.bar->addActions({m_virtualFields, m_primaryOnly});
 }
 
 void TreePanel::giveColumnsTheirWidths()

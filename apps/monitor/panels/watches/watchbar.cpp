@@ -54,7 +54,10 @@ WatchBar::WatchBar(Desk* desk, QWidget* parent)
         pin(path.getExpression(), QString(), origin);
         Q_EMIT m_desk->wanted(this);
     };
-    desk->offerUse({QLatin1String("watch"), use, QString(), take, [this](const QString& wish) { pin(wish); }});
+    desk->offerUse({QLatin1String("watch"), use, QString(), take, [this](const QString& wish) {
+                        pin(wish);
+                        Q_EMIT m_desk->wanted(this);
+                    }});
 }
 
 int WatchBar::timeOutMilliseconds() const
