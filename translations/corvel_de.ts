@@ -1694,10 +1694,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>Unbekannt: %1</translation>
     </message>
     <message>
-        <source>%1 /s</source>
-        <translation>%1 /s</translation>
-    </message>
-    <message>
         <source>The loaded definitions do not know this type; its messages are counted only.</source>
         <translation>Die geladenen Definitionen kennen diesen Typ nicht; seine Nachrichten werden nur gezählt.</translation>
     </message>
@@ -1724,6 +1720,78 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Sender and Type</source>
         <translation>Sender und Typ</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>%1 Hz</source>
+        <translation>%1 Hz</translation>
+    </message>
+    <message>
+        <source>every %1</source>
+        <translation>alle %1</translation>
+    </message>
+    <message>
+        <source>now</source>
+        <translation>jetzt</translation>
+    </message>
+    <message>
+        <source>%1 ago</source>
+        <translation>vor %1</translation>
+    </message>
+    <message>
+        <source>Unknown types</source>
+        <translation>Unbekannte Typen</translation>
+    </message>
+    <message>
+        <source>Identifiers that no definition knows: types whose definitions are not loaded, and damaged frames</source>
+        <translation>Kennungen, die keine Definition kennt: Typen, deren Definitionen nicht geladen sind, und beschädigte Rahmen</translation>
+    </message>
+    <message>
+        <source>The rate that the messages keep, as the statistics have it</source>
+        <translation>Die Rate, die die Nachrichten einhalten, wie die Statistik sie nennt</translation>
+    </message>
+    <message>
+        <source>Range</source>
+        <translation>Bereich</translation>
+    </message>
+    <message>
+        <source>The slowest and the fastest rate there was, without the rarest twentieth</source>
+        <translation>Die langsamste und die schnellste Rate, die vorkam, ohne das seltenste Zwanzigstel</translation>
+    </message>
+    <message>
+        <source>Gaps</source>
+        <translation>Lücken</translation>
+    </message>
+    <message>
+        <source>Times in which messages did not come although they were due</source>
+        <translation>Zeiten, in denen fällige Nachrichten nicht kamen</translation>
+    </message>
+    <message>
+        <source>Lost</source>
+        <translation>Verloren</translation>
+    </message>
+    <message>
+        <source>Numbers that the sender skipped, of all of its types together</source>
+        <translation>Nummern, die der Absender übersprang, über alle seine Typen</translation>
+    </message>
+    <message>
+        <source>Age</source>
+        <translation>Alter</translation>
+    </message>
+    <message>
+        <source>Since when nothing came, in the recording&apos;s own time where it is one</source>
+        <translation>Seit wann nichts kam, bei einer Aufzeichnung in deren eigener Zeit</translation>
+    </message>
+    <message>
+        <source>Bytes</source>
+        <translation>Bytes</translation>
     </message>
 </context>
 <context>
@@ -2566,6 +2634,18 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>How long a watch keeps its value when no message brings a new one</source>
         <translation>Wie lange ein beobachteter Wert stehen bleibt, wenn keine Nachricht einen neuen bringt</translation>
+    </message>
+    <message>
+        <source>all</source>
+        <translation>alle</translation>
+    </message>
+    <message>
+        <source>Di&amp;gits:</source>
+        <translation>&amp;Ziffern:</translation>
+    </message>
+    <message>
+        <source>Significant digits of floating-point numbers in the tree, where Decimals says nothing. Copies and raw values have all of them.</source>
+        <translation>Geltende Ziffern von Gleitkommazahlen im Baum, wo keine Nachkommastellen eingestellt sind. Kopien und Rohwerte haben alle.</translation>
     </message>
 </context>
 <context>
@@ -3500,6 +3580,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>Save Statistics</source>
         <translation>Statistik speichern</translation>
     </message>
+    <message>
+        <source>Show &amp;Statistics</source>
+        <translation>&amp;Statistik zeigen</translation>
+    </message>
 </context>
 <context>
     <name>StatusLine</name>
@@ -3730,6 +3814,18 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>&amp;Rows</source>
         <translation>&amp;Zeilen</translation>
     </message>
+    <message>
+        <source>Un&amp;pin</source>
+        <translation>Nicht mehr &amp;Loslösenamp;anheften</translation>
+    </message>
+    <message>
+        <source>&amp;Pin to the Top</source>
+        <translation>Oben &amp;anheften</translation>
+    </message>
+    <message>
+        <source>Hide &amp;Unset Fields</source>
+        <translation>&amp;Leere Felder ausblenden</translation>
+    </message>
 </context>
 <context>
     <name>TypePanel</name>
@@ -3760,6 +3856,26 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>No type and no sender is called so.</source>
         <translation>Kein Typ und kein Sender heißt so.</translation>
+    </message>
+    <message>
+        <source>&amp;Take out of the Tree</source>
+        <translation>Aus dem Baum &amp;nehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Show in the Tree</source>
+        <translation>Im &amp;Baum zeigen</translation>
+    </message>
+    <message>
+        <source>Show &amp;Only This in the Tree</source>
+        <translation>&amp;Nur dies im Baum zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Name</source>
+        <translation>Namen &amp;kopieren</translation>
+    </message>
+    <message>
+        <source>Co&amp;lumns</source>
+        <translation>&amp;Spalten</translation>
     </message>
 </context>
 <context>

@@ -26,6 +26,8 @@ public:
 
     /** Messages of a row; 0 also for one that does not exist. */
     quint64 getCount(int row) const { return m_counts.value(row); }
+    /** Bytes of these. */
+    quint64 getByteCount(int row) const { return m_rowBytes.value(row); }
     /** Those of them that a server had from before: they did not come at that rate. */
     quint64 getKeptCount(int row) const { return m_kept.value(row); }
 
@@ -42,8 +44,9 @@ public:
     const QMap<quint32, quint64>& getChecksumFailures() const { return m_checksumFailures; }
 
 private:
-    QVector<quint64> m_counts; // by row
-    QMap<int, quint64> m_kept; // by row
+    QVector<quint64> m_counts;   // by row
+    QVector<quint64> m_rowBytes; // likewise
+    QMap<int, quint64> m_kept;   // by row
     QMap<quint32, quint64> m_checksumFailures;
     quint64 m_messages;
     quint64 m_unknown;

@@ -16,9 +16,12 @@ ReceptionCounters::ReceptionCounters()
 
 void ReceptionCounters::countMessage(const ReceivedMessage& message, int row)
 {
-    if (row >= m_counts.size())
+    if (row >= m_counts.size()) {
         m_counts.resize(row + 1);
+        m_rowBytes.resize(row + 1);
+    }
     ++m_counts[row];
+    m_rowBytes[row] += quint64(message.size);
     if (message.info)
         ++m_messages;
     else

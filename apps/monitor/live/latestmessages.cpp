@@ -99,8 +99,15 @@ QSet<const MessageInfo*> LatestMessages::takeReplaced()
     return replaced;
 }
 
+qint64 LatestMessages::getTime(int row) const
+{
+    const int place = m_places.value(row, -1);
+    return place < 0 ? Message::NoTime : m_entries.at(place).time;
+}
+
 void LatestMessages::clear()
 {
+    m_overtaken = 0;
     m_entries.clear();
     m_places.clear();
     m_unknown = 0;

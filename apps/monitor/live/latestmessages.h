@@ -39,6 +39,9 @@ public:
     QVector<Entry>& getEntries() { return m_entries; }
     const QVector<Entry>& getEntries() const { return m_entries; }
 
+    /** When the newest message of a row was sent or received; Message::NoTime where none is kept, or it has none. */
+    qint64 getTime(int row) const;
+
     bool isPending() const { return m_pending; }
     void setPending(bool pending) { m_pending = pending; }
     /** Messages that were never shown because a newer one of their type came first. */

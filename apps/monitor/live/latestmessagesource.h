@@ -50,7 +50,8 @@ public:
      * of one sender, and while suspended, the one that was handed on last, where there was one. */
     MessageReference getLatest(const MessageInfo* info, const QString& sender = QString()) const;
 
-    /** Messages that were never handed on because a newer one of their type came before the tick. */
+    /** Messages of the sources that are open, since their last jump, that were never handed on because a newer one of
+     * their type came before the tick. */
     quint64 getOvertakenCount() const;
 
     /** Ticks a second, 1 to 60. */

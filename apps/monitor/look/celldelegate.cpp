@@ -12,13 +12,20 @@ CellDelegate::CellDelegate(QObject* parent)
 {
 }
 
-// What is longer than half of the room is cut, first the rest of the text.
+// The sender itself is cut last. The rest of the text and the name of the source, behind it, share what else there is.
 static QString fit(const QString& rest, const QString& kept, const QFontMetrics& metrics, int room)
 {
+    const auto at = kept.indexOf(QLatin1String(" @ "));
+    const QString sender = at < 0 ? kept : kept.left(at);
+    const QString source = at < 0 ? QString() : kept.mid(at);
+    const int shared = qMax(0, room - metrics.horizontalAdvance(sender));
     const int restWidth = metrics.horizontalAdvance(rest);
-    const int keptRoom = qMax(room / 2, room - restWidth);
-    const QString end = metrics.elidedText(kept, Qt::ElideMiddle, keptRoom);
-    return metrics.elidedText(rest, Qt::ElideMiddle, qMax(0, room - metrics.horizontalAdvance(end))) + end;
+    const int sourceWidth = metrics.horizontalAdvance(source);
+    const int restRoom = qMin(restWidth, qMax(shared / 2, shared - sourceWidth));
+    const int sourceRoom = qMin(sourceWidth, shared - restRoom);
+    return metrics.elidedText(metrics.elidedText(rest, Qt::ElideMiddle, restRoom) + sender +
+                                  metrics.elidedText(source, Qt::ElideMiddle, sourceRoom),
+                              Qt::ElideRight, room);
 }
 
 void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const

@@ -15,8 +15,7 @@ class CellDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
-    /** The end of a text that is cut last, such as whose it is: only where it would leave less than half of the room.
-     */
+    /** The end of a text that is cut last: whose it is, perhaps with the source behind it as in "1:1 @ flight.tlog". */
     static const int KeptRole = Qt::UserRole + 1;
 
     explicit CellDelegate(QObject* parent);

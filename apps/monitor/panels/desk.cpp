@@ -7,6 +7,7 @@ static const int SaidMilliseconds = 5000;
 
 Desk::Desk(QObject* parent)
     : QObject(parent)
+    , m_types(&m_coordinator)
     , m_sources(&m_factory, {&m_coordinator, &m_log, &m_latest, &m_tap})
 {
     connect(&m_sources, &SourceModel::sessionAdded, this, &Desk::addSession);

@@ -33,6 +33,13 @@ struct FieldUse
     std::function<void(const QString&)> wish; ///< takes the field that an expression names, as soon as it is known
 };
 
+/** Something that a panel does with a type of a sender, offered to whoever lists them. */
+struct TypeUse
+{
+    std::function<QString(const Subject&)> text; ///< as in a menu
+    std::function<void(const Subject&)> take;
+};
+
 /**
  * What all panels work on: the sources that are open with what they bring, and what the user chose of it.
  *
@@ -89,6 +96,8 @@ public:
     /** Uses what @p expression names as soon as it is known; false when no panel offers a use of this name. */
     bool wish(const QString& use, const QString& expression);
     const QVector<FieldUse>& getFieldUses() const { return m_fieldUses; }
+    void offerTypeUse(const TypeUse& use) { m_typeUses.append(use); }
+    const QVector<TypeUse>& getTypeUses() const { return m_typeUses; }
 
 Q_SIGNALS:
     /** Another source was chosen, or another one is the first. */
@@ -101,6 +110,8 @@ Q_SIGNALS:
     /** All values are to be written anew. */
     void renewed();
     void fieldUseOffered(const FieldUse& use);
+    /** The user wants to see the row of a type, or without one that of a sender. */
+    void rowWanted(const Subject& subject);
 
     /** The user should know this for some seconds. */
     void said(const QString& text, int milliseconds);
@@ -131,6 +142,7 @@ private:
     QPointer<SourceSession> m_chosenSource;
     QVector<Subject> m_chosenTypes;
     QVector<FieldUse> m_fieldUses;
+    QVector<TypeUse> m_typeUses;
     Preferences m_preferences;
     bool m_isPaused = false;
     bool m_isVisible = true;

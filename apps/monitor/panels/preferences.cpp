@@ -17,6 +17,7 @@ void Preferences::save(QSettings& settings) const
     settings.setValue(QLatin1String("silentIntervals"), silentIntervals);
     settings.setValue(QLatin1String("watchTimeOut"), watchTimeOut);
     settings.setValue(QLatin1String("decimals"), decimals);
+    settings.setValue(QLatin1String("digits"), digits);
     settings.setValue(QLatin1String("highlight"), highlight);
     settings.setValue(QLatin1String("theme"), Theme::nameOf(theme));
     settings.setValue(QLatin1String("annotations"), annotations);
@@ -35,6 +36,7 @@ void Preferences::restore(QSettings& settings)
     if (isTime && timeOut >= 0 && timeOut <= LongestTimeOut)
         watchTimeOut = timeOut;
     restoreNumber(settings, "decimals", ExactDecimals, 17, &decimals);
+    restoreNumber(settings, "digits", 0, 17, &digits);
     highlight = settings.value(QLatin1String("highlight"), highlight).toBool();
     Theme::find(settings.value(QLatin1String("theme")).toString(), &theme);
     annotations = settings.value(QLatin1String("annotations"), annotations).toString();

@@ -16,6 +16,7 @@ struct Preferences
     int silentIntervals = 5;      ///< missed intervals until a type is greyed; 0 for never
     double watchTimeOut = 3;      ///< seconds a watch keeps a value that is not brought anew; 0 for ever
     int decimals = ExactDecimals; ///< digits behind the point of floating-point numbers
+    int digits = 5;               ///< significant ones of numbers with a fraction in the tree; 0 for all
     bool highlight = true;        ///< shades values that change
     Theme::Kind theme = Theme::System;
     QString annotations; ///< a file that is added to the definitions; may be empty

@@ -1,5 +1,6 @@
 #include "messagetypemodel.h"
 
+#include "celldelegate.h"
 #include "messageinfo.h"
 #include "naturalorder.h"
 #include "sourcesession.h"
@@ -8,14 +9,11 @@
 
 #include <algorithm>
 
-// A rate is that of the last five seconds: of what comes once a second, a shorter time would tell nonsense.
-static const int MarkMilliseconds = 1000;
-static const int MarkCount = 6;
-
 static const int MostSingleRows = 500; // that are inserted one by one; views are faster to begin anew with more
 
-MessageTypeModel::MessageTypeModel(QObject* parent)
+MessageTypeModel::MessageTypeModel(const MessageStatisticsCoordinator* coordinator, QObject* parent)
     : QAbstractItemModel(parent)
+    , m_coordinator(coordinator)
 {
 }
 
@@ -46,21 +44,10 @@ void MessageTypeModel::removeTypesOf(const SourceSession* session)
         if (--m_senderCounts[subject.info] == 0)
             m_senderCounts.remove(subject.info);
     }
-    if (m_isFolded)
-        beginResetModel();
-    for (int last = int(m_rows.size()) - 1; last >= 0; --last) {
-        if (m_rows.at(last).session != session)
-            continue;
-        int first = last;
-        while (first > 0 && m_rows.at(first - 1).session == session)
-            --first;
-        if (!m_isFolded)
-            beginRemoveRows(QModelIndex(), first, last);
-        m_rows.remove(first, last - first + 1);
-        if (!m_isFolded)
-            endRemoveRows();
-        last = first;
-    }
+    beginResetModel();
+    m_rows.erase(
+        std::remove_if(m_rows.begin(), m_rows.end(), [session](const Row& row) { return row.session == session; }),
+        m_rows.end());
     m_senderNames.clear();
     for (int i = 0; i < m_senders.size(); ++i) {
         if (m_senders.at(i).session != session)
@@ -70,10 +57,8 @@ void MessageTypeModel::removeTypesOf(const SourceSession* session)
     }
     if (m_rows.isEmpty())
         m_senders.clear();
-    if (m_isFolded) {
-        fold();
-        endResetModel();
-    }
+    arrange();
+    endResetModel();
     if (!lost.isEmpty())
         Q_EMIT gone(lost);
 }
@@ -106,7 +91,6 @@ void MessageTypeModel::appendRows(Session* session, QVector<Subject>* fresh)
         row.info = info;
         row.name = info ? info->getName() : tr("Unknown %1").arg(identities.at(i).typeName);
         row.sender = findSender(session->session, identities.at(i).sender, i);
-        row.count = 0;
         rows.append(row);
         const Subject subject = {info, m_senders.at(row.sender).name};
         if (info && ++m_seen[subject] == 1) {
@@ -114,56 +98,73 @@ void MessageTypeModel::appendRows(Session* session, QVector<Subject>* fresh)
             fresh->append(subject);
         }
     }
-    if (rows.isEmpty())
-        return;
-    if (m_isFolded) {
-        insertFolded(rows);
-        return;
-    }
-    beginInsertRows(QModelIndex(), int(m_rows.size()), int(m_rows.size() + rows.size()) - 1);
-    m_rows += rows;
-    endInsertRows();
+    if (!rows.isEmpty())
+        insert(rows);
 }
 
-void MessageTypeModel::insertFolded(const QVector<Row>& rows)
+/** The group below which a row is to lie, as the sender of that; a row at the top has none. */
+int MessageTypeModel::groupOf(const Row& row) const
+{
+    return row.info ? row.sender : UnknownTypes;
+}
+
+void MessageTypeModel::insert(const QVector<Row>& rows)
 {
     if (rows.size() > MostSingleRows) {
         beginResetModel();
         m_rows += rows;
-        fold();
+        arrange();
         endResetModel();
         return;
     }
-    for (const Row& added : rows) {
-        int group = m_groupsBySender.value(added.sender, -1);
-        if (group < 0) {
-            group = int(m_groups.size());
-            beginInsertRows(QModelIndex(), group, group);
-            m_groups.append(Group{added.sender, {}});
-            m_groupsBySender.insert(added.sender, group);
+    for (Row row : rows) {
+        const int number = int(m_rows.size());
+        if (row.info && !m_isFolded) {
+            row.place = int(m_top.size());
+            beginInsertRows(QModelIndex(), row.place, row.place);
+            m_top.append(number);
+            m_rows.append(row);
+            endInsertRows();
+            continue;
+        }
+        if (!m_groupsBySender.contains(groupOf(row))) {
+            beginInsertRows(QModelIndex(), int(m_top.size()), int(m_top.size()));
+            createGroup(groupOf(row));
             endInsertRows();
         }
-        const int place = int(m_groups.at(group).rows.size());
-        beginInsertRows(index(group, 0), place, place);
-        m_groups[group].rows.append(int(m_rows.size()));
-        m_rows.append(added);
-        m_rows.last().group = group;
-        m_rows.last().place = place;
+        row.group = m_groupsBySender.value(groupOf(row));
+        row.place = int(m_groups.at(row.group).rows.size());
+        beginInsertRows(index(m_groups.at(row.group).top, 0), row.place, row.place);
+        m_groups[row.group].rows.append(number);
+        m_rows.append(row);
         endInsertRows();
     }
 }
 
-void MessageTypeModel::fold()
+int MessageTypeModel::createGroup(int sender)
 {
+    const int group = int(m_groups.size());
+    m_groups.append(Group{sender, int(m_top.size()), {}});
+    m_groupsBySender.insert(sender, group);
+    m_top.append(-1 - group);
+    return group;
+}
+
+void MessageTypeModel::arrange()
+{
+    m_top.clear();
     m_groups.clear();
     m_groupsBySender.clear();
-    for (int i = 0; i < m_rows.size() && m_isFolded; ++i) {
+    for (int i = 0; i < m_rows.size(); ++i) {
         Row& row = m_rows[i];
-        if (!m_groupsBySender.contains(row.sender)) {
-            m_groupsBySender.insert(row.sender, int(m_groups.size()));
-            m_groups.append(Group{row.sender, {}});
+        row.group = -1;
+        if (row.info && !m_isFolded) {
+            row.place = int(m_top.size());
+            m_top.append(i);
+            continue;
         }
-        row.group = m_groupsBySender.value(row.sender);
+        const bool isThere = m_groupsBySender.contains(groupOf(row));
+        row.group = isThere ? m_groupsBySender.value(groupOf(row)) : createGroup(groupOf(row));
         row.place = int(m_groups.at(row.group).rows.size());
         m_groups[row.group].rows.append(i);
     }
@@ -174,11 +175,8 @@ void MessageTypeModel::countGroups()
 {
     for (Group& group : m_groups) {
         group.count = 0;
-        group.rate = 0;
-        for (const int row : std::as_const(group.rows)) {
+        for (const int row : std::as_const(group.rows))
             group.count += m_rows.at(row).count;
-            group.rate += m_rows.at(row).rate;
-        }
     }
 }
 
@@ -188,40 +186,56 @@ void MessageTypeModel::setFolded(bool folded)
         return;
     beginResetModel();
     m_isFolded = folded;
-    fold();
+    arrange();
     endResetModel();
 }
 
-// The pointer in an index is the number of the sender's row above, from 1; 0 where there is none.
+// The pointer in an index is the number of the group above, from 1; 0 where there is none.
 QModelIndex MessageTypeModel::index(int row, int column, const QModelIndex& parent) const
 {
     if (!hasIndex(row, column, parent))
         return QModelIndex();
-    return createIndex(row, column, parent.isValid() ? quintptr(parent.row()) + 1 : 0);
+    return createIndex(row, column, parent.isValid() ? quintptr(-m_top.at(parent.row())) : 0);
 }
 
 QModelIndex MessageTypeModel::parent(const QModelIndex& index) const
 {
-    return index.isValid() && index.internalId() > 0 ? createIndex(int(index.internalId()) - 1, 0, quintptr(0))
-                                                     : QModelIndex();
+    if (!index.isValid() || index.internalId() == 0)
+        return QModelIndex();
+    return createIndex(m_groups.at(int(index.internalId()) - 1).top, 0, quintptr(0));
 }
 
 int MessageTypeModel::rowOf(const QModelIndex& index) const
 {
-    if (!m_isFolded || !index.isValid())
-        return index.row();
-    return index.internalId() == 0 ? -1 : m_groups.at(int(index.internalId()) - 1).rows.at(index.row());
+    if (!index.isValid())
+        return -1;
+    if (index.internalId() > 0)
+        return m_groups.at(int(index.internalId()) - 1).rows.at(index.row());
+    return qMax(-1, m_top.at(index.row()));
 }
 
 QModelIndex MessageTypeModel::indexOf(int row) const
 {
-    return m_isFolded ? index(m_rows.at(row).place, 0, index(m_rows.at(row).group, 0)) : index(row, 0);
+    const Row& found = m_rows.at(row);
+    return found.group < 0 ? index(found.place, 0) : index(found.place, 0, index(m_groups.at(found.group).top, 0));
+}
+
+const MessageTypeModel::Group* MessageTypeModel::groupAt(const QModelIndex& index) const
+{
+    return rowOf(index) < 0 ? &m_groups.at(-1 - m_top.at(index.row())) : nullptr;
+}
+
+QVector<int> MessageTypeModel::rowsAt(const QModelIndex& index) const
+{
+    const Group* const group = groupAt(index);
+    return group ? group->rows : QVector<int>{rowOf(index)};
 }
 
 QString MessageTypeModel::getSender(const QModelIndex& index) const
 {
-    const int row = rowOf(index);
-    return m_senders.at(row < 0 ? m_groups.at(index.row()).sender : m_rows.at(row).sender).name;
+    const Group* const group = groupAt(index);
+    const int sender = group ? group->sender : m_rows.at(rowOf(index)).sender;
+    return sender == UnknownTypes ? QString() : m_senders.at(sender).name;
 }
 
 bool MessageTypeModel::hasOtherTypes(const SourceSession* session) const
@@ -232,27 +246,11 @@ bool MessageTypeModel::hasOtherTypes(const SourceSession* session) const
     return false;
 }
 
-// At another place of a recording the same types come again: their rows stay, and with them what the user chose.
-void MessageTypeModel::forgetRates(const SourceSession* session)
-{
-    for (Row& row : m_rows) {
-        if (row.session != session)
-            continue;
-        row.marks.clear();
-        row.rate = 0;
-    }
-}
-
 void MessageTypeModel::refresh()
 {
-    if (!m_clock.isValid())
-        m_clock.start();
+    m_isLostKnown = false;
     QVector<Subject> fresh;
     for (Session& session : m_sessions) {
-        if (session.generation != session.session->getGeneration()) {
-            session.generation = session.session->getGeneration();
-            forgetRates(session.session);
-        }
         if (hasOtherTypes(session.session)) {
             Q_EMIT typesAboutToChange();
             removeTypesOf(session.session);
@@ -262,30 +260,12 @@ void MessageTypeModel::refresh()
     }
     for (Row& row : m_rows)
         row.count = row.session->getCounters().getCount(row.number);
-    if (m_marks.isEmpty() || m_clock.elapsed() - m_marks.last() >= MarkMilliseconds)
-        noteCounts();
     countGroups();
-    // Below senders, who looks asks again: a signal for each of a thousand would cost more than all else.
+    // Below others, who looks asks again: a signal for each of a thousand would cost more than all else.
     if (!m_rows.isEmpty())
-        Q_EMIT dataChanged(index(0, SenderColumn), index(rowCount() - 1, RateColumn));
+        Q_EMIT dataChanged(index(0, SenderColumn), index(rowCount() - 1, BytesColumn));
     if (!fresh.isEmpty())
         Q_EMIT seen(fresh);
-}
-
-void MessageTypeModel::noteCounts()
-{
-    m_marks.append(m_clock.elapsed());
-    if (m_marks.size() > MarkCount)
-        m_marks.removeFirst();
-    for (Row& row : m_rows) {
-        // What a server had from before did not come at any rate.
-        row.marks.append(row.count - row.session->getCounters().getKeptCount(row.number));
-        if (row.marks.size() > m_marks.size())
-            row.marks.removeFirst();
-        const qint64 since = m_marks.at(m_marks.size() - row.marks.size());
-        const double seconds = double(m_marks.last() - since) / 1000;
-        row.rate = seconds > 0 ? double(row.marks.last() - row.marks.first()) / seconds : 0;
-    }
 }
 
 QStringList MessageTypeModel::getSenders() const
@@ -349,33 +329,28 @@ void MessageTypeModel::setInTree(const QVector<Subject>& subjects, bool inTree)
 bool MessageTypeModel::isBefore(const QModelIndex& left, const QModelIndex& right) const
 {
     const int column = left.column();
-    if (rowOf(left) < 0) {
-        const Group& one = m_groups.at(left.row());
-        const Group& other = m_groups.at(right.row());
-        if (column == CountColumn)
-            return one.count < other.count;
-        if (column == RateColumn)
-            return one.rate < other.rate;
-        return NaturalOrder::isBefore(m_senders.at(one.sender).name, m_senders.at(other.sender).name);
-    }
-    const Row& one = m_rows.at(rowOf(left));
-    const Row& other = m_rows.at(rowOf(right));
+    const Group* const groups[] = {groupAt(left), groupAt(right)};
+    // What is not known stands at the end of what is.
+    const bool areUnknown[] = {groups[0] && groups[0]->sender == UnknownTypes,
+                               groups[1] && groups[1]->sender == UnknownTypes};
+    if (column < CountColumn && areUnknown[0] != areUnknown[1])
+        return areUnknown[1];
     if (column == CountColumn)
-        return one.count < other.count;
-    if (column == RateColumn)
-        return one.rate < other.rate;
-    const int types = NaturalOrder::compare(one.name, other.name);
-    const int senders = NaturalOrder::compare(m_senders.at(one.sender).name, m_senders.at(other.sender).name);
+        return countAt(left) < countAt(right);
+    if (column > CountColumn)
+        return figureAt(left) < figureAt(right);
+    const int senders = NaturalOrder::compare(getSender(left), getSender(right));
+    if (groups[0] || groups[1])
+        return senders < 0;
+    const int types = NaturalOrder::compare(m_rows.at(rowOf(left)).name, m_rows.at(rowOf(right)).name);
     return column == SenderColumn ? (senders != 0 ? senders < 0 : types < 0) : (types != 0 ? types < 0 : senders < 0);
 }
 
 int MessageTypeModel::rowCount(const QModelIndex& parent) const
 {
-    if (!m_isFolded)
-        return parent.isValid() ? 0 : getCount();
     if (!parent.isValid())
-        return int(m_groups.size());
-    return parent.internalId() == 0 ? int(m_groups.at(parent.row()).rows.size()) : 0;
+        return int(m_top.size());
+    return parent.internalId() == 0 && m_top.at(parent.row()) < 0 ? int(groupAt(parent)->rows.size()) : 0;
 }
 
 int MessageTypeModel::columnCount(const QModelIndex&) const
@@ -383,32 +358,11 @@ int MessageTypeModel::columnCount(const QModelIndex&) const
     return ColumnCount;
 }
 
-QString MessageTypeModel::rateText(double rate)
-{
-    // A rate below one is better told in more than one digit, or 0.2 and 0.25 look the same.
-    return rate > 0 ? tr("%1 /s").arg(QLocale().toString(rate, 'f', rate < 9.95 ? 1 : 0)) : QString();
-}
-
-QVariant MessageTypeModel::groupData(const Group& group, int column) const
-{
-    const QString name = m_senders.at(group.sender).name;
-    switch (column) {
-    case TypeColumn:
-        return name.isEmpty() ? tr("Without a name") : name;
-    case CountColumn:
-        return QLocale().toString(group.count);
-    case RateColumn:
-        return rateText(group.rate);
-    default:
-        return QVariant();
-    }
-}
-
 QVector<Subject> MessageTypeModel::subjectsAt(const QModelIndex& index) const
 {
     QVector<Subject> subjects;
-    const int row = rowOf(index);
-    for (const int each : row < 0 ? m_groups.at(index.row()).rows : QVector<int>{row})
+    const QVector<int> rows = rowsAt(index);
+    for (const int each : rows)
         if (m_rows.at(each).info)
             subjects.append(getSubject(each));
     return subjects;
@@ -425,43 +379,57 @@ QVariant MessageTypeModel::checkState(const QModelIndex& index) const
     return ticked == subjects.size() ? Qt::Checked : Qt::PartiallyChecked;
 }
 
-QVariant MessageTypeModel::displayData(const Row& row, int column) const
+QVariant MessageTypeModel::displayData(const QModelIndex& index) const
 {
-    switch (column) {
+    const Group* const group = groupAt(index);
+    switch (index.column()) {
     case TypeColumn:
-        return row.name;
+        if (!group)
+            return m_rows.at(rowOf(index)).name;
+        if (group->sender == UnknownTypes)
+            return tr("Unknown types");
+        return getSender(index).isEmpty() ? tr("Without a name") : getSender(index);
     case SenderColumn:
-        return m_senders.at(row.sender).name;
+        return group ? QString() : getSender(index);
     case CountColumn:
-        return QLocale().toString(row.count);
-    case RateColumn:
-        return rateText(row.rate);
+        return QLocale().toString(countAt(index));
     default:
-        return QVariant();
+        return figureText(index);
     }
+}
+
+QVariant MessageTypeModel::toolTip(const QModelIndex& index) const
+{
+    const Group* const group = groupAt(index);
+    if (index.column() == GapsColumn || index.column() == LostColumn || index.column() == RangeColumn)
+        return headerData(index.column(), Qt::Horizontal, Qt::ToolTipRole);
+    if (group)
+        return group->sender == UnknownTypes ? tr("Identifiers that no definition knows: types whose definitions are "
+                                                  "not loaded, and damaged frames")
+                                             : QString();
+    if (index.column() == SenderColumn)
+        return getSender(index);
+    const Row& row = m_rows.at(rowOf(index));
+    return row.info ? row.info->getShortDescriptiveText()
+                    : tr("The loaded definitions do not know this type; its messages are counted only.");
 }
 
 QVariant MessageTypeModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid())
         return QVariant();
-    if (role == Qt::CheckStateRole) // also of unknown types, so that all names begin in one line
-        return index.column() == TypeColumn ? checkState(index) : QVariant();
-    if (role == Qt::TextAlignmentRole)
-        return index.column() >= CountColumn ? int(Qt::AlignRight | Qt::AlignVCenter)
-                                             : int(Qt::AlignLeft | Qt::AlignVCenter);
-    if (rowOf(index) < 0)
-        return role == Qt::DisplayRole ? groupData(m_groups.at(index.row()), index.column()) : QVariant();
-    const Row& row = m_rows.at(rowOf(index));
     switch (role) {
     case Qt::DisplayRole:
-        return displayData(row, index.column());
+        return displayData(index);
     case Qt::ToolTipRole:
-        if (index.column() == SenderColumn)
-            return displayData(row, SenderColumn);
-        if (!row.info)
-            return tr("The loaded definitions do not know this type; its messages are counted only.");
-        return row.info->getShortDescriptiveText();
+        return toolTip(index);
+    case CellDelegate::KeptRole:
+        return index.column() == SenderColumn ? QVariant(getSender(index)) : QVariant();
+    case Qt::CheckStateRole:
+        return index.column() == TypeColumn && !subjectsAt(index).isEmpty() ? checkState(index) : QVariant();
+    case Qt::TextAlignmentRole:
+        return index.column() >= CountColumn ? int(Qt::AlignRight | Qt::AlignVCenter)
+                                             : int(Qt::AlignLeft | Qt::AlignVCenter);
     default:
         return QVariant();
     }
@@ -490,17 +458,28 @@ QVariant MessageTypeModel::headerData(int section, Qt::Orientation orientation, 
 {
     if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole && section >= CountColumn)
         return int(Qt::AlignRight | Qt::AlignVCenter);
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+    if (orientation != Qt::Horizontal || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
         return QVariant();
+    const bool isName = role == Qt::DisplayRole;
     switch (section) {
     case TypeColumn:
-        return m_isFolded ? tr("Sender and Type") : tr("Type");
+        return !isName ? QString() : m_isFolded ? tr("Sender and Type") : tr("Type");
     case SenderColumn:
-        return tr("Sender");
+        return isName ? tr("Sender") : QString();
     case CountColumn:
-        return tr("Count");
+        return isName ? tr("Count") : QString();
+    case RateColumn:
+        return isName ? tr("Rate") : tr("The rate that the messages keep, as the statistics have it");
+    case RangeColumn:
+        return isName ? tr("Range") : tr("The slowest and the fastest rate there was, without the rarest twentieth");
+    case GapsColumn:
+        return isName ? tr("Gaps") : tr("Times in which messages did not come although they were due");
+    case LostColumn:
+        return isName ? tr("Lost") : tr("Numbers that the sender skipped, of all of its types together");
+    case AgeColumn:
+        return isName ? tr("Age") : tr("Since when nothing came, in the recording's own time where it is one");
     default:
-        return tr("Rate");
+        return isName ? tr("Bytes") : QString();
     }
 }
 
@@ -509,7 +488,8 @@ Qt::ItemFlags MessageTypeModel::flags(const QModelIndex& index) const
     Qt::ItemFlags flags = QAbstractItemModel::flags(index);
     if (!index.isValid())
         return flags;
-    if (subjectsAt(index).isEmpty())
+    if (subjectsAt(index).isEmpty() && !groupAt(index))
         return flags & ~Qt::ItemIsEnabled; // there is nothing to show of it
-    return index.column() == TypeColumn ? flags | Qt::ItemIsUserCheckable : flags;
+    const bool isTickable = index.column() == TypeColumn && !subjectsAt(index).isEmpty();
+    return isTickable ? flags | Qt::ItemIsUserCheckable : flags;
 }

@@ -4,17 +4,21 @@
 #include "subject.h"
 
 #include <QAbstractItemModel>
-#include <QElapsedTimer>
 #include <QHash>
+#include <QPair>
 #include <QSet>
+#include <QStringList>
 #include <QVector>
 
 class MessageInfo;
+class MessageStatistics;
+class MessageStatisticsCoordinator;
 class SourceSession;
 
 /**
  * The message types that the sources received, a row for each source, type and sender, with a check box for being in
- * the tree. They can be folded: then each sender has a row, with those of its types below.
+ * the tree. They can be folded: then each sender has a row, with those of its types below. What no definition knows
+ * lies below a row of its own: damaged frames look like any number of types.
  */
 class MessageTypeModel : public QAbstractItemModel
 {
@@ -26,11 +30,17 @@ public:
         TypeColumn,
         SenderColumn,
         CountColumn,
-        RateColumn,
+        RateColumn,  ///< as the statistics have it
+        RangeColumn, ///< of the rates that there were, without the rarest
+        GapsColumn,
+        LostColumn, ///< by the numbers of the sender, whatever the type
+        AgeColumn,
+        BytesColumn,
         ColumnCount
     };
 
-    explicit MessageTypeModel(QObject* parent = nullptr);
+    /** @param coordinator  counts what the sources receive; borrowed */
+    explicit MessageTypeModel(const MessageStatisticsCoordinator* coordinator, QObject* parent = nullptr);
 
     /** Shows what @p session receives, until it is removed. */
     void addSession(const SourceSession* session);
@@ -58,6 +68,15 @@ public:
     QModelIndex indexOf(int row) const;
     /** The sender's name, also where @p index is one of its types. */
     QString getSender(const QModelIndex& index) const;
+    /** The types that a row is about; none for those that are not known. */
+    QVector<Subject> subjectsAt(const QModelIndex& index) const;
+
+    /** Whether some rows lie below others. */
+    bool hasGroups() const { return !m_groups.isEmpty(); }
+    /** What counts the messages of a type from a sender; null where none came. */
+    const MessageStatistics* findStatistics(const Subject& subject) const;
+    /** How often messages of a type come from a sender, and since when none did; empty where none came. */
+    QStringList describe(const Subject& subject) const;
 
     /** How many rows there are, of types of senders. */
     int getCount() const { return int(m_rows.size()); }
@@ -66,6 +85,9 @@ public:
     /** The type in @p row and who sends it; without a type for one that is not known. */
     Subject getSubject(int row) const;
 
+    /** The user wants these in the tree, or not any more. */
+    void request(const QVector<Subject>& subjects, bool inTree) { Q_EMIT inTreeRequested(subjects, inTree); }
+    bool isInTree(const Subject& subject) const { return m_inTree.contains(subject); }
     /** Shows types as being in the tree or not. */
     void setInTree(const QVector<Subject>& subjects, bool inTree);
 
@@ -94,6 +116,8 @@ Q_SIGNALS:
     void inTreeRequested(const QVector<Subject>& subjects, bool inTree);
 
 private:
+    static const int UnknownTypes = -1; // in the place of a sender
+
     struct Row
     {
         const SourceSession* session;
@@ -101,11 +125,9 @@ private:
         const MessageInfo* info;
         QString name;
         int sender;     // in m_senders
-        int group = -1; // while folded, and the place there
-        int place = -1;
-        quint64 count;
-        QVector<quint64> marks; // the counts of the last seconds, oldest first
-        double rate = 0;
+        int group = -1; // below which it lies, or -1
+        int place = -1; // there, or at the top
+        quint64 count = 0;
     };
     /** A sender of a session. */
     struct Sender
@@ -115,24 +137,33 @@ private:
         QString name;
     };
 
-    /** A sender with its rows, while they are folded. */
+    /** A sender with its rows while they are folded, or all that are not known. */
     struct Group
     {
-        int sender;
+        int sender; // or UnknownTypes
+        int top;
         QVector<int> rows;
         quint64 count = 0;
-        double rate = 0;
     };
 
-    QVariant displayData(const Row& row, int column) const;
-    QVariant groupData(const Group& group, int column) const;
+    QVariant displayData(const QModelIndex& index) const;
+    QVariant toolTip(const QModelIndex& index) const;
     QVariant checkState(const QModelIndex& index) const;
-    static QString rateText(double rate);
-    QVector<Subject> subjectsAt(const QModelIndex& index) const;
-    void fold();
-    void insertFolded(const QVector<Row>& rows);
+    const MessageStatistics* statisticsOf(const Row& row) const;
+    double figureOf(const Row& row, int column) const;
+    /** What is shown in a column, of a group of all its rows together; a negative age is none. */
+    double figureAt(const QModelIndex& index) const;
+    QString figureText(const QModelIndex& index) const;
+    QString rangeText(const Row& row) const;
+    const Group* groupAt(const QModelIndex& index) const;
+    QVector<int> rowsAt(const QModelIndex& index) const;
+    quint64 countAt(const QModelIndex& index) const;
+    quint64 lostOf(const Row& row) const;
+    int groupOf(const Row& row) const;
+    int createGroup(int sender);
+    void arrange();
+    void insert(const QVector<Row>& rows);
     void countGroups();
-    void noteCounts();
     struct Session
     {
         const SourceSession* session;
@@ -144,11 +175,12 @@ private:
     void removeTypesOf(const SourceSession* session);
     int findSender(const SourceSession* session, int number, int row);
     void appendRows(Session* session, QVector<Subject>* fresh);
-    void forgetRates(const SourceSession* session);
 
+    const MessageStatisticsCoordinator* m_coordinator;
     QVector<Session> m_sessions;
     QVector<Row> m_rows;
     bool m_isFolded = false;
+    QVector<int> m_top; // numbers of rows, or of groups below zero: -1 is the first
     QVector<Group> m_groups;
     QHash<int, int> m_groupsBySender;
     QVector<Sender> m_senders;
@@ -157,8 +189,8 @@ private:
     QHash<Subject, int> m_seen;                    // how many rows
     QHash<const MessageInfo*, int> m_senderCounts; // of what is seen
     QSet<Subject> m_inTree;
-    QElapsedTimer m_clock;
-    QVector<qint64> m_marks; // when the counts were noted
+    mutable QHash<QPair<int, int>, quint64> m_lost; // by stream and sender
+    mutable bool m_isLostKnown = false;
 };
 
 #endif

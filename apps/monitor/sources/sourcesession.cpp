@@ -4,6 +4,7 @@
 #include "eventlog.h"
 #include "formatinfo.h"
 #include "latestmessagesource.h"
+#include "message.h"
 #include "messagestatisticscoordinator.h"
 #include "playbacktime.h"
 
@@ -118,6 +119,15 @@ bool SourceSession::isStandingStill() const
 bool SourceSession::isPlayback() const
 {
     return m_source && !m_live && m_source->getState() >= StreamSource::Running && !m_source->isLive();
+}
+
+double SourceSession::getAge(int row) const
+{
+    const qint64 time = m_latest.getTime(row);
+    // Live streams may carry the times of another clock, by which nothing but their own newest message tells the time.
+    const bool isOfArrival = !isPlayback() && !m_source->getDecoder()->hasTimes();
+    const qint64 now = isOfArrival ? QDateTime::currentMSecsSinceEpoch() * 1000 : m_source->getCurrentTime();
+    return time == Message::NoTime || now == Message::NoTime ? -1 : double(qMax<qint64>(0, now - time)) / 1e6;
 }
 
 void SourceSession::useNewDefinitions()

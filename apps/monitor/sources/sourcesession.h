@@ -88,6 +88,11 @@ public:
     const StreamSource* getSource() const { return m_source.get(); }
     /** What types of its messages can be of; empty while it is not known what comes. */
     QVector<const FormatInfo*> getFormats() const { return m_source->getDecoder()->getFormats(); }
+    /** The stream's number with the coordinator. */
+    int getStream() const { return m_reception->getStream(); }
+    /** For how many seconds nothing came of a row, in the recording's own time where it is one; negative when nothing
+     * did, or it has no times. */
+    double getAge(int row) const;
     const ReceptionCounters& getCounters() const { return m_source->getCounters(); }
     /** Who sends what, over all connections and jumps; a row is never taken away. */
     const StreamIdentities& getIdentities() const { return m_identities; }

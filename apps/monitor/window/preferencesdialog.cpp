@@ -48,6 +48,13 @@ QWidget* PreferencesDialog::createDisplay(const Preferences& preferences)
     m_tick->setValue(preferences.tickRate);
     addRow(form, tr("&Updates:"), m_tick,
            tr("How often the views show what is new. Every message is counted and recorded at any rate."));
+    m_digits = new QSpinBox;
+    m_digits->setRange(0, 17);
+    m_digits->setSpecialValueText(tr("all"));
+    m_digits->setValue(preferences.digits);
+    addRow(form, tr("Di&gits:"), m_digits,
+           tr("Significant digits of floating-point numbers in the tree, where Decimals says nothing. Copies and raw "
+              "values have all of them."));
     m_decimals = new QSpinBox;
     m_decimals->setRange(Preferences::ExactDecimals, 17);
     m_decimals->setSpecialValueText(tr("exact"));
@@ -135,6 +142,7 @@ Preferences PreferencesDialog::getPreferences() const
 {
     Preferences preferences;
     preferences.tickRate = m_tick->value();
+    preferences.digits = m_digits->value();
     preferences.decimals = m_decimals->value();
     preferences.highlight = m_highlight->isChecked();
     preferences.theme = static_cast<Theme::Kind>(m_theme->currentData().toInt());

@@ -36,6 +36,7 @@ private:
     void browse();
 
     QSpinBox* m_tick;
+    QSpinBox* m_digits;
     QSpinBox* m_decimals;
     QCheckBox* m_highlight;
     QComboBox* m_theme;

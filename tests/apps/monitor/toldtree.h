@@ -8,11 +8,15 @@
 #include "plotview.h"
 #include "silencewatch.h"
 #include "textrows.h"
+#include "treeactions.h"
 #include "treedesk.h"
 #include "treefilter.h"
 #include "treerow.h"
+#include "unsetrows.h"
+#include "valuedelegate.h"
 #include "waitfor.h"
 
+#include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLineEdit>
@@ -69,6 +73,8 @@ private:
             m_sender = rest;
         else if (verb == "pause" || verb == "resume")
             getLatest()->setSuspended(verb == "pause");
+        else if (verb == "forgetcells")
+            Q_EMIT getLatest()->forgotten(battery);
         else if (verb == "forget")
             Q_EMIT getLatest()->forgotten(nav);
         else if (verb == "gone")
@@ -88,6 +94,8 @@ private:
             row->setExpanded(true);
         else if (verb == "pin" || verb == "unpin")
             panel.getRows()->setPinned({nav, QString()}, verb == "pin");
+        else if (verb == "unset")
+            panel.getUnset()->setHidden(!panel.getUnset()->isHidden());
         else if (verb == "secondary")
             tree.setHideSecondaryFields(false), tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
         else if (verb == "plain" || verb == "highlight")
@@ -110,6 +118,8 @@ private:
         else if (verb == "zoom")
             plot.getView()->zoom(rest.toDouble());
         // What there is to see.
+        else if (verb == "copy")
+            return copyOf(rest.split(" + "));
         else if (verb == "until")
             return waitFor([&]() { return shown() == rest; }) ? QString() : shown();
         else
@@ -129,6 +139,9 @@ private:
             return treeRow.getPath().getExpression() + (treeRow.isNumeric() ? " # " : " ") + treeRow.getValueText();
         if (verb == "says")
             return row->text(1);
+        if (verb == "reads") // in the tree as it is drawn
+            return panel.getValues()->getText(tree.indexAt(tree.visualItemRect(row).center())
+                                                  .sibling(tree.indexAt(tree.visualItemRect(row).center()).row(), 1));
         if (verb == "shade") {
             panel.getHighlighter()->update();
             return QString::number(row->data(1, Qt::BackgroundRole).isValid() ? row->background(1).color().alpha() : 0);
@@ -153,6 +166,14 @@ private:
         const QKeySequence keys(verb);
         QTest::keySequence(&tree, keys);
         return QGuiApplication::clipboard()->text();
+    }
+    QString copyOf(const QStringList& ways)
+    {
+        tree.clearSelection();
+        for (const QString& way : ways)
+            find(way)->setSelected(true);
+        panel.getActions()->getCopyActions().first()->trigger();
+        return QGuiApplication::clipboard()->text().replace('\t', ": ").replace('\n', " / ");
     }
     QString tipOf(QTreeWidgetItem* row)
     {

@@ -65,6 +65,23 @@ struct RollWindow : TestWindow
     {
         return getTypes()->setData(getTypes()->index(type, 0), state, Qt::CheckStateRole);
     }
+    /** What is told of the types in their order: "5 s ago; 1 Hz, now". */
+    QString told()
+    {
+        const MessageTypeModel* const types = getDesk()->getTypes();
+        QStringList texts;
+        for (int i = 0; i < types->getCount(); ++i)
+            texts.append(types->describe(types->getSubject(i)).join(", "));
+        return texts.join("; ");
+    }
+    /** What stands behind the count of a row. */
+    QString figures(int row) const
+    {
+        QStringList texts;
+        for (int column = MessageTypeModel::RateColumn; column < MessageTypeModel::ColumnCount; ++column)
+            texts.append(getTypes()->index(row, column).data().toString());
+        return texts.join(" | ");
+    }
     /** The list of types: "ATTITUDE 5, HEARTBEAT 10". */
     QString types() const
     {
@@ -135,6 +152,8 @@ void tst_monitorplayback::aJumpKeepsWhatWasChosenAndForgetsValues()
     window.jump(2);
     EVENTUALLY_IS(window.roll(), All);
     EVENTUALLY_IS(window.types(), "ATTITUDE 3, HEARTBEAT 8");
+    QCOMPARE(window.told(), QString("5 s ago; 1 Hz, now"));
+    QCOMPARE(window.figures(1), QString("1 Hz | 1 Hz |  |  | 0 s | 136"));
     QCOMPARE(window.getTree()->currentItem(), roll);
     QVERIFY(!window.findRow("HEARTBEAT"));
     // The newest message is there at once with its type, without waiting for the next.

@@ -25,9 +25,12 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QTreeView>
+
+#include <memory>
 
 namespace
 {
@@ -94,6 +97,10 @@ private:
             use(row, verb);
         else if (verb == "form")
             form(rest);
+        else if (verb == "menu")
+            useMenu(rest.section(" > ", 0, 0), rest.section(" > ", 1));
+        else if (verb == "status")
+            return tree.tick(), QString("") + row->text(1);
         else if (verb == "save" || verb == "restore")
             keep(verb == "save");
         else if (verb == "says")
@@ -138,6 +145,20 @@ private:
             else if (index.parent().isValid() && getTypes()->getSender(index.parent()) == name)
                 getTypes()->setData(index.parent(), state, Qt::CheckStateRole);
         }
+    }
+
+    // The row of the list for the type and its sender.
+    void useMenu(const QString& name, const QString& entry)
+    {
+        TypePanel& panel = *panels.find<TypePanel>();
+        QAbstractItemModel& model = *panel.getView()->model();
+        for (int i = 0; i < model.rowCount(); ++i)
+            if (model.index(i, 0).data().toString() + ' ' + model.index(i, 1).data().toString() == name)
+                panel.getView()->setCurrentIndex(model.index(i, 0));
+        const std::unique_ptr<QMenu> menu(panel.createMenu());
+        for (QAction* const action : menu->actions())
+            if (action->text().remove('&') == entry)
+                action->trigger();
     }
 
     static QString nameOf(const Subject& subject) { return subject.info->getName() + ' ' + subject.sender; }
@@ -263,7 +284,9 @@ void tst_monitorsenders::everySenderHasRowsOfItsOwn()
         {"play a H1:1=5 S1:1=1; shown", "HEARTBEAT, SYS_STATUS"},
         {"play a H10:1=7 H1:1=5 H2:1=6 S1:1=1; shown; says HEARTBEAT 2:1/custom_mode; says HEARTBEAT 10:1/custom_mode",
          "HEARTBEAT 1:1, HEARTBEAT 2:1, HEARTBEAT 10:1, SYS_STATUS; 6; 7"},
-        {"rows 0; play a H10:1=7 H1:1=5 H2:1=6; shown; says HEARTBEAT/custom_mode", "HEARTBEAT; 6"},
+        {"rows 0; play a H10:1=7 H1:1=5 H2:1=6; shown; says HEARTBEAT/custom_mode; status HEARTBEAT",
+         "HEARTBEAT; 6; 2:1"},
+        {"play a H1:1=5; status HEARTBEAT; play b H2:1=7; status HEARTBEAT 2:1 @ b.raw", "1:1; "}, // told once
         {"rows 2; play a H10:1=7 H1:1=5 S1:1=1; shown; says 1:1; expand 1:1/HEARTBEAT; says 1:1/HEARTBEAT/custom_mode",
          "1:1, .HEARTBEAT, .SYS_STATUS, 10:1, .HEARTBEAT; 2 types; 5"},
         // More than a few start folded, and have nothing below before they are unfolded.
@@ -347,6 +370,13 @@ void tst_monitorsenders::theListIsFoldedAndFiltered()
         {"fold; play a H1:1=5 S1:1=1; untick 1:1; list; tick 1:1; list; forms; form HEARTBEAT 1:1; filter sys; list; "
          "forms",
          "-1:1, .-HEARTBEAT, .-SYS_STATUS; +1:1, .+HEARTBEAT, .+SYS_STATUS; ; +1:1, .+SYS_STATUS; HEARTBEAT=5"},
+        {"play a H1:1=5 H2:1=6 S1:1=1; menu HEARTBEAT 1:1 > Take out of the Tree; shown; menu HEARTBEAT 1:1 > Show in "
+         "the "
+         "Tree; shown; menu SYS_STATUS 1:1 > Pin to the Top; shown; menu HEARTBEAT 2:1 > Show Only This in the Tree; "
+         "shown",
+         "HEARTBEAT 2:1, SYS_STATUS; HEARTBEAT 1:1, HEARTBEAT 2:1, SYS_STATUS; SYS_STATUS, HEARTBEAT 1:1, HEARTBEAT "
+         "2:1; "
+         "HEARTBEAT 2:1"},
         {"play a H10:1=7 H2:1=6 S10:1=1; filter 10:1 hea; list; fold; list; filter ; list; filter nothing; list",
          "+HEARTBEAT 10:1; +10:1, .+HEARTBEAT; +2:1, .+HEARTBEAT, +10:1, .+HEARTBEAT, .+SYS_STATUS; "},
     };

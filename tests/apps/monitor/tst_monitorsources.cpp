@@ -241,6 +241,11 @@ void tst_monitorsources::definitionsThatComeLaterAreUsedForWhatCameBefore()
         sender.writeDatagram(m_script.bytes(QString("H%1").arg(i)), QHostAddress::LocalHost, 24550);
     EVENTUALLY(session->getCounters().getUnknownCount() == 5);
     QCOMPARE(window.getTree()->topLevelItemCount(), 0);
+    // What is not known lies below a row of its own.
+    const MessageTypeModel* const types = window.getDesk()->getTypes();
+    EVENTUALLY_IS(types->index(0, MessageTypeModel::CountColumn).data().toString(), "5");
+    QCOMPARE(types->index(0, 0).data().toString() + QString::number(types->rowCount(types->index(0, 0))),
+             QString("Unknown types1"));
 
     QVERIFY(window.openAll({CORVEL_DIALECT}));
     EVENTUALLY_IS(window.valueOf("HEARTBEAT", "type"), "MAV_TYPE_ODID (34)");

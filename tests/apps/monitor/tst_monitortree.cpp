@@ -2,6 +2,7 @@
 #include "theme.h"
 #include "toldtree.h"
 #include "treeactions.h"
+#include "valuetext.h"
 
 #include <QAction>
 #include <QSettings>
@@ -25,6 +26,8 @@ class tst_monitortree : public TestBase
 
 private Q_SLOTS:
     void rowsKnowWhatTheyStandFor();
+    void valuesAreReadAtAGlance();
+    void whatIsNotThereTakesNoRoom();
     void theTreeShowsWhatIsLookedFor();
     void changesAreShadedAndSilentTypesGreyed();
     void whoIsGoneIsToldOnce();
@@ -48,6 +51,8 @@ void tst_monitortree::rowsKnowWhatTheyStandFor()
         {"nav 3.5; Ctrl+C NAV_STATE/mode", "FLYING (2)"},
         {"nav 3.5; Ctrl+Shift+C NAV_STATE/mode", "2"},
         {"cells 2; Ctrl+C BATTERY/cells", "100, 101"},
+        {"nav 3.14159265; expand NAV_STATE; copy NAV_STATE/mode + NAV_STATE/ground_speed",
+         "ground_speed: 3.14159265 m/s / mode: FLYING (2)"},
         {"cells 2; Ctrl+Alt+C BATTERY/cells/cells [1]", "desk/BATTERY/cells[1]"},
         {"cells 2; Ctrl+J BATTERY/cells", "[100,101]"},
         {"nav 3.5; Ctrl+J NAV_STATE/place/place [1]", "{\"x\":2.5}"},
@@ -72,6 +77,76 @@ void tst_monitortree::rowsKnowWhatTheyStandFor()
     desk.tell("nav 3.5");
     const FieldPath path = TreeRow(desk.find("NAV_STATE/place/place [1]/x")).getPath();
     QVERIFY(FieldPath::fromExpression(path.getExpression()) == path);
+}
+
+void tst_monitortree::valuesAreReadAtAGlance()
+{
+    // The number in five digits, where its point stands, and what stands behind it.
+    static const TextRow numbers[] = {
+        {"3.14159265 m/s", "3.1416 1 m/s"},
+        {"-123456.789 m", "-123457 7 m"}, // digits before the point stay
+        {"0.000123456789", "0.00012346 1 "},
+        {"1.23456789e-09 s", "1.2346e-09 1 s"},
+        {"1e+20", "1e+20 1 "},
+        {"12345678", "12345678 8 "}, // nobody measured it more exactly
+        {"0.5", "0.5 1 "},
+        {"0", "0 1 "},
+        {"9.99999", "10.0000 2 "},
+        {"21.5\xC2\xB0", "21.5 2 \xC2\xB0"},
+        {"nan", " 0 nan"},
+        {"2015-07-05T14:05:30Z", " 0 2015-07-05T14:05:30Z"},
+        {"12abc", " 0 12abc"},
+        {"", " 0 "},
+    };
+    checkRows(numbers, [](const QString& text) {
+        ValueText value = ValueText::split(text);
+        value.number = ValueText::rounded(value.number, 5);
+        return QString("%1 %2 %3").arg(value.number).arg(value.getIntegerSize()).arg(value.unit);
+    });
+    static const TextRow rows[] = {
+        {"nav 3.14159265; expand NAV_STATE; reads NAV_STATE/ground_speed; reads NAV_STATE/mode; reads NAV_STATE/text; "
+         "nav -1; reads NAV_STATE/ground_speed",
+         "3.1416 m/s; FLYING (2); hello \"you\"; not available"},
+        // A small vector is read in one line while it is folded.
+        {"expand NAV_STATE; nav 1; expand NAV_STATE/place; reads NAV_STATE/place/place [1]; "
+         "expand NAV_STATE/place/place [1]; reads NAV_STATE/place/place [1]; reads NAV_STATE/place/place [1]/x",
+         "x 2.5 m; ; 2.5 m"},
+    };
+    checkTold(rows);
+}
+
+void tst_monitortree::whatIsNotThereTakesNoRoom()
+{
+    static const TextRow rows[] = {
+        {"expand NAV_STATE; nav -1; shown; unset; shown; nav 2; shown; nav -1; find speed; shown; escape; shown; "
+         "unset; "
+         "shown",
+         "BATTERY, .cells, NAV_STATE, .ground_speed, .mode, .text, .place; BATTERY, .cells, NAV_STATE, .mode, .text, "
+         ".place; "
+         "BATTERY, .cells, NAV_STATE, .ground_speed, .mode, .text, .place; NAV_STATE, .ground_speed; "
+         "BATTERY, .cells, NAV_STATE, .mode, .text, .place; BATTERY, .cells, NAV_STATE, .ground_speed, .mode, .text, "
+         ".place"},
+        // Of a type without a message nothing is told, whatever its last one lacked.
+        {"cells 0; expand BATTERY; reads BATTERY/cells; forgetcells; reads BATTERY/cells", "0 repeated values; "},
+    };
+    checkTold(rows);
+    // What is seldom there is seen when it is, and what is absent is folded.
+    ToldTree desk;
+    MessageInfo* const info = new MessageInfo("RARE");
+    TestFieldInfo* const problems = new TestFieldInfo("[problems]", TestFieldInfo::Optional);
+    TestFieldInfo* const part = new TestFieldInfo("part", TestFieldInfo::Optional, FieldType(desk.nav));
+    info->addField(problems);
+    info->addField(part);
+    desk.format.addMessageInfo(info);
+    desk.add({info});
+    desk.send((new TestMessage(info))->set(part, QList<Message*>{desk.createNav(1)}));
+    const QString with = "RARE, .part, ..ground_speed, ..mode, ..text, ..place";
+    desk.tell("expand RARE; expand RARE/part");
+    QCOMPARE(desk.shown(), "BATTERY, .cells, NAV_STATE, .ground_speed, .mode, .text, .place, " + with);
+    desk.send((new TestMessage(info))->set(problems, 1));
+    QVERIFY(desk.shown().endsWith("RARE, .[problems], .part"));
+    desk.send((new TestMessage(info))->set(part, QList<Message*>{desk.createNav(1)}));
+    QVERIFY(desk.shown().endsWith(with));
 }
 
 void tst_monitortree::theTreeShowsWhatIsLookedFor()

@@ -58,6 +58,8 @@ StatisticsPanel::StatisticsPanel(Desk* desk)
     connect(m_widget.get(), &QTreeWidget::itemDoubleClicked, this, &StatisticsPanel::jumpToGap);
     QShortcut* const enter = new QShortcut(Qt::Key_Return, m_widget.get(), nullptr, nullptr, Qt::WidgetShortcut);
     connect(enter, &QShortcut::activated, this, [this]() { jumpToGap(m_widget->currentItem()); });
+    desk->offerTypeUse(
+        {[](const Subject&) { return tr("Show &Statistics"); }, [this](const Subject& subject) { reveal(subject); }});
     // Before new statistics can be taken for those that are gone.
     connect(desk->getSources(), &SourceModel::sessionRemoved, this, [this]() { m_widget->updateTree(); });
 }
@@ -112,6 +114,30 @@ bool StatisticsPanel::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::Show)
         update(); // of what came while nobody looked
     return QObject::eventFilter(watched, event);
+}
+
+static QTreeWidgetItem* findRow(QTreeWidgetItem* item, const MessageStatistics* statistics)
+{
+    auto* const row = dynamic_cast<MessageStatisticsTreeWidgetItem*>(item);
+    if (row)
+        return row->getMessageStatistics() == statistics ? row : nullptr;
+    QTreeWidgetItem* found = nullptr;
+    for (int i = 0; i < item->childCount() && !found; ++i)
+        found = findRow(item->child(i), statistics);
+    return found;
+}
+
+void StatisticsPanel::reveal(const Subject& subject)
+{
+    update();
+    const MessageStatistics* const statistics = m_desk->getTypes()->findStatistics(subject);
+    QTreeWidgetItem* const row = statistics ? findRow(m_widget->invisibleRootItem(), statistics) : nullptr;
+    if (!row)
+        return;
+    Q_EMIT m_desk->wanted(m_widget.get());
+    m_widget->setCurrentItem(row);
+    row->setExpanded(true);
+    m_widget->scrollToItem(row, QAbstractItemView::PositionAtTop);
 }
 
 void StatisticsPanel::jumpToGap(QTreeWidgetItem* item)

@@ -10,6 +10,7 @@
 
 class MessageStatisticsWidget;
 class QTreeWidgetItem;
+struct Subject;
 
 /** How often and how regularly messages come: double-click goes to a gap. */
 class StatisticsPanel : public QObject, public Panel
@@ -32,6 +33,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void reveal(const Subject& subject);
     void jumpToGap(QTreeWidgetItem* item);
     void update();
 

@@ -1,11 +1,10 @@
 #include "changehighlighter.h"
 
 #include "abstractmessagetreewidgetitem.h"
-#include "messagetreewidget.h"
+#include "readingtree.h"
 #include "theme.h"
 
 #include <QElapsedTimer>
-#include <QHeaderView>
 #include <QTreeWidgetItem>
 
 #include <iterator>
@@ -16,9 +15,8 @@ static const int BusyMilliseconds = 2500; // a value that changed so short a tim
 static const int FullShade = 45;          // per cent of the colour of selections
 static const int FaintShade = 14;
 static const int Steps = 5; // as few as look smooth: each is a repaint
-static const int MostRows = 200;
 
-ChangeHighlighter::ChangeHighlighter(MessageTreeWidget* tree, QObject* parent)
+ChangeHighlighter::ChangeHighlighter(ReadingTree* tree, QObject* parent)
     : QObject(parent)
     , m_tree(tree)
 {
@@ -71,20 +69,6 @@ static bool isOfField(const QTreeWidgetItem* item)
     return row && row->getFieldInfo();
 }
 
-QList<QTreeWidgetItem*> ChangeHighlighter::rowsOnScreen() const
-{
-    QList<QTreeWidgetItem*> rows;
-    const int bottom = m_tree->viewport()->height();
-    QTreeWidgetItem* item = m_tree->itemAt(m_tree->columnViewportPosition(m_tree->header()->logicalIndex(0)), 0);
-    int top = item ? m_tree->visualItemRect(item).top() : bottom;
-    while (item && top < bottom && rows.size() < MostRows) {
-        rows.append(item);
-        top += m_tree->visualItemRect(item).height();
-        item = m_tree->itemBelow(item);
-    }
-    return rows;
-}
-
 void ChangeHighlighter::update()
 {
     if (!m_enabled || !m_tree->isVisible())
@@ -98,7 +82,7 @@ void ChangeHighlighter::update()
         return;
     const qint64 now = m_clock();
     QHash<QTreeWidgetItem*, Cell> cells;
-    const QList<QTreeWidgetItem*> rows = rowsOnScreen();
+    const QList<QTreeWidgetItem*> rows = m_tree->getRowsOnScreen();
     for (QTreeWidgetItem* item : rows) {
         const bool isNew = !m_cells.contains(item);
         Cell cell = m_cells.take(item);

@@ -7,8 +7,8 @@
 
 #include <functional>
 
-class MessageTreeWidget;
 class QTreeWidgetItem;
+class ReadingTree;
 
 /**
  * Shades values in the message tree for a moment when they change.
@@ -25,7 +25,7 @@ public:
     typedef std::function<qint64()> Clock;
 
     /** @param tree  borrowed */
-    ChangeHighlighter(MessageTreeWidget* tree, QObject* parent = nullptr);
+    ChangeHighlighter(ReadingTree* tree, QObject* parent = nullptr);
 
     /** Milliseconds that never run backwards; for tests. */
     void setClock(const Clock& clock) { m_clock = clock; }
@@ -49,9 +49,8 @@ private:
 
     void shade(QTreeWidgetItem* item, int column, int percent);
     void forget(const QModelIndex& parent, int first, int last);
-    QList<QTreeWidgetItem*> rowsOnScreen() const;
 
-    MessageTreeWidget* m_tree;
+    ReadingTree* m_tree;
     Clock m_clock;
     QTimer m_timer;
     bool m_enabled = false;

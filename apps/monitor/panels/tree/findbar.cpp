@@ -26,6 +26,7 @@ FindBar::FindBar(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSource* l
     m_edit->setPlaceholderText(tr("Type, field or value, or a path such as */ATTITUDE/roll"));
     m_edit->setAccessibleName(tr("Find in the message tree"));
     m_edit->setClearButtonEnabled(true);
+    m_edit->installEventFilter(this);
     m_result->setAccessibleName(tr("Matches"));
     m_result->setMinimumWidth(m_result->fontMetrics().horizontalAdvance(tr("Not a path yet"))); // the line stands still
     QLabel* const label = new QLabel(tr("&Find:"));
@@ -81,6 +82,26 @@ void FindBar::addActionsTo(QMenu* menu, QToolBar* bar)
 {
     menu->addActions(m_actions);
     bar->addAction(m_actions.first());
+}
+
+void FindBar::addRowActions(const QList<QAction*>& actions)
+{
+    for (QAction* const action : actions)
+        static_cast<QWidget*>(m_edit)->addAction(action); // the line's own operation would make a button of it
+}
+
+// A line to type in takes some keys for itself that mean something in the window, such as Ctrl+K.
+bool FindBar::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::ShortcutOverride)
+        return QWidget::eventFilter(watched, event);
+    const auto* const key = static_cast<QKeyEvent*>(event);
+    const bool isOfWindow = key->modifiers() == Qt::ControlModifier &&
+                            (key->key() == Qt::Key_K || key->key() == Qt::Key_D || key->key() == Qt::Key_E);
+    if (!isOfWindow)
+        return QWidget::eventFilter(watched, event);
+    event->ignore();
+    return true;
 }
 
 void FindBar::open()

@@ -24,6 +24,8 @@ public:
 
     /** Adds the actions that find something, with their keys; the first of them to @p bar as well. */
     void addActionsTo(QMenu* menu, QToolBar* bar);
+    /** Lets the keys of these do what they do in the tree. */
+    void addRowActions(const QList<QAction*>& actions);
 
     QLineEdit* getEdit() const { return m_edit; }
     TreeFilter* getFilter() const { return m_filter; }
@@ -40,6 +42,7 @@ public Q_SLOTS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void apply();

@@ -10,6 +10,7 @@ SubjectRow::SubjectRow(MessageTreeWidget* tree, const Subject& subject)
 {
     setChildIndicatorPolicy(ShowIndicator);
     setAllTexts();
+    showName();
 }
 
 void SubjectRow::setSender(const QString& sender)
@@ -30,6 +31,11 @@ void SubjectRow::showName()
 {
     MessageTreeWidget* const tree = getMessageTreeWidget();
     const int column = tree ? tree->getColumnIndex(MessageTreeWidget::NameColumn) : -1;
+    if (column >= 0 && !font(column).bold()) {
+        QFont bold = font(column);
+        bold.setBold(true);
+        setFont(column, bold);
+    }
     if (column >= 0)
         setData(column, CellDelegate::KeptRole, m_isSenderShown ? QVariant(m_subject.sender) : QVariant());
     setNameText();
@@ -58,7 +64,34 @@ QString SubjectRow::getNameToolTip()
 
 QString SubjectRow::getValueText()
 {
-    return isFilled() ? MessageTreeWidgetItem::getValueText() : QString();
+    return isFilled() && !isMessageDisplayed() ? MessageTreeWidgetItem::getValueText() : m_status;
+}
+
+void SubjectRow::setStatus(const QString& status)
+{
+    if (m_status == status)
+        return;
+    m_status = status;
+    setValueText();
+}
+
+// A row that is cleared with the one above it still says that a value is missing in the message that was there.
+static void clearBelow(QTreeWidgetItem* item)
+{
+    for (int i = 0; i < item->childCount(); ++i) {
+        auto* const row = dynamic_cast<AbstractMessageTreeWidgetItem*>(item->child(i));
+        if (row)
+            row->processMessage(nullptr);
+        if (row)
+            clearBelow(row);
+    }
+}
+
+void SubjectRow::clear()
+{
+    m_status.clear();
+    processMessage(nullptr);
+    clearBelow(this);
 }
 
 void SubjectRow::restoreExpansion()

@@ -31,6 +31,11 @@ public:
     /** Makes the rows of the fields, with the values of @p latest, which may be null. */
     void fill(const Message* latest);
 
+    /** What is told of its messages beside the name: who sent the newest one, how often they come and since when. */
+    void setStatus(const QString& status);
+    /** Shows nothing, also of what fields said of the message that was shown. */
+    void clear();
+
     QString getNameText() override;
     QString getNameToolTip() override;
     QString getValueText() override;
@@ -43,6 +48,7 @@ private:
     void showName();
 
     Subject m_subject;
+    QString m_status;
     bool m_isSenderShown = false;
     bool m_isPinned = false;
 };

@@ -12,6 +12,8 @@
 #include <QGuiApplication>
 #include <QMenu>
 
+#include <algorithm>
+
 static const int MostTold = 60; // characters of what was copied
 static const int SaidMilliseconds = 4000;
 
@@ -33,6 +35,7 @@ TreeActions::TreeActions(MessageTreeWidget* tree, TreeRows* rows, Desk* desk, QO
     tree->installEventFilter(this);
     tree->viewport()->installEventFilter(this);
     connect(tree, &QTreeWidget::currentItemChanged, this, &TreeActions::update);
+    connect(tree, &QTreeWidget::itemSelectionChanged, this, &TreeActions::update);
     update();
 }
 
@@ -62,17 +65,42 @@ QList<QAction*> TreeActions::getShowActions() const
     return actions << m_pin;
 }
 
+QList<QAction*> TreeActions::getActionsForLines() const
+{
+    return getShowActions() << m_copyPath << m_copyJson;
+}
+
+/** The rows that are chosen, from above; the current one where it is the only one. */
+QVector<QTreeWidgetItem*> TreeActions::getChosen() const
+{
+    QList<QTreeWidgetItem*> items = m_tree->selectedItems();
+    if (items.size() < 2)
+        return {m_tree->currentItem()};
+    std::sort(items.begin(), items.end(), [this](const QTreeWidgetItem* one, const QTreeWidgetItem* other) {
+        return m_tree->visualItemRect(one).top() < m_tree->visualItemRect(other).top();
+    });
+    return QVector<QTreeWidgetItem*>(items.cbegin(), items.cend());
+}
+
 void TreeActions::update()
 {
-    const TreeRow row(m_tree->currentItem());
-    const FieldInfo* const field = row.getPath().getField();
+    bool isField = false;
+    bool isNumber = false;
+    bool isRow = false;
+    const QVector<QTreeWidgetItem*> items = getChosen();
+    for (QTreeWidgetItem* const item : items) {
+        const TreeRow row(item);
+        isRow = isRow || !row.isNull();
+        isField = isField || row.getPath().getField();
+        isNumber = isNumber || row.isNumeric();
+    }
     // Whether there is a value now is seen when it is copied: a value may come while the menu is open.
-    m_copyValue->setEnabled(field);
-    m_copyRaw->setEnabled(field);
-    m_copyPath->setEnabled(!row.isNull());
-    m_copyJson->setEnabled(!row.isNull());
+    m_copyValue->setEnabled(isField);
+    m_copyRaw->setEnabled(isField);
+    m_copyPath->setEnabled(isRow);
+    m_copyJson->setEnabled(isRow);
     for (const FieldUse& use : m_desk->getFieldUses())
-        use.action->setEnabled(use.refusal.isEmpty() ? field != nullptr : row.isNumeric());
+        use.action->setEnabled(use.refusal.isEmpty() ? isField : isNumber);
     const Subject pinned = m_rows->getPinned(m_tree->currentItem());
     QString name = pinned.sender;
     if (pinned.info)
@@ -88,7 +116,9 @@ bool TreeActions::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::ContextMenu) {
         const auto* const request = static_cast<QContextMenuEvent*>(event);
         if (request->reason() == QContextMenuEvent::Mouse) {
-            m_tree->setCurrentItem(m_tree->itemAt(m_tree->viewport()->mapFromGlobal(request->globalPos())));
+            QTreeWidgetItem* const item = m_tree->itemAt(m_tree->viewport()->mapFromGlobal(request->globalPos()));
+            if (!item || !item->isSelected())
+                m_tree->setCurrentItem(item);
             showMenu(request->globalPos());
         } else if (m_tree->currentItem()) {
             const QRect rect = m_tree->visualItemRect(m_tree->currentItem());
@@ -123,35 +153,59 @@ void TreeActions::copy(const QString& text)
     say(tr("Copied: %1").arg(line.size() > MostTold ? line.left(MostTold) + QChar(0x2026) : line));
 }
 
+/** Copies what @p get has of each row that is chosen; of several, each with its name in a line of a table. */
+void TreeActions::copyOfAll(QString (TreeRow::*get)() const, bool withNames)
+{
+    QStringList lines;
+    const QVector<QTreeWidgetItem*> items = getChosen();
+    for (QTreeWidgetItem* const item : items) {
+        const TreeRow row(item);
+        const QString text = row.isNull() ? QString() : (row.*get)();
+        if (!text.isEmpty())
+            lines.append(withNames && items.size() > 1 ? row.getPath().getFieldName() + QLatin1Char('\t') + text
+                                                       : text);
+    }
+    copy(lines.join(QLatin1Char('\n')));
+}
+
 void TreeActions::copyValue()
 {
-    copy(TreeRow(m_tree->currentItem()).getValueText());
+    copyOfAll(&TreeRow::getValueText, true);
 }
 
 void TreeActions::copyRaw()
 {
-    copy(TreeRow(m_tree->currentItem()).getRawValueText());
+    copyOfAll(&TreeRow::getRawValueText, true);
 }
 
 void TreeActions::copyPath()
 {
-    copy(TreeRow(m_tree->currentItem()).getPath().getExpression());
+    copyOfAll(&TreeRow::getExpression, false);
 }
 
 void TreeActions::copyJson()
 {
-    copy(TreeRow(m_tree->currentItem()).getJson());
+    copyOfAll(&TreeRow::getJson, false);
 }
 
 void TreeActions::take(const FieldUse& use)
 {
-    const TreeRow row(m_tree->currentItem());
-    const Subject subject = row.getSubject();
-    const bool isTold = !subject.sender.isEmpty() && m_desk->getTypes()->isFromSeveral(subject.info);
-    if (!use.refusal.isEmpty() && !row.isNumeric())
+    bool isRefused = false;
+    QVector<QPair<FieldPath, Origin>> fields; // of all rows first: what is done with one may change the tree
+    const QVector<QTreeWidgetItem*> items = getChosen();
+    for (QTreeWidgetItem* const item : items) {
+        const TreeRow row(item);
+        const Subject subject = row.getSubject();
+        const bool isTold = !subject.sender.isEmpty() && m_desk->getTypes()->isFromSeveral(subject.info);
+        if (!use.refusal.isEmpty() && !row.isNumeric())
+            isRefused = true;
+        else if (row.getPath().getField())
+            fields.append({row.getPath(), {subject.sender, isTold}});
+    }
+    for (const auto& field : std::as_const(fields))
+        use.take(field.first, field.second);
+    if (isRefused && fields.isEmpty())
         say(use.refusal);
-    else if (row.getPath().getField())
-        use.take(row.getPath(), {subject.sender, isTold});
     update();
 }
 

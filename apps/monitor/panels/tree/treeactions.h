@@ -9,6 +9,8 @@ class MessageTreeWidget;
 class QAction;
 class QMenu;
 class QPoint;
+class QTreeWidgetItem;
+class TreeRow;
 class TreeRows;
 struct FieldUse;
 
@@ -21,6 +23,8 @@ public:
     /** All borrowed. */
     TreeActions(MessageTreeWidget* tree, TreeRows* rows, Desk* desk, QObject* parent = nullptr);
 
+    /** The actions that a line to type in has no use of its own for. */
+    QList<QAction*> getActionsForLines() const;
     /** The actions that copy something. */
     QList<QAction*> getCopyActions() const { return {m_copyValue, m_copyRaw, m_copyPath, m_copyJson}; }
     /** The actions that show a row elsewhere, as other panels offer it, or in another place. */
@@ -37,7 +41,9 @@ private:
     void addUse(const FieldUse& use);
     void take(const FieldUse& use);
     void showMenu(const QPoint& globalPosition);
+    QVector<QTreeWidgetItem*> getChosen() const;
     void copy(const QString& text);
+    void copyOfAll(QString (TreeRow::*get)() const, bool withNames);
     void copyValue();
     void copyRaw();
     void copyPath();

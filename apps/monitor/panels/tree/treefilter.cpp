@@ -275,11 +275,12 @@ bool TreeFilter::isMatch(QTreeWidgetItem* item, RowMatcher::Words* names) const
         return m_matcher.matches(TreeRow(item));
     RowMatcher::Words own = 0;
     const QVector<MessageTreeWidget::ColumnType> columns = m_tree->getColumns();
-    for (int column = 0; column < columns.size(); ++column)
+    auto* const row = dynamic_cast<AbstractMessageTreeWidgetItem*>(item);
+    // What the row of a type says beside its name is about its messages and no value of theirs.
+    for (int column = 0; column < columns.size() && row && row->getFieldInfo(); ++column)
         if (columns.at(column) == MessageTreeWidget::ValueColumn ||
             columns.at(column) == MessageTreeWidget::RawValueColumn)
             own |= m_matcher.findInValue(item->text(column));
-    auto* const row = dynamic_cast<AbstractMessageTreeWidgetItem*>(item);
     const RowMatcher::Words inName = row ? m_matcher.findInName(row->getNameText()) : 0;
     const RowMatcher::Words all = m_matcher.getAllWords();
     const bool matches = ((*names | own | inName) == all) && (own | inName) != 0;

@@ -1,16 +1,19 @@
 #include "treepanel.h"
 
-#include "celldelegate.h"
 #include "changehighlighter.h"
 #include "desk.h"
 #include "findbar.h"
-#include "messagetreewidget.h"
+#include "message.h"
 #include "pinnedtypes.h"
+#include "readingtree.h"
 #include "rowtooltips.h"
 #include "silencewatch.h"
+#include "subjectrow.h"
 #include "treeactions.h"
 #include "treehint.h"
 #include "treerows.h"
+#include "unsetrows.h"
+#include "valuedelegate.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -24,15 +27,17 @@
 TreePanel::TreePanel(Desk* desk)
     : m_desk(desk)
     , m_widget(new QWidget)
-    , m_tree(new MessageTreeWidget)
+    , m_tree(new ReadingTree)
+    , m_values(new ValueDelegate(m_tree))
 {
     m_tree->setAccessibleName(tr("Message tree"));
     m_tree->setAlternatingRowColors(true);
     m_tree->header()->resizeSection(0, 260);
     m_tree->header()->resizeSection(1, 90);
-    CellDelegate* const names = new CellDelegate(m_tree);
-    names->setName(0);
-    m_tree->setItemDelegateForColumn(0, names); // values are drawn by the tree's own, which is faster
+    m_values->setName(0);
+    m_values->setDigits(desk->getPreferences().digits);
+    m_tree->setItemDelegate(m_values);
+    m_tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_tree->setDragEnabled(true);
     m_tree->setDragDropMode(QAbstractItemView::DragOnly);
     createTools();
@@ -58,10 +63,23 @@ void TreePanel::createTools()
     m_silence = new SilenceWatch(m_tree, m_rows, m_desk->getLatest(), m_tree);
     m_toolTips = new RowToolTips(m_tree, m_silence, m_tree);
     m_highlighter = new ChangeHighlighter(m_tree, m_tree);
+    m_unset = new UnsetRows(m_tree, m_rows, m_findBar->getFilter(), m_desk->getLatest(), m_tree);
     m_hint = new TreeHint(m_tree, m_findBar->getFilter(), m_desk);
     m_highlighter->setEnabled(m_desk->getPreferences().highlight);
+    m_findBar->addRowActions(m_actions->getActionsForLines());
+    connect(m_desk, &Desk::fieldUseOffered, m_findBar,
+            [this](const FieldUse& use) { m_findBar->addRowActions({use.action}); });
     connect(m_desk, &Desk::senderRenamed, m_silence, &SilenceWatch::renameSender);
     connect(m_rows, &TreeRows::changed, m_hint, &TreeHint::follow);
+    connect(m_desk, &Desk::rowWanted, m_rows, &TreeRows::reveal);
+    m_desk->offerTypeUse({[this](const Subject& subject) {
+                              return m_rows->isPinned(m_rows->getPinned(subject)) ? tr("Un&pin")
+                                                                                  : tr("&Pin to the Top");
+                          },
+                          [this](const Subject& subject) {
+                              const Subject pinned = m_rows->getPinned(subject);
+                              m_rows->setPinned(pinned, !m_rows->isPinned(pinned));
+                          }});
 }
 
 void TreePanel::createActions()
@@ -80,13 +98,15 @@ void TreePanel::createActions()
     m_addAutomatically = new QAction(tr("Add &New Types Automatically"), m_widget.get());
     m_virtualFields = new QAction(tr("&Virtual Fields"), m_widget.get());
     m_primaryOnly = new QAction(tr("&Primary Fields Only"), m_widget.get());
-    for (QAction* const action : {m_addAutomatically, m_virtualFields, m_primaryOnly})
+    m_hideUnset = new QAction(tr("Hide &Unset Fields"), m_widget.get());
+    for (QAction* const action : {m_addAutomatically, m_virtualFields, m_primaryOnly, m_hideUnset})
         action->setCheckable(true);
     m_addAutomatically->setChecked(m_rows->mustAddAutomatically());
     m_virtualFields->setChecked(m_tree->mustShowVirtualFields());
     connect(m_addAutomatically, &QAction::toggled, m_rows, &TreeRows::setAddAutomatically);
     connect(m_virtualFields, SIGNAL(toggled(bool)), m_tree, SLOT(setShowVirtualFields(bool)));
     connect(m_primaryOnly, SIGNAL(toggled(bool)), m_tree, SLOT(setShowPrimaryFieldsOnly(bool)));
+    connect(m_hideUnset, &QAction::toggled, m_unset, &UnsetRows::setHidden);
 }
 
 void TreePanel::createArrangements()
@@ -135,7 +155,7 @@ void TreePanel::addActionsTo(const PanelMenus& menus)
     m_tree->header()->setContextMenuPolicy(Qt::ActionsContextMenu);
     m_tree->header()->addActions(columns);
     menus.view->addSeparator();
-    menus.view->addActions({m_virtualFields, m_primaryOnly});
+    menus.view->addActions({m_virtualFields, m_primaryOnly, m_hideUnset});
 }
 
 void TreePanel::giveColumnsTheirWidths()
@@ -163,11 +183,40 @@ void TreePanel::followPreferences(const Preferences& preferences)
     m_silence->setIntervals(preferences.silentIntervals);
     if (preferences.highlight != m_highlighter->isEnabled())
         m_highlighter->setEnabled(preferences.highlight);
+    m_values->setDigits(preferences.digits);
+    m_tree->viewport()->update();
 }
 
 void TreePanel::tick()
 {
     m_hint->follow();
+    if (!m_desk->isPaused())
+        tellStatus();
+}
+
+// Of the rows that somebody can see.
+void TreePanel::tellStatus()
+{
+    const MessageTypeModel* const types = m_desk->getTypes();
+    const QList<QTreeWidgetItem*> rows = m_tree->getRowsOnScreen();
+    for (QTreeWidgetItem* const item : rows) {
+        auto* const row = dynamic_cast<SubjectRow*>(item);
+        if (!row || !m_silence->describe(row->getSubject()).isEmpty())
+            continue; // which says more
+        Subject subject = row->getSubject();
+        if (subject.sender.isEmpty() && row->getDisplayedMessage())
+            subject.sender = row->getDisplayedMessage()->getSender();
+        const bool isTold = row->isSenderShown() || item->parent() || subject.sender.isEmpty();
+        QStringList texts = types->describe(subject);
+        if (!isTold)
+            texts.prepend(subject.sender);
+        row->setStatus(texts.join(QStringLiteral(" \u00b7 ")));
+    }
+}
+
+MessageTreeWidget* TreePanel::getTree() const
+{
+    return m_tree;
 }
 
 void TreePanel::renew()
@@ -189,6 +238,7 @@ void TreePanel::saveSettings(QSettings& settings)
     settings.setValue(QLatin1String("showVirtualFields"), m_virtualFields->isChecked());
     settings.setValue(QLatin1String("primaryFieldsOnly"), m_primaryOnly->isChecked());
     m_rows->saveSettings(settings);
+    m_unset->saveSettings(settings);
     settings.endGroup();
 }
 
@@ -197,6 +247,8 @@ void TreePanel::restoreSettings(QSettings& settings)
     settings.beginGroup(QLatin1String("tree"));
     m_virtualFields->setChecked(settings.value(QLatin1String("showVirtualFields"), true).toBool());
     m_primaryOnly->setChecked(settings.value(QLatin1String("primaryFieldsOnly"), false).toBool());
+    m_unset->restoreSettings(settings);
+    m_hideUnset->setChecked(m_unset->isHidden());
     m_rows->restoreSettings(settings);
     showArrangement();
     m_addAutomatically->setChecked(m_rows->mustAddAutomatically());

@@ -13,11 +13,14 @@ class MessageTreeWidget;
 class PinnedTypes;
 class QAction;
 class QActionGroup;
+class ReadingTree;
 class RowToolTips;
 class SilenceWatch;
 class TreeActions;
 class TreeHint;
 class TreeRows;
+class UnsetRows;
+class ValueDelegate;
 
 /** The message tree, with everything that helps to read it: find, pins, copies, tool tips, shades and silence. */
 class TreePanel : public QObject, public Panel
@@ -28,13 +31,16 @@ public:
     explicit TreePanel(Desk* desk);
     ~TreePanel() override;
 
-    MessageTreeWidget* getTree() const { return m_tree; }
+    MessageTreeWidget* getTree() const;
     FindBar* getFindBar() const { return m_findBar; }
     TreeRows* getRows() const { return m_rows; }
     TreeActions* getActions() const { return m_actions; }
     SilenceWatch* getSilence() const { return m_silence; }
     ChangeHighlighter* getHighlighter() const { return m_highlighter; }
     const RowToolTips* getToolTips() const { return m_toolTips; }
+    UnsetRows* getUnset() const { return m_unset; }
+    /** Draws the values; knows what a cell says to a reader. */
+    const ValueDelegate* getValues() const { return m_values; }
 
     QWidget* getWidget() override { return m_widget.get(); }
     void addActionsTo(const PanelMenus& menus) override;
@@ -54,10 +60,12 @@ private:
     void createArrangements();
     void showArrangement();
     void giveColumnsTheirWidths();
+    void tellStatus();
 
     Desk* m_desk;
     std::unique_ptr<QWidget> m_widget; // the find bar above the tree
-    MessageTreeWidget* m_tree;
+    ReadingTree* m_tree;
+    ValueDelegate* m_values;
     FindBar* m_findBar;
     std::unique_ptr<PinnedTypes> m_pins;
     TreeRows* m_rows;
@@ -65,6 +73,7 @@ private:
     SilenceWatch* m_silence;
     RowToolTips* m_toolTips;
     ChangeHighlighter* m_highlighter;
+    UnsetRows* m_unset;
     TreeHint* m_hint;
     QActionGroup* m_arrangements; // the number of each is its action's data
     QAction* m_addAll;
@@ -74,6 +83,7 @@ private:
     QAction* m_expand;
     QAction* m_virtualFields;
     QAction* m_primaryOnly;
+    QAction* m_hideUnset;
 };
 
 #endif

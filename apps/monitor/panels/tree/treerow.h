@@ -37,6 +37,8 @@ public:
     QString getValueText() const;
     /** The value as transmitted, likewise. */
     QString getRawValueText() const;
+    /** The path that finds the row again. */
+    QString getExpression() const { return m_path.getExpression(); }
     /** The message of a type, or the field's part of it, as JSON; empty when no message is shown. */
     QString getJson() const;
 

@@ -111,7 +111,7 @@ void TreeRows::forget(const MessageInfo* info)
 {
     for (const QPointer<SubjectRow>& row : std::as_const(m_rows))
         if (row && row->getMessageInfo() == info)
-            row->processMessage(nullptr);
+            row->clear();
 }
 
 void TreeRows::set(const QVector<Subject>& subjects, bool inTree)
@@ -312,6 +312,20 @@ void TreeRows::open(QTreeWidgetItem* item)
     insertRowsOfTypes(sender, sender->getTypes());
 }
 
+void TreeRows::reveal(const Subject& subject)
+{
+    SenderRow* const sender = m_senderRows.value(subject.sender);
+    if (sender && subject.info)
+        open(sender);
+    QTreeWidgetItem* row = sender;
+    if (subject.info)
+        row = find(getSubject(subject.info, subject.sender));
+    if (!row || row->isHidden())
+        return;
+    m_tree->setCurrentItem(row);
+    m_tree->scrollToItem(row, QAbstractItemView::PositionAtTop);
+}
+
 static void expandBelow(QTreeWidgetItem* item)
 {
     item->setExpanded(true);
@@ -343,6 +357,13 @@ Subject TreeRows::getPinned(QTreeWidgetItem* item) const
     if (!row)
         return item ? getPinned(item->parent()) : Subject{nullptr, QString()};
     return {row->getSubject().info, row->isSenderShown() ? row->getSubject().sender : QString()};
+}
+
+Subject TreeRows::getPinned(const Subject& subject) const
+{
+    if (SubjectRow* const row = find(getSubject(subject.info, subject.sender)))
+        return getPinned(row);
+    return m_desk->getTypes()->isFromSeveral(subject.info) ? subject : Subject{subject.info, QString()};
 }
 
 bool TreeRows::isPinned(const Subject& subject) const

@@ -66,11 +66,15 @@ public:
     MessageReference getLatest(const Subject& subject) const;
     /** Makes the rows below @p item, if that was not done. */
     void open(QTreeWidgetItem* item);
+    /** Makes the row of a type current and scrolls to it, or without a type to that of a sender, if there is one. */
+    void reveal(const Subject& subject);
     /** Opens and unfolds everything, up to a number of rows that somebody could read. */
     void expandAll();
 
     /** What is pinned where @p item, which may be null, is or lies: a type, one of a sender, or a sender. */
     Subject getPinned(QTreeWidgetItem* item) const;
+    /** What is pinned where a type of a sender is. */
+    Subject getPinned(const Subject& subject) const;
     /** Pins that, and moves rows to their places. */
     void setPinned(const Subject& subject, bool pinned);
     bool isPinned(const Subject& subject) const;

@@ -6,9 +6,14 @@
 #include "emptyhint.h"
 #include "messageinfo.h"
 
+#include <QAction>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QSettings>
 #include <QSortFilterProxyModel>
 #include <QToolButton>
@@ -17,6 +22,7 @@
 
 static const char WantedKey[] = "forms"; // what they are chosen for
 static const char FoldedKey[] = "types/bySender";
+static const char ColumnsKey[] = "types/columns"; // those that are shown
 
 /** The types in the order that is chosen, and of these what somebody looks for. */
 class SortedTypes : public QSortFilterProxyModel
@@ -91,6 +97,7 @@ TypePanel::TypePanel(Desk* desk, QWidget* parent)
 
     const MessageTypeModel* const types = desk->getTypes();
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &TypePanel::tellChosen);
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this, &TypePanel::followCurrent);
     connect(m_sorted, &QAbstractItemModel::modelAboutToBeReset, this, &TypePanel::rememberView);
     connect(m_sorted, &QAbstractItemModel::modelReset, this, &TypePanel::restoreView);
     connect(types, &MessageTypeModel::seen, this, &TypePanel::processSeen);
@@ -114,6 +121,10 @@ void TypePanel::createView()
     header->resizeSection(MessageTypeModel::SenderColumn, metrics.horizontalAdvance(QLatin1String(" Sender  ^ ")));
     for (const int column : {MessageTypeModel::CountColumn, MessageTypeModel::RateColumn})
         header->resizeSection(column, metrics.horizontalAdvance(QLatin1String(" 000,000 ")));
+    for (int column = MessageTypeModel::RangeColumn; column < MessageTypeModel::ColumnCount; ++column)
+        header->setSectionHidden(column, true); // until somebody wants them
+    header->setContextMenuPolicy(Qt::ActionsContextMenu);
+    addColumnActions(header);
     CellDelegate* const cells = new CellDelegate(m_view);
     cells->setName(MessageTypeModel::TypeColumn);
     cells->setName(MessageTypeModel::SenderColumn);
@@ -123,11 +134,93 @@ void TypePanel::createView()
     filter(QString());
 }
 
+void TypePanel::addColumnActions(QHeaderView* header)
+{
+    for (int column = MessageTypeModel::CountColumn; column < MessageTypeModel::ColumnCount; ++column) {
+        const QString name = m_sorted->headerData(column, Qt::Horizontal).toString();
+        QAction* const action = new QAction(name, header);
+        action->setCheckable(true);
+        action->setChecked(!header->isSectionHidden(column));
+        action->setToolTip(m_sorted->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString());
+        connect(action, &QAction::toggled, header,
+                [header, column](bool shown) { header->setSectionHidden(column, !shown); });
+        header->addAction(action);
+    }
+}
+
+// What somebody goes to here is what he wants to read there.
+void TypePanel::followCurrent(const QModelIndex& current)
+{
+    if (m_isReset || !current.isValid() || !m_view->hasFocus())
+        return;
+    const MessageTypeModel* const types = m_desk->getTypes();
+    const QModelIndex index = m_sorted->mapToSource(current);
+    const int row = types->rowOf(index);
+    Q_EMIT m_desk->rowWanted(row < 0 ? Subject{nullptr, types->getSender(index)} : types->getSubject(row));
+}
+
+QVector<Subject> TypePanel::getSelected() const
+{
+    QVector<Subject> subjects;
+    const QModelIndexList rows = m_view->selectionModel()->selectedRows();
+    for (const QModelIndex& index : rows) {
+        const QVector<Subject> found = m_desk->getTypes()->subjectsAt(m_sorted->mapToSource(index));
+        for (const Subject& subject : found)
+            if (!subjects.contains(subject))
+                subjects.append(subject);
+    }
+    return subjects;
+}
+
+void TypePanel::keepOnly(const QVector<Subject>& subjects)
+{
+    MessageTypeModel* const types = m_desk->getTypes();
+    QVector<Subject> others;
+    for (int row = 0; row < types->getCount(); ++row)
+        if (types->getMessageInfo(row) && !subjects.contains(types->getSubject(row)))
+            others.append(types->getSubject(row));
+    types->request(others, false);
+    types->request(subjects, true);
+}
+
+QMenu* TypePanel::createMenu()
+{
+    MessageTypeModel* const types = m_desk->getTypes();
+    const QVector<Subject> subjects = getSelected();
+    QMenu* const menu = new QMenu(this);
+    if (!subjects.isEmpty()) {
+        const bool isShown = std::all_of(subjects.cbegin(), subjects.cend(),
+                                         [types](const Subject& subject) { return types->isInTree(subject); });
+        menu->addAction(isShown ? tr("&Take out of the Tree") : tr("&Show in the Tree"), this,
+                        [types, subjects, isShown]() { types->request(subjects, !isShown); });
+        menu->addAction(tr("Show &Only This in the Tree"), this, [this, subjects]() { keepOnly(subjects); });
+        menu->addSeparator();
+    }
+    for (const TypeUse& use : m_desk->getTypeUses())
+        if (subjects.size() == 1)
+            menu->addAction(use.text(subjects.first()), this, [use, subjects]() { use.take(subjects.first()); });
+    const QModelIndex current = m_view->currentIndex();
+    const QString name = current.sibling(current.row(), MessageTypeModel::TypeColumn).data().toString();
+    if (!name.isEmpty())
+        menu->addAction(tr("&Copy Name"), this, [name]() { QGuiApplication::clipboard()->setText(name); });
+    menu->addMenu(tr("Co&lumns"))->addActions(m_view->header()->actions());
+    return menu;
+}
+
+void TypePanel::contextMenuEvent(QContextMenuEvent* event)
+{
+    QMenu* const menu = createMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const bool isOfMouse = event->reason() == QContextMenuEvent::Mouse;
+    const QRect row = m_view->visualRect(m_view->currentIndex());
+    menu->popup(isOfMouse ? event->globalPos() : m_view->viewport()->mapToGlobal(row.bottomLeft()));
+}
+
 void TypePanel::setFolded(bool folded)
 {
     m_fold->setChecked(folded);
     m_desk->getTypes()->setFolded(folded);
-    m_view->setRootIsDecorated(folded);
+    followGroups();
     m_view->setColumnHidden(MessageTypeModel::SenderColumn, folded);
 }
 
@@ -145,11 +238,18 @@ void TypePanel::filter(const QString& text)
                                    : tr("No type and no sender is called so."));
 }
 
-// Counts of what lies below senders are asked for when they are painted.
+// Counts of what lies below others are asked for when they are painted.
 void TypePanel::tick()
 {
-    if (m_desk->getTypes()->isFolded() && !m_desk->isPaused())
+    followGroups();
+    if (m_desk->getTypes()->hasGroups() && !m_desk->isPaused())
         m_view->viewport()->update();
+}
+
+void TypePanel::followGroups()
+{
+    if (m_view->rootIsDecorated() != m_desk->getTypes()->hasGroups())
+        m_view->setRootIsDecorated(m_desk->getTypes()->hasGroups());
 }
 
 void TypePanel::rememberView()
@@ -233,10 +333,21 @@ void TypePanel::saveSettings(QSettings& settings)
     rememberChosen();
     settings.setValue(QLatin1String(WantedKey), m_wanted);
     settings.setValue(QLatin1String(FoldedKey), m_fold->isChecked());
+    QStringList columns;
+    for (int column = MessageTypeModel::CountColumn; column < MessageTypeModel::ColumnCount; ++column)
+        if (!m_view->isColumnHidden(column))
+            columns.append(QString::number(column));
+    settings.setValue(QLatin1String(ColumnsKey), columns);
 }
 
 void TypePanel::restoreSettings(QSettings& settings)
 {
     m_wanted += settings.value(QLatin1String(WantedKey)).toStringList();
     setFolded(settings.value(QLatin1String(FoldedKey)).toBool());
+    if (!settings.contains(QLatin1String(ColumnsKey)))
+        return;
+    const QStringList columns = settings.value(QLatin1String(ColumnsKey)).toStringList();
+    const QList<QAction*> actions = m_view->header()->actions();
+    for (int i = 0; i < actions.size(); ++i)
+        actions.at(i)->setChecked(columns.contains(QString::number(MessageTypeModel::CountColumn + i)));
 }

@@ -8,8 +8,11 @@
 #include <QStringList>
 #include <QWidget>
 
+class QContextMenuEvent;
+class QHeaderView;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QModelIndex;
 class QToolButton;
 class QTreeView;
@@ -36,12 +39,23 @@ public:
     void restoreSettings(QSettings& settings) override;
     void tick() override;
 
+    /** What can be done with the rows that are chosen; the caller's. */
+    QMenu* createMenu();
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
 private:
     void createView();
+    void followCurrent(const QModelIndex& current);
+    void keepOnly(const QVector<Subject>& subjects);
+    QVector<Subject> getSelected() const;
     void filter(const QString& text);
     void processSeen(const QVector<Subject>& subjects);
     void choose(const QSet<Subject>& subjects);
     void rememberChosen();
+    void addColumnActions(QHeaderView* header);
+    void followGroups();
     void rememberView();
     void restoreView();
     void tellChosen();

@@ -15,8 +15,9 @@ QString Watch::shortName() const
     const FieldPath& path = m_field.getPath();
     const QString& sender = m_field.getSender();
     QString name = path.getName();
-    // Of a type that is not known yet nobody can tell where its name ends; a number tells types of one name apart.
-    if (name.isEmpty() || getExpression().contains(QLatin1Char('#')))
+    // Of a type that is not known yet nobody can tell where its name ends. The number that tells types of one name
+    // apart is in the tool tip.
+    if (name.isEmpty())
         name = m_expression.getString(PathExpression::Parts(PathExpression::MessagePart)) + QLatin1Char('.') +
                m_expression.getString(PathExpression::FieldPart | PathExpression::IndexPart);
     const bool isTold = !sender.isEmpty() && !path.isNull() && m_desk->getTypes()->isFromSeveral(path.getMessageInfo());
