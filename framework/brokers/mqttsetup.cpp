@@ -1,7 +1,6 @@
 #include "mqttsetup.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QRandomGenerator>
 
 #include <mutex>
@@ -11,9 +10,6 @@
 
 namespace
 {
-
-const char PasswordVariable[] = "CORVEL_MQTT_PASSWORD";
-const int GreatestPassword = 65535;
 
 /** A name that no other program has. */
 QByteArray clientName()
@@ -25,23 +21,7 @@ QByteArray clientName()
 
 bool MqttSetup::read(const QMap<QString, QString>& parameters, QString* error)
 {
-    for (const char* name : {"password-file", "ca", "cert", "key"}) {
-        const QString path = parameters.value(QLatin1String(name));
-        QFile file(path);
-        if (!path.isEmpty() && !file.open(QIODevice::ReadOnly)) {
-            *error = path + QLatin1String(": ") + file.errorString();
-            return false;
-        }
-        if (file.isOpen() && qstrcmp(name, "password-file") == 0)
-            password = file.readLine(GreatestPassword + 2).trimmed();
-    }
-    user = parameters.value(QStringLiteral("user")).toUtf8();
-    if (password.isEmpty())
-        password = qgetenv(PasswordVariable);
-    authority = QFile::encodeName(parameters.value(QStringLiteral("ca")));
-    certificate = QFile::encodeName(parameters.value(QStringLiteral("cert")));
-    key = QFile::encodeName(parameters.value(QStringLiteral("key")));
-    return true;
+    return BrokerAccess::read(parameters, "CORVEL_MQTT_PASSWORD", error);
 }
 
 mosquitto* MqttSetup::createClient(int version, void* self) const

@@ -1,18 +1,14 @@
 #ifndef MQTTSETUP_H
 #define MQTTSETUP_H
 
-#include <QByteArray>
-#include <QMap>
-#include <QString>
+#include "brokeraccess.h"
 
 struct mosquitto;
 
 /** What a connection to a broker of MQTT needs, whoever makes it. */
-struct MqttSetup
+struct MqttSetup : BrokerAccess
 {
-    /** Takes what the parameters of an address say: "user", "password-file", "ca", "cert" and "key", all of which may
-     * be missing. A password that is nowhere is that of the environment variable CORVEL_MQTT_PASSWORD. False with @p
-     * error set where a file cannot be read. */
+    /** As BrokerAccess::read(), with the environment variable CORVEL_MQTT_PASSWORD. */
     bool read(const QMap<QString, QString>& parameters, QString* error);
 
     /** A client of the library for it, under the name of the session or one that no other has; to be destroyed with
@@ -28,12 +24,7 @@ struct MqttSetup
     QByteArray host;
     quint16 port = 0;
     bool isEncrypted = false;
-    QByteArray user;
-    QByteArray password;
-    QByteArray authority;   ///< the file of certificates to trust; empty for those of the system
-    QByteArray certificate; ///< the file of one's own; may be empty
-    QByteArray key;         ///< that it has
-    QByteArray session;     ///< a name under which the server keeps what comes meanwhile; empty for none
+    QByteArray session; ///< a name under which the server keeps what comes meanwhile; empty for none
 };
 
 #endif

@@ -11,10 +11,8 @@
 namespace
 {
 
-const char PasswordVariable[] = "CORVEL_NATS_PASSWORD";
 const quint16 DefaultPort = 4222;
 const int MostServers = 100;
-const int GreatestPassword = 65535;
 const int ConnectTimeoutMs = 2000;
 const int ReconnectWaitMs = 500;
 const int PingIntervalMs = 10000;
@@ -23,26 +21,11 @@ const int PingIntervalMs = 10000;
 
 bool NatsSetup::read(const QMap<QString, QString>& parameters, QString* error)
 {
-    for (const char* name : {"password-file", "creds", "ca", "cert", "key"}) {
-        const QString path = parameters.value(QLatin1String(name));
-        QFile file(path);
-        if (!path.isEmpty() && !file.open(QIODevice::ReadOnly)) {
-            *error = path + QLatin1String(": ") + file.errorString();
-            return false;
-        }
-        if (file.isOpen() && qstrcmp(name, "password-file") == 0)
-            password = file.readLine(GreatestPassword + 2).trimmed();
-    }
-    user = parameters.value(QStringLiteral("user")).toUtf8();
-    if (password.isEmpty())
-        password = qgetenv(PasswordVariable);
     credentials = QFile::encodeName(parameters.value(QStringLiteral("creds")));
-    authority = QFile::encodeName(parameters.value(QStringLiteral("ca")));
-    certificate = QFile::encodeName(parameters.value(QStringLiteral("cert")));
-    key = QFile::encodeName(parameters.value(QStringLiteral("key")));
-    isEncrypted = parameters.value(QStringLiteral("tls")) == QLatin1String("on") || !authority.isEmpty() ||
-                  !certificate.isEmpty();
-    return true;
+    isEncrypted = parameters.value(QStringLiteral("tls")) == QLatin1String("on") ||
+                  !parameters.value(QStringLiteral("ca")).isEmpty() ||
+                  !parameters.value(QStringLiteral("cert")).isEmpty();
+    return BrokerAccess::read(parameters, "CORVEL_NATS_PASSWORD", error, "creds");
 }
 
 bool NatsSetup::readServers(const Server& one, const QString& others, QString* reason)

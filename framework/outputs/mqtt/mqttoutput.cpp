@@ -1,7 +1,5 @@
 #include "mqttoutput.h"
 
-#include "publishedstream.h"
-
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
@@ -67,9 +65,7 @@ const OutputKind MqttsOutputKind = {"mqtts",
                                     connectTo};
 
 MqttOutput::MqttOutput(const OutputAddress& address, const PublishedStream* stream)
-    : MessageOutput(stream)
-    , m_stream(stream)
-    , m_topics{"mqtt", '/', "+#", address.path.toUtf8()}
+    : EventOutput({"mqtt", '/', "+#", address.path.toUtf8()}, stream)
 {
     MqttSetup setup;
     setup.host = address.host.toUtf8();
@@ -92,32 +88,9 @@ MqttOutput::MqttOutput(const OutputAddress& address, const PublishedStream* stre
 
 MqttOutput::~MqttOutput() {}
 
-void MqttOutput::setDecoder(const StreamDecoder* decoder)
-{
-    MessageOutput::setDecoder(decoder);
-    m_stream = static_cast<const PublishedStream*>(decoder); // of which OutputKind::connect() has it
-    m_events.clear();
-}
-
 bool MqttOutput::isReady() const
 {
     return m_publisher && m_publisher->isConnected() && m_pending.size() < MostPending;
-}
-
-std::shared_ptr<const CloudEvent> MqttOutput::eventOf(quint32 channel)
-{
-    std::shared_ptr<const CloudEvent>& event = m_events[channel];
-    if (!event)
-        event.reset(new CloudEvent(m_stream->getChannel(channel), m_topics));
-    return event;
-}
-
-void MqttOutput::processReceived(const ReceivedMessage& message)
-{
-    m_pending.push_back(Pending{eventOf(message.id), CloudEvent::idOf(*m_stream, message), CloudEvent::timeOf(message),
-                                QByteArray(message.data, message.size), false});
-    publish(m_pending.size() - 1);
-    popDone();
 }
 
 /** What is not connected goes out later. */
@@ -185,16 +158,6 @@ void MqttOutput::refuse(const Pending& pending, const QString& reason)
         addNotice(text);
     m_refusal = text;
 }
-
-void MqttOutput::popDone()
-{
-    while (!m_pending.empty() && m_pending.front().isDone) {
-        m_pending.pop_front();
-        ++m_popped;
-    }
-}
-
-void MqttOutput::flush() {}
 
 void MqttOutput::close()
 {

@@ -1,7 +1,5 @@
 #include "natsoutput.h"
 
-#include "publishedstream.h"
-
 #include <QCoreApplication>
 
 namespace
@@ -69,9 +67,7 @@ const OutputKind NatsOutputKind = {
     connectTo};
 
 NatsOutput::NatsOutput(const OutputAddress& address, const PublishedStream* stream)
-    : MessageOutput(stream)
-    , m_stream(stream)
-    , m_topics{"nats", '.', ". *>\t\r\n", address.path.toUtf8()}
+    : EventOutput({"nats", '.', ". *>\t\r\n", address.path.toUtf8()}, stream)
 {
     NatsPublisher::Settings settings;
     QMap<QString, QString> parameters = address.parameters;
@@ -92,33 +88,10 @@ NatsOutput::NatsOutput(const OutputAddress& address, const PublishedStream* stre
 
 NatsOutput::~NatsOutput() {}
 
-void NatsOutput::setDecoder(const StreamDecoder* decoder)
-{
-    MessageOutput::setDecoder(decoder);
-    m_stream = static_cast<const PublishedStream*>(decoder); // of which OutputKind::connect() has it
-    m_events.clear();
-}
-
 bool NatsOutput::isReady() const
 {
     return m_publisher && m_publisher->isConnected() && m_publisher->getConnections() == m_connections &&
            m_pending.size() < MostPending && m_clock.elapsed() >= m_notBefore;
-}
-
-std::shared_ptr<const CloudEvent> NatsOutput::eventOf(quint32 channel)
-{
-    std::shared_ptr<const CloudEvent>& event = m_events[channel];
-    if (!event)
-        event.reset(new CloudEvent(m_stream->getChannel(channel), m_topics));
-    return event;
-}
-
-void NatsOutput::processReceived(const ReceivedMessage& message)
-{
-    m_pending.push_back(Pending{eventOf(message.id), CloudEvent::idOf(*m_stream, message), CloudEvent::timeOf(message),
-                                QByteArray(message.data, message.size), -1, false});
-    publish(m_pending.size() - 1);
-    popDone();
 }
 
 void NatsOutput::publish(std::size_t place)
@@ -135,6 +108,7 @@ void NatsOutput::publish(std::size_t place)
     headers.append(qMakePair(QByteArray("Content-Type"), QByteArray(pending.event->getContentType())));
     headers.append(qMakePair(QByteArray("Nats-Msg-Id"), QByteArray(pending.event->getSource() + '/' + pending.id)));
     QString error;
+    // Numbers begin with 1, because 0 stands for schemas.
     m_publisher->publish(pending.event->getTopic(), pending.payload, headers, m_popped + place + 1, &error);
     pending.sentMs = m_clock.elapsed();
     if (error.isEmpty())
@@ -227,16 +201,6 @@ void NatsOutput::tellOnce(const QString& text)
         addNotice(text);
     m_told = text;
 }
-
-void NatsOutput::popDone()
-{
-    while (!m_pending.empty() && m_pending.front().isDone) {
-        m_pending.pop_front();
-        ++m_popped;
-    }
-}
-
-void NatsOutput::flush() {}
 
 void NatsOutput::close()
 {
