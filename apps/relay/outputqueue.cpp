@@ -1,5 +1,7 @@
 #include "outputqueue.h"
 
+#include "publishedstream.h"
+
 namespace
 {
 
@@ -53,16 +55,36 @@ void OutputQueue::add(const quint32* channel, const QByteArray& record)
         seal();
 }
 
+/** Schemas are large, and a thousand senders of a type have the same one. */
+void OutputQueue::addChannel(quint32 number, const QByteArray& record)
+{
+    const QByteArray type = PublishedStream::typeOf(record);
+    const auto other = m_types.constFind(type);
+    if (other == m_types.constEnd()) {
+        m_types.insert(type, number);
+        m_channels.insert(number, Channel{record, number});
+    } else {
+        m_channels.insert(number, Channel{PublishedStream::likeRecord(record, *other), *other});
+    }
+}
+
+void OutputQueue::declare(quint32 number, QSet<quint32>* declared, QByteArray* records) const
+{
+    if (declared->contains(number))
+        return;
+    declared->insert(number);
+    const Channel channel = m_channels.value(number);
+    if (channel.like != number)
+        declare(channel.like, declared, records);
+    *records += channel.record;
+}
+
 /** What the other side has to know before the block, where the file or what was dropped could have said it. */
 QByteArray OutputQueue::declarations()
 {
     QByteArray records;
-    for (const quint32 channel : m_used) {
-        if (m_declared.contains(channel))
-            continue;
-        m_declared.insert(channel);
-        records += m_channelRecords.value(channel);
-    }
+    for (const quint32 channel : m_used)
+        declare(channel, &m_declared, &records);
     return records;
 }
 
@@ -156,11 +178,10 @@ void OutputQueue::keep()
             continue;
         // Which channels it needs is not known any more, so it gets all.
         QByteArray records;
-        if (m_folder->isAtBeginning() || all.isEmpty())
-            for (auto channel = m_channelRecords.constBegin(); channel != m_channelRecords.constEnd(); ++channel) {
-                all.insert(channel.key());
-                records += channel.value();
-            }
+        if (m_folder->isAtBeginning())
+            all.clear();
+        for (auto channel = m_channels.constBegin(); channel != m_channels.constEnd(); ++channel)
+            declare(channel.key(), &all, &records);
         QString problem;
         if (!m_folder->append(records + entry.records, entry.messages, &entry.place, &problem))
             m_problem = m_settings.folder + QLatin1String(": ") + problem;

@@ -53,8 +53,8 @@ public:
     template <class ChannelRecord>
     void append(const quint32* channel, const QByteArray& record, const ChannelRecord& channelRecord)
     {
-        if (channel && !m_channelRecords.contains(*channel))
-            m_channelRecords.insert(*channel, channelRecord(*channel));
+        if (channel && !m_channels.contains(*channel))
+            addChannel(*channel, channelRecord(*channel));
         add(channel, record);
     }
     /** Lets the other side have what was added; true when there is something new. */
@@ -84,9 +84,17 @@ private:
         qint64 size = 0;
     };
 
+    /** What has to be said of a channel, and of which other one before. */
+    struct Channel
+    {
+        QByteArray record;
+        quint32 like = 0; // itself for none
+    };
+
+    void addChannel(quint32 number, const QByteArray& record);
+    void declare(quint32 number, QSet<quint32>* declared, QByteArray* records) const;
     void add(const quint32* channel, const QByteArray& record);
     QByteArray declarations();
-    bool write(Entry* entry, const QByteArray& declarations);
     void dropOldest();
     void popConfirmed();
     bool ensureFolder();
@@ -97,7 +105,8 @@ private:
     QByteArray m_records;
     quint64 m_messages = 0;
     QSet<quint32> m_used;
-    QHash<quint32, QByteArray> m_channelRecords;
+    QHash<quint32, Channel> m_channels;
+    QHash<QByteArray, quint32> m_types; // the channel that says it, by what is said of a type
 
     mutable std::mutex m_mutex; // for what follows
     QSet<quint32> m_declared;   // since the folder's current file began, or something was dropped

@@ -41,6 +41,10 @@ public:
 
     /** Says what messages of the channel are; before the first of them. */
     static QByteArray channelRecord(const PublishedChannel& channel);
+    /** What a channelRecord() says of the type; the same for channels that differ in their senders only. */
+    static QByteArray typeOf(const QByteArray& channelRecord);
+    /** As a channelRecord(), which is many times as large, for a channel of the type of another one that was told. */
+    static QByteArray likeRecord(const QByteArray& channelRecord, quint32 other);
     /** Whether a record, of at least 5 bytes, is one of these. */
     static bool isChannelRecord(const char* record);
     /** Appends a message whose id is the number of its channel. */
@@ -58,7 +62,7 @@ public:
 
 private:
     bool processRecord(const char* bytes, int size, StreamSink* sink);
-    bool readChannel(const char* bytes, int size);
+    bool readChannel(const char* bytes, int size, bool isLike);
 
     QString m_run;
     QHash<quint32, PublishedChannel> m_channels;

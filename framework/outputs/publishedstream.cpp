@@ -16,7 +16,8 @@ enum RecordKind : quint8
 {
     ChannelRecord = 1,
     MessageRecord = 2,
-    DamageRecord = 3
+    DamageRecord = 3,
+    LikeRecord = 4
 };
 
 // More than any input hands out.
@@ -31,6 +32,15 @@ void append(Number value, QByteArray* bytes)
     char raw[sizeof value];
     qToLittleEndian(value, raw);
     bytes->append(raw, int(sizeof value));
+}
+
+/** Where in a record of a channel that of its sender ends. */
+const int SenderPlace = 4 + 1 + 4 + 1;
+
+int senderEnd(const QByteArray& channelRecord)
+{
+    const quint32 size = qFromLittleEndian<quint32>(channelRecord.constData() + SenderPlace);
+    return SenderPlace + 4 + (size == 0xffffffff ? 0 : int(size));
 }
 
 template <class Number>
@@ -85,9 +95,25 @@ QByteArray PublishedStream::channelRecord(const PublishedChannel& channel)
     return record + body;
 }
 
+QByteArray PublishedStream::typeOf(const QByteArray& channelRecord)
+{
+    return channelRecord.mid(senderEnd(channelRecord));
+}
+
+QByteArray PublishedStream::likeRecord(const QByteArray& channelRecord, quint32 other)
+{
+    const int end = senderEnd(channelRecord);
+    QByteArray record;
+    append(quint32(end - 4 + int(sizeof other)), &record);
+    append(quint8(LikeRecord), &record);
+    record += channelRecord.mid(5, end - 5);
+    append(other, &record);
+    return record;
+}
+
 bool PublishedStream::isChannelRecord(const char* record)
 {
-    return record[4] == ChannelRecord;
+    return record[4] == ChannelRecord || record[4] == LikeRecord;
 }
 
 void PublishedStream::appendMessage(const ReceivedMessage& message, QByteArray* records)
@@ -161,7 +187,8 @@ bool PublishedStream::processRecord(const char* bytes, int size, StreamSink* sin
 {
     switch (quint8(bytes[0])) {
     case ChannelRecord:
-        return readChannel(bytes + 1, size - 1);
+    case LikeRecord:
+        return readChannel(bytes + 1, size - 1, bytes[0] == LikeRecord);
     case MessageRecord: {
         if (size < 1 + MessageHead)
             return false;
@@ -195,7 +222,7 @@ bool PublishedStream::processRecord(const char* bytes, int size, StreamSink* sin
     return false;
 }
 
-bool PublishedStream::readChannel(const char* bytes, int size)
+bool PublishedStream::readChannel(const char* bytes, int size, bool isLike)
 {
     const QByteArray body = QByteArray::fromRawData(bytes, size);
     QDataStream stream(body);
@@ -204,12 +231,18 @@ bool PublishedStream::readChannel(const char* bytes, int size)
     PublishedChannel channel;
     QByteArray sender;
     QByteArray type;
-    stream >> channel.number >> channel.hasManyTypes >> sender >> type >> channel.schema.messageEncoding >>
-        channel.schema.encoding >> channel.schema.data;
-    if (stream.status() != QDataStream::Ok)
+    quint32 other = 0;
+    stream >> channel.number >> channel.hasManyTypes >> sender;
+    if (isLike)
+        stream >> other;
+    else
+        stream >> type >> channel.schema.messageEncoding >> channel.schema.encoding >> channel.schema.data;
+    if (stream.status() != QDataStream::Ok || (isLike && !m_channels.contains(other)))
         return false;
     channel.sender = QString::fromUtf8(sender);
     channel.schema.name = QString::fromUtf8(type);
+    if (isLike)
+        channel.schema = getChannel(other).schema;
     m_channels.insert(channel.number, channel);
     return true;
 }

@@ -42,6 +42,8 @@ private:
                 PublishedChannel described;
                 described.number = number;
                 described.sender = QString("s%1").arg(number);
+                described.schema.name = text("t");
+                described.schema.data = QByteArray(2000, 's');
                 return PublishedStream::channelRecord(described);
             });
         }
@@ -70,6 +72,8 @@ private:
             m_sender = sender;
             m_last = message.offset;
             m_ranges.last() = QString("%1:%2-%3").arg(sender).arg(m_first).arg(m_last);
+            if (m_stream.getChannel(message.id).schema.data.size() != 2000)
+                m_ranges.last() += text(" without a schema");
         }
         void processProblem(const StreamProblem&) override { m_ranges.append(text("damage")); }
 
@@ -176,6 +180,25 @@ private Q_SLOTS:
         QVERIFY(reopened(damaged).startsWith("s3:21-40 it is damaged at byte "));
         queue.confirm(25);
         QCOMPARE(reopened(killed(some)), QString());
+    }
+
+    void sendersOfATypeShareItsSchema()
+    {
+        const OutputQueue::Settings some = settings(true, true, 1 << 20);
+        OutputQueue queue(some);
+        QString error;
+        QVERIFY(queue.open(&error));
+        QStringList expected;
+        for (quint32 sender = 0; sender < 100; ++sender) {
+            append(&queue, 1, 5, 10, 99 - sender);
+            expected.append(QString("s%1:1-5").arg(99 - sender));
+        }
+        QVERIFY(queue.getCounts().bytesOnDisk < 64 * 1024);
+        QCOMPARE(reopened(killed(some)), expected.join(' '));
+        // The first one is told in every file, also when nothing of it is there.
+        append(&queue, 6, 20000, 100, 7);
+        const QString rest = reopened(killed(some));
+        QVERIFY2(rest.startsWith("s7:") && rest.endsWith("-20000") && !rest.contains(' '), qPrintable(rest.left(100)));
     }
 
     void whatCannotBeConfirmedGoesOutOnce()
