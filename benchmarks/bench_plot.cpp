@@ -47,7 +47,7 @@ std::vector<double> drawFrames(const FieldPath& path, int points)
     series.endRecording();
     PlotView view;
     view.resize(Width, Height);
-    view.addSeries(&series);
+    view.addSeries(&series, 0);
     view.show();
     std::vector<double> milliseconds;
     for (int i = 0; i < Frames; ++i) {

@@ -2353,26 +2353,7 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
 </context>
 <context>
-    <name>PlotLegend</name>
-    <message>
-        <source>Field</source>
-        <translation>Feld</translation>
-    </message>
-    <message>
-        <source>Value</source>
-        <translation>Wert</translation>
-    </message>
-    <message>
-        <source>Plotted fields</source>
-        <translation>Felder im Verlauf</translation>
-    </message>
-</context>
-<context>
-    <name>PlotPanel</name>
-    <message>
-        <source>Plot</source>
-        <translation>Verlauf</translation>
-    </message>
+    <name>PlotBar</name>
     <message>
         <source>Pause</source>
         <translation>Anhalten</translation>
@@ -2388,6 +2369,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>%1 min</source>
         <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alles</translation>
     </message>
     <message>
         <source>Time that is shown</source>
@@ -2422,6 +2407,18 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>Die gesamte behaltene Zeit zeigen und anhalten</translation>
     </message>
     <message>
+        <source>Since Start</source>
+        <translation>Ab Beginn</translation>
+    </message>
+    <message>
+        <source>Draw recordings over one another, by the time since their start</source>
+        <translation>Aufzeichnungen übereinander zeichnen, nach der Zeit seit ihrem Beginn</translation>
+    </message>
+    <message>
+        <source>Remove All</source>
+        <translation>Alle entfernen</translation>
+    </message>
+    <message>
         <source>Remove</source>
         <translation>Entfernen</translation>
     </message>
@@ -2430,16 +2427,42 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>Die gewählte Reihe entfernen (Entf)</translation>
     </message>
     <message>
-        <source>Remove All</source>
-        <translation>Alle entfernen</translation>
-    </message>
-    <message>
         <source>Save Picture...</source>
         <translation>Bild speichern ...</translation>
     </message>
     <message>
         <source>Save Values...</source>
         <translation>Werte speichern ...</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Save the plot as a picture, or its values</source>
+        <translation>Den Verlauf als Bild speichern oder seine Werte</translation>
+    </message>
+</context>
+<context>
+    <name>PlotLegend</name>
+    <message>
+        <source>Field</source>
+        <translation>Feld</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Plotted fields</source>
+        <translation>Felder im Verlauf</translation>
+    </message>
+</context>
+<context>
+    <name>PlotPanel</name>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
     </message>
     <message>
         <source>No more than %1 series can be plotted at a time.</source>
@@ -2466,14 +2489,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>Eine Zahl aus dem Nachrichtenbaum hierher ziehen oder in ihrem Kontextmenü „Im Verlauf zeigen“ wählen (Strg+L).</translation>
     </message>
     <message>
-        <source>Save</source>
-        <translation>Speichern</translation>
-    </message>
-    <message>
-        <source>Save the plot as a picture, or its values</source>
-        <translation>Den Verlauf als Bild speichern oder seine Werte</translation>
-    </message>
-    <message>
         <source>P&amp;lot</source>
         <translation>Im &amp;Verlauf zeigen</translation>
     </message>
@@ -2490,8 +2505,23 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>%1 wird gezeichnet, sobald eine Quelle es hat.</translation>
     </message>
     <message>
-        <source>All</source>
-        <translation>Alles</translation>
+        <source>Move to the Plot Above</source>
+        <translation>In das Diagramm darüber</translation>
+    </message>
+    <message>
+        <source>Move to a Plot Below</source>
+        <translation>In ein Diagramm darunter</translation>
+    </message>
+</context>
+<context>
+    <name>PlotStack</name>
+    <message>
+        <source>Plot</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Plot %1</source>
+        <translation>Verlauf %1</translation>
     </message>
 </context>
 <context>
@@ -2503,6 +2533,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>%1 UTC</source>
         <translation>%1 UTC</translation>
+    </message>
+    <message>
+        <source>since the start</source>
+        <translation>seit dem Beginn</translation>
     </message>
 </context>
 <context>

@@ -5,6 +5,7 @@
 #include "findbar.h"
 #include "plotlegend.h"
 #include "plotseries.h"
+#include "plotstack.h"
 #include "plotview.h"
 #include "silencewatch.h"
 #include "textrows.h"
@@ -104,6 +105,8 @@ private:
             plot.addField(TreeRow(row).getPath(), {TreeRow(row).getSubject().sender, false});
         else if (verb == "choose" || verb == "remove")
             choose(rest.toInt(), verb == "remove");
+        else if (verb == "above" || verb == "below")
+            plot.moveCurrent(verb == "below" ? 1 : -1);
         else if (verb == "empty")
             plot.removeAll();
         else if (verb == "width") // 0 for as wide as can be
@@ -158,6 +161,8 @@ private:
             return plotted(verb == "points").join(", ");
         if (verb == "axes") // of those units, with a dash for one that there is no room for, and as many curves
             return axes().join(' ');
+        if (verb == "plots") // how many curves each has
+            return plots().join(' ');
         if (verb == "span")
             return QString("%1 to %2").arg(view.xAxis->range().lower - 3600).arg(view.xAxis->range().upper - 3600);
         // A key that copies the row.
@@ -220,6 +225,13 @@ private:
                 values.append(std::isnan(all.at(j).value) ? QString("-") : QString::number(all.at(j).value));
             texts.append(points ? values.join(' ') : row->text(0) + ' ' + row->text(1));
         }
+        return texts;
+    }
+    QStringList plots() const
+    {
+        QStringList texts;
+        for (int i = 0; i < plot.getPlots()->getCount(); ++i)
+            texts.append(QString::number(plot.getPlots()->getView(i)->graphCount()));
         return texts;
     }
     QStringList axes() const

@@ -2,6 +2,8 @@
 #include "fieldvaluelabel.h"
 #include "mavlinkframes.h"
 #include "messagewidget.h"
+#include "plotlegend.h"
+#include "plotstack.h"
 #include "testbase.h"
 #include "testfolder.h"
 #include "testwindow.h"
@@ -214,11 +216,14 @@ void tst_monitorplayback::whatWasChosenSurvivesARestart()
     {
         RollWindow window;
         window.showRoll();
+        window.getPlot()->plot("corvel/HEARTBEAT/type");
+        window.getPlot()->getLegend()->setCurrentItem(window.getPlot()->getLegend()->topLevelItem(1));
+        window.getPlot()->moveCurrent(1);
         window.getPlot()->plot("later/ENGINE/temperature");
         window.getTree()->setColumns({MessageTreeWidget::NameColumn, MessageTreeWidget::ValueColumn});
         window.getWatches()->getWatches().first()->setName("bank");
         QVERIFY(window.play(m_flight));
-        EVENTUALLY(window.roll().count('|') == 3);
+        EVENTUALLY(window.roll().count('|') == 4);
         QVERIFY(window.tick(1, Qt::Unchecked));
         window.saveSettings(settings);
     }
@@ -227,13 +232,14 @@ void tst_monitorplayback::whatWasChosenSurvivesARestart()
     QCOMPARE(window.getTree()->getColumns().size(), 2);
     QCOMPARE(window.getWatches()->getWatches().first()->getName(), QString("bank"));
     QVERIFY(window.play(m_flight));
-    EVENTUALLY_IS(window.roll(), All);
+    EVENTUALLY_IS(window.roll(), QString(All) + " | MAV_TYPE_QUADROTOR (2)");
     QVERIFY(!window.findRow("HEARTBEAT"));
     // Its type is still to come, in this run or another.
     QSettings again(m_folder.filePath("again.ini"), QSettings::IniFormat);
     window.saveSettings(again);
     QCOMPARE(again.value("plot/plotted").toStringList().join(' '),
-             QString("corvel/ATTITUDE/roll later/ENGINE/temperature"));
+             QString("corvel/ATTITUDE/roll corvel/HEARTBEAT/type later/ENGINE/temperature"));
+    QCOMPARE(window.getPlot()->getPlots()->getCount(), 2);
 }
 
 void tst_monitorplayback::aSenderStaysChosenWhenItGetsAnotherName()
@@ -305,6 +311,14 @@ void tst_monitorplayback::theWholeRecordingIsPlottedAndAClickGoesThere()
     QTest::mouseRelease(view, Qt::LeftButton, Qt::NoModifier, place(5));
     QCOMPARE(sought.size(), 1);
     QVERIFY(window.getPlot()->isPaused());
+
+    // Another flight a day later: by the time since the start the one lies over the other.
+    QVERIFY(window.play(m_folder.write("later.tlog", record(30, 86400, "roll", 7) + record(30, 86407, "roll", 8))));
+    EVENTUALLY(points().endsWith(" 4.12345 7 8"));
+    window.getPlot()->setSinceStart(true);
+    EVENTUALLY_IS(QString("%1 to %2").arg(view->xAxis->range().lower).arg(view->xAxis->range().upper), "0 to 9");
+    QCOMPARE(window.getPlot()->getSeries()[1]->getShift(), double(Start + 86400));
+    EVENTUALLY(view->getPositions().contains(9) && view->getPositions().contains(7));
 }
 
 void tst_monitorplayback::whatCannotBeOpenedIsToldInOneBox()

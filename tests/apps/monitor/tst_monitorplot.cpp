@@ -58,6 +58,13 @@ void tst_monitorplot::showsWhatComes()
          "(2); "
          "NAV_STATE.ground_speed , NAV_STATE.mode FLYING (2); NAV_STATE.ground_speed 4 m/s, NAV_STATE.mode IDLE (1)"},
 
+        // Plots stand below one another; one comes with a line that is moved there, and goes with its last.
+        {"nav 8; plot NAV_STATE/ground_speed; plot NAV_STATE/place/place [0]/x; plot NAV_STATE/mode; choose 0; below; "
+         "nav 9; plots; legend; above; plots; choose 1; below; plots; choose 0; plot NAV_STATE/place/place [1]/x; "
+         "plots; remove 0; remove 0; remove 0; plots; above; below; plots; axes",
+         "2 1; NAV_STATE.place[0].x 1.5 m, NAV_STATE.mode FLYING (2), NAV_STATE.ground_speed 9 m/s; 3; 2 1; 3 1; 1; 1; "
+         "[]1"},
+
         // A pause keeps the picture, and the data come all the same. Whoever takes hold of the picture wants it to
         // stay.
         {"plot NAV_STATE/ground_speed; nav 1; span; grab; wait 10000; nav 2; span; points; zoom 0.5; span; follow; "

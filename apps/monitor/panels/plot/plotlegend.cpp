@@ -56,6 +56,12 @@ void PlotLegend::setName(int row, const PlotSeries* series, const PlotView* view
     item->setToolTip(NameColumn, series->getPath().getExpression());
 }
 
+void PlotLegend::setGroup(int row, int group)
+{
+    for (const int column : {NameColumn, ValueColumn})
+        topLevelItem(row)->setBackground(column, group % 2 ? palette().brush(QPalette::AlternateBase) : QBrush());
+}
+
 void PlotLegend::setValue(int row, const QString& text)
 {
     QTreeWidgetItem* const item = topLevelItem(row);

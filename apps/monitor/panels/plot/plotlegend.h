@@ -17,6 +17,8 @@ public:
     /** Writes who a row stands for, with the line as @p view draws it. @p sender is what of the name is never left out.
      */
     void setName(int row, const PlotSeries* series, const PlotView* view, const QString& name, const QString& sender);
+    /** Tells rows of one plot from those of the next. */
+    void setGroup(int row, int group);
     void setValue(int row, const QString& text);
     /** Says of what time the values are; empty when they are those of now. */
     void setValueTitle(const QString& time);

@@ -3,6 +3,7 @@
 #include "csvfile.h"
 #include "desk.h"
 #include "message.h"
+#include "plotbar.h"
 #include "plotlegend.h"
 #include "plotseries.h"
 #include "plotvalues.h"
@@ -12,25 +13,20 @@
 #include "theme.h"
 
 #include <QAction>
-#include <QComboBox>
 #include <QDateTime>
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QLabel>
-#include <QMenu>
 #include <QMimeData>
 #include <QSettings>
 #include <QSplitter>
-#include <QToolBar>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <cmath>
 
 static const int MostSeries = 24; // more than that nobody tells apart
-static const int DefaultSpan = 60;
-static const int WholeSpan = 0;
+static const int LeastSpan = 60;  // where there is not more
 static const int SaidMilliseconds = 4000;
 static const char RowMimeType[] = "application/x-qabstractitemmodeldatalist";
 
@@ -42,22 +38,19 @@ PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
     , m_recorded(new RecordedLines(desk, this))
     , m_use(new QAction(tr("P&lot"), this))
     , m_listener(desk->getTap(), [this](const Message* message) { processMessage(message); })
-    , m_view(new PlotView)
+    , m_plots(new PlotStack)
     , m_legend(new PlotLegend)
     , m_splitter(new QSplitter)
-    , m_bar(new QToolBar)
-    , m_span(new QComboBox)
+    , m_bar(new PlotBar)
     , m_cursor(std::nan(""))
 {
     createActions();
     createLegend();
     offerUse();
-    m_view->setAccessibleName(tr("Plot"));
-    m_view->setMinimumSize(160, 80);
     m_hint = new QLabel(tr("Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L)."));
     Theme::makeHint(m_hint);
 
-    m_splitter->addWidget(m_view);
+    m_splitter->addWidget(m_plots);
     m_splitter->addWidget(m_legend);
     m_splitter->setStretchFactor(0, 1);
     m_splitter->setChildrenCollapsible(false);
@@ -70,18 +63,23 @@ PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
     layout->addWidget(m_splitter, 1);
     setAcceptDrops(true);
 
-    connect(m_view, &PlotView::moved, this, [this]() { setPaused(true); });
-    connect(m_view, &PlotView::pointed, this, &PlotPanel::followMouse);
-    connect(m_view, &PlotView::clicked, m_recorded, &RecordedLines::goTo);
+    connect(m_plots, &PlotStack::moved, this, [this]() { setPaused(true); });
+    connect(m_plots, &PlotStack::pointed, this, &PlotPanel::followMouse);
+    connect(m_plots, &PlotStack::clicked, this,
+            [this](double time) { m_recorded->goTo(time, m_bar->getSinceStart()->isChecked()); });
     followPreferences(desk->getPreferences());
     connect(desk, &Desk::senderRenamed, this, &PlotPanel::renameSender);
-    connect(m_view, &PlotView::colorsChanged, this, &PlotPanel::updateNames);
+    connect(m_plots, &PlotStack::colorsChanged, this, &PlotPanel::updateNames);
     connect(&m_timer, &QTimer::timeout, this, &PlotPanel::refresh);
     m_timer.start();
     updateEmptiness();
 }
 
-PlotPanel::~PlotPanel() = default;
+// What goes with the plots may draw the others once more.
+PlotPanel::~PlotPanel()
+{
+    delete m_plots;
+}
 
 void PlotPanel::offerUse()
 {
@@ -129,80 +127,54 @@ void PlotPanel::renew()
 
 void PlotPanel::createActions()
 {
-    const auto add = [this](const QString& text, const QString& toolTip, auto slot) {
-        QAction* const action = m_bar->addAction(text, this, slot);
-        action->setToolTip(toolTip);
-        m_needSeries.append(action);
-        return action;
-    };
-    m_pause = add(tr("Pause"), tr("Let the picture stay; what comes is kept (Space)"), [this]() { m_changed = true; });
-    m_pause->setCheckable(true);
-    m_pause->setShortcut(QKeySequence(Qt::Key_Space));
-    m_pause->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    addAction(m_pause);
-    const int spans[] = {5, 10, 30, DefaultSpan, 120, 300, 600, 1800};
-    for (const int span : spans)
-        m_span->addItem(span < 120 ? tr("%1 s").arg(span) : tr("%1 min").arg(span / 60), span);
-    m_span->addItem(tr("All"), WholeSpan);
-    m_span->setCurrentIndex(m_span->findData(DefaultSpan));
-    m_span->setAccessibleName(tr("Time that is shown"));
-    m_span->setToolTip(tr("How much time is shown"));
-    connect(m_span, QOverload<int>::of(&QComboBox::activated), this, &PlotPanel::showLive);
-    m_bar->addWidget(m_span);
-    const auto addZoom = [this, &add](const QString& text, const QChar& sign, const QString& toolTip, double factor,
-                                      QKeySequence::StandardKey key) {
-        QAction* const action = add(text, toolTip, [this, factor]() {
-            setPaused(true);
-            m_view->zoom(factor);
-        });
-        action->setShortcut(key);
-        action->setIconText(sign);
-    };
-    addZoom(tr("Zoom In"), QLatin1Char('+'), tr("Show less time (turn the wheel; Shift and drag shows a rectangle)"),
-            0.5, QKeySequence::ZoomIn);
-    addZoom(tr("Zoom Out"), QChar(0x2212), tr("Show more time"), 2, QKeySequence::ZoomOut);
-    add(tr("Show All"), tr("Show all the time that is kept, and pause"), &PlotPanel::showEverything);
-    m_bar->addSeparator();
-    // What is rarer lies in menus, so that the bar fits a narrow dock.
-    QMenu* const removal = new QMenu(this);
-    m_needSeries.append(removal->addAction(tr("Remove All"), this, &PlotPanel::removeAll));
-    add(tr("Remove"), tr("Remove the chosen series (Del)"), &PlotPanel::removeCurrent)->setMenu(removal);
-    QMenu* const saving = new QMenu(this);
-    saving->addAction(tr("Save Picture..."), this, &PlotPanel::savePicture);
-    saving->addAction(tr("Save Values..."), this, &PlotPanel::saveValues);
-    QAction* const save = add(tr("Save"), tr("Save the plot as a picture, or its values"), []() {});
-    save->setMenu(saving);
-    if (QToolButton* const button = qobject_cast<QToolButton*>(m_bar->widgetForAction(save)))
-        button->setPopupMode(QToolButton::InstantPopup);
-    const QList<QAction*> actions = m_bar->actions();
-    for (QAction* action : actions)
-        if (QWidget* const button = m_bar->widgetForAction(action))
-            if (!action->text().isEmpty())
-                button->setAccessibleName(action->text());
+    addAction(m_bar->getPause());
+    connect(m_bar->getPause(), &QAction::toggled, this, [this]() { m_changed = true; });
+    connect(m_bar, &PlotBar::spanChosen, this, [this]() { setPaused(false); });
+    connect(m_bar, &PlotBar::zoomWanted, this, [this](double factor) {
+        setPaused(true);
+        getView()->zoom(factor);
+    });
+    connect(m_bar, &PlotBar::everythingWanted, this, &PlotPanel::showEverything);
+    connect(m_bar->getSinceStart(), &QAction::toggled, this, &PlotPanel::setSinceStart);
+    connect(m_bar, &PlotBar::removalWanted, this, &PlotPanel::removeCurrent);
+    connect(m_bar, &PlotBar::removalOfAllWanted, this, &PlotPanel::removeAll);
+    connect(m_bar, &PlotBar::pictureWanted, this, &PlotPanel::savePicture);
+    connect(m_bar, &PlotBar::valuesWanted, this, &PlotPanel::saveValues);
 }
 
 void PlotPanel::createLegend()
 {
     connect(m_legend, &QTreeWidget::currentItemChanged, this, [this]() {
-        m_view->emphasize(currentSeries());
+        m_plots->emphasize(currentSeries());
+        updateMoves();
         m_changed = true;
     });
     QAction* const remove = new QAction(tr("Remove"), m_legend);
     remove->setShortcut(QKeySequence::Delete);
     remove->setShortcutContext(Qt::WidgetShortcut);
     connect(remove, &QAction::triggered, this, &PlotPanel::removeCurrent);
+    const auto addMove = [this](const QString& text, Qt::Key key, int plots) {
+        QAction* const action = new QAction(text, m_legend);
+        action->setShortcut(QKeySequence(int(Qt::ALT) | int(key)));
+        action->setShortcutContext(Qt::WidgetShortcut);
+        connect(action, &QAction::triggered, this, [this, plots]() { moveCurrent(plots); });
+        m_legend->addAction(action);
+        return action;
+    };
+    m_moveUp = addMove(tr("Move to the Plot Above"), Qt::Key_Up, -1);
+    m_moveDown = addMove(tr("Move to a Plot Below"), Qt::Key_Down, 1);
     m_legend->addAction(remove);
     m_legend->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 bool PlotPanel::isPaused() const
 {
-    return m_pause->isChecked();
+    return m_bar->getPause()->isChecked();
 }
 
 void PlotPanel::setPaused(bool paused)
 {
-    m_pause->setChecked(paused);
+    m_bar->getPause()->setChecked(paused);
     m_changed = true;
 }
 
@@ -212,7 +184,32 @@ PlotSeries* PlotPanel::currentSeries() const
     return row >= 0 && row < int(m_series.size()) ? m_series[std::size_t(row)].get() : nullptr;
 }
 
-void PlotPanel::addField(const FieldPath& path, const Origin& origin)
+void PlotPanel::moveCurrent(int plots)
+{
+    const PlotSeries* const series = currentSeries();
+    const int place = series ? m_plots->getPlace(series) + plots : -1;
+    if (place < 0 || (place == m_plots->getCount() && !m_plots->hasCompany(series)))
+        return;
+    m_plots->moveSeries(series, place);
+    sortByPlots();
+    for (std::size_t i = 0; i < m_series.size(); ++i)
+        if (m_series[i].get() == series)
+            m_legend->setCurrentItem(m_legend->topLevelItem(int(i)));
+    m_plots->emphasize(series);
+    updateNames();
+    showValues();
+    m_changed = true;
+}
+
+void PlotPanel::updateMoves()
+{
+    const PlotSeries* const series = currentSeries();
+    const int place = series ? m_plots->getPlace(series) : 0;
+    m_moveUp->setEnabled(place > 0);
+    m_moveDown->setEnabled(series && (place + 1 < m_plots->getCount() || m_plots->hasCompany(series)));
+}
+
+void PlotPanel::addField(const FieldPath& path, const Origin& origin, int place)
 {
     if (!path.getField() || path.isWholeRepeatedField() || path.isHidden())
         return;
@@ -234,7 +231,10 @@ void PlotPanel::addField(const FieldPath& path, const Origin& origin)
         updateNames();
         return;
     }
-    if (PlotSeries* const series = append(path, origin.sender))
+    const PlotSeries* const current = currentSeries();
+    if (place < 0)
+        place = m_dropPlace >= 0 ? m_dropPlace : current ? m_plots->getPlace(current) : 0;
+    if (PlotSeries* const series = append(path, origin.sender, place))
         series->setOrigin(origin);
     else
         Q_EMIT m_desk->failed(tr("No more than %1 series can be plotted at a time.").arg(MostSeries));
@@ -252,18 +252,31 @@ PlotSeries* PlotPanel::findOrAdd(const FieldPath& path, const QString& sender)
         if (series->getSender() == sender)
             return series.get();
     }
-    return isDrawnOfEach(path) && !isRemoved(path, sender) ? append(path, sender) : nullptr;
+    if (!isDrawnOfEach(path) || isRemoved(path, sender))
+        return nullptr;
+    const auto isOfPath = [&path](const auto& series) { return series->getPath() == path; };
+    const auto other = std::find_if(m_series.begin(), m_series.end(), isOfPath);
+    return append(path, sender, m_plots->getPlace(other->get()));
 }
 
-PlotSeries* PlotPanel::append(const FieldPath& path, const QString& sender)
+// The list has the order of the plots.
+void PlotPanel::sortByPlots()
+{
+    std::stable_sort(m_series.begin(), m_series.end(), [this](const auto& left, const auto& right) {
+        return m_plots->getPlace(left.get()) < m_plots->getPlace(right.get());
+    });
+}
+
+PlotSeries* PlotPanel::append(const FieldPath& path, const QString& sender, int place)
 {
     if (m_series.size() >= MostSeries)
         return nullptr;
     m_series.emplace_back(new PlotSeries(path));
     PlotSeries* const series = m_series.back().get();
     series->setSender(sender);
-    m_view->addSeries(series);
+    m_plots->addSeries(series, place);
     new QTreeWidgetItem(m_legend);
+    sortByPlots();
     updateNames();
     updateEmptiness();
     return series;
@@ -271,18 +284,14 @@ PlotSeries* PlotPanel::append(const FieldPath& path, const QString& sender)
 
 bool PlotPanel::isDrawnOfEach(const FieldPath& path) const
 {
-    for (const auto& series : m_series)
-        if (series->getPath() == path && series->getOrigin().sender.isEmpty())
-            return true;
-    return false;
+    return std::any_of(m_series.begin(), m_series.end(), [&path](const auto& series) {
+        return series->getPath() == path && series->getOrigin().sender.isEmpty();
+    });
 }
 
 bool PlotPanel::isRemoved(const FieldPath& path, const QString& sender) const
 {
-    for (const auto& removed : m_removed)
-        if (removed.first == path && removed.second == sender)
-            return true;
-    return false;
+    return std::find(m_removed.begin(), m_removed.end(), std::make_pair(path, sender)) != m_removed.end();
 }
 
 // Senders are named only where there are several of a field.
@@ -296,9 +305,12 @@ void PlotPanel::updateNames()
         const bool isTold = same > 1 || series->getOrigin().isTold;
         const QString sender = isTold ? QStringLiteral(" (%1)").arg(series->getSender()) : QString();
         const QString name = series->getPath().getName() + sender;
-        m_legend->setName(int(i), series, m_view, name, sender);
-        m_view->findGraph(series)->setName(name);
+        const int place = m_plots->getPlace(series);
+        m_legend->setName(int(i), series, m_plots->getView(place), name, sender);
+        m_legend->setGroup(int(i), place);
+        m_plots->getView(place)->findGraph(series)->setName(name);
     }
+    updateMoves();
 }
 
 // Beside the lines, or below them in a dock that is higher than wide; as large as the user made it there.
@@ -322,8 +334,7 @@ void PlotPanel::updateEmptiness()
     m_splitter->setVisible(any);
     if (any)
         arrangeLegend();
-    for (QAction* action : std::as_const(m_needSeries))
-        action->setEnabled(any);
+    m_bar->setFilled(any);
     m_changed = true;
 }
 
@@ -373,7 +384,7 @@ void PlotPanel::removeCurrent()
 
 void PlotPanel::removeSeries(std::size_t index)
 {
-    m_view->removeSeries(m_series[index].get());
+    m_plots->removeSeries(m_series[index].get());
     const std::unique_ptr<PlotSeries> gone = std::move(m_series[index]);
     m_series.erase(m_series.begin() + std::ptrdiff_t(index));
     delete m_legend->takeTopLevelItem(int(index));
@@ -404,10 +415,18 @@ QStringList PlotPanel::getExpressions() const
     return expressions;
 }
 
+int PlotPanel::getPlace(const QString& expression) const
+{
+    for (const auto& series : m_series)
+        if (series->getWish() == expression)
+            return m_plots->getPlace(series.get());
+    return 0;
+}
+
 void PlotPanel::removeAll()
 {
     for (const auto& series : m_series)
-        m_view->removeSeries(series.get());
+        m_plots->removeSeries(series.get());
     m_series.clear();
     m_removed.clear();
     m_legend->clear();
@@ -434,23 +453,37 @@ void PlotPanel::processMessage(const Message* message)
 void PlotPanel::refresh()
 {
     m_changed = m_recorded->work() || m_changed;
-    const QVector<double> positions = m_recorded->getPositions();
+    const QVector<double> positions = m_recorded->getPositions(m_bar->getSinceStart()->isChecked());
     m_changed = m_changed || positions != m_positions;
     if (!m_changed || m_latest->isSuspended() || !isVisible())
         return;
     m_changed = false;
     m_positions = positions;
-    m_view->setPositions(positions);
-    m_view->setClickable(isOfRecordings());
-    m_view->setNote(m_recorded->getNote());
-    if (!m_isSpanChosen)
-        m_span->setCurrentIndex(m_span->findData(isOfRecordings() ? WholeSpan : DefaultSpan));
+    m_plots->setPositions(positions);
+    m_plots->setClickable(isOfRecordings());
+    m_plots->setNote(m_recorded->getNote());
+    m_bar->suggestAll(isOfRecordings());
+    followStarts();
     if (!isPaused())
         followTime();
     followMouse();
     showValues();
     m_legend->fitValueColumn();
-    m_view->replot(QCustomPlot::rpQueuedReplot);
+    m_plots->replot();
+}
+
+void PlotPanel::setSinceStart(bool sinceStart)
+{
+    m_bar->getSinceStart()->setChecked(sinceStart);
+    m_plots->setSinceStart(sinceStart);
+    setPaused(false);
+    followStarts();
+}
+
+void PlotPanel::followStarts()
+{
+    for (const auto& series : m_series)
+        series->setSinceStart(m_bar->getSinceStart()->isChecked());
 }
 
 bool PlotPanel::isOfRecordings() const
@@ -460,40 +493,32 @@ bool PlotPanel::isOfRecordings() const
 
 void PlotPanel::followTime()
 {
-    const int span = m_span->currentData().toInt();
+    const int span = m_bar->getSpan();
     const QCPRange all = wholeTime();
-    if (span == WholeSpan && all.size() > 0) {
-        m_view->showTimes(all.lower, all.upper);
+    if (span == 0 && all.size() > 0) {
+        m_plots->showTimes(all.lower, all.upper);
         return;
     }
     double latest = std::nan("");
     for (const double position : std::as_const(m_positions))
         latest = position <= latest ? latest : position;
     for (const auto& series : m_series)
-        if (!series->getRecording() && !(series->getLastTime() <= latest))
-            latest = std::isnan(series->getLastTime()) ? latest : series->getLastTime();
+        if (!series->getRecording() && !(series->getLastTime() - series->getShift() <= latest))
+            latest = std::isnan(series->getLastTime()) ? latest : series->getLastTime() - series->getShift();
     if (!std::isnan(latest))
-        m_view->showTimes(latest - (span == WholeSpan ? DefaultSpan : span), latest);
+        m_plots->showTimes(latest - (span == 0 ? LeastSpan : span), latest);
 }
 
-/** All the time that there is: of recordings from end to end. */
 QCPRange PlotPanel::wholeTime() const
 {
     QCPRange all(0, 0);
     bool any = false;
-    const auto take = [&](double from, double to) {
-        if (any)
-            all.expand(QCPRange(from, to));
-        else
-            all = QCPRange(from, to);
-        any = true;
-    };
     for (const auto& series : m_series) {
-        const SeriesPoints& points = series->getPoints();
-        if (!points.isEmpty())
-            take(points.at(0).time, points.last().time);
-        if (SourceSession* const session = series->getRecording())
-            take(double(session->getSource()->getStartTime()) / 1e6, double(session->getSource()->getEndTime()) / 1e6);
+        QCPRange times(0, 0);
+        if (series->getTimes(&times.lower, &times.upper)) {
+            all = any ? all.expanded(times) : times;
+            any = true;
+        }
     }
     return all;
 }
@@ -502,41 +527,36 @@ void PlotPanel::showValues()
 {
     const bool isPointing = !std::isnan(m_cursor);
     for (std::size_t i = 0; i < m_series.size(); ++i)
-        m_legend->setValue(int(i), isPointing ? m_series[i]->getValueTextAt(m_cursor) : m_series[i]->getValueText());
-    m_legend->setValueTitle(isPointing ? m_view->timeText(m_cursor) : QString());
+        m_legend->setValue(int(i), isPointing ? m_series[i]->getValueTextAt(m_cursor + m_series[i]->getShift())
+                                              : m_series[i]->getValueText());
+    m_legend->setValueTitle(isPointing ? m_plots->getView()->timeText(m_cursor) : QString());
 }
 
 void PlotPanel::followMouse()
 {
-    const double time = m_view->getPointedTime();
+    const double time = m_plots->getPointedTime();
     if (std::isnan(m_cursor) && std::isnan(time))
         return;
     m_cursor = time;
-    m_view->setCursor(time);
+    m_plots->setCursor(time);
     showValues();
-}
-
-void PlotPanel::showLive()
-{
-    m_isSpanChosen = true;
-    setPaused(false);
 }
 
 void PlotPanel::showEverything()
 {
     const QCPRange all = wholeTime();
-    if (all.upper <= 0)
+    if (!(all.size() > 0))
         return;
     setPaused(true);
-    m_view->showTimes(all.lower, all.upper);
-    m_view->replot(QCustomPlot::rpQueuedReplot);
+    m_plots->showTimes(all.lower, all.upper);
+    m_plots->replot();
 }
 
 QByteArray PlotPanel::toCsv() const
 {
     QStringList names;
     for (const auto& series : m_series)
-        names.append(m_view->findGraph(series.get())->name());
+        names.append(m_plots->getView(m_plots->getPlace(series.get()))->findGraph(series.get())->name());
     return PlotValues::toCsv(m_series, names);
 }
 
@@ -562,8 +582,10 @@ void PlotPanel::dragEnterEvent(QDragEnterEvent* event)
 void PlotPanel::dropEvent(QDropEvent* event)
 {
     event->acceptProposedAction();
+    m_dropPlace = m_plots->findPlace(m_plots->mapFromGlobal(QCursor::pos()));
     m_use->setEnabled(true); // what cannot be plotted is told
     m_use->trigger();
+    m_dropPlace = -1;
 }
 
 void PlotPanel::resizeEvent(QResizeEvent* event)

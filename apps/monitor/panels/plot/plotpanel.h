@@ -5,7 +5,7 @@
 #include "fieldpath.h"
 #include "messagetap.h"
 #include "panel.h"
-#include "plotview.h"
+#include "plotstack.h"
 
 #include <QHash>
 #include <QSet>
@@ -15,14 +15,13 @@
 #include <memory>
 #include <vector>
 
+class PlotBar;
 class PlotLegend;
 class PlotSeries;
 class PlotWishes;
 class QAction;
-class QComboBox;
 class QLabel;
 class QSplitter;
-class QToolBar;
 class RecordedLines;
 
 /** Draws the last minutes of some fields, live, or all that recordings have of them, with a list that tells their
@@ -48,11 +47,18 @@ public:
     /** Draws the field that @p expression names, of the sender behind a tab in it if there is one, as soon as it is
      * known. */
     void plot(const QString& expression);
-    /** Draws a field from now on: of one sender, or of each when @p origin has none. */
-    void addField(const FieldPath& path, const Origin& origin = {QString(), false});
+    /** Draws a field from now on, of one sender or of each when @p origin has none: in the plot @p place, from 0, or in
+     * a new one below when there are not as many; a negative one is that of the series that is chosen. */
+    void addField(const FieldPath& path, const Origin& origin = {QString(), false}, int place = -1);
     /** Removes the series that is chosen in the list, or all. */
     void removeCurrent();
     void removeAll();
+
+    /** Draws the series that is chosen in the plot so many below; a new one when there is none. */
+    void moveCurrent(int plots);
+
+    /** Draws everything by the time since its start, such as recordings of several days over one another. */
+    void setSinceStart(bool sinceStart);
 
     /** The user's pause: what comes is kept, and the picture stays. */
     bool isPaused() const;
@@ -61,7 +67,9 @@ public:
     /** The series of a field of a sender; null when it is not to be drawn. */
     PlotSeries* findOrAdd(const FieldPath& path, const QString& sender);
     const std::vector<std::unique_ptr<PlotSeries>>& getSeries() const { return m_series; }
-    PlotView* getView() const { return m_view; }
+    /** The first of the plots. */
+    PlotView* getView() const { return m_plots->getView(); }
+    PlotStack* getPlots() const { return m_plots; }
     PlotLegend* getLegend() const { return m_legend; }
 
     /** What is kept of all series as comma-separated values: a line for each time, a column for each series. */
@@ -73,6 +81,8 @@ public:
     QStringList removeHidden();
     /** The expressions that name the fields, each once, with senders as plot() takes them. */
     QStringList getExpressions() const;
+    /** In which plot the field is that an expression of getExpressions() names. */
+    int getPlace(const QString& expression) const;
 
 Q_SIGNALS:
     /** All series were removed by the user. */
@@ -89,17 +99,19 @@ private:
     void offerUse();
     void processMessage(const Message* message);
     void renameSender(const QString& before, const QString& now);
-    PlotSeries* append(const FieldPath& path, const QString& sender);
+    PlotSeries* append(const FieldPath& path, const QString& sender, int place);
+    void sortByPlots();
     bool isDrawnOfEach(const FieldPath& path) const;
     bool isRemoved(const FieldPath& path, const QString& sender) const;
     bool isOfRecordings() const;
     void followTime();
+    void followStarts();
     QCPRange wholeTime() const;
     void followMouse();
-    void showLive();
     void showEverything();
     void removeSeries(std::size_t index);
     void updateNames();
+    void updateMoves();
     void updateEmptiness();
     void updateTypes();
     void showValues();
@@ -117,19 +129,18 @@ private:
     std::vector<std::unique_ptr<PlotSeries>> m_series;
     std::vector<std::pair<FieldPath, QString>> m_removed; // senders of a field that is drawn of others
     QHash<const MessageInfo*, QVector<FieldPath>> m_paths;
-    PlotView* m_view;
+    PlotStack* m_plots;
     PlotLegend* m_legend;
     QSplitter* m_splitter;
     QLabel* m_hint;
-    QToolBar* m_bar;
-    QComboBox* m_span;
-    QAction* m_pause;
-    QList<QAction*> m_needSeries;
+    PlotBar* m_bar;
+    QAction* m_moveUp;
+    QAction* m_moveDown;
+    int m_dropPlace = -1; // where what is dropped goes
     QTimer m_timer;
     QVector<double> m_positions; // in recordings, as they are shown
     double m_cursor;             // where the mouse points; NaN when it does not
     bool m_changed = false;
-    bool m_isSpanChosen = false;  // by the user
     bool m_legendIsSized = false; // by the user
 };
 

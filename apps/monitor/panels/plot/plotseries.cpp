@@ -14,6 +14,7 @@ static const double LongestStepBack = 2; // seconds; what is older was started a
 
 PlotSeries::PlotSeries(const FieldPath& path)
     : m_path(path)
+    , m_firstTime(NoValue)
     , m_lastTime(NoValue)
 {
 }
@@ -75,9 +76,36 @@ void PlotSeries::clear()
 {
     m_points.clear();
     m_isThinnedOut = false;
+    m_firstTime = NoValue;
     m_lastTime = NoValue;
     m_interval = 0;
     m_gapsInARow = 0;
+}
+
+double PlotSeries::getStartTime() const
+{
+    return m_recording ? double(m_recording->getSource()->getStartTime()) / 1e6 : m_firstTime;
+}
+
+void PlotSeries::setSinceStart(bool sinceStart)
+{
+    m_shift = sinceStart && !std::isnan(getStartTime()) ? getStartTime() : 0;
+}
+
+bool PlotSeries::getTimes(double* from, double* to) const
+{
+    if (m_points.isEmpty() && !m_recording)
+        return false;
+    const StreamSource* const source = m_recording ? m_recording->getSource() : nullptr;
+    *from = source ? double(source->getStartTime()) / 1e6 : m_points.at(0).time;
+    *to = source ? double(source->getEndTime()) / 1e6 : m_points.last().time;
+    if (!m_points.isEmpty()) {
+        *from = qMin(*from, m_points.at(0).time);
+        *to = qMax(*to, m_points.last().time);
+    }
+    *from -= m_shift;
+    *to -= m_shift;
+    return true;
 }
 
 bool PlotSeries::isGap(double seconds)
@@ -126,6 +154,7 @@ void PlotSeries::addPoint(double seconds, double number)
     if (isGap(seconds))
         m_points.append({(m_lastTime + seconds) / 2, NoValue});
     m_points.append({seconds, number});
+    m_firstTime = std::isnan(m_firstTime) ? seconds : m_firstTime;
     m_lastTime = std::isnan(m_lastTime) ? seconds : qMax(m_lastTime, seconds);
     if (m_points.getCount() <= m_mostPoints)
         return;

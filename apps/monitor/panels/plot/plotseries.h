@@ -56,6 +56,15 @@ public:
     /** Whether there were more points than are kept. */
     bool isThinnedOut() const { return m_isThinnedOut; }
 
+    /** With which time it is drawn at 0, in seconds since 1970: its start, or 0 when that is not to be. */
+    double getShift() const { return m_shift; }
+    void setSinceStart(bool sinceStart);
+    /** When its first point came, or its recording began; NaN when there is none. */
+    double getStartTime() const;
+
+    /** All the time that it has points of, or that its recording has, as it is drawn; false when there is none. */
+    bool getTimes(double* from, double* to) const;
+
     const SeriesPoints& getPoints() const { return m_points; }
     /** The time of the newest point; NaN while there is none. */
     double getLastTime() const { return m_lastTime; }
@@ -71,7 +80,9 @@ private:
     Origin m_origin = {QString(), false};
     SeriesPoints m_points;
     FieldValue m_value; // the newest, of a number
+    double m_firstTime;
     double m_lastTime;
+    double m_shift = 0;
     double m_interval = 0; // usual seconds between messages; 0 while not known
     int m_gapsInARow = 0;
     quint64 m_count = 0;

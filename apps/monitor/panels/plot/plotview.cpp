@@ -22,10 +22,7 @@ static const int FewSegments = 1000; // as many as can be drawn in any width
 PlotView::PlotView(QWidget* parent)
     : QCustomPlot(parent)
 {
-    QSharedPointer<QCPAxisTickerDateTime> ticker(new QCPAxisTickerDateTime);
-    ticker->setDateTimeSpec(Qt::UTC);
-    ticker->setDateTimeFormat(QLatin1String("HH:mm:ss"));
-    xAxis->setTicker(ticker);
+    setSinceStart(false);
     yAxis->setVisible(false);
     yAxis->grid()->setVisible(true);
     setInteraction(QCP::iRangeDrag, true);
@@ -91,20 +88,11 @@ void PlotView::releaseAxes()
     }
 }
 
-void PlotView::addSeries(const PlotSeries* series)
+void PlotView::addSeries(const PlotSeries* series, int color)
 {
     QCPAxis* axis = findAxis(series->getUnit());
     if (!axis)
         axis = makeAxis(series->getUnit());
-    int color = 0;
-    const auto isUsed = [this](int number) {
-        for (const Drawn& drawn : std::as_const(m_graphs))
-            if (drawn.color == number)
-                return true;
-        return false;
-    };
-    while (isUsed(color))
-        ++color;
     QCPGraph* const graph = addGraph(xAxis, axis);
     graph->setAdaptiveSampling(false); // see takePoints()
     m_graphs.insert(series, Drawn{graph, color});
@@ -121,6 +109,22 @@ void PlotView::removeSeries(const PlotSeries* series)
     if (series == m_emphasized)
         m_emphasized = nullptr;
     arrangeAxes();
+}
+
+bool PlotView::usesColor(int number) const
+{
+    for (const Drawn& drawn : std::as_const(m_graphs))
+        if (drawn.color == number)
+            return true;
+    return false;
+}
+
+std::vector<const PlotSeries*> PlotView::getSeries() const
+{
+    std::vector<const PlotSeries*> series;
+    for (auto drawn = m_graphs.constBegin(); drawn != m_graphs.constEnd(); ++drawn)
+        series.push_back(drawn.key());
+    return series;
 }
 
 QColor PlotView::getColor(const PlotSeries* series) const
@@ -189,15 +193,17 @@ void PlotView::takePoints()
     const QCPRange times = xAxis->range();
     for (auto drawn = m_graphs.constBegin(); drawn != m_graphs.constEnd(); ++drawn) {
         const SeriesPoints& points = drawn.key()->getPoints();
+        const double shift = drawn.key()->getShift();
         QVector<QCPGraphData> data;
-        for (const SeriesPoints::Point& point : points.reduce(times.lower, times.upper, axisRect()->width()))
-            data.append(QCPGraphData(point.time, point.value));
+        for (const SeriesPoints::Point& point :
+             points.reduce(times.lower + shift, times.upper + shift, axisRect()->width()))
+            data.append(QCPGraphData(point.time - shift, point.value));
         drawn->graph->data()->set(data, true);
         // A wider pen takes a hundred times as long, and nobody sees it where the lines are dense.
         QPen pen = drawn->graph->pen();
         pen.setWidthF(data.size() > FewSegments ? 1 : drawn.key() == m_emphasized ? EmphasizedWidth : LineWidth);
         drawn->graph->setPen(pen);
-        const qint64 count = points.findAfter(times.upper) - points.findNotBefore(times.lower);
+        const qint64 count = points.findAfter(times.upper + shift) - points.findNotBefore(times.lower + shift);
         drawn->graph->setScatterStyle(count < FewPoints ? QCPScatterStyle(QCPScatterStyle::ssDisc, 4)
                                                         : QCPScatterStyle(QCPScatterStyle::ssNone));
     }
@@ -212,8 +218,9 @@ void PlotView::fitValues()
             if (drawn->graph->valueAxis() != axis.second)
                 continue;
             const SeriesPoints& points = drawn.key()->getPoints();
+            const QCPRange times = xAxis->range() + drawn.key()->getShift();
             const SeriesPoints::Extremes extremes =
-                points.getExtremes(points.findNotBefore(xAxis->range().lower), points.findAfter(xAxis->range().upper));
+                points.getExtremes(points.findNotBefore(times.lower), points.findAfter(times.upper));
             const QCPRange range(extremes.least, extremes.greatest);
             if (extremes.any && any)
                 all.expand(range);
@@ -269,12 +276,13 @@ void PlotView::setCursor(double time)
             mark->setStyle(QCPItemTracer::tsCircle);
             mark->setSelectable(false);
         }
-        const SeriesPoints::Point point = drawn.key()->getPointAt(time);
+        const double shift = drawn.key()->getShift();
+        const SeriesPoints::Point point = drawn.key()->getPointAt(time + shift);
         mark->setVisible(m_cursor->visible() && !std::isnan(point.value));
         mark->setPen(QPen(getColor(drawn.key()), 2));
         mark->position->setAxes(xAxis, drawn->graph->valueAxis());
         mark->setClipAxisRect(axisRect());
-        mark->position->setCoords(point.time, point.value);
+        mark->position->setCoords(point.time - shift, point.value);
     }
     layer(QLatin1String("overlay"))->replot();
 }
@@ -287,13 +295,22 @@ QVector<double> PlotView::getPositions() const
     return times;
 }
 
+void PlotView::setTimesShown(bool shown)
+{
+    m_areTimesShown = shown;
+    xAxis->setTickLabels(shown);
+    labelTimes();
+}
+
 double PlotView::getPointedTime() const
 {
     return m_pointed < 0 || m_graphs.isEmpty() ? std::nan("") : xAxis->pixelToCoord(m_pointed);
 }
 
-QString PlotView::timeText(double time)
+QString PlotView::timeText(double time) const
 {
+    if (m_isSinceStart)
+        return QStringLiteral("+%1 s").arg(time, 0, 'f', 3);
     return QDateTime::fromMSecsSinceEpoch(qint64(time * 1000), Qt::UTC).toString(QLatin1String("HH:mm:ss.zzz"));
 }
 
@@ -312,16 +329,33 @@ void PlotView::zoom(double factor)
     replot(QCustomPlot::rpQueuedReplot);
 }
 
+void PlotView::setSinceStart(bool sinceStart)
+{
+    m_isSinceStart = sinceStart;
+    if (sinceStart) {
+        xAxis->setTicker(QSharedPointer<QCPAxisTickerTime>(new QCPAxisTickerTime));
+    } else {
+        QSharedPointer<QCPAxisTickerDateTime> ticker(new QCPAxisTickerDateTime);
+        ticker->setDateTimeSpec(Qt::UTC);
+        xAxis->setTicker(ticker);
+    }
+    arrangeAxes(); // as many marks as there is room for
+    labelTimes();
+}
+
 void PlotView::labelTimes()
 {
     const QDateTime end = QDateTime::fromMSecsSinceEpoch(qint64(xAxis->range().upper * 1000), Qt::UTC);
-    const QString date = tr("%1 UTC").arg(end.toString(QLatin1String("yyyy-MM-dd")));
-    xAxis->setLabel(m_graphs.isEmpty() ? QString()
-                    : m_note.isEmpty() ? date
-                                       : date + QStringLiteral("  \u00b7  ") + m_note);
-    const auto ticker = xAxis->ticker().dynamicCast<QCPAxisTickerDateTime>();
-    if (ticker)
-        ticker->setDateTimeFormat(QLatin1String(getSpan() < 5 ? "HH:mm:ss.zzz" : "HH:mm:ss"));
+    QString label =
+        m_isSinceStart ? tr("since the start") : tr("%1 UTC").arg(end.toString(QLatin1String("yyyy-MM-dd")));
+    if (!m_note.isEmpty())
+        label += QStringLiteral("  \u00b7  ") + m_note;
+    xAxis->setLabel(m_graphs.isEmpty() || !m_areTimesShown ? QString() : label);
+    const bool isShort = getSpan() < 5;
+    if (const auto ticker = xAxis->ticker().dynamicCast<QCPAxisTickerDateTime>())
+        ticker->setDateTimeFormat(QLatin1String(isShort ? "HH:mm:ss.zzz" : "HH:mm:ss"));
+    else if (const auto since = xAxis->ticker().dynamicCast<QCPAxisTickerTime>())
+        since->setTimeFormat(QLatin1String(isShort ? "%h:%m:%s.%z" : "%h:%m:%s"));
 }
 
 void PlotView::mousePressEvent(QMouseEvent* event)

@@ -3,6 +3,8 @@
 
 #include "customplot.h"
 
+#include <vector>
+
 class PlotSeries;
 
 /** Draws series over time: an axis for each unit, colours that everybody can tell apart, in the colours of the palette.
@@ -14,22 +16,29 @@ class PlotView : public QCustomPlot
 public:
     explicit PlotView(QWidget* parent = nullptr);
 
-    void addSeries(const PlotSeries* series);
+    /** Draws a series in the colour of that number, from 0. */
+    void addSeries(const PlotSeries* series, int color);
     void removeSeries(const PlotSeries* series);
     QColor getColor(const PlotSeries* series) const;
+    int getColorNumber(const PlotSeries* series) const { return m_graphs.value(series).color; }
+    bool usesColor(int number) const;
+    std::vector<const PlotSeries*> getSeries() const;
     /** Draws one series thicker than the others, and its axis however narrow the plot is; null for none. */
     void emphasize(const PlotSeries* series);
 
     /** The seconds from the left to the right. */
     double getSpan() const { return xAxis->range().size(); }
-    /** Shows what lies between these times, in seconds since 1970, and fits the values. */
+    /** Shows what lies between these times, in seconds, and fits the values. */
     void showTimes(double from, double to);
     /** Scales every axis to the values in the time that is shown. */
     void fitValues();
     /** Shows a @p factor of the time that is shown, round the middle. */
     void zoom(double factor);
 
-    /** Draws a line across at each of these times, in seconds since 1970: where recordings are being played. */
+    /** Whether times are those since the start of each series, see PlotSeries::getShift(); else they are of the day.
+     * All times of this class are such then. */
+    void setSinceStart(bool sinceStart);
+    /** Draws a line across at each of these times: where recordings are being played. */
     void setPositions(const QVector<double>& times);
     QVector<double> getPositions() const;
     /** Whether a click goes to a time, see clicked(); else it takes hold of what is shown, as dragging does. */
@@ -39,9 +48,12 @@ public:
     /** The time that the mouse points at; NaN when it does not. */
     double getPointedTime() const;
     /** A time of day as the axis has it. */
-    static QString timeText(double time);
+    QString timeText(double time) const;
     /** Says something below the picture, such as that it is not complete. */
     void setNote(const QString& note);
+
+    /** Whether the axis of time has texts. */
+    void setTimesShown(bool shown);
 
     /** The axis of a unit; null when nothing of that unit is drawn. */
     QCPAxis* findAxis(const QString& unit) const;
@@ -91,6 +103,8 @@ private:
     QString m_note;
     QPoint m_pressed;
     int m_pointed = -1; // the column where the mouse points
+    bool m_isSinceStart = false;
+    bool m_areTimesShown = true;
     bool m_isClickable = false;
     bool m_mayBeClick = false;
 };

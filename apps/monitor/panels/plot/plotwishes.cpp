@@ -7,6 +7,7 @@
 #include <QSettings>
 
 static const char PlottedKey[] = "plotted";
+static const char PlacesKey[] = "places"; // of these, in the same order
 // More in a settings file than can be plotted is a fault of the file.
 static const int MostWaiting = 100;
 
@@ -18,11 +19,12 @@ PlotWishes::PlotWishes(PlotPanel* panel, QObject* parent)
     connect(panel, &PlotPanel::cleared, this, [this]() { m_waiting.clear(); });
 }
 
-bool PlotWishes::add(const QString& expression)
+bool PlotWishes::add(const QString& expression, int place)
 {
     if (expression.isEmpty() || m_waiting.contains(expression) || m_waiting.size() >= MostWaiting)
         return false;
     m_waiting.append(expression);
+    m_places.insert(expression, place);
     resolve();
     return !m_waiting.contains(expression);
 }
@@ -36,26 +38,40 @@ void PlotWishes::resolve()
         if (!path.getField() || path.isHidden())
             continue;
         m_waiting.removeOne(expression);
-        m_panel->addField(path, {sender, !sender.isEmpty()});
+        m_panel->addField(path, {sender, !sender.isEmpty()}, m_places.take(expression));
     }
 }
 
 void PlotWishes::followConfidentiality()
 {
+    QHash<QString, int> places;
+    const QStringList plotted = m_panel->getExpressions();
+    for (const QString& expression : plotted)
+        places.insert(expression, m_panel->getPlace(expression));
     const QStringList hidden = m_panel->removeHidden();
-    for (const QString& expression : hidden)
+    for (const QString& expression : hidden) {
         m_waiting.append(expression);
+        m_places.insert(expression, places.value(expression));
+    }
     resolve();
 }
 
 void PlotWishes::saveSettings(QSettings& settings) const
 {
-    settings.setValue(QLatin1String(PlottedKey), m_panel->getExpressions() + m_waiting);
+    const QStringList plotted = m_panel->getExpressions();
+    QStringList places;
+    for (const QString& expression : plotted)
+        places.append(QString::number(m_panel->getPlace(expression)));
+    for (const QString& expression : m_waiting)
+        places.append(QString::number(qMax(0, m_places.value(expression))));
+    settings.setValue(QLatin1String(PlottedKey), plotted + m_waiting);
+    settings.setValue(QLatin1String(PlacesKey), places);
 }
 
 void PlotWishes::restoreSettings(QSettings& settings)
 {
     const QStringList plotted = settings.value(QLatin1String(PlottedKey)).toStringList();
-    for (const QString& expression : plotted)
-        add(expression);
+    const QStringList places = settings.value(QLatin1String(PlacesKey)).toStringList();
+    for (int i = 0; i < int(plotted.size()); ++i)
+        add(plotted.at(i), places.value(i).toInt());
 }

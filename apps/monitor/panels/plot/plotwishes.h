@@ -1,6 +1,7 @@
 #ifndef PLOTWISHES_H
 #define PLOTWISHES_H
 
+#include <QHash>
 #include <QObject>
 #include <QStringList>
 
@@ -19,8 +20,8 @@ public:
     /** @param panel  where they are plotted; borrowed */
     explicit PlotWishes(PlotPanel* panel, QObject* parent = nullptr);
 
-    /** Plots the field that @p expression names, now or later; whether it is plotted now. */
-    bool add(const QString& expression);
+    /** Plots the field that @p expression names, now or later; whether it is plotted now. See PlotPanel::addField(). */
+    bool add(const QString& expression, int place = -1);
     /** What waits, in the order in which it was wished. */
     const QStringList& getWaiting() const { return m_waiting; }
 
@@ -36,6 +37,7 @@ private:
 
     PlotPanel* m_panel;
     QStringList m_waiting;
+    QHash<QString, int> m_places; // of what waits, where it is told
 };
 
 #endif

@@ -168,16 +168,18 @@ QVector<SourceSession*> RecordedLines::shownSessions() const
     return sessions;
 }
 
-QVector<double> RecordedLines::getPositions() const
+QVector<double> RecordedLines::getPositions(bool sinceStart) const
 {
     QVector<double> positions;
     for (SourceSession* const session : shownSessions())
         if (session->getSource()->getCurrentTime() != Message::NoTime)
-            positions.append(double(session->getSource()->getCurrentTime()) / 1e6);
+            positions.append(double(session->getSource()->getCurrentTime() -
+                                    (sinceStart ? session->getSource()->getStartTime() : 0)) /
+                             1e6);
     return positions;
 }
 
-bool RecordedLines::goTo(double seconds)
+bool RecordedLines::goTo(double seconds, bool sinceStart)
 {
     const QVector<SourceSession*> sessions = shownSessions();
     if (sessions.isEmpty())
@@ -186,10 +188,14 @@ bool RecordedLines::goTo(double seconds)
     qint64 nearest = 0;
     for (int i = 0; i < int(sessions.size()); ++i) {
         const StreamSource* const source = sessions.at(i)->getSource();
-        const qint64 there = qBound(source->getStartTime(), time, source->getEndTime());
+        const qint64 there =
+            qBound(source->getStartTime(), time + (sinceStart ? source->getStartTime() : 0), source->getEndTime());
+        if (sinceStart)
+            m_desk->jumpTo(there);
         if (i == 0 || qAbs(there - time) < qAbs(nearest - time))
             nearest = there;
     }
-    m_desk->jumpTo(nearest);
+    if (!sinceStart)
+        m_desk->jumpTo(nearest);
     return true;
 }

@@ -41,10 +41,10 @@ public:
 
     /** How far reading is, or what is not kept; empty when there is nothing to say. */
     QString getNote() const;
-    /** Where the recordings are that lines are of, in seconds since 1970, each once. */
-    QVector<double> getPositions() const;
-    /** Goes to that time in the recordings that lines are of; false when there is none. */
-    bool goTo(double seconds);
+    /** Where the recordings are that lines are of, in seconds since 1970 or since the start of each. */
+    QVector<double> getPositions(bool sinceStart) const;
+    /** Goes to such a time in the recordings that lines are of, or in that which has it; false when there is none. */
+    bool goTo(double seconds, bool sinceStart);
 
 private:
     struct Read
