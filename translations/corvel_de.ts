@@ -1354,6 +1354,33 @@
     </message>
 </context>
 <context>
+    <name>LineActions</name>
+    <message>
+        <source>Move to the Plot Above</source>
+        <translation>In das Diagramm darüber</translation>
+    </message>
+    <message>
+        <source>Move to a Plot Below</source>
+        <translation>In ein Diagramm darunter</translation>
+    </message>
+    <message>
+        <source>Derivative</source>
+        <translation>Ableitung</translation>
+    </message>
+    <message>
+        <source>Moving Average</source>
+        <translation>Gleitender Mittelwert</translation>
+    </message>
+    <message>
+        <source>Degrees or Radians</source>
+        <translation>Grad oder Radiant</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Corvel Monitor</source>
@@ -2444,6 +2471,17 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
 </context>
 <context>
+    <name>PlotFunction</name>
+    <message>
+        <source>, derivative</source>
+        <translation>, Ableitung</translation>
+    </message>
+    <message>
+        <source>, average of %1 s</source>
+        <translation>, Mittelwert von %1 s</translation>
+    </message>
+</context>
+<context>
     <name>PlotLegend</name>
     <message>
         <source>Field</source>
@@ -2460,10 +2498,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
 </context>
 <context>
     <name>PlotPanel</name>
-    <message>
-        <source>Remove</source>
-        <translation>Entfernen</translation>
-    </message>
     <message>
         <source>No more than %1 series can be plotted at a time.</source>
         <translation>Mehr als %1 Reihen können nicht gleichzeitig gezeigt werden.</translation>
@@ -2503,14 +2537,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>%1 is plotted as soon as a source has it.</source>
         <translation>%1 wird gezeichnet, sobald eine Quelle es hat.</translation>
-    </message>
-    <message>
-        <source>Move to the Plot Above</source>
-        <translation>In das Diagramm darüber</translation>
-    </message>
-    <message>
-        <source>Move to a Plot Below</source>
-        <translation>In ein Diagramm darunter</translation>
     </message>
 </context>
 <context>

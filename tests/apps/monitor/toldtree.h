@@ -107,6 +107,8 @@ private:
             choose(rest.toInt(), verb == "remove");
         else if (verb == "above" || verb == "below")
             plot.moveCurrent(verb == "below" ? 1 : -1);
+        else if (verb == "function") // its number
+            plot.setFunction(PlotFunction::Kind(rest.toInt()));
         else if (verb == "empty")
             plot.removeAll();
         else if (verb == "width") // 0 for as wide as can be

@@ -65,6 +65,14 @@ void tst_monitorplot::showsWhatComes()
          "2 1; NAV_STATE.place[0].x 1.5 m, NAV_STATE.mode FLYING (2), NAV_STATE.ground_speed 9 m/s; 3; 2 1; 3 1; 1; 1; "
          "[]1"},
 
+        // In place of values their derivative, or the average of the last second; nothing over a gap.
+        {"plot NAV_STATE/ground_speed; nav 0; wait 500; nav 2; wait 500; nav 5; choose 0; function 1; points; wait "
+         "500; "
+         "nav -1; wait 500; nav 1; wait 500; nav 9; points; legend; function 2; points; legend; function 0; legend; "
+         "axes",
+         "- 4 6; - 4 6 - - 16; NAV_STATE.ground_speed, derivative 16 m/s\u00b2; 0 1 3.5 - 1 5; "
+         "NAV_STATE.ground_speed, average of 1 s 5 m/s; NAV_STATE.ground_speed 9 m/s; [m/s]1"},
+
         // A pause keeps the picture, and the data come all the same. Whoever takes hold of the picture wants it to
         // stay.
         {"plot NAV_STATE/ground_speed; nav 1; span; grab; wait 10000; nav 2; span; points; zoom 0.5; span; follow; "
@@ -73,6 +81,14 @@ void tst_monitorplot::showsWhatComes()
          "-50 to 10; -50 to 10; 1 2; -35 to -5; -40 to 20; -40 to 20; -30 to 30"},
     };
     checkTold(rows);
+
+    PlotFunction angle(PlotFunction::OtherAngle);
+    const QString degree(QChar(0xb0));
+    QVERIFY(angle.isPossible("rad/s") && angle.isPossible(degree) && !angle.isPossible("rad2") &&
+            !angle.isPossible("m"));
+    QCOMPARE(angle.getUnit("rad/s") + angle.getUnit(degree), degree + "/srad");
+    QVERIFY(qAbs(angle.apply({0, 0.5}, "rad").value - 28.647890) < 1e-5);
+    QVERIFY(qAbs(angle.apply({0, 28.647890}, degree).value - 0.5) < 1e-5);
 
     ToldTree desk;
     QVERIFY(!desk.view.isVisible()); // but what to do next

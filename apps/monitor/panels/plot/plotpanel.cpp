@@ -2,6 +2,7 @@
 
 #include "csvfile.h"
 #include "desk.h"
+#include "lineactions.h"
 #include "message.h"
 #include "plotbar.h"
 #include "plotlegend.h"
@@ -145,26 +146,11 @@ void PlotPanel::createActions()
 void PlotPanel::createLegend()
 {
     connect(m_legend, &QTreeWidget::currentItemChanged, this, [this]() {
-        m_plots->emphasize(currentSeries());
-        updateMoves();
+        m_plots->emphasize(getCurrentSeries());
+        m_lineActions->update();
         m_changed = true;
     });
-    QAction* const remove = new QAction(tr("Remove"), m_legend);
-    remove->setShortcut(QKeySequence::Delete);
-    remove->setShortcutContext(Qt::WidgetShortcut);
-    connect(remove, &QAction::triggered, this, &PlotPanel::removeCurrent);
-    const auto addMove = [this](const QString& text, Qt::Key key, int plots) {
-        QAction* const action = new QAction(text, m_legend);
-        action->setShortcut(QKeySequence(int(Qt::ALT) | int(key)));
-        action->setShortcutContext(Qt::WidgetShortcut);
-        connect(action, &QAction::triggered, this, [this, plots]() { moveCurrent(plots); });
-        m_legend->addAction(action);
-        return action;
-    };
-    m_moveUp = addMove(tr("Move to the Plot Above"), Qt::Key_Up, -1);
-    m_moveDown = addMove(tr("Move to a Plot Below"), Qt::Key_Down, 1);
-    m_legend->addAction(remove);
-    m_legend->setContextMenuPolicy(Qt::ActionsContextMenu);
+    m_lineActions = new LineActions(this);
 }
 
 bool PlotPanel::isPaused() const
@@ -178,7 +164,7 @@ void PlotPanel::setPaused(bool paused)
     m_changed = true;
 }
 
-PlotSeries* PlotPanel::currentSeries() const
+PlotSeries* PlotPanel::getCurrentSeries() const
 {
     const int row = m_legend->indexOfTopLevelItem(m_legend->currentItem());
     return row >= 0 && row < int(m_series.size()) ? m_series[std::size_t(row)].get() : nullptr;
@@ -186,7 +172,7 @@ PlotSeries* PlotPanel::currentSeries() const
 
 void PlotPanel::moveCurrent(int plots)
 {
-    const PlotSeries* const series = currentSeries();
+    const PlotSeries* const series = getCurrentSeries();
     const int place = series ? m_plots->getPlace(series) + plots : -1;
     if (place < 0 || (place == m_plots->getCount() && !m_plots->hasCompany(series)))
         return;
@@ -201,15 +187,19 @@ void PlotPanel::moveCurrent(int plots)
     m_changed = true;
 }
 
-void PlotPanel::updateMoves()
+void PlotPanel::setFunction(PlotFunction::Kind function)
 {
-    const PlotSeries* const series = currentSeries();
-    const int place = series ? m_plots->getPlace(series) : 0;
-    m_moveUp->setEnabled(place > 0);
-    m_moveDown->setEnabled(series && (place + 1 < m_plots->getCount() || m_plots->hasCompany(series)));
+    PlotSeries* const series = getCurrentSeries();
+    if (!series)
+        return;
+    series->setFunction(function);
+    m_plots->moveSeries(series, m_plots->getPlace(series)); // to the axis of its unit
+    m_plots->emphasize(series);
+    updateNames();
+    m_changed = true;
 }
 
-void PlotPanel::addField(const FieldPath& path, const Origin& origin, int place)
+void PlotPanel::addField(const FieldPath& path, const Origin& origin, int place, PlotFunction::Kind function)
 {
     if (!path.getField() || path.isWholeRepeatedField() || path.isHidden())
         return;
@@ -231,10 +221,10 @@ void PlotPanel::addField(const FieldPath& path, const Origin& origin, int place)
         updateNames();
         return;
     }
-    const PlotSeries* const current = currentSeries();
+    const PlotSeries* const current = getCurrentSeries();
     if (place < 0)
         place = m_dropPlace >= 0 ? m_dropPlace : current ? m_plots->getPlace(current) : 0;
-    if (PlotSeries* const series = append(path, origin.sender, place))
+    if (PlotSeries* const series = append(path, origin.sender, place, function))
         series->setOrigin(origin);
     else
         Q_EMIT m_desk->failed(tr("No more than %1 series can be plotted at a time.").arg(MostSeries));
@@ -256,7 +246,7 @@ PlotSeries* PlotPanel::findOrAdd(const FieldPath& path, const QString& sender)
         return nullptr;
     const auto isOfPath = [&path](const auto& series) { return series->getPath() == path; };
     const auto other = std::find_if(m_series.begin(), m_series.end(), isOfPath);
-    return append(path, sender, m_plots->getPlace(other->get()));
+    return append(path, sender, m_plots->getPlace(other->get()), (*other)->getFunction());
 }
 
 // The list has the order of the plots.
@@ -267,13 +257,14 @@ void PlotPanel::sortByPlots()
     });
 }
 
-PlotSeries* PlotPanel::append(const FieldPath& path, const QString& sender, int place)
+PlotSeries* PlotPanel::append(const FieldPath& path, const QString& sender, int place, PlotFunction::Kind function)
 {
     if (m_series.size() >= MostSeries)
         return nullptr;
     m_series.emplace_back(new PlotSeries(path));
     PlotSeries* const series = m_series.back().get();
     series->setSender(sender);
+    series->setFunction(function);
     m_plots->addSeries(series, place);
     new QTreeWidgetItem(m_legend);
     sortByPlots();
@@ -304,13 +295,13 @@ void PlotPanel::updateNames()
             same += other->getPath() == series->getPath() ? 1 : 0;
         const bool isTold = same > 1 || series->getOrigin().isTold;
         const QString sender = isTold ? QStringLiteral(" (%1)").arg(series->getSender()) : QString();
-        const QString name = series->getPath().getName() + sender;
+        const QString name = series->getName() + sender;
         const int place = m_plots->getPlace(series);
         m_legend->setName(int(i), series, m_plots->getView(place), name, sender);
         m_legend->setGroup(int(i), place);
         m_plots->getView(place)->findGraph(series)->setName(name);
     }
-    updateMoves();
+    m_lineActions->update();
 }
 
 // Beside the lines, or below them in a dock that is higher than wide; as large as the user made it there.
@@ -372,7 +363,7 @@ void PlotPanel::renameSender(const QString& before, const QString& now)
 
 void PlotPanel::removeCurrent()
 {
-    const PlotSeries* const series = currentSeries();
+    const PlotSeries* const series = getCurrentSeries();
     for (std::size_t i = 0; i < m_series.size(); ++i) {
         if (m_series[i].get() == series) {
             m_removed.emplace_back(series->getPath(), series->getSender());
@@ -415,12 +406,17 @@ QStringList PlotPanel::getExpressions() const
     return expressions;
 }
 
+const PlotSeries* PlotPanel::findSeries(const QString& expression) const
+{
+    const auto isNamed = [&expression](const auto& series) { return series->getWish() == expression; };
+    const auto found = std::find_if(m_series.begin(), m_series.end(), isNamed);
+    return found == m_series.end() ? nullptr : found->get();
+}
+
 int PlotPanel::getPlace(const QString& expression) const
 {
-    for (const auto& series : m_series)
-        if (series->getWish() == expression)
-            return m_plots->getPlace(series.get());
-    return 0;
+    const PlotSeries* const series = findSeries(expression);
+    return series ? m_plots->getPlace(series) : 0;
 }
 
 void PlotPanel::removeAll()

@@ -5,6 +5,7 @@
 #include "fieldpath.h"
 #include "messagetap.h"
 #include "panel.h"
+#include "plotfunction.h"
 #include "plotstack.h"
 
 #include <QHash>
@@ -15,6 +16,7 @@
 #include <memory>
 #include <vector>
 
+class LineActions;
 class PlotBar;
 class PlotLegend;
 class PlotSeries;
@@ -49,13 +51,16 @@ public:
     void plot(const QString& expression);
     /** Draws a field from now on, of one sender or of each when @p origin has none: in the plot @p place, from 0, or in
      * a new one below when there are not as many; a negative one is that of the series that is chosen. */
-    void addField(const FieldPath& path, const Origin& origin = {QString(), false}, int place = -1);
+    void addField(const FieldPath& path, const Origin& origin = {QString(), false}, int place = -1,
+                  PlotFunction::Kind function = PlotFunction::Values);
     /** Removes the series that is chosen in the list, or all. */
     void removeCurrent();
     void removeAll();
 
     /** Draws the series that is chosen in the plot so many below; a new one when there is none. */
     void moveCurrent(int plots);
+    /** Draws that of the chosen series in place of its values. */
+    void setFunction(PlotFunction::Kind function);
 
     /** Draws everything by the time since its start, such as recordings of several days over one another. */
     void setSinceStart(bool sinceStart);
@@ -66,6 +71,8 @@ public:
 
     /** The series of a field of a sender; null when it is not to be drawn. */
     PlotSeries* findOrAdd(const FieldPath& path, const QString& sender);
+    /** The series that is chosen in the list; null for none. */
+    PlotSeries* getCurrentSeries() const;
     const std::vector<std::unique_ptr<PlotSeries>>& getSeries() const { return m_series; }
     /** The first of the plots. */
     PlotView* getView() const { return m_plots->getView(); }
@@ -81,7 +88,8 @@ public:
     QStringList removeHidden();
     /** The expressions that name the fields, each once, with senders as plot() takes them. */
     QStringList getExpressions() const;
-    /** In which plot the field is that an expression of getExpressions() names. */
+    /** The first series that an expression of getExpressions() names, or null; and in which plot it is. */
+    const PlotSeries* findSeries(const QString& expression) const;
     int getPlace(const QString& expression) const;
 
 Q_SIGNALS:
@@ -99,7 +107,7 @@ private:
     void offerUse();
     void processMessage(const Message* message);
     void renameSender(const QString& before, const QString& now);
-    PlotSeries* append(const FieldPath& path, const QString& sender, int place);
+    PlotSeries* append(const FieldPath& path, const QString& sender, int place, PlotFunction::Kind function);
     void sortByPlots();
     bool isDrawnOfEach(const FieldPath& path) const;
     bool isRemoved(const FieldPath& path, const QString& sender) const;
@@ -111,13 +119,11 @@ private:
     void showEverything();
     void removeSeries(std::size_t index);
     void updateNames();
-    void updateMoves();
     void updateEmptiness();
     void updateTypes();
     void showValues();
     void savePicture();
     void saveValues();
-    PlotSeries* currentSeries() const;
     void arrangeLegend();
 
     Desk* m_desk;
@@ -134,8 +140,7 @@ private:
     QSplitter* m_splitter;
     QLabel* m_hint;
     PlotBar* m_bar;
-    QAction* m_moveUp;
-    QAction* m_moveDown;
+    LineActions* m_lineActions;
     int m_dropPlace = -1; // where what is dropped goes
     QTimer m_timer;
     QVector<double> m_positions; // in recordings, as they are shown

@@ -26,29 +26,69 @@ QString PlotSeries::getWish() const
     return m_origin.isTold ? expression + QLatin1Char('\t') + m_origin.sender : expression;
 }
 
-QString PlotSeries::getUnit() const
+QString PlotSeries::getFieldUnit() const
 {
     // Numbers of things that have names are drawn as they are transmitted.
     return m_path.getField()->getUnit();
 }
 
+QString PlotSeries::getUnit() const
+{
+    return m_function.getUnit(getFieldUnit());
+}
+
+void PlotSeries::setFunction(PlotFunction::Kind function)
+{
+    m_function = PlotFunction(function);
+    compute();
+}
+
+/** Computes anew what is drawn. */
+void PlotSeries::compute()
+{
+    m_computed.clear();
+    m_function.restart();
+    for (qint64 i = 0; m_function.getKind() != PlotFunction::Values && i < m_points.getCount(); ++i)
+        m_computed.append(m_function.apply(m_points.at(i), getFieldUnit()));
+}
+
+void PlotSeries::append(const SeriesPoints::Point& point)
+{
+    m_points.append(point);
+    if (m_function.getKind() != PlotFunction::Values)
+        m_computed.append(m_function.apply(point, getFieldUnit()));
+}
+
+/** A number that was computed. */
+QString PlotSeries::textOf(double number) const
+{
+    if (std::isnan(number))
+        return QString();
+    const QString unit = getUnit();
+    const bool isNear = unit.isEmpty() || unit.at(0) == QChar(0xb0);
+    return QString::number(number, 'g', 6) + (isNear ? QString() : QString(QLatin1Char(' '))) + unit;
+}
+
 QString PlotSeries::getValueText() const
 {
+    if (m_function.getKind() != PlotFunction::Values)
+        return m_computed.isEmpty() ? QString() : textOf(m_computed.last().value);
     return m_path.getField()->getInterpretedString(m_value, true);
 }
 
 SeriesPoints::Point PlotSeries::getPointAt(double seconds) const
 {
-    const qint64 next = std::isnan(seconds) ? 0 : m_points.findAfter(seconds);
-    return next > 0 ? m_points.at(next - 1) : SeriesPoints::Point{seconds, NoValue};
+    const SeriesPoints& points = getPoints();
+    const qint64 next = std::isnan(seconds) ? 0 : points.findAfter(seconds);
+    return next > 0 ? points.at(next - 1) : SeriesPoints::Point{seconds, NoValue};
 }
 
 QString PlotSeries::getValueTextAt(double seconds) const
 {
     const double number = getPointAt(seconds).value;
     const FieldInfo* const field = m_path.getField();
-    if (std::isnan(number))
-        return QString();
+    if (std::isnan(number) || m_function.getKind() != PlotFunction::Values)
+        return textOf(number);
     // As it was transmitted, or names of numbers would not be found.
     const double transmitted = number / field->getScaleFactor();
     FieldValue value = FieldValue::fromDouble(transmitted);
@@ -75,6 +115,8 @@ QString PlotSeries::getValueTextAt(double seconds) const
 void PlotSeries::clear()
 {
     m_points.clear();
+    m_computed.clear();
+    m_function.restart();
     m_isThinnedOut = false;
     m_firstTime = NoValue;
     m_lastTime = NoValue;
@@ -145,20 +187,23 @@ void PlotSeries::add(const Message* message, double seconds)
     if (m_isRecorded || m_points.at(0).time >= m_lastTime - LongestTime)
         return;
     // Not for every single point.
-    if (m_points.findNotBefore(m_lastTime - LongestTime) > m_points.getCount() / 8)
+    if (m_points.findNotBefore(m_lastTime - LongestTime) > m_points.getCount() / 8) {
         m_points.removeBefore(m_lastTime - LongestTime);
+        compute();
+    }
 }
 
 void PlotSeries::addPoint(double seconds, double number)
 {
     if (isGap(seconds))
-        m_points.append({(m_lastTime + seconds) / 2, NoValue});
-    m_points.append({seconds, number});
+        append({(m_lastTime + seconds) / 2, NoValue});
+    append({seconds, number});
     m_firstTime = std::isnan(m_firstTime) ? seconds : m_firstTime;
     m_lastTime = std::isnan(m_lastTime) ? seconds : qMax(m_lastTime, seconds);
     if (m_points.getCount() <= m_mostPoints)
         return;
     m_points.thinOut();
+    compute();
     m_isThinnedOut = true;
 }
 
@@ -180,5 +225,6 @@ void PlotSeries::addRecorded(double seconds, double number)
 void PlotSeries::endRecording()
 {
     m_points.settle();
+    compute();
     m_isBeingRead = false;
 }

@@ -3,6 +3,7 @@
 
 #include "desk.h"
 #include "fieldpath.h"
+#include "plotfunction.h"
 #include "seriespoints.h"
 
 #include <QPointer>
@@ -32,8 +33,15 @@ public:
     void setOrigin(const Origin& origin) { m_origin = origin; }
     /** What brings it back, see PlotPanel::plot(). */
     QString getWish() const;
-    /** The unit of the values; may be empty. */
+    /** The unit of what is drawn; may be empty. */
     QString getUnit() const;
+    /** The unit of the field. */
+    QString getFieldUnit() const;
+    /** What is drawn in place of the values. */
+    void setFunction(PlotFunction::Kind function);
+    PlotFunction::Kind getFunction() const { return m_function.getKind(); }
+    /** The name of what is drawn, without the sender. */
+    QString getName() const { return m_path.getName() + m_function.getSuffix(); }
     /** The newest value as people read it, with unit. */
     QString getValueText() const;
 
@@ -65,7 +73,10 @@ public:
     /** All the time that it has points of, or that its recording has, as it is drawn; false when there is none. */
     bool getTimes(double* from, double* to) const;
 
-    const SeriesPoints& getPoints() const { return m_points; }
+    const SeriesPoints& getPoints() const
+    {
+        return m_function.getKind() == PlotFunction::Values ? m_points : m_computed;
+    }
     /** The time of the newest point; NaN while there is none. */
     double getLastTime() const { return m_lastTime; }
     quint64 getMessageCount() const { return m_count; }
@@ -74,12 +85,17 @@ public:
 private:
     bool isGap(double seconds);
     void addPoint(double seconds, double number);
+    void append(const SeriesPoints::Point& point);
+    void compute();
+    QString textOf(double number) const;
 
     FieldPath m_path;
     QString m_sender;
     Origin m_origin = {QString(), false};
     SeriesPoints m_points;
-    FieldValue m_value; // the newest, of a number
+    PlotFunction m_function;
+    SeriesPoints m_computed; // where it is not the values that are drawn
+    FieldValue m_value;      // the newest, of a number
     double m_firstTime;
     double m_lastTime;
     double m_shift = 0;

@@ -39,7 +39,9 @@ PlotView* PlotStack::addView()
     view->setSinceStart(m_isSinceStart);
     m_views.push_back(view);
     addWidget(view);
-    setSizes(QVector<int>(getCount(), height() / getCount()).toList());
+    QList<int> heights = QVector<int>(getCount(), height() / getCount()).toList();
+    heights.last() += 3 * fontMetrics().height(); // of the axis
+    setSizes(heights);
     connect(view->xAxis, QOverload<const QCPRange&>::of(&QCPAxis::rangeChanged), this, [this, view]() { share(view); });
     connect(view, &PlotView::moved, this, &PlotStack::moved);
     connect(view, &PlotView::clicked, this, &PlotStack::clicked);

@@ -3,11 +3,13 @@
 #include "fieldpath.h"
 #include "formatregistry.h"
 #include "plotpanel.h"
+#include "plotseries.h"
 
 #include <QSettings>
 
 static const char PlottedKey[] = "plotted";
 static const char PlacesKey[] = "places"; // of these, in the same order
+static const char FunctionsKey[] = "functions";
 // More in a settings file than can be plotted is a fault of the file.
 static const int MostWaiting = 100;
 
@@ -19,12 +21,12 @@ PlotWishes::PlotWishes(PlotPanel* panel, QObject* parent)
     connect(panel, &PlotPanel::cleared, this, [this]() { m_waiting.clear(); });
 }
 
-bool PlotWishes::add(const QString& expression, int place)
+bool PlotWishes::add(const QString& expression, int place, PlotFunction::Kind function)
 {
     if (expression.isEmpty() || m_waiting.contains(expression) || m_waiting.size() >= MostWaiting)
         return false;
     m_waiting.append(expression);
-    m_places.insert(expression, place);
+    m_manners.insert(expression, {place, function});
     resolve();
     return !m_waiting.contains(expression);
 }
@@ -38,20 +40,21 @@ void PlotWishes::resolve()
         if (!path.getField() || path.isHidden())
             continue;
         m_waiting.removeOne(expression);
-        m_panel->addField(path, {sender, !sender.isEmpty()}, m_places.take(expression));
+        const Manner manner = m_manners.take(expression);
+        m_panel->addField(path, {sender, !sender.isEmpty()}, manner.place, manner.function);
     }
 }
 
 void PlotWishes::followConfidentiality()
 {
-    QHash<QString, int> places;
+    QHash<QString, Manner> manners;
     const QStringList plotted = m_panel->getExpressions();
     for (const QString& expression : plotted)
-        places.insert(expression, m_panel->getPlace(expression));
+        manners.insert(expression, {m_panel->getPlace(expression), m_panel->findSeries(expression)->getFunction()});
     const QStringList hidden = m_panel->removeHidden();
     for (const QString& expression : hidden) {
         m_waiting.append(expression);
-        m_places.insert(expression, places.value(expression));
+        m_manners.insert(expression, manners.value(expression));
     }
     resolve();
 }
@@ -60,18 +63,27 @@ void PlotWishes::saveSettings(QSettings& settings) const
 {
     const QStringList plotted = m_panel->getExpressions();
     QStringList places;
-    for (const QString& expression : plotted)
+    QStringList functions;
+    for (const QString& expression : plotted) {
         places.append(QString::number(m_panel->getPlace(expression)));
-    for (const QString& expression : m_waiting)
-        places.append(QString::number(qMax(0, m_places.value(expression))));
+        functions.append(QString::number(m_panel->findSeries(expression)->getFunction()));
+    }
+    for (const QString& expression : m_waiting) {
+        places.append(QString::number(qMax(0, m_manners.value(expression).place)));
+        functions.append(QString::number(m_manners.value(expression).function));
+    }
     settings.setValue(QLatin1String(PlottedKey), plotted + m_waiting);
     settings.setValue(QLatin1String(PlacesKey), places);
+    settings.setValue(QLatin1String(FunctionsKey), functions);
 }
 
 void PlotWishes::restoreSettings(QSettings& settings)
 {
     const QStringList plotted = settings.value(QLatin1String(PlottedKey)).toStringList();
     const QStringList places = settings.value(QLatin1String(PlacesKey)).toStringList();
-    for (int i = 0; i < int(plotted.size()); ++i)
-        add(plotted.at(i), places.value(i).toInt());
+    const QStringList functions = settings.value(QLatin1String(FunctionsKey)).toStringList();
+    for (int i = 0; i < int(plotted.size()); ++i) {
+        const int function = qBound(0, functions.value(i).toInt(), int(PlotFunction::KindCount) - 1);
+        add(plotted.at(i), places.value(i).toInt(), PlotFunction::Kind(function));
+    }
 }

@@ -1,6 +1,8 @@
 #ifndef PLOTWISHES_H
 #define PLOTWISHES_H
 
+#include "plotfunction.h"
+
 #include <QHash>
 #include <QObject>
 #include <QStringList>
@@ -21,7 +23,7 @@ public:
     explicit PlotWishes(PlotPanel* panel, QObject* parent = nullptr);
 
     /** Plots the field that @p expression names, now or later; whether it is plotted now. See PlotPanel::addField(). */
-    bool add(const QString& expression, int place = -1);
+    bool add(const QString& expression, int place = -1, PlotFunction::Kind function = PlotFunction::Values);
     /** What waits, in the order in which it was wished. */
     const QStringList& getWaiting() const { return m_waiting; }
 
@@ -37,7 +39,13 @@ private:
 
     PlotPanel* m_panel;
     QStringList m_waiting;
-    QHash<QString, int> m_places; // of what waits, where it is told
+    struct Manner
+    {
+        int place = 0;
+        PlotFunction::Kind function = PlotFunction::Values;
+    };
+
+    QHash<QString, Manner> m_manners; // of what waits
 };
 
 #endif
