@@ -15,12 +15,19 @@ const MessageStatistics* MessageTypeModel::statisticsOf(const Row& row) const
     return m_coordinator->find(row.session->getStream(), row.number);
 }
 
+const MessageTypeModel::Row* MessageTypeModel::findRow(const Subject& subject) const
+{
+    const bool isKnown = !m_rowsBySubject.isEmpty();
+    for (int i = int(m_rows.size()) - 1; i >= 0 && !isKnown; --i)
+        m_rowsBySubject.insert(getSubject(i), i); // of several of one name the first
+    const int row = m_rowsBySubject.value(subject, -1);
+    return row < 0 ? nullptr : &m_rows.at(row);
+}
+
 const MessageStatistics* MessageTypeModel::findStatistics(const Subject& subject) const
 {
-    for (const Row& row : m_rows)
-        if (row.info == subject.info && m_senders.at(row.sender).name == subject.sender)
-            return statisticsOf(row);
-    return nullptr;
+    const Row* const row = findRow(subject);
+    return row ? statisticsOf(*row) : nullptr;
 }
 
 quint64 MessageTypeModel::lostOf(const Row& row) const
@@ -140,20 +147,18 @@ quint64 MessageTypeModel::countAt(const QModelIndex& index) const
 
 QStringList MessageTypeModel::describe(const Subject& subject) const
 {
+    const Row* const row = findRow(subject);
+    if (!row)
+        return {};
     QStringList texts;
-    for (const Row& row : m_rows) {
-        if (row.info != subject.info || m_senders.at(row.sender).name != subject.sender)
-            continue;
-        const MessageStatistics* const statistics = statisticsOf(row);
-        const QString rate = rateText(statistics);
-        const double age = row.session->getAge(row.number);
-        if (!rate.isEmpty())
-            texts.append(statistics->getLastInterval() > 1000 ? tr("every %1").arg(rate) : rate);
-        // What comes once a second is not a second late half of the time.
-        const double due = rate.isEmpty() ? LongestNow : 2e-3 * double(statistics->getLastInterval());
-        if (age >= 0)
-            texts.append(age < qMax(LongestNow, due) ? tr("now") : tr("%1 ago").arg(ageText(age)));
-        break;
-    }
+    const MessageStatistics* const statistics = statisticsOf(*row);
+    const QString rate = rateText(statistics);
+    if (!rate.isEmpty())
+        texts.append(statistics->getLastInterval() > 1000 ? tr("every %1").arg(rate) : rate);
+    // What comes once a second is not a second late half of the time.
+    const double due = rate.isEmpty() ? 0 : 2e-3 * double(statistics->getLastInterval());
+    const double age = row->session->getAge(row->number);
+    if (age >= 0)
+        texts.append(age < qMax(LongestNow, due) ? tr("now") : tr("%1 ago").arg(ageText(age)));
     return texts;
 }

@@ -19,7 +19,7 @@ MessageTypeModel::MessageTypeModel(const MessageStatisticsCoordinator* coordinat
 
 void MessageTypeModel::addSession(const SourceSession* session)
 {
-    m_sessions.append({session, session->getGeneration(), {}});
+    m_sessions.append(Session{session, {}});
 }
 
 void MessageTypeModel::removeSession(const SourceSession* session)
@@ -49,6 +49,7 @@ void MessageTypeModel::removeTypesOf(const SourceSession* session)
         std::remove_if(m_rows.begin(), m_rows.end(), [session](const Row& row) { return row.session == session; }),
         m_rows.end());
     m_senderNames.clear();
+    m_rowsBySubject.clear();
     for (int i = 0; i < m_senders.size(); ++i) {
         if (m_senders.at(i).session != session)
             continue;
@@ -110,6 +111,7 @@ int MessageTypeModel::groupOf(const Row& row) const
 
 void MessageTypeModel::insert(const QVector<Row>& rows)
 {
+    m_rowsBySubject.clear();
     if (rows.size() > MostSingleRows) {
         beginResetModel();
         m_rows += rows;
@@ -290,6 +292,7 @@ void MessageTypeModel::renameSender(const QString& before, const QString& now)
             continue;
         sender.name = now;
         m_senderNames.clear();
+        m_rowsBySubject.clear();
         any = true;
     }
     if (!any)

@@ -149,6 +149,7 @@ private:
     QVariant displayData(const QModelIndex& index) const;
     QVariant toolTip(const QModelIndex& index) const;
     QVariant checkState(const QModelIndex& index) const;
+    const Row* findRow(const Subject& subject) const;
     const MessageStatistics* statisticsOf(const Row& row) const;
     double figureOf(const Row& row, int column) const;
     /** What is shown in a column, of a group of all its rows together; a negative age is none. */
@@ -167,7 +168,6 @@ private:
     struct Session
     {
         const SourceSession* session;
-        int generation;
         QVector<bool> shown; // by the number of the row
     };
 
@@ -189,6 +189,7 @@ private:
     QHash<Subject, int> m_seen;                    // how many rows
     QHash<const MessageInfo*, int> m_senderCounts; // of what is seen
     QSet<Subject> m_inTree;
+    mutable QHash<Subject, int> m_rowsBySubject;    // empty until somebody asks
     mutable QHash<QPair<int, int>, quint64> m_lost; // by stream and sender
     mutable bool m_isLostKnown = false;
 };

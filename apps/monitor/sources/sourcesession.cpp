@@ -148,7 +148,6 @@ void SourceSession::processDecoderChange()
     m_source->setCounters(counters);
     m_reception->changeTypes(m_source->getDecoder());
     m_recorder.setDecoder(m_source->getDecoder());
-    ++m_generation;
     m_receivers.latest->noteArrival();
     m_receivers.log->append(CorvelEvent(CorvelEvent::SourceEvent,
                                         tr("%1: other definitions (%2); what came before was counted without them")
@@ -161,7 +160,6 @@ void SourceSession::processDecoderChange()
 void SourceSession::processSought(qint64 time)
 {
     m_receivers.latest->forget(&m_latest);
-    ++m_generation;
     m_reception->startAnew(
         tr("%1: jumped to %2; counts and statistics begin there").arg(m_name, PlaybackTime::clockText(time)));
     Q_EMIT changed();
@@ -177,7 +175,6 @@ void SourceSession::reconnect()
             m_reception->startAnew(tr("%1: read again from the beginning").arg(m_name));
             m_receivers.latest->forget(&m_latest);
             m_source->setCounters(ReceptionCounters());
-            ++m_generation;
         }
         start(std::move(parts));
         return;

@@ -96,8 +96,6 @@ public:
     const ReceptionCounters& getCounters() const { return m_source->getCounters(); }
     /** Who sends what, over all connections and jumps; a row is never taken away. */
     const StreamIdentities& getIdentities() const { return m_identities; }
-    /** Changes when counters begin anew or types become others. */
-    int getGeneration() const { return m_generation; }
 
     /** How the sender of a row is written: as by its format, with the source's name where several are open. */
     QString getSenderName(int row) const override;
@@ -167,7 +165,6 @@ private:
     bool m_qualified = false;
     State m_state = Opening;
     QString m_error;
-    int m_generation = 0;
     StreamSource::Playback m_playback;
 
     LatestMessages m_latest;

@@ -45,7 +45,7 @@ void SenderChoice::refresh()
         else
             removeItem(i);
     }
-    for (const QString& name : senders)
-        if (!offered.contains(name))
-            addItem(name, name);
+    for (int i = 0; i < senders.size(); ++i) // in the order of names, whoever came first; behind the entry for all
+        if (!offered.contains(senders.at(i)))
+            insertItem(i + 1, senders.at(i), senders.at(i));
 }

@@ -7,6 +7,7 @@
 #include "plotlegend.h"
 #include "plotpanel.h"
 #include "plotseries.h"
+#include "senderchoice.h"
 #include "testbase.h"
 #include "testfolder.h"
 #include "textrows.h"
@@ -60,6 +61,7 @@ struct SenderDesk : Desk
 
     PanelSet panels;
     TreePanel& tree;
+    SenderChoice choice{this};
 
 private:
     QString doStep(const QString& verb, const QString& rest)
@@ -99,6 +101,8 @@ private:
             form(rest);
         else if (verb == "menu")
             useMenu(rest.section(" > ", 0, 0), rest.section(" > ", 1));
+        else if (verb == "current")
+            return tree.getTree()->currentItem()->parent()->text(0) + '/' + tree.getTree()->currentItem()->text(0);
         else if (verb == "status")
             return tree.tick(), QString("") + row->text(1);
         else if (verb == "save" || verb == "restore")
@@ -207,6 +211,11 @@ private:
             for (int i = 0; i < getTypes()->getCount(); ++i)
                 if (getTypes()->index(i, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked)
                     texts.append(nameOf(getTypes()->getSubject(i)));
+        if (what == "offered") {
+            choice.refresh();
+            for (int i = 1; i < choice.count(); ++i)
+                texts.append(choice.itemText(i));
+        }
         if (what == "watches")
             for (const Watch* watch : panels.find<WatchBar>()->getWatches())
                 texts.append(watch->getName() + '=' + watch->getText());
@@ -312,6 +321,7 @@ void tst_monitorsenders::everySenderHasRowsOfItsOwn()
          "HEARTBEAT 1:1 @ a.raw, HEARTBEAT 1:1 @ b.raw, HEARTBEAT 2:1 @ a.raw; 7; HEARTBEAT 1:1 @ a.raw; HEARTBEAT; 7"},
         {"rows 2; play a H1:1=5; play b H1:1=7; shown; close 1; shown; says 1:1/HEARTBEAT/custom_mode",
          "1:1 @ a.raw, .HEARTBEAT, 1:1 @ b.raw, .HEARTBEAT; 1:1, .HEARTBEAT; no row"},
+        {"play a H10:1=7; offered; play b H1:1=5; offered", "10:1; 1:1 @ b.raw, 10:1 @ a.raw"},
         // Pins.
         {"play a H1:1=5 H2:1=6 S1:1=1; pin HEARTBEAT 2:1; shown; pin SYS_STATUS; shown; pin HEARTBEAT 2:1; shown; "
          "rows 2; pin 2:1; pin 1:1/SYS_STATUS; shown",
@@ -377,6 +387,8 @@ void tst_monitorsenders::theListIsFoldedAndFiltered()
          "HEARTBEAT 2:1, SYS_STATUS; HEARTBEAT 1:1, HEARTBEAT 2:1, SYS_STATUS; SYS_STATUS, HEARTBEAT 1:1, HEARTBEAT "
          "2:1; "
          "HEARTBEAT 2:1"},
+        // Who goes to a row of the list is led to that of the tree.
+        {"rows 2; play a H1:1=5 H2:1=6 H3:1=7 H4:1=5 H5:1=6; menu HEARTBEAT 3:1 > ; current", "3:1/HEARTBEAT"},
         {"play a H10:1=7 H2:1=6 S10:1=1; filter 10:1 hea; list; fold; list; filter ; list; filter nothing; list",
          "+HEARTBEAT 10:1; +10:1, .+HEARTBEAT; +2:1, .+HEARTBEAT, +10:1, .+HEARTBEAT, .+SYS_STATUS; "},
     };

@@ -121,8 +121,12 @@ void TypePanel::createView()
     header->resizeSection(MessageTypeModel::SenderColumn, metrics.horizontalAdvance(QLatin1String(" Sender  ^ ")));
     for (const int column : {MessageTypeModel::CountColumn, MessageTypeModel::RateColumn})
         header->resizeSection(column, metrics.horizontalAdvance(QLatin1String(" 000,000 ")));
-    for (int column = MessageTypeModel::RangeColumn; column < MessageTypeModel::ColumnCount; ++column)
+    for (int column = MessageTypeModel::RangeColumn; column < MessageTypeModel::ColumnCount; ++column) {
+        header->resizeSection(
+            column, metrics.horizontalAdvance(
+                        QLatin1String(column == MessageTypeModel::RangeColumn ? " 000 Hz - 000 Hz " : " 0,000,000 ")));
         header->setSectionHidden(column, true); // until somebody wants them
+    }
     header->setContextMenuPolicy(Qt::ActionsContextMenu);
     addColumnActions(header);
     CellDelegate* const cells = new CellDelegate(m_view);
@@ -151,11 +155,13 @@ void TypePanel::addColumnActions(QHeaderView* header)
 // What somebody goes to here is what he wants to read there.
 void TypePanel::followCurrent(const QModelIndex& current)
 {
-    if (m_isReset || !current.isValid() || !m_view->hasFocus())
+    if (m_isReset || !current.isValid())
         return;
     const MessageTypeModel* const types = m_desk->getTypes();
     const QModelIndex index = m_sorted->mapToSource(current);
     const int row = types->rowOf(index);
+    if (types->subjectsAt(index).isEmpty())
+        return; // of what is not known there is no row
     Q_EMIT m_desk->rowWanted(row < 0 ? Subject{nullptr, types->getSender(index)} : types->getSubject(row));
 }
 
