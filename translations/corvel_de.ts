@@ -307,6 +307,43 @@
         <source>Where files that a schema imports are looked for; its own folder always is</source>
         <translation>Wo nach Dateien gesucht wird, die ein Schema importiert; in seinem eigenen Ordner immer</translation>
     </message>
+    <message>
+        <source>Recent connections</source>
+        <translation>Letzte Verbindungen</translation>
+    </message>
+    <message>
+        <source>Fill in what was used before</source>
+        <translation>Eintragen, was früher benutzt wurde</translation>
+    </message>
+    <message>
+        <source>what to call it; else its address</source>
+        <translation>wie sie heißen soll; sonst ihre Adresse</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>What the list of sources and the names of senders call it, and the recent connections</source>
+        <translation>Wie die Liste der Quellen, die Namen der Sender und die letzten Verbindungen sie nennen</translation>
+    </message>
+    <message>
+        <source>Re&amp;cent:</source>
+        <translation>&amp;Letzte:</translation>
+    </message>
+    <message>
+        <source>N&amp;ame:</source>
+        <translation>N&amp;ame:</translation>
+    </message>
+    <message>
+        <source>choose to fill in</source>
+        <translation>zum Eintragen wählen</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <comment>name, address</comment>
+        <translation>%1 (%2)</translation>
+    </message>
 </context>
 <context>
     <name>Container</name>
@@ -647,10 +684,6 @@
         <translation>Aufzeichnungen öffnen</translation>
     </message>
     <message>
-        <source>No recordings yet</source>
-        <translation>Noch keine Aufzeichnungen</translation>
-    </message>
-    <message>
         <source>Record</source>
         <translation>Aufzeichnen</translation>
     </message>
@@ -693,6 +726,14 @@
     <message>
         <source>Write down what the chosen source brings, byte for byte</source>
         <translation>Mitschreiben, was die gewählte Quelle bringt, Byte für Byte</translation>
+    </message>
+    <message>
+        <source>A file of definitions says what it means; choose it here.</source>
+        <translation>Was das bedeutet, sagt eine Datei mit Definitionen; wählen Sie sie hier.</translation>
+    </message>
+    <message>
+        <source>Nothing yet</source>
+        <translation>Noch nichts</translation>
     </message>
 </context>
 <context>
@@ -1469,6 +1510,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Tool Bar</source>
         <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>There is nothing open to record.</source>
+        <translation>Es ist nichts offen, was aufgezeichnet werden könnte.</translation>
     </message>
 </context>
 <context>
@@ -3452,6 +3497,25 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     </message>
 </context>
 <context>
+    <name>SimulationBanner</name>
+    <message>
+        <source>Simulation: none of this comes from a device.</source>
+        <translation>Simulation: Nichts davon kommt von einem Gerät.</translation>
+    </message>
+    <message>
+        <source>Simulation</source>
+        <translation>Simulation</translation>
+    </message>
+    <message>
+        <source>End Simulation</source>
+        <translation>Simulation beenden</translation>
+    </message>
+    <message>
+        <source>Close it, and go to the start page</source>
+        <translation>Sie schließen, und zur Startseite</translation>
+    </message>
+</context>
+<context>
     <name>SourceFactory</name>
     <message>
         <source>The definitions could not be loaded.</source>
@@ -3526,8 +3590,8 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Die gewählte Quelle schließen und vergessen, was sie empfing</translation>
     </message>
     <message>
-        <source>Connect to a device, or drop a recording on the window.</source>
-        <translation>Mit einem Gerät verbinden oder eine Aufzeichnung auf dem Fenster ablegen.</translation>
+        <source>Open or connect something.</source>
+        <translation>Öffnen oder verbinden Sie etwas.</translation>
     </message>
 </context>
 <context>
@@ -3620,6 +3684,41 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>stopped</source>
         <translation>abgebrochen</translation>
+    </message>
+</context>
+<context>
+    <name>StartPage</name>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Try without a device</source>
+        <translation>Ohne Gerät ausprobieren</translation>
+    </message>
+    <message>
+        <source>Drop recordings, folders of recordings or definitions here</source>
+        <translation>Aufzeichnungen, Ordner von Aufzeichnungen oder Definitionen hierher ziehen</translation>
+    </message>
+    <message>
+        <source>Start page</source>
+        <translation>Startseite</translation>
+    </message>
+    <message>
+        <source>Recent recordings</source>
+        <translation>Letzte Aufzeichnungen</translation>
+    </message>
+    <message>
+        <source>Recent connections</source>
+        <translation>Letzte Verbindungen</translation>
+    </message>
+    <message>
+        <source>Recent</source>
+        <translation>Zuletzt</translation>
+    </message>
+    <message>
+        <source>What you open is found here again.</source>
+        <translation>Was Sie öffnen, findet sich hier wieder.</translation>
     </message>
 </context>
 <context>

@@ -65,6 +65,11 @@ int main(int argc, char** argv)
     window.setPlayback(options.playback);
     window.setSourceDefinitions(options.source);
     window.getPanels().find<TypePanel>()->chooseWhenSeen(options.forms);
+    if (!options.forms.isEmpty())
+        window.showPanel(QLatin1String("forms"));
+    for (const QString& panel : options.panels)
+        if (!window.showPanel(panel))
+            return std::fprintf(stderr, "corvel-monitor: there is no panel %s\n", qPrintable(panel)), 1;
     bool opened = true;
     for (const QString& path : options.definitions)
         opened = window.loadDialect(path, QString()) && opened;
@@ -87,12 +92,12 @@ int main(int argc, char** argv)
         if (!window.getDesk()->wish(QLatin1String("plot"), expression))
             return std::fprintf(stderr, "corvel-monitor: this program was built without the plot\n"), 2;
     opened = opened && window.openAll(options.inputs);
-    if (opened && (options.hasDemonstration || options.inputs.isEmpty()))
-        window.openSimulation(!options.hasDemonstration, options.demonstration);
+    if (opened && (options.hasDemonstration || options.startsWithDemonstration))
+        window.openSimulation(options.startsWithDemonstration, options.demonstration);
     if (opened && !options.record.isEmpty()) {
-        QString error;
+        QString error = MainWindow::tr("There is nothing open to record.");
         SourceModel* const sources = window.getSources();
-        opened = sources->startRecording(sources->getSession(0), options.record, &error);
+        opened = sources->getCount() > 0 && sources->startRecording(sources->getSession(0), options.record, &error);
         if (!opened)
             window.showError(error);
     }

@@ -83,14 +83,23 @@ void MonitorOptions::read()
         QStringLiteral("Shows live what a device says: every field of every message type.\n\nAn input is one of\n%1")
             .arg(inputHelp()));
     parser.addPositionalArgument(QLatin1String("input"),
-                                 QLatin1String("What to show. Without one a simulated vehicle is shown."),
+                                 QLatin1String("What to show. Without one the start page is shown."),
                                  QLatin1String("[input...]"));
     parser.addOptions({
         {QLatin1String("demo"), demonstrationHelp(), QLatin1String("name")},
+        {QLatin1String("start"),
+         QLatin1String("What to show without an input: page, from which something can be opened, or demo, a simulated "
+                       "vehicle that goes when something is opened; default page."),
+         QLatin1String("what")},
         {QLatin1String("speed"), QLatin1String("Play a recording <factor> times as fast; 0 is as fast as possible."),
          QLatin1String("factor")},
         {QLatin1String("rate"), QLatin1String("Play a recording without times at <number> messages a second."),
          QLatin1String("number")},
+        {QLatin1String("panel"),
+         QLatin1String(
+             "Show the panel <name> in front: watches, sources, types, statistics, forms, events or plot; can "
+             "be repeated."),
+         QLatin1String("name")},
         {QLatin1String("form"), QLatin1String("Show a form of the message type <type>; can be repeated."),
          QLatin1String("type")},
         {QLatin1String("watch"), QLatin1String("Watch the field that <expression> names; can be repeated."),
@@ -153,6 +162,9 @@ void MonitorOptions::read()
         demonstration = Demonstration::find(parser.value(QLatin1String("demo")));
     if (!demonstration)
         refuse(QStringLiteral("--demo takes %1").arg(demonstrationNames()));
+    const QString start = parser.value(QLatin1String("start"));
+    if (parser.isSet(QLatin1String("start")) && start != QLatin1String("page") && start != QLatin1String("demo"))
+        refuse(QStringLiteral("--start takes page or demo"));
     hasTheme = parser.isSet(QLatin1String("palette"));
     if (hasTheme && !Theme::find(parser.value(QLatin1String("palette")), &theme))
         refuse(QStringLiteral("--palette takes system, light or dark"));
@@ -163,6 +175,8 @@ void MonitorOptions::read()
         size = QSize(sides.at(0).toInt(), sides.at(1).toInt());
     }
     inputs = parser.positionalArguments();
+    startsWithDemonstration = start == QLatin1String("demo") && inputs.isEmpty() && !hasDemonstration;
+    panels = parser.values(QLatin1String("panel"));
     forms = parser.values(QLatin1String("form"));
     watches = parser.values(QLatin1String("watch"));
     plots = parser.values(QLatin1String("plot"));

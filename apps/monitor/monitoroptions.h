@@ -18,13 +18,15 @@ struct MonitorOptions
      */
     void read();
 
-    QStringList inputs;            ///< empty for a simulation
-    bool hasDemonstration = false; ///< whether a simulation is asked for, also beside inputs
+    QStringList inputs;
+    bool startsWithDemonstration = false; ///< whether a simulation is shown when nothing else is asked for
+    bool hasDemonstration = false;        ///< whether a simulation is asked for, also beside inputs
     const Demonstration* demonstration = &Demonstration::getAll().first();
     QStringList definitions; ///< files for every source
     QString annotations;
     SourceOptions source; ///< schema, type and framing of all inputs, without an address
     StreamSource::Playback playback;
+    QStringList panels; ///< to be in front
     QStringList forms;
     QStringList watches;
     QStringList plots;

@@ -82,6 +82,11 @@ AddressForm::AddressForm(QWidget* parent)
     showKind();
 }
 
+int AddressForm::getLabelWidth() const
+{
+    return widestLabel(this);
+}
+
 void AddressForm::showKind()
 {
     if (m_shown)

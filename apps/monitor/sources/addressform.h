@@ -22,6 +22,9 @@ public:
     InputAddress getAddress() const;
     void setAddress(const InputAddress& address);
 
+    /** The room that the labels of all kinds need, so that others can stand in line with them. */
+    int getLabelWidth() const;
+
 private:
     void showKind();
     void showFields(const InputAddress& values);

@@ -20,7 +20,9 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     : QDialog(parent)
     , m_factory(factory)
     , m_opener(opener)
+    , m_recent(new QComboBox)
     , m_address(new AddressForm)
+    , m_name(new QLineEdit)
     , m_definitions(new QLineEdit)
     , m_imports(new QLineEdit)
     , m_type(new QComboBox)
@@ -28,6 +30,12 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     , m_error(new QLabel)
 {
     setWindowTitle(tr("Connect"));
+    m_recent->setAccessibleName(tr("Recent connections"));
+    m_recent->setToolTip(tr("Fill in what was used before"));
+    m_recent->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_name->setPlaceholderText(tr("what to call it; else its address"));
+    m_name->setAccessibleName(tr("Name"));
+    m_name->setToolTip(tr("What the list of sources and the names of senders call it, and the recent connections"));
     QPushButton* const browseDefinitions = new QPushButton(tr("Bro&wse..."));
     m_definitions->setPlaceholderText(tr("those in use, or the source's own"));
     m_definitions->setAccessibleName(tr("File of definitions"));
@@ -86,13 +94,42 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     connect(buttons, &QDialogButtonBox::rejected, this, &ConnectDialog::reject);
 
     QVBoxLayout* const layout = new QVBoxLayout(this);
+    const auto addRow = [this, layout](const QString& text, QWidget* editor) {
+        QLabel* const label = new QLabel(text);
+        label->setBuddy(editor);
+        label->setMinimumWidth(m_address->getLabelWidth());
+        QHBoxLayout* const row = new QHBoxLayout;
+        row->addWidget(label);
+        row->addWidget(editor, 1);
+        layout->addLayout(row);
+        return label;
+    };
+    m_recentLabel = addRow(tr("Re&cent:"), m_recent);
+    m_recentLabel->hide();
+    m_recent->hide();
     layout->addWidget(m_address);
+    addRow(tr("N&ame:"), m_name);
     layout->addWidget(group);
     layout->addLayout(errorRow);
     layout->addStretch(1);
     layout->addWidget(buttons);
     resize(fontMetrics().averageCharWidth() * 80, sizeHint().height());
     followDefinitions();
+}
+
+void ConnectDialog::offer(const QVector<SourceOptions>& recent)
+{
+    m_recent->clear();
+    m_recent->addItem(tr("choose to fill in"));
+    for (const SourceOptions& options : recent)
+        m_recent->addItem(options.name.isEmpty() ? options.address
+                                                 : tr("%1 (%2)", "name, address").arg(options.name, options.address));
+    m_recentLabel->setVisible(!recent.isEmpty());
+    m_recent->setVisible(!recent.isEmpty());
+    connect(m_recent, QOverload<int>::of(&QComboBox::activated), this, [this, recent](int index) {
+        if (index > 0)
+            setOptions(recent.at(index - 1));
+    });
 }
 
 // A schema is read as soon as it is named, so that its types can be chosen and its faults are seen.
@@ -122,6 +159,7 @@ void ConnectDialog::followDefinitions()
 SourceOptions ConnectDialog::getOptions() const
 {
     SourceOptions options;
+    options.name = m_name->text().trimmed();
     const InputAddress address = m_address->getAddress();
     options.address = address.toString();
     options.password = address.password;
@@ -143,6 +181,7 @@ void ConnectDialog::setOptions(const SourceOptions& options)
         address.password = options.password;
         m_address->setAddress(address);
     }
+    m_name->setText(options.name);
     m_definitions->setText(options.definitions);
     m_imports->setText(options.importPaths.join(QDir::listSeparator()));
     followDefinitions();

@@ -28,15 +28,22 @@ public:
     /** Sets the controls, such as to what was used last. */
     void setOptions(const SourceOptions& options);
 
+    /** Offers these to fill in. Borrowed for the moment. */
+    void offer(const QVector<SourceOptions>& recent);
+    /** Tells what is wrong; empty for nothing. */
+    void showError(const QString& text);
+
     void accept() override;
 
 private:
     void followDefinitions();
-    void showError(const QString& text);
 
     SourceFactory* m_factory;
     Opener m_opener;
+    QLabel* m_recentLabel;
+    QComboBox* m_recent;
     AddressForm* m_address;
+    QLineEdit* m_name;
     QLineEdit* m_definitions;
     QLineEdit* m_imports;
     QComboBox* m_type;

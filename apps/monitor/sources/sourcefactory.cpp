@@ -114,6 +114,8 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
     parts->name = isFile ? file.fileName() : parts->input->getName();
     if (isFile)
         parts->path = file.absoluteFilePath();
+    if (!options.name.isEmpty())
+        parts->name = options.name;
     parts->isLive = address.kind->isLive();
     parts->isDatagram = address.kind->isDatagram();
     // Who names a schema for what is no recording means bare messages of its type.

@@ -19,6 +19,7 @@ class FormatInfo;
 /** What the user said of a source: enough to open it, and to open it again after a loss. */
 struct SourceOptions
 {
+    QString name;            ///< what the user calls it; empty for what its address says
     QString address;         ///< as InputAddress reads it; empty for a simulation
     QString definitions;     ///< a file of its own with the message types; empty for those in use or in the source
     QStringList importPaths; ///< where a schema's imports are looked for

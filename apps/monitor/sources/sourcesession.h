@@ -77,6 +77,9 @@ public:
     /** The absolute path of a recording; empty for anything else. */
     const QString& getPath() const { return m_path; }
 
+    /** Whether it is tried again when it is lost. */
+    bool isLive() const { return m_live; }
+
     State getState() const { return m_state; }
     Standing getStanding() const;
     /** The standing in words, with the reason of a failure and the seconds until another try. */

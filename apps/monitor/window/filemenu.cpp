@@ -10,11 +10,10 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFileDialog>
+#include <QPointer>
 #include <QSettings>
 #include <QToolBar>
 
-static const char RecentKey[] = "recentFiles";
-static const int MostRecent = 10;
 static const int SaidMilliseconds = 5000;
 
 FileMenu::FileMenu(Desk* desk, Opener* opener, QWidget* window)
@@ -28,14 +27,14 @@ FileMenu::FileMenu(Desk* desk, Opener* opener, QWidget* window)
     m_open->setIconText(tr("Open"));
     addAction(tr("Open &Folder..."), this, &FileMenu::openFolder);
     m_recentMenu = addMenu(tr("Open &Recent"));
-    connect(m_recentMenu, &QMenu::aboutToShow, this, &FileMenu::fillRecent);
-    m_connect = addAction(tr("Co&nnect..."), this, &FileMenu::connectSource);
+    m_connect = addAction(tr("Co&nnect..."), this, [this]() { ask(m_lastOptions, QString(), nullptr); });
     m_connect->setShortcut(QKeySequence(tr("Ctrl+K")));
     m_connect->setIcon(Icons::create(Icons::Connect));
     m_connect->setIconText(tr("Connect"));
     for (const Demonstration& each : Demonstration::getAll())
-        addAction(QCoreApplication::translate("Demonstration", each.menuText), opener,
-                  [opener, &each]() { opener->openSimulation(false, &each); });
+        m_demonstrations.append(addAction(Icons::create(Icons::Flask, Theme::Simulated),
+                                          QCoreApplication::translate("Demonstration", each.menuText), opener,
+                                          [opener, &each]() { opener->openSimulation(false, &each); }));
     addSeparator();
     m_record = addAction(tr("&Record..."), this, [this]() { record(true); });
     m_record->setShortcut(QKeySequence(tr("Ctrl+R")));
@@ -46,7 +45,15 @@ FileMenu::FileMenu(Desk* desk, Opener* opener, QWidget* window)
     addSeparator();
     addAction(tr("Load &Definitions..."), this, &FileMenu::askDefinitions);
     addSeparator();
-    connect(opener, &Opener::opened, this, &FileMenu::remember);
+    connect(opener, &Opener::opened, &m_recents, &Recents::remember);
+    connect(&m_recents, &Recents::changed, this, &FileMenu::fillRecent);
+    fillRecent();
+    connect(opener, &Opener::schemaMissing, this, [this](SourceSession* session) {
+        ask(session->getOptions(),
+            session->getErrorText() + QLatin1Char('\n') +
+                tr("A file of definitions says what it means; choose it here."),
+            session);
+    });
     connect(desk, &Desk::chosenSourceChanged, this, &FileMenu::refresh);
 
     m_recording = new QAction(Icons::create(Icons::Record, Theme::Bad), tr("Record"), this);
@@ -96,35 +103,64 @@ void FileMenu::openFolder()
         m_opener->openAll({folder});
 }
 
-void FileMenu::remember(const SourceSession* session)
-{
-    if (session->getPath().isEmpty())
-        return;
-    m_recent.removeAll(session->getPath());
-    m_recent.prepend(session->getPath());
-    while (m_recent.size() > MostRecent)
-        m_recent.removeLast();
-}
-
 void FileMenu::fillRecent()
 {
     m_recentMenu->clear();
-    for (const QString& path : std::as_const(m_recent))
-        m_recentMenu->addAction(path, this, [this, path]() { m_opener->openAll({path}); });
-    if (m_recent.isEmpty())
-        m_recentMenu->addAction(tr("No recordings yet"))->setEnabled(false);
+    // One of them may be what is triggered now.
+    for (QList<QAction*>* const actions : {&m_recordings, &m_connections}) {
+        for (QAction* const action : std::as_const(*actions))
+            action->deleteLater();
+        actions->clear();
+    }
+    const auto add = [this](const QVector<Recents::Entry>& entries, Icons::Shape shape, QList<QAction*>* actions) {
+        for (const Recents::Entry& entry : entries) {
+            const QString title = entry.getTitle();
+            QAction* const action =
+                new QAction(Icons::create(shape), QString(title).replace(QLatin1Char('&'), QLatin1String("&&")), this);
+            action->setToolTip(entry.getDescription());
+            connect(action, &QAction::triggered, this, [this, entry]() { openAgain(entry); });
+            actions->append(action);
+        }
+        m_recentMenu->addActions(*actions);
+    };
+    add(m_recents.getRecordings(), Icons::Open, &m_recordings);
+    m_recentMenu->addSeparator();
+    add(m_recents.getConnections(), Icons::Connect, &m_connections);
+    if (m_recordings.isEmpty() && m_connections.isEmpty())
+        m_recentMenu->addAction(tr("Nothing yet"))->setEnabled(false);
 }
 
-void FileMenu::connectSource()
+void FileMenu::openAgain(const Recents::Entry& entry)
 {
-    ConnectDialog dialog(
-        m_desk->getFactory(),
-        [this](const SourceOptions& options, QString* error) { return m_opener->open(options, error) != nullptr; },
-        parentWidget());
-    if (!m_lastOptions.isSimulation())
-        dialog.setOptions(m_lastOptions);
-    if (dialog.exec() == QDialog::Accepted)
-        m_lastOptions = dialog.getOptions();
+    QString error;
+    if (entry.hadPassword)
+        ask(entry.options, QString(), nullptr);
+    else if (!m_opener->open(entry.options, &error))
+        Q_EMIT m_desk->failed(error);
+}
+
+// It does not block, because a script may be what opens something.
+void FileMenu::ask(const SourceOptions& options, const QString& problem, SourceSession* instead)
+{
+    const QPointer<SourceSession> replaced = instead;
+    const auto open = [this, replaced](const SourceOptions& chosen, QString* error) {
+        if (!m_opener->open(chosen, error))
+            return false;
+        if (replaced)
+            m_desk->getSources()->close(replaced.data());
+        return true;
+    };
+    ConnectDialog* const dialog = new ConnectDialog(m_desk->getFactory(), open, parentWidget());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    QVector<SourceOptions> recent;
+    for (const Recents::Entry& entry : m_recents.getConnections())
+        recent.append(entry.options);
+    dialog->offer(recent);
+    if (!options.isSimulation())
+        dialog->setOptions(options);
+    dialog->showError(problem);
+    connect(dialog, &QDialog::accepted, this, [this, dialog]() { m_lastOptions = dialog->getOptions(); });
+    dialog->open();
 }
 
 void FileMenu::record(bool on)
@@ -162,10 +198,10 @@ void FileMenu::askDefinitions()
 
 void FileMenu::saveSettings(QSettings& settings) const
 {
-    settings.setValue(QLatin1String(RecentKey), m_recent);
+    m_recents.saveSettings(settings);
 }
 
 void FileMenu::restoreSettings(QSettings& settings)
 {
-    m_recent = settings.value(QLatin1String(RecentKey)).toStringList();
+    m_recents.restoreSettings(settings);
 }

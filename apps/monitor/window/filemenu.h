@@ -1,10 +1,9 @@
 #ifndef FILEMENU_H
 #define FILEMENU_H
 
-#include "sourcefactory.h"
+#include "recents.h"
 
 #include <QMenu>
-#include <QStringList>
 
 class Desk;
 class Opener;
@@ -24,6 +23,14 @@ public:
     /** Allows what can be done with the source that is chosen. */
     void refresh();
 
+    QAction* getOpenAction() const { return m_open; }
+    QAction* getConnectAction() const { return m_connect; }
+    const QList<QAction*>& getDemonstrationActions() const { return m_demonstrations; }
+    Recents* getRecents() { return &m_recents; }
+    /** What opens each of them again, in their order; there until they change. */
+    const QList<QAction*>& getRecordingActions() const { return m_recordings; }
+    const QList<QAction*>& getConnectionActions() const { return m_connections; }
+
     /** Adds what is used most. */
     void addActionsTo(QToolBar* bar);
 
@@ -33,9 +40,9 @@ public:
 private:
     void openRecordings();
     void openFolder();
-    void remember(const SourceSession* session);
     void fillRecent();
-    void connectSource();
+    void openAgain(const Recents::Entry& entry);
+    void ask(const SourceOptions& options, const QString& problem, SourceSession* instead);
     void record(bool on);
     void askDefinitions();
 
@@ -48,7 +55,10 @@ private:
     QAction* m_record;
     QAction* m_stopRecording;
     QAction* m_closeSource;
-    QStringList m_recent;
+    QList<QAction*> m_demonstrations;
+    Recents m_recents;
+    QList<QAction*> m_recordings;
+    QList<QAction*> m_connections;
     SourceOptions m_lastOptions; // of the dialog
 };
 

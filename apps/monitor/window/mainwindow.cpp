@@ -8,6 +8,8 @@
 #include "pausebanner.h"
 #include "preferencesdialog.h"
 #include "senderchoice.h"
+#include "simulationbanner.h"
+#include "startpage.h"
 #include "statusline.h"
 
 #include <QApplication>
@@ -17,6 +19,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QSettings>
+#include <QStackedWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -31,6 +34,7 @@ MainWindow::MainWindow(QWidget* parent)
     , m_status(new StatusLine(&m_desk))
     , m_fileMenu(new FileMenu(&m_desk, &m_opener, this))
     , m_senders(new SenderChoice(&m_desk))
+    , m_middle(new QStackedWidget)
 {
     setAcceptDrops(true);
     setStatusBar(m_status);
@@ -41,7 +45,10 @@ MainWindow::MainWindow(QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(new PauseBanner(m_pauseViews));
-    layout->addWidget(m_panels.getPanel(PanelPlace::Center)->getWidget(), 1);
+    layout->addWidget(new SimulationBanner(&m_desk));
+    m_middle->addWidget(new StartPage(m_fileMenu));
+    m_middle->addWidget(m_panels.getPanel(PanelPlace::Center)->getWidget());
+    layout->addWidget(m_middle, 1);
     setCentralWidget(central);
     refresh();
 
@@ -108,6 +115,17 @@ void MainWindow::createMenus()
     bar->addAction(m_pauseViews);
     bar->addSeparator();
     bar->addWidget(m_senders);
+}
+
+bool MainWindow::showPanel(const QString& id)
+{
+    for (const PanelSet::Entry& entry : m_panels.getEntries()) {
+        if (QLatin1String(entry.row.id) != id)
+            continue;
+        m_docks->show(entry.panel->getWidget());
+        return true;
+    }
+    return false;
 }
 
 void MainWindow::showAbout()
@@ -184,6 +202,7 @@ void MainWindow::refresh()
     m_panels.tick();
     m_status->refresh();
     m_fileMenu->refresh();
+    m_middle->setCurrentIndex(m_desk.getSources()->getCount() > 0 ? 1 : 0);
     if (!m_desk.isPaused())
         m_senders->refresh();
     const QString summary = m_status->getSummary();

@@ -13,6 +13,7 @@
 
 class FileMenu;
 class LayoutMenu;
+class QStackedWidget;
 class SenderChoice;
 class StatusLine;
 
@@ -54,6 +55,9 @@ public:
     {
         m_opener.openSimulation(untilAnother, demonstration);
     }
+
+    /** Shows the panel with this id, in front of those that share its place; false when there is none. */
+    bool showPanel(const QString& id);
 
     /** Writes what should survive a restart. */
     void saveSettings(QSettings& settings);
@@ -98,6 +102,7 @@ private:
     StatusLine* m_status;
     FileMenu* m_fileMenu;
     SenderChoice* m_senders;
+    QStackedWidget* m_middle; // the start page, and the panel of the middle
     QAction* m_confidential;
     QAction* m_pauseViews;
     QTimer m_refreshTimer;

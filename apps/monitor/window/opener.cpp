@@ -3,6 +3,8 @@
 #include "desk.h"
 #include "filefilters.h"
 
+#include <QFileInfo>
+
 Opener::Opener(Desk* desk, QObject* parent)
     : QObject(parent)
     , m_desk(desk)
@@ -55,6 +57,13 @@ bool Opener::openAll(const QStringList& addresses)
     return errors.isEmpty();
 }
 
+static bool isUnrecognized(const SourceSession* session)
+{
+    const QFileInfo file(session->getPath());
+    return session->getState() == SourceSession::Failed && file.isFile() && file.size() > 0 &&
+           !session->getSource()->getDecoder()->getContainer();
+}
+
 SourceSession* Opener::open(const SourceOptions& options, QString* error)
 {
     const QPointer<SourceSession> demonstration = m_demonstration;
@@ -65,6 +74,10 @@ SourceSession* Opener::open(const SourceOptions& options, QString* error)
     if (demonstration && !demonstration->getRecorder().isRecording())
         m_desk->getSources()->close(demonstration.data());
     m_demonstration = nullptr;
+    connect(session, &SourceSession::problem, this, [this, session]() {
+        if (isUnrecognized(session))
+            Q_EMIT schemaMissing(session);
+    });
     Q_EMIT m_desk->recovered();
     Q_EMIT opened(session);
     return session;

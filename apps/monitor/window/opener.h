@@ -39,6 +39,8 @@ public:
 
 Q_SIGNALS:
     void opened(const SourceSession* session);
+    /** A file was opened that nobody recognises: what its messages are has to be said. */
+    void schemaMissing(SourceSession* session);
 
 private:
     Desk* m_desk;

@@ -314,7 +314,8 @@ void tst_monitorsources::recordingKeepsDamageAndOutlivesTheProgram()
     // A program that is killed leaves a recording that can be read.
     const QString killed = m_folder.filePath("killed.tlog");
     QProcess process;
-    startInShell(&process, "exec corvel-monitor --record killed.tlog --settings no.ini", m_folder.path());
+    startInShell(&process, "exec corvel-monitor --demo vehicle --record killed.tlog --settings no.ini",
+                 m_folder.path());
     EVENTUALLY(QFileInfo(killed).size() > 5000);
     process.kill();
     process.waitForFinished();

@@ -23,7 +23,7 @@ SourcePanel::SourcePanel(Desk* desk, QWidget* parent)
     m_view->setRootIsDecorated(false);
     m_view->setUniformRowHeights(true);
     m_view->setAccessibleName(tr("Sources"));
-    m_view->setMinimumHeight(3 * fontMetrics().height());
+    m_view->setMinimumHeight(4 * fontMetrics().height());
     m_view->header()->setStretchLastSection(false);
     CellDelegate* const cells = new CellDelegate(m_view);
     cells->setName(SourceModel::SourceColumn);
@@ -33,7 +33,7 @@ SourcePanel::SourcePanel(Desk* desk, QWidget* parent)
     m_view->header()->setSectionResizeMode(SourceModel::StateColumn, QHeaderView::Stretch);
     m_view->header()->resizeSection(SourceModel::RateColumn,
                                     fontMetrics().horizontalAdvance(QLatin1String(" 000,000 /s ")));
-    new EmptyHint(m_view, tr("Connect to a device, or drop a recording on the window."));
+    new EmptyHint(m_view, tr("Open or connect something."));
     createButtons();
 
     connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, desk,

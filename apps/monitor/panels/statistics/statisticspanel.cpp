@@ -5,6 +5,7 @@
 #include "desk.h"
 #include "emptyhint.h"
 #include "messagestatisticswidget.h"
+#include "namecolumn.h"
 #include "statisticscsv.h"
 
 #include <QEvent>
@@ -14,6 +15,7 @@
 #include <QShortcut>
 
 static const int LeastPause = 100; // between two updates, as a multiple of what one takes
+static const int NamePercent = 50;
 
 namespace
 {
@@ -46,7 +48,7 @@ StatisticsPanel::StatisticsPanel(Desk* desk)
     m_widget->setAccessibleName(tr("Message statistics"));
     m_widget->setUniformRowHeights(true); // or each change of a thousand rows would look for its place
     m_widget->header()->setStretchLastSection(false);
-    m_widget->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    new NameColumn(m_widget.get(), NamePercent);
     m_widget->header()->resizeSection(1, m_widget->fontMetrics().horizontalAdvance(QLatin1String(" 0000000 ")));
     m_widget->resizeColumnToContents(2);
     m_widget->headerItem()->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);

@@ -1,0 +1,30 @@
+#ifndef NAMECOLUMN_H
+#define NAMECOLUMN_H
+
+#include <QObject>
+
+class QTreeView;
+
+/**
+ * Gives the first column of a view what the others leave, and never less than names need: in a narrow view, the others
+ * are found by scrolling.
+ */
+class NameColumn : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** @param leastPercent  of the width of @p view, in which this lives */
+    NameColumn(QTreeView* view, int leastPercent);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void fit();
+
+    QTreeView* m_view;
+    int m_leastPercent;
+};
+
+#endif
