@@ -18,9 +18,12 @@ static QString fit(const QString& rest, const QString& kept, const QFontMetrics&
     const auto at = kept.indexOf(QLatin1String(" @ "));
     const QString sender = at < 0 ? kept : kept.left(at);
     const QString source = at < 0 ? QString() : kept.mid(at);
-    const int shared = qMax(0, room - metrics.horizontalAdvance(sender));
-    const int restWidth = metrics.horizontalAdvance(rest);
-    const int sourceWidth = metrics.horizontalAdvance(source);
+    if (metrics.horizontalAdvance(rest + kept) < room)
+        return rest + kept;
+    const int shared = qMax(0, room - metrics.horizontalAdvance(sender) - 2);
+    // Widths are rounded, and what is cut is asked for more exactly.
+    const int restWidth = metrics.horizontalAdvance(rest) + 1;
+    const int sourceWidth = source.isEmpty() ? 0 : metrics.horizontalAdvance(source) + 1;
     const int restRoom = qMin(restWidth, qMax(shared / 2, shared - sourceWidth));
     const int sourceRoom = qMin(sourceWidth, shared - restRoom);
     return metrics.elidedText(metrics.elidedText(rest, Qt::ElideMiddle, restRoom) + sender +
