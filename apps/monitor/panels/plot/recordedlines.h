@@ -25,8 +25,8 @@ class RecordedLines : public QObject
 
 public:
     /** Points that are kept of all recordings together; a line has its share, and never less than the least. */
-    static const int MostPoints = 40000000;
-    static const int LeastPoints = 2000000;
+    static constexpr int MostPoints = 40000000;
+    static constexpr int LeastPoints = 2000000;
 
     /** Both borrowed. */
     RecordedLines(Desk* desk, PlotPanel* panel);
