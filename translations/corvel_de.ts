@@ -2423,6 +2423,38 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <source>&quot;%1&quot; is no time; a time is written as 14:05:30, +1:30 or 2015-07-05 14:05:30.</source>
         <translation>„%1“ ist keine Zeit; eine Zeit wird 14:05:30, +1:30 oder 2015-07-05 14:05:30 geschrieben.</translation>
     </message>
+    <message>
+        <source>Step &amp;Back</source>
+        <translation>Schritt &amp;zurück</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+.</source>
+        <translation>Ctrl+Shift+.</translation>
+    </message>
+    <message>
+        <source>&amp;Loop</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Play from the beginning again when the end is reached</source>
+        <translation>Am Ende wieder von vorn abspielen</translation>
+    </message>
+    <message>
+        <source>%1 messages/s</source>
+        <translation>%1 Nachrichten/s</translation>
+    </message>
+    <message>
+        <source>Rate of playback</source>
+        <translation>Rate der Wiedergabe</translation>
+    </message>
+    <message>
+        <source>The recording has no times: how many of its messages are shown in a second</source>
+        <translation>Die Aufzeichnung hat keine Zeiten: wie viele ihrer Nachrichten in einer Sekunde gezeigt werden</translation>
+    </message>
+    <message>
+        <source>Go back to the message before, and stop there (%1)</source>
+        <translation>Zur Nachricht davor zurückgehen und dort anhalten (%1)</translation>
+    </message>
 </context>
 <context>
     <name>PlotBar</name>
@@ -3495,6 +3527,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>gone; the last message came %1 ago</source>
         <translation>beendet; die letzte Nachricht kam vor %1</translation>
     </message>
+    <message>
+        <source>as of %1 UTC; nothing since the jump</source>
+        <translation>Stand von %1 UTC; seit dem Sprung nichts</translation>
+    </message>
 </context>
 <context>
     <name>SimulationBanner</name>
@@ -3685,6 +3721,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>stopped</source>
         <translation>abgebrochen</translation>
     </message>
+    <message>
+        <source>%1: stepped back; counts and statistics begin there</source>
+        <translation>%1: einen Schritt zurück; Zähler und Statistik beginnen dort</translation>
+    </message>
 </context>
 <context>
     <name>StartPage</name>
@@ -3742,6 +3782,34 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Show &amp;Statistics</source>
         <translation>&amp;Statistik zeigen</translation>
+    </message>
+    <message>
+        <source>Played</source>
+        <translation>Abgespielt</translation>
+    </message>
+    <message>
+        <source>What was played since the recording was opened, or since the last jump</source>
+        <translation>Was seit dem Öffnen der Aufzeichnung oder dem letzten Sprung abgespielt wurde</translation>
+    </message>
+    <message>
+        <source>What the statistics are about</source>
+        <translation>Wovon die Statistik handelt</translation>
+    </message>
+    <message>
+        <source>Message statistics of the whole recording</source>
+        <translation>Statistik der Nachrichten der ganzen Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Looking through the recording: %1 %</source>
+        <translation>Die Aufzeichnung wird durchgesehen: %1 %</translation>
+    </message>
+    <message>
+        <source>Whole Recording (%1 %)</source>
+        <translation>Ganze Aufzeichnung (%1 %)</translation>
+    </message>
+    <message>
+        <source>Whole Recording</source>
+        <translation>Ganze Aufzeichnung</translation>
     </message>
 </context>
 <context>
@@ -3804,6 +3872,46 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source> (%1 times since byte %2)</source>
         <translation> (%1-mal seit Byte %2)</translation>
+    </message>
+</context>
+<context>
+    <name>TimeLine</name>
+    <message>
+        <source>Time line of the recording</source>
+        <translation>Zeitleiste der Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>How many messages come when, and where there are gaps, damage and events</source>
+        <translation>Wie viele Nachrichten wann kommen, und wo es Lücken, Schäden und Ereignisse gibt</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>%1 UTC   %2</source>
+        <translation>%1 UTC   %2</translation>
+    </message>
+    <message>
+        <source>%1 messages/s</source>
+        <translation>%1 Nachrichten/s</translation>
+    </message>
+    <message>
+        <source>%1: %2 /s</source>
+        <comment>type, rate</comment>
+        <translation>%1: %2 /s</translation>
+    </message>
+    <message>
+        <source>damaged: %1</source>
+        <translation>beschädigt: %1</translation>
+    </message>
+    <message>
+        <source>Looking through the recording: %1 %</source>
+        <translation>Die Aufzeichnung wird durchgesehen: %1 %</translation>
+    </message>
+    <message>
+        <source>gap of %1: %2 s</source>
+        <translation>Lücke von %1: %2 s</translation>
     </message>
 </context>
 <context>

@@ -46,6 +46,28 @@ int StreamIdentities::intern(const ReceivedMessage& message)
     return row;
 }
 
+int StreamIdentities::rowOf(const MessageInfo* info, const QString& typeName, quint32 id, const QString& senderName)
+{
+    const Names names(typeName, senderName);
+    int row = -1;
+    for (auto i = m_rowsByName.constFind(names); i != m_rowsByName.constEnd() && i.key() == names; ++i)
+        if (row < 0 || m_rows.at(i.value()).info == info)
+            row = i.value();
+    if (row >= 0)
+        return row;
+    int sender = m_sendersByName.value(senderName, -1);
+    if (sender < 0) {
+        sender = int(m_senders.size());
+        m_senders.append(Sender{senderName, 0});
+        m_sendersByName.insert(senderName, sender);
+    }
+    row = int(m_rows.size());
+    m_rows.append(Row{info, typeName, id, sender});
+    m_rowDecoders.append(0);
+    m_rowsByName.insert(names, row);
+    return row;
+}
+
 /** The row of these names that this decoder has not met under other numbers; -1 when there is none. */
 int StreamIdentities::findRow(const Names& names, const MessageInfo* info) const
 {

@@ -52,6 +52,10 @@ public:
         return row >= 0 ? row : intern(message);
     }
 
+    /** The row of a type, null for one that no format knows, of a sender, by their names: for what another decoder
+     * found. Made when there is none. */
+    int rowOf(const MessageInfo* info, const QString& typeName, quint32 id, const QString& senderName);
+
     /** Which sender the decoder calls so; -1 when no message of it came. */
     int findSender(quint32 sender) const;
 

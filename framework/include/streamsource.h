@@ -129,6 +129,9 @@ public:
      */
     void seek(qint64 time);
 
+    /** Goes back to the last message that is older than getCurrentTime(), as seek() does; at the start, to that. */
+    void stepBack();
+
     /** The times of the first and last message of a recording that is seekable; else Message::NoTime. One that goes on
      * ends later and later. */
     qint64 getStartTime() const { return m_startTime; }

@@ -4,6 +4,8 @@
 #include "message.h"
 #include "playbackclock.h"
 
+#include <limits>
+
 namespace
 {
 
@@ -18,8 +20,39 @@ const qint64 LeastWait = 1000;
 // How long a command may wait for an input from which nothing comes.
 const int IdleTimeoutMs = 200;
 
+// How far back the message before another one is looked for first, and how much farther each time after that.
+const qint64 FirstLookBack = 200 * 1000;
+const qint64 LookBackGrowth = 8;
+
 // More than any run of bytes between two reports, for decoders that tell where messages lie.
 const int LongestTail = 1024 * 1024;
+
+/** Notes the time of the last message before a time. */
+class TimeFinder : public StreamSink
+{
+public:
+    explicit TimeFinder(qint64 before)
+        : m_before(before)
+    {
+    }
+
+    void processReceived(const ReceivedMessage& message) override
+    {
+        if (message.time == Message::NoTime || isOver)
+            return;
+        if (message.time >= m_before)
+            isOver = true;
+        else
+            found = message.time;
+    }
+    void processProblem(const StreamProblem&) override {}
+
+    qint64 found = Message::NoTime;
+    bool isOver = false;
+
+private:
+    const qint64 m_before;
+};
 
 } // namespace
 
@@ -42,6 +75,7 @@ StreamReader::StreamReader(ByteInput* input, StreamDecoder* decoder)
     , m_paused(false)
     , m_playbackChanged(false)
     , m_steps(0)
+    , m_seeksBefore(false)
     , m_announced(false)
 {
 }
@@ -89,8 +123,19 @@ void StreamReader::step()
 
 void StreamReader::seek(qint64 time)
 {
+    seek(time, false);
+}
+
+void StreamReader::seekBefore(qint64 time)
+{
+    seek(time, true);
+}
+
+void StreamReader::seek(qint64 time, bool before)
+{
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_seekTime = time;
+    m_seeksBefore = before;
     m_interrupted = true;
     for (const std::unique_ptr<StreamBatch>& batch : m_queue)
         batch->dropContents();
@@ -281,10 +326,13 @@ bool StreamReader::waitAtEnd()
 bool StreamReader::followCommands()
 {
     std::optional<qint64> time;
+    bool isBefore = false;
     std::shared_ptr<StreamDecoder> decoder;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         time.swap(m_seekTime);
+        isBefore = m_seeksBefore;
+        m_seeksBefore = false;
         decoder.swap(m_nextDecoder);
         m_interrupted = false;
         if (time && m_paused)
@@ -292,7 +340,35 @@ bool StreamReader::followCommands()
     }
     if (decoder)
         changeDecoder(std::move(decoder));
+    if (time && isBefore && m_index)
+        *time = findTimeBefore(*time);
     return !time || goTo(*time);
+}
+
+/** The time of the last message before @p time, or the start. */
+qint64 StreamReader::findTimeBefore(qint64 time)
+{
+    const qint64 start = m_index->getStartTime();
+    QByteArray bytes;
+    const qint64 whole = std::numeric_limits<qint64>::max();
+    for (qint64 back = FirstLookBack; !m_cancelled;
+         back = back > whole / LookBackGrowth ? whole : back * LookBackGrowth) {
+        const qint64 from = time - start > back ? time - back : start;
+        const quint64 offset = m_index->findOffset(from);
+        if (!m_input->seek(static_cast<qint64>(offset)))
+            break; // which goTo() tells
+        m_decoder->restart(offset);
+        TimeFinder finder(time);
+        while (!finder.isOver && !m_cancelled && m_input->read(&bytes, IdleTimeoutMs) == ByteInput::Data)
+            m_decoder->feed(bytes.constData(), static_cast<int>(bytes.size()), Message::NoTime, &finder);
+        if (!finder.isOver)
+            m_decoder->finish(&finder);
+        if (finder.found != Message::NoTime)
+            return finder.found;
+        if (from == start)
+            break;
+    }
+    return start;
 }
 
 bool StreamReader::goTo(qint64 time)

@@ -40,6 +40,8 @@ public:
     void step();
     /** Goes on at @p time of the recording; what is queued is dropped. */
     void seek(qint64 time);
+    /** Goes on at the last message before @p time; what is queued is dropped. */
+    void seekBefore(qint64 time);
     /** Decodes from the first byte on that is in no message yet with @p decoder, which is taken over. */
     void setDecoder(StreamDecoder* decoder);
 
@@ -72,12 +74,14 @@ private:
     void processReceived(const ReceivedMessage& message) override;
     void processProblem(const StreamProblem& problem) override;
 
+    void seek(qint64 time, bool before);
     bool openStream();
     void announceFacts(bool recognized);
     bool readUntilEnd();
     bool waitAtEnd();
     bool followCommands();
     bool goTo(qint64 time);
+    qint64 findTimeBefore(qint64 time);
     void changeDecoder(std::shared_ptr<StreamDecoder> decoder);
     void feed(const QByteArray& bytes, qint64 arrivalTime);
     void passNoticesOn();
@@ -122,6 +126,7 @@ private:
     StreamSource::Playback m_playback;
     int m_steps;
     std::optional<qint64> m_seekTime;
+    bool m_seeksBefore; // m_seekTime is that of a message behind the one that is meant
     std::shared_ptr<StreamDecoder> m_nextDecoder;
     std::deque<std::unique_ptr<StreamBatch>> m_queue;
     std::vector<std::unique_ptr<StreamBatch>> m_spare;

@@ -167,6 +167,14 @@ void StreamSource::seek(qint64 time)
     m_work->dropRest();
 }
 
+void StreamSource::stepBack()
+{
+    if (!m_seekable || m_stopped || m_currentTime == Message::NoTime)
+        return;
+    m_reader->seekBefore(m_currentTime);
+    m_work->dropRest();
+}
+
 void StreamSource::setDecoder(StreamDecoder* decoder)
 {
     m_reader->setDecoder(decoder);

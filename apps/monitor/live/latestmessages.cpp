@@ -11,6 +11,9 @@ namespace
 const int MostUnknown = 1000;
 const int GreatestUnknown = 64 * 1024;
 
+// More than there can be rows: numbers for what is from before a place, older than everything that comes from there on.
+const quint64 MostEarlier = Q_UINT64_C(1) << 32;
+
 /** Notes the type of the one message that a decoder finds. */
 class TypeSink : public StreamSink
 {
@@ -21,10 +24,12 @@ public:
     const MessageInfo* info = nullptr;
 };
 
-quint64 nextOrder()
+// The first of @p count numbers that follow those of everything before.
+quint64 nextOrder(quint64 count = 1)
 {
     static quint64 order = 0; // GUI thread only
-    return ++order;
+    order += count;
+    return order - count + 1;
 }
 
 } // namespace
@@ -36,21 +41,17 @@ void LatestMessages::processReceived(const ReceivedMessage& message)
         if (!message.info && (m_unknown >= MostUnknown || message.size > GreatestUnknown))
             return;
         m_unknown += message.info ? 0 : 1;
-        place = int(m_entries.size());
-        while (m_places.size() <= message.row)
-            m_places.append(-1);
-        m_places[message.row] = place;
-        m_entries.append(Entry());
+        place = addPlace(message.row);
     }
     Entry& entry = m_entries[place];
-    if (entry.pending && entry.info && entry.shown != entry.order)
+    if (entry.pending && entry.info && entry.shown != entry.order && !entry.isEarlier)
         ++m_overtaken;
     if (entry.info && entry.info != message.info)
         m_replaced.insert(entry.info);
     entry.info = message.info;
     entry.id = message.id;
     entry.sender = message.sender;
-    entry.isGone = entry.isGoneTold = false;
+    entry.isGone = entry.isGoneTold = entry.isEarlier = false;
     entry.row = message.row;
     entry.data.resize(message.size);
     std::memcpy(entry.data.data(), message.data, std::size_t(message.size));
@@ -58,6 +59,27 @@ void LatestMessages::processReceived(const ReceivedMessage& message)
     entry.sequence = message.sequence;
     entry.order = nextOrder();
     entry.pending = true;
+    m_pending = true;
+}
+
+int LatestMessages::addPlace(int row)
+{
+    while (m_places.size() <= row)
+        m_places.append(-1);
+    m_places[row] = int(m_entries.size());
+    m_entries.append(Entry());
+    return m_places.at(row);
+}
+
+void LatestMessages::addEarlier(const Entry& entry)
+{
+    if (has(entry.row) || !entry.info)
+        return;
+    Entry& kept = m_entries[addPlace(entry.row)];
+    kept = entry;
+    kept.order = ++m_earlierOrder;
+    kept.isEarlier = true;
+    kept.pending = true;
     m_pending = true;
 }
 
@@ -112,4 +134,5 @@ void LatestMessages::clear()
     m_places.clear();
     m_unknown = 0;
     m_pending = false;
+    m_earlierOrder = nextOrder(MostEarlier);
 }

@@ -31,10 +31,17 @@ public:
         quint32 sender = 0;   // the decoder's number
         bool isGone = false;  // its sender said, or its server, that it is there no more
         bool isGoneTold = false;
+        bool isEarlier = false; // from before the place to which a recording was taken
     };
 
     void processReceived(const ReceivedMessage& message) override;
     void processProblem(const StreamProblem& problem) override;
+
+    /** Keeps what was before everything that was received; not where something was, which is newer. In the order of
+     * their times. */
+    void addEarlier(const Entry& entry);
+    /** Whether something is kept of a row. */
+    bool has(int row) const { return m_places.value(row, -1) >= 0; }
 
     QVector<Entry>& getEntries() { return m_entries; }
     const QVector<Entry>& getEntries() const { return m_entries; }
@@ -62,12 +69,15 @@ public:
     void clear();
 
 private:
+    int addPlace(int row);
+
     QVector<Entry> m_entries;
     QVector<int> m_places; // of entries, by row; -1 where there is none
     QSet<const MessageInfo*> m_replaced;
     int m_unknown = 0;
     bool m_pending = false;
     quint64 m_overtaken = 0;
+    quint64 m_earlierOrder = 0; // of what is from before
 };
 
 #endif

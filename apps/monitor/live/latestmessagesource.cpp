@@ -272,5 +272,8 @@ void LatestMessageSource::emitOne(const Pending& pending)
     entry.shown = entry.order;
     m_shown.insert({message->getInfo(), message->getSender()}, message);
     m_shown.insert({message->getInfo(), QString()}, message);
+    const bool isEarlier = entry.isEarlier; // a listener may change what is kept
     Q_EMIT newMessage(message.get());
+    if (isEarlier)
+        Q_EMIT earlierShown(message->getInfo(), message->getSender());
 }

@@ -75,6 +75,8 @@ Q_SIGNALS:
     void forgotten(const MessageInfo* info);
     /** Nothing more comes of a type from a sender, as it said itself; told behind what came before. */
     void senderGone(const MessageInfo* info, const QString& sender);
+    /** What was just handed on of a type from a sender is from before the place to which a recording was taken. */
+    void earlierShown(const MessageInfo* info, const QString& sender);
     /** Messages of another sender are handed on now, or of all; told before the first of them. */
     void senderChanged();
 

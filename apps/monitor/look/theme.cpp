@@ -69,8 +69,8 @@ public:
     QIcon standardIcon(StandardPixmap kind, const QStyleOption* option, const QWidget* widget) const override
     {
         const QIcon icon = QProxyStyle::standardIcon(kind, option, widget);
-        const bool isBlack =
-            kind == SP_MediaPlay || kind == SP_MediaPause || kind == SP_MediaStop || kind == SP_MediaSkipForward;
+        const bool isBlack = kind == SP_MediaPlay || kind == SP_MediaPause || kind == SP_MediaStop ||
+                             kind == SP_MediaSkipForward || kind == SP_MediaSkipBackward || kind == SP_BrowserReload;
         return isBlack ? inColour(icon, QApplication::palette().color(QPalette::ButtonText)) : icon;
     }
 

@@ -27,6 +27,8 @@ void Desk::addSession(SourceSession* session)
     connect(session, &SourceSession::recordingFailed, this, &Desk::failed);
     connect(session, &SourceSession::problem, this, &Desk::problem);
     connect(session, &SourceSession::recovered, this, &Desk::recovered);
+    connect(session, &SourceSession::overviewGrown, this, [this, session]() { Q_EMIT overviewGrown(session); });
+    connect(session, &SourceSession::overviewEnded, this, [this, session]() { Q_EMIT overviewEnded(session); });
     // A sender that was chosen stays so when its name tells its source, or tells it no longer.
     connect(session, &SourceSession::senderRenamed, this, [this](const QString& before, const QString& now) {
         m_latest.renameSender(before, now);
@@ -62,6 +64,11 @@ void Desk::chooseTypes(const QVector<Subject>& types)
     Q_EMIT chosenTypesChanged();
 }
 
+RecordingOverview* Desk::getOverview(const SourceSession* session)
+{
+    return session ? session->getOverview() : nullptr;
+}
+
 SourceSession* Desk::findRecording(qint64 time)
 {
     QVector<SourceSession*> candidates(1, getChosenSource());
@@ -78,10 +85,12 @@ SourceSession* Desk::findRecording(qint64 time)
 void Desk::jumpTo(qint64 time)
 {
     SourceSession* const session = time == Message::NoTime ? nullptr : findRecording(time);
-    if (session)
+    if (session) {
+        session->getSource()->setPaused(true); // who wants to see a place would not see it pass by
         session->getSource()->seek(time);
-    else
+    } else {
         Q_EMIT said(tr("No recording that is open has this time."), SaidMilliseconds);
+    }
 }
 
 void Desk::setPaused(bool paused)

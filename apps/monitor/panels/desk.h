@@ -76,7 +76,12 @@ public:
     const QVector<Subject>& getChosenTypes() const { return m_chosenTypes; }
     void chooseTypes(const QVector<Subject>& types);
 
-    /** Goes to @p time, microseconds since 1970, in the recording that has it: the chosen one first. */
+    /** What there is in all of a recording that is open; null for a live source, for null, and while it is not there.
+     */
+    static RecordingOverview* getOverview(const SourceSession* session);
+
+    /** Goes to @p time, microseconds since 1970, in the recording that has it, the chosen one first, and pauses there.
+     */
     void jumpTo(qint64 time);
 
     /** Lets all views stand still, or catch up; what arrives is counted and recorded all the same. */
@@ -103,6 +108,10 @@ Q_SIGNALS:
     /** Another source was chosen, or another one is the first. */
     void chosenSourceChanged();
     void chosenTypesChanged();
+    /** There is another getOverview() of @p session, or more in it. */
+    void overviewGrown(SourceSession* session);
+    /** The overview of @p session is complete: it has statistics and events. */
+    void overviewEnded(SourceSession* session);
     /** A sender is called otherwise now. */
     void senderRenamed(const QString& before, const QString& now);
     void pausedChanged(bool paused);

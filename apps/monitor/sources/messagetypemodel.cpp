@@ -82,7 +82,7 @@ void MessageTypeModel::appendRows(Session* session, QVector<Subject>* fresh)
     session->shown.resize(identities.size());
     QVector<Row> rows;
     for (int i = 0; i < identities.size(); ++i) {
-        if (session->shown.at(i) || session->session->getCounters().getCount(i) == 0)
+        if (session->shown.at(i) || !session->session->hasMessage(i))
             continue;
         session->shown[i] = true;
         const MessageInfo* const info = identities.at(i).info;

@@ -55,10 +55,10 @@ void SourceSession::open(const QString& name, SourceParts parts, const StreamSou
     m_live = parts.isLive;
     m_datagram = parts.isDatagram;
     m_playback = playback;
-    start(std::move(parts));
+    start(std::move(parts), false);
 }
 
-void SourceSession::start(SourceParts parts)
+void SourceSession::start(SourceParts parts, bool paused)
 {
     m_retryTimer.stop();
     std::unique_ptr<StreamSource> source(new StreamSource(parts.input.release(), parts.opener.release()));
@@ -82,6 +82,10 @@ void SourceSession::start(SourceParts parts)
     m_source = std::move(source);
     m_lastArrival = QDateTime();
     m_sinceRate.start();
+    if (paused) {
+        m_source->setPaused(true);
+        m_source->step();
+    }
     m_source->start();
 }
 
@@ -153,19 +157,77 @@ void SourceSession::processDecoderChange()
                                         tr("%1: other definitions (%2); what came before was counted without them")
                                             .arg(m_name, m_source->getDecoder()->getFormats().constFirst()->getName())),
                             QDateTime::currentDateTimeUtc());
+    if (m_overview)
+        startOverview();
     Q_EMIT formatChanged();
     Q_EMIT changed();
+}
+
+void SourceSession::startOverview()
+{
+    SourceParts parts;
+    QString error;
+    m_overview.reset();
+    if (m_factory->create(m_options, &parts, &error)) { // else the stream has told
+        m_overview.reset(
+            new RecordingOverview(std::move(parts.input), std::move(parts.opener), m_factory->getDefinitions()));
+        connect(m_overview.get(), &RecordingOverview::grown, this, &SourceSession::overviewGrown);
+        connect(m_overview.get(), &RecordingOverview::ended, this, &SourceSession::overviewEnded);
+        connect(m_overview.get(), &RecordingOverview::annotationProblem, this, [this](const QString& text) {
+            StreamProblem problem;
+            problem.kind = StreamProblem::FaultyAnnotation;
+            problem.id = ++m_annotationProblems;
+            problem.text = text;
+            m_reception->processProblem(problem);
+        });
+        connect(m_overview.get(), &RecordingOverview::foundBefore, this, &SourceSession::takeEarlier);
+        m_overview->start();
+    }
+    Q_EMIT overviewGrown();
+}
+
+/** Shows what was there before the place to which the recording was taken, where nothing newer has come. */
+void SourceSession::takeEarlier(qint64 time, const QVector<EarlierMessage>& messages)
+{
+    if (time != m_soughtTime)
+        return;
+    for (const EarlierMessage& message : messages) {
+        LatestMessages::Entry entry;
+        entry.info = message.info;
+        entry.id = message.id;
+        entry.row = m_identities.rowOf(message.info, message.typeName, message.id, message.sender);
+        entry.data = message.data;
+        entry.time = message.time;
+        entry.sequence = message.sequence;
+        m_latest.addEarlier(entry);
+    }
+    m_receivers.latest->noteArrival();
 }
 
 void SourceSession::processSought(qint64 time)
 {
     m_receivers.latest->forget(&m_latest);
     m_reception->startAnew(
-        tr("%1: jumped to %2; counts and statistics begin there").arg(m_name, PlaybackTime::clockText(time)));
+        m_stepsBack
+            ? tr("%1: stepped back; counts and statistics begin there").arg(m_name)
+            : tr("%1: jumped to %2; counts and statistics begin there").arg(m_name, PlaybackTime::clockText(time)));
+    m_stepsBack = false;
+    m_soughtTime = time;
+    if (m_overview)
+        m_overview->findBefore(time);
     Q_EMIT changed();
 }
 
-void SourceSession::reconnect()
+void SourceSession::stepBack()
+{
+    if (!m_source->isSeekable())
+        return;
+    m_stepsBack = true;
+    m_source->setPaused(true);
+    m_source->stepBack();
+}
+
+void SourceSession::reconnect(bool paused)
 {
     SourceParts parts;
     QString error;
@@ -176,7 +238,7 @@ void SourceSession::reconnect()
             m_receivers.latest->forget(&m_latest);
             m_source->setCounters(ReceptionCounters());
         }
-        start(std::move(parts));
+        start(std::move(parts), paused);
         return;
     }
     m_error = error;
@@ -196,6 +258,8 @@ void SourceSession::processState(int state)
             Q_EMIT recovered();
         m_error.clear();
         setState(Receiving);
+        if (!m_overview && isPlayback() && !m_path.isEmpty() && m_source->getSize() > 0)
+            startOverview();
         break;
     case StreamSource::Finished:
         setState(Ended);

@@ -6,6 +6,7 @@
 #include "messagetap.h"
 #include "receptionmonitor.h"
 #include "recorder.h"
+#include "recordingoverview.h"
 #include "sourcefactory.h"
 #include "streamsource.h"
 
@@ -97,6 +98,8 @@ public:
      * did, or it has no times. */
     double getAge(int row) const;
     const ReceptionCounters& getCounters() const { return m_source->getCounters(); }
+    /** Whether there is a message of a row: it was counted, or is from before the place of a jump. */
+    bool hasMessage(int row) const { return getCounters().getCount(row) > 0 || m_latest.has(row); }
     /** Who sends what, over all connections and jumps; a row is never taken away. */
     const StreamIdentities& getIdentities() const { return m_identities; }
 
@@ -112,6 +115,10 @@ public:
     /** Whether it is a recording, which can be played faster, slower and not at all. */
     bool isPlayback() const;
 
+    /** What there is in all of a recording; null for what is none, and before it is known to be one. Another one takes
+     * its place when the definitions change. */
+    RecordingOverview* getOverview() const { return m_overview.get(); }
+
     /** Whether it is a recording from which nothing comes because it is paused or over. */
     bool isStandingStill() const override;
 
@@ -124,8 +131,10 @@ public:
     /** Decodes with the definitions that the factory has for it now: also what is kept of what came before. */
     void useNewDefinitions();
 
-    /** Opens the source anew now, by the user's wish. */
-    void reconnect();
+    /** Opens the source anew now, by the user's wish; a recording with @p paused waits at its first message. */
+    void reconnect(bool paused = false);
+    /** Goes back in a recording to the message before the newest one. */
+    void stepBack();
     /** How long a second of waiting, or of silence, takes in milliseconds; for tests. */
     static void setSecondOfWaiting(int milliseconds);
 
@@ -148,12 +157,18 @@ Q_SIGNALS:
     void recordingFailed(const QString& text);
     /** Something was wrong with the stream, see StreamSource::problem(). */
     void problem(const QString& text);
+    /** There is another getOverview(), or there is more in it. */
+    void overviewGrown();
+    /** getOverview() is complete. */
+    void overviewEnded();
 
 private:
-    void start(SourceParts parts);
+    void start(SourceParts parts, bool paused);
     void processState(int state);
     void processSought(qint64 time);
     void processDecoderChange();
+    void startOverview();
+    void takeEarlier(qint64 time, const QVector<EarlierMessage>& messages);
     void scheduleRetry();
     void countDown();
     void setState(State state);
@@ -166,6 +181,8 @@ private:
     bool m_live = false;
     bool m_datagram = false;
     bool m_qualified = false;
+    qint64 m_soughtTime = 0;  // where the recording was taken
+    bool m_stepsBack = false; // what is sought next
     State m_state = Opening;
     QString m_error;
     StreamSource::Playback m_playback;
@@ -176,6 +193,9 @@ private:
     StreamIdentities m_identities;
     std::unique_ptr<StreamSource> m_source;
     std::unique_ptr<ReceptionMonitor> m_reception; // follows m_source, and goes first
+
+    std::unique_ptr<RecordingOverview> m_overview;
+    quint32 m_annotationProblems = 0; // that the overview told of
 
     QTimer m_retryTimer;
     int m_retrySeconds = 0; // of the next wait

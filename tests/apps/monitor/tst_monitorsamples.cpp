@@ -75,6 +75,10 @@ void tst_monitorsamples::aFlightIsShownAsItIs()
         counted.append(QString("%1: %2, %3 gaps of %4").arg(cells.at(1), cells.at(2), cells.at(4), cells.at(5)));
     }
     QCOMPARE(sorted(counted), sorted(expected));
+    RecordingOverview* const overview = Desk::getOverview(window.getDesk()->getChosenSource());
+    EVENTUALLY(overview->isComplete());
+    QCOMPARE(sorted(QString::fromUtf8(StatisticsCsv::toCsv(*overview->getCoordinator())).split("\r\n")),
+             sorted(QString::fromUtf8(csv).split("\r\n")));
     QVERIFY(window.countedTypes().startsWith("AHRS (1:1) "));
     const QTreeWidgetItem* const bad = window.getStatistics()->topLevelItem(0);
     QCOMPARE(bad->text(0) + ' ' + bad->text(1), QString("CRC Errors 1314"));
@@ -140,7 +144,7 @@ void tst_monitorsamples::whatIsRecordedIsTheSameAgain()
         window.setViewsPaused(true);
         QSignalSpy jumps(session->getSource(), &StreamSource::sought);
         window.getDesk()->chooseSource(session);
-        window.getDesk()->jumpTo(session->getSource()->getStartTime());
+        session->getSource()->seek(session->getSource()->getStartTime());
         EVENTUALLY(jumps.size() == 1);
         QVERIFY(window.isPlayed(i));
         session->stopRecording();

@@ -3,6 +3,7 @@
 
 #include "panel.h"
 #include "streamsource.h"
+#include "timeline.h"
 
 #include <QColor>
 #include <QPointer>
@@ -12,10 +13,12 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
-class QSlider;
+class PlaceSlider;
+class MessageStatistics;
 class SourceSession;
 
-/** Plays the recording that is chosen: play and pause, a step, its speed, and a slider with the clock. */
+/** Plays the recording that is chosen: play and pause, steps, its speed, and a slider with the clock and a time line.
+ */
 class PlaybackBar : public QToolBar, public Panel
 {
     Q_OBJECT
@@ -32,9 +35,14 @@ private:
     void createControls();
     void followChoice();
     void jumpTo(qint64 time);
-    QList<QAction*> getActions() const { return {m_play, m_step, m_go}; }
+    QList<QAction*> getActions() const { return {m_back, m_play, m_step, m_loop, m_go}; }
     void togglePlay();
     void step();
+    void stepBack();
+    void playOnFromStart();
+    void showOverview();
+    static void addGaps(const MessageStatistics* statistics, const QString& name, TimeLine::Contents* contents);
+    void applyRate();
     void goToTyped();
     void applySpeed();
     void showSpeed();
@@ -45,11 +53,17 @@ private:
     Desk* m_desk;
     QPointer<SourceSession> m_session; // a live one, or none, hides the bar
     QAction* m_play;
+    QAction* m_back;
     QAction* m_step;
+    QAction* m_loop;
     QAction* m_go;
     QAction* m_stop;
     QComboBox* m_speed;
-    QSlider* m_slider;
+    QComboBox* m_rate; // of a recording without times
+    QAction* m_rateAction;
+    QAction* m_speedAction;
+    PlaceSlider* m_slider;
+    TimeLine* m_timeLine;
     QProgressBar* m_progress;
     QAction* m_progressAction;
     QAction* m_sliderAction;

@@ -6,16 +6,29 @@
 #include "emptyhint.h"
 #include "messagestatisticswidget.h"
 #include "namecolumn.h"
+#include "recordingoverview.h"
 #include "statisticscsv.h"
+#include "theme.h"
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QLabel>
 #include <QMenu>
 #include <QSettings>
 #include <QShortcut>
+#include <QSignalBlocker>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <QVBoxLayout>
 
 static const int LeastPause = 100; // between two updates, as a multiple of what one takes
 static const int NamePercent = 50;
+
+enum Tab
+{
+    WholeTab,
+    PlayedTab
+};
 
 namespace
 {
@@ -43,41 +56,118 @@ protected:
 
 StatisticsPanel::StatisticsPanel(Desk* desk)
     : m_desk(desk)
-    , m_widget(new MessageStatisticsWidget(desk->getCoordinator(), nullptr))
+    , m_page(new QWidget)
+    , m_tabs(new QTabBar)
+    , m_stack(new QStackedWidget)
+    , m_widget(createWidget(desk->getCoordinator()))
+    , m_progress(new QLabel)
 {
     m_widget->setAccessibleName(tr("Message statistics"));
-    m_widget->setUniformRowHeights(true); // or each change of a thousand rows would look for its place
-    m_widget->header()->setStretchLastSection(false);
-    new NameColumn(m_widget.get(), NamePercent);
-    m_widget->header()->resizeSection(1, m_widget->fontMetrics().horizontalAdvance(QLatin1String(" 0000000 ")));
-    m_widget->resizeColumnToContents(2);
-    m_widget->headerItem()->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
-    m_widget->setItemDelegate(new StatisticsCells(m_widget.get()));
     m_widget->installEventFilter(this);
-    new EmptyHint(m_widget.get(),
-                  tr("How often and how regularly messages come is told here once some were received."));
+    m_tabs->addTab(QString());
+    m_tabs->addTab(tr("Played"));
+    m_tabs->setTabToolTip(PlayedTab, tr("What was played since the recording was opened, or since the last jump"));
+    m_tabs->setDrawBase(false);
+    m_tabs->setExpanding(false);
+    m_tabs->setAccessibleName(tr("What the statistics are about"));
+    m_progress->setAlignment(Qt::AlignCenter);
+    m_progress->setWordWrap(true);
+    Theme::makeHint(m_progress);
+    m_stack->addWidget(m_widget);
+    m_stack->addWidget(m_progress);
+    QVBoxLayout* const layout = new QVBoxLayout(m_page.get());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_tabs);
+    layout->addWidget(m_stack);
+    m_page->setFocusProxy(m_widget);
+    connect(m_tabs, &QTabBar::tabBarClicked, this, &StatisticsPanel::choose);
+    connect(m_tabs, &QTabBar::currentChanged, this, &StatisticsPanel::choose);
 
-    connect(m_widget.get(), &QTreeWidget::itemDoubleClicked, this, &StatisticsPanel::jumpToGap);
-    QShortcut* const enter = new QShortcut(Qt::Key_Return, m_widget.get(), nullptr, nullptr, Qt::WidgetShortcut);
-    connect(enter, &QShortcut::activated, this, [this]() { jumpToGap(m_widget->currentItem()); });
     desk->offerTypeUse(
         {[](const Subject&) { return tr("Show &Statistics"); }, [this](const Subject& subject) { reveal(subject); }});
     // Before new statistics can be taken for those that are gone.
     connect(desk->getSources(), &SourceModel::sessionRemoved, this, [this]() { m_widget->updateTree(); });
+    connect(desk, &Desk::chosenSourceChanged, this, &StatisticsPanel::followOverview);
+    connect(desk, &Desk::overviewGrown, this, &StatisticsPanel::followOverview);
+    connect(desk, &Desk::overviewEnded, this, &StatisticsPanel::followOverview);
+    connect(desk->getSources(), &SourceModel::sessionRemoved, this, &StatisticsPanel::followOverview);
+    followOverview();
 }
 
 StatisticsPanel::~StatisticsPanel() = default;
 
+MessageStatisticsWidget* StatisticsPanel::createWidget(MessageStatisticsCoordinator* coordinator)
+{
+    MessageStatisticsWidget* const widget = new MessageStatisticsWidget(coordinator, nullptr);
+    widget->setUniformRowHeights(true); // or each change of a thousand rows would look for its place
+    widget->header()->setStretchLastSection(false);
+    new NameColumn(widget, NamePercent);
+    widget->header()->resizeSection(1, widget->fontMetrics().horizontalAdvance(QLatin1String(" 0000000 ")));
+    widget->resizeColumnToContents(2);
+    widget->headerItem()->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
+    widget->setItemDelegate(new StatisticsCells(widget));
+    new EmptyHint(widget, tr("How often and how regularly messages come is told here once some were received."));
+    connect(widget, &QTreeWidget::itemDoubleClicked, this, &StatisticsPanel::jumpToGap);
+    QShortcut* const enter = new QShortcut(Qt::Key_Return, widget, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(enter, &QShortcut::activated, this, [this, widget]() { jumpToGap(widget->currentItem()); });
+    return widget;
+}
+
 QWidget* StatisticsPanel::getWidget()
 {
-    return m_widget.get();
+    return m_page.get();
+}
+
+void StatisticsPanel::setWhole(bool whole)
+{
+    m_wantsWhole = whole;
+    followOverview();
+}
+
+void StatisticsPanel::choose(int tab)
+{
+    if (tab >= 0 && m_wantsWhole != (tab == WholeTab))
+        setWhole(tab == WholeTab);
+}
+
+/** Shows the overview of the chosen source as far as there is one. */
+void StatisticsPanel::followOverview()
+{
+    RecordingOverview* const overview = m_desk->getOverview(m_desk->getChosenSource());
+    const bool isComplete = overview && overview->isComplete();
+    if (m_whole && (!isComplete || m_overview != overview)) {
+        delete m_whole;
+        m_whole = nullptr;
+    }
+    if (isComplete && !m_whole) {
+        m_overview = overview;
+        m_whole = createWidget(overview->getCoordinator());
+        m_whole->setAccessibleName(tr("Message statistics of the whole recording"));
+        m_whole->header()->restoreState(m_widget->header()->saveState());
+        m_whole->updateTree(); // once: nothing more comes
+        m_stack->addWidget(m_whole);
+    }
+    if (overview && !isComplete)
+        m_progress->setText(tr("Looking through the recording: %1 %").arg(overview->getPercent()));
+    const QSignalBlocker blocker(m_tabs);
+    m_tabs->setVisible(overview);
+    m_tabs->setTabText(WholeTab, overview && !isComplete ? tr("Whole Recording (%1 %)").arg(overview->getPercent())
+                                                         : tr("Whole Recording"));
+    m_tabs->setCurrentIndex(m_wantsWhole ? WholeTab : PlayedTab);
+    QWidget* shown = m_widget;
+    if (overview && m_wantsWhole)
+        shown = m_whole ? static_cast<QWidget*>(m_whole) : m_progress;
+    m_stack->setCurrentWidget(shown);
+    m_page->setFocusProxy(shown);
 }
 
 void StatisticsPanel::addActionsTo(const PanelMenus& menus)
 {
     menus.file->addAction(tr("Save S&tatistics as CSV..."), this, [this]() {
-        CsvFile::save(m_widget.get(), m_desk, tr("Save Statistics"), QLatin1String("statistics.csv"),
-                      StatisticsCsv::toCsv(*m_desk->getCoordinator()));
+        const bool isWhole = m_whole && m_wantsWhole;
+        CsvFile::save(m_page.get(), m_desk, tr("Save Statistics"), QLatin1String("statistics.csv"),
+                      StatisticsCsv::toCsv(isWhole ? *m_overview->getCoordinator() : *m_desk->getCoordinator()));
     });
 }
 
@@ -85,6 +175,7 @@ void StatisticsPanel::saveSettings(QSettings& settings)
 {
     settings.beginGroup(QLatin1String("statistics"));
     m_widget->writeSettings(settings);
+    settings.setValue(QLatin1String("whole"), m_wantsWhole);
     settings.endGroup();
 }
 
@@ -92,6 +183,7 @@ void StatisticsPanel::restoreSettings(QSettings& settings)
 {
     settings.beginGroup(QLatin1String("statistics"));
     m_widget->readSettings(settings);
+    setWhole(settings.value(QLatin1String("whole"), true).toBool());
     settings.endGroup();
 }
 
@@ -132,20 +224,35 @@ static QTreeWidgetItem* findRow(QTreeWidgetItem* item, const MessageStatistics* 
 void StatisticsPanel::reveal(const Subject& subject)
 {
     update();
-    const MessageStatistics* const statistics = m_desk->getTypes()->findStatistics(subject);
-    QTreeWidgetItem* const row = statistics ? findRow(m_widget->invisibleRootItem(), statistics) : nullptr;
+    const SourceSession* const session = m_desk->getChosenSource();
+    const MessageStatistics* statistics = nullptr;
+    if (m_whole && m_wantsWhole)
+        for (int i = 0; i < m_overview->getRows().size() && !statistics; ++i)
+            if (subject.covers(m_overview->getRows().at(i).info,
+                               session->qualifiedName(m_overview->getRows().at(i).sender)))
+                statistics = m_overview->getStatistics(i);
+    MessageStatisticsWidget* const widget = statistics ? m_whole : m_widget;
+    if (!statistics) {
+        statistics = m_desk->getTypes()->findStatistics(subject);
+        setWhole(m_wantsWhole && !statistics); // it is of another source
+    }
+    QTreeWidgetItem* const row = statistics ? findRow(widget->invisibleRootItem(), statistics) : nullptr;
     if (!row)
         return;
-    Q_EMIT m_desk->wanted(m_widget.get());
-    m_widget->setCurrentItem(row);
+    Q_EMIT m_desk->wanted(m_page.get());
+    widget->setCurrentItem(row);
     row->setExpanded(true);
-    m_widget->scrollToItem(row, QAbstractItemView::PositionAtTop);
+    widget->scrollToItem(row, QAbstractItemView::PositionAtTop);
 }
 
 void StatisticsPanel::jumpToGap(QTreeWidgetItem* item)
 {
+    const MessageStatistics::Gap* found = nullptr;
     for (QTreeWidgetItem* parent = item; parent; parent = parent->parent())
         if (const auto* const row = dynamic_cast<MessageStatisticsTreeWidgetItem*>(parent))
             if (const MessageStatistics::Gap* const gap = row->getGap(item))
-                m_desk->jumpTo(qint64(gap->start));
+                found = gap;
+    if (!found)
+        return;
+    m_desk->jumpTo(qint64(found->start));
 }

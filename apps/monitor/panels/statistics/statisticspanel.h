@@ -5,14 +5,24 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QPointer>
 
 #include <memory>
 
+class MessageStatisticsCoordinator;
 class MessageStatisticsWidget;
+class QLabel;
+class QStackedWidget;
+class QTabBar;
 class QTreeWidgetItem;
+class RecordingOverview;
 struct Subject;
 
-/** How often and how regularly messages come: double-click goes to a gap. */
+/**
+ * How often and how regularly messages come: double-click goes to a gap.
+ *
+ * Of what is received, and, where a recording is chosen, of the whole of it, too, which a jump leaves as it is.
+ */
 class StatisticsPanel : public QObject, public Panel
 {
     Q_OBJECT
@@ -21,7 +31,12 @@ public:
     explicit StatisticsPanel(Desk* desk);
     ~StatisticsPanel() override;
 
-    MessageStatisticsWidget* getStatistics() const { return m_widget.get(); }
+    /** Of what was received. */
+    MessageStatisticsWidget* getStatistics() const { return m_widget; }
+    /** Of the whole of the recording that is chosen; null for a live source, and while it is looked through. */
+    MessageStatisticsWidget* getWholeStatistics() const { return m_whole; }
+    /** Shows the whole of a recording, where there is one, or what was received. */
+    void setWhole(bool whole);
 
     QWidget* getWidget() override;
     void addActionsTo(const PanelMenus& menus) override;
@@ -34,11 +49,21 @@ protected:
 
 private:
     void reveal(const Subject& subject);
+    MessageStatisticsWidget* createWidget(MessageStatisticsCoordinator* coordinator);
     void jumpToGap(QTreeWidgetItem* item);
     void update();
+    void followOverview();
+    void choose(int tab);
 
     Desk* m_desk;
-    std::unique_ptr<MessageStatisticsWidget> m_widget;
+    std::unique_ptr<QWidget> m_page;
+    QTabBar* m_tabs;
+    QStackedWidget* m_stack;
+    MessageStatisticsWidget* m_widget;
+    MessageStatisticsWidget* m_whole = nullptr;
+    QPointer<RecordingOverview> m_overview; // that m_whole shows
+    QLabel* m_progress;
+    bool m_wantsWhole = true;
     QElapsedTimer m_sinceUpdate;
     qint64 m_updateTime = 0; // nanoseconds that the last one took
 };

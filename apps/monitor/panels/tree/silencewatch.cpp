@@ -30,6 +30,7 @@ SilenceWatch::SilenceWatch(MessageTreeWidget* tree, const TreeRows* rows, Latest
     m_clock = [elapsed]() { return elapsed.elapsed(); };
     connect(latest, SIGNAL(newMessage(const Message*)), this, SLOT(processMessage(const Message*)));
     connect(latest, &LatestMessageSource::senderGone, this, &SilenceWatch::processGone);
+    connect(latest, &LatestMessageSource::earlierShown, this, &SilenceWatch::processEarlier);
     // Rows that are made anew are as black as any.
     connect(rows, &TreeRows::rearranged, this, [this]() { m_silent.clear(); });
     connect(&m_timer, &QTimer::timeout, this, &SilenceWatch::check);
@@ -87,6 +88,7 @@ void SilenceWatch::noteArrival(const Subject& subject, const Message* message)
     type.time = message->getTime();
     type.interrupted = false;
     type.isGone = false;
+    type.isEarlier = false;
     if (wasSilent)
         speak(subject);
     if (!m_silent.isEmpty() && !subject.sender.isEmpty() && m_silent.contains({nullptr, subject.sender}))
@@ -105,6 +107,29 @@ void SilenceWatch::processGone(const MessageInfo* info, const QString& sender)
         isAnyThere = isAnyThere || (type.key().info == info && !type.key().sender.isEmpty() && !type->isGone);
     m_types[{info, QString()}].isGone = !isAnyThere;
     check();
+}
+
+void SilenceWatch::processEarlier(const MessageInfo* info, const QString& sender)
+{
+    m_types[{info, sender}].isEarlier = true;
+    bool isAnyNew = false;
+    for (auto type = m_types.constBegin(); type != m_types.constEnd(); ++type)
+        isAnyNew = isAnyNew || (type.key().info == info && !type.key().sender.isEmpty() && !type->isEarlier);
+    m_types[{info, QString()}].isEarlier = !isAnyNew;
+    showSilent({info, sender});
+    if (!isAnyNew)
+        showSilent({info, QString()});
+}
+
+/** Greys a row, if there is one. */
+void SilenceWatch::showSilent(const Subject& subject)
+{
+    SubjectRow* const row = m_rows->find(subject);
+    if (!row)
+        return;
+    m_silent.insert(subject);
+    grey(row, true);
+    say(row, describe(subject));
 }
 
 /** Something came of what was silent. */
@@ -161,12 +186,12 @@ qint64 SilenceWatch::expectedInterval(const Type& type) const
 
 bool SilenceWatch::canBeTold(const Type& type) const
 {
-    return type.isGone || type.intervals.size() >= IntervalsNeeded;
+    return type.isGone || type.isEarlier || type.intervals.size() >= IntervalsNeeded;
 }
 
 bool SilenceWatch::isOverdue(const Type& type, qint64 now) const
 {
-    if (type.isGone)
+    if (type.isGone || type.isEarlier)
         return true;
     return canBeTold(type) && now - type.lastArrival > qMax<qint64>(LeastSilence, m_intervals * expectedInterval(type));
 }
@@ -191,18 +216,18 @@ bool SilenceWatch::isOverdue(const SenderRow* row, qint64 now, Type* last) const
 void SilenceWatch::check()
 {
     followStillness();
-    if (m_wasStill || m_intervals <= 0)
+    if (m_intervals <= 0)
         return;
     const qint64 now = m_clock();
     for (auto row = m_rows->getRows().constBegin(); row != m_rows->getRows().constEnd(); ++row) {
         const auto found = m_types.constFind(row.key());
-        if (!*row || found == m_types.constEnd() || !isOverdue(*found, now))
+        if (!*row || found == m_types.constEnd() || !isOverdue(*found, now) || (m_wasStill && !found->isEarlier))
             continue;
         // Also rows that were silent before: there may be new rows below them, and time goes on.
-        m_silent.insert(row.key());
-        grey(*row, true);
-        say(*row, describe(row.key()));
+        showSilent(row.key());
     }
+    if (m_wasStill)
+        return;
     for (SenderRow* const row : m_rows->getSenderRows()) {
         Type last;
         if (!isOverdue(row, now, &last))
@@ -239,6 +264,9 @@ QString SilenceWatch::describe(const Type& type) const
 {
     const qint64 seconds = (m_clock() - type.lastArrival) / 1000;
     const QString length = seconds < 120 ? tr("%1 s").arg(seconds) : tr("%1 min").arg(seconds / 60);
+    if (type.isEarlier)
+        return tr("as of %1 UTC; nothing since the jump")
+            .arg(QDateTime::fromMSecsSinceEpoch(type.time / 1000, Qt::UTC).toString(QLatin1String("HH:mm:ss.zzz")));
     if (type.isGone)
         return tr("gone; the last message came %1 ago").arg(length);
     if (type.time == Message::NoTime)

@@ -25,7 +25,7 @@ class TreeRows;
  * A type is silent when nothing came for five of its intervals, at least two seconds. Its interval is what its last
  * ones were, without the longest of them; types of which too little came to tell are never silent. A sender is silent
  * when all of its types are that can be told. What one sender does says nothing about another. Who says that it is gone
- * is silent at once.
+ * is silent at once, and so is what is from before the place to which a recording was taken.
  */
 class SilenceWatch : public QObject
 {
@@ -62,6 +62,7 @@ public:
 private Q_SLOTS:
     void processMessage(const Message* message);
     void processGone(const MessageInfo* info, const QString& sender);
+    void processEarlier(const MessageInfo* info, const QString& sender);
 
 private:
     struct Type
@@ -71,6 +72,7 @@ private:
         QVector<qint64> intervals; // the last ones, oldest first
         bool interrupted = false;  // nothing was shown since then
         bool isGone = false;       // it said so itself
+        bool isEarlier = false;    // from before the place of a jump
     };
 
     void noteArrival(const Subject& subject, const Message* message);
@@ -83,6 +85,7 @@ private:
     void greyCells(QTreeWidgetItem* item, bool silent);
     void grey(QTreeWidgetItem* item, bool silent);
     void speak(const Subject& subject);
+    void showSilent(const Subject& subject);
 
     void followStillness();
 

@@ -1,0 +1,221 @@
+#include "recordingpass.h"
+
+#include "message.h"
+#include "messagestatistics.h"
+#include "recordingindex.h"
+
+static const int ReadTimeoutMs = 100;
+static const int FiguresMs = 250;
+static const quint64 MostLead = 16; // bytes before a message that belong to it, and not to a record of their own
+static const quint64 MessagesBetweenLooks = 4096; // at the time of day
+static const qint64 LeastLeap = Q_INT64_C(3600) * 1000 * 1000;
+
+// What is folded in the log by time is folded by that of the recording, in which storms and silences are what they
+// were.
+void RecordingPass::StreamClock::follow(qint64 time)
+{
+    if (hasLast && time > last && time - last < LeastLeap)
+        passed += time - last;
+    last = time;
+    hasLast = true;
+}
+
+RecordingPass::RecordingPass(std::unique_ptr<ByteInput> input, std::unique_ptr<StreamOpener> opener,
+                             const std::function<void()>& tell)
+    : m_tell(tell)
+    , m_opener(std::move(opener))
+    , m_cancelled(false)
+    , m_isOver(false)
+    , m_position(0)
+    , m_monitor(&m_coordinator, &m_log)
+    , m_clock(new StreamClock)
+    , m_time(Message::NoTime)
+    , m_input(std::move(input))
+{
+    m_monitor.setClock(m_clock);
+}
+
+RecordingPass::~RecordingPass()
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_cancelled = true;
+        if (m_input)
+            m_input->cancel();
+        m_wake.notify_all();
+    }
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+void RecordingPass::start()
+{
+    m_thread = std::thread([this] { run(); });
+}
+
+bool RecordingPass::takeFigures(OverviewFigures* figures)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (!m_figures)
+        return false;
+    *figures = std::move(*m_figures);
+    m_figures.reset();
+    return true;
+}
+
+void RecordingPass::run()
+{
+    if (open()) {
+        m_monitor.begin(m_stream.decoder.get());
+        m_sinceFigures.start();
+        std::thread counting([this] { m_relay.passTo(this); });
+        decode();
+        m_relay.end();
+        counting.join();
+        m_monitor.finish();
+    }
+    if (m_cancelled)
+        return;
+    showFigures();
+    m_isOver = true;
+    m_tell();
+    qint64 wish = 0;
+    while (m_error.isEmpty() && waitForWish(&wish))
+        search(wish);
+}
+
+bool RecordingPass::open()
+{
+    const auto goOn = [this] { return !m_cancelled; };
+    if (!m_input->open()) {
+        m_error = m_input->getErrorString();
+        return false;
+    }
+    if (m_opener->run(m_input.get(), goOn, nullptr) != StreamOpener::Opened) {
+        m_error = m_opener->getErrorString();
+        return false;
+    }
+    m_stream = m_opener->takeStream();
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_input = m_opener->takeInput(std::move(m_input));
+    }
+    m_error = m_opener->getErrorString();
+    if (!m_error.isEmpty())
+        return false;
+    m_size = m_input->getSize();
+    if (!m_stream.index)
+        return true;
+    if (!m_stream.index->prepare([this](int) { return !m_cancelled; }))
+        return false;
+    const qint64 start = m_stream.index->getStartTime();
+    if (start != Message::NoTime && m_stream.index->getEndTime() != Message::NoTime)
+        m_density.setSpan(start, m_stream.index->getEndTime());
+    return true;
+}
+
+void RecordingPass::decode()
+{
+    QByteArray bytes;
+    while (!m_cancelled) {
+        const ByteInput::Status status = m_input->read(&bytes, ReadTimeoutMs);
+        if (!bytes.isEmpty())
+            m_stream.decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, &m_relay);
+        m_position += quint64(bytes.size());
+        if (status == ByteInput::Failed)
+            m_error = m_input->getErrorString();
+        if (status == ByteInput::End || status == ByteInput::Failed)
+            break;
+    }
+    m_stream.decoder->finish(&m_relay);
+}
+
+void RecordingPass::processReceived(const ReceivedMessage& message)
+{
+    if (m_cancelled)
+        return;
+    const int row = m_monitor.getIdentities().rowOf(message);
+    if (message.time != Message::NoTime) {
+        m_time = message.time;
+        m_clock->follow(message.time);
+    }
+    m_monitor.countMessage(message, row);
+    // A time can stand before its message.
+    const bool hasLead = message.offset >= m_end && message.offset - m_end <= MostLead;
+    m_density.countMessage(row, message.time, hasLead ? m_end : message.offset);
+    m_end = message.offset + quint64(message.size);
+    if (std::size_t(row) >= m_sums.size()) {
+        Sum first;
+        first.firstTime = first.lastTime = Message::NoTime;
+        m_sums.resize(std::size_t(row) + 1, first);
+    }
+    Sum& sum = m_sums[std::size_t(row)];
+    ++sum.count;
+    sum.bytes += quint64(message.size);
+    if (message.time != Message::NoTime) {
+        sum.lastTime = message.time;
+        if (sum.firstTime == Message::NoTime)
+            sum.firstTime = message.time;
+    }
+    if (++m_messages % MessagesBetweenLooks == 0 && m_sinceFigures.hasExpired(FiguresMs))
+        showFigures();
+}
+
+void RecordingPass::processProblem(const StreamProblem& problem)
+{
+    if (m_cancelled)
+        return;
+    m_monitor.processProblem(problem);
+    switch (problem.kind) {
+    case StreamProblem::ChecksumFailure:
+    case StreamProblem::LengthMismatch:
+    case StreamProblem::UnsupportedFrame:
+    case StreamProblem::SkippedBytes:
+    case StreamProblem::TruncatedFrame:
+    case StreamProblem::InputFailure:
+        m_density.countDamage(m_time);
+        break;
+    default:
+        break;
+    }
+}
+
+/** Copies what is known so far for other threads. */
+void RecordingPass::showFigures()
+{
+    std::unique_ptr<OverviewFigures> figures(new OverviewFigures);
+    figures->percent = m_size > 0 ? int(double(m_position) / double(m_size) * 100) : 0;
+    figures->messages = m_messages;
+    figures->density = m_density.getAll();
+    figures->damage = m_density.getDamage();
+    QHash<int, qint64> lost;
+    for (const MessageStatisticsCoordinator::SenderStatistics& sender : m_coordinator.getSenderStatistics())
+        lost.insert(sender.sender, sender.numbered ? qint64(sender.lost) : -1);
+    const StreamIdentities& identities = m_monitor.getIdentities();
+    for (int i = 0; i < int(m_sums.size()); ++i) {
+        const StreamIdentities::Row& known = identities.getRows().at(i);
+        const Sum& sum = m_sums[std::size_t(i)];
+        OverviewRow row;
+        row.info = known.info;
+        row.typeName = known.typeName;
+        row.sender = identities.getSenderName(known.sender);
+        row.count = sum.count;
+        row.bytes = sum.bytes;
+        row.firstTime = sum.firstTime;
+        row.lastTime = sum.lastTime;
+        if (const MessageStatistics* const statistics = m_coordinator.find(m_monitor.getStream(), i)) {
+            row.interval = statistics->getLastInterval();
+            row.isRegular = statistics->isCurrentlyRegular();
+            row.gaps = statistics->getNumberOfGaps();
+            row.missing = statistics->getNumberOfMissingEpochs();
+        }
+        row.lost = lost.value(known.sender, -1);
+        figures->rows.append(row);
+    }
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const bool isNew = !m_figures;
+    m_figures = std::move(figures);
+    m_sinceFigures.start();
+    if (isNew)
+        m_tell();
+}

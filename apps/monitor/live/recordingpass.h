@@ -1,0 +1,163 @@
+#ifndef RECORDINGPASS_H
+#define RECORDINGPASS_H
+
+#include "eventlog.h"
+#include "messagestatisticscoordinator.h"
+#include "receptionmonitor.h"
+#include "recordingdensity.h"
+#include "streamopener.h"
+#include "streamrelay.h"
+
+#include <QElapsedTimer>
+#include <QVector>
+
+#include <atomic>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+/** What a recording has of a type as one sender sends it. */
+struct OverviewRow
+{
+    const MessageInfo* info = nullptr; ///< null for a type that the definitions do not know
+    QString typeName;                  ///< also of an unknown one
+    QString sender;                    ///< without the name of the source
+    quint64 count = 0;
+    quint64 bytes = 0;
+    qint64 firstTime;       ///< of those with a time, microseconds since 1970; Message::NoTime when there is none
+    qint64 lastTime;        ///< of the one that comes last
+    quint64 interval = 0;   ///< the last regular one in milliseconds; 0 for none
+    bool isRegular = false; ///< whether it is regular up to the end of what was read
+    int gaps = 0;           ///< see MessageStatistics
+    int missing = 0;        ///< epochs of these gaps
+    qint64 lost = -1;       ///< numbers that the sender skipped, over all it sends; -1 where it does not number
+};
+
+/** A message, as it was received. */
+struct EarlierMessage
+{
+    const MessageInfo* info;
+    quint32 id; ///< the format's number of the type
+    QString typeName;
+    QString sender; ///< without the name of the source
+    QByteArray data;
+    qint64 time;
+    qint64 sequence;
+};
+
+/** What a pass has found up to some place. */
+struct OverviewFigures
+{
+    int percent = 0;
+    quint64 messages = 0;
+    RecordingDensity::Curve density;
+    RecordingDensity::Curve damage;
+    QVector<OverviewRow> rows; ///< as numbered by the pass
+};
+
+/**
+ * Reads a recording from beginning to end on two threads of its own: one decodes, one counts.
+ *
+ * Figures are copied for who asks a few times a second; everything else belongs to the threads until isOver(). Then
+ * one of them waits for wishes: it knows where each type was last, and reads just there.
+ */
+class RecordingPass : private StreamSink
+{
+public:
+    /** @param tell  called on a thread of the pass when takeFigures() has something, and at the end */
+    RecordingPass(std::unique_ptr<ByteInput> input, std::unique_ptr<StreamOpener> opener,
+                  const std::function<void()>& tell);
+    /** Cancels, and waits for the threads. */
+    ~RecordingPass() override;
+
+    void start();
+
+    /** The newest figures; false when they were taken before. Any thread. */
+    bool takeFigures(OverviewFigures* figures);
+    /** Wishes for the newest message of each type and sender before @p time; of several wishes, the last one holds. */
+    void findBefore(qint64 time);
+    /** What was found, in the order of their times, and for which wish; false when it was taken before. Any thread. */
+    bool takeFound(qint64* time, QVector<EarlierMessage>* messages);
+    /** Whether the recording was read, so that everything below may be used. Any thread. */
+    bool isOver() const { return m_isOver; }
+
+    MessageStatisticsCoordinator* getCoordinator() { return &m_coordinator; }
+    /** Of a row; null when there is none. */
+    const MessageStatistics* getStatistics(int row) const { return m_coordinator.find(m_monitor.getStream(), row); }
+    const EventLog* getLog() const { return &m_log; }
+    const RecordingDensity& getDensity() const { return m_density; }
+    /** Why it did not come to the end; empty when it did, or was cancelled. */
+    const QString& getError() const { return m_error; }
+
+private:
+    Q_DISABLE_COPY(RecordingPass)
+
+    /** Milliseconds of the recording's time, without its leaps. */
+    class StreamClock : public ReceptionMonitor::Clock
+    {
+    public:
+        qint64 now() const override { return passed / 1000; }
+        void follow(qint64 time);
+
+    private:
+        qint64 passed = 0; // microseconds
+        qint64 last = 0;
+        bool hasLast = false;
+    };
+
+    void processReceived(const ReceivedMessage& message) override;
+    void processProblem(const StreamProblem& problem) override;
+
+    void run();
+    bool open();
+    void decode();
+    void showFigures();
+    bool waitForWish(qint64* time);
+    bool isWishOld();
+    void search(qint64 time);
+    template <typename Sink>
+    bool readFrom(quint64 offset, Sink* sink);
+
+    std::function<void()> m_tell;
+    std::unique_ptr<StreamOpener> m_opener;
+    OpenedStream m_stream;
+    StreamRelay m_relay;
+    std::thread m_thread; // opens and decodes
+    std::atomic<bool> m_cancelled;
+    std::atomic<bool> m_isOver;
+    std::atomic<quint64> m_position;
+    qint64 m_size = -1;
+    QString m_error;
+
+    // Of the thread that counts.
+    struct Sum
+    {
+        quint64 count = 0;
+        quint64 bytes = 0;
+        qint64 firstTime;
+        qint64 lastTime;
+    };
+    MessageStatisticsCoordinator m_coordinator;
+    EventLog m_log;
+    ReceptionMonitor m_monitor;
+    StreamClock* m_clock; // the monitor's
+    RecordingDensity m_density;
+    std::vector<Sum> m_sums; // by row
+    qint64 m_time;           // of the newest message that has one
+    quint64 m_messages = 0;
+    quint64 m_end = 0; // of the newest message
+    QElapsedTimer m_sinceFigures;
+
+    std::mutex m_mutex; // for what follows
+    std::unique_ptr<ByteInput> m_input;
+    std::unique_ptr<OverviewFigures> m_figures;
+    std::condition_variable m_wake; // there is a wish, or it is all over
+    std::optional<qint64> m_wish;
+    std::optional<qint64> m_foundFor;
+    QVector<EarlierMessage> m_found;
+};
+
+#endif
