@@ -111,8 +111,10 @@ void TimeLine::mouseMoveEvent(QMouseEvent* event)
 
 void TimeLine::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && m_slider->isSliderDown())
-        m_slider->setSliderDown(false); // which goes there
+    if (event->button() != Qt::LeftButton || !m_slider->isSliderDown())
+        return;
+    moveSlider(event->pos().x());
+    m_slider->setSliderDown(false); // which goes there
 }
 
 bool TimeLine::event(QEvent* event)
