@@ -134,20 +134,8 @@ class StoringPublisher
 {
 public:
     explicit StoringPublisher(const QString& hosts)
+        : m_connection(connectToNats(hosts))
     {
-        QList<QByteArray> urls;
-        for (const QString& host : hosts.split(QLatin1Char(',')))
-            urls.append("nats://" + host.toUtf8());
-        QVector<const char*> servers;
-        for (const QByteArray& url : std::as_const(urls))
-            servers.append(url.constData());
-        natsOptions* options = nullptr;
-        natsOptions_Create(&options);
-        natsOptions_SetServers(options, servers.data(), int(servers.size()));
-        natsOptions_SetReconnectWait(options, 100);
-        natsOptions_SetMaxReconnect(options, -1);
-        natsConnection_Connect(&m_connection, options);
-        natsOptions_Destroy(options);
         jsOptions streamOptions;
         jsOptions_Init(&streamOptions);
         streamOptions.PublishAsync.MaxPending = MostPending;
@@ -285,7 +273,7 @@ private:
 
     std::mutex m_mutex;
     std::deque<natsMsg*> m_refused;
-    natsConnection* m_connection = nullptr;
+    natsConnection* const m_connection;
     jsCtx* m_stream = nullptr;
 };
 

@@ -25,9 +25,9 @@ public:
     void changeTypes(const StreamIdentities& identities);
 
     /** Messages of a row; 0 also for one that does not exist. */
-    quint64 getCount(int row) const { return m_counts.value(row); }
+    quint64 getCount(int row) const { return m_rows.value(row).messages; }
     /** Bytes of these. */
-    quint64 getByteCount(int row) const { return m_rowBytes.value(row); }
+    quint64 getByteCount(int row) const { return m_rows.value(row).bytes; }
     /** Those of them that a server had from before: they did not come at that rate. */
     quint64 getKeptCount(int row) const { return m_kept.value(row); }
 
@@ -44,9 +44,19 @@ public:
     const QMap<quint32, quint64>& getChecksumFailures() const { return m_checksumFailures; }
 
 private:
-    QVector<quint64> m_counts;   // by row
-    QVector<quint64> m_rowBytes; // likewise
-    QMap<int, quint64> m_kept;   // by row
+    struct Row
+    {
+        Row()
+            : messages(0)
+            , bytes(0)
+        {
+        }
+        quint64 messages;
+        quint64 bytes;
+    };
+
+    QVector<Row> m_rows;
+    QMap<int, quint64> m_kept; // by row
     QMap<quint32, quint64> m_checksumFailures;
     quint64 m_messages;
     quint64 m_unknown;

@@ -16,12 +16,11 @@ ReceptionCounters::ReceptionCounters()
 
 void ReceptionCounters::countMessage(const ReceivedMessage& message, int row)
 {
-    if (row >= m_counts.size()) {
-        m_counts.resize(row + 1);
-        m_rowBytes.resize(row + 1);
-    }
-    ++m_counts[row];
-    m_rowBytes[row] += quint64(message.size);
+    if (row >= m_rows.size())
+        m_rows.resize(row + 1);
+    Row& counts = m_rows[row];
+    ++counts.messages;
+    counts.bytes += quint64(message.size);
     if (message.info)
         ++m_messages;
     else
@@ -34,8 +33,8 @@ void ReceptionCounters::countMessage(const ReceivedMessage& message, int row)
 void ReceptionCounters::changeTypes(const StreamIdentities& identities)
 {
     m_messages = m_unknown = 0;
-    for (int row = 0; row < m_counts.size(); ++row)
-        (identities.getRows().at(row).info ? m_messages : m_unknown) += m_counts.at(row);
+    for (int row = 0; row < m_rows.size(); ++row)
+        (identities.getRows().at(row).info ? m_messages : m_unknown) += m_rows.at(row).messages;
 }
 
 void ReceptionCounters::countProblem(const StreamProblem& problem)

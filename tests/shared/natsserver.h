@@ -66,6 +66,26 @@ private:
     const quint16 m_port;
 };
 
+/** A connection to one of the servers "HOST:PORT,HOST:PORT", which goes on with another; null where there is none. */
+inline natsConnection* connectToNats(const QString& hosts)
+{
+    natsConnection* connection = nullptr;
+    natsOptions* options = nullptr;
+    natsOptions_Create(&options);
+    QList<QByteArray> urls;
+    for (const QString& host : hosts.split(QLatin1Char(',')))
+        urls.append("nats://" + host.toUtf8());
+    QVector<const char*> servers;
+    for (const QByteArray& url : std::as_const(urls))
+        servers.append(url.constData());
+    natsOptions_SetServers(options, servers.data(), int(servers.size()));
+    natsOptions_SetReconnectWait(options, 100);
+    natsOptions_SetMaxReconnect(options, 1000);
+    natsConnection_Connect(&connection, options);
+    natsOptions_Destroy(options);
+    return connection;
+}
+
 /** Somebody who publishes on servers, and keeps streams there. */
 class NatsPublisher
 {
@@ -73,20 +93,8 @@ public:
     typedef QVector<QPair<QByteArray, QByteArray>> Headers;
 
     explicit NatsPublisher(const QString& hosts)
+        : m_connection(connectToNats(hosts))
     {
-        natsOptions* options = nullptr;
-        natsOptions_Create(&options);
-        QList<QByteArray> urls;
-        for (const QString& host : hosts.split(QLatin1Char(',')))
-            urls.append("nats://" + host.toUtf8());
-        QVector<const char*> servers;
-        for (const QByteArray& url : std::as_const(urls))
-            servers.append(url.constData());
-        natsOptions_SetServers(options, servers.data(), int(servers.size()));
-        natsOptions_SetReconnectWait(options, 100);
-        natsOptions_SetMaxReconnect(options, 1000);
-        natsConnection_Connect(&m_connection, options);
-        natsOptions_Destroy(options);
         natsConnection_JetStream(&m_stream, m_connection, nullptr);
     }
 
@@ -166,7 +174,7 @@ private:
         return message;
     }
 
-    natsConnection* m_connection = nullptr;
+    natsConnection* const m_connection;
     jsCtx* m_stream = nullptr;
 };
 

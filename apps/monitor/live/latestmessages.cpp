@@ -71,16 +71,23 @@ int LatestMessages::addPlace(int row)
     return m_places.at(row);
 }
 
-void LatestMessages::addEarlier(const Entry& entry)
+void LatestMessages::addEarlier(const QVector<Entry>& entries)
 {
-    if (has(entry.row) || !entry.info)
-        return;
-    Entry& kept = m_entries[addPlace(entry.row)];
-    kept = entry;
-    kept.order = ++m_earlierOrder;
-    kept.isEarlier = true;
-    kept.pending = true;
-    m_pending = true;
+    QSet<const MessageInfo*> infos;
+    for (const Entry& entry : entries) {
+        if (has(entry.row) || !entry.info)
+            continue;
+        Entry& kept = m_entries[addPlace(entry.row)];
+        kept = entry;
+        kept.order = ++m_earlierOrder;
+        kept.isEarlier = true;
+        kept.pending = true;
+        infos.insert(entry.info);
+        m_pending = true;
+    }
+    // Whoever shows a type without its sender ends up with what is newer.
+    for (Entry& entry : m_entries)
+        entry.pending = entry.pending || (!entry.isEarlier && infos.contains(entry.info));
 }
 
 void LatestMessages::processProblem(const StreamProblem& problem)

@@ -37,9 +37,9 @@ public:
     void processReceived(const ReceivedMessage& message) override;
     void processProblem(const StreamProblem& problem) override;
 
-    /** Keeps what was before everything that was received; not where something was, which is newer. In the order of
-     * their times. */
-    void addEarlier(const Entry& entry);
+    /** Keeps what was before everything that was received, in the order of their times; not where something was, which
+     * is newer, and is shown again behind it. */
+    void addEarlier(const QVector<Entry>& entries);
     /** Whether something is kept of a row. */
     bool has(int row) const { return m_places.value(row, -1) >= 0; }
 

@@ -23,14 +23,12 @@ void RecordingPass::StreamClock::follow(qint64 time)
 RecordingPass::RecordingPass(std::unique_ptr<ByteInput> input, std::unique_ptr<StreamOpener> opener,
                              const std::function<void()>& tell)
     : m_tell(tell)
-    , m_opener(std::move(opener))
-    , m_cancelled(false)
+    , m_input(std::move(input), std::move(opener))
     , m_isOver(false)
     , m_position(0)
     , m_monitor(&m_coordinator, &m_log)
     , m_clock(new StreamClock)
     , m_time(Message::NoTime)
-    , m_input(std::move(input))
 {
     m_monitor.setClock(m_clock);
 }
@@ -39,9 +37,7 @@ RecordingPass::~RecordingPass()
 {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_cancelled = true;
-        if (m_input)
-            m_input->cancel();
+        m_input.cancel();
         m_wake.notify_all();
     }
     if (m_thread.joinable())
@@ -74,7 +70,7 @@ void RecordingPass::run()
         counting.join();
         m_monitor.finish();
     }
-    if (m_cancelled)
+    if (m_input.isCancelled())
         return;
     showFigures();
     m_isOver = true;
@@ -86,27 +82,14 @@ void RecordingPass::run()
 
 bool RecordingPass::open()
 {
-    const auto goOn = [this] { return !m_cancelled; };
-    if (!m_input->open()) {
-        m_error = m_input->getErrorString();
+    if (!m_input.open(&m_stream)) {
+        m_error = m_input.getError();
         return false;
     }
-    if (m_opener->run(m_input.get(), goOn, nullptr) != StreamOpener::Opened) {
-        m_error = m_opener->getErrorString();
-        return false;
-    }
-    m_stream = m_opener->takeStream();
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_input = m_opener->takeInput(std::move(m_input));
-    }
-    m_error = m_opener->getErrorString();
-    if (!m_error.isEmpty())
-        return false;
-    m_size = m_input->getSize();
+    m_size = m_input.get()->getSize();
     if (!m_stream.index)
         return true;
-    if (!m_stream.index->prepare([this](int) { return !m_cancelled; }))
+    if (!m_stream.index->prepare([this](int) { return !m_input.isCancelled(); }))
         return false;
     const qint64 start = m_stream.index->getStartTime();
     if (start != Message::NoTime && m_stream.index->getEndTime() != Message::NoTime)
@@ -117,13 +100,13 @@ bool RecordingPass::open()
 void RecordingPass::decode()
 {
     QByteArray bytes;
-    while (!m_cancelled) {
-        const ByteInput::Status status = m_input->read(&bytes, ReadTimeoutMs);
+    while (!m_input.isCancelled()) {
+        const ByteInput::Status status = m_input.get()->read(&bytes, ReadTimeoutMs);
         if (!bytes.isEmpty())
             m_stream.decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, &m_relay);
         m_position += quint64(bytes.size());
         if (status == ByteInput::Failed)
-            m_error = m_input->getErrorString();
+            m_error = m_input.get()->getErrorString();
         if (status == ByteInput::End || status == ByteInput::Failed)
             break;
     }
@@ -132,9 +115,10 @@ void RecordingPass::decode()
 
 void RecordingPass::processReceived(const ReceivedMessage& message)
 {
-    if (m_cancelled)
+    if (m_input.isCancelled())
         return;
     const int row = m_monitor.getIdentities().rowOf(message);
+    m_counters.countMessage(message, row);
     if (message.time != Message::NoTime) {
         m_time = message.time;
         m_clock->follow(message.time);
@@ -144,18 +128,13 @@ void RecordingPass::processReceived(const ReceivedMessage& message)
     const bool hasLead = message.offset >= m_end && message.offset - m_end <= MostLead;
     m_density.countMessage(row, message.time, hasLead ? m_end : message.offset);
     m_end = message.offset + quint64(message.size);
-    if (std::size_t(row) >= m_sums.size()) {
-        Sum first;
-        first.firstTime = first.lastTime = Message::NoTime;
-        m_sums.resize(std::size_t(row) + 1, first);
-    }
-    Sum& sum = m_sums[std::size_t(row)];
-    ++sum.count;
-    sum.bytes += quint64(message.size);
+    if (std::size_t(row) >= m_times.size())
+        m_times.resize(std::size_t(row) + 1, Times{Message::NoTime, Message::NoTime});
     if (message.time != Message::NoTime) {
-        sum.lastTime = message.time;
-        if (sum.firstTime == Message::NoTime)
-            sum.firstTime = message.time;
+        Times& times = m_times[std::size_t(row)];
+        times.last = message.time;
+        if (times.first == Message::NoTime)
+            times.first = message.time;
     }
     if (++m_messages % MessagesBetweenLooks == 0 && m_sinceFigures.hasExpired(FiguresMs))
         showFigures();
@@ -163,7 +142,7 @@ void RecordingPass::processReceived(const ReceivedMessage& message)
 
 void RecordingPass::processProblem(const StreamProblem& problem)
 {
-    if (m_cancelled)
+    if (m_input.isCancelled())
         return;
     m_monitor.processProblem(problem);
     switch (problem.kind) {
@@ -192,17 +171,16 @@ void RecordingPass::showFigures()
     for (const MessageStatisticsCoordinator::SenderStatistics& sender : m_coordinator.getSenderStatistics())
         lost.insert(sender.sender, sender.numbered ? qint64(sender.lost) : -1);
     const StreamIdentities& identities = m_monitor.getIdentities();
-    for (int i = 0; i < int(m_sums.size()); ++i) {
+    for (int i = 0; i < int(m_times.size()); ++i) {
         const StreamIdentities::Row& known = identities.getRows().at(i);
-        const Sum& sum = m_sums[std::size_t(i)];
         OverviewRow row;
         row.info = known.info;
         row.typeName = known.typeName;
         row.sender = identities.getSenderName(known.sender);
-        row.count = sum.count;
-        row.bytes = sum.bytes;
-        row.firstTime = sum.firstTime;
-        row.lastTime = sum.lastTime;
+        row.count = m_counters.getCount(i);
+        row.bytes = m_counters.getByteCount(i);
+        row.firstTime = m_times[std::size_t(i)].first;
+        row.lastTime = m_times[std::size_t(i)].last;
         if (const MessageStatistics* const statistics = m_coordinator.find(m_monitor.getStream(), i)) {
             row.interval = statistics->getLastInterval();
             row.isRegular = statistics->isCurrentlyRegular();

@@ -3,9 +3,10 @@
 
 #include "eventlog.h"
 #include "messagestatisticscoordinator.h"
+#include "passinput.h"
+#include "receptioncounters.h"
 #include "receptionmonitor.h"
 #include "recordingdensity.h"
-#include "streamopener.h"
 #include "streamrelay.h"
 
 #include <QElapsedTimer>
@@ -122,37 +123,34 @@ private:
     bool readFrom(quint64 offset, Sink* sink);
 
     std::function<void()> m_tell;
-    std::unique_ptr<StreamOpener> m_opener;
+    PassInput m_input;
     OpenedStream m_stream;
     StreamRelay m_relay;
     std::thread m_thread; // opens and decodes
-    std::atomic<bool> m_cancelled;
     std::atomic<bool> m_isOver;
     std::atomic<quint64> m_position;
     qint64 m_size = -1;
     QString m_error;
 
     // Of the thread that counts.
-    struct Sum
+    struct Times
     {
-        quint64 count = 0;
-        quint64 bytes = 0;
-        qint64 firstTime;
-        qint64 lastTime;
+        qint64 first;
+        qint64 last;
     };
     MessageStatisticsCoordinator m_coordinator;
     EventLog m_log;
     ReceptionMonitor m_monitor;
     StreamClock* m_clock; // the monitor's
     RecordingDensity m_density;
-    std::vector<Sum> m_sums; // by row
-    qint64 m_time;           // of the newest message that has one
+    ReceptionCounters m_counters;
+    std::vector<Times> m_times; // by row
+    qint64 m_time;              // of the newest message that has one
     quint64 m_messages = 0;
     quint64 m_end = 0; // of the newest message
     QElapsedTimer m_sinceFigures;
 
     std::mutex m_mutex; // for what follows
-    std::unique_ptr<ByteInput> m_input;
     std::unique_ptr<OverviewFigures> m_figures;
     std::condition_variable m_wake; // there is a wish, or it is all over
     std::optional<qint64> m_wish;

@@ -114,8 +114,8 @@ bool RecordingPass::takeFound(qint64* time, QVector<EarlierMessage>* messages)
 bool RecordingPass::waitForWish(qint64* time)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
-    m_wake.wait(lock, [this] { return m_wish || m_cancelled; });
-    if (m_cancelled)
+    m_wake.wait(lock, [this] { return m_wish || m_input.isCancelled(); });
+    if (m_input.isCancelled())
         return false;
     *time = *m_wish;
     m_wish.reset();
@@ -126,21 +126,21 @@ bool RecordingPass::waitForWish(qint64* time)
 bool RecordingPass::isWishOld()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_wish || m_cancelled;
+    return m_wish || m_input.isCancelled();
 }
 
 /** Reads until @p sink has enough; false when what it looks for is not wanted any more, or cannot be read. */
 template <typename Sink>
 bool RecordingPass::readFrom(quint64 offset, Sink* sink)
 {
-    if (!m_input->seek(qint64(offset)))
+    if (!m_input.get()->seek(qint64(offset)))
         return false;
     m_stream.decoder->restart(offset);
     QByteArray bytes;
     while (!sink->isOver) {
         if (isWishOld())
             return false;
-        const ByteInput::Status status = m_input->read(&bytes, ReadTimeoutMs);
+        const ByteInput::Status status = m_input.get()->read(&bytes, ReadTimeoutMs);
         if (status == ByteInput::Data)
             m_stream.decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, sink);
         if (status == ByteInput::Failed)

@@ -85,12 +85,16 @@ SourceSession* Desk::findRecording(qint64 time)
 void Desk::jumpTo(qint64 time)
 {
     SourceSession* const session = time == Message::NoTime ? nullptr : findRecording(time);
-    if (session) {
-        session->getSource()->setPaused(true); // who wants to see a place would not see it pass by
-        session->getSource()->seek(time);
-    } else {
+    if (session)
+        jumpTo(session, time);
+    else
         Q_EMIT said(tr("No recording that is open has this time."), SaidMilliseconds);
-    }
+}
+
+void Desk::jumpTo(SourceSession* session, qint64 time)
+{
+    session->getSource()->setPaused(true); // who wants to see a place would not see it pass by
+    session->getSource()->seek(time);
 }
 
 void Desk::setPaused(bool paused)

@@ -83,6 +83,8 @@ public:
     /** Goes to @p time, microseconds since 1970, in the recording that has it, the chosen one first, and pauses there.
      */
     void jumpTo(qint64 time);
+    /** Likewise in one recording, which is seekable. */
+    static void jumpTo(SourceSession* session, qint64 time);
 
     /** Lets all views stand still, or catch up; what arrives is counted and recorded all the same. */
     void setPaused(bool paused);

@@ -29,8 +29,7 @@ FieldPass::FieldPass(SourceParts parts, const QVector<FieldPath>& paths, QReadWr
     : m_paths(paths)
     , m_last(std::size_t(paths.size()))
     , m_lock(lock)
-    , m_input(std::move(parts.input))
-    , m_opener(std::move(parts.opener))
+    , m_input(std::move(parts.input), std::move(parts.opener))
 {
 }
 
@@ -38,9 +37,7 @@ FieldPass::~FieldPass()
 {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_cancelled = true;
-        if (m_input)
-            m_input->cancel();
+        m_input.cancel();
         m_taken.notify_all();
     }
     wait();
@@ -71,8 +68,12 @@ QString FieldPass::getErrorString() const
 
 double FieldPass::numberOf(const FieldPath& path, const Message* message)
 {
+    return numberOf(path, FieldWalk(path, message, FieldWalk::Everything).getValue());
+}
+
+double FieldPass::numberOf(const FieldPath& path, const FieldValue& value)
+{
     const FieldInfo* const field = path.getField();
-    const FieldValue value = FieldWalk(path, message, FieldWalk::Everything).getValue();
     if (!value.isNumber() || field->isNotAvailable(value))
         return NoValue;
     const double number = value.toDouble() * field->getScaleFactor();
@@ -88,29 +89,18 @@ void FieldPass::run()
         m_decoder = nullptr;
     }
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_input.reset();
     m_ended = true;
 }
 
 bool FieldPass::open(OpenedStream* stream)
 {
-    const auto goOn = [this] { return !m_cancelled; };
-    if (!m_input->open()) {
-        fail(m_input->getErrorString());
+    if (!m_input.open(stream)) {
+        fail(m_input.getError());
         return false;
-    }
-    if (m_opener->run(m_input.get(), goOn, nullptr) != StreamOpener::Opened) {
-        fail(m_opener->getErrorString());
-        return false;
-    }
-    *stream = m_opener->takeStream();
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_input = m_opener->takeInput(std::move(m_input));
     }
     if (stream->needsIndex && stream->index)
-        stream->index->prepare([this](int) { return !m_cancelled; });
-    return !m_cancelled;
+        stream->index->prepare([this](int) { return !m_input.isCancelled(); });
+    return !m_input.isCancelled();
 }
 
 void FieldPass::read(StreamDecoder* decoder)
@@ -119,10 +109,10 @@ void FieldPass::read(StreamDecoder* decoder)
     sinceShown.start();
     QByteArray bytes;
     qint64 position = 0;
-    while (!m_cancelled) {
-        const ByteInput::Status status = m_input->read(&bytes, ReadTimeoutMs);
+    while (!m_input.isCancelled()) {
+        const ByteInput::Status status = m_input.get()->read(&bytes, ReadTimeoutMs);
         if (status == ByteInput::Failed)
-            fail(m_input->getErrorString());
+            fail(m_input.get()->getErrorString());
         const QReadLocker descriptions(m_lock);
         // A recording that goes on is read as far as it is there.
         if (status != ByteInput::Data) {
@@ -132,7 +122,7 @@ void FieldPass::read(StreamDecoder* decoder)
         }
         decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, this);
         position += bytes.size();
-        m_percent = int(100 * position / std::max(position, m_input->getSize()));
+        m_percent = int(100 * position / std::max(position, m_input.get()->getSize()));
         if (sinceShown.hasExpired(ShownMs)) {
             handOverAll();
             sinceShown.start();
@@ -142,7 +132,7 @@ void FieldPass::read(StreamDecoder* decoder)
 
 void FieldPass::processReceived(const ReceivedMessage& received)
 {
-    if (m_cancelled || !received.info || received.time == Message::NoTime)
+    if (m_input.isCancelled() || !received.info || received.time == Message::NoTime)
         return;
     MessageReference message;
     for (std::size_t i = 0; i < m_last.size(); ++i) {
@@ -181,7 +171,7 @@ void FieldPass::handOver(Piece* piece)
     if (m_waiting.size() >= MostWaiting) {
         // Whoever takes may be waiting to change descriptions.
         m_lock->unlock();
-        m_taken.wait(lock, [this] { return m_cancelled || m_waiting.size() < MostWaiting; });
+        m_taken.wait(lock, [this] { return m_input.isCancelled() || m_waiting.size() < MostWaiting; });
         lock.unlock();
         m_lock->lockForRead();
         lock.lock();

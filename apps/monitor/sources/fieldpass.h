@@ -2,6 +2,7 @@
 #define FIELDPASS_H
 
 #include "fieldpath.h"
+#include "passinput.h"
 #include "sourcefactory.h"
 #include "streamdecoder.h"
 
@@ -60,6 +61,8 @@ public:
     /** The number that @p path leads to in @p message, in the unit of the field; NaN where there is none or it means
      * "not available". Also of hidden fields. */
     static double numberOf(const FieldPath& path, const Message* message);
+    /** Likewise of a value that was read. */
+    static double numberOf(const FieldPath& path, const FieldValue& value);
 
 protected:
     void run() override;
@@ -84,14 +87,12 @@ private:
     const QVector<FieldPath> m_paths;
     std::vector<Last> m_last; // that got a value, by path
     QReadWriteLock* m_lock;
-    std::unique_ptr<ByteInput> m_input;
-    std::unique_ptr<StreamOpener> m_opener;
+    PassInput m_input;
     const StreamDecoder* m_decoder = nullptr;                     // while it reads
     std::unordered_map<quint64, std::unique_ptr<Piece>> m_pieces; // that are being filled, by path and sender
-    std::atomic<bool> m_cancelled{false};
     std::atomic<int> m_percent{0};
 
-    mutable std::mutex m_mutex; // for what follows, and for m_input as it changes
+    mutable std::mutex m_mutex; // for what follows
     std::condition_variable m_taken;
     std::deque<Piece> m_waiting;
     bool m_ended = false;

@@ -17,9 +17,9 @@ const MessageStatistics* MessageTypeModel::statisticsOf(const Row& row) const
 
 const MessageTypeModel::Row* MessageTypeModel::findRow(const Subject& subject) const
 {
-    const bool isKnown = !m_rowsBySubject.isEmpty();
-    for (int i = int(m_rows.size()) - 1; i >= 0 && !isKnown; --i)
-        m_rowsBySubject.insert(getSubject(i), i); // of several of one name the first
+    if (m_rowsBySubject.isEmpty())
+        for (int i = int(m_rows.size()) - 1; i >= 0; --i)
+            m_rowsBySubject.insert(getSubject(i), i); // of several of one name the first
     const int row = m_rowsBySubject.value(subject, -1);
     return row < 0 ? nullptr : &m_rows.at(row);
 }

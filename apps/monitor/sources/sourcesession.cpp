@@ -191,6 +191,7 @@ void SourceSession::takeEarlier(qint64 time, const QVector<EarlierMessage>& mess
 {
     if (time != m_soughtTime)
         return;
+    QVector<LatestMessages::Entry> entries;
     for (const EarlierMessage& message : messages) {
         LatestMessages::Entry entry;
         entry.info = message.info;
@@ -199,8 +200,9 @@ void SourceSession::takeEarlier(qint64 time, const QVector<EarlierMessage>& mess
         entry.data = message.data;
         entry.time = message.time;
         entry.sequence = message.sequence;
-        m_latest.addEarlier(entry);
+        entries.append(entry);
     }
+    m_latest.addEarlier(entries);
     m_receivers.latest->noteArrival();
 }
 

@@ -168,9 +168,6 @@ void MqttClient::processMessage(mosquitto*, void* self, const mosquitto_message*
     if (!client->m_awaited.empty())
         client->m_awaited.erase(message->topic);
     client->m_queue->add(envelope);
-    // A schema that one of the filters brings need not be asked for.
-    if (!envelope.find("schemaencoding").empty() && client->m_schemas.size() < MostSchemas)
-        client->m_schemas.insert(message->topic);
     if (!envelope.properties.empty())
         client->noteSchema(envelope);
     client->m_texts.clear();
@@ -199,6 +196,9 @@ void MqttClient::readProperties(const mqtt5__property* properties, Envelope* env
 /** Notes that the schema of a message is to be asked for. */
 void MqttClient::noteSchema(const Envelope& envelope)
 {
+    // One that one of the filters brings need not be asked for.
+    if (!envelope.find("schemaencoding").empty() && m_schemas.size() < MostSchemas)
+        m_schemas.insert(std::string(envelope.topic));
     const std::string_view topic = envelope.getSchemaTopic();
     if (topic.empty() || topic.find_first_of("+#") != std::string_view::npos || topic.front() == '$')
         return;

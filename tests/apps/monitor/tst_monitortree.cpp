@@ -32,6 +32,7 @@ private Q_SLOTS:
     void changesAreShadedAndSilentTypesGreyed();
     void whoIsGoneIsToldOnce();
     void muchThatCameLetsTheWindowAnswer();
+    void whatWasBeforeAPlaceHidesNothingNewer();
     void pinnedTypesStayOnTop();
     void coloursGoWithThePalette();
 };
@@ -313,6 +314,39 @@ void tst_monitortree::muchThatCameLetsTheWindowAnswer()
     latest.showAgain();
     QVERIFY(waitFor([&]() { return told.size() >= count / 2; }));
     QCOMPARE(told.size(), count / 2);
+}
+
+void tst_monitortree::whatWasBeforeAPlaceHidesNothingNewer()
+{
+    const MessageInfo infos[] = {MessageInfo("A"), MessageInfo("B")};
+    const Stream stream;
+    LatestMessages messages;
+    LatestMessageSource latest;
+    latest.addSession(&stream, &messages);
+    QStringList told;
+    connect(&latest, &MessageSource::newMessage, &latest,
+            [&](const Message* message) { told.append(message->getInfo()->getName() + ' ' + message->getSender()); });
+    connect(&latest, &LatestMessageSource::earlierShown, &latest, [&]() { told.last() += " before"; });
+    messages.clear(); // as a jump does
+    ReceivedMessage message;
+    message.data = "";
+    for (int row = 0; row < 2; ++row) {
+        message.info = &infos[row];
+        message.row = row;
+        messages.processReceived(message);
+    }
+    latest.setSuspended(false);
+    // Of row 0, the newer message is there; of type B, nothing is from before.
+    QVector<LatestMessages::Entry> entries(3);
+    for (int i = 0; i < 3; ++i) {
+        entries[i].info = &infos[0];
+        entries[i].row = i == 0 ? 0 : 10 + i;
+    }
+    messages.addEarlier(entries);
+    latest.setSuspended(false);
+    QCOMPARE(told.join(", "), QString("A row 0, B row 1, A row 11 before, A row 12 before, A row 0"));
+    QCOMPARE(latest.getLatest(&infos[0])->getSender(), QString("row 0"));
+    QCOMPARE(latest.getOvertakenCount(), quint64(0));
 }
 
 void tst_monitortree::pinnedTypesStayOnTop()

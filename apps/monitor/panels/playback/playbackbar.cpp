@@ -248,7 +248,7 @@ void PlaybackBar::tick()
     if (m_loop->isChecked() && stream->getState() == StreamSource::Finished && !stream->isPaused() &&
         !stream->isStopped())
         playOnFromStart();
-    const bool isOver = stream->getState() == StreamSource::Finished || stream->getState() == StreamSource::Failed;
+    const bool isOver = PlaybackBar::isOver(stream);
     const bool isPlaying = !isOver && !stream->isPaused();
     updateIcons(isPlaying);
     m_play->setToolTip(isPlaying ? tr("Pause the recording (%1)").arg(m_play->shortcut().toString())
@@ -301,16 +301,20 @@ void PlaybackBar::showSpeed()
         m_speed->setCurrentIndex(index);
 }
 
+bool PlaybackBar::isOver(const StreamSource* stream)
+{
+    return stream->getState() == StreamSource::Finished || stream->getState() == StreamSource::Failed;
+}
+
 void PlaybackBar::togglePlay()
 {
     StreamSource* const stream = source();
     if (!stream)
         return;
-    if (stream->getState() == StreamSource::Finished || stream->getState() == StreamSource::Failed) {
+    if (isOver(stream))
         playOnFromStart();
-    } else {
+    else
         stream->setPaused(!stream->isPaused());
-    }
     tick();
 }
 
@@ -329,10 +333,9 @@ void PlaybackBar::step()
     StreamSource* const stream = source();
     if (!stream || !m_session->isPlayback())
         return;
-    const bool isOver = stream->getState() == StreamSource::Finished || stream->getState() == StreamSource::Failed;
-    if (isOver && !stream->isSeekable()) {
+    if (isOver(stream) && !stream->isSeekable()) {
         m_session->reconnect(true); // what has no times has no other place to go to
-    } else if (!isOver) {
+    } else if (!isOver(stream)) {
         stream->setPaused(true);
         stream->step();
     }

@@ -39,6 +39,7 @@ private:
     void togglePlay();
     void step();
     void stepBack();
+    static bool isOver(const StreamSource* stream);
     void playOnFromStart();
     void showOverview();
     static void addGaps(const MessageStatistics* statistics, const QString& name, TimeLine::Contents* contents);

@@ -19,11 +19,6 @@ static const int LaneHeight = 4; // of gaps, damage and events
 static const int MostTold = 3;   // of a kind in one tool tip
 static const int Nearness = 3;   // pixels that somebody who points at a mark may be beside it
 
-static bool isDark(const QPalette& palette)
-{
-    return palette.color(QPalette::Window).lightness() < 128;
-}
-
 TimeLine::TimeLine(QSlider* slider, QWidget* parent)
     : QWidget(parent)
     , m_slider(slider)
@@ -249,17 +244,16 @@ void TimeLine::drawAll()
         draw(all[x], plain);
         draw(chosen[x], palette().color(QPalette::Highlight));
     }
-    const bool dark = isDark(palette());
-    drawMarks(&painter, m_contents.gaps, bottom, LaneHeight, dark ? QColor(0xffb74d) : QColor(0xc77700));
+    drawMarks(&painter, m_contents.gaps, bottom, LaneHeight, Theme::accent(palette(), Theme::Warning));
     QVector<Mark> damage;
     for (std::size_t i = 0; i < m_contents.damage.counts.size(); ++i) {
         const qint64 start = m_contents.damage.start + qint64(i) * m_contents.damage.width;
         if (m_contents.damage.counts[i] > 0)
             damage.append({start, start, 0});
     }
-    drawMarks(&painter, damage, bottom + LaneHeight, LaneHeight, dark ? QColor(0xef5350) : QColor(0xc62828));
+    drawMarks(&painter, damage, bottom + LaneHeight, LaneHeight, Theme::accent(palette(), Theme::Bad));
     drawMarks(&painter, m_contents.events, bottom + 2 * LaneHeight, LaneHeight,
-              dark ? QColor(0x64b5f6) : QColor(0x1565c0));
+              Theme::accent(palette(), Theme::Waiting));
     painter.setPen(palette().color(QPalette::Mid));
     painter.drawLine(area.left(), bottom, area.right(), bottom);
 }

@@ -183,7 +183,7 @@ void PlotSeries::add(const Message* message, double seconds)
         return;
     if (seconds < m_lastTime - LongestStepBack)
         clear(); // a recording that is played again
-    addPoint(seconds, FieldPass::numberOf(m_path, message));
+    addPoint(seconds, value.isNumber() ? FieldPass::numberOf(m_path, value) : FieldPass::numberOf(m_path, message));
     if (m_isRecorded || m_points.at(0).time >= m_lastTime - LongestTime)
         return;
     // Not for every single point.

@@ -191,7 +191,7 @@ bool RecordedLines::goTo(double seconds, bool sinceStart)
         const qint64 there =
             qBound(source->getStartTime(), time + (sinceStart ? source->getStartTime() : 0), source->getEndTime());
         if (sinceStart)
-            m_desk->jumpTo(there);
+            Desk::jumpTo(sessions.at(i), there);
         if (i == 0 || qAbs(there - time) < qAbs(nearest - time))
             nearest = there;
     }

@@ -111,14 +111,11 @@ void SilenceWatch::processGone(const MessageInfo* info, const QString& sender)
 
 void SilenceWatch::processEarlier(const MessageInfo* info, const QString& sender)
 {
-    m_types[{info, sender}].isEarlier = true;
-    bool isAnyNew = false;
-    for (auto type = m_types.constBegin(); type != m_types.constEnd(); ++type)
-        isAnyNew = isAnyNew || (type.key().info == info && !type.key().sender.isEmpty() && !type->isEarlier);
-    m_types[{info, QString()}].isEarlier = !isAnyNew;
-    showSilent({info, sender});
-    if (!isAnyNew)
-        showSilent({info, QString()});
+    // Of several senders, those of whom there is something newer are shown behind this.
+    for (const Subject& subject : {Subject{info, sender}, Subject{info, QString()}}) {
+        m_types[subject].isEarlier = true;
+        showSilent(subject);
+    }
 }
 
 /** Greys a row, if there is one. */

@@ -13,6 +13,7 @@
 #include <QMenu>
 
 #include <algorithm>
+#include <vector>
 
 static const int MostTold = 60; // characters of what was copied
 static const int SaidMilliseconds = 4000;
@@ -73,13 +74,17 @@ QList<QAction*> TreeActions::getActionsForLines() const
 /** The rows that are chosen, from above; the current one where it is the only one. */
 QVector<QTreeWidgetItem*> TreeActions::getChosen() const
 {
-    QList<QTreeWidgetItem*> items = m_tree->selectedItems();
+    const QList<QTreeWidgetItem*> items = m_tree->selectedItems();
     if (items.size() < 2)
         return {m_tree->currentItem()};
-    std::sort(items.begin(), items.end(), [this](const QTreeWidgetItem* one, const QTreeWidgetItem* other) {
-        return m_tree->visualItemRect(one).top() < m_tree->visualItemRect(other).top();
-    });
-    return QVector<QTreeWidgetItem*>(items.cbegin(), items.cend());
+    std::vector<std::pair<int, QTreeWidgetItem*>> places;
+    for (QTreeWidgetItem* const item : items)
+        places.emplace_back(m_tree->visualItemRect(item).top(), item);
+    std::sort(places.begin(), places.end());
+    QVector<QTreeWidgetItem*> chosen;
+    for (const auto& place : places)
+        chosen.append(place.second);
+    return chosen;
 }
 
 void TreeActions::update()
@@ -87,9 +92,11 @@ void TreeActions::update()
     bool isField = false;
     bool isNumber = false;
     bool isRow = false;
-    const QVector<QTreeWidgetItem*> items = getChosen();
-    for (QTreeWidgetItem* const item : items) {
-        const TreeRow row(item);
+    QList<QTreeWidgetItem*> items = m_tree->selectedItems();
+    if (items.isEmpty())
+        items.append(m_tree->currentItem());
+    for (int i = 0; i < items.size() && !(isRow && isField && isNumber); ++i) {
+        const TreeRow row(items.at(i));
         isRow = isRow || !row.isNull();
         isField = isField || row.getPath().getField();
         isNumber = isNumber || row.isNumeric();

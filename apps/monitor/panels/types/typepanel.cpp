@@ -168,23 +168,23 @@ void TypePanel::followCurrent(const QModelIndex& current)
 
 QVector<Subject> TypePanel::getSelected() const
 {
-    QVector<Subject> subjects;
+    QSet<Subject> subjects; // a sender may be chosen beside some of its types
     const QModelIndexList rows = m_view->selectionModel()->selectedRows();
     for (const QModelIndex& index : rows) {
         const QVector<Subject> found = m_desk->getTypes()->subjectsAt(m_sorted->mapToSource(index));
         for (const Subject& subject : found)
-            if (!subjects.contains(subject))
-                subjects.append(subject);
+            subjects.insert(subject);
     }
-    return subjects;
+    return QVector<Subject>(subjects.constBegin(), subjects.constEnd());
 }
 
 void TypePanel::keepOnly(const QVector<Subject>& subjects)
 {
     MessageTypeModel* const types = m_desk->getTypes();
+    const QSet<Subject> kept(subjects.constBegin(), subjects.constEnd());
     QVector<Subject> others;
     for (int row = 0; row < types->getCount(); ++row)
-        if (types->getMessageInfo(row) && !subjects.contains(types->getSubject(row)))
+        if (types->getMessageInfo(row) && !kept.contains(types->getSubject(row)))
             others.append(types->getSubject(row));
     types->request(others, false);
     types->request(subjects, true);
