@@ -227,6 +227,9 @@ void tst_monitorwindow::everythingFitsASmallScreen()
     window.openSimulation();
     EVENTUALLY(window.getTree()->width() * 2 > window.width());
     EVENTUALLY(window.getTree()->header()->sectionPosition(2) * 10 < window.getTree()->width() * 7);
+    window.getTree()->header()->resizeSection(0, 400);
+    window.getTree()->resize(420, 200); // as beside a plot
+    EVENTUALLY(window.getTree()->header()->sectionPosition(2) * 10 < window.getTree()->width() * 7);
     window.getStatistics()->resize(200, 200); // half of it is for names, at least
     window.getStatistics()->show();
     EVENTUALLY(window.getStatistics()->columnWidth(0) * 2 >= window.getStatistics()->viewport()->width() - 1);
