@@ -51,7 +51,7 @@ function(corvel_library target alias)
         "$<BUILD_INTERFACE:${CMAKE_BINARY_DIR}/generated/include>"
         "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/corvel>")
     add_library(Corvel::${alias} ALIAS ${target})
-    install(TARGETS ${target} EXPORT CorvelTargets
+    install(TARGETS ${target} EXPORT Corvel${alias}Targets
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
         RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
     install(FILES "${CMAKE_BINARY_DIR}/generated/include/${target}_export.h"

@@ -7,20 +7,33 @@ set(corvel_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/Corvel")
 set(corvel_package_build_dir "${CMAKE_BINARY_DIR}/package")
 
 if(CORVEL_QT_MAJOR EQUAL 4)
-    set(CORVEL_FIND_QT "find_dependency(Qt4 4.8 COMPONENTS QtCore QtGui)")
+    set(CORVEL_QT_LEAST 4.8)
+    set(CORVEL_FIND_QT_CORE "find_package(Qt4 4.8 QUIET COMPONENTS QtCore)")
+    set(CORVEL_FIND_QT_WIDGETS "find_package(Qt4 4.8 QUIET COMPONENTS QtCore QtGui)")
 else()
-    set(CORVEL_FIND_QT
-        "find_dependency(Qt${CORVEL_QT_MAJOR} ${CORVEL_QT_LEAST} COMPONENTS Core Gui Widgets)")
+    set(CORVEL_FIND_QT_CORE "find_package(Qt${CORVEL_QT_MAJOR} ${CORVEL_QT_LEAST} QUIET COMPONENTS Core)")
+    # Optional, so that Qt counts as found where a project can do without.
+    set(CORVEL_FIND_QT_WIDGETS
+        "find_package(Qt${CORVEL_QT_MAJOR} ${CORVEL_QT_LEAST} QUIET COMPONENTS Core OPTIONAL_COMPONENTS Gui Widgets)")
 endif()
 configure_package_config_file(
     cmake/CorvelConfig.cmake.in "${corvel_package_build_dir}/CorvelConfig.cmake"
     INSTALL_DESTINATION "${corvel_package_dir}"
-    NO_SET_AND_CHECK_MACRO)
+    NO_SET_AND_CHECK_MACRO
+    NO_CHECK_REQUIRED_COMPONENTS_MACRO)
 write_basic_package_version_file(
     "${corvel_package_build_dir}/CorvelConfigVersion.cmake"
     COMPATIBILITY SameMajorVersion)
-export(EXPORT CorvelTargets NAMESPACE Corvel:: FILE "${corvel_package_build_dir}/CorvelTargets.cmake")
-install(EXPORT CorvelTargets NAMESPACE Corvel:: DESTINATION "${corvel_package_dir}")
+# A file for each component, so that each can be installed without those above it.
+foreach(component Base Framework Gui)
+    string(TOLOWER "corvel${component}" target)
+    if(TARGET ${target})
+        export(EXPORT Corvel${component}Targets NAMESPACE Corvel::
+            FILE "${corvel_package_build_dir}/Corvel${component}Targets.cmake")
+        install(EXPORT Corvel${component}Targets NAMESPACE Corvel:: DESTINATION "${corvel_package_dir}")
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "\$ORIGIN") # the libraries find each other anywhere
+    endif()
+endforeach()
 install(FILES
     "${corvel_package_build_dir}/CorvelConfig.cmake"
     "${corvel_package_build_dir}/CorvelConfigVersion.cmake"
@@ -30,36 +43,37 @@ configure_file(cmake/corvelversion.h.in "${CMAKE_BINARY_DIR}/generated/include/c
 install(FILES "${CMAKE_BINARY_DIR}/generated/include/corvelversion.h"
     DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/corvel")
 
-# The libraries find each other wherever they are installed.
-foreach(target corvelbase corvelframework corvelgui)
-    if(TARGET ${target})
-        set_target_properties(${target} PROPERTIES INSTALL_RPATH "\$ORIGIN")
-    endif()
-endforeach()
+# corvel_pkgconfig(NAME DESCRIPTION REQUIRES LIBS): written when it is installed, because only then the prefix is certain.
+function(corvel_pkgconfig name description requires libs)
+    foreach(dir LIBDIR INCLUDEDIR)
+        set(${dir} "\\\${prefix}/${CMAKE_INSTALL_${dir}}")
+        if(IS_ABSOLUTE "${CMAKE_INSTALL_${dir}}")
+            set(${dir} "${CMAKE_INSTALL_${dir}}")
+        endif()
+    endforeach()
+    set(file "${corvel_package_build_dir}/${name}.pc")
+    install(CODE "
+        set(NAME \"${name}\")
+        set(DESCRIPTION \"${description}\")
+        set(PROJECT_VERSION \"${PROJECT_VERSION}\")
+        set(REQUIRES \"${requires}\")
+        set(LIBS \"${libs}\")
+        set(LIBDIR \"${LIBDIR}\")
+        set(INCLUDEDIR \"${INCLUDEDIR}\")
+        configure_file(\"${PROJECT_SOURCE_DIR}/cmake/library.pc.in\" \"${file}\" @ONLY)")
+    install(FILES "${file}" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+endfunction()
 
 if(CORVEL_QT_MAJOR EQUAL 4)
-    set(CORVEL_PC_REQUIRES "QtGui >= 4.8")
+    set(requires_core "QtCore >= 4.8")
+    set(requires_widgets "QtGui >= 4.8")
 else()
-    set(CORVEL_PC_REQUIRES "Qt${CORVEL_QT_MAJOR}Widgets >= ${CORVEL_QT_LEAST}")
+    set(requires_core "Qt${CORVEL_QT_MAJOR}Core >= ${CORVEL_QT_LEAST}")
+    set(requires_widgets "Qt${CORVEL_QT_MAJOR}Widgets >= ${CORVEL_QT_LEAST}")
 endif()
-set(CORVEL_PC_LIBS "-lcorvelgui")
 if(NOT CORVEL_FRAMEWORK STREQUAL "external")
-    string(APPEND CORVEL_PC_LIBS " -lcorvelframework -lcorvelbase")
+    corvel_pkgconfig(corvelframework "An open message framework: reads, decodes and writes messages of devices"
+        "${requires_core}" "-lcorvelframework -lcorvelbase")
+    string(PREPEND requires_widgets "corvelframework = ${PROJECT_VERSION}, ")
 endif()
-foreach(dir LIBDIR INCLUDEDIR)
-    set(CORVEL_PC_${dir} "\${prefix}/${CMAKE_INSTALL_${dir}}")
-    if(IS_ABSOLUTE "${CMAKE_INSTALL_${dir}}")
-        set(CORVEL_PC_${dir} "${CMAKE_INSTALL_${dir}}")
-    endif()
-endforeach()
-# Written when it is installed, because only then the prefix is certain.
-install(CODE "
-    set(PROJECT_DESCRIPTION \"${PROJECT_DESCRIPTION}\")
-    set(PROJECT_VERSION \"${PROJECT_VERSION}\")
-    set(CORVEL_PC_REQUIRES \"${CORVEL_PC_REQUIRES}\")
-    set(CORVEL_PC_LIBS \"${CORVEL_PC_LIBS}\")
-    set(CORVEL_PC_LIBDIR \"\\${CORVEL_PC_LIBDIR}\")
-    set(CORVEL_PC_INCLUDEDIR \"\\${CORVEL_PC_INCLUDEDIR}\")
-    configure_file(\"${PROJECT_SOURCE_DIR}/cmake/corvelgui.pc.in\"
-        \"${corvel_package_build_dir}/corvelgui.pc\" @ONLY)")
-install(FILES "${corvel_package_build_dir}/corvelgui.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+corvel_pkgconfig(corvelgui "${PROJECT_DESCRIPTION}" "${requires_widgets}" "-lcorvelgui")

@@ -57,6 +57,33 @@ foreach(example messagetree ownmessages valuelabel)
     endif()
 endforeach()
 
+# What needs no widgets looks for none, and whoever asks for what is missing is told so.
+set(headless "${WORK_DIR}/headless")
+build("${CMAKE_CURRENT_LIST_DIR}/headless" "${headless}" all
+    "-DCMAKE_PREFIX_PATH=${prefixes}" "-DCMAKE_CXX_FLAGS=${SUBBUILD_FLAGS}" -DWANTED=Framework
+    -DCMAKE_DISABLE_FIND_PACKAGE_Qt${QT_MAJOR}Widgets=OFF)
+run("${headless}/headless")
+expect("what the program without a window prints" "${RUN_OUTPUT}" "roll in rad\n")
+set(package "${prefix}/${LIBDIR}/cmake/Corvel")
+foreach(row
+        "Nothing|Gui|needs Widgets of Qt ${QT_MAJOR}.*which was not found. Framework and Base do without"
+        "Nothing|Framework+Plots|has no component \"Plots\". it has Base, Framework and Gui"
+        "Framework|Framework|The component Framework of Corvel is not installed: there is no .*/CorvelFrameworkTargets.cmake")
+    string(REPLACE "|" ";" row "${row}")
+    list(GET row 0 missing)
+    list(GET row 1 wanted)
+    list(GET row 2 expected)
+    string(REPLACE "+" ";" wanted "${wanted}")
+    file(REMOVE "${package}/Corvel${missing}Targets.cmake")
+    execute_process(COMMAND "${CMAKE_COMMAND}" "${headless}" "-DWANTED=${wanted}"
+        -DCMAKE_DISABLE_FIND_PACKAGE_Qt${QT_MAJOR}Widgets=ON
+        RESULT_VARIABLE result OUTPUT_QUIET ERROR_VARIABLE errors)
+    string(REGEX REPLACE "[ \n]+" " " errors "${errors}") # it was wrapped
+    if(result EQUAL 0 OR NOT errors MATCHES "${expected}")
+        message(FATAL_ERROR "Without ${wanted}: ${errors}")
+    endif()
+endforeach()
+
 find_program(PKG_CONFIG pkg-config)
 if(PKG_CONFIG)
     set(ENV{PKG_CONFIG_PATH} "${prefix}/${LIBDIR}/pkgconfig")
@@ -71,4 +98,13 @@ if(PKG_CONFIG)
             message(FATAL_ERROR "pkg-config names no ${part}: ${RUN_OUTPUT}")
         endif()
     endforeach()
+    run("${PKG_CONFIG}" --cflags --libs corvelframework)
+    if(RUN_OUTPUT MATCHES "Widgets|Gui")
+        message(FATAL_ERROR "pkg-config names widgets for the framework: ${RUN_OUTPUT}")
+    endif()
+    separate_arguments(flags UNIX_COMMAND "${SUBBUILD_FLAGS} ${RUN_OUTPUT}")
+    run("${CXX}" -std=c++17 -fPIC "${CMAKE_CURRENT_LIST_DIR}/headless/main.cpp" -o "${headless}/bypkgconfig" ${flags}
+        "-Wl,-rpath,${prefix}/${LIBDIR}")
+    run("${headless}/bypkgconfig")
+    expect("what the program built by pkg-config prints" "${RUN_OUTPUT}" "roll in rad\n")
 endif()
