@@ -77,3 +77,13 @@ if(NOT CORVEL_FRAMEWORK STREQUAL "external")
     string(PREPEND requires_widgets "corvelframework = ${PROJECT_VERSION}, ")
 endif()
 corvel_pkgconfig(corvelgui "${PROJECT_DESCRIPTION}" "${requires_widgets}" "-lcorvelgui")
+
+# "package" makes an archive of all that is installed, to be unpacked anywhere.
+set(CPACK_GENERATOR TGZ)
+set(CPACK_PACKAGE_NAME corvel)
+set(CPACK_PACKAGE_VENDOR "the Corvel authors")
+set(CPACK_PACKAGE_FILE_NAME "corvel-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}-qt${CORVEL_QT_MAJOR}")
+set(CPACK_PACKAGE_CHECKSUM SHA256)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_SOURCE_GENERATOR "") # git archive has the sources
+include(CPack)

@@ -26,6 +26,21 @@ foreach(program dump simulate monitor)
     expect("the version of ${file}" "${RUN_OUTPUT}" "corvel-${program} 15.0.0\n")
 endforeach()
 
+if(HARDEN)
+    file(GLOB hardened "${prefix}/bin/corvel-*" "${prefix}/${LIBDIR}/libcorvel*.so.15.0.0")
+    run("${SOURCE_DIR}/scripts/hardening" ${hardened})
+endif()
+
+# The same as an archive runs wherever it is unpacked.
+set(archive "${WORK_DIR}/archive")
+file(REMOVE_RECURSE "${archive}")
+run("${CPACK}" --config "${BINARY_DIR}/CPackConfig.cmake" -B "${archive}")
+file(GLOB file "${archive}/corvel-15.0.0-*.tar.gz")
+file(ARCHIVE_EXTRACT INPUT "${file}" DESTINATION "${archive}")
+file(GLOB program "${archive}/corvel-15.0.0-*/bin/corvel-dump")
+run("${program}" --version)
+expect("the version of the program from the archive" "${RUN_OUTPUT}" "corvel-dump 15.0.0\n")
+
 # Nothing that is installed may know where it was built.
 file(GLOB_RECURSE texts "${prefix}/*.cmake" "${prefix}/*.h" "${prefix}/*.pc")
 foreach(text ${texts})
