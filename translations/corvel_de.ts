@@ -1624,6 +1624,53 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
 </context>
 <context>
+    <name>MavlinkFrame</name>
+    <message>
+        <source>start of a frame</source>
+        <translation>Anfang eines Rahmens</translation>
+    </message>
+    <message>
+        <source>length of the payload</source>
+        <translation>Länge der Nutzdaten</translation>
+    </message>
+    <message>
+        <source>flags that a receiver must know</source>
+        <translation>Merkmale, die ein Empfänger kennen muss</translation>
+    </message>
+    <message>
+        <source>flags</source>
+        <translation>Merkmale</translation>
+    </message>
+    <message>
+        <source>sequence number</source>
+        <translation>laufende Nummer</translation>
+    </message>
+    <message>
+        <source>system that sent it</source>
+        <translation>sendendes System</translation>
+    </message>
+    <message>
+        <source>component that sent it</source>
+        <translation>sendende Komponente</translation>
+    </message>
+    <message>
+        <source>number of the message type</source>
+        <translation>Nummer des Nachrichtentyps</translation>
+    </message>
+    <message>
+        <source>payload without a field</source>
+        <translation>Nutzdaten ohne Feld</translation>
+    </message>
+    <message>
+        <source>checksum</source>
+        <translation>Prüfsumme</translation>
+    </message>
+    <message>
+        <source>signature</source>
+        <translation>Signatur</translation>
+    </message>
+</context>
+<context>
     <name>McapIndex</name>
     <message>
         <source>%1: this is no MCAP file</source>
@@ -3264,6 +3311,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>%1 points: %2</source>
         <translation>%1 Punkte: %2</translation>
+    </message>
+    <message>
+        <source>how the message is written</source>
+        <translation>wie die Nachricht geschrieben ist</translation>
     </message>
 </context>
 <context>

@@ -16,6 +16,9 @@ public:
     unsigned int getValueCount(const Message* message) const override;
     FieldValue getValue(const Message* message, unsigned int index) const override;
 
+    /** Its bits in the number of the bit mask. */
+    quint64 getBits() const { return m_bits; }
+
     /** Adds one flag field to @p field for every enumerator of one bit or more. */
     static void addFlagsTo(FieldInfo* field);
 

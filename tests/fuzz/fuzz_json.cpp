@@ -22,6 +22,7 @@ static MessageReference read(const MessageInfo* info, const QByteArray& bytes)
 {
     const MessageReference message = MessageReference::adopt(info->newMessage(bytes));
     readFields(message.get(), true);
+    readPlaces(message.get());
     return message;
 }
 

@@ -48,5 +48,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const MessageReference message = MessageReference::adopt(
         info->newMessage(QByteArray(reinterpret_cast<const char*>(data), static_cast<int>(size))));
     readFields(message.get());
+    readPlaces(message.get());
     return 0;
 }

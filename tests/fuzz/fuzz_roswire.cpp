@@ -81,6 +81,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             qFatal("%s", qPrintable(error));
     }
     const QByteArray bytes(reinterpret_cast<const char*>(data) + 1, static_cast<int>(size - 1));
-    readFields(MessageReference::adopt(infos[kind]->newMessage(bytes)).get());
+    const MessageReference message = MessageReference::adopt(infos[kind]->newMessage(bytes));
+    readFields(message.get());
+    readPlaces(message.get());
     return 0;
 }

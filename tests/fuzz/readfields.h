@@ -1,6 +1,7 @@
 #ifndef READFIELDS_H
 #define READFIELDS_H
 
+#include "fieldbytes.h"
 #include "fieldinfo.h"
 #include "message.h"
 #include "messageinfo.h"
@@ -32,6 +33,23 @@ inline void readFields(const Message* message, bool canBeNull = false)
                 readFields(value.getSubMessage(), canBeNull);
         }
         if (field->getValue(message, count).isValid())
+            std::abort();
+    }
+}
+
+/** Looks for what stands at some places of its bytes, and for where that is. */
+inline void readPlaces(const Message* message)
+{
+    const qint64 size = 8 * qint64(message->getData().size());
+    for (qint64 bit = 0; bit < size; bit += size / 50 + 1) {
+        const FieldBytes found(FieldBytes::at(message, bit, FieldBytes::Bits), message);
+        bool isThere = false;
+        for (const FieldBytes::Range& range : found.getRanges()) {
+            if (range.begin < 0 || range.end > size)
+                std::abort();
+            isThere = isThere || (range.begin <= bit && bit < range.end);
+        }
+        if (!isThere)
             std::abort();
     }
 }

@@ -240,9 +240,10 @@ private:
 };
 
 JsonDocument::JsonDocument(const QByteArray& bytes)
-    : m_bytes(bytes.startsWith(Mark) ? bytes.mid(int(sizeof(Mark)) - 1) : bytes)
+    : m_skipped(bytes.startsWith(Mark) ? int(sizeof(Mark)) - 1 : 0)
     , m_isSuspect(false)
 {
+    m_bytes = m_skipped > 0 ? bytes.mid(m_skipped) : bytes;
     if (m_bytes.size() > GreatestSize) {
         m_bytes.clear();
         m_problems.append(
@@ -252,6 +253,7 @@ JsonDocument::JsonDocument(const QByteArray& bytes)
     if (read())
         return;
     m_isSuspect = false;
+    m_skipped = -1;
     const JsonCheck check(m_bytes);
     m_problems = check.getProblems();
     m_bytes = check.getRepaired();

@@ -60,6 +60,9 @@ public:
     /** The value of a member of an object, the last one of that name; 0 when there is none. */
     quint32 findMember(quint32 object, const char* name) const;
 
+    /** How many bytes stand before those that nodes count; negative where these were made of damaged ones. */
+    int getSkipped() const { return m_skipped; }
+
     /** What is wrong, as "a.b[3] at byte 12: text". */
     const QStringList& getProblems() const;
 
@@ -70,6 +73,7 @@ private:
 
     QByteArray m_bytes; // with room behind them for the parser
     std::vector<JsonNode> m_nodes;
+    int m_skipped;
     mutable bool m_isSuspect; // and was not checked so far
     mutable QStringList m_problems;
 };

@@ -34,10 +34,19 @@ bool isInteger(const JsonDocument& document, quint32 node)
            JsonScalar::toNumber(document.getRaw(node)).isInteger();
 }
 
+FieldBytes::End placeOf(const JsonDocument& document, qint64 node, LocatedBytes* found)
+{
+    if (node < 0 || document.getSkipped() < 0)
+        return FieldBytes::Untold;
+    const JsonNode& value = document.at(quint32(node));
+    found->bytes.append({document.getSkipped() + qint64(value.begin), document.getSkipped() + qint64(value.end)});
+    return FieldBytes::Found;
+}
+
 } // namespace
 
 /** One of the two numbers of a time. */
-class JsonFieldInfo::Part : public FieldInfo
+class JsonFieldInfo::Part : public FieldInfo, public FieldLocator
 {
 public:
     Part(const JsonFieldInfo* whole, const char* name)
@@ -54,6 +63,10 @@ public:
     FieldValue getValue(const Message* message, unsigned int index) const override
     {
         return m_whole->partOf(message, index, m_name);
+    }
+    FieldBytes::End locate(const Holder& holder, int index, LocatedBytes* found) const override
+    {
+        return m_whole->locatePart(holder, index, m_name, found);
     }
 
 private:
@@ -141,6 +154,24 @@ FieldValue JsonFieldInfo::getValue(const Message* message, unsigned int index) c
     return node < 0 ? FieldValue::invalid() : valueAt(static_cast<const JsonMessage*>(message), quint32(node), index);
 }
 
+FieldBytes::End JsonFieldInfo::locate(const Holder& holder, int index, LocatedBytes* found) const
+{
+    const JsonMessage* const own = ownMessage(holder.message);
+    if (!own)
+        return FieldBytes::Untold;
+    return placeOf(own->getDocument(), index < 0 ? own->getNode(m_slot) : nodeOf(own, unsigned(index)), found);
+}
+
+/** Where a number of a time is. */
+FieldBytes::End JsonFieldInfo::locatePart(const Holder& holder, int index, const char* name, LocatedBytes* found) const
+{
+    const qint64 node = index < 0 ? -1 : nodeOf(holder.message, unsigned(index));
+    const JsonDocument* const document =
+        node < 0 ? nullptr : &static_cast<const JsonMessage*>(holder.message)->getDocument();
+    const quint32 part = document ? document->findMember(quint32(node), name) : 0;
+    return part > 0 ? placeOf(*document, part, found) : FieldBytes::Untold;
+}
+
 FieldValue JsonFieldInfo::valueAt(const JsonMessage* message, quint32 node, unsigned int index) const
 {
     const JsonDocument& document = message->getDocument();
@@ -210,4 +241,14 @@ FieldValue JsonUnknownFieldInfo::getValue(const Message* message, unsigned int i
     if (!unknown.reason.isEmpty())
         text += QStringLiteral(" (") + unknown.reason + QLatin1Char(')');
     return FieldValue::fromText(text);
+}
+
+FieldBytes::End JsonUnknownFieldInfo::locate(const Holder& holder, int index, LocatedBytes* found) const
+{
+    const JsonMessage* const own = jsonMessage(holder.message, this);
+    FieldBytes::End end = FieldBytes::Untold;
+    const int count = own ? int(own->getUnknown().size()) : 0;
+    for (int i = qMax(0, index); i < count && (index < 0 || i == index); ++i)
+        end = placeOf(own->getDocument(), own->getUnknown()[std::size_t(i)].node, found);
+    return end;
 }

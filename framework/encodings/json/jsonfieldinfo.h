@@ -2,6 +2,7 @@
 #define JSONFIELDINFO_H
 
 #include "fieldinfo.h"
+#include "fieldlocator.h"
 #include "jsonshape.h"
 
 class JsonDocument;
@@ -9,7 +10,7 @@ class JsonMessage;
 class JsonMessageInfo;
 
 /** A member of an object: a single value, a sub-message, or an array of these. */
-class JsonFieldInfo : public FieldInfo
+class JsonFieldInfo : public FieldInfo, public FieldLocator
 {
 public:
     /** Where a field stands. */
@@ -26,6 +27,7 @@ public:
 
     unsigned int getValueCount(const Message* message) const override;
     FieldValue getValue(const Message* message, unsigned int index) const override;
+    FieldBytes::End locate(const Holder& holder, int index, LocatedBytes* found) const override;
 
     /** Whether its values have parts. */
     bool hasStructure() const;
@@ -44,6 +46,7 @@ private:
     FieldValue valueAt(const JsonMessage* message, quint32 node, unsigned int index) const;
     qint64 nodeOf(const Message* message, unsigned int index) const;
     FieldValue partOf(const Message* message, unsigned int index, const char* name) const;
+    FieldBytes::End locatePart(const Holder& holder, int index, const char* name, LocatedBytes* found) const;
 
     const JsonShape::Kind m_kind;
     const JsonMessageInfo* m_holder;
@@ -51,13 +54,14 @@ private:
 };
 
 /** Members that are in a message and in no field, as texts such as "speed: 1.5". */
-class JsonUnknownFieldInfo : public FieldInfo
+class JsonUnknownFieldInfo : public FieldInfo, public FieldLocator
 {
 public:
     JsonUnknownFieldInfo();
 
     unsigned int getValueCount(const Message* message) const override;
     FieldValue getValue(const Message* message, unsigned int index) const override;
+    FieldBytes::End locate(const Holder& holder, int index, LocatedBytes* found) const override;
 };
 
 #endif

@@ -1,8 +1,10 @@
 #include "mavlinkfieldinfo.h"
 
+#include "mavlinkframe.h"
 #include "message.h"
 #include "utf8text.h"
 
+#include <QCoreApplication>
 #include <QtEndian>
 
 #include <algorithm>
@@ -24,13 +26,13 @@ struct Payload
     explicit Payload(const QByteArray& frame)
         : version(None)
         , bytes(nullptr)
+        , header(0)
         , size(0)
     {
         const int frameSize = static_cast<int>(frame.size());
         if (frameSize < 2)
             return;
         const quint8 magic = static_cast<quint8>(frame.at(0));
-        int header = 0;
         if (magic == 0xfd) {
             version = Version2;
             header = 10;
@@ -47,6 +49,7 @@ struct Payload
 
     Version version;
     const char* bytes; // null when size is 0: a frame may be shorter than its header
+    int header;        // bytes before it
     int size;
 };
 
@@ -151,4 +154,50 @@ QString MavlinkFieldInfo::getStringValue(const Message* message) const
         return QString();
     const char* text = payload.bytes + m_offset;
     return Utf8Text::decode(text, static_cast<int>(qstrnlen(text, static_cast<uint>(size))));
+}
+
+FieldBytes::End MavlinkFieldInfo::locate(const Holder& holder, int index, LocatedBytes* found) const
+{
+    const Payload payload(*holder.bytes);
+    const int size = getType().getSize();
+    const int begin = m_offset + qMax(0, index) * size;
+    const int end = begin + (index < 0 ? m_count : 1) * size;
+    if (begin >= payload.size)
+        return FieldBytes::LeftOff;
+    found->bytes.append({payload.header + begin, payload.header + std::min(end, payload.size)});
+    return FieldBytes::Found;
+}
+
+QString MavlinkFieldInfo::getNameOfRest(const QByteArray& message, qint64 byte) const
+{
+    static const char* const names[] = {
+        QT_TRANSLATE_NOOP("MavlinkFrame", "start of a frame"),
+        QT_TRANSLATE_NOOP("MavlinkFrame", "length of the payload"),
+        QT_TRANSLATE_NOOP("MavlinkFrame", "flags that a receiver must know"),
+        QT_TRANSLATE_NOOP("MavlinkFrame", "flags"),
+        QT_TRANSLATE_NOOP("MavlinkFrame", "sequence number"),
+        QT_TRANSLATE_NOOP("MavlinkFrame", "system that sent it"),
+        QT_TRANSLATE_NOOP("MavlinkFrame", "component that sent it"),
+        QT_TRANSLATE_NOOP("MavlinkFrame", "number of the message type"),
+        QT_TRANSLATE_NOOP("MavlinkFrame", "payload without a field"),
+        QT_TRANSLATE_NOOP("MavlinkFrame", "checksum"),
+        QT_TRANSLATE_NOOP("MavlinkFrame", "signature"),
+    };
+    enum
+    {
+        Type = 7,
+        Rest,
+        Checksum,
+        Signature
+    };
+    const Payload payload(message);
+    const qint64 behind = byte - payload.header - payload.size;
+    qint64 name = byte;
+    if (payload.version == Payload::None)
+        return QString();
+    if (byte < payload.header)
+        name = std::min<qint64>(Type, payload.version == Payload::Version1 && byte > 1 ? byte + 2 : byte);
+    else
+        name = behind < 0 ? Rest : behind < MavlinkFrame::ChecksumSize ? Checksum : Signature;
+    return QCoreApplication::translate("MavlinkFrame", names[name]);
 }

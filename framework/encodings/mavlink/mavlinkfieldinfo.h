@@ -2,9 +2,10 @@
 #define MAVLINKFIELDINFO_H
 
 #include "fieldinfo.h"
+#include "fieldlocator.h"
 
 /** A field of a MAVLink message; reads its values out of the frame that the message keeps. */
-class CORVELFRAMEWORK_EXPORT MavlinkFieldInfo : public FieldInfo
+class CORVELFRAMEWORK_EXPORT MavlinkFieldInfo : public FieldInfo, public FieldLocator
 {
 public:
     /**
@@ -17,6 +18,8 @@ public:
     unsigned int getValueCount(const Message* message) const override;
     FieldValue getValue(const Message* message, unsigned int index) const override;
     QString getStringValue(const Message* message) const override;
+    FieldBytes::End locate(const Holder& holder, int index, LocatedBytes* found) const override;
+    QString getNameOfRest(const QByteArray& message, qint64 byte) const override;
 
     /** Where the field begins in the payload. */
     int getOffset() const { return m_offset; }

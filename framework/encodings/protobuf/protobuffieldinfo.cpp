@@ -1,6 +1,7 @@
 #include "protobuffieldinfo.h"
 
 #include "protobufmessage.h"
+#include "protobufplaces.h"
 #include "protobuftext.h"
 #include "timetext.h"
 
@@ -81,6 +82,16 @@ FieldValue ProtobufFieldInfo::getValue(const Message* message, unsigned int inde
     return isRepeated() ? repeatedValue(*content, static_cast<int>(index)) : singleValue(*content);
 }
 
+FieldBytes::End ProtobufFieldInfo::locate(const Holder& holder, int index, LocatedBytes* found) const
+{
+    const google::protobuf::Message* const content = contentOf(holder.message);
+    if (!content)
+        return FieldBytes::Untold;
+    if (isRepeated())
+        return ProtobufPlaces(&holder).findOneOf(m_descriptor, index, static_cast<int>(countIn(*content)), found);
+    return ProtobufPlaces(&holder).findOnly(m_descriptor, found);
+}
+
 FieldValue ProtobufFieldInfo::singleValue(const google::protobuf::Message& content) const
 {
     switch (m_cppType) {
@@ -147,7 +158,7 @@ FieldValue ProtobufFieldInfo::textValue(const std::string& text) const
 }
 
 /** One of the two numbers of a time. */
-class ProtobufTimeFieldInfo::Part : public FieldInfo
+class ProtobufTimeFieldInfo::Part : public FieldInfo, public FieldLocator
 {
 public:
     Part(const ProtobufTimeFieldInfo* whole, const FieldDescriptor* descriptor)
@@ -155,22 +166,32 @@ public:
                     FieldType(FieldType::SignedType, descriptor->number() == NanosNumber ? 4 : 8,
                               QString::fromLatin1(descriptor->type_name())))
         , m_whole(whole)
-        , m_number(descriptor->number())
+        , m_descriptor(descriptor)
     {
         setOptional(whole->isOptional());
         setRepeated(whole->isRepeated());
-        setUnit(m_number == NanosNumber ? QStringLiteral("ns") : QStringLiteral("s"));
+        setUnit(descriptor->number() == NanosNumber ? QStringLiteral("ns") : QStringLiteral("s"));
     }
 
     unsigned int getValueCount(const Message* message) const override { return m_whole->getValueCount(message); }
     FieldValue getValue(const Message* message, unsigned int index) const override
     {
-        return m_whole->partOf(message, index, m_number);
+        return m_whole->partOf(message, index, m_descriptor->number());
+    }
+
+    FieldBytes::End locate(const Holder& holder, int index, LocatedBytes* found) const override
+    {
+        LocatedBytes whole;
+        const FieldBytes::End end = m_whole->locate(holder, index, &whole);
+        if (end != FieldBytes::Found)
+            return end;
+        const Holder inside{holder.message, holder.bytes, whole.inside};
+        return ProtobufPlaces(&inside).findOnly(m_descriptor, found);
     }
 
 private:
     const ProtobufTimeFieldInfo* m_whole;
-    int m_number;
+    const FieldDescriptor* m_descriptor;
 };
 
 ProtobufTimeFieldInfo::ProtobufTimeFieldInfo(const QString& name, Kind kind, const FieldDescriptor* descriptor,

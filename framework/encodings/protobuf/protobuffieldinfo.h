@@ -2,6 +2,7 @@
 #define PROTOBUFFIELDINFO_H
 
 #include "fieldinfo.h"
+#include "fieldlocator.h"
 
 #include <google/protobuf/descriptor.h>
 #include <google/protobuf/message.h>
@@ -10,7 +11,7 @@ class ProtobufMessage;
 class ProtobufMessageInfo;
 
 /** A field that a descriptor describes; also an extension. Numbers, texts, bytes and sub-messages, one or many. */
-class ProtobufFieldInfo : public FieldInfo
+class ProtobufFieldInfo : public FieldInfo, public FieldLocator
 {
 public:
     /**
@@ -24,6 +25,7 @@ public:
 
     unsigned int getValueCount(const Message* message) const override;
     FieldValue getValue(const Message* message, unsigned int index) const override;
+    FieldBytes::End locate(const Holder& holder, int index, LocatedBytes* found) const override;
 
 protected:
     /** The parsed message, or null when the field does not occur in it. */
@@ -74,13 +76,14 @@ private:
 };
 
 /** Fields that were received and that the schema does not know, as texts such as "7: varint 150". */
-class ProtobufUnknownFieldInfo : public FieldInfo
+class ProtobufUnknownFieldInfo : public FieldInfo, public FieldLocator
 {
 public:
     explicit ProtobufUnknownFieldInfo(const google::protobuf::Message* prototype);
 
     unsigned int getValueCount(const Message* message) const override;
     FieldValue getValue(const Message* message, unsigned int index) const override;
+    FieldBytes::End locate(const Holder& holder, int index, LocatedBytes* found) const override;
 
 private:
     const google::protobuf::UnknownFieldSet* setOf(const Message* message) const;

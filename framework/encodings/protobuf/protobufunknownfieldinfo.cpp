@@ -1,5 +1,6 @@
 #include "protobuffieldinfo.h"
 #include "protobufmessage.h"
+#include "protobufplaces.h"
 #include "protobuftext.h"
 
 #include <google/protobuf/unknown_field_set.h>
@@ -88,4 +89,10 @@ FieldValue ProtobufUnknownFieldInfo::getValue(const Message* message, unsigned i
         return FieldValue::invalid();
     const UnknownField& field = fields->field(static_cast<int>(index));
     return FieldValue::fromText(textOf(field, *this) + reasonOf(field, m_prototype->GetDescriptor()));
+}
+
+FieldBytes::End ProtobufUnknownFieldInfo::locate(const Holder& holder, int index, LocatedBytes* found) const
+{
+    return ProtobufPlaces(&holder).findUnknown(m_prototype->GetDescriptor(), index,
+                                               static_cast<int>(getValueCount(holder.message)), found);
 }

@@ -28,6 +28,17 @@ bool needsSlot(const Type& type)
     return elementOf(type).kind >= Kind::Struct || (isCollection(type.kind) && !isNumber(elementOf(type).kind));
 }
 
+/** Goes to the first byte that says something. */
+void skipPadding(const Node& node, const Wire& wire, Place* place)
+{
+    const Node* inner = &node;
+    while (inner->kind == Kind::Struct && !inner->plan->hasHeader && !inner->plan->parts.empty() &&
+           !inner->plan->parts.front().isOptional)
+        inner = inner->plan->parts.front().node;
+    Wire::align(place,
+                inner->kind == Kind::Struct && inner->plan->hasHeader ? wire.getLengthAlignment() : inner->alignment);
+}
+
 } // namespace
 
 bool isBytesOfRos(const Type& type)
@@ -156,6 +167,34 @@ bool RosFieldInfo::findElement(const RosMessage* message, unsigned int index, co
     return true;
 }
 
+FieldBytes::End RosFieldInfo::locate(const Holder& holder, int index, LocatedBytes* found) const
+{
+    const RosMessage* const own = ownMessage(holder.message);
+    const Node* node;
+    Place begin;
+    // Of what is written in a way that is not known, the bytes are not looked at.
+    if (!own || own->getWire().getBytes(0) != holder.bytes->constData())
+        return FieldBytes::Untold;
+    if (index < 0 || m_isBytes || m_isNumber) {
+        node = &nodeIn(own);
+        if (!own->getView().find(static_cast<int>(m_member), &begin))
+            return FieldBytes::Untold;
+    } else if (!findElement(own, static_cast<unsigned int>(index), &node, &begin)) {
+        return FieldBytes::Untold;
+    }
+    skipPadding(*node, own->getWire(), &begin);
+    Place end = begin;
+    const quint32 limit = begin.limit;
+    found->bytes.append({begin.at, own->getWire().skip(*node, &end) ? end.at : limit});
+    return FieldBytes::Found;
+}
+
+QString RosFieldInfo::getNameOfRest(const QByteArray&, qint64 byte) const
+{
+    const bool isHead = !m_holder->getTypes().isRos1() && byte < 4;
+    return isHead ? QCoreApplication::translate("RosMessage", "how the message is written") : QString();
+}
+
 FieldValue RosFieldInfo::valueAt(const RosMessage* message, unsigned int index, const Node& node,
                                  const Place& place) const
 {
@@ -208,7 +247,7 @@ FieldValue RosFieldInfo::numberAt(const Wire& wire, quint32 at) const
 }
 
 /** One of the two numbers of a time. */
-class RosTimeFieldInfo::Part : public FieldInfo
+class RosTimeFieldInfo::Part : public FieldInfo, public FieldLocator
 {
 public:
     Part(const RosTimeFieldInfo* whole, const Member& member, int part)
@@ -227,6 +266,16 @@ public:
     FieldValue getValue(const Message* message, unsigned int index) const override
     {
         return m_whole->partOf(message, index, m_part);
+    }
+    FieldBytes::End locate(const Holder& holder, int index, LocatedBytes* found) const override
+    {
+        const RosMessage* const own = m_whole->ownMessage(holder.message);
+        Place begin;
+        if (!own || index < 0 || !m_whole->findPart(own, static_cast<unsigned int>(index), &begin))
+            return FieldBytes::Untold;
+        const qint64 at = begin.at + quint32(4 * m_part);
+        found->bytes.append({at, at + 4});
+        return FieldBytes::Found;
     }
 
 private:
@@ -256,16 +305,23 @@ FieldValue RosTimeFieldInfo::getValue(const Message* message, unsigned int index
                                                      nanos - (isBorrowed ? TimeText::NanosPerSecond : 0)));
 }
 
+/** Where the two numbers of a time are. */
+bool RosTimeFieldInfo::findPart(const RosMessage* message, unsigned int index, Place* place) const
+{
+    const Wire& wire = message->getWire();
+    const Node* node;
+    if (!findElement(message, index, &node, place))
+        return false;
+    Place behind = *place;
+    return wire.skip(*node, &behind) && wire.enter(*node->plan, place) &&
+           Wire::align(place, wire.getLengthAlignment()) && place->getLeft() >= 8;
+}
+
 FieldValue RosTimeFieldInfo::partOf(const Message* message, unsigned int index, int part) const
 {
     const RosMessage* const own = ownMessage(message);
-    const Node* node;
     Place place;
-    if (!own || !findElement(own, index, &node, &place))
-        return FieldValue::invalid();
-    Place behind = place;
-    if (!own->getWire().skip(*node, &behind) || !own->getWire().enter(*node->plan, &place) ||
-        !Wire::align(&place, own->getWire().getLengthAlignment()) || place.getLeft() < 8)
+    if (!own || !findPart(own, index, &place))
         return FieldValue::invalid();
     const Kind kind = m_time->members[static_cast<std::size_t>(part)].type->kind;
     const qint64 number = own->getWire().readInteger(kind, place.at + quint32(4 * part));

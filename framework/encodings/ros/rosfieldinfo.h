@@ -1,10 +1,11 @@
 #ifndef ROSFIELDINFO_H
 #define ROSFIELDINFO_H
 
+#include "fieldlocator.h"
 #include "rosmessage.h"
 
 /** A field that a schema describes: numbers, texts, bytes and sub-messages, one or many. */
-class RosFieldInfo : public FieldInfo
+class RosFieldInfo : public FieldInfo, public FieldLocator
 {
 public:
     /**
@@ -16,6 +17,9 @@ public:
 
     unsigned int getValueCount(const Message* message) const override;
     FieldValue getValue(const Message* message, unsigned int index) const override;
+
+    FieldBytes::End locate(const Holder& holder, int index, LocatedBytes* found) const override;
+    QString getNameOfRest(const QByteArray& message, qint64 byte) const override;
 
     /** How many bytes a value of bytes has, without copying them. */
     quint32 getByteCount(const Message* message) const;
@@ -56,6 +60,7 @@ private:
     class Part;
 
     FieldValue partOf(const Message* message, unsigned int index, int part) const;
+    bool findPart(const RosMessage* message, unsigned int index, Ros::Place* place) const;
 
     const Ros::Struct* m_time;
 };
