@@ -6,6 +6,7 @@
 #include "messageinfo.h"
 #include "messagereference.h"
 #include "recordingindex.h"
+#include "samefield.h"
 
 #include <QElapsedTimer>
 #include <QReadWriteLock>
@@ -130,18 +131,35 @@ void FieldPass::read(StreamDecoder* decoder)
     }
 }
 
+const FieldPass::Wants& FieldPass::wantsOf(const MessageInfo* info)
+{
+    const auto known = m_wants.find(info);
+    if (known != m_wants.end())
+        return known->second;
+    Wants wants;
+    for (int i = 0; i < int(m_paths.size()); ++i) {
+        const FieldPath field = SameField::in(m_paths.at(i), info);
+        if (!field.isNull())
+            wants.push_back({i, field});
+    }
+    return m_wants.emplace(info, wants).first->second;
+}
+
 void FieldPass::processReceived(const ReceivedMessage& received)
 {
-    if (m_input.isCancelled() || !received.info || received.time == Message::NoTime)
+    if (!received.info)
         return;
-    MessageReference message;
-    for (std::size_t i = 0; i < m_last.size(); ++i) {
-        const FieldPath& path = m_paths.at(int(i));
-        if (path.getMessageInfo() != received.info)
-            continue;
-        if (message.isNull()) // the bytes stay where they are
-            message = MessageReference::adopt(
-                received.info->newMessage(QByteArray::fromRawData(received.data, received.size)));
+    if (received.info != m_wantedInfo) {
+        m_wantedInfo = received.info;
+        m_wanted = &wantsOf(received.info);
+    }
+    if (m_wanted->empty() || received.time == Message::NoTime || m_input.isCancelled())
+        return;
+    // The bytes stay where they are.
+    const MessageReference message =
+        MessageReference::adopt(received.info->newMessage(QByteArray::fromRawData(received.data, received.size)));
+    for (const Want& want : *m_wanted) {
+        const std::size_t i = std::size_t(want.path);
         Piece*& piece = m_last[i].piece;
         if (!piece || m_last[i].sender != received.sender) {
             std::unique_ptr<Piece>& known = m_pieces[quint64(i) << 32 | received.sender];
@@ -150,7 +168,7 @@ void FieldPass::processReceived(const ReceivedMessage& received)
             piece = known.get();
             m_last[i].sender = received.sender;
         }
-        piece->values.push_back({double(received.time) / 1e6, numberOf(path, message.get())});
+        piece->values.push_back({double(received.time) / 1e6, numberOf(want.field, message.get())});
         if (piece->values.size() >= FullPiece)
             handOver(piece);
     }

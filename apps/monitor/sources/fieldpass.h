@@ -21,8 +21,8 @@ class QReadWriteLock;
 /**
  * Reads fields out of a whole recording once, on a thread of its own, whatever is played of it meanwhile.
  *
- * Only messages of the wanted types are looked into. Values are taken away from time to time; the pass waits when
- * nobody does. Messages without a time are left out.
+ * Only messages of the wanted types, and of those that took their places, are looked into. Values are taken away from
+ * time to time; the pass waits when nobody does. Messages without a time are left out.
  */
 class FieldPass : public QThread, private StreamSink
 {
@@ -77,15 +77,27 @@ private:
         quint32 sender = 0;
     };
 
+    /** What is read of the messages of a type. */
+    struct Want
+    {
+        int path;
+        FieldPath field;
+    };
+    typedef std::vector<Want> Wants;
+
     bool open(OpenedStream* stream);
     void read(StreamDecoder* decoder);
     // With the lock held.
+    const Wants& wantsOf(const MessageInfo* info);
     void handOver(Piece* piece);
     void handOverAll();
     void fail(const QString& text);
 
     const QVector<FieldPath> m_paths;
     std::vector<Last> m_last; // that got a value, by path
+    std::unordered_map<const MessageInfo*, Wants> m_wants;
+    const MessageInfo* m_wantedInfo = nullptr; // of the newest message
+    const Wants* m_wanted = nullptr;
     QReadWriteLock* m_lock;
     PassInput m_input;
     const StreamDecoder* m_decoder = nullptr;                     // while it reads

@@ -1,6 +1,7 @@
 #include "corvel.h"
 #include "fieldvaluelabel.h"
 #include "mavlinkframes.h"
+#include "mcapfixtures.h"
 #include "messagewidget.h"
 #include "plotlegend.h"
 #include "plotstack.h"
@@ -110,6 +111,7 @@ private Q_SLOTS:
     void whatWasChosenSurvivesARestart();
     void aSenderStaysChosenWhenItGetsAnotherName();
     void theWholeRecordingIsPlottedAndAClickGoesThere();
+    void aLineGoesOnWhenItsTypeChanges();
     void whatCannotBeOpenedIsToldInOneBox();
     void recordingsDoNotOverwriteWhatIsInUse();
 
@@ -322,6 +324,36 @@ void tst_monitorplayback::theWholeRecordingIsPlottedAndAClickGoesThere()
     EVENTUALLY_IS(QString("%1 to %2").arg(view->xAxis->range().lower).arg(view->xAxis->range().upper), "0 to 9");
     QCOMPARE(window.getPlot()->getSeries()[1]->getShift(), double(Start + 86400));
     EVENTUALLY(view->getPositions().contains(9) && view->getPositions().contains(7));
+}
+
+// Messages that say themselves what fields they have make another type when there are more.
+void tst_monitorplayback::aLineGoesOnWhenItsTypeChanges()
+{
+    RollWindow window;
+    const TestFolder folder;
+    const auto record = [&folder](const char* name, const QList<QByteArray>& messages) {
+        McapFixtures::Recording recording(McapFixtures::settings(McapWriter::NoCompression, 1000));
+        const quint16 channel =
+            recording.writer.addChannel("/a", "json", recording.writer.addSchema("demo.Cart", "", ""));
+        for (int i = 0; i < int(messages.size()); ++i)
+            recording.writer.writeMessage(channel, 0, quint64(i + 1) * McapFixtures::Millisecond, messages.at(i));
+        return folder.write(name, recording.finished());
+    };
+    const auto points = [&]() {
+        QStringList texts;
+        for (const auto& series : window.getPlot()->getSeries())
+            for (qint64 i = 0; i < series->getPoints().getCount(); ++i)
+                texts.append(QString::number(series->getPoints().at(i).value));
+        return texts.join(' ');
+    };
+    QVERIFY(window.play(record("a.mcap", {"{\"x\": 1}", "{\"x\": 2}"})));
+    window.getPlot()->plot("json/demo.Cart/x");
+    EVENTUALLY_IS(points(), "1 2");
+    QVERIFY(window.play(record("b.mcap", {"{\"x\": 3, \"y\": 7}"})));
+    EVENTUALLY_IS(points(), "1 2 3");
+    window.getPlot()->removeAll();
+    window.getPlot()->plot("json/demo.Cart/x");
+    EVENTUALLY_IS(points(), "1 2 3");
 }
 
 void tst_monitorplayback::whatCannotBeOpenedIsToldInOneBox()

@@ -110,7 +110,7 @@ void tst_monitorplot::memoryIsBoundedAndExtremesStay()
     TestMessage* const values = static_cast<TestMessage*>(const_cast<Message*>(message.get()));
     for (int i = 0; i < 3 * PlotSeries::MostPoints; ++i) {
         values->set(desk.speed, i == 1000 ? 1e6 : std::sin(i * 0.01));
-        series.add(values, 1000 + i * 0.001);
+        series.add(path, values, 1000 + i * 0.001);
         if (i % 10000 == 0)
             QVERIFY(series.getPoints().getCount() <= PlotSeries::MostPoints);
     }
@@ -119,7 +119,7 @@ void tst_monitorplot::memoryIsBoundedAndExtremesStay()
     QVERIFY(points.at(0).time < 1001); // still from the beginning
     QCOMPARE(series.getMessageCount(), quint64(3 * PlotSeries::MostPoints));
     // What is too old goes.
-    series.add(values, 1000 + 3 * 200 + PlotSeries::LongestTime - 1);
+    series.add(path, values, 1000 + 3 * 200 + PlotSeries::LongestTime - 1);
     QVERIFY(points.at(0).time >= 1500);
 }
 

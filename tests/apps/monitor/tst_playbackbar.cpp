@@ -52,6 +52,7 @@ class tst_playbackbar : public TestBase
 private Q_SLOTS:
     void initTestCase();
     void theTimeLineTellsWhatThereIs();
+    void manyGapsTellHowMuchIsMissing();
     void clicksGoThere();
     void keysStepAndPlay();
     void gapsAreGoneToOneAfterAnother();
@@ -102,6 +103,29 @@ void tst_playbackbar::theTimeLineTellsWhatThereIs()
     QCOMPARE(int(window.line()->getContents().gaps.size()), 0);
     window.getDesk()->chooseTypes({});
     QCOMPARE(int(window.line()->getContents().gaps.size()), 2);
+}
+
+void tst_playbackbar::manyGapsTellHowMuchIsMissing()
+{
+    QSlider slider(Qt::Horizontal);
+    TimeLine line(&slider);
+    line.resize(1100, line.sizeHint().height());
+    TimeLine::Contents contents;
+    contents.end = 1000 * Second;
+    for (qint64 second = 0; second < 400; ++second) // a tenth, and again from 800 on a hundredth of a pixel
+        contents.gaps.append({second * Second, second * Second + Second / 10, 0});
+    contents.gaps.append({500 * Second, 600 * Second, 0});
+    contents.gaps.append({800 * Second, 800 * Second + 1, 0});
+    line.setContents(contents);
+    const QImage picture = line.grab().toImage();
+    const auto strength = [&](int second) { // how far the colour is from that of no gap
+        const auto at = [&](int x) { return picture.pixelColor(x, picture.height() - 11); };
+        const int handle = slider.style()->pixelMetric(QStyle::PM_SliderLength, nullptr, &slider);
+        const QColor colour = at(handle / 2 + (picture.width() - handle) * second / 1000);
+        return qAbs(colour.blue() - at(picture.width() * 9 / 10).blue());
+    };
+    QVERIFY(strength(700) == 0 && strength(800) > 20);
+    QVERIFY(strength(200) > strength(800) && strength(550) > strength(200) + 20);
 }
 
 void tst_playbackbar::clicksGoThere()

@@ -7,6 +7,7 @@
 #include <QLocale>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QSet>
 #include <QSlider>
 #include <QStyle>
 #include <QStyleOptionSlider>
@@ -15,9 +16,10 @@
 #include <algorithm>
 #include <cmath>
 
-static const int LaneHeight = 4; // of gaps, damage and events
-static const int MostTold = 3;   // of a kind in one tool tip
-static const int Nearness = 3;   // pixels that somebody who points at a mark may be beside it
+static const int LaneHeight = 4;         // of gaps, damage and events
+static const int MostTold = 3;           // of a kind in one tool tip
+static const double LeastOpacity = 0.35; // of a gap
+static const int Nearness = 3;           // pixels that somebody who points at a mark may be beside it
 
 TimeLine::TimeLine(QSlider* slider, QWidget* parent)
     : QWidget(parent)
@@ -206,6 +208,37 @@ std::vector<double> TimeLine::heights(const RecordingDensity::Curve& curve) cons
     return all;
 }
 
+std::vector<double> TimeLine::missing() const
+{
+    const QRect area = ground();
+    std::vector<double> all(std::size_t(qMax(0, area.width())), 0.0);
+    QSet<int> kinds;
+    for (const Mark& gap : m_contents.gaps) {
+        kinds.insert(gap.text);
+        const double from = placeOf(gap.start) - area.left();
+        const double to = placeOf(gap.end) - area.left();
+        for (int x = int(from); x < to && x < int(all.size()); ++x)
+            all[std::size_t(x)] += qMin(to, x + 1.0) - qMax(from, double(x));
+    }
+    for (double& part : all)
+        part = qMin(1.0, part / kinds.size());
+    return all;
+}
+
+// Strong where much is missing: with thousands of gaps there is one in every pixel, which alone would say nothing.
+void TimeLine::drawGaps(QPainter* painter, int y, int height, const QColor& colour) const
+{
+    QColor faint = colour;
+    faint.setAlphaF(LeastOpacity);
+    drawMarks(painter, m_contents.gaps, y, height, faint);
+    const std::vector<double> parts = missing();
+    for (std::size_t x = 0; x < parts.size(); ++x) {
+        QColor strong = colour;
+        strong.setAlphaF(std::sqrt(parts[x])); // the root, as of the hills
+        painter->fillRect(ground().left() + int(x), y, 1, height, strong);
+    }
+}
+
 void TimeLine::drawMarks(QPainter* painter, const QVector<Mark>& marks, int y, int height, const QColor& colour) const
 {
     double drawn = -1; // of many marks in one pixel, one is enough
@@ -244,7 +277,7 @@ void TimeLine::drawAll()
         draw(all[x], plain);
         draw(chosen[x], palette().color(QPalette::Highlight));
     }
-    drawMarks(&painter, m_contents.gaps, bottom, LaneHeight, Theme::accent(palette(), Theme::Warning));
+    drawGaps(&painter, bottom, LaneHeight, Theme::accent(palette(), Theme::Warning));
     QVector<Mark> damage;
     for (std::size_t i = 0; i < m_contents.damage.counts.size(); ++i) {
         const qint64 start = m_contents.damage.start + qint64(i) * m_contents.damage.width;

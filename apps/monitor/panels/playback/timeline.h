@@ -73,7 +73,10 @@ private:
     double placeOf(qint64 time) const;
     void moveSlider(int x);
     void drawAll();
+    /** How much of each pixel's time is in gaps, from 0 to 1 where all that has gaps is missing all the time. */
+    std::vector<double> missing() const;
     std::vector<double> heights(const RecordingDensity::Curve& curve) const;
+    void drawGaps(QPainter* painter, int y, int height, const QColor& colour) const;
     void drawMarks(QPainter* painter, const QVector<Mark>& marks, int y, int height, const QColor& colour) const;
 
     QSlider* m_slider;

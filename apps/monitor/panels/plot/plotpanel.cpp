@@ -2,6 +2,7 @@
 
 #include "csvfile.h"
 #include "desk.h"
+#include "formatregistry.h"
 #include "lineactions.h"
 #include "message.h"
 #include "plotbar.h"
@@ -11,6 +12,7 @@
 #include "plotview.h"
 #include "plotwishes.h"
 #include "recordedlines.h"
+#include "samefield.h"
 #include "theme.h"
 
 #include <QAction>
@@ -70,6 +72,7 @@ PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
             [this](double time) { m_recorded->goTo(time, m_bar->getSinceStart()->isChecked()); });
     followPreferences(desk->getPreferences());
     connect(desk, &Desk::senderRenamed, this, &PlotPanel::renameSender);
+    connect(FormatRegistry::getInstance(), &FormatRegistry::formatsChanged, this, &PlotPanel::updateTypes);
     connect(m_plots, &PlotStack::colorsChanged, this, &PlotPanel::updateNames);
     connect(&m_timer, &QTimer::timeout, this, &PlotPanel::refresh);
     m_timer.start();
@@ -199,10 +202,13 @@ void PlotPanel::setFunction(PlotFunction::Kind function)
     m_changed = true;
 }
 
-void PlotPanel::addField(const FieldPath& path, const Origin& origin, int place, PlotFunction::Kind function)
+void PlotPanel::addField(const FieldPath& field, const Origin& origin, int place, PlotFunction::Kind function)
 {
-    if (!path.getField() || path.isWholeRepeatedField() || path.isHidden())
+    if (!field.getField() || field.isWholeRepeatedField() || field.isHidden())
         return;
+    FieldPath path = field; // as it is drawn already
+    for (const auto& series : m_series)
+        path = SameField::areSame(series->getPath(), field) ? series->getPath() : path;
     const bool ofEach = origin.sender.isEmpty();
     m_removed.erase(std::remove_if(m_removed.begin(), m_removed.end(),
                                    [&](const auto& removed) {
@@ -332,16 +338,18 @@ void PlotPanel::updateEmptiness()
 void PlotPanel::updateTypes()
 {
     m_paths.clear();
-    for (const auto& series : m_series) {
-        QVector<FieldPath>& paths = m_paths[series->getPath().getMessageInfo()];
+    QVector<FieldPath> paths;
+    for (const auto& series : m_series)
         if (!paths.contains(series->getPath()))
             paths.append(series->getPath());
+    for (const FieldPath& path : std::as_const(paths)) {
+        const QVector<const MessageInfo*> types = SameField::typesLike(path.getMessageInfo());
+        for (const MessageInfo* const type : types)
+            if (SameField::in(path, type).getField())
+                m_paths[type].append({path, SameField::in(path, type)});
     }
     const QList<const MessageInfo*> types = m_paths.keys();
     m_listener.setTypes(QSet<const MessageInfo*>(types.begin(), types.end()));
-    QVector<FieldPath> paths;
-    for (const QVector<FieldPath>& some : std::as_const(m_paths))
-        paths += some;
     m_recorded->setWanted(paths);
 }
 
@@ -440,9 +448,9 @@ void PlotPanel::processMessage(const Message* message)
     const bool hasTime = message->getTime() != Message::NoTime;
     const double seconds =
         hasTime ? double(message->getTime()) / 1e6 : double(QDateTime::currentMSecsSinceEpoch()) / 1e3;
-    for (const FieldPath& path : *paths)
-        if (PlotSeries* const series = findOrAdd(path, message->getSender()))
-            series->add(message, seconds);
+    for (const Wanted& wanted : *paths)
+        if (PlotSeries* const series = findOrAdd(wanted.path, message->getSender()))
+            series->add(wanted.here, message, seconds);
     m_changed = true;
 }
 
@@ -462,6 +470,8 @@ void PlotPanel::refresh()
     followStarts();
     if (!isPaused())
         followTime();
+    else
+        m_plots->followValues();
     followMouse();
     showValues();
     m_legend->fitValueColumn();

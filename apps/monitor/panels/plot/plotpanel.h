@@ -51,7 +51,7 @@ public:
     void plot(const QString& expression);
     /** Draws a field from now on, of one sender or of each when @p origin has none: in the plot @p place, from 0, or in
      * a new one below when there are not as many; a negative one is that of the series that is chosen. */
-    void addField(const FieldPath& path, const Origin& origin = {QString(), false}, int place = -1,
+    void addField(const FieldPath& field, const Origin& origin = {QString(), false}, int place = -1,
                   PlotFunction::Kind function = PlotFunction::Values);
     /** Removes the series that is chosen in the list, or all. */
     void removeCurrent();
@@ -134,7 +134,14 @@ private:
     TapListener m_listener;
     std::vector<std::unique_ptr<PlotSeries>> m_series;
     std::vector<std::pair<FieldPath, QString>> m_removed; // senders of a field that is drawn of others
-    QHash<const MessageInfo*, QVector<FieldPath>> m_paths;
+    /** A field that is plotted, and what it is in a type that took the place of its own. */
+    struct Wanted
+    {
+        FieldPath path;
+        FieldPath here;
+    };
+
+    QHash<const MessageInfo*, QVector<Wanted>> m_paths;
     PlotStack* m_plots;
     PlotLegend* m_legend;
     QSplitter* m_splitter;

@@ -169,9 +169,9 @@ bool PlotSeries::isGap(double seconds)
     return true;
 }
 
-void PlotSeries::add(const Message* message, double seconds)
+void PlotSeries::add(const FieldPath& path, const Message* message, double seconds)
 {
-    const FieldValue value = m_path.getValue(message);
+    const FieldValue value = path.getValue(message);
     m_value = value.isNumber() ? value : FieldValue::invalid();
     ++m_count;
     if (m_isRecorded && !m_recording) {
@@ -183,7 +183,7 @@ void PlotSeries::add(const Message* message, double seconds)
         return;
     if (seconds < m_lastTime - LongestStepBack)
         clear(); // a recording that is played again
-    addPoint(seconds, value.isNumber() ? FieldPass::numberOf(m_path, value) : FieldPass::numberOf(m_path, message));
+    addPoint(seconds, value.isNumber() ? FieldPass::numberOf(path, value) : FieldPass::numberOf(path, message));
     if (m_isRecorded || m_points.at(0).time >= m_lastTime - LongestTime)
         return;
     // Not for every single point.

@@ -50,9 +50,9 @@ public:
     /** Its value as people read it, with unit. */
     QString getValueTextAt(double seconds) const;
 
-    /** Takes the field's value from @p message, which came at @p seconds since 1970. Of a recording that was read as a
-     * whole it is no point, but for what the recording went on with. */
-    void add(const Message* message, double seconds);
+    /** Takes the value from @p message, which came at @p seconds since 1970 and has the field at @p path. Of a
+     * recording that was read as a whole it is no point, but for what the recording went on with. */
+    void add(const FieldPath& path, const Message* message, double seconds);
 
     /** Begins anew with the points of a whole recording, of which @p mostPoints are kept; add() gives none until
      * endRecording(). */

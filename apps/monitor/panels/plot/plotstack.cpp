@@ -156,6 +156,12 @@ void PlotStack::showTimes(double from, double to)
     m_isSharing = false;
 }
 
+void PlotStack::followValues()
+{
+    for (PlotView* const view : m_views)
+        view->followValues();
+}
+
 void PlotStack::setPositions(const QVector<double>& times)
 {
     for (PlotView* const view : m_views)

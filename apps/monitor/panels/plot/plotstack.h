@@ -39,6 +39,7 @@ public:
     // See PlotView; of all of them.
     void emphasize(const PlotSeries* series);
     void showTimes(double from, double to);
+    void followValues();
     void setPositions(const QVector<double>& times);
     void setClickable(bool clickable);
     void setSinceStart(bool sinceStart);

@@ -209,8 +209,15 @@ void PlotView::takePoints()
     }
 }
 
+void PlotView::followValues()
+{
+    if (!m_areValuesChosen)
+        fitValues();
+}
+
 void PlotView::fitValues()
 {
+    m_areValuesChosen = false;
     for (const auto& axis : std::as_const(m_axes)) {
         QCPRange all(0, 0);
         bool any = false;
@@ -382,6 +389,7 @@ void PlotView::mouseMoveEvent(QMouseEvent* event)
         m_mayBeClick = false;
         Q_EMIT moved();
     }
+    m_areValuesChosen = m_areValuesChosen || (event->buttons() & Qt::LeftButton);
     QCustomPlot::mouseMoveEvent(event);
     const bool isInside = axisRect()->rect().contains(event->pos()) && event->buttons() == Qt::NoButton;
     m_pointed = isInside ? event->pos().x() : -1;

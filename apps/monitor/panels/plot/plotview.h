@@ -32,6 +32,8 @@ public:
     void showTimes(double from, double to);
     /** Scales every axis to the values in the time that is shown. */
     void fitValues();
+    /** The same, unless the user chose which values are shown. */
+    void followValues();
     /** Shows a @p factor of the time that is shown, round the middle. */
     void zoom(double factor);
 
@@ -107,6 +109,7 @@ private:
     bool m_areTimesShown = true;
     bool m_isClickable = false;
     bool m_mayBeClick = false;
+    bool m_areValuesChosen = false; // by the user
 };
 
 #endif

@@ -4,6 +4,7 @@
 #include "formatregistry.h"
 #include "plotpanel.h"
 #include "plotseries.h"
+#include "samefield.h"
 
 #include <QSettings>
 
@@ -35,7 +36,7 @@ void PlotWishes::resolve()
 {
     const QStringList waiting = m_waiting;
     for (const QString& expression : waiting) {
-        const FieldPath path = FieldPath::fromExpression(expression.section(QLatin1Char('\t'), 0, 0));
+        const FieldPath path = SameField::fromExpression(expression.section(QLatin1Char('\t'), 0, 0));
         const QString sender = expression.section(QLatin1Char('\t'), 1);
         if (!path.getField() || path.isHidden())
             continue;
