@@ -551,6 +551,21 @@
     </message>
 </context>
 <context>
+    <name>EventCauses</name>
+    <message>
+        <source>Hidden data</source>
+        <translation>Verborgene Daten</translation>
+    </message>
+    <message>
+        <source>The list is full with %1 rows: all others are counted here; last: %2</source>
+        <translation>Die Liste ist mit %1 Zeilen voll: Alle anderen zählen hier; zuletzt: %2</translation>
+    </message>
+    <message>
+        <source>more than %1 different ones, all others; last: %2</source>
+        <translation>mehr als %1 verschiedene, alle anderen; zuletzt: %2</translation>
+    </message>
+</context>
+<context>
     <name>EventLogTableWidget</name>
     <message>
         <source>Time</source>
@@ -566,14 +581,86 @@
     </message>
 </context>
 <context>
+    <name>EventModel</name>
+    <message>
+        <source>%1 @ %2</source>
+        <comment>sender and source</comment>
+        <translation>%1 @ %2</translation>
+    </message>
+    <message>
+        <source>The last one: %1</source>
+        <translation>Zuletzt: %1</translation>
+    </message>
+    <message>
+        <source>%1 UTC</source>
+        <translation>%1 UTC</translation>
+    </message>
+    <message>
+        <source>Severity</source>
+        <translation>Schwere</translation>
+    </message>
+    <message>
+        <source>How bad it is; of what vehicles say, as they say</source>
+        <translation>Wie schlimm es ist; bei Texten von Fahrzeugen, wie diese es sagen</translation>
+    </message>
+    <message>
+        <source>Count</source>
+        <translation>Anzahl</translation>
+    </message>
+    <message>
+        <source>How often it happened</source>
+        <translation>Wie oft es geschah</translation>
+    </message>
+    <message>
+        <source>Event</source>
+        <translation>Ereignis</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Whose message is concerned, or where it comes from</source>
+        <translation>Um wessen Nachricht es geht, oder woher es kommt</translation>
+    </message>
+    <message>
+        <source>First</source>
+        <translation>Zuerst</translation>
+    </message>
+    <message>
+        <source>By the time of the messages (UTC), as in a recording</source>
+        <translation>Nach der Zeit der Nachrichten (UTC), wie in einer Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Last</source>
+        <translation>Zuletzt</translation>
+    </message>
+    <message>
+        <source>First Seen</source>
+        <translation>Zuerst gesehen</translation>
+    </message>
+    <message>
+        <source>By the clock of this computer</source>
+        <translation>Nach der Uhr dieses Rechners</translation>
+    </message>
+    <message>
+        <source>Last Seen</source>
+        <translation>Zuletzt gesehen</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>What such events are called, or the message type that brings them</source>
+        <translation>Wie solche Ereignisse heißen, oder der Nachrichtentyp, der sie bringt</translation>
+    </message>
+</context>
+<context>
     <name>EventPanel</name>
     <message>
         <source>Events</source>
         <translation>Ereignisse</translation>
-    </message>
-    <message>
-        <source>Double-click an event, or press Return, to go to its time in the recording</source>
-        <translation>Ein Ereignis doppelklicken oder die Eingabetaste drücken, um in der Aufzeichnung zu seiner Zeit zu springen</translation>
     </message>
     <message>
         <source>Nothing happened yet: losses, checksum failures and changes of sources appear here.</source>
@@ -590,6 +677,103 @@
     <message>
         <source>Save Events</source>
         <translation>Ereignisse speichern</translation>
+    </message>
+    <message>
+        <source>Whole Recording</source>
+        <translation>Ganze Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Played</source>
+        <translation>Abgespielt</translation>
+    </message>
+    <message>
+        <source>What there is in all of the recording that is chosen</source>
+        <translation>Was es in der ganzen gewählten Aufzeichnung gibt</translation>
+    </message>
+    <message>
+        <source>What happened so far, in all sources</source>
+        <translation>Was bisher geschah, in allen Quellen</translation>
+    </message>
+    <message>
+        <source>What the events are about</source>
+        <translation>Wovon die Ereignisse handeln</translation>
+    </message>
+    <message>
+        <source>Event or source</source>
+        <translation>Ereignis oder Quelle</translation>
+    </message>
+    <message>
+        <source>Show only these events</source>
+        <translation>Nur diese Ereignisse zeigen</translation>
+    </message>
+    <message>
+        <source>Everything</source>
+        <translation>Alles</translation>
+    </message>
+    <message>
+        <source>Warnings and Errors</source>
+        <translation>Warnungen und Fehler</translation>
+    </message>
+    <message>
+        <source>Errors</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>How bad events must be to be shown</source>
+        <translation>Wie schlimm Ereignisse sein müssen, um gezeigt zu werden</translation>
+    </message>
+    <message>
+        <source>Double-click an event, or press Return, to go to its first time in the recording</source>
+        <translation>Doppelklick auf ein Ereignis oder die Eingabetaste führt zu seiner ersten Zeit in der Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>In the Order They Came</source>
+        <translation>In der Reihenfolge des Auftretens</translation>
+    </message>
+    <message>
+        <source>%1 hidden</source>
+        <comment>events</comment>
+        <translation>%1 ausgeblendet</translation>
+    </message>
+    <message>
+        <source>Looking through the recording: %1 %</source>
+        <translation>Die Aufzeichnung wird durchgesehen: %1 %</translation>
+    </message>
+    <message>
+        <source>No event is like that.</source>
+        <translation>So ist kein Ereignis.</translation>
+    </message>
+    <message>
+        <source>&amp;Go to This Time</source>
+        <translation>&amp;Zu dieser Zeit gehen</translation>
+    </message>
+    <message>
+        <source>&amp;Go to the First</source>
+        <translation>Zum &amp;ersten gehen</translation>
+    </message>
+    <message>
+        <source>Go to the &amp;Last</source>
+        <translation>Zum &amp;letzten gehen</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Load &amp;Definitions...</source>
+        <translation>Definitionen &amp;laden ...</translation>
+    </message>
+    <message>
+        <source>Clea&amp;r Events</source>
+        <translation>E&amp;reignisse leeren</translation>
+    </message>
+    <message>
+        <source>Co&amp;lumns</source>
+        <translation>&amp;Spalten</translation>
+    </message>
+    <message>
+        <source>No event is in this recording; gaps and losses are in the statistics.</source>
+        <translation>In dieser Aufzeichnung ist kein Ereignis; Lücken und Verluste stehen in der Statistik.</translation>
     </message>
 </context>
 <context>
@@ -3138,24 +3322,28 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>die Zeit der Nachrichten springt vor</translation>
     </message>
     <message>
-        <source>%1: receiving</source>
-        <translation>%1: empfängt</translation>
-    </message>
-    <message>
-        <source>%1: ended</source>
-        <translation>%1: beendet</translation>
-    </message>
-    <message>
-        <source>%1: failed: %2</source>
-        <translation>%1: fehlgeschlagen: %2</translation>
-    </message>
-    <message>
         <source>unknown message %1, sender %2</source>
         <translation>unbekannte Nachricht %1, Sender %2</translation>
     </message>
     <message>
         <source>message %1</source>
         <translation>Nachricht %1</translation>
+    </message>
+    <message>
+        <source>receiving</source>
+        <translation>empfängt</translation>
+    </message>
+    <message>
+        <source>ended</source>
+        <translation>beendet</translation>
+    </message>
+    <message>
+        <source>failed: %1</source>
+        <translation>fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
@@ -3557,6 +3745,41 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     </message>
 </context>
 <context>
+    <name>Severity</name>
+    <message>
+        <source>Emergency</source>
+        <translation>Notfall</translation>
+    </message>
+    <message>
+        <source>Alert</source>
+        <translation>Alarm</translation>
+    </message>
+    <message>
+        <source>Critical</source>
+        <translation>Kritisch</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Notice</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>Debug</source>
+        <translation>Fehlersuche</translation>
+    </message>
+</context>
+<context>
     <name>SilenceWatch</name>
     <message>
         <source>%1 s</source>
@@ -3684,26 +3907,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
 <context>
     <name>SourceSession</name>
     <message>
-        <source>%1: recording to %2</source>
-        <translation>%1: wird in %2 aufgezeichnet</translation>
-    </message>
-    <message>
-        <source>%1: recorded to %2</source>
-        <translation>%1: in %2 aufgezeichnet</translation>
-    </message>
-    <message>
-        <source>%1: other definitions (%2); what came before was counted without them</source>
-        <translation>%1: andere Definitionen (%2); was vorher kam, wurde ohne sie gezählt</translation>
-    </message>
-    <message>
-        <source>%1: jumped to %2; counts and statistics begin there</source>
-        <translation>%1: zu %2 gesprungen; Zählung und Statistik beginnen dort</translation>
-    </message>
-    <message>
-        <source>%1: read again from the beginning</source>
-        <translation>%1: wird von Anfang an neu gelesen</translation>
-    </message>
-    <message>
         <source>looking through it, %1 %</source>
         <translation>wird durchgesehen, %1 %</translation>
     </message>
@@ -3737,14 +3940,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>%1 @ %2</translation>
     </message>
     <message>
-        <source>%1: the system dropped %2 datagrams, which came faster than they could be taken</source>
-        <translation>%1: das System hat %2 Datagramme verworfen, die schneller kamen, als sie abgenommen werden konnten</translation>
-    </message>
-    <message>
-        <source>%1: the end of %2 could not be written: %3</source>
-        <translation>%1: das Ende von %2 konnte nicht geschrieben werden: %3</translation>
-    </message>
-    <message>
         <source>The end of %1 could not be written: %2.</source>
         <translation>Das Ende von %1 konnte nicht geschrieben werden: %2.</translation>
     </message>
@@ -3773,8 +3968,40 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>abgebrochen</translation>
     </message>
     <message>
-        <source>%1: stepped back; counts and statistics begin there</source>
-        <translation>%1: einen Schritt zurück; Zähler und Statistik beginnen dort</translation>
+        <source>recording to %1</source>
+        <translation>zeichnet in %1 auf</translation>
+    </message>
+    <message>
+        <source>recorded to %1</source>
+        <translation>in %1 aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>the end of %1 could not be written: %2</source>
+        <translation>das Ende von %1 konnte nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>other definitions (%1); what came before was counted without them</source>
+        <translation>andere Definitionen (%1); was vorher kam, wurde ohne sie gezählt</translation>
+    </message>
+    <message>
+        <source>stepped back; counts and statistics begin there</source>
+        <translation>einen Schritt zurück; Zählung und Statistik beginnen dort</translation>
+    </message>
+    <message>
+        <source>jumped to %1; counts and statistics begin there</source>
+        <translation>zu %1 gesprungen; Zählung und Statistik beginnen dort</translation>
+    </message>
+    <message>
+        <source>jumped to another place; counts and statistics begin there</source>
+        <translation>an eine andere Stelle gesprungen; Zählung und Statistik beginnen dort</translation>
+    </message>
+    <message>
+        <source>read again from the beginning</source>
+        <translation>noch einmal von vorn gelesen</translation>
+    </message>
+    <message>
+        <source>a datagram was dropped by the system: they came faster than they could be taken</source>
+        <translation>das System hat ein Datagramm verworfen: sie kamen schneller, als sie abgeholt werden konnten</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,7 @@
 #ifndef RECEPTIONMONITOR_H
 #define RECEPTIONMONITOR_H
 
+#include "corvelevent.h"
 #include "messagestatisticscoordinator.h"
 #include "streamidentities.h"
 
@@ -12,6 +13,17 @@
 
 class EventLog;
 class StreamSource;
+
+/** Something that happened to a stream, told at once and each on its own, for who counts causes and not lines. */
+struct ReceptionEvent
+{
+    CorvelEvent::Type type;
+    const StreamProblem* problem; ///< that it is about; null for anything else. Valid for the length of the call.
+    QString sender;               ///< whose message is concerned, as its format writes it; may be empty
+    QString text;                 ///< in words, without the name of the stream
+    QString kind;                 ///< what all events of its cause are, in words; empty where that is the text
+    qint64 time; ///< of the messages, microseconds since 1970; Message::NoTime where it is none of them
+};
 
 /**
  * Keeps the statistics of one stream and logs what was wrong with it.
@@ -38,6 +50,14 @@ public:
         virtual qint64 now() const = 0;
     };
 
+    /** Is told of every event, on the thread that the monitor is used on. */
+    class CORVELFRAMEWORK_EXPORT Listener
+    {
+    public:
+        virtual ~Listener();
+        virtual void processEvent(const ReceptionEvent& event) = 0;
+    };
+
     /**
      * @param coordinator  counts messages and events; must not be null and must outlive this object
      * @param log          takes the events; may be null; must outlive this object
@@ -50,6 +70,10 @@ public:
 
     /** Replaces the clock that folds events, which is owned from now on; for tests. */
     void setClock(Clock* clock);
+
+    /** Tells @p listener, too, what happens, beside the log or in its place; borrowed, null for nobody. Messages of a
+     * definition that cannot be used are events of the same kind as the one that brings it. */
+    void setListener(Listener* listener) { m_listener = listener; }
 
     /**
      * Watches everything that @p source receives, and its state. Before the source is started; another one, such as a
@@ -73,11 +97,9 @@ public:
     }
     void processProblem(const StreamProblem& problem) override;
 
-    /** What log entries begin with, to tell streams apart; empty for nothing. */
-    void setEventPrefix(const QString& prefix) { m_prefix = prefix; }
-
-    /** Counts anew from here on, and logs @p reason: what came before belongs to another stretch of the recording. */
-    void startAnew(const QString& reason);
+    /** Counts anew from here on, and logs @p reason: what came before belongs to another stretch of the recording.
+     * @p kind is what such reasons have in common, for who listens. */
+    void startAnew(const QString& reason, const QString& kind = QString());
 
     /** Goes on with @p decoder, which must outlive its being used, and with the types that rows have now. */
     void changeTypes(const StreamDecoder* decoder);
@@ -104,7 +126,9 @@ private:
     void countFirst(const ReceivedMessage& message, int row, quint64 modulus);
     void reportUnknown(const ReceivedMessage& message, int row);
     void reportLeap(qint64 step);
-    void report(int type, const QString& text, const QDateTime& time, const QString& kind = QString());
+    void report(const ReceptionEvent& event);
+    void reportState(const QString& text, const QString& kind, const StreamProblem* problem);
+    void tell(const ReceptionEvent& event);
     QDateTime streamTime() const;
     MessageStatisticsCoordinator::Origin originOf(int row) const;
     qint64 now() const;
@@ -116,12 +140,12 @@ private:
     StreamIdentities m_ownIdentities;
     QPointer<StreamSource> m_source;
     QString m_name;
-    QString m_prefix;
     QHash<quint32, QString> m_undecodable; // why messages of these numbers are not known
     int m_stream;
     quint64 m_modulus;
     qint64 m_time; // of the newest message that has one
     Clock* m_clock;
+    Listener* m_listener;
     QElapsedTimer m_elapsed; // used when m_clock is null
 };
 

@@ -1,6 +1,5 @@
 #include "receptionmonitor.h"
 
-#include "corvelevent.h"
 #include "eventlog.h"
 #include "message.h"
 #include "messageinfo.h"
@@ -44,6 +43,8 @@ CorvelEvent::Type typeOf(StreamProblem::Kind kind)
 
 ReceptionMonitor::Clock::~Clock() {}
 
+ReceptionMonitor::Listener::~Listener() {}
+
 ReceptionMonitor::ReceptionMonitor(MessageStatisticsCoordinator* coordinator, EventLog* log, QObject* parent)
     : QObject(parent)
     , m_coordinator(coordinator)
@@ -54,6 +55,7 @@ ReceptionMonitor::ReceptionMonitor(MessageStatisticsCoordinator* coordinator, Ev
     , m_modulus(0)
     , m_time(Message::NoTime)
     , m_clock(nullptr)
+    , m_listener(nullptr)
 {
     m_elapsed.start();
 }
@@ -96,12 +98,12 @@ void ReceptionMonitor::begin(const StreamDecoder* decoder)
         m_stream = m_coordinator->addStream();
 }
 
-void ReceptionMonitor::startAnew(const QString& reason)
+void ReceptionMonitor::startAnew(const QString& reason, const QString& kind)
 {
     finish();
     m_coordinator->clearStream(m_stream);
     m_time = Message::NoTime;
-    report(CorvelEvent::SourceEvent, reason, QDateTime::currentDateTime().toUTC());
+    reportState(reason, kind, nullptr);
 }
 
 void ReceptionMonitor::changeTypes(const StreamDecoder* decoder)
@@ -157,36 +159,39 @@ void ReceptionMonitor::processProblem(const StreamProblem& problem)
     // The number of a frame that was cut off is not missed by anything.
     if (problem.hasFrame && problem.kind != StreamProblem::TruncatedFrame && problem.kind != StreamProblem::SenderGone)
         m_coordinator->countFailure(m_stream, m_identities->findSender(problem.sender));
-    const QString text = problem.describe(problem.hasFrame ? m_decoder->getSenderName(problem.sender) : QString());
+    const QString sender = problem.hasFrame ? m_decoder->getSenderName(problem.sender) : QString();
+    const QString text = problem.describe(sender);
     if (problem.kind == StreamProblem::UnusableDefinition) {
+        const QString kind = tr("message %1").arg(text);
         m_undecodable.insert(problem.id, text);
         m_coordinator->countEvent(CorvelEvent::DefinitionProblem, 1, m_stream);
+        if (m_listener)
+            m_listener->processEvent({CorvelEvent::DefinitionProblem, &problem, QString(), text, kind, m_time});
         if (m_log)
-            m_log->expect(CorvelEvent(CorvelEvent::DefinitionProblem, m_prefix + text), streamTime(), now(),
-                          m_prefix + tr("message %1").arg(text));
+            m_log->expect(CorvelEvent(CorvelEvent::DefinitionProblem, text), streamTime(), now(), kind);
         return;
     }
     // How many bytes were skipped differs every time; it is one kind of event all the same.
     const QString kind = problem.kind == StreamProblem::SkippedBytes ? tr("bytes skipped") : QString();
-    report(typeOf(problem.kind), text, streamTime(), kind);
+    report({typeOf(problem.kind), &problem, sender, text, kind, m_time});
 }
 
 // Apart, as are the others that seldom happen, so that what happens for every message stays small.
 void ReceptionMonitor::reportUnknown(const ReceivedMessage& message, int number)
 {
     const auto cause = m_undecodable.constFind(message.id);
+    const StreamIdentities::Row& row = m_identities->getRows().at(number);
+    const QString& sender = m_identities->getSenderName(row.sender);
     if (cause == m_undecodable.constEnd()) {
-        const StreamIdentities::Row& row = m_identities->getRows().at(number);
-        report(CorvelEvent::UnknownMessage,
-               tr("unknown message %1, sender %2").arg(row.typeName, m_identities->getSenderName(row.sender)),
-               streamTime());
+        report({CorvelEvent::UnknownMessage, nullptr, sender,
+                tr("unknown message %1, sender %2").arg(row.typeName, sender), QString(), m_time});
         return;
     }
     // One cause is one entry, which says how many messages it concerns.
     m_coordinator->countEvent(CorvelEvent::UnknownMessage, 1, m_stream);
-    if (m_log)
-        m_log->log(CorvelEvent(CorvelEvent::DefinitionProblem, m_prefix + *cause), streamTime(), now(),
-                   m_prefix + tr("message %1").arg(*cause));
+    const ReceptionEvent event = {CorvelEvent::DefinitionProblem, nullptr, QString(), *cause,
+                                  tr("message %1").arg(*cause),   m_time};
+    tell(event);
 }
 
 /** Reports a leap of the time of messages. */
@@ -194,11 +199,11 @@ void ReceptionMonitor::reportLeap(qint64 step)
 {
     const QString seconds = QString::number(double(qAbs(step)) / 1e6, 'f', 1);
     if (step < 0)
-        report(CorvelEvent::ClockJump, tr("the time of messages goes back by %1 s").arg(seconds), streamTime(),
-               tr("the time of messages goes back"));
+        report({CorvelEvent::ClockJump, nullptr, QString(), tr("the time of messages goes back by %1 s").arg(seconds),
+                tr("the time of messages goes back"), m_time});
     else
-        report(CorvelEvent::ClockJump, tr("the time of messages leaps by %1 s").arg(seconds), streamTime(),
-               tr("the time of messages leaps"));
+        report({CorvelEvent::ClockJump, nullptr, QString(), tr("the time of messages leaps by %1 s").arg(seconds),
+                tr("the time of messages leaps"), m_time});
 }
 
 void ReceptionMonitor::refresh()
@@ -222,38 +227,52 @@ void ReceptionMonitor::finish()
 void ReceptionMonitor::processState(int state)
 {
     QString text;
+    StreamProblem failure;
     switch (state) {
     case StreamSource::Running:
-        text = tr("%1: receiving").arg(m_name);
+        text = tr("receiving");
         break;
     case StreamSource::Finished:
-        text = tr("%1: ended").arg(m_name);
+        text = tr("ended");
         break;
     case StreamSource::Failed:
         text = m_source->getErrorString();
         if (text.startsWith(m_name + QLatin1String(": "))) // which says it once
             text.remove(0, m_name.size() + 2);
-        text = tr("%1: failed: %2").arg(m_name, text);
+        text = tr("failed: %1").arg(text);
+        failure.kind = StreamProblem::InputFailure;
         break;
     default:
         return;
     }
     if (state != StreamSource::Running)
         finish();
-    report(CorvelEvent::SourceEvent, text, QDateTime::currentDateTime().toUTC());
+    reportState(text, QString(), state == StreamSource::Failed ? &failure : nullptr);
 }
 
-void ReceptionMonitor::report(int type, const QString& text, const QDateTime& time, const QString& kind)
+void ReceptionMonitor::report(const ReceptionEvent& event)
 {
-    const CorvelEvent event(static_cast<CorvelEvent::Type>(type), text);
-    m_coordinator->countEvent(event.getType(), 1, m_stream);
-    if (!m_log)
-        return;
-    if (m_prefix.isEmpty() || type == CorvelEvent::SourceEvent) // those name their source anyway
-        m_log->log(event, time, now(), kind);
-    else
-        m_log->log(CorvelEvent(event.getType(), m_prefix + text), time, now(),
-                   m_prefix + (kind.isEmpty() ? text : kind));
+    m_coordinator->countEvent(event.type, 1, m_stream);
+    tell(event);
+}
+
+/** Reports what becomes of the stream as a whole, which is of the day and not of its messages. */
+void ReceptionMonitor::reportState(const QString& text, const QString& kind, const StreamProblem* problem)
+{
+    m_coordinator->countEvent(CorvelEvent::SourceEvent, 1, m_stream);
+    if (m_listener)
+        m_listener->processEvent({CorvelEvent::SourceEvent, problem, QString(), text, kind, Message::NoTime});
+    if (m_log)
+        m_log->log(CorvelEvent(CorvelEvent::SourceEvent, tr("%1: %2").arg(m_name, text)),
+                   QDateTime::currentDateTime().toUTC(), now());
+}
+
+void ReceptionMonitor::tell(const ReceptionEvent& event)
+{
+    if (m_listener)
+        m_listener->processEvent(event);
+    if (m_log)
+        m_log->log(CorvelEvent(event.type, event.text), streamTime(), now(), event.kind);
 }
 
 QDateTime ReceptionMonitor::streamTime() const

@@ -56,6 +56,8 @@ public:
     MessageStatisticsCoordinator* getCoordinator();
     /** What happened, by the recording's time; null while the pass is under way. */
     const EventLog* getLog() const { return m_isComplete ? m_pass.getLog() : nullptr; }
+    /** The same by cause; null while the pass is under way. */
+    const EventCauses* getEvents() const { return m_isComplete ? &m_pass.getEvents() : nullptr; }
 
 Q_SIGNALS:
     /** There are new figures. */

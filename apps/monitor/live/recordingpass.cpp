@@ -26,11 +26,13 @@ RecordingPass::RecordingPass(std::unique_ptr<ByteInput> input, std::unique_ptr<S
     , m_input(std::move(input), std::move(opener))
     , m_isOver(false)
     , m_position(0)
+    , m_watch(&m_events, m_events.addSource(QString()), false)
     , m_monitor(&m_coordinator, &m_log)
     , m_clock(new StreamClock)
     , m_time(Message::NoTime)
 {
     m_monitor.setClock(m_clock);
+    m_monitor.setListener(&m_watch);
 }
 
 RecordingPass::~RecordingPass()

@@ -2,6 +2,7 @@
 #define RECORDINGPASS_H
 
 #include "eventlog.h"
+#include "eventwatch.h"
 #include "messagestatisticscoordinator.h"
 #include "passinput.h"
 #include "receptioncounters.h"
@@ -89,6 +90,7 @@ public:
     /** Of a row; null when there is none. */
     const MessageStatistics* getStatistics(int row) const { return m_coordinator.find(m_monitor.getStream(), row); }
     const EventLog* getLog() const { return &m_log; }
+    const EventCauses& getEvents() const { return m_events; }
     const RecordingDensity& getDensity() const { return m_density; }
     /** Why it did not come to the end; empty when it did, or was cancelled. */
     const QString& getError() const { return m_error; }
@@ -140,6 +142,8 @@ private:
     };
     MessageStatisticsCoordinator m_coordinator;
     EventLog m_log;
+    EventCauses m_events;
+    EventWatch m_watch;
     ReceptionMonitor m_monitor;
     StreamClock* m_clock; // the monitor's
     RecordingDensity m_density;

@@ -25,7 +25,11 @@ enum Shape
     Failed,
     Again, ///< another try
     Flask, ///< nothing real
-    Recording
+    Recording,
+    Severe, ///< worse than what failed
+    Warning,
+    Notice,
+    Minor ///< hardly worth a look
 };
 
 /** Disabled ones are fainter and those of chosen rows as their texts, whatever @p accent says. */

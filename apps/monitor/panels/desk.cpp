@@ -8,7 +8,7 @@ static const int SaidMilliseconds = 5000;
 Desk::Desk(QObject* parent)
     : QObject(parent)
     , m_types(&m_coordinator)
-    , m_sources(&m_factory, {&m_coordinator, &m_log, &m_latest, &m_tap})
+    , m_sources(&m_factory, {&m_coordinator, &m_events, &m_latest, &m_tap})
 {
     connect(&m_sources, &SourceModel::sessionAdded, this, &Desk::addSession);
     connect(&m_sources, &SourceModel::sessionAboutToBeRemoved, &m_types, &MessageTypeModel::removeSession);

@@ -1,7 +1,7 @@
 #ifndef DESK_H
 #define DESK_H
 
-#include "eventlog.h"
+#include "eventcauses.h"
 #include "fieldpath.h"
 #include "latestmessagesource.h"
 #include "messageinfo.h" // which signals about types need
@@ -63,7 +63,8 @@ public:
     /** Every single message, for who asks by a TapListener. */
     MessageTap* getTap() { return &m_tap; }
     MessageStatisticsCoordinator* getCoordinator() { return &m_coordinator; }
-    EventLog* getLog() { return &m_log; }
+    /** What happened since the program was started, of all sources. */
+    EventCauses* getEvents() { return &m_events; }
 
     /** Lets time go on for sources and types. */
     void refresh();
@@ -138,6 +139,8 @@ Q_SIGNALS:
     void recovered();
     /** The user wants this file added to the definitions. */
     void annotationsRequested(const QString& path);
+    /** The user wants to choose a file of definitions. */
+    void definitionsWanted();
 
 private:
     void addSession(SourceSession* session);
@@ -145,7 +148,7 @@ private:
 
     SourceFactory m_factory;
     MessageStatisticsCoordinator m_coordinator;
-    EventLog m_log;
+    EventCauses m_events;
     LatestMessageSource m_latest;
     MessageTap m_tap;
     MessageTypeModel m_types;

@@ -4,6 +4,7 @@
 #include "messageinfo.h"
 #include "naturalorder.h"
 #include "sourcesession.h"
+#include "words.h"
 
 #include <QLocale>
 
@@ -441,11 +442,7 @@ QVariant MessageTypeModel::data(const QModelIndex& index, int role) const
 bool MessageTypeModel::hasWords(const QModelIndex& index, const QStringList& words) const
 {
     const Row& row = m_rows.at(rowOf(index));
-    for (const QString& word : words)
-        if (!row.name.contains(word, Qt::CaseInsensitive) &&
-            !m_senders.at(row.sender).name.contains(word, Qt::CaseInsensitive))
-            return false;
-    return true;
+    return Words::areIn(words, {row.name, m_senders.at(row.sender).name});
 }
 
 bool MessageTypeModel::setData(const QModelIndex& index, const QVariant& value, int role)

@@ -1,7 +1,5 @@
 #include "sourcesession.h"
 
-#include "corvelevent.h"
-#include "eventlog.h"
 #include "formatinfo.h"
 #include "latestmessagesource.h"
 #include "message.h"
@@ -23,11 +21,11 @@ SourceSession::SourceSession(const SourceOptions& options, SourceFactory* factor
     , m_receivers(receivers)
     , m_recorder(factory->getDefinitions())
     , m_tap(receivers.tap, this)
-    , m_reception(new ReceptionMonitor(receivers.coordinator, receivers.log))
+    , m_reception(new ReceptionMonitor(receivers.coordinator))
 {
     connect(&m_retryTimer, &QTimer::timeout, this, &SourceSession::countDown);
     connect(&m_recorder, &Recorder::failed, this, [this](const QString& text) {
-        m_receivers.log->append(CorvelEvent(CorvelEvent::SourceEvent, text), QDateTime::currentDateTimeUtc());
+        m_watch->add(Severity::Error, text);
         Q_EMIT recordingFailed(text);
         Q_EMIT changed();
     });
@@ -51,6 +49,9 @@ void SourceSession::setSecondOfWaiting(int milliseconds)
 void SourceSession::open(const QString& name, SourceParts parts, const StreamSource::Playback& playback)
 {
     m_name = name;
+    m_eventSource = m_receivers.events->addSource(name);
+    m_watch.reset(new EventWatch(m_receivers.events, m_eventSource, true));
+    m_reception->setListener(m_watch.get());
     m_path = parts.path;
     m_live = parts.isLive;
     m_datagram = parts.isDatagram;
@@ -93,8 +94,7 @@ bool SourceSession::startRecording(const QString& path, QString* error)
 {
     if (!m_recorder.start(path, m_source->getDecoder(), error))
         return false;
-    m_receivers.log->append(CorvelEvent(CorvelEvent::SourceEvent, tr("%1: recording to %2").arg(m_name, path)),
-                            QDateTime::currentDateTimeUtc());
+    m_watch->add(Severity::Information, tr("recording to %1").arg(path));
     Q_EMIT changed();
     return true;
 }
@@ -105,11 +105,10 @@ void SourceSession::stopRecording()
         return;
     const QString path = m_recorder.getPath();
     const QString problem = m_recorder.stop();
-    m_receivers.log->append(
-        CorvelEvent(CorvelEvent::SourceEvent,
-                    problem.isEmpty() ? tr("%1: recorded to %2").arg(m_name, path)
-                                      : tr("%1: the end of %2 could not be written: %3").arg(m_name, path, problem)),
-        QDateTime::currentDateTimeUtc());
+    if (problem.isEmpty())
+        m_watch->add(Severity::Information, tr("recorded to %1").arg(path));
+    else
+        m_watch->add(Severity::Error, tr("the end of %1 could not be written: %2").arg(path, problem));
     if (!problem.isEmpty())
         Q_EMIT recordingFailed(tr("The end of %1 could not be written: %2.").arg(path, problem));
     Q_EMIT changed();
@@ -153,10 +152,8 @@ void SourceSession::processDecoderChange()
     m_reception->changeTypes(m_source->getDecoder());
     m_recorder.setDecoder(m_source->getDecoder());
     m_receivers.latest->noteArrival();
-    m_receivers.log->append(CorvelEvent(CorvelEvent::SourceEvent,
-                                        tr("%1: other definitions (%2); what came before was counted without them")
-                                            .arg(m_name, m_source->getDecoder()->getFormats().constFirst()->getName())),
-                            QDateTime::currentDateTimeUtc());
+    m_watch->add(Severity::Information, tr("other definitions (%1); what came before was counted without them")
+                                            .arg(m_source->getDecoder()->getFormats().constFirst()->getName()));
     if (m_overview)
         startOverview();
     Q_EMIT formatChanged();
@@ -209,10 +206,11 @@ void SourceSession::takeEarlier(qint64 time, const QVector<EarlierMessage>& mess
 void SourceSession::processSought(qint64 time)
 {
     m_receivers.latest->forget(&m_latest);
-    m_reception->startAnew(
-        m_stepsBack
-            ? tr("%1: stepped back; counts and statistics begin there").arg(m_name)
-            : tr("%1: jumped to %2; counts and statistics begin there").arg(m_name, PlaybackTime::clockText(time)));
+    if (m_stepsBack)
+        m_reception->startAnew(tr("stepped back; counts and statistics begin there"));
+    else
+        m_reception->startAnew(tr("jumped to %1; counts and statistics begin there").arg(PlaybackTime::clockText(time)),
+                               tr("jumped to another place; counts and statistics begin there"));
     m_stepsBack = false;
     m_soughtTime = time;
     if (m_overview)
@@ -236,7 +234,7 @@ void SourceSession::reconnect(bool paused)
     if (m_factory->create(m_options, &parts, &error)) {
         m_retrySeconds = 0;
         if (!m_live) { // a recording is read from its beginning
-            m_reception->startAnew(tr("%1: read again from the beginning").arg(m_name));
+            m_reception->startAnew(tr("read again from the beginning"));
             m_receivers.latest->forget(&m_latest);
             m_source->setCounters(ReceptionCounters());
         }
@@ -383,7 +381,6 @@ void SourceSession::setQualified(bool qualified)
     for (int i = 0; i < before.size(); ++i)
         Q_EMIT senderRenamed(before.at(i), qualifiedName(m_identities.getSenderName(i)));
     m_receivers.coordinator->setStreamLabel(m_reception->getStream(), qualified ? m_name : QString());
-    m_reception->setEventPrefix(qualified ? m_name + QLatin1String(": ") : QString());
     m_receivers.latest->showAgain();
     Q_EMIT changed();
 }
@@ -402,12 +399,9 @@ void SourceSession::refresh()
         return;
     m_sinceRate.restart();
     if (m_dropped > 0) {
-        m_receivers.log->append(
-            CorvelEvent(CorvelEvent::SourceEvent,
-                        tr("%1: the system dropped %2 datagrams, which came faster than they could be taken")
-                            .arg(m_name)
-                            .arg(m_dropped)),
-            QDateTime::currentDateTimeUtc());
+        m_watch->add(Severity::Warning,
+                     tr("a datagram was dropped by the system: they came faster than they could be taken"),
+                     quint64(m_dropped));
         m_dropped = 0;
     }
     const ReceptionCounters& counters = getCounters();

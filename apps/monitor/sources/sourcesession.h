@@ -1,6 +1,7 @@
 #ifndef SOURCESESSION_H
 #define SOURCESESSION_H
 
+#include "eventwatch.h"
 #include "latestmessages.h"
 #include "livestream.h"
 #include "messagetap.h"
@@ -17,7 +18,6 @@
 
 #include <memory>
 
-class EventLog;
 class LatestMessageSource;
 class MessageStatisticsCoordinator;
 
@@ -61,7 +61,7 @@ public:
     struct Receivers
     {
         MessageStatisticsCoordinator* coordinator;
-        EventLog* log;
+        EventCauses* events;
         LatestMessageSource* latest;
         MessageTap* tap = nullptr; ///< may be null
     };
@@ -94,6 +94,8 @@ public:
     QVector<const FormatInfo*> getFormats() const { return m_source->getDecoder()->getFormats(); }
     /** The stream's number with the coordinator. */
     int getStream() const { return m_reception->getStream(); }
+    /** Its number among the sources of events. */
+    int getEventSource() const { return m_eventSource; }
     /** For how many seconds nothing came of a row, in the recording's own time where it is one; negative when nothing
      * did, or it has no times. */
     double getAge(int row) const;
@@ -107,7 +109,7 @@ public:
     QString getSenderName(int row) const override;
     /** How a sender is written that its format calls so. */
     QString qualifiedName(const QString& sender) const;
-    /** Whether sender names, statistics and events carry the name of the source. */
+    /** Whether sender names and statistics carry the name of the source. */
     void setQualified(bool qualified);
 
     void setPlayback(const StreamSource::Playback& playback);
@@ -192,6 +194,8 @@ private:
     SessionTap m_tap;
     StreamIdentities m_identities;
     std::unique_ptr<StreamSource> m_source;
+    int m_eventSource = -1;
+    std::unique_ptr<EventWatch> m_watch;
     std::unique_ptr<ReceptionMonitor> m_reception; // follows m_source, and goes first
 
     std::unique_ptr<RecordingOverview> m_overview;

@@ -55,6 +55,7 @@ FileMenu::FileMenu(Desk* desk, Opener* opener, QWidget* window)
             session);
     });
     connect(desk, &Desk::chosenSourceChanged, this, &FileMenu::refresh);
+    connect(desk, &Desk::definitionsWanted, this, &FileMenu::askDefinitions);
 
     m_recording = new QAction(Icons::create(Icons::Record, Theme::Bad), tr("Record"), this);
     m_recording->setCheckable(true);

@@ -1,7 +1,7 @@
 #ifndef TESTWINDOW_H
 #define TESTWINDOW_H
 
-#include "eventlogtablewidget.h"
+#include "eventmodel.h"
 #include "eventpanel.h"
 #include "formpanel.h"
 #include "mainwindow.h"
@@ -34,7 +34,16 @@ struct TestWindow : MainWindow
     }
     MessageTreeWidget* getTree() const { return find<TreePanel>()->getTree(); }
     MessageStatisticsWidget* getStatistics() const { return find<StatisticsPanel>()->getStatistics(); }
-    EventLogTableWidget* getEvents() const { return find<EventPanel>()->getTable(); }
+    /** What happened, a line for each row that is shown: "1,314 checksum failure, id 142". */
+    QString events() const
+    {
+        QStringList lines;
+        const QAbstractItemModel* const model = find<EventPanel>()->getView()->model();
+        for (int row = 0; row < model->rowCount(); ++row)
+            lines.append(model->index(row, EventModel::CountColumn).data().toString() + ' ' +
+                         model->index(row, EventModel::EventColumn).data().toString());
+        return lines.join('\n');
+    }
     WatchBar* getWatches() const { return find<WatchBar>(); }
     PlotPanel* getPlot() const { return find<PlotPanel>(); }
     QAbstractItemModel* getTypes() const { return find<TypePanel>()->getView()->model(); }

@@ -1,6 +1,4 @@
 #include "docklayout.h"
-#include "eventlogtablewidget.h"
-#include "eventpanel.h"
 #include "pathexpressionlineedit.h"
 #include "testbase.h"
 #include "treedesk.h"
@@ -15,7 +13,6 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -27,8 +24,6 @@ class tst_monitorpanels : public TestBase
 private Q_SLOTS:
     void aPanelIsARowOfATable();
     void allWhoAskSeeEveryMessage();
-    void theNewestEventStaysInSight();
-    void eventsLeadToTheirTimes();
     void watchesFollowTheirExpressions();
 };
 
@@ -147,40 +142,6 @@ void tst_monitorpanels::allWhoAskSeeEveryMessage()
     QCOMPARE(three->messages.size(), 1);
     three.reset();
     QVERIFY(desk.getTap()->wants(desk.nav) && !desk.getTap()->wants(desk.battery));
-}
-
-void tst_monitorpanels::theNewestEventStaysInSight()
-{
-    Desk desk;
-    EventPanel panel(&desk);
-    EventLogTableWidget* const events = panel.getTable();
-    events->resize(500, 200);
-    events->show();
-    // Where the view stands after more events.
-    const auto add = [events]() {
-        for (int i = 0; i < 100; ++i)
-            events->insertRow(events->rowCount());
-        QCoreApplication::processEvents();
-        const QScrollBar* const bar = events->verticalScrollBar();
-        return QString(bar->value() == 0 ? "top" : bar->value() == bar->maximum() ? "end" : "between");
-    };
-    QCOMPARE(add(), QString("end"));
-    events->scrollToTop();
-    QCOMPARE(add(), QString("top"));
-    events->scrollToBottom();
-    QCOMPARE(add(), QString("end"));
-}
-
-void tst_monitorpanels::eventsLeadToTheirTimes()
-{
-    Desk desk;
-    EventPanel panel(&desk);
-    QSignalSpy said(&desk, &Desk::said);
-    desk.getLog()->append(CorvelEvent(CorvelEvent::SourceEvent, "it began"), QDateTime::currentDateTimeUtc());
-    QTRY_COMPARE(panel.getTable()->rowCount(), 1);
-    panel.getTable()->setCurrentCell(0, 0);
-    Q_EMIT panel.getTable()->doubleClicked(panel.getTable()->currentIndex());
-    QCOMPARE(said.value(0).value(0).toString(), QString("No recording that is open has this time."));
 }
 
 void tst_monitorpanels::watchesFollowTheirExpressions()

@@ -268,9 +268,9 @@ void tst_monitorsources::faultsOfAnnotationsForTypesThatComeLaterAreEvents()
     const SourceSession* const session = open(&desk, m_folder.write("fault.mcap", points("fault")));
     EVENTUALLY(session->getState() == SourceSession::Ended);
     QStringList faults;
-    for (const EventLog::Entry& entry : desk.getLog()->getEntries())
-        if (entry.event.getType() == CorvelEvent::DefinitionProblem)
-            faults.append(m_folder.relative(entry.event.getMessage()));
+    for (const EventCauses::Cause& cause : desk.getEvents()->getRows())
+        if (cause.newest.type == "Definition problem")
+            faults.append(m_folder.relative(cause.newest.text));
     QCOMPARE(faults.join(", "), QString("annotation: later.json:2: fault.Point.nothing: unknown field"));
 }
 

@@ -1,39 +1,82 @@
 #ifndef EVENTPANEL_H
 #define EVENTPANEL_H
 
-#include "eventfeed.h"
 #include "panel.h"
 
-#include <QCoreApplication>
+#include <QWidget>
 
-#include <memory>
-
-class EventLogTableWidget;
+class EmptyHint;
+class EventModel;
+class QAction;
+class QComboBox;
+class QContextMenuEvent;
+class QLabel;
+class QLineEdit;
+class QMenu;
 class QModelIndex;
+class QTabBar;
+class QTreeView;
+class SortedEvents;
+class SourceSession;
 
-/** What happened, in a table: double-click goes to the time of an event. */
-class EventPanel : public Panel
+/**
+ * What happened, a row for each cause: in the whole of the recording that is chosen, or so far in all that is open.
+ *
+ * Double-click goes to the time at which it was first.
+ */
+class EventPanel : public QWidget, public Panel
 {
-    Q_DECLARE_TR_FUNCTIONS(EventPanel)
+    Q_OBJECT
 
 public:
-    explicit EventPanel(Desk* desk);
-    ~EventPanel() override;
+    explicit EventPanel(Desk* desk, QWidget* parent = nullptr);
 
-    EventLogTableWidget* getTable() const { return m_table.get(); }
+    QTreeView* getView() const { return m_view; }
+    QLineEdit* getFilter() const { return m_filter; }
+    QComboBox* getSeverities() const { return m_severities; }
+    /** Shows what there is in all of a recording, where there is one, or what came so far. */
+    void setWhole(bool whole);
+    /** What can be done with the rows that are chosen; the caller's. */
+    QMenu* createMenu();
 
-    QWidget* getWidget() override;
+    QWidget* getWidget() override { return this; }
     void addActionsTo(const PanelMenus& menus) override;
-    void setViewsPaused(bool paused) override { m_feed.setSuspended(paused); }
+    void saveSettings(QSettings& settings) override;
+    void restoreSettings(QSettings& settings) override;
+    void tick() override;
+    void setViewsPaused(bool paused) override;
+    void renew() override;
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    void jumpTo(const QModelIndex& index);
+    void createBar();
+    void createView();
+    void followNewest();
+    void followOverview();
+    void followFilter();
+    void showHint();
+    bool showsWhole() const;
+    QVector<int> getChosen() const;
+    qint64 timeOf(int row, bool first) const;
+    SourceSession* sessionOf(int row) const;
+    void goTo(const QModelIndex& index, bool first);
+    void copy() const;
+    void clear();
     void save();
 
     Desk* m_desk;
-    EventLog m_shown; // what the table follows
-    EventFeed m_feed;
-    std::unique_ptr<EventLogTableWidget> m_table;
+    EventModel* m_model;
+    SortedEvents* m_sorted;
+    QTabBar* m_tabs;
+    QLineEdit* m_filter;
+    QComboBox* m_severities;
+    QLabel* m_hidden;
+    QTreeView* m_view;
+    EmptyHint* m_hint;
+    QAction* m_clear = nullptr;
+    bool m_wantsWhole = true;
 };
 
 #endif

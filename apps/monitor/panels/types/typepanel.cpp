@@ -1,10 +1,12 @@
 #include "typepanel.h"
 
 #include "celldelegate.h"
+#include "columnchoice.h"
 #include "columngrower.h"
 #include "desk.h"
 #include "emptyhint.h"
 #include "messageinfo.h"
+#include "words.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -127,8 +129,7 @@ void TypePanel::createView()
                         QLatin1String(column == MessageTypeModel::RangeColumn ? " 000 Hz - 000 Hz " : " 0,000,000 ")));
         header->setSectionHidden(column, true); // until somebody wants them
     }
-    header->setContextMenuPolicy(Qt::ActionsContextMenu);
-    addColumnActions(header);
+    ColumnChoice::offer(header, MessageTypeModel::CountColumn);
     CellDelegate* const cells = new CellDelegate(m_view);
     cells->setName(MessageTypeModel::TypeColumn);
     cells->setName(MessageTypeModel::SenderColumn);
@@ -137,20 +138,6 @@ void TypePanel::createView()
     new ColumnGrower(m_view, MessageTypeModel::SenderColumn, 25);
     m_hint = new EmptyHint(m_view, QString());
     filter(QString());
-}
-
-void TypePanel::addColumnActions(QHeaderView* header)
-{
-    for (int column = MessageTypeModel::CountColumn; column < MessageTypeModel::ColumnCount; ++column) {
-        const QString name = m_sorted->headerData(column, Qt::Horizontal).toString();
-        QAction* const action = new QAction(name, header);
-        action->setCheckable(true);
-        action->setChecked(!header->isSectionHidden(column));
-        action->setToolTip(m_sorted->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString());
-        connect(action, &QAction::toggled, header,
-                [header, column](bool shown) { header->setSectionHidden(column, !shown); });
-        header->addAction(action);
-    }
 }
 
 // What somebody goes to here is what he wants to read there.
@@ -236,7 +223,7 @@ void TypePanel::filter(const QString& text)
 {
     const QVector<Subject>& chosen = m_desk->getChosenTypes();
     m_isReset = true;
-    m_sorted->setWords(text.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    m_sorted->setWords(Words::of(text));
     if (!text.isEmpty() && m_desk->getTypes()->isFolded())
         m_view->expandAll();
     choose(QSet<Subject>(chosen.cbegin(), chosen.cend()));
@@ -340,21 +327,12 @@ void TypePanel::saveSettings(QSettings& settings)
     rememberChosen();
     settings.setValue(QLatin1String(WantedKey), m_wanted);
     settings.setValue(QLatin1String(FoldedKey), m_fold->isChecked());
-    QStringList columns;
-    for (int column = MessageTypeModel::CountColumn; column < MessageTypeModel::ColumnCount; ++column)
-        if (!m_view->isColumnHidden(column))
-            columns.append(QString::number(column));
-    settings.setValue(QLatin1String(ColumnsKey), columns);
+    ColumnChoice::save(m_view->header(), MessageTypeModel::CountColumn, settings, QLatin1String(ColumnsKey));
 }
 
 void TypePanel::restoreSettings(QSettings& settings)
 {
     m_wanted += settings.value(QLatin1String(WantedKey)).toStringList();
     setFolded(settings.value(QLatin1String(FoldedKey)).toBool());
-    if (!settings.contains(QLatin1String(ColumnsKey)))
-        return;
-    const QStringList columns = settings.value(QLatin1String(ColumnsKey)).toStringList();
-    const QList<QAction*> actions = m_view->header()->actions();
-    for (int i = 0; i < actions.size(); ++i)
-        actions.at(i)->setChecked(columns.contains(QString::number(MessageTypeModel::CountColumn + i)));
+    ColumnChoice::restore(m_view->header(), MessageTypeModel::CountColumn, settings, QLatin1String(ColumnsKey));
 }

@@ -9,7 +9,6 @@
 #include <QWidget>
 
 class QContextMenuEvent;
-class QHeaderView;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -54,7 +53,6 @@ private:
     void processSeen(const QVector<Subject>& subjects);
     void choose(const QSet<Subject>& subjects);
     void rememberChosen();
-    void addColumnActions(QHeaderView* header);
     void followGroups();
     void rememberView();
     void restoreView();
