@@ -198,7 +198,7 @@
     <name>ConfidentialAction</name>
     <message>
         <source>Con&amp;fidential Data</source>
-        <translation>Vertrau&amp;liche Daten</translation>
+        <translation>Vertraulic&amp;he Daten</translation>
     </message>
     <message>
         <source>Show fields that are marked as confidential</source>
@@ -343,6 +343,10 @@
         <source>%1 (%2)</source>
         <comment>name, address</comment>
         <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Rat&amp;e:</source>
+        <translation>&amp;Rate:</translation>
     </message>
 </context>
 <context>
@@ -828,10 +832,6 @@
         <translation>&amp;Aufzeichnung öffnen ...</translation>
     </message>
     <message>
-        <source>Open &amp;Recent</source>
-        <translation>Z&amp;uletzt geöffnet</translation>
-    </message>
-    <message>
         <source>Co&amp;nnect...</source>
         <translation>&amp;Verbinden ...</translation>
     </message>
@@ -919,6 +919,10 @@
         <source>Nothing yet</source>
         <translation>Noch nichts</translation>
     </message>
+    <message>
+        <source>O&amp;pen Recent</source>
+        <translation>Z&amp;uletzt geöffnet</translation>
+    </message>
 </context>
 <context>
     <name>FindBar</name>
@@ -935,20 +939,12 @@
         <translation>Treffer</translation>
     </message>
     <message>
-        <source>&amp;Find:</source>
-        <translation>Suche&amp;n:</translation>
-    </message>
-    <message>
         <source>&amp;Find...</source>
         <translation>&amp;Suchen ...</translation>
     </message>
     <message>
         <source>Find &amp;Next</source>
         <translation>Nächster &amp;Treffer</translation>
-    </message>
-    <message>
-        <source>Find &amp;Previous</source>
-        <translation>Vorheri&amp;ger Treffer</translation>
     </message>
     <message>
         <source>Previous match</source>
@@ -1001,6 +997,14 @@
     <message>
         <source>Show only what matches a text (%1)</source>
         <translation>Nur zeigen, was zu einem Text passt (%1)</translation>
+    </message>
+    <message>
+        <source>Fi&amp;nd:</source>
+        <translation>Suche&amp;n:</translation>
+    </message>
+    <message>
+        <source>Find Pre&amp;vious</source>
+        <translation>Vorheri&amp;ger Treffer</translation>
     </message>
 </context>
 <context>
@@ -2536,10 +2540,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>Die Ansichten sind angehalten. Was ankommt, wird trotzdem gezählt und aufgezeichnet.</translation>
     </message>
     <message>
-        <source>Paused views</source>
-        <translation>Ansichten angehalten</translation>
-    </message>
-    <message>
         <source>Resume (%1)</source>
         <translation>Fortsetzen (%1)</translation>
     </message>
@@ -2669,18 +2669,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Play from the beginning again when the end is reached</source>
         <translation>Am Ende wieder von vorn abspielen</translation>
-    </message>
-    <message>
-        <source>%1 messages/s</source>
-        <translation>%1 Nachrichten/s</translation>
-    </message>
-    <message>
-        <source>Rate of playback</source>
-        <translation>Rate der Wiedergabe</translation>
-    </message>
-    <message>
-        <source>The recording has no times: how many of its messages are shown in a second</source>
-        <translation>Die Aufzeichnung hat keine Zeiten: wie viele ihrer Nachrichten in einer Sekunde gezeigt werden</translation>
     </message>
     <message>
         <source>Go back to the message before, and stop there (%1)</source>
@@ -3300,6 +3288,25 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     </message>
 </context>
 <context>
+    <name>RateChoice</name>
+    <message>
+        <source>%1 messages/s</source>
+        <translation>%1 Nachrichten/s</translation>
+    </message>
+    <message>
+        <source>As fast as possible</source>
+        <translation>So schnell wie möglich</translation>
+    </message>
+    <message>
+        <source>Rate of playback</source>
+        <translation>Rate der Wiedergabe</translation>
+    </message>
+    <message>
+        <source>The recording has no times: how many of its messages are shown in a second</source>
+        <translation>Die Aufzeichnung hat keine Zeiten: wie viele ihrer Nachrichten in einer Sekunde gezeigt werden</translation>
+    </message>
+</context>
+<context>
     <name>ReceptionMonitor</name>
     <message>
         <source>bytes skipped</source>
@@ -3698,6 +3705,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>Raw value:</source>
         <translation>Rohwert:</translation>
     </message>
+    <message>
+        <source>Value:</source>
+        <translation>Wert:</translation>
+    </message>
 </context>
 <context>
     <name>SenderChoice</name>
@@ -3811,10 +3822,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Simulation: none of this comes from a device.</source>
         <translation>Simulation: Nichts davon kommt von einem Gerät.</translation>
-    </message>
-    <message>
-        <source>Simulation</source>
-        <translation>Simulation</translation>
     </message>
     <message>
         <source>End Simulation</source>
@@ -4050,10 +4057,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Wie oft und wie regelmäßig Nachrichten kommen, steht hier, sobald welche empfangen wurden.</translation>
     </message>
     <message>
-        <source>Save S&amp;tatistics as CSV...</source>
-        <translation>S&amp;tatistik als CSV speichern ...</translation>
-    </message>
-    <message>
         <source>Save Statistics</source>
         <translation>Statistik speichern</translation>
     </message>
@@ -4088,6 +4091,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Whole Recording</source>
         <translation>Ganze Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Save St&amp;atistics as CSV...</source>
+        <translation>S&amp;tatistik als CSV speichern ...</translation>
     </message>
 </context>
 <context>
@@ -4269,10 +4276,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Nichts entspricht der Suche; Esc zeigt wieder alles.</translation>
     </message>
     <message>
-        <source>Tick a message type in the list to see its fields here, or add all of them from the tool bar.</source>
-        <translation>Einen Nachrichtentyp in der Liste anhaken, um hier seine Felder zu sehen, oder alle über die Werkzeugleiste hinzufügen.</translation>
-    </message>
-    <message>
         <source>Open a recording (Ctrl+O), connect to a device (Ctrl+K), or drop a recording here.</source>
         <translation>Eine Aufzeichnung öffnen (Strg+O), mit einem Gerät verbinden (Strg+K) oder eine Aufzeichnung hier ablegen.</translation>
     </message>
@@ -4287,6 +4290,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Looking through %1: %2 % are done. Close the source to cancel.</source>
         <translation>%1 wird durchgesehen: %2 % sind erledigt. Zum Abbrechen die Quelle schließen.</translation>
+    </message>
+    <message>
+        <source>Tick a message type in the list to see its fields here, or add all of them (Ctrl+Shift+A).</source>
+        <translation>Einen Nachrichtentyp in der Liste ankreuzen, um hier seine Felder zu sehen, oder alle hinzufügen (Strg+Umschalt+A).</translation>
     </message>
 </context>
 <context>
@@ -4314,10 +4321,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>&amp;Expand All</source>
         <translation>Alles au&amp;fklappen</translation>
-    </message>
-    <message>
-        <source>Add &amp;New Types Automatically</source>
-        <translation>Neue T&amp;ypen automatisch hinzufügen</translation>
     </message>
     <message>
         <source>&amp;Virtual Fields</source>
@@ -4370,6 +4373,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Hide &amp;Unset Fields</source>
         <translation>&amp;Leere Felder ausblenden</translation>
+    </message>
+    <message>
+        <source>Add New T&amp;ypes Automatically</source>
+        <translation>Neue T&amp;ypen automatisch hinzufügen</translation>
     </message>
 </context>
 <context>
@@ -4472,10 +4479,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
 <context>
     <name>WatchEditor</name>
     <message>
-        <source>&amp;Pin</source>
-        <translation>An&amp;heften</translation>
-    </message>
-    <message>
         <source>Format</source>
         <translation>Format</translation>
     </message>
@@ -4521,6 +4524,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>All</source>
         <translation>Alle</translation>
+    </message>
+    <message>
+        <source>P&amp;in</source>
+        <translation>Anhe&amp;ften</translation>
     </message>
 </context>
 <context>

@@ -83,6 +83,7 @@ struct CORVELFRAMEWORK_EXPORT Container
     const char* title;        ///< as getTitle(), in English
     const char* filePatterns; ///< of the names of such files, divided by blanks: "*.tlog"
     const char* bare;         ///< the name of that which its messages alone are; empty where they are of none
+    bool hasTimes;            ///< whether its messages say when they were; of others a recording needs a rate
 
     /** Whether a stream that begins so is this. Asked again with more bytes. */
     Answer (*recognize)(const StreamHead& head, const StreamOptions& options);

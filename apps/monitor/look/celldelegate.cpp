@@ -7,22 +7,26 @@
 #include <QStyle>
 #include <QToolTip>
 
+static const int LongestSender = 20; // that nothing is left out of, such as "10:1"
+static const int LongestText = 2000; // that anybody reads in a cell or its tool tip
+
 CellDelegate::CellDelegate(QObject* parent)
     : QStyledItemDelegate(parent)
 {
 }
 
-// The sender itself is cut last. The rest of the text and the name of the source, behind it, share what else there is.
-static QString fit(const QString& rest, const QString& kept, const QFontMetrics& metrics, int room)
+QString CellDelegate::fit(const QString& rest, const QString& kept, const QFontMetrics& metrics, int room)
 {
     const auto at = kept.indexOf(QLatin1String(" @ "));
-    const QString sender = at < 0 ? kept : kept.left(at);
+    QString sender = at < 0 ? kept : kept.left(at);
     const QString source = at < 0 ? QString() : kept.mid(at);
     if (metrics.horizontalAdvance(rest + kept) < room)
         return rest + kept;
-    const int shared = qMax(0, room - metrics.horizontalAdvance(sender) - 2);
     // Widths are rounded, and what is cut is asked for more exactly.
     const int restWidth = metrics.horizontalAdvance(rest) + 1;
+    if (sender.size() > LongestSender)
+        sender = metrics.elidedText(sender, Qt::ElideMiddle, room - qMin(restWidth, room / 3));
+    const int shared = qMax(0, room - metrics.horizontalAdvance(sender) - 2);
     const int sourceWidth = source.isEmpty() ? 0 : metrics.horizontalAdvance(source) + 1;
     const int restRoom = qMin(restWidth, qMax(shared / 2, shared - sourceWidth));
     const int sourceRoom = qMin(sourceWidth, shared - restRoom);
@@ -34,6 +38,8 @@ static QString fit(const QString& rest, const QString& kept, const QFontMetrics&
 void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
+    if (option->text.size() > LongestText) // of a megabyte, measuring alone would take its time
+        option->text = option->text.left(LongestText) + QChar(0x2026);
     option->textElideMode = m_names.contains(index.column()) ? Qt::ElideMiddle : Qt::ElideRight;
     if (m_numeric.contains(index.column())) {
         option->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;

@@ -20,6 +20,13 @@ public:
 
     explicit CellDelegate(QObject* parent);
 
+    /**
+     * A text as long as @p room, in points: @p kept, as in KeptRole, is cut last. What is before it and the source
+     * behind it share what else there is; of a sender whose name is itself long, such as a topic, the middle is left
+     * out.
+     */
+    static QString fit(const QString& rest, const QString& kept, const QFontMetrics& metrics, int room);
+
     /** Cuts the texts of a column in their middle: names often differ only at their end. */
     void setName(int column) { m_names.insert(column); }
     /** Aligns a column of numbers to the right. */

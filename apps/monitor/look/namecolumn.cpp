@@ -11,11 +11,22 @@ NameColumn::NameColumn(QTreeView* view, int leastPercent)
 {
     view->header()->setStretchLastSection(false);
     view->viewport()->installEventFilter(this);
+    connect(view->header(), &QHeaderView::sectionResized, this, &NameColumn::fitSoon);
     fit();
+}
+
+// A header counts on that nobody else sizes it while it does.
+void NameColumn::fitSoon(int section)
+{
+    if (section == 0 || m_isPosted)
+        return;
+    m_isPosted = true;
+    QMetaObject::invokeMethod(this, &NameColumn::fit, Qt::QueuedConnection);
 }
 
 void NameColumn::fit()
 {
+    m_isPosted = false;
     const int room = m_view->viewport()->width();
     m_view->header()->setSectionResizeMode(0, QHeaderView::Interactive); // settings may have told otherwise
     int others = 0;

@@ -21,10 +21,12 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void fitSoon(int section);
     void fit();
 
     QTreeView* m_view;
     int m_leastPercent;
+    bool m_isPosted = false;
 };
 
 #endif

@@ -1,5 +1,6 @@
 #include "theme.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QIcon>
 #include <QLabel>
@@ -55,6 +56,14 @@ public:
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override
     {
+        if (element == CE_ShapedFrame && option->state & State_HasFocus &&
+            qobject_cast<const QAbstractItemView*>(widget)) {
+            // Of a list nothing else tells that it has the focus before there is a row.
+            QProxyStyle::drawControl(element, option, painter, widget);
+            painter->setPen(option->palette.color(QPalette::Highlight));
+            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+            return;
+        }
         const auto* const button = qstyleoption_cast<const QStyleOptionToolButton*>(option);
         if (element != CE_ToolButtonLabel || !button || !widget ||
             widget->objectName() != QLatin1String("qt_toolbar_ext_button")) {
@@ -97,6 +106,11 @@ static QString systemStyleName()
 void Theme::initialize()
 {
     QApplication::setStyle(new AdaptedStyle(systemStyleName()));
+    QObject::connect(qApp, &QApplication::focusChanged, qApp, [](QWidget* before, QWidget* now) {
+        for (QWidget* const widget : {before, now})
+            if (qobject_cast<QAbstractItemView*>(widget))
+                widget->update(); // its frame, which it leaves as it is
+    });
 }
 
 static QPalette makePalette(bool dark)

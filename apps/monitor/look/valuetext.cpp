@@ -44,6 +44,17 @@ int ValueText::getIntegerSize() const
     return endOfDigits(number, start);
 }
 
+QString ValueText::bounded(const QString& text, int characters, int lines)
+{
+    QString shown = text.left(characters);
+    auto end = shown.indexOf(QLatin1Char('\n'));
+    for (int line = 1; end >= 0 && line < lines; ++line)
+        end = shown.indexOf(QLatin1Char('\n'), end + 1);
+    if (end >= 0)
+        shown.truncate(end);
+    return shown.size() < text.size() ? shown + QChar(0x2026) : text;
+}
+
 QString ValueText::rounded(const QString& number, int digits, int decimals)
 {
     const bool hasFraction =

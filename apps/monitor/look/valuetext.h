@@ -15,6 +15,9 @@ struct ValueText
     /** How many characters stand before the point. */
     int getIntegerSize() const;
 
+    /** What of a long text is read at a glance: as many characters and lines at most, and a mark where it goes on. */
+    static QString bounded(const QString& text, int characters, int lines);
+
     /**
      * The number with as many significant digits where it has a fraction, and never without digits before its point:
      * 123456.789 is 123457 in five. A number that is shorter stays as it is.

@@ -121,6 +121,7 @@ void AddressForm::showFields(const InputAddress& values)
             before = button;
         }
     }
+    Q_EMIT changed();
 }
 
 QWidget* AddressForm::createEditor(const InputField& field, const QString& value)
@@ -155,9 +156,12 @@ QWidget* AddressForm::createFileEditor(const InputField& field, const QString& v
         const QString path = isRecording ? QFileDialog::getOpenFileName(this, tr("Open Recording"), line->text(),
                                                                         FileFilters::recordings())
                                          : QFileDialog::getOpenFileName(this, tr("Choose a file"), line->text());
-        if (!path.isEmpty())
-            line->setText(path);
+        if (path.isEmpty())
+            return;
+        line->setText(path);
+        Q_EMIT changed();
     });
+    connect(line, &QLineEdit::editingFinished, this, &AddressForm::changed);
     QWidget* const row = new QWidget;
     QHBoxLayout* const layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);

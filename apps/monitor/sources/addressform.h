@@ -25,6 +25,10 @@ public:
     /** The room that the labels of all kinds need, so that others can stand in line with them. */
     int getLabelWidth() const;
 
+Q_SIGNALS:
+    /** Another kind was chosen, or another file. */
+    void changed();
+
 private:
     void showKind();
     void showFields(const InputAddress& values);

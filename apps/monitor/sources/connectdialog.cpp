@@ -1,7 +1,10 @@
 #include "connectdialog.h"
 
 #include "addressform.h"
+#include "container.h"
 #include "filefilters.h"
+#include "labels.h"
+#include "ratechoice.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -22,6 +25,7 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     , m_opener(opener)
     , m_recent(new QComboBox)
     , m_address(new AddressForm)
+    , m_rate(new RateChoice)
     , m_name(new QLineEdit)
     , m_definitions(new QLineEdit)
     , m_imports(new QLineEdit)
@@ -64,6 +68,8 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     });
     connect(m_definitions, &QLineEdit::editingFinished, this, &ConnectDialog::followDefinitions);
     connect(m_imports, &QLineEdit::editingFinished, this, &ConnectDialog::followDefinitions);
+    connect(m_type, &QComboBox::currentTextChanged, this, &ConnectDialog::followRecording);
+    connect(m_address, &AddressForm::changed, this, &ConnectDialog::followRecording);
     QGroupBox* const group = new QGroupBox(tr("Definitions"));
     QFormLayout* const definitions = new QFormLayout(group);
     QHBoxLayout* const definitionsRow = new QHBoxLayout;
@@ -78,7 +84,7 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
 
     m_error->setWordWrap(true);
     m_error->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    m_error->setAccessibleName(tr("What is wrong"));
+    setToldName(m_error, tr("What is wrong"));
     m_errorSign = new QLabel;
     const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_errorSign->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side));
@@ -108,6 +114,7 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     m_recentLabel->hide();
     m_recent->hide();
     layout->addWidget(m_address);
+    m_rateLabel = addRow(tr("Rat&e:"), m_rate);
     addRow(tr("N&ame:"), m_name);
     layout->addWidget(group);
     layout->addLayout(errorRow);
@@ -138,6 +145,7 @@ void ConnectDialog::followDefinitions()
     showError(QString());
     const SourceOptions options = getOptions();
     const bool isSchema = m_factory->hasNamedTypes(options);
+    followRecording();
     m_imports->setEnabled(isSchema);
     m_type->setEnabled(isSchema);
     m_framing->setEnabled(isSchema);
@@ -156,6 +164,15 @@ void ConnectDialog::followDefinitions()
         m_type->setCurrentText(chosen);
 }
 
+// A rate is asked for where messages do not say when they were, as far as the file tells what it is.
+void ConnectDialog::followRecording()
+{
+    const Container* const container = m_factory->recognize(getOptions());
+    const bool hasRate = container && !container->hasTimes;
+    m_rateLabel->setVisible(hasRate);
+    m_rate->setVisible(hasRate);
+}
+
 SourceOptions ConnectDialog::getOptions() const
 {
     SourceOptions options;
@@ -163,6 +180,7 @@ SourceOptions ConnectDialog::getOptions() const
     const InputAddress address = m_address->getAddress();
     options.address = address.toString();
     options.password = address.password;
+    options.rate = m_rate->isHidden() ? 0 : m_rate->getRate();
     options.definitions = m_definitions->text().trimmed();
     if (m_factory->hasNamedTypes(options)) {
         options.importPaths = m_imports->text().split(QDir::listSeparator());
@@ -182,6 +200,7 @@ void ConnectDialog::setOptions(const SourceOptions& options)
         m_address->setAddress(address);
     }
     m_name->setText(options.name);
+    m_rate->setRate(options.rate);
     m_definitions->setText(options.definitions);
     m_imports->setText(options.importPaths.join(QDir::listSeparator()));
     followDefinitions();

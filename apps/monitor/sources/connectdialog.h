@@ -11,6 +11,7 @@ class AddressForm;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class RateChoice;
 
 /** Asks for a source and the definitions that its messages are decoded with. Stays until it is open or given up. */
 class ConnectDialog : public QDialog
@@ -37,12 +38,15 @@ public:
 
 private:
     void followDefinitions();
+    void followRecording();
 
     SourceFactory* m_factory;
     Opener m_opener;
     QLabel* m_recentLabel;
     QComboBox* m_recent;
     AddressForm* m_address;
+    QLabel* m_rateLabel;
+    RateChoice* m_rate;
     QLineEdit* m_name;
     QLineEdit* m_definitions;
     QLineEdit* m_imports;

@@ -11,6 +11,8 @@
 
 #include <vector>
 
+static const int MostRecognized = 65536; // bytes; nobody asks for more of a recording
+
 namespace
 {
 
@@ -123,6 +125,27 @@ bool SourceFactory::create(const SourceOptions& options, SourceParts* parts, QSt
         stream.container = QStringLiteral("delimited");
     parts->opener.reset(new StreamOpener(address, stream));
     return true;
+}
+
+const Container* SourceFactory::recognize(const SourceOptions& options) const
+{
+    InputAddress address;
+    QString error;
+    if (options.isSimulation() || !InputAddress::parse(options.address, &address, &error) || !address.kind->isFile())
+        return nullptr;
+    QFile file(address.path);
+    if (!QFileInfo(address.path).isFile() || !file.open(QIODevice::ReadOnly)) // and what is a pipe keeps its bytes
+        return nullptr;
+    StreamHead head;
+    head.bytes = file.read(MostRecognized);
+    head.isAll = file.atEnd();
+    StreamOptions stream;
+    stream.definitions = m_definitions;
+    stream.container = options.container;
+    stream.typeName = options.typeName;
+    stream.framing = options.framing;
+    const Recognition found = Recognition::recognize(head, stream);
+    return found.answer == Container::Yes ? found.container : nullptr;
 }
 
 bool SourceFactory::hasNamedTypes(const SourceOptions& options) const

@@ -28,6 +28,7 @@ struct SourceOptions
     QString framing;         ///< "varint", "u32", "datagram", or empty to find out
     QString container;       ///< the name of what it is; empty to find out
     QStringList topicTypes;  ///< rules for Definitions::addTopicType()
+    double rate = 0;         ///< messages a second, of a recording without times; 0 for what holds for all
     QString password;        ///< what was typed into a dialog; never kept, shown or told
 
     const Demonstration* demonstration = &Demonstration::getAll().first(); ///< where there is no address
@@ -78,6 +79,10 @@ public:
 
     /** What @p options describe; false with one sentence for the user in @p error, which must not be null. */
     bool create(const SourceOptions& options, SourceParts* parts, QString* error);
+
+    /** What the recording is that @p options name, by its first bytes; null where these do not say it, and for others
+     * than files. */
+    const Container* recognize(const SourceOptions& options) const;
 
     /** Whether the definitions that @p options name are for messages that do not say of what type they are. */
     bool hasNamedTypes(const SourceOptions& options) const;

@@ -6,12 +6,15 @@
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QMenu>
+#include <QTabBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 
 // A window of fewer lines' heights than this in width has no room for docks on both sides.
 static const int NarrowLines = 70;
 static const int Whole = 1000; // of which places are parts
+static const int WidestTabs = 400;
 // A state of a window with other places says nothing of this one.
 static const int Edition = 2;
 
@@ -58,6 +61,19 @@ void DockLayout::addDock(const PanelRow& row, QWidget* widget)
     QDockWidget* const dock = new QDockWidget(QCoreApplication::translate("Panel", row.title), m_window);
     dock->setObjectName(QLatin1String(row.id));
     dock->setWidget(widget);
+    connect(dock->toggleViewAction(), &QAction::triggered, this, [this, dock, &row](bool shown) {
+        if (!shown)
+            return;
+        welcome(row);
+        dock->raise();
+    });
+    // What is in no menu is reached by Tab.
+    const QList<QToolBar*> bars = widget->findChildren<QToolBar*>();
+    for (const QToolBar* const bar : bars) {
+        const QList<QToolButton*> buttons = bar->findChildren<QToolButton*>();
+        for (QToolButton* const button : buttons)
+            button->setFocusPolicy(Qt::TabFocus);
+    }
     place(row, dock);
 }
 
@@ -93,16 +109,29 @@ void DockLayout::show(const QWidget* widget)
         QDockWidget* const dock = getDock(QLatin1String(entry.row.id));
         if (!dock || entry.panel->getWidget() != widget)
             continue;
-        const bool isNew = entry.row.place.waits && dock->isHidden() && !m_shown.contains(dock);
+        const bool isNew = dock->isHidden();
         dock->show();
+        if (isNew)
+            welcome(entry.row);
         dock->raise();
-        m_shown.insert(dock);
-        if (isNew) // once there is a layout to take sizes from
-            QTimer::singleShot(0, dock, [this, &entry]() { giveRoom(entry.row); });
     }
 }
 
-// A panel that was hidden comes with its share of the room.
+// One that waited comes to its place, with its share of the room, when it is shown for the first time.
+void DockLayout::welcome(const PanelRow& row)
+{
+    QDockWidget* const dock = getDock(QLatin1String(row.id));
+    if (!row.place.waits || m_shown.contains(dock))
+        return;
+    m_shown.insert(dock);
+    if (m_window->dockWidgetArea(dock) == dockArea(row.place.area) && !dock->isFloating())
+        shareWhenNarrow(row);
+    QTimer::singleShot(0, dock, [this, &row]() { // once there is a layout to take sizes from
+        giveRoom(row);
+        giveTabsRoom();
+    });
+}
+
 void DockLayout::giveRoom(const PanelRow& row)
 {
     QDockWidget* const dock = getDock(QLatin1String(row.id));
@@ -111,6 +140,35 @@ void DockLayout::giveRoom(const PanelRow& row)
     if (share > 0)
         m_window->resizeDocks({dock}, {(isBelow ? m_window->height() : m_window->width()) * share / Whole},
                               isBelow ? Qt::Vertical : Qt::Horizontal);
+}
+
+// Only of docks that are seen: the tabs of a hidden one stay behind.
+bool DockLayout::shareWhenNarrow(const PanelRow& row)
+{
+    QDockWidget* const front = getDock(QLatin1String(row.place.whenNarrow));
+    if (!front || !isNarrow())
+        return false;
+    m_window->tabifyDockWidget(front, getDock(QLatin1String(row.id)));
+    return true;
+}
+
+// Their texts differ at the end, and docks as wide as their share may be too narrow for them.
+void DockLayout::giveTabsRoom()
+{
+    const QList<QTabBar*> bars = m_window->findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QTabBar* const bar : bars)
+        if (bar->count() == 0)
+            bar->hide(); // one that is left over, which draws a line across the window
+    for (const PanelSet::Entry& entry : m_panels->getEntries()) {
+        QDockWidget* const dock = getDock(QLatin1String(entry.row.id));
+        if (!dock || entry.row.place.area != PanelPlace::Left || m_window->tabifiedDockWidgets(dock).isEmpty())
+            continue;
+        for (const QTabBar* const bar : bars) {
+            const int wanted = qMin(bar->sizeHint().width(), m_window->width() * WidestTabs / Whole);
+            if (bar->isVisible() && bar->width() == dock->width() && bar->width() < wanted)
+                m_window->resizeDocks({dock}, {wanted}, Qt::Horizontal);
+        }
+    }
 }
 
 bool DockLayout::isNarrow() const
@@ -148,15 +206,14 @@ void DockLayout::arrange()
         QDockWidget* const dock = getDock(QLatin1String(entry.row.id));
         if (!dock)
             continue;
-        if (entry.row.place.whenNarrow && isNarrow()) {
-            QDockWidget* const front = getDock(QLatin1String(entry.row.place.whenNarrow));
-            m_window->tabifyDockWidget(front, dock);
-            front->raise();
-        }
-        dock->setVisible(!entry.row.place.waits || entry.panel->isFilled());
+        const bool isShown = !entry.row.place.waits || entry.panel->isFilled();
+        dock->setVisible(isShown);
+        if (isShown && shareWhenNarrow(entry.row))
+            getDock(QLatin1String(entry.row.place.whenNarrow))->raise();
     }
     for (const PanelPlace::Area area : {PanelPlace::Left, PanelPlace::Right, PanelPlace::Top, PanelPlace::Bottom})
         resize(area);
+    QTimer::singleShot(0, this, &DockLayout::giveTabsRoom); // once they have their sizes
     finish();
 }
 

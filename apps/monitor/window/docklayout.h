@@ -41,7 +41,10 @@ private:
     QDockWidget* getDock(const QString& id) const;
     bool isNarrow() const;
     void resize(PanelPlace::Area area);
+    void welcome(const PanelRow& row);
+    bool shareWhenNarrow(const PanelRow& row);
     void giveRoom(const PanelRow& row);
+    void giveTabsRoom();
     void finish();
 
     QMainWindow* m_window;

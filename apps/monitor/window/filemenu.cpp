@@ -26,7 +26,7 @@ FileMenu::FileMenu(Desk* desk, Opener* opener, QWidget* window)
     m_open->setIcon(Icons::create(Icons::Open));
     m_open->setIconText(tr("Open"));
     addAction(tr("Open &Folder..."), this, &FileMenu::openFolder);
-    m_recentMenu = addMenu(tr("Open &Recent"));
+    m_recentMenu = addMenu(tr("O&pen Recent"));
     m_connect = addAction(tr("Co&nnect..."), this, [this]() { ask(m_lastOptions, QString(), nullptr); });
     m_connect->setShortcut(QKeySequence(tr("Ctrl+K")));
     m_connect->setIcon(Icons::create(Icons::Connect));

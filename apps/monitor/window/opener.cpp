@@ -67,7 +67,12 @@ static bool isUnrecognized(const SourceSession* session)
 SourceSession* Opener::open(const SourceOptions& options, QString* error)
 {
     const QPointer<SourceSession> demonstration = m_demonstration;
-    SourceSession* const session = m_desk->getSources()->open(options, m_playback, error);
+    StreamSource::Playback playback = m_playback;
+    if (options.rate > 0) {
+        playback.messagesPerSecond = options.rate;
+        playback.factor = 1;
+    }
+    SourceSession* const session = m_desk->getSources()->open(options, playback, error);
     if (!session)
         return nullptr;
     // One that somebody records has become more than a demonstration.

@@ -14,7 +14,6 @@ PauseBanner::PauseBanner(QAction* pause, QWidget* parent)
     text->setAlignment(Qt::AlignCenter);
     text->setWordWrap(true);
     text->setForegroundRole(QPalette::HighlightedText);
-    text->setAccessibleName(tr("Paused views"));
     QPushButton* const resume =
         new QPushButton(tr("Resume (%1)").arg(pause->shortcut().toString(QKeySequence::NativeText)));
     connect(resume, &QPushButton::clicked, pause, [pause]() { pause->setChecked(false); });

@@ -83,6 +83,7 @@ static void save(QSettings& settings, const char* key, const QVector<Recents::En
         settings.setValue(QLatin1String("framing"), options.framing);
         settings.setValue(QLatin1String("container"), options.container);
         settings.setValue(QLatin1String("topics"), options.topicTypes);
+        settings.setValue(QLatin1String("rate"), options.rate);
         settings.setValue(QLatin1String("hadPassword"), entries.at(i).hadPassword);
     }
     settings.endArray();
@@ -105,6 +106,7 @@ static void restore(QSettings& settings, const char* key, QVector<Recents::Entry
         options.framing = settings.value(QLatin1String("framing")).toString();
         options.container = settings.value(QLatin1String("container")).toString();
         options.topicTypes = settings.value(QLatin1String("topics")).toStringList();
+        options.rate = settings.value(QLatin1String("rate")).toDouble();
         entry.hadPassword = settings.value(QLatin1String("hadPassword")).toBool();
         if (!options.address.isEmpty()) // which would be a simulation
             entries->append(entry);

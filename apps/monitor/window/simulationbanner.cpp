@@ -16,7 +16,6 @@ SimulationBanner::SimulationBanner(Desk* desk, QWidget* parent)
 {
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::AlternateBase);
-    m_text->setAccessibleName(tr("Simulation"));
     m_text->setWordWrap(true);
     QFont font = m_text->font();
     font.setBold(true);

@@ -1,6 +1,7 @@
 #include "statusline.h"
 
 #include "desk.h"
+#include "labels.h"
 #include "theme.h"
 
 #include <QLabel>
@@ -9,7 +10,7 @@
 StatusLine::StatusLine(Desk* desk, QWidget* parent)
     : QStatusBar(parent)
     , m_desk(desk)
-    , m_input(new QLabel)
+    , m_input(new ElidedLabel)
     , m_rate(new QLabel)
     , m_lost(new QLabel)
     , m_damaged(new QLabel)
@@ -19,7 +20,7 @@ StatusLine::StatusLine(Desk* desk, QWidget* parent)
     m_problem->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_problem->setContentsMargins(2 * fontMetrics().averageCharWidth(), 0, 0, 0);
     m_problem->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_problem->setAccessibleName(tr("Last problem"));
+    setToldName(m_problem, tr("Last problem"));
     addWidget(m_input);
     addWidget(m_problem, 1);
     for (QLabel* const label : {m_rate, m_lost, m_damaged}) {

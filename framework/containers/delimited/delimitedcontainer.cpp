@@ -81,6 +81,7 @@ const Container DelimitedContainer = {
     QT_TRANSLATE_NOOP("Container", "messages of Protocol Buffers with lengths before them, whose type must be named"),
     "*.osi *.bin",
     "",
+    false,
     recognize,
     create,
     getFormats};

@@ -36,5 +36,5 @@ QVector<const FormatInfo*> getFormats(const StreamOptions& options)
 const Container EnvelopeContainer = {
     "envelopes",   QT_TRANSLATE_NOOP("Container", "messages of a broker with their topics"),
     "*.envelopes", "",
-    recognize,     create,
-    getFormats};
+    true,          recognize,
+    create,        getFormats};

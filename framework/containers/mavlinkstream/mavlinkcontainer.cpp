@@ -69,4 +69,5 @@ QVector<const FormatInfo*> getFormats(const StreamOptions& options)
 } // namespace
 
 const Container MavlinkContainer = {
-    "raw", QT_TRANSLATE_NOOP("Container", "MAVLink frames"), "*.mavlink *.raw", "raw", recognize, create, getFormats};
+    "raw",     QT_TRANSLATE_NOOP("Container", "MAVLink frames"), "*.mavlink *.raw", "raw", false, recognize, create,
+    getFormats};

@@ -91,4 +91,5 @@ QVector<const FormatInfo*> getFormats(const StreamOptions& options)
 } // namespace
 
 const Container McapContainer = {
-    "mcap", QT_TRANSLATE_NOOP("Container", "MCAP recordings"), "*.mcap *.mcap.zstd", "", recognize, create, getFormats};
+    "mcap",    QT_TRANSLATE_NOOP("Container", "MCAP recordings"), "*.mcap *.mcap.zstd", "", true, recognize, create,
+    getFormats};

@@ -39,7 +39,7 @@ QVector<const FormatInfo*> getFormats(const StreamOptions& options)
 
 } // namespace
 
-const Container TlogContainer = {"tlog",    QT_TRANSLATE_NOOP("Container", "MAVLink frames with times before them"),
-                                 "*.tlog",  "raw",
-                                 recognize, create,
-                                 getFormats};
+const Container TlogContainer = {"tlog",   QT_TRANSLATE_NOOP("Container", "MAVLink frames with times before them"),
+                                 "*.tlog", "raw",
+                                 true,     recognize,
+                                 create,   getFormats};

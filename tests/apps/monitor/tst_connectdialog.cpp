@@ -3,6 +3,8 @@
 #include "container.h"
 #include "definitions.h"
 #include "filefilters.h"
+#include "mavlinkframes.h"
+#include "ratechoice.h"
 #include "shellrun.h"
 #include "testbase.h"
 #include "testfolder.h"
@@ -122,6 +124,18 @@ private Q_SLOTS:
         options.framing = "datagram";
         dialog.setOptions(options);
         QVERIFY(shown->isHidden());
+        RateChoice* const rate = dialog.findChild<RateChoice*>();
+        QVERIFY(rate->isHidden());
+        SourceOptions recording;
+        recording.address = m_folder.write("a.bin", MavlinkScript().bytes("H1 H2 H3"));
+        recording.rate = 50;
+        dialog.setOptions(recording);
+        QVERIFY(!rate->isHidden() && dialog.getOptions().rate == 50); // such messages have no times
+        recording.address = m_folder.write("a.tlog", timed(1400000000000000, MavlinkScript().bytes("H1")) +
+                                                         timed(1400000001000000, MavlinkScript().bytes("H2")));
+        dialog.setOptions(recording);
+        QVERIFY(rate->isHidden());
+        dialog.setOptions(options);
         dialog.accept();
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QCOMPARE(opened, 2);

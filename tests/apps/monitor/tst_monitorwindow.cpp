@@ -18,6 +18,7 @@
 #include "testwindow.h"
 
 #include <QAbstractSlider>
+#include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDockWidget>
@@ -25,8 +26,11 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QStandardItemModel>
+#include <QTabBar>
 #include <QToolButton>
 #include <QToolTip>
 #include <QTreeView>
@@ -69,6 +73,15 @@ static QString nameOf(const QWidget* window, const QWidget* widget)
     return QString();
 }
 
+// What a screen reader says of the labels.
+static QStringList toldIn(const QWidget* window)
+{
+    QStringList told;
+    for (QLabel* label : window->findChildren<QLabel*>())
+        told.append(QAccessible::queryAccessibleInterface(label)->text(QAccessible::Name));
+    return told;
+}
+
 static bool isOneOf(const QWidget* widget, std::initializer_list<const char*> kinds)
 {
     return widget && std::any_of(kinds.begin(), kinds.end(), [=](const char* kind) { return widget->inherits(kind); });
@@ -90,6 +103,40 @@ static QString namelessIn(const QWidget* window)
             nameless.append(kind + " in " + widget->parentWidget()->metaObject()->className());
     }
     return nameless.join(", ");
+}
+
+// Letters that lead to two things at once, in a menu or in the window.
+static QString ambiguousKeysIn(const QMainWindow* window)
+{
+    QStringList found;
+    const auto check = [&found](const QString& where, const QStringList& texts) {
+        QMap<QChar, QStringList> keys;
+        for (QString text : texts) {
+            const auto at = text.replace("&&", "").indexOf('&');
+            if (at >= 0)
+                keys[text.at(at + 1).toUpper()].append(text);
+        }
+        for (const QStringList& same : std::as_const(keys))
+            if (same.size() > 1)
+                found.append(where + ": " + same.join(", "));
+    };
+    const auto textsOf = [](const QWidget* menu) {
+        QStringList texts;
+        for (const QAction* action : menu->actions())
+            texts.append(action->text());
+        return texts;
+    };
+    for (const QMenu* menu : window->findChildren<QMenu*>())
+        check(menu->title(), textsOf(menu));
+    QStringList texts = textsOf(window->menuBar());
+    for (const QAbstractButton* button : window->findChildren<QAbstractButton*>())
+        if (!qobject_cast<const QToolButton*>(button))
+            texts.append(button->text());
+    for (const QLabel* label : window->findChildren<QLabel*>())
+        if (label->buddy())
+            texts.append(label->text());
+    check("window", texts);
+    return found.join("\n");
 }
 
 void tst_monitorwindow::aSimulatedVehicleFillsTheViews()
@@ -122,6 +169,8 @@ void tst_monitorwindow::aSimulatedVehicleFillsTheViews()
     // Every control has a name.
     window.find<TreePanel>()->getFindBar()->find("roll");
     QCOMPARE(namelessIn(&window), QString());
+    QCOMPARE(ambiguousKeysIn(&window), QString());
+    EVENTUALLY(!toldIn(&window).filter(QRegularExpression("^Matches: [0-9]+ matches$")).isEmpty());
     const PreferencesDialog dialog(Preferences(), true);
     QCOMPARE(namelessIn(&dialog), QString());
     QVERIFY(window.getAboutText().contains("GPL-3.0-or-later")); // as its plot is
@@ -237,6 +286,19 @@ void tst_monitorwindow::everythingFitsASmallScreen()
     QVERIFY(watches->isHidden());
     window.getDesk()->getFieldUses().first().take(FieldPath(), {QString(), false});
     QVERIFY(!watches->isHidden());
+
+    // A plot that shares its place leaves no tabs of its own behind, and a long name takes no room.
+    QVERIFY(window.showPanel("plot"));
+    QCOMPARE(window.tabifiedDockWidgets(window.findChild<QDockWidget*>("plot")).size(), 1);
+    const auto emptyTabs = [&window]() {
+        int count = 0;
+        for (const QTabBar* bar : window.findChildren<QTabBar*>())
+            count += bar->isVisible() && bar->count() == 0 ? 1 : 0;
+        return count;
+    };
+    EVENTUALLY(emptyTabs() == 0);
+    window.statusBar()->findChild<QLabel*>()->setText(QString(300, 'x'));
+    QVERIFY(window.minimumSizeHint().width() <= room.width());
 }
 
 // How wide the list of types is, and whether events and tool bar are there.

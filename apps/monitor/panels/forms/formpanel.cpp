@@ -8,11 +8,17 @@
 #include "messageinfo.h"
 #include "messagewidget.h"
 #include "theme.h"
+#include "valuetext.h"
 
 #include <QGroupBox>
 #include <QLabel>
 #include <QLayout>
 #include <QVBoxLayout>
+
+// Of a text; the tree and its copies have all of it.
+static const int MostCharacters = 600;
+static const int MostLines = 8;
+static const int WidestText = 60; // characters, that need no second line
 
 FormPanel::FormPanel(Desk* desk, QWidget* parent)
     : QScrollArea(parent)
@@ -45,33 +51,47 @@ FormPanel::Form FormPanel::createForm(const Subject& subject)
     QGroupBox* box = new QGroupBox;
     QVBoxLayout* layout = new QVBoxLayout(box);
     layout->setContentsMargins(0, 0, 0, 0);
-    const Form form = {subject, box, new MessageWidget(box, subject.info)};
+    Form form = {subject, box, new MessageWidget(box, subject.info), {}};
     layout->addWidget(form.widget);
-    fill(form);
+    fill(&form);
     return form;
 }
 
-void FormPanel::fill(const Form& form)
+void FormPanel::fill(Form* form)
 {
-    if (QGridLayout* grid = qobject_cast<QGridLayout*>(form.widget->layout()))
+    if (QGridLayout* grid = qobject_cast<QGridLayout*>(form->widget->layout()))
         grid->setColumnStretch(1, 1); // names as wide as they need, values the rest
-    for (FieldValueLabel* label : form.widget->findChildren<FieldValueLabel*>()) {
+    form->labels = form->widget->findChildren<FieldValueLabel*>();
+    for (FieldValueLabel* const label : std::as_const(form->labels)) {
+        label->setTextFormat(Qt::PlainText); // a value says what it says
         if (!Corvel::isHidden(label->getFieldInfo()))
             continue;
         label->setFieldInfo(nullptr); // so that no message fills it
         label->setText(tr("Hidden data"));
         label->setEnabled(false);
     }
-    const MessageReference latest = m_desk->getLatest()->getLatest(form.subject.info, form.subject.sender);
+    const MessageReference latest = m_desk->getLatest()->getLatest(form->subject.info, form->subject.sender);
     if (!latest.isNull())
-        form.widget->processMessage(latest.get());
+        display(*form, latest.get());
+}
+
+void FormPanel::display(const Form& form, const Message* message)
+{
+    form.widget->processMessage(message);
+    for (FieldValueLabel* const label : form.labels) {
+        const QString text = ValueText::bounded(label->text(), MostCharacters, MostLines);
+        if (text.size() > WidestText)
+            label->setWordWrap(true);
+        if (text != label->text())
+            label->setText(text);
+    }
 }
 
 void FormPanel::renew()
 {
-    for (const Form& form : std::as_const(m_forms)) {
+    for (Form& form : m_forms) {
         form.widget->setMessageInfo(form.subject.info);
-        fill(form);
+        fill(&form);
     }
 }
 
@@ -88,7 +108,7 @@ void FormPanel::followChoice()
 {
     QVector<Form> forms;
     for (const Subject& subject : m_desk->getChosenTypes()) {
-        Form form = {subject, nullptr, nullptr};
+        Form form = {subject, nullptr, nullptr, {}};
         for (Form& old : m_forms) {
             if (old.subject == subject && old.box) {
                 form = old;
@@ -122,5 +142,5 @@ void FormPanel::processMessage(const Message* message)
 {
     for (const Form& form : std::as_const(m_forms))
         if (form.subject.covers(message->getInfo(), message->getSender()))
-            form.widget->processMessage(message);
+            display(form, message);
 }

@@ -7,6 +7,7 @@
 #include <QScrollArea>
 #include <QVector>
 
+class FieldValueLabel;
 class Message;
 class MessageWidget;
 class QGroupBox;
@@ -32,11 +33,13 @@ private:
         Subject subject;
         QGroupBox* box;
         MessageWidget* widget;
+        QList<FieldValueLabel*> labels; // of its values
     };
 
     Form createForm(const Subject& subject);
     void showTitles();
-    void fill(const Form& form);
+    void fill(Form* form);
+    static void display(const Form& form, const Message* message);
     void followChoice();
 
 private Q_SLOTS:

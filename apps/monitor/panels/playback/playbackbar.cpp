@@ -1,10 +1,12 @@
 #include "playbackbar.h"
 
 #include "desk.h"
+#include "labels.h"
 #include "message.h"
 #include "messageinfo.h"
 #include "placeslider.h"
 #include "playbacktime.h"
+#include "ratechoice.h"
 #include "recordingoverview.h"
 
 #include <QAbstractItemView>
@@ -28,7 +30,6 @@ static const int SliderSteps = 10000;
 static const int ComplaintMilliseconds = 8000;
 
 static const double Speeds[] = {0.1, 0.2, 0.5, 1, 2, 5, 10, 20, 50, 100};
-static const double Rates[] = {1, 2, 5, 10, 20, 50, 100, 1000};
 
 static const int MostNamed = 3;     // types in a line
 static const int MostGaps = 100000; // more than any screen tells apart
@@ -80,13 +81,7 @@ void PlaybackBar::createControls()
     connect(m_speed, QOverload<int>::of(&QComboBox::activated), this, &PlaybackBar::applySpeed);
     m_speedAction = addWidget(m_speed);
 
-    m_rate = new QComboBox;
-    for (const double rate : Rates)
-        m_rate->addItem(tr("%1 messages/s").arg(QLocale().toString(rate, 'f', 0)), rate);
-    m_rate->addItem(tr("As fast as possible"), 0.0);
-    m_rate->setCurrentIndex(m_rate->count() - 1);
-    m_rate->setAccessibleName(tr("Rate of playback"));
-    m_rate->setToolTip(tr("The recording has no times: how many of its messages are shown in a second"));
+    m_rate = new RateChoice;
     connect(m_rate, QOverload<int>::of(&QComboBox::activated), this, &PlaybackBar::applyRate);
     m_rateAction = addWidget(m_rate);
 
@@ -116,7 +111,7 @@ void PlaybackBar::createControls()
     m_progressAction = addWidget(m_progress);
 
     m_clock = new QLabel;
-    m_clock->setAccessibleName(tr("Time in the recording"));
+    setToldName(m_clock, tr("Time in the recording"));
     m_clock->setMargin(4);
     addWidget(m_clock);
 
@@ -290,8 +285,7 @@ void PlaybackBar::showSpeed()
 {
     const double factor = m_session->getPlayback().factor;
     if (!m_rate->view()->isVisible())
-        m_rate->setCurrentIndex(
-            qMax(0, m_rate->findData(factor > 0 ? m_session->getPlayback().messagesPerSecond : 0.0)));
+        m_rate->setRate(factor > 0 ? m_session->getPlayback().messagesPerSecond : 0.0);
     int index = m_speed->findData(factor);
     if (index < 0 && factor > 0) {
         m_speed->addItem(tr("%1 x", "speed of playback").arg(QLocale().toString(factor, 'g', 3)), factor);
@@ -355,7 +349,7 @@ void PlaybackBar::applyRate()
     if (!m_session)
         return;
     StreamSource::Playback playback = m_session->getPlayback();
-    playback.messagesPerSecond = m_rate->currentData().toDouble();
+    playback.messagesPerSecond = m_rate->getRate();
     playback.factor = 1;
     m_session->setPlayback(playback);
     if (playback.messagesPerSecond > 0 && source()->getState() == StreamSource::Finished)

@@ -13,6 +13,7 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
+class RateChoice;
 class PlaceSlider;
 class MessageStatistics;
 class SourceSession;
@@ -60,7 +61,7 @@ private:
     QAction* m_go;
     QAction* m_stop;
     QComboBox* m_speed;
-    QComboBox* m_rate; // of a recording without times
+    RateChoice* m_rate; // of a recording without times
     QAction* m_rateAction;
     QAction* m_speedAction;
     PlaceSlider* m_slider;

@@ -164,7 +164,7 @@ void StatisticsPanel::followOverview()
 
 void StatisticsPanel::addActionsTo(const PanelMenus& menus)
 {
-    menus.file->addAction(tr("Save S&tatistics as CSV..."), this, [this]() {
+    menus.file->addAction(tr("Save St&atistics as CSV..."), this, [this]() {
         const bool isWhole = m_whole && m_wantsWhole;
         CsvFile::save(m_page.get(), m_desk, tr("Save Statistics"), QLatin1String("statistics.csv"),
                       StatisticsCsv::toCsv(isWhole ? *m_overview->getCoordinator() : *m_desk->getCoordinator()));

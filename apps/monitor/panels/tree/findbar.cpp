@@ -1,6 +1,7 @@
 #include "findbar.h"
 
 #include "icons.h"
+#include "labels.h"
 #include "messagetreewidget.h"
 #include "treefilter.h"
 
@@ -27,9 +28,9 @@ FindBar::FindBar(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSource* l
     m_edit->setAccessibleName(tr("Find in the message tree"));
     m_edit->setClearButtonEnabled(true);
     m_edit->installEventFilter(this);
-    m_result->setAccessibleName(tr("Matches"));
+    setToldName(m_result, tr("Matches"));
     m_result->setMinimumWidth(m_result->fontMetrics().horizontalAdvance(tr("Not a path yet"))); // the line stands still
-    QLabel* const label = new QLabel(tr("&Find:"));
+    QLabel* const label = new QLabel(tr("Fi&nd:"));
     label->setBuddy(m_edit);
 
     QAction* const open = new QAction(tr("&Find..."), this);
@@ -41,7 +42,7 @@ FindBar::FindBar(MessageTreeWidget* tree, TreeRows* rows, LatestMessageSource* l
     QAction* const next = new QAction(tr("Find &Next"), this);
     next->setShortcut(QKeySequence(Qt::Key_F3));
     connect(next, &QAction::triggered, this, &FindBar::findNext);
-    QAction* const previous = new QAction(tr("Find &Previous"), this);
+    QAction* const previous = new QAction(tr("Find Pre&vious"), this);
     previous->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3));
     connect(previous, &QAction::triggered, this, &FindBar::findPrevious);
     m_actions = {open, next, previous};
@@ -88,6 +89,12 @@ void FindBar::addRowActions(const QList<QAction*>& actions)
 {
     for (QAction* const action : actions)
         static_cast<QWidget*>(m_edit)->addAction(action); // the line's own operation would make a button of it
+}
+
+void FindBar::setAvailable(bool available)
+{
+    for (QAction* const action : std::as_const(m_actions))
+        action->setEnabled(available);
 }
 
 // A line to type in takes some keys for itself that mean something in the window, such as Ctrl+K.

@@ -27,6 +27,9 @@ public:
     /** Lets the keys of these do what they do in the tree. */
     void addRowActions(const QList<QAction*>& actions);
 
+    /** Whether the actions can be used, because there is a tree to be seen. */
+    void setAvailable(bool available);
+
     QLineEdit* getEdit() const { return m_edit; }
     TreeFilter* getFilter() const { return m_filter; }
 

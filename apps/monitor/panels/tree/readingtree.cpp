@@ -1,5 +1,7 @@
 #include "readingtree.h"
 
+#include "valuedelegate.h"
+
 #include <QAccessible>
 
 static const int MostRows = 500; // nobody has a screen for more
@@ -29,6 +31,8 @@ void ReadingTree::dataChanged(const QModelIndex& topLeft, const QModelIndex& bot
     // Screen readers are served by the view itself.
     if (topLeft != bottomRight || !topLeft.isValid() || QAccessible::isActive()) {
         MessageTreeWidget::dataChanged(topLeft, bottomRight, roles);
+        if (!roles.contains(Qt::AccessibleTextRole))
+            tellSoon();
         return;
     }
     const QTreeWidgetItem* item = static_cast<QTreeWidgetItem*>(topLeft.internalPointer()); // as in every index of it
@@ -42,6 +46,30 @@ void ReadingTree::dataChanged(const QModelIndex& topLeft, const QModelIndex& bot
         return;
     m_isPosted = true;
     QMetaObject::invokeMethod(this, &ReadingTree::repaintChanged, Qt::QueuedConnection);
+}
+
+void ReadingTree::tellSoon()
+{
+    if (m_isTold || !QAccessible::isActive())
+        return;
+    m_isTold = true;
+    QMetaObject::invokeMethod(this, &ReadingTree::tellRowsOnScreen, Qt::QueuedConnection);
+}
+
+// What is read out is what is drawn, such as the line of a vector.
+void ReadingTree::tellRowsOnScreen()
+{
+    m_isTold = false;
+    const auto* const delegate = qobject_cast<const ValueDelegate*>(itemDelegate());
+    const int column = getColumnIndex(ValueColumn);
+    if (!delegate || column < 0)
+        return;
+    const QList<QTreeWidgetItem*> rows = getRowsOnScreen();
+    for (QTreeWidgetItem* const row : rows) {
+        const QString text = delegate->getText(indexFromItem(row, column));
+        if (row->data(column, Qt::AccessibleTextRole).toString() != text)
+            row->setData(column, Qt::AccessibleTextRole, text);
+    }
 }
 
 void ReadingTree::repaintChanged()
@@ -64,4 +92,5 @@ void ReadingTree::paintEvent(QPaintEvent* event)
     const QList<QTreeWidgetItem*> rows = getRowsOnScreen();
     for (const QTreeWidgetItem* const row : rows)
         m_onScreen.insert(row);
+    tellSoon();
 }

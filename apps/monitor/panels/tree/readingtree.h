@@ -30,11 +30,14 @@ protected:
 
 private:
     void repaintChanged();
+    void tellSoon();
+    void tellRowsOnScreen();
 
     // Addresses of rows, which are only compared: they may be gone.
     QSet<const QTreeWidgetItem*> m_onScreen;
     QSet<const QTreeWidgetItem*> m_changed;
     bool m_isPosted = false;
+    bool m_isTold = false; // or about to be
 };
 
 #endif

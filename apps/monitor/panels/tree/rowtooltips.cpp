@@ -7,13 +7,17 @@
 #include "messagetreewidgetitem.h"
 #include "silencewatch.h"
 #include "treerow.h"
+#include "valuetext.h"
 
 #include <QDateTime>
 #include <QHelpEvent>
 #include <QStringList>
 #include <QToolTip>
 
-static const int MostEnumerators = 24; // more than that is no tool tip any more
+// More than that is no tool tip any more.
+static const int MostEnumerators = 24;
+static const int MostCharacters = 1000;
+static const int MostLines = 16;
 
 RowToolTips::RowToolTips(MessageTreeWidget* tree, const SilenceWatch* silence, QObject* parent)
     : QObject(parent)
@@ -45,7 +49,8 @@ static QString heading(const QString& name, const QString& type)
 static QString line(const QString& label, const QString& text)
 {
     return text.isEmpty() ? QString()
-                          : QStringLiteral("<tr><td>%1&nbsp;</td><td>%2</td></tr>").arg(label, text.toHtmlEscaped());
+                          : QStringLiteral("<tr><td>%1&nbsp;</td><td>%2</td></tr>")
+                                .arg(label, text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
 }
 
 static QString paragraph(const QString& text)
@@ -121,6 +126,8 @@ QString RowToolTips::textForField(const TreeRow& row) const
     table += line(tr("Range:"), field->getRangeText());
     if (value.isNumber())
         table += line(tr("Raw value:"), field->getRawString(value));
+    else if (field->isStringField() || !row.getPath().isWholeRepeatedField())
+        table += line(tr("Value:"), ValueText::bounded(row.getValueText(), MostCharacters, MostLines));
     table += line(tr("Path:"), row.getPath().getExpression());
     return heading(row.getPath().getFieldName(), type) + paragraph(field->getDescription()) + QLatin1String("<table>") +
            table + QLatin1String("</table>") + enumeratorTable(field, value);

@@ -32,7 +32,7 @@ QString TreeHint::reason() const
     if (m_tree->topLevelItemCount() > 0)
         return tr("Nothing matches what is searched for; Esc shows everything again.");
     if (m_desk->getTypes()->rowCount() > 0)
-        return tr("Tick a message type in the list to see its fields here, or add all of them from the tool bar.");
+        return tr("Tick a message type in the list to see its fields here, or add all of them (Ctrl+Shift+A).");
     const SourceSession* const session = m_desk->getChosenSource();
     if (!session)
         return tr("Open a recording (Ctrl+O), connect to a device (Ctrl+K), or drop a recording here.");

@@ -95,7 +95,7 @@ void TreePanel::createActions()
     connect(m_expand, &QAction::triggered, m_rows, &TreeRows::expandAll);
     createArrangements();
 
-    m_addAutomatically = new QAction(tr("Add &New Types Automatically"), m_widget.get());
+    m_addAutomatically = new QAction(tr("Add New T&ypes Automatically"), m_widget.get());
     m_virtualFields = new QAction(tr("&Virtual Fields"), m_widget.get());
     m_primaryOnly = new QAction(tr("&Primary Fields Only"), m_widget.get());
     m_hideUnset = new QAction(tr("Hide &Unset Fields"), m_widget.get());
@@ -194,6 +194,7 @@ void TreePanel::followPreferences(const Preferences& preferences)
 void TreePanel::tick()
 {
     m_hint->follow();
+    m_findBar->setAvailable(m_desk->getSources()->getCount() > 0); // the start page has nothing to find
     if (!m_desk->isPaused())
         tellStatus();
 }

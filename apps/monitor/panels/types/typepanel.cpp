@@ -6,6 +6,7 @@
 #include "desk.h"
 #include "emptyhint.h"
 #include "messageinfo.h"
+#include "namecolumn.h"
 #include "words.h"
 
 #include <QAction>
@@ -117,10 +118,9 @@ void TypePanel::createView()
     m_view->setAccessibleName(tr("Message types"));
     QHeaderView* const header = m_view->header();
     header->setStretchLastSection(false);
-    header->setSectionResizeMode(MessageTypeModel::TypeColumn, QHeaderView::Stretch);
     // Widths of their own would let the columns jump with every number that grows.
     const QFontMetrics metrics = m_view->fontMetrics();
-    header->resizeSection(MessageTypeModel::SenderColumn, metrics.horizontalAdvance(QLatin1String(" Sender  ^ ")));
+    header->resizeSection(MessageTypeModel::SenderColumn, metrics.horizontalAdvance(QLatin1String(" Sender ")));
     for (const int column : {MessageTypeModel::CountColumn, MessageTypeModel::RateColumn})
         header->resizeSection(column, metrics.horizontalAdvance(QLatin1String(" 000,000 ")));
     for (int column = MessageTypeModel::RangeColumn; column < MessageTypeModel::ColumnCount; ++column) {
@@ -136,6 +136,7 @@ void TypePanel::createView()
     m_view->setItemDelegate(cells);
     m_view->setMinimumHeight(3 * m_view->fontMetrics().lineSpacing()); // on a small screen
     new ColumnGrower(m_view, MessageTypeModel::SenderColumn, 25);
+    new NameColumn(m_view, 38);
     m_hint = new EmptyHint(m_view, QString());
     filter(QString());
 }

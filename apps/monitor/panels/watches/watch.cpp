@@ -1,7 +1,9 @@
 #include "watch.h"
 
+#include "celldelegate.h"
 #include "fieldinfo.h"
 #include "fieldvaluelabel.h"
+#include "labels.h"
 
 #include <QEvent>
 #include <QInputDialog>
@@ -9,19 +11,29 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+static const int WidestCaption = 40; // characters
+
 // Under a large value the whole expression would be long: the type and the field are what tells watches apart.
 QString Watch::shortName() const
 {
     const FieldPath& path = m_field.getPath();
-    const QString& sender = m_field.getSender();
     QString name = path.getName();
     // Of a type that is not known yet nobody can tell where its name ends. The number that tells types of one name
     // apart is in the tool tip.
     if (name.isEmpty())
         name = m_expression.getString(PathExpression::Parts(PathExpression::MessagePart)) + QLatin1Char('.') +
                m_expression.getString(PathExpression::FieldPart | PathExpression::IndexPart);
+    const QString told = getShownSender();
+    return told.isEmpty() ? name : name + QLatin1Char(' ') + told;
+}
+
+// Only where there are several.
+QString Watch::getShownSender() const
+{
+    const FieldPath& path = m_field.getPath();
+    const QString& sender = m_field.getSender();
     const bool isTold = !sender.isEmpty() && !path.isNull() && m_desk->getTypes()->isFromSeveral(path.getMessageInfo());
-    return isTold || m_origin.isTold ? name + QLatin1Char(' ') + (isTold ? sender : m_origin.sender) : name;
+    return isTold ? sender : m_origin.isTold ? m_origin.sender : QString();
 }
 
 Watch::Watch(const QString& expression, const QString& name, const Origin& origin, Desk* desk)
@@ -84,12 +96,16 @@ void Watch::setName(const QString& name)
     const QString own = shortName();
     m_isNamed = !name.isEmpty() && name != own;
     m_name = m_isNamed ? name : own;
-    m_caption->setText(m_name);
+    const QFontMetrics metrics = m_caption->fontMetrics();
+    const QString sender = m_isNamed ? QString() : getShownSender();
+    const QString caption = CellDelegate::fit(m_name.left(m_name.size() - sender.size()), sender, metrics,
+                                              WidestCaption * metrics.averageCharWidth());
+    m_caption->setText(QString(caption).replace(QLatin1Char('&'), QLatin1String("&&")));
     // The value begins where its name does.
-    const int inset = (m_caption->sizeHint().width() - m_caption->fontMetrics().horizontalAdvance(m_name)) / 2;
+    const int inset = (m_caption->sizeHint().width() - metrics.horizontalAdvance(caption)) / 2;
     m_label->setContentsMargins(qMax(0, inset), 0, 0, 0);
     m_caption->setAccessibleName(tr("Watch %1").arg(m_name));
-    m_label->setAccessibleName(m_name);
+    setToldName(m_label, m_name);
 }
 
 QString Watch::getText() const

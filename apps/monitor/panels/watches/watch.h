@@ -57,6 +57,7 @@ private:
     void resolve();
     void showSender();
     QString shortName() const;
+    QString getShownSender() const;
     void rename();
 
     PathExpression m_expression;

@@ -6,18 +6,22 @@
 #include "message.h"
 #include "messageinfo.h"
 #include "pathexpression.h"
+#include "valuetext.h"
 
 #include <QSet>
 
 #include <algorithm>
 
 static const int MostNamesakes = 4;
+static const int MostOfOne = 60; // characters that are shown
+static const int MostOfSeveral = 300;
 static const int MostValues = 20; // of a repeated sub-message; more nobody reads at a glance
 
 WatchedField::WatchedField(FieldValueLabel* label, LatestMessageSource* source)
     : m_label(label)
     , m_source(source)
 {
+    label->setTextFormat(Qt::PlainText); // a value says what it says
     connect(source, SIGNAL(newMessage(const Message*)), this, SLOT(processMessage(const Message*)));
     connect(source, &LatestMessageSource::forgotten, this, &WatchedField::forget);
 }
@@ -144,10 +148,15 @@ void WatchedField::processMessage(const Message* message)
     }
     QStringList texts;
     collectTexts(FieldWalk(m_path, message), &texts);
-    if (texts.isEmpty())
+    if (texts.isEmpty()) {
         m_label->clearValue();
-    else if (texts.size() > 1)
-        m_label->setText(texts.join(QLatin1String(", ")));
+        return;
+    }
+    const int most = texts.size() > 1 ? MostOfSeveral : MostOfOne;
+    QString text = ValueText::bounded(texts.join(QLatin1String(", ")), most, most);
+    text.replace(QLatin1Char('\n'), QChar(0x21b5));
+    if (text != m_label->text())
+        m_label->setText(text);
 }
 
 // The label itself writes each value, and begins its time-out with that.

@@ -2,6 +2,7 @@
 
 #include "fieldinfo.h"
 #include "fieldvaluelabel.h"
+#include "labels.h"
 #include "pathexpressioncombobox.h"
 #include "pathexpressionlineedit.h"
 
@@ -35,7 +36,7 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
     , m_value(new FieldValueLabel(nullptr, nullptr, true, -1))
     , m_watched(m_value, source)
     , m_status(new QLabel)
-    , m_pin(new QPushButton(tr("&Pin")))
+    , m_pin(new QPushButton(tr("P&in")))
 {
     m_expression.setConsiderSubMessages(true);
     m_expression.setWildCard(Format | MessageType);
@@ -77,7 +78,7 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
     layout->addWidget(m_line, 1);
 
     m_value->setMinimumWidth(m_value->fontMetrics().horizontalAdvance(QLatin1String("-000.0000 m/s")));
-    m_value->setAccessibleName(tr("Value"));
+    setToldName(m_value, tr("Value"));
     m_status->setEnabled(false);
     m_status->setMinimumWidth(1); // where there is no room, the boxes need it more
     m_pin->setToolTip(tr("Keep this value in sight below"));
