@@ -123,16 +123,8 @@
         <translation>„%1“ ist kein Text</translation>
     </message>
     <message>
-        <source>&quot;=&quot; in the expression: a comparison is written &quot;==&quot;</source>
-        <translation>„=“ im Ausdruck: ein Vergleich wird „==“ geschrieben</translation>
-    </message>
-    <message>
         <source>the expression cannot be understood: %1</source>
         <translation>der Ausdruck ist nicht verständlich: %1</translation>
-    </message>
-    <message>
-        <source>the expression has several results</source>
-        <translation>der Ausdruck hat mehrere Ergebnisse</translation>
     </message>
     <message>
         <source>the expression names &quot;%1&quot;, which is no field</source>
@@ -149,6 +141,10 @@
     <message>
         <source>the expression names &quot;%1&quot;, which is no number</source>
         <translation>der Ausdruck nennt „%1“, was keine Zahl ist</translation>
+    </message>
+    <message>
+        <source> (character %1)</source>
+        <translation> (Zeichen %1)</translation>
     </message>
 </context>
 <context>
@@ -781,6 +777,37 @@
     </message>
 </context>
 <context>
+    <name>ExpressionLine</name>
+    <message>
+        <source>&amp;Expression:</source>
+        <translation>&amp;Ausdruck:</translation>
+    </message>
+    <message>
+        <source>Expression</source>
+        <translation>Ausdruck</translation>
+    </message>
+    <message>
+        <source>&amp;Draw</source>
+        <translation>&amp;Zeichnen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Lines by their letters, and fields by their paths: a - b, sqrt(a^2 + b^2), deg(&quot;corvel/ATTITUDE/roll&quot;)</source>
+        <translation>Reihen mit ihren Buchstaben, Felder mit ihren Pfaden: a - b, sqrt(a^2 + b^2), deg(&quot;corvel/ATTITUDE/roll&quot;)</translation>
+    </message>
+    <message>
+        <source>Return draws it.</source>
+        <translation>Die Eingabetaste zeichnet sie.</translation>
+    </message>
+    <message>
+        <source>character %1: %2</source>
+        <translation>Zeichen %1: %2</translation>
+    </message>
+</context>
+<context>
     <name>FieldInfo</name>
     <message>
         <source>not available</source>
@@ -1047,6 +1074,45 @@
     <message>
         <source>Hidden data</source>
         <translation>Verborgene Daten</translation>
+    </message>
+</context>
+<context>
+    <name>Formula</name>
+    <message>
+        <source>&quot;%1&quot; cannot stand here</source>
+        <translation>„%1“ kann hier nicht stehen</translation>
+    </message>
+    <message>
+        <source>a comparison is written &quot;==&quot;</source>
+        <translation>ein Vergleich wird „==“ geschrieben</translation>
+    </message>
+    <message>
+        <source>there is no function &quot;%1&quot;</source>
+        <translation>es gibt keine Funktion „%1“</translation>
+    </message>
+    <message>
+        <source>it has several results</source>
+        <translation>er hat mehrere Ergebnisse</translation>
+    </message>
+    <message>
+        <source>something is missing at the end</source>
+        <translation>am Ende fehlt etwas</translation>
+    </message>
+    <message>
+        <source>a parenthesis is missing</source>
+        <translation>eine Klammer fehlt</translation>
+    </message>
+    <message>
+        <source>a function has too many arguments</source>
+        <translation>eine Funktion hat zu viele Argumente</translation>
+    </message>
+    <message>
+        <source>a function has too few arguments</source>
+        <translation>eine Funktion hat zu wenige Argumente</translation>
+    </message>
+    <message>
+        <source>a &quot;?&quot; has no &quot;:&quot;</source>
+        <translation>zu einem „?“ fehlt der „:“</translation>
     </message>
 </context>
 <context>
@@ -1607,6 +1673,14 @@
     <message>
         <source>Remove</source>
         <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Difference</source>
+        <translation>Differenz</translation>
+    </message>
+    <message>
+        <source>Expression...</source>
+        <translation>Ausdruck...</translation>
     </message>
 </context>
 <context>
@@ -2764,6 +2838,29 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Save the plot as a picture, or its values</source>
         <translation>Den Verlauf als Bild speichern oder seine Werte</translation>
+    </message>
+</context>
+<context>
+    <name>PlotExpression</name>
+    <message>
+        <source>no field that is known is called %1</source>
+        <translation>kein bekanntes Feld heißt %1</translation>
+    </message>
+    <message>
+        <source>%1 is confidential</source>
+        <translation>%1 ist vertraulich</translation>
+    </message>
+    <message>
+        <source>there is no line &quot;%1&quot;</source>
+        <translation>es gibt keine Reihe „%1“</translation>
+    </message>
+    <message>
+        <source>it names no line and no field</source>
+        <translation>er nennt keine Reihe und kein Feld</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is made of an expression that is drawn as something else</source>
+        <translation>„%1“ ist aus einem Ausdruck, der als etwas anderes gezeichnet wird</translation>
     </message>
 </context>
 <context>
@@ -4428,6 +4525,17 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Co&amp;lumns</source>
         <translation>&amp;Spalten</translation>
+    </message>
+</context>
+<context>
+    <name>ValueSaver</name>
+    <message>
+        <source>Saving %1</source>
+        <translation>%1 wird gespeichert</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
     </message>
 </context>
 <context>

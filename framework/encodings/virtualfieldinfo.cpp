@@ -4,20 +4,11 @@
 #include "message.h"
 
 #include <QCoreApplication>
-#include <QRegularExpression>
 
-#include <cmath>
-#include <limits>
 #include <memory>
 
 namespace
 {
-
-// bit(value, number): 1 or 0.
-double bitOf(double value, double number)
-{
-    return std::fmod(std::floor(std::ldexp(value, -static_cast<int>(number))), 2.0) != 0 ? 1 : 0;
-}
 
 bool isNumberType(const FieldInfo* field)
 {
@@ -53,44 +44,22 @@ VirtualFieldInfo* VirtualFieldInfo::create(const QString& name, const QString& e
 
 bool VirtualFieldInfo::compile(const QString& expression, const MessageInfo* info, QString* error)
 {
-    // The parser would take it as an assignment to the input.
-    static const QRegularExpression assignment(QStringLiteral("(?<![=<>!])=(?!=)"));
-    if (expression.contains(assignment)) {
-        *error = QCoreApplication::translate("Annotations", "\"=\" in the expression: a comparison is written \"==\"");
+    Formula::Fault fault;
+    if (!m_formula.parse(expression, &fault)) {
+        *error = QCoreApplication::translate("Annotations", "the expression cannot be understood: %1").arg(fault.text);
+        if (fault.position >= 0)
+            *error += QCoreApplication::translate("Annotations", " (character %1)").arg(fault.position + 1);
         return false;
     }
-    try {
-        m_parser.DefineFun("bit", bitOf);
-        // The parser's own constants can lack the last digits.
-        m_parser.ClearConst();
-        m_parser.DefineConst("_pi", 3.14159265358979323846);
-        m_parser.DefineConst("_e", 2.71828182845904523536);
-        // With the point, for fields of sub-messages.
-        m_parser.DefineNameChars("0123456789_abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ.");
-        m_parser.SetExpr(expression.toStdString());
-        const mu::varmap_type used = m_parser.GetUsedVar();
-        for (const auto& variable : used) {
-            FieldPath input(info);
-            if (!findInput(QString::fromStdString(variable.first), &input, error))
-                return false;
-            m_inputs.push_back(input);
-            for (const FieldPath::Step& step : input.getSteps())
-                setConfidential(isConfidential() || step.field->isConfidential());
-        }
-        m_values.resize(m_inputs.size());
-        std::size_t i = 0;
-        for (const auto& variable : used)
-            m_parser.DefineVar(variable.first, &m_values[i++]);
-        m_parser.Eval();
-    } catch (const mu::Parser::exception_type& exception) {
-        *error = QCoreApplication::translate("Annotations", "the expression cannot be understood: %1")
-                     .arg(QString::fromStdString(exception.GetMsg()));
-        return false;
+    for (const QString& name : m_formula.getNames()) {
+        FieldPath input(info);
+        if (!findInput(name, &input, error))
+            return false;
+        m_inputs.push_back(input);
+        for (const FieldPath::Step& step : input.getSteps())
+            setConfidential(isConfidential() || step.field->isConfidential());
     }
-    if (m_parser.GetNumResults() != 1) {
-        *error = QCoreApplication::translate("Annotations", "the expression has several results");
-        return false;
-    }
+    m_values.resize(m_inputs.size());
     return true;
 }
 
@@ -164,9 +133,5 @@ FieldValue VirtualFieldInfo::getValue(const Message* message, unsigned int index
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (index != 0 || !takeInputs(message))
         return FieldValue::invalid();
-    try {
-        return FieldValue::fromDouble(m_parser.Eval());
-    } catch (const mu::Parser::exception_type&) {
-        return FieldValue::fromDouble(std::numeric_limits<double>::quiet_NaN());
-    }
+    return FieldValue::fromDouble(m_formula.compute(m_values.data()));
 }

@@ -3,8 +3,7 @@
 
 #include "fieldinfo.h"
 #include "fieldpath.h"
-
-#include <muParser.h>
+#include "formula.h"
 
 #include <mutex>
 #include <vector>
@@ -41,8 +40,8 @@ private:
 
     std::vector<FieldPath> m_inputs;
     mutable std::mutex m_mutex;           // for what follows
-    mutable std::vector<double> m_values; // of the inputs; the parser points into it
-    mu::Parser m_parser;
+    mutable std::vector<double> m_values; // of the inputs
+    Formula m_formula;
 };
 
 #endif

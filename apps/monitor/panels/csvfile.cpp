@@ -6,10 +6,15 @@
 #include <QFileDialog>
 #include <QSaveFile>
 
-void CsvFile::save(QWidget* panel, Desk* desk, const QString& title, const QString& name, const QByteArray& csv)
+QString CsvFile::askPath(QWidget* panel, const QString& title, const QString& name)
 {
     const QString filter = QCoreApplication::translate("CsvFile", "Comma-separated values (*.csv);;All files (*)");
-    const QString path = QFileDialog::getSaveFileName(panel->window(), title, name, filter);
+    return QFileDialog::getSaveFileName(panel->window(), title, name, filter);
+}
+
+void CsvFile::save(QWidget* panel, Desk* desk, const QString& title, const QString& name, const QByteArray& csv)
+{
+    const QString path = askPath(panel, title, name);
     if (path.isEmpty())
         return;
     QSaveFile file(path);

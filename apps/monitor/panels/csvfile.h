@@ -11,6 +11,9 @@ class QWidget;
 namespace CsvFile
 {
 
+/** Asks for a file, with @p name as a suggestion; empty when there is to be none. */
+QString askPath(QWidget* panel, const QString& title, const QString& name);
+
 /** Asks for a file, with @p name as a suggestion, and writes @p csv there; what goes wrong is told on the desk. */
 void save(QWidget* panel, Desk* desk, const QString& title, const QString& name, const QByteArray& csv);
 

@@ -2,6 +2,7 @@
 #define TOLDTREE_H
 
 #include "changehighlighter.h"
+#include "expressionline.h"
 #include "findbar.h"
 #include "plotlegend.h"
 #include "plotseries.h"
@@ -105,6 +106,10 @@ private:
             plot.addField(TreeRow(row).getPath(), {TreeRow(row).getSubject().sender, false});
         else if (verb == "choose" || verb == "remove")
             choose(rest.toInt(), verb == "remove");
+        else if (verb == "difference") // of all lines that there are
+            plot.getLegend()->selectAll(), plot.addDifference();
+        else if (verb == "expression")
+            return enter(rest);
         else if (verb == "above" || verb == "below")
             plot.moveCurrent(verb == "below" ? 1 : -1);
         else if (verb == "function") // its number
@@ -213,7 +218,16 @@ private:
     {
         plot.getLegend()->setCurrentItem(plot.getLegend()->topLevelItem(series));
         if (andRemove)
-            plot.removeCurrent();
+            plot.removeChosen();
+    }
+    // What is wrong with it, if anything is.
+    QString enter(const QString& expression)
+    {
+        ExpressionLine* const line = plot.getExpressionLine();
+        line->open();
+        line->getEdit()->setText(expression);
+        QTest::keyClick(line->getEdit(), Qt::Key_Return);
+        return line->isVisible() ? line->getText() : QString();
     }
     // The values of each field in their order, with a dash for a point without one; or what the legend says.
     QStringList plotted(bool points) const

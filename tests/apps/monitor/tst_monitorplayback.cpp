@@ -204,6 +204,10 @@ void tst_monitorplayback::hiddenDataIsHiddenEverywhere()
     window.showRoll("secret");
     window.jump(0);
     EVENTUALLY_IS(window.roll(), All);
+    Formula::Fault fault;
+    QVERIFY(window.getPlot()->addComputed(PlotExpression::parse("2 * a", window.getPlot()->getSeries(), &fault)));
+    window.getPlot()->getLegend()->setCurrentItem(window.getPlot()->getLegend()->topLevelItem(0));
+    window.getPlot()->removeChosen(); // what it is computed from
 
     QVERIFY(window.loadAnnotations(m_folder.write(
         "secret.json", "{\"messages\": {\"ATTITUDE\": {\"fields\": {\"roll\": {\"confidential\": true}}}}}")));
@@ -224,11 +228,13 @@ void tst_monitorplayback::whatWasChosenSurvivesARestart()
         window.getPlot()->getLegend()->setCurrentItem(window.getPlot()->getLegend()->topLevelItem(1));
         window.getPlot()->moveCurrent(1);
         window.getPlot()->setFunction(PlotFunction::Derivative);
+        Formula::Fault fault;
+        QVERIFY(window.getPlot()->addComputed(PlotExpression::parse("2 * a", window.getPlot()->getSeries(), &fault)));
         window.getPlot()->plot("later/ENGINE/temperature");
         window.getTree()->setColumns({MessageTreeWidget::NameColumn, MessageTreeWidget::ValueColumn});
         window.getWatches()->getWatches().first()->setName("bank");
         QVERIFY(window.play(m_flight));
-        EVENTUALLY(window.roll().count('|') == 4);
+        EVENTUALLY(window.roll().count('|') == 5);
         QVERIFY(window.tick(1, Qt::Unchecked));
         window.saveSettings(settings);
     }
@@ -237,13 +243,14 @@ void tst_monitorplayback::whatWasChosenSurvivesARestart()
     QCOMPARE(window.getTree()->getColumns().size(), 2);
     QCOMPARE(window.getWatches()->getWatches().first()->getName(), QString("bank"));
     QVERIFY(window.play(m_flight));
-    EVENTUALLY_IS(window.roll(), QString(All) + " | 0 /s");
+    EVENTUALLY_IS(window.roll(), QString(All) + " | 0 /s | 8.2469");
     QVERIFY(!window.findRow("HEARTBEAT"));
     // Its type is still to come, in this run or another.
     QSettings again(m_folder.filePath("again.ini"), QSettings::IniFormat);
     window.saveSettings(again);
-    QCOMPARE(again.value("plot/plotted").toStringList().join(' '),
-             QString("corvel/ATTITUDE/roll corvel/HEARTBEAT/type later/ENGINE/temperature"));
+    QCOMPARE(
+        again.value("plot/plotted").toStringList().join(' '),
+        QString("corvel/ATTITUDE/roll corvel/HEARTBEAT/type =2 * a\n0 corvel/ATTITUDE/roll later/ENGINE/temperature"));
     QCOMPARE(window.getPlot()->getPlots()->getCount(), 2);
 }
 
@@ -323,6 +330,15 @@ void tst_monitorplayback::theWholeRecordingIsPlottedAndAClickGoesThere()
     window.getPlot()->setSinceStart(true);
     EVENTUALLY_IS(QString("%1 to %2").arg(view->xAxis->range().lower).arg(view->xAxis->range().upper), "0 to 9");
     QCOMPARE(window.getPlot()->getSeries()[1]->getShift(), double(Start + 86400));
+    // So do what is computed from both, and from a field that nobody drew.
+    window.getPlot()->getLegend()->selectAll();
+    window.getPlot()->addDifference();
+    EVENTUALLY(points().endsWith(" 7 8 -6.87655 -5.87655 -4.87655 -3.87655 -2.87655"));
+    Formula::Fault fault;
+    QVERIFY(window.getPlot()->addComputed(
+        PlotExpression::parse("\"corvel/HEARTBEAT/type\" - a", window.getPlot()->getSeries(), &fault)));
+    EVENTUALLY(
+        points().endsWith(" 1.87655 0.87655 -0.12345 -1.12345 -2.12345 -2.12345 -2.12345 -2.12345 -2.12345 -2.12345"));
     EVENTUALLY(view->getPositions().contains(9) && view->getPositions().contains(7));
 }
 

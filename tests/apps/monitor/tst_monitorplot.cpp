@@ -1,5 +1,7 @@
 #include "testbase.h"
+#include "testfolder.h"
 #include "toldtree.h"
+#include "valuesaver.h"
 
 #include <QMimeData>
 
@@ -73,6 +75,29 @@ void tst_monitorplot::showsWhatComes()
          "- 4 6; - 4 6 - - 16; NAV_STATE.ground_speed, derivative 16 m/s\u00b2; 0 1 3.5 - 1 5; "
          "NAV_STATE.ground_speed, average of 1 s 5 m/s; NAV_STATE.ground_speed 9 m/s; [m/s]1"},
 
+        // Lines are computed from others: at the times of the first, with the newest of the others that is not later,
+        // also where that comes late. They go on when these are not drawn any more.
+        {"plot NAV_STATE/ground_speed; sender 1:1; nav 1; wait 100; sender 2:1; nav 10; wait 100; sender 1:1; nav 2; "
+         "sender 2:1; nav 20; wait 100; sender 1:1; nav 3; difference; points; wait 100; nav 4; points; sender 2:1; "
+         "wait -50; nav 30; points; legend; remove 1; remove 0; wait 100; sender 1:1; nav 5; points; choose 0; "
+         "function 1; points",
+         "1 2 3, 10 20, -18 -17; 1 2 3 4, 10 20, -18 -17 -16; 1 2 3 4, 10 20 30, -18 -17 -26; "
+         "NAV_STATE.ground_speed (1:1) 4 m/s, NAV_STATE.ground_speed (2:1) 30 m/s, NAV_STATE.ground_speed (1:1) - "
+         "NAV_STATE.ground_speed (2:1) -26 m/s; -18 -17 -26 -25; - 10 -90 20"},
+        {"plot NAV_STATE/ground_speed; nav 3; expression sqrt(a^2 + (2 * \"desk/NAV_STATE/place[1]/x\" - 1)^2); wait "
+         "100; "
+         "nav 4; wait 100; nav -1; expression b - a; points; legend",
+         "3 4 -, 5.65685 -, 1.65685 -; NAV_STATE.ground_speed not available, "
+         "sqrt(NAV_STATE.ground_speed^2 + (2 * NAV_STATE.place[1].x - 1)^2) , "
+         "(sqrt(NAV_STATE.ground_speed^2 + (2 * NAV_STATE.place[1].x - 1)^2)) - NAV_STATE.ground_speed "},
+        {"nav 8; plot NAV_STATE/ground_speed; expression a +; expression a + b; expression 2 * sqr(a); "
+         "expression a + \"desk/NAV_STATE/none\"; expression 3; legend; expression "
+         "2*abs(\"desk/NAV_STATE/ground_speed\")/a; legend",
+         "character 4: something is missing at the end; character 5: there is no line \"b\"; "
+         "character 5: there is no function \"sqr\"; character 5: no field that is known is called "
+         "\"desk/NAV_STATE/none\"; it names no line and no field; a:  NAV_STATE.ground_speed ; "
+         "NAV_STATE.ground_speed , 2*abs(NAV_STATE.ground_speed)/NAV_STATE.ground_speed "},
+
         // A pause keeps the picture, and the data come all the same. Whoever takes hold of the picture wants it to
         // stay.
         {"plot NAV_STATE/ground_speed; nav 1; span; grab; wait 10000; nav 2; span; points; zoom 0.5; span; follow; "
@@ -81,6 +106,28 @@ void tst_monitorplot::showsWhatComes()
          "-50 to 10; -50 to 10; 1 2; -35 to -5; -40 to 20; -40 to 20; -30 to 30"},
     };
     checkTold(rows);
+
+    // A unit is only told where it is sure.
+    static const TextRow units[] = {{"a - b; m; m", "m"},
+                                    {"a - b; m; s", ""},
+                                    {"a + 5; m", ""},
+                                    {"a * 3.6; m/s", ""},
+                                    {"a * b; m; m", ""},
+                                    {"atan2(a, b); m; m", ""},
+                                    {"max(abs(a), b); V; V", "V"},
+                                    {"deg(a); rad/s", "\u00b0/s"},
+                                    {"deg(a - b); rad; rad", "\u00b0"},
+                                    {"deg(a); m", ""},
+                                    {"rad(a) - b; \u00b0; \u00b0", ""},
+                                    {"sqrt(a^2 + b^2 + c^2); m; m; m", "m"}};
+    checkRows(units, [](const QString& row) {
+        PlotExpression expression;
+        const QStringList parts = row.split("; ");
+        expression.formula = parts.first();
+        for (int i = 1; i < int(parts.size()); ++i)
+            expression.operands.append({QString::number(i), QString()});
+        return expression.getUnit(parts.mid(1));
+    });
 
     PlotFunction angle(PlotFunction::OtherAngle);
     const QString degree(QChar(0xb0));
@@ -196,11 +243,35 @@ void tst_monitorplot::rowsAreDroppedAndSavedAsValues()
     QCOMPARE(said.value(0).value(0).toString(), QString("Only numbers can be plotted."));
     desk.plot.plot("desk/NAV_STATE/ground_speed");
     QCOMPARE(int(plot->getSeries().size()), 2);
+    const QByteArray expected("time,NAV_STATE.place[1].x [m],NAV_STATE.ground_speed [m/s]\r\n"
+                              "1970-01-01T00:00:01.500000Z,2.5,0.10000000000000001\r\n"
+                              "1970-01-01T00:00:01.600000Z,2.5,\r\n");
+    // The file is complete, whatever comes meanwhile, or not there.
+    const TestFolder folder;
+    const auto save = [&](const QString& path, bool cancelled) {
+        ValueSaver* const saver = new ValueSaver(plot->getColumns(), path, plot);
+        QSignalSpy ended(saver, &ValueSaver::ended);
+        QSignalSpy failed(saver, &ValueSaver::failed);
+        if (cancelled)
+            saver->cancel();
+        saver->start();
+        desk.send(desk.createNav(0.2), 1700);
+        if (!waitFor([&]() { return !ended.isEmpty(); }))
+            return QString("does not end");
+        return failed.isEmpty() ? QString() : failed.first().first().toString();
+    };
+    QCOMPARE(save(folder.filePath("cancelled.csv"), true), QString());
+    QVERIFY(!QFile::exists(folder.filePath("cancelled.csv")));
+    QVERIFY(save(folder.filePath("none/values.csv"), false).contains("none/values.csv cannot be written: "));
+    plot->removeAll();
+    plot->plot("desk/NAV_STATE/place[1]/x");
+    plot->plot("desk/NAV_STATE/ground_speed");
     desk.send(desk.createNav(0.1), 1500);
     desk.send(desk.createNav(std::nan("")), 1600);
-    QCOMPARE(plot->toCsv(), QByteArray("time,NAV_STATE.place[1].x [m],NAV_STATE.ground_speed [m/s]\r\n"
-                                       "1970-01-01T00:00:01.500000Z,2.5,0.10000000000000001\r\n"
-                                       "1970-01-01T00:00:01.600000Z,2.5,\r\n"));
+    QCOMPARE(save(folder.filePath("values.csv"), false), QString());
+    QFile file(folder.filePath("values.csv"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), expected);
 }
 
 QTEST_MAIN(tst_monitorplot)

@@ -220,8 +220,13 @@ private Q_SLOTS:
             {"x_0", "the expression names 'x_0', which is no field"},
             {"word", "the expression names 'word', which is no number"},
             {"array", "the expression names 'array', which has several values: name one as in 'array_0'"},
-            {"x = 3", "'=' in the expression: a comparison is written '=='"},
-            {"x, 3", "the expression has several results"}};
+            {"x = 3", "the expression cannot be understood: a comparison is written '==' (character 3)"},
+            {"x, 3", "the expression cannot be understood: it has several results"},
+            {"x + sqr(x)", "the expression cannot be understood: there is no function 'sqr' (character 5)"},
+            {"(x + 3", "the expression cannot be understood: a parenthesis is missing (character 7)"},
+            {"x + * 3", "the expression cannot be understood: '*' cannot stand here (character 5)"},
+            {"x +", "the expression cannot be understood: something is missing at the end (character 4)"},
+            {"x + 3\u00b0", "the expression cannot be understood: '\u00b0' cannot stand here (character 6)"}};
         checkRows(expressions, errorsOfExpression);
     }
 

@@ -1,11 +1,14 @@
 #include "lineactions.h"
 
+#include "expressionline.h"
 #include "plotlegend.h"
 #include "plotpanel.h"
 #include "plotseries.h"
 #include "plotstack.h"
 
 #include <QAction>
+
+#include <algorithm>
 
 LineActions::LineActions(PlotPanel* panel)
     : QObject(panel)
@@ -24,8 +27,12 @@ LineActions::LineActions(PlotPanel* panel)
             panel->setFunction(checked ? PlotFunction::Kind(kind) : PlotFunction::Values);
         });
     }
+    m_difference = add(tr("Difference"), 0);
+    connect(m_difference, &QAction::triggered, panel, &PlotPanel::addDifference);
+    QAction* const expression = add(tr("Expression..."), 0);
+    connect(expression, &QAction::triggered, panel, [panel]() { panel->getExpressionLine()->open(); });
     QAction* const remove = add(tr("Remove"), Qt::Key_Delete);
-    connect(remove, &QAction::triggered, panel, &PlotPanel::removeCurrent);
+    connect(remove, &QAction::triggered, panel, &PlotPanel::removeChosen);
     panel->getLegend()->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
@@ -43,11 +50,17 @@ void LineActions::update()
     const PlotStack* const plots = m_panel->getPlots();
     const PlotSeries* const series = m_panel->getCurrentSeries();
     const int place = series ? plots->getPlace(series) : 0;
-    m_moveUp->setEnabled(place > 0);
-    m_moveDown->setEnabled(series && (place + 1 < plots->getCount() || plots->hasCompany(series)));
+    const std::vector<std::size_t> chosen = m_panel->getLegend()->getChosen();
+    const bool isOne = series && chosen.size() == 1;
+    m_difference->setEnabled(chosen.size() == 2);
+    m_moveUp->setEnabled(isOne && place > 0);
+    m_moveDown->setEnabled(isOne && (place + 1 < plots->getCount() || plots->hasCompany(series)));
     for (int kind = PlotFunction::Values + 1; kind < PlotFunction::KindCount; ++kind) {
         const PlotFunction function{PlotFunction::Kind(kind)};
-        m_functions[kind]->setEnabled(series && function.isPossible(series->getFieldUnit()));
+        const bool isPossible = std::any_of(chosen.begin(), chosen.end(), [&](std::size_t i) {
+            return function.isPossible(m_panel->getSeries()[i]->getFieldUnit());
+        });
+        m_functions[kind]->setEnabled(isPossible);
         m_functions[kind]->setChecked(series && series->getFunction() == kind);
     }
 }

@@ -8,7 +8,7 @@
 class PlotPanel;
 class QAction;
 
-/** What the context menu of the list of a plot does with the line that is chosen there. */
+/** What the context menu of the list of a plot does with the lines that are chosen there. */
 class LineActions : public QObject
 {
     Q_OBJECT
@@ -26,6 +26,7 @@ private:
     PlotPanel* m_panel;
     QAction* m_moveUp;
     QAction* m_moveDown;
+    QAction* m_difference;
     QAction* m_functions[PlotFunction::KindCount] = {}; // none for the first
 };
 

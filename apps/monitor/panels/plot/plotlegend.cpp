@@ -35,6 +35,7 @@ PlotLegend::PlotLegend(QWidget* parent)
     setColumnCount(2);
     setHeaderLabels({tr("Field"), tr("Value")});
     setRootIsDecorated(false);
+    setSelectionMode(ExtendedSelection);
     setAccessibleName(tr("Plotted fields"));
     header()->setStretchLastSection(false);
     header()->setMinimumSectionSize(fontMetrics().averageCharWidth() * 4);
@@ -53,7 +54,7 @@ void PlotLegend::setName(int row, const PlotSeries* series, const PlotView* view
     item->setIcon(NameColumn, lineSample(view->getColor(series), view->findGraph(series)->pen().style()));
     item->setText(NameColumn, name);
     item->setData(NameColumn, CellDelegate::KeptRole, sender);
-    item->setToolTip(NameColumn, series->getPath().getExpression());
+    item->setToolTip(NameColumn, series->getDescription());
 }
 
 void PlotLegend::setGroup(int row, int group)
@@ -74,6 +75,15 @@ void PlotLegend::setValueTitle(const QString& time)
     const QString title = time.isEmpty() ? tr("Value") : time;
     if (headerItem()->text(ValueColumn) != title)
         headerItem()->setText(ValueColumn, title);
+}
+
+std::vector<std::size_t> PlotLegend::getChosen() const
+{
+    std::vector<std::size_t> chosen;
+    for (int i = 0; i < topLevelItemCount(); ++i)
+        if (topLevelItem(i)->isSelected())
+            chosen.push_back(std::size_t(i));
+    return chosen;
 }
 
 // Grows with its values and does not shrink, or the names would move.

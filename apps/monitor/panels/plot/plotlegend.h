@@ -3,6 +3,8 @@
 
 #include <QTreeWidget>
 
+#include <vector>
+
 class PlotSeries;
 class PlotView;
 
@@ -22,6 +24,8 @@ public:
     void setValue(int row, const QString& text);
     /** Says of what time the values are; empty when they are those of now. */
     void setValueTitle(const QString& time);
+    /** The numbers of the rows that are chosen. */
+    std::vector<std::size_t> getChosen() const;
     /** Makes room for the values. */
     void fitValueColumn();
 };

@@ -2,22 +2,23 @@
 
 #include "csvfile.h"
 #include "desk.h"
+#include "expressionline.h"
 #include "formatregistry.h"
 #include "lineactions.h"
 #include "message.h"
 #include "plotbar.h"
 #include "plotlegend.h"
 #include "plotseries.h"
-#include "plotvalues.h"
 #include "plotview.h"
 #include "plotwishes.h"
 #include "recordedlines.h"
-#include "samefield.h"
 #include "theme.h"
+#include "valuesaver.h"
 
 #include <QAction>
 #include <QDateTime>
 #include <QDragEnterEvent>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMimeData>
@@ -31,6 +32,7 @@
 static const int MostSeries = 24; // more than that nobody tells apart
 static const int LeastSpan = 60;  // where there is not more
 static const int SaidMilliseconds = 4000;
+static const int WorkMs = 8; // of the GUI thread at a time
 static const char RowMimeType[] = "application/x-qabstractitemmodeldatalist";
 
 PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
@@ -45,6 +47,7 @@ PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
     , m_legend(new PlotLegend)
     , m_splitter(new QSplitter)
     , m_bar(new PlotBar)
+    , m_expressionLine(new ExpressionLine(this))
     , m_cursor(std::nan(""))
 {
     createActions();
@@ -52,7 +55,6 @@ PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
     offerUse();
     m_hint = new QLabel(tr("Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L)."));
     Theme::makeHint(m_hint);
-
     m_splitter->addWidget(m_plots);
     m_splitter->addWidget(m_legend);
     m_splitter->setStretchFactor(0, 1);
@@ -64,6 +66,7 @@ PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
     layout->addWidget(m_bar);
     layout->addWidget(m_hint, 1);
     layout->addWidget(m_splitter, 1);
+    layout->addWidget(m_expressionLine);
     setAcceptDrops(true);
 
     connect(m_plots, &PlotStack::moved, this, [this]() { setPaused(true); });
@@ -140,7 +143,7 @@ void PlotPanel::createActions()
     });
     connect(m_bar, &PlotBar::everythingWanted, this, &PlotPanel::showEverything);
     connect(m_bar->getSinceStart(), &QAction::toggled, this, &PlotPanel::setSinceStart);
-    connect(m_bar, &PlotBar::removalWanted, this, &PlotPanel::removeCurrent);
+    connect(m_bar, &PlotBar::removalWanted, this, &PlotPanel::removeChosen);
     connect(m_bar, &PlotBar::removalOfAllWanted, this, &PlotPanel::removeAll);
     connect(m_bar, &PlotBar::pictureWanted, this, &PlotPanel::savePicture);
     connect(m_bar, &PlotBar::valuesWanted, this, &PlotPanel::saveValues);
@@ -150,9 +153,9 @@ void PlotPanel::createLegend()
 {
     connect(m_legend, &QTreeWidget::currentItemChanged, this, [this]() {
         m_plots->emphasize(getCurrentSeries());
-        m_lineActions->update();
         m_changed = true;
     });
+    connect(m_legend, &QTreeWidget::itemSelectionChanged, this, [this]() { m_lineActions->update(); });
     m_lineActions = new LineActions(this);
 }
 
@@ -170,7 +173,7 @@ void PlotPanel::setPaused(bool paused)
 PlotSeries* PlotPanel::getCurrentSeries() const
 {
     const int row = m_legend->indexOfTopLevelItem(m_legend->currentItem());
-    return row >= 0 && row < int(m_series.size()) ? m_series[std::size_t(row)].get() : nullptr;
+    return row >= 0 && row < int(getSeries().size()) ? getSeries()[std::size_t(row)].get() : nullptr;
 }
 
 void PlotPanel::moveCurrent(int plots)
@@ -181,10 +184,6 @@ void PlotPanel::moveCurrent(int plots)
         return;
     m_plots->moveSeries(series, place);
     sortByPlots();
-    for (std::size_t i = 0; i < m_series.size(); ++i)
-        if (m_series[i].get() == series)
-            m_legend->setCurrentItem(m_legend->topLevelItem(int(i)));
-    m_plots->emphasize(series);
     updateNames();
     showValues();
     m_changed = true;
@@ -192,118 +191,137 @@ void PlotPanel::moveCurrent(int plots)
 
 void PlotPanel::setFunction(PlotFunction::Kind function)
 {
-    PlotSeries* const series = getCurrentSeries();
-    if (!series)
-        return;
-    series->setFunction(function);
-    m_plots->moveSeries(series, m_plots->getPlace(series)); // to the axis of its unit
-    m_plots->emphasize(series);
+    for (const std::size_t i : m_legend->getChosen()) {
+        PlotSeries* const series = getSeries()[i].get();
+        if (!PlotFunction(function).isPossible(series->getFieldUnit()))
+            continue;
+        series->setFunction(function);
+        m_plots->moveSeries(series, m_plots->getPlace(series)); // to the axis of its unit
+    }
+    m_plots->emphasize(getCurrentSeries());
     updateNames();
     m_changed = true;
+}
+
+void PlotPanel::setLettersShown(bool shown)
+{
+    m_areLettersShown = shown;
+    updateNames();
 }
 
 void PlotPanel::addField(const FieldPath& field, const Origin& origin, int place, PlotFunction::Kind function)
 {
     if (!field.getField() || field.isWholeRepeatedField() || field.isHidden())
         return;
-    FieldPath path = field; // as it is drawn already
-    for (const auto& series : m_series)
-        path = SameField::areSame(series->getPath(), field) ? series->getPath() : path;
+    const FieldPath path = m_lines.pathOf(field);
     const bool ofEach = origin.sender.isEmpty();
-    m_removed.erase(std::remove_if(m_removed.begin(), m_removed.end(),
-                                   [&](const auto& removed) {
-                                       return removed.first == path && (ofEach || removed.second == origin.sender);
-                                   }),
-                    m_removed.end());
+    m_lines.forgetRemoved(path, origin.sender);
     bool isDrawn = false;
-    for (const auto& series : m_series) {
+    for (const auto& series : getSeries()) {
         if (!(series->getPath() == path))
             continue;
         if (ofEach)
             series->setOrigin(origin);
         isDrawn = isDrawn || ofEach || series->getSender() == origin.sender;
     }
-    if (isDrawn || isDrawnOfEach(path)) {
+    if (isDrawn || m_lines.isDrawnOfEach(path)) {
         updateNames();
         return;
     }
-    const PlotSeries* const current = getCurrentSeries();
-    if (place < 0)
-        place = m_dropPlace >= 0 ? m_dropPlace : current ? m_plots->getPlace(current) : 0;
-    if (PlotSeries* const series = append(path, origin.sender, place, function))
-        series->setOrigin(origin);
-    else
+    std::shared_ptr<PlotSeries> series = m_lines.findUndrawn(path, origin.sender);
+    if (!series) {
+        series = std::make_shared<PlotSeries>(path);
+        series->setSender(origin.sender);
+    }
+    series->setOrigin(origin);
+    if (!draw(series, place, function))
         Q_EMIT m_desk->failed(tr("No more than %1 series can be plotted at a time.").arg(MostSeries));
     updateNames();
     updateTypes();
 }
 
+bool PlotPanel::addComputed(const PlotExpression& expression, int place, PlotFunction::Kind function)
+{
+    PlotLines::Lines lines;
+    for (const PlotExpression::Operand& operand : expression.operands) {
+        lines.push_back(m_lines.findOrMake(operand));
+        if (!lines.back() || lines.back()->isHidden())
+            return false;
+    }
+    const auto series = std::make_shared<ComputedSeries>(expression, lines);
+    if (!findSeries(series->getWish()) && !draw(series, place, function))
+        Q_EMIT m_desk->failed(tr("No more than %1 series can be plotted at a time.").arg(MostSeries));
+    updateNames();
+    updateTypes();
+    return true;
+}
+
+void PlotPanel::addDifference()
+{
+    const std::vector<std::size_t> chosen = m_legend->getChosen();
+    if (chosen.size() == 2)
+        addComputed(PlotExpression::differenceOf(PlotExpression::of(*getSeries()[chosen[0]], getSeries()),
+                                                 PlotExpression::of(*getSeries()[chosen[1]], getSeries())));
+}
+
 PlotSeries* PlotPanel::findOrAdd(const FieldPath& path, const QString& sender)
 {
-    for (const auto& series : m_series) {
-        if (!(series->getPath() == path))
-            continue;
-        if (series->getMessageCount() == 0 && series->getOrigin().sender.isEmpty())
-            series->setSender(sender);
-        if (series->getSender() == sender)
-            return series.get();
-    }
-    if (!isDrawnOfEach(path) || isRemoved(path, sender))
-        return nullptr;
+    PlotSeries* const known = m_lines.find(path, sender);
+    if ((known && m_lines.isDrawn(known)) || !m_lines.isDrawnOfEach(path) || m_lines.isRemoved(path, sender))
+        return known;
     const auto isOfPath = [&path](const auto& series) { return series->getPath() == path; };
-    const auto other = std::find_if(m_series.begin(), m_series.end(), isOfPath);
-    return append(path, sender, m_plots->getPlace(other->get()), (*other)->getFunction());
+    const auto other = *std::find_if(getSeries().begin(), getSeries().end(), isOfPath);
+    std::shared_ptr<PlotSeries> series = known ? m_lines.findUndrawn(path, sender) : std::make_shared<PlotSeries>(path);
+    series->setSender(sender);
+    return draw(series, m_plots->getPlace(other.get()), other->getFunction()) ? series.get() : known;
 }
 
-// The list has the order of the plots.
+// The list has the order of the plots, and what is chosen stays so.
 void PlotPanel::sortByPlots()
 {
-    std::stable_sort(m_series.begin(), m_series.end(), [this](const auto& left, const auto& right) {
-        return m_plots->getPlace(left.get()) < m_plots->getPlace(right.get());
+    const PlotSeries* const current = getCurrentSeries();
+    QSet<const PlotSeries*> chosen;
+    for (const std::size_t i : m_legend->getChosen())
+        chosen.insert(getSeries()[i].get());
+    m_lines.sort([this](const PlotSeries* left, const PlotSeries* right) {
+        return m_plots->getPlace(left) < m_plots->getPlace(right);
     });
+    for (int i = 0; current && i < int(getSeries().size()); ++i)
+        if (getSeries()[std::size_t(i)].get() == current)
+            m_legend->setCurrentItem(m_legend->topLevelItem(i));
+    for (int i = 0; i < int(getSeries().size()); ++i)
+        m_legend->topLevelItem(i)->setSelected(chosen.contains(getSeries()[std::size_t(i)].get()));
+    m_plots->emphasize(current);
 }
 
-PlotSeries* PlotPanel::append(const FieldPath& path, const QString& sender, int place, PlotFunction::Kind function)
+bool PlotPanel::draw(const std::shared_ptr<PlotSeries>& series, int place, PlotFunction::Kind function)
 {
-    if (m_series.size() >= MostSeries)
-        return nullptr;
-    m_series.emplace_back(new PlotSeries(path));
-    PlotSeries* const series = m_series.back().get();
-    series->setSender(sender);
+    if (getSeries().size() >= MostSeries)
+        return false;
+    const PlotSeries* const current = getCurrentSeries();
+    if (place < 0)
+        place = m_dropPlace >= 0 ? m_dropPlace : current ? m_plots->getPlace(current) : 0;
     series->setFunction(function);
-    m_plots->addSeries(series, place);
+    m_lines.append(series);
+    m_plots->addSeries(series.get(), place);
     new QTreeWidgetItem(m_legend);
     sortByPlots();
     updateNames();
     updateEmptiness();
-    return series;
-}
-
-bool PlotPanel::isDrawnOfEach(const FieldPath& path) const
-{
-    return std::any_of(m_series.begin(), m_series.end(), [&path](const auto& series) {
-        return series->getPath() == path && series->getOrigin().sender.isEmpty();
-    });
-}
-
-bool PlotPanel::isRemoved(const FieldPath& path, const QString& sender) const
-{
-    return std::find(m_removed.begin(), m_removed.end(), std::make_pair(path, sender)) != m_removed.end();
+    return true;
 }
 
 // Senders are named only where there are several of a field.
 void PlotPanel::updateNames()
 {
-    for (std::size_t i = 0; i < m_series.size(); ++i) {
-        const PlotSeries* const series = m_series[i].get();
-        int same = 0;
-        for (const auto& other : m_series)
-            same += other->getPath() == series->getPath() ? 1 : 0;
-        const bool isTold = same > 1 || series->getOrigin().isTold;
+    for (std::size_t i = 0; i < getSeries().size(); ++i) {
+        const PlotSeries* const series = getSeries()[i].get();
+        const bool isTold = PlotExpression::isTold(*series, getSeries());
         const QString sender = isTold ? QStringLiteral(" (%1)").arg(series->getSender()) : QString();
         const QString name = series->getName() + sender;
         const int place = m_plots->getPlace(series);
-        m_legend->setName(int(i), series, m_plots->getView(place), name, sender);
+        const QString letter = m_areLettersShown ? PlotExpression::letterOf(int(i)) + QLatin1String(":  ") : QString();
+        m_legend->setName(int(i), series, m_plots->getView(place), letter + name, sender);
         m_legend->setGroup(int(i), place);
         m_plots->getView(place)->findGraph(series)->setName(name);
     }
@@ -326,7 +344,7 @@ void PlotPanel::arrangeLegend()
 
 void PlotPanel::updateEmptiness()
 {
-    const bool any = !m_series.empty();
+    const bool any = !getSeries().empty();
     m_hint->setVisible(!any);
     m_splitter->setVisible(any);
     if (any)
@@ -337,55 +355,34 @@ void PlotPanel::updateEmptiness()
 
 void PlotPanel::updateTypes()
 {
-    m_paths.clear();
-    QVector<FieldPath> paths;
-    for (const auto& series : m_series)
-        if (!paths.contains(series->getPath()))
-            paths.append(series->getPath());
-    for (const FieldPath& path : std::as_const(paths)) {
-        const QVector<const MessageInfo*> types = SameField::typesLike(path.getMessageInfo());
-        for (const MessageInfo* const type : types)
-            if (SameField::in(path, type).getField())
-                m_paths[type].append({path, SameField::in(path, type)});
-    }
-    const QList<const MessageInfo*> types = m_paths.keys();
-    m_listener.setTypes(QSet<const MessageInfo*>(types.begin(), types.end()));
-    m_recorded->setWanted(paths);
+    m_lines.updateTypes();
+    m_listener.setTypes(m_lines.getTypes());
+    m_recorded->setWanted(m_lines.getPaths());
 }
 
 void PlotPanel::renameSender(const QString& before, const QString& now)
 {
-    for (const auto& series : m_series) {
-        const bool isKnown = series->getMessageCount() > 0 || !series->getOrigin().sender.isEmpty();
-        if (!isKnown || series->getSender() != before)
-            continue;
-        series->setSender(now);
-        if (!series->getOrigin().sender.isEmpty())
-            series->setOrigin({now, series->getOrigin().isTold});
-    }
-    for (auto& removed : m_removed)
-        if (removed.second == before)
-            removed.second = now;
+    m_lines.renameSender(before, now);
     updateNames();
 }
 
-void PlotPanel::removeCurrent()
+void PlotPanel::removeChosen()
 {
-    const PlotSeries* const series = getCurrentSeries();
-    for (std::size_t i = 0; i < m_series.size(); ++i) {
-        if (m_series[i].get() == series) {
-            m_removed.emplace_back(series->getPath(), series->getSender());
-            removeSeries(i);
-            return;
-        }
+    const std::vector<std::size_t> chosen = m_legend->getChosen();
+    for (std::size_t i = chosen.size(); i-- > 0;) {
+        const PlotSeries* const series = getSeries()[chosen[i]].get();
+        if (series->getPath().getField())
+            m_lines.setRemoved(series->getPath(), series->getSender());
+        removeSeries(chosen[i]);
     }
+    if (m_legend->currentItem())
+        m_legend->currentItem()->setSelected(true); // so that it goes next
 }
 
 void PlotPanel::removeSeries(std::size_t index)
 {
-    m_plots->removeSeries(m_series[index].get());
-    const std::unique_ptr<PlotSeries> gone = std::move(m_series[index]);
-    m_series.erase(m_series.begin() + std::ptrdiff_t(index));
+    m_plots->removeSeries(getSeries()[index].get());
+    m_lines.remove(index);
     delete m_legend->takeTopLevelItem(int(index));
     updateNames();
     updateEmptiness();
@@ -395,10 +392,10 @@ void PlotPanel::removeSeries(std::size_t index)
 QStringList PlotPanel::removeHidden()
 {
     QStringList expressions;
-    for (std::size_t i = m_series.size(); i-- > 0;) {
-        if (!m_series[i]->getPath().isHidden())
+    for (std::size_t i = getSeries().size(); i-- > 0;) {
+        if (!getSeries()[i]->isHidden())
             continue;
-        expressions.prepend(m_series[i]->getWish());
+        expressions.prepend(getSeries()[i]->getWish());
         removeSeries(i);
     }
     expressions.removeDuplicates(); // of several senders
@@ -408,17 +405,10 @@ QStringList PlotPanel::removeHidden()
 QStringList PlotPanel::getExpressions() const
 {
     QStringList expressions;
-    for (const auto& series : m_series)
-        expressions.append(series->getWish());
-    expressions.removeDuplicates();
+    for (const auto& series : getSeries())
+        if (!expressions.contains(series->getWish()))
+            expressions.append(series->getWish());
     return expressions;
-}
-
-const PlotSeries* PlotPanel::findSeries(const QString& expression) const
-{
-    const auto isNamed = [&expression](const auto& series) { return series->getWish() == expression; };
-    const auto found = std::find_if(m_series.begin(), m_series.end(), isNamed);
-    return found == m_series.end() ? nullptr : found->get();
 }
 
 int PlotPanel::getPlace(const QString& expression) const
@@ -429,10 +419,9 @@ int PlotPanel::getPlace(const QString& expression) const
 
 void PlotPanel::removeAll()
 {
-    for (const auto& series : m_series)
+    for (const auto& series : getSeries())
         m_plots->removeSeries(series.get());
-    m_series.clear();
-    m_removed.clear();
+    m_lines.clear();
     m_legend->clear();
     setPaused(false);
     updateEmptiness();
@@ -442,21 +431,31 @@ void PlotPanel::removeAll()
 
 void PlotPanel::processMessage(const Message* message)
 {
-    const auto paths = m_paths.constFind(message->getInfo());
-    if (paths == m_paths.constEnd())
-        return;
     const bool hasTime = message->getTime() != Message::NoTime;
     const double seconds =
         hasTime ? double(message->getTime()) / 1e6 : double(QDateTime::currentMSecsSinceEpoch()) / 1e3;
-    for (const Wanted& wanted : *paths)
-        if (PlotSeries* const series = findOrAdd(wanted.path, message->getSender()))
-            series->add(wanted.here, message, seconds);
+    const QVector<PlotLines::Wanted> wanted = m_lines.getWanted(message->getInfo());
+    for (const PlotLines::Wanted& one : wanted)
+        if (PlotSeries* const series = findOrAdd(one.path, message->getSender()))
+            series->add(one.here, message, seconds);
     m_changed = true;
+}
+
+/** Computes lines for some milliseconds, and goes on with that as soon as the window has done what it has to. */
+void PlotPanel::compute()
+{
+    QElapsedTimer time;
+    time.start();
+    m_changed = m_lines.compute([&time]() { return time.elapsed() < WorkMs; }) || m_changed;
+    if (m_lines.isBehind())
+        QTimer::singleShot(0, &m_timer, [this]() { compute(); });
 }
 
 void PlotPanel::refresh()
 {
     m_changed = m_recorded->work() || m_changed;
+    if (!m_lines.isBehind())
+        compute();
     const QVector<double> positions = m_recorded->getPositions(m_bar->getSinceStart()->isChecked());
     m_changed = m_changed || positions != m_positions;
     if (!m_changed || m_latest->isSuspended() || !isVisible())
@@ -488,53 +487,43 @@ void PlotPanel::setSinceStart(bool sinceStart)
 
 void PlotPanel::followStarts()
 {
-    for (const auto& series : m_series)
+    for (const auto& series : m_lines.getRead())
+        series->setSinceStart(m_bar->getSinceStart()->isChecked());
+    for (const auto& series : getSeries())
         series->setSinceStart(m_bar->getSinceStart()->isChecked());
 }
 
 bool PlotPanel::isOfRecordings() const
 {
-    return std::any_of(m_series.begin(), m_series.end(), [](const auto& series) { return series->getRecording(); });
+    return std::any_of(getSeries().begin(), getSeries().end(),
+                       [](const auto& series) { return series->getRecording(); });
 }
 
 void PlotPanel::followTime()
 {
     const int span = m_bar->getSpan();
-    const QCPRange all = wholeTime();
-    if (span == 0 && all.size() > 0) {
-        m_plots->showTimes(all.lower, all.upper);
+    double from = 0;
+    double to = 0;
+    if (span == 0 && m_lines.getTimes(&from, &to)) {
+        m_plots->showTimes(from, to);
         return;
     }
     double latest = std::nan("");
     for (const double position : std::as_const(m_positions))
         latest = position <= latest ? latest : position;
-    for (const auto& series : m_series)
+    for (const auto& series : getSeries())
         if (!series->getRecording() && !(series->getLastTime() - series->getShift() <= latest))
             latest = std::isnan(series->getLastTime()) ? latest : series->getLastTime() - series->getShift();
     if (!std::isnan(latest))
         m_plots->showTimes(latest - (span == 0 ? LeastSpan : span), latest);
 }
 
-QCPRange PlotPanel::wholeTime() const
-{
-    QCPRange all(0, 0);
-    bool any = false;
-    for (const auto& series : m_series) {
-        QCPRange times(0, 0);
-        if (series->getTimes(&times.lower, &times.upper)) {
-            all = any ? all.expanded(times) : times;
-            any = true;
-        }
-    }
-    return all;
-}
-
 void PlotPanel::showValues()
 {
     const bool isPointing = !std::isnan(m_cursor);
-    for (std::size_t i = 0; i < m_series.size(); ++i)
-        m_legend->setValue(int(i), isPointing ? m_series[i]->getValueTextAt(m_cursor + m_series[i]->getShift())
-                                              : m_series[i]->getValueText());
+    for (std::size_t i = 0; i < getSeries().size(); ++i)
+        m_legend->setValue(int(i), isPointing ? getSeries()[i]->getValueTextAt(m_cursor + getSeries()[i]->getShift())
+                                              : getSeries()[i]->getValueText());
     m_legend->setValueTitle(isPointing ? m_plots->getView()->timeText(m_cursor) : QString());
 }
 
@@ -550,20 +539,24 @@ void PlotPanel::followMouse()
 
 void PlotPanel::showEverything()
 {
-    const QCPRange all = wholeTime();
-    if (!(all.size() > 0))
+    double from = 0;
+    double to = 0;
+    if (!m_lines.getTimes(&from, &to))
         return;
     setPaused(true);
-    m_plots->showTimes(all.lower, all.upper);
+    m_plots->showTimes(from, to);
     m_plots->replot();
 }
 
-QByteArray PlotPanel::toCsv() const
+std::vector<PlotValues::Column> PlotPanel::getColumns() const
 {
-    QStringList names;
-    for (const auto& series : m_series)
-        names.append(m_plots->getView(m_plots->getPlace(series.get()))->findGraph(series.get())->name());
-    return PlotValues::toCsv(m_series, names);
+    std::vector<PlotValues::Column> columns;
+    for (const auto& series : getSeries()) {
+        const QString unit = series->getUnit();
+        const QString name = m_plots->getView(m_plots->getPlace(series.get()))->findGraph(series.get())->name();
+        columns.push_back({unit.isEmpty() ? name : QStringLiteral("%1 [%2]").arg(name, unit), series->getPoints()});
+    }
+    return columns;
 }
 
 void PlotPanel::savePicture()
@@ -576,7 +569,12 @@ void PlotPanel::savePicture()
 
 void PlotPanel::saveValues()
 {
-    CsvFile::save(this, m_desk, tr("Save Values"), QLatin1String("plot.csv"), toCsv());
+    const QString path = CsvFile::askPath(this, tr("Save Values"), QLatin1String("plot.csv"));
+    if (path.isEmpty())
+        return;
+    ValueSaver* const saver = new ValueSaver(getColumns(), path, this);
+    connect(saver, &ValueSaver::failed, m_desk, &Desk::failed);
+    saver->start();
 }
 
 void PlotPanel::dragEnterEvent(QDragEnterEvent* event)

@@ -6,16 +6,17 @@
 #include "messagetap.h"
 #include "panel.h"
 #include "plotfunction.h"
+#include "plotlines.h"
 #include "plotstack.h"
+#include "plotvalues.h"
 
-#include <QHash>
-#include <QSet>
 #include <QTimer>
 #include <QWidget>
 
 #include <memory>
 #include <vector>
 
+class ExpressionLine;
 class LineActions;
 class PlotBar;
 class PlotLegend;
@@ -44,7 +45,7 @@ public:
     void followPreferences(const Preferences& preferences) override;
     /** Writes the values in the list anew. Fields that are hidden now go, and come back when they are shown again. */
     void renew() override;
-    bool isFilled() const override { return !m_series.empty(); }
+    bool isFilled() const override { return !getSeries().empty(); }
 
     /** Draws the field that @p expression names, of the sender behind a tab in it if there is one, as soon as it is
      * known. */
@@ -53,13 +54,23 @@ public:
      * a new one below when there are not as many; a negative one is that of the series that is chosen. */
     void addField(const FieldPath& field, const Origin& origin = {QString(), false}, int place = -1,
                   PlotFunction::Kind function = PlotFunction::Values);
-    /** Removes the series that is chosen in the list, or all. */
-    void removeCurrent();
+    /** Draws what is computed from others; false when one of them is not known or hidden. See addField(). */
+    bool addComputed(const PlotExpression& expression, int place = -1,
+                     PlotFunction::Kind function = PlotFunction::Values);
+    /** Draws the first of the two series that are chosen in the list, less the second. */
+    void addDifference();
+    /** Lets somebody write an expression. */
+    ExpressionLine* getExpressionLine() const { return m_expressionLine; }
+    /** Says in the list which letter stands for which series. */
+    void setLettersShown(bool shown);
+
+    /** Removes the series that are chosen in the list, or all. Those that others are computed from are still read. */
+    void removeChosen();
     void removeAll();
 
     /** Draws the series that is chosen in the plot so many below; a new one when there is none. */
     void moveCurrent(int plots);
-    /** Draws that of the chosen series in place of its values. */
+    /** Draws that of the chosen series in place of their values. */
     void setFunction(PlotFunction::Kind function);
 
     /** Draws everything by the time since its start, such as recordings of several days over one another. */
@@ -73,14 +84,16 @@ public:
     PlotSeries* findOrAdd(const FieldPath& path, const QString& sender);
     /** The series that is chosen in the list; null for none. */
     PlotSeries* getCurrentSeries() const;
-    const std::vector<std::unique_ptr<PlotSeries>>& getSeries() const { return m_series; }
+    const PlotLines::Lines& getSeries() const { return m_lines.getDrawn(); }
+    /** All that are read, drawn or not. */
+    const PlotLines::Lines& getRead() const { return m_lines.getRead(); }
     /** The first of the plots. */
     PlotView* getView() const { return m_plots->getView(); }
     PlotStack* getPlots() const { return m_plots; }
     PlotLegend* getLegend() const { return m_legend; }
 
-    /** What is kept of all series as comma-separated values: a line for each time, a column for each series. */
-    QByteArray toCsv() const;
+    /** What is kept of all series. */
+    std::vector<PlotValues::Column> getColumns() const;
 
     /** Draws what came since the last time; called by a timer. */
     void refresh();
@@ -89,7 +102,7 @@ public:
     /** The expressions that name the fields, each once, with senders as plot() takes them. */
     QStringList getExpressions() const;
     /** The first series that an expression of getExpressions() names, or null; and in which plot it is. */
-    const PlotSeries* findSeries(const QString& expression) const;
+    const PlotSeries* findSeries(const QString& expression) const { return m_lines.findDrawn(expression); }
     int getPlace(const QString& expression) const;
 
 Q_SIGNALS:
@@ -107,14 +120,12 @@ private:
     void offerUse();
     void processMessage(const Message* message);
     void renameSender(const QString& before, const QString& now);
-    PlotSeries* append(const FieldPath& path, const QString& sender, int place, PlotFunction::Kind function);
+    bool draw(const std::shared_ptr<PlotSeries>& series, int place, PlotFunction::Kind function);
+    void compute();
     void sortByPlots();
-    bool isDrawnOfEach(const FieldPath& path) const;
-    bool isRemoved(const FieldPath& path, const QString& sender) const;
     bool isOfRecordings() const;
     void followTime();
     void followStarts();
-    QCPRange wholeTime() const;
     void followMouse();
     void showEverything();
     void removeSeries(std::size_t index);
@@ -132,27 +143,20 @@ private:
     RecordedLines* m_recorded;
     QAction* m_use; // of the field that is current elsewhere
     TapListener m_listener;
-    std::vector<std::unique_ptr<PlotSeries>> m_series;
-    std::vector<std::pair<FieldPath, QString>> m_removed; // senders of a field that is drawn of others
-    /** A field that is plotted, and what it is in a type that took the place of its own. */
-    struct Wanted
-    {
-        FieldPath path;
-        FieldPath here;
-    };
-
-    QHash<const MessageInfo*, QVector<Wanted>> m_paths;
+    PlotLines m_lines;
     PlotStack* m_plots;
     PlotLegend* m_legend;
     QSplitter* m_splitter;
     QLabel* m_hint;
     PlotBar* m_bar;
+    ExpressionLine* m_expressionLine;
     LineActions* m_lineActions;
     int m_dropPlace = -1; // where what is dropped goes
     QTimer m_timer;
     QVector<double> m_positions; // in recordings, as they are shown
     double m_cursor;             // where the mouse points; NaN when it does not
     bool m_changed = false;
+    bool m_areLettersShown = false;
     bool m_legendIsSized = false; // by the user
 };
 

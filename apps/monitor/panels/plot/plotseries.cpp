@@ -7,6 +7,7 @@
 #include <limits>
 
 static const double NoValue = std::numeric_limits<double>::quiet_NaN();
+static const double Infinite = std::numeric_limits<double>::infinity();
 static const double GapIntervals = 3.5;  // so many usual intervals without a message are a gap
 static const double LeastGap = 0.25;     // seconds; links deliver in bursts
 static const int NewRate = 3;            // so many gaps in a row are a slower rate
@@ -16,8 +17,11 @@ PlotSeries::PlotSeries(const FieldPath& path)
     : m_path(path)
     , m_firstTime(NoValue)
     , m_lastTime(NoValue)
+    , m_changedFrom(Infinite)
 {
 }
+
+PlotSeries::~PlotSeries() = default;
 
 QString PlotSeries::getWish() const
 {
@@ -54,9 +58,29 @@ void PlotSeries::compute()
 
 void PlotSeries::append(const SeriesPoints::Point& point)
 {
+    if (!m_points.isEmpty() && point.time < m_points.last().time)
+        m_changedFrom = qMin(m_changedFrom, point.time);
+    m_lastTime = std::isnan(m_lastTime) ? point.time : qMax(m_lastTime, point.time);
     m_points.append(point);
     if (m_function.getKind() != PlotFunction::Values)
         m_computed.append(m_function.apply(point, getFieldUnit()));
+}
+
+void PlotSeries::removeFrom(double time)
+{
+    const qint64 count = m_points.findNotBefore(time);
+    if (count == m_points.getCount())
+        return;
+    m_points.removeFrom(count);
+    compute();
+    m_lastTime = m_points.isEmpty() ? NoValue : m_points.last().time;
+}
+
+double PlotSeries::takeChange()
+{
+    const double from = m_changedFrom;
+    m_changedFrom = Infinite;
+    return from;
 }
 
 /** A number that was computed. */
@@ -73,6 +97,8 @@ QString PlotSeries::getValueText() const
 {
     if (m_function.getKind() != PlotFunction::Values)
         return m_computed.isEmpty() ? QString() : textOf(m_computed.last().value);
+    if (m_path.isNull())
+        return m_points.isEmpty() ? QString() : textOf(m_points.last().value);
     return m_path.getField()->getInterpretedString(m_value, true);
 }
 
@@ -87,7 +113,7 @@ QString PlotSeries::getValueTextAt(double seconds) const
 {
     const double number = getPointAt(seconds).value;
     const FieldInfo* const field = m_path.getField();
-    if (std::isnan(number) || m_function.getKind() != PlotFunction::Values)
+    if (std::isnan(number) || !field || m_function.getKind() != PlotFunction::Values)
         return textOf(number);
     // As it was transmitted, or names of numbers would not be found.
     const double transmitted = number / field->getScaleFactor();
@@ -122,6 +148,7 @@ void PlotSeries::clear()
     m_lastTime = NoValue;
     m_interval = 0;
     m_gapsInARow = 0;
+    m_changedFrom = -Infinite;
 }
 
 double PlotSeries::getStartTime() const
@@ -136,9 +163,10 @@ void PlotSeries::setSinceStart(bool sinceStart)
 
 bool PlotSeries::getTimes(double* from, double* to) const
 {
-    if (m_points.isEmpty() && !m_recording)
+    const SourceSession* const recording = getRecording();
+    if (m_points.isEmpty() && !recording)
         return false;
-    const StreamSource* const source = m_recording ? m_recording->getSource() : nullptr;
+    const StreamSource* const source = recording ? recording->getSource() : nullptr;
     *from = source ? double(source->getStartTime()) / 1e6 : m_points.at(0).time;
     *to = source ? double(source->getEndTime()) / 1e6 : m_points.last().time;
     if (!m_points.isEmpty()) {
@@ -190,6 +218,7 @@ void PlotSeries::add(const FieldPath& path, const Message* message, double secon
     if (m_points.findNotBefore(m_lastTime - LongestTime) > m_points.getCount() / 8) {
         m_points.removeBefore(m_lastTime - LongestTime);
         compute();
+        m_changedFrom = -Infinite;
     }
 }
 
@@ -199,11 +228,11 @@ void PlotSeries::addPoint(double seconds, double number)
         append({(m_lastTime + seconds) / 2, NoValue});
     append({seconds, number});
     m_firstTime = std::isnan(m_firstTime) ? seconds : m_firstTime;
-    m_lastTime = std::isnan(m_lastTime) ? seconds : qMax(m_lastTime, seconds);
     if (m_points.getCount() <= m_mostPoints)
         return;
     m_points.thinOut();
     compute();
+    m_changedFrom = -Infinite;
     m_isThinnedOut = true;
 }
 
@@ -224,7 +253,9 @@ void PlotSeries::addRecorded(double seconds, double number)
 
 void PlotSeries::endRecording()
 {
+    const bool isOrdered = m_points.isOrdered();
     m_points.settle();
     compute();
+    m_changedFrom = isOrdered ? m_changedFrom : -Infinite;
     m_isBeingRead = false;
 }

@@ -23,8 +23,14 @@ public:
     static const int LongestTime = 3600;
 
     explicit PlotSeries(const FieldPath& path);
+    virtual ~PlotSeries();
 
+    /** The field; no way at all where it is no single one. */
     const FieldPath& getPath() const { return m_path; }
+    /** Whether a field is confidential that it is made of, and such fields are not shown now. */
+    virtual bool isHidden() const { return m_path.isHidden(); }
+    /** What it is, in full. */
+    virtual QString getDescription() const { return m_path.getExpression(); }
     /** Who sent the messages; not known before the first. */
     const QString& getSender() const { return m_sender; }
     void setSender(const QString& sender) { m_sender = sender; }
@@ -32,16 +38,18 @@ public:
     const Origin& getOrigin() const { return m_origin; }
     void setOrigin(const Origin& origin) { m_origin = origin; }
     /** What brings it back, see PlotPanel::plot(). */
-    QString getWish() const;
+    virtual QString getWish() const;
     /** The unit of what is drawn; may be empty. */
     QString getUnit() const;
-    /** The unit of the field. */
-    QString getFieldUnit() const;
+    /** The unit of the field, or what else the values are of. */
+    virtual QString getFieldUnit() const;
     /** What is drawn in place of the values. */
     void setFunction(PlotFunction::Kind function);
     PlotFunction::Kind getFunction() const { return m_function.getKind(); }
     /** The name of what is drawn, without the sender. */
-    QString getName() const { return m_path.getName() + m_function.getSuffix(); }
+    QString getName() const { return getOwnName() + m_function.getSuffix(); }
+    /** The name of the values. */
+    virtual QString getOwnName() const { return m_path.getName(); }
     /** The newest value as people read it, with unit. */
     QString getValueText() const;
 
@@ -60,15 +68,17 @@ public:
     void addRecorded(double seconds, double number);
     void endRecording();
     /** The recording that it is read of as a whole; null when it is not, or that is closed. */
-    SourceSession* getRecording() const { return m_recording; }
+    virtual SourceSession* getRecording() const { return m_recording; }
+    /** Whether more points of it are still to come out of that. */
+    bool isBeingRead() const { return m_isBeingRead; }
     /** Whether there were more points than are kept. */
-    bool isThinnedOut() const { return m_isThinnedOut; }
+    virtual bool isThinnedOut() const { return m_isThinnedOut; }
 
     /** With which time it is drawn at 0, in seconds since 1970: its start, or 0 when that is not to be. */
     double getShift() const { return m_shift; }
     void setSinceStart(bool sinceStart);
     /** When its first point came, or its recording began; NaN when there is none. */
-    double getStartTime() const;
+    virtual double getStartTime() const;
 
     /** All the time that it has points of, or that its recording has, as it is drawn; false when there is none. */
     bool getTimes(double* from, double* to) const;
@@ -77,15 +87,25 @@ public:
     {
         return m_function.getKind() == PlotFunction::Values ? m_points : m_computed;
     }
+    /** The values themselves, whatever is drawn of them. */
+    const SeriesPoints& getValues() const { return m_points; }
+    /** From when on getValues() is other than at the last call, but for what was added at its end; infinite where it
+     * is not. */
+    double takeChange();
     /** The time of the newest point; NaN while there is none. */
     double getLastTime() const { return m_lastTime; }
     quint64 getMessageCount() const { return m_count; }
     void clear();
 
+protected:
+    /** Adds a point that is no gap. */
+    void append(const SeriesPoints::Point& point);
+    /** Removes the points from that time on. */
+    void removeFrom(double time);
+
 private:
     bool isGap(double seconds);
     void addPoint(double seconds, double number);
-    void append(const SeriesPoints::Point& point);
     void compute();
     QString textOf(double number) const;
 
@@ -99,6 +119,7 @@ private:
     double m_firstTime;
     double m_lastTime;
     double m_shift = 0;
+    double m_changedFrom;  // see takeChange()
     double m_interval = 0; // usual seconds between messages; 0 while not known
     int m_gapsInARow = 0;
     quint64 m_count = 0;

@@ -1,21 +1,28 @@
 #ifndef PLOTVALUES_H
 #define PLOTVALUES_H
 
+#include "seriespoints.h"
+
 #include <QByteArray>
-#include <QStringList>
+#include <QString>
 
-#include <memory>
+#include <functional>
 #include <vector>
-
-class PlotSeries;
 
 /** What is plotted, for other programs. */
 namespace PlotValues
 {
 
-/** All points as comma-separated values: a line for each time, a column for each series with the name that it has in
- * @p names. */
-QByteArray toCsv(const std::vector<std::unique_ptr<PlotSeries>>& series, const QStringList& names);
+/** A line. Its points are a copy that costs little and may be read on another thread. */
+struct Column
+{
+    QString title;
+    SeriesPoints points;
+};
+
+/** All points as comma-separated values: a line for each time, a column for each line. Hands them to @p take in pieces,
+ * with how far it is in percent, until that says no. */
+void write(const std::vector<Column>& columns, const std::function<bool(const QByteArray&, int)>& take);
 
 } // namespace PlotValues
 

@@ -36,6 +36,15 @@ void PlotWishes::resolve()
 {
     const QStringList waiting = m_waiting;
     for (const QString& expression : waiting) {
+        const PlotExpression computed = PlotExpression::fromWish(expression);
+        if (!computed.isNull()) {
+            const Manner manner = m_manners.value(expression);
+            if (m_panel->addComputed(computed, manner.place, manner.function)) {
+                m_waiting.removeOne(expression);
+                m_manners.remove(expression);
+            }
+            continue;
+        }
         const FieldPath path = SameField::fromExpression(expression.section(QLatin1Char('\t'), 0, 0));
         const QString sender = expression.section(QLatin1Char('\t'), 1);
         if (!path.getField() || path.isHidden())

@@ -61,7 +61,7 @@ RecordedLines::Reading* RecordedLines::readingOf(SourceSession* session)
 
 bool RecordedLines::isDrawn(const PlotSeries* series) const
 {
-    const auto& all = m_panel->getSeries();
+    const auto& all = m_panel->getRead();
     return std::any_of(all.begin(), all.end(), [series](const auto& one) { return one.get() == series; });
 }
 
@@ -124,7 +124,7 @@ bool RecordedLines::take(Reading* reading, const std::function<bool()>& goOn)
             continue;
         if (std::find(reading->series.begin(), reading->series.end(), series) == reading->series.end()) {
             reading->series.push_back(series);
-            series->beginRecording(reading->session, qMax(LeastPoints, MostPoints / int(m_panel->getSeries().size())));
+            series->beginRecording(reading->session, shareOfEach());
         }
         for (const FieldPass::Value& value : piece.values)
             series->addRecorded(value.time, value.number);
@@ -134,6 +134,14 @@ bool RecordedLines::take(Reading* reading, const std::function<bool()>& goOn)
         return any;
     end(reading);
     return true;
+}
+
+int RecordedLines::shareOfEach() const
+{
+    std::size_t lines = m_panel->getRead().size();
+    for (const auto& series : m_panel->getSeries())
+        lines += series->getPath().isNull() ? 1 : 0; // computed from those
+    return qMax(LeastPoints, MostPoints / int(lines));
 }
 
 void RecordedLines::end(Reading* reading)

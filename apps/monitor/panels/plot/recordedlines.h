@@ -69,6 +69,7 @@ private:
     void end(Reading* reading);
     QVector<SourceSession*> shownSessions() const;
     bool isDrawn(const PlotSeries* series) const;
+    int shareOfEach() const;
 
     Desk* m_desk;
     PlotPanel* m_panel;

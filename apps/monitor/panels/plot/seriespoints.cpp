@@ -1,6 +1,7 @@
 #include "seriespoints.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <limits>
 
@@ -29,11 +30,26 @@ void SeriesPoints::append(const Point& point)
     for (qint64 i = m_count - 1; i > at; --i)
         place(i) = this->at(i - 1);
     place(at) = point;
-    const qint64 first = at >> LeafBits << LeafBits;
+    enterAnew(at);
+}
+
+/** Counts the points anew in the stretches from that of number @p from on. */
+void SeriesPoints::enterAnew(qint64 from)
+{
+    const qint64 first = from >> LeafBits << LeafBits;
     const qint64 count = m_count;
     truncate(first);
     for (m_count = first; m_count < count;)
         enter(m_count++);
+}
+
+void SeriesPoints::removeFrom(qint64 count)
+{
+    if (count <= 0)
+        return clear();
+    m_count = std::min(m_count, count);
+    m_blocks.resize(std::size_t((m_count + BlockMask) >> BlockBits));
+    enterAnew(m_count);
 }
 
 void SeriesPoints::push(const Point& point)
@@ -42,6 +58,21 @@ void SeriesPoints::push(const Point& point)
         m_blocks.emplace_back(new Point[BlockMask + 1]);
     ++m_count;
     place(m_count - 1) = point;
+}
+
+/** The place of a point, to be written to, which no copy has. */
+SeriesPoints::Point& SeriesPoints::place(qint64 i)
+{
+    std::shared_ptr<Point[]>& block = m_blocks[std::size_t(i >> BlockBits)];
+    if (block.use_count() > 1) {
+        const std::shared_ptr<Point[]> copied(new Point[BlockMask + 1]);
+        std::copy(block.get(), block.get() + std::min(m_count - (i & ~qint64(BlockMask)), qint64(BlockMask + 1)),
+                  copied.get());
+        block = copied;
+    } else {
+        std::atomic_thread_fence(std::memory_order_acquire); // who had a copy has read it all
+    }
+    return block[i & BlockMask];
 }
 
 /** Counts point number @p i, the last of those that are counted, in the stretches that it lies in. */

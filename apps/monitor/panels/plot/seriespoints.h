@@ -10,7 +10,8 @@
  * Values in the order of their times, with the least and the greatest of every stretch: however many there are, a
  * picture of any part of them is made of a few points per pixel, and has every extreme.
  *
- * A point without a value is NaN and breaks the line. A point takes 16 bytes, and half a byte for the stretches.
+ * A point without a value is NaN and breaks the line. A point takes 16 bytes, and half a byte for the stretches. A copy
+ * shares the points until one of the two changes, and may be read and destroyed on another thread.
  */
 class SeriesPoints
 {
@@ -31,6 +32,8 @@ public:
 
     qint64 getCount() const { return m_count; }
     bool isEmpty() const { return m_count == 0; }
+    /** Whether they are in the order of their times, without settle(). */
+    bool isOrdered() const { return m_isOrdered; }
     const Point& at(qint64 i) const { return m_blocks[std::size_t(i >> BlockBits)][i & BlockMask]; }
     const Point& last() const { return at(m_count - 1); }
 
@@ -41,6 +44,8 @@ public:
     void clear();
     /** Removes what is earlier. Takes as long as all that stays. */
     void removeBefore(double time);
+    /** Removes the points from number @p count on. Takes as long as what it removes. */
+    void removeFrom(qint64 count);
     /** Of every four points of the older half only the least, the greatest and a missing one stay. */
     void thinOut();
 
@@ -74,15 +79,16 @@ private:
 
     static int shiftOf(std::size_t level) { return LeafBits + LevelBits * int(level); }
     static void take(Extremes* extremes, double least, double greatest);
-    Point& place(qint64 i) { return m_blocks[std::size_t(i >> BlockBits)][i & BlockMask]; }
+    Point& place(qint64 i);
     qint64 find(double time, qint64 from, bool after) const;
     void appendColumn(qint64 from, qint64 end, std::vector<Point>* points) const;
     void push(const Point& point);
     void enter(qint64 i);
+    void enterAnew(qint64 from);
     void truncate(qint64 count);
     void replace(const std::vector<Point>& points);
 
-    std::vector<std::unique_ptr<Point[]>> m_blocks;
+    std::vector<std::shared_ptr<Point[]>> m_blocks;
     qint64 m_count = 0;
     std::vector<std::vector<Stretch>> m_levels; // the lowest first
     bool m_isOrdered = true;
