@@ -2748,6 +2748,16 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <source>Go back to the message before, and stop there (%1)</source>
         <translation>Zur Nachricht davor zurückgehen und dort anhalten (%1)</translation>
     </message>
+    <message>
+        <source>%1: %2</source>
+        <comment>severity, text</comment>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 from %2: %3</source>
+        <comment>severity, sender, text</comment>
+        <translation>%1 von %2: %3</translation>
+    </message>
 </context>
 <context>
     <name>PlotBar</name>

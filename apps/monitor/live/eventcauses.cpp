@@ -5,6 +5,9 @@
 #include <QCoreApplication>
 #include <QLocale>
 
+#include <algorithm>
+#include <numeric>
+
 static const int MostText = 2000; // characters that are kept of one
 
 QString nameOf(Severity severity)
@@ -55,8 +58,9 @@ int EventCauses::add(const Event& event)
     return row;
 }
 
-void EventCauses::add(const EventCauses& others)
+QVector<int> EventCauses::add(const EventCauses& others)
 {
+    QVector<int> rows;
     for (const Cause& other : others.m_rows) {
         Event event = other.newest;
         if (event.field >= 0)
@@ -64,13 +68,33 @@ void EventCauses::add(const EventCauses& others)
         if (other.extent != One)
             event.most = 0;
         event.count = other.count;
-        Cause& cause = m_rows[add(event)];
+        rows.append(add(event));
+        Cause& cause = m_rows[rows.constLast()];
         cause.newest.most = other.newest.most;
         for (const qint64 time : {other.firstTime, other.lastTime})
             widen(&cause.firstTime, &cause.lastTime, time);
         for (const qint64 time : {other.firstSeen, other.lastSeen})
             widen(&cause.firstSeen, &cause.lastSeen, time);
     }
+    return rows;
+}
+
+QVector<int> EventCauses::sortByTime()
+{
+    QVector<int> order(m_rows.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(),
+                     [this](int left, int right) { return m_rows.at(left).firstTime < m_rows.at(right).firstTime; });
+    QVector<Cause> rows;
+    QVector<int> places(m_rows.size());
+    for (const int row : std::as_const(order)) {
+        places[row] = int(rows.size());
+        rows.append(m_rows.at(row));
+    }
+    m_rows = rows;
+    m_numbers.clear();
+    m_groups.clear();
+    return places;
 }
 
 int EventCauses::find(const Event& event)

@@ -71,8 +71,10 @@ public:
 
     /** Counts an event; the number of its row. */
     int add(const Event& event);
-    /** Takes over what others counted of the same source. */
-    void add(const EventCauses& others);
+    /** Takes over what others counted of the same source; where each of their rows is now. */
+    QVector<int> add(const EventCauses& others);
+    /** Puts the rows in the order of their first times; where each of them is now. Nothing can be added any more. */
+    QVector<int> sortByTime();
     void clear();
 
     /** In the order of their first events. A row goes only with all of them. */

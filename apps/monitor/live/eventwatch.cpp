@@ -49,6 +49,11 @@ const Kind& kindOf(const ReceptionEvent& event)
 
 } // namespace
 
+Severity EventWatch::severityOf(CorvelEvent::Type type)
+{
+    return kindOf({type, nullptr, QString(), QString(), QString(), Message::NoTime}).severity;
+}
+
 void EventWatch::processEvent(const ReceptionEvent& received)
 {
     const Kind& kind = kindOf(received);

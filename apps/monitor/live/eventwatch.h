@@ -20,6 +20,9 @@ public:
     {
     }
 
+    /** How bad events of a type are, as far as that can be said of all of them. */
+    static Severity severityOf(CorvelEvent::Type type);
+
     void processEvent(const ReceptionEvent& event) override;
     /** Counts what becomes of the source itself. */
     void add(Severity severity, const QString& text, quint64 count = 1);

@@ -3,13 +3,16 @@
 #include "definitions.h"
 
 RecordingOverview::RecordingOverview(std::unique_ptr<ByteInput> input, std::unique_ptr<StreamOpener> opener,
-                                     Definitions* definitions, QObject* parent)
+                                     Definitions* definitions, QReadWriteLock* lock, QObject* parent)
     : QObject(parent)
     , m_definitions(definitions)
-    , m_pass(std::move(input), std::move(opener), [this] {
-        QMetaObject::invokeMethod(
-            this, [this] { follow(); }, Qt::QueuedConnection);
-    })
+    , m_pass(
+          std::move(input), std::move(opener),
+          [this] {
+              QMetaObject::invokeMethod(
+                  this, [this] { follow(); }, Qt::QueuedConnection);
+          },
+          lock)
 {
 }
 

@@ -20,9 +20,12 @@ class RecordingOverview : public QObject
     Q_OBJECT
 
 public:
-    /** @param definitions  that the stream is opened with; borrowed */
+    /**
+     * @param definitions  that the stream is opened with; borrowed
+     * @param lock         held while descriptions change that are in use; may be null
+     */
     RecordingOverview(std::unique_ptr<ByteInput> input, std::unique_ptr<StreamOpener> opener, Definitions* definitions,
-                      QObject* parent = nullptr);
+                      QReadWriteLock* lock = nullptr, QObject* parent = nullptr);
     ~RecordingOverview() override;
 
     void start() { m_pass.start(); }
@@ -56,8 +59,11 @@ public:
     MessageStatisticsCoordinator* getCoordinator();
     /** What happened, by the recording's time; null while the pass is under way. */
     const EventLog* getLog() const { return m_isComplete ? m_pass.getLog() : nullptr; }
-    /** The same by cause; null while the pass is under way. */
+    /** The same by cause, with the texts that senders say; null while the pass is under way. */
     const EventCauses* getEvents() const { return m_isComplete ? &m_pass.getEvents() : nullptr; }
+    /** When such texts were said: each at least once in 2,048 parts of the recording, of very many some; empty while
+     * the pass is under way. */
+    QVector<EventMark> getTextMarks() const { return m_isComplete ? m_pass.getTextMarks() : QVector<EventMark>(); }
 
 Q_SIGNALS:
     /** There are new figures. */

@@ -10,6 +10,35 @@ static const quint64 MostLead = 16; // bytes before a message that belong to it,
 static const quint64 MessagesBetweenLooks = 4096; // at the time of day
 static const qint64 LeastLeap = Q_INT64_C(3600) * 1000 * 1000;
 
+static const int MostMarks = 20000;
+
+namespace
+{
+
+/** Gives messages, whose bytes go no farther, to who reads texts in them, and then to who counts. */
+class HandOn : public StreamSink
+{
+public:
+    HandOn(SenderTexts* texts, StreamRelay* relay)
+        : m_texts(texts)
+        , m_relay(relay)
+    {
+    }
+
+    void processReceived(const ReceivedMessage& message) override
+    {
+        m_texts->SenderTexts::processReceived(message);
+        m_relay->StreamRelay::processReceived(message);
+    }
+    void processProblem(const StreamProblem& problem) override { m_relay->processProblem(problem); }
+
+private:
+    SenderTexts* m_texts;
+    StreamRelay* m_relay;
+};
+
+} // namespace
+
 // What is folded in the log by time is folded by that of the recording, in which storms and silences are what they
 // were.
 void RecordingPass::StreamClock::follow(qint64 time)
@@ -21,11 +50,13 @@ void RecordingPass::StreamClock::follow(qint64 time)
 }
 
 RecordingPass::RecordingPass(std::unique_ptr<ByteInput> input, std::unique_ptr<StreamOpener> opener,
-                             const std::function<void()>& tell)
+                             const std::function<void()>& tell, QReadWriteLock* lock)
     : m_tell(tell)
     , m_input(std::move(input), std::move(opener))
     , m_isOver(false)
     , m_position(0)
+    , m_texts(&m_said, m_said.addSource(QString()), false,
+              [this](const ReceivedMessage& message) { return m_stream.decoder->getSenderName(message.sender); })
     , m_watch(&m_events, m_events.addSource(QString()), false)
     , m_monitor(&m_coordinator, &m_log)
     , m_clock(new StreamClock)
@@ -33,6 +64,8 @@ RecordingPass::RecordingPass(std::unique_ptr<ByteInput> input, std::unique_ptr<S
 {
     m_monitor.setClock(m_clock);
     m_monitor.setListener(&m_watch);
+    m_texts.setDescriptionLock(lock);
+    m_texts.setListener([this](const Event& event, int row) { mark(event, row); });
 }
 
 RecordingPass::~RecordingPass()
@@ -71,6 +104,7 @@ void RecordingPass::run()
         m_relay.end();
         counting.join();
         m_monitor.finish();
+        gatherEvents();
     }
     if (m_input.isCancelled())
         return;
@@ -94,25 +128,54 @@ bool RecordingPass::open()
     if (!m_stream.index->prepare([this](int) { return !m_input.isCancelled(); }))
         return false;
     const qint64 start = m_stream.index->getStartTime();
-    if (start != Message::NoTime && m_stream.index->getEndTime() != Message::NoTime)
+    if (start != Message::NoTime && m_stream.index->getEndTime() != Message::NoTime) {
         m_density.setSpan(start, m_stream.index->getEndTime());
+        m_markStep = qint64((quint64(m_stream.index->getEndTime()) - quint64(start)) / RecordingDensity::BinCount) + 1;
+    }
     return true;
+}
+
+/** Notes when a text was said: as often as a picture of the whole recording can show. */
+void RecordingPass::mark(const Event& event, int row)
+{
+    if (m_markStep == 0 || event.time == Message::NoTime || m_textMarks.size() >= 2 * MostMarks)
+        return;
+    // Where there are too many, it has to be enough that there is any.
+    const std::size_t place = m_textMarks.size() < MostMarks ? std::size_t(row) + 1 : 0;
+    if (place >= m_lastMarks.size())
+        m_lastMarks.resize(place + 1, Message::NoTime);
+    const qint64 part = event.time / m_markStep;
+    if (m_lastMarks[place] == part)
+        return;
+    m_lastMarks[place] = part;
+    m_textMarks.append({event.time, row});
+}
+
+/** Puts what both threads found into one list, in the order of time. */
+void RecordingPass::gatherEvents()
+{
+    m_texts.finish();
+    const QVector<int> rows = m_events.add(m_said);
+    const QVector<int> places = m_events.sortByTime();
+    for (EventMark& mark : m_textMarks)
+        mark.row = places.at(rows.at(mark.row));
 }
 
 void RecordingPass::decode()
 {
+    HandOn sink(&m_texts, &m_relay);
     QByteArray bytes;
     while (!m_input.isCancelled()) {
         const ByteInput::Status status = m_input.get()->read(&bytes, ReadTimeoutMs);
         if (!bytes.isEmpty())
-            m_stream.decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, &m_relay);
+            m_stream.decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, &sink);
         m_position += quint64(bytes.size());
         if (status == ByteInput::Failed)
             m_error = m_input.get()->getErrorString();
         if (status == ByteInput::End || status == ByteInput::Failed)
             break;
     }
-    m_stream.decoder->finish(&m_relay);
+    m_stream.decoder->finish(&sink);
 }
 
 void RecordingPass::processReceived(const ReceivedMessage& message)

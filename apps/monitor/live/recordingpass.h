@@ -8,6 +8,7 @@
 #include "receptioncounters.h"
 #include "receptionmonitor.h"
 #include "recordingdensity.h"
+#include "sendertexts.h"
 #include "streamrelay.h"
 
 #include <QElapsedTimer>
@@ -50,6 +51,13 @@ struct EarlierMessage
     qint64 sequence;
 };
 
+/** When something was, and what. */
+struct EventMark
+{
+    qint64 time;
+    int row; ///< among the causes
+};
+
 /** What a pass has found up to some place. */
 struct OverviewFigures
 {
@@ -69,9 +77,12 @@ struct OverviewFigures
 class RecordingPass : private StreamSink
 {
 public:
-    /** @param tell  called on a thread of the pass when takeFigures() has something, and at the end */
+    /**
+     * @param tell  called on a thread of the pass when takeFigures() has something, and at the end
+     * @param lock  held while descriptions change that are in use; may be null
+     */
     RecordingPass(std::unique_ptr<ByteInput> input, std::unique_ptr<StreamOpener> opener,
-                  const std::function<void()>& tell);
+                  const std::function<void()>& tell, QReadWriteLock* lock);
     /** Cancels, and waits for the threads. */
     ~RecordingPass() override;
 
@@ -91,6 +102,7 @@ public:
     const MessageStatistics* getStatistics(int row) const { return m_coordinator.find(m_monitor.getStream(), row); }
     const EventLog* getLog() const { return &m_log; }
     const EventCauses& getEvents() const { return m_events; }
+    const QVector<EventMark>& getTextMarks() const { return m_textMarks; }
     const RecordingDensity& getDensity() const { return m_density; }
     /** Why it did not come to the end; empty when it did, or was cancelled. */
     const QString& getError() const { return m_error; }
@@ -121,6 +133,8 @@ private:
     bool waitForWish(qint64* time);
     bool isWishOld();
     void search(qint64 time);
+    void mark(const Event& event, int row);
+    void gatherEvents();
     template <typename Sink>
     bool readFrom(quint64 offset, Sink* sink);
 
@@ -133,6 +147,11 @@ private:
     std::atomic<quint64> m_position;
     qint64 m_size = -1;
     QString m_error;
+    EventCauses m_said; // of the thread that decodes, as what follows
+    SenderTexts m_texts;
+    QVector<EventMark> m_textMarks;  // by rows of m_said, until the recording was read
+    std::vector<qint64> m_lastMarks; // in which part of the recording, by the same from 1; at 0 of all together
+    qint64 m_markStep = 0;           // of a part; 0 where there are no times
 
     // Of the thread that counts.
     struct Times

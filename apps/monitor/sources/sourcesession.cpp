@@ -52,6 +52,9 @@ void SourceSession::open(const QString& name, SourceParts parts, const StreamSou
     m_eventSource = m_receivers.events->addSource(name);
     m_watch.reset(new EventWatch(m_receivers.events, m_eventSource, true));
     m_reception->setListener(m_watch.get());
+    m_texts.reset(new SenderTexts(m_receivers.events, m_eventSource, true, [this](const ReceivedMessage& message) {
+        return m_identities.getSenderName(m_identities.getRows().at(message.row).sender);
+    }));
     m_path = parts.path;
     m_live = parts.isLive;
     m_datagram = parts.isDatagram;
@@ -72,6 +75,7 @@ void SourceSession::start(SourceParts parts, bool paused)
     source->addObserver(&m_recorder);
     m_recorder.setDecoder(source->getDecoder());
     source->addObserver(&m_tap);
+    source->addObserver(m_texts.get());
     connect(source.get(), &StreamSource::received, m_receivers.latest, &LatestMessageSource::noteArrival);
     connect(source.get(), &StreamSource::stateChanged, this, &SourceSession::processState);
     connect(source.get(), &StreamSource::sought, this, &SourceSession::processSought);
@@ -166,8 +170,8 @@ void SourceSession::startOverview()
     QString error;
     m_overview.reset();
     if (m_factory->create(m_options, &parts, &error)) { // else the stream has told
-        m_overview.reset(
-            new RecordingOverview(std::move(parts.input), std::move(parts.opener), m_factory->getDefinitions()));
+        m_overview.reset(new RecordingOverview(std::move(parts.input), std::move(parts.opener),
+                                               m_factory->getDefinitions(), m_factory->getDescriptionLock()));
         connect(m_overview.get(), &RecordingOverview::grown, this, &SourceSession::overviewGrown);
         connect(m_overview.get(), &RecordingOverview::ended, this, &SourceSession::overviewEnded);
         connect(m_overview.get(), &RecordingOverview::annotationProblem, this, [this](const QString& text) {
@@ -206,6 +210,7 @@ void SourceSession::takeEarlier(qint64 time, const QVector<EarlierMessage>& mess
 void SourceSession::processSought(qint64 time)
 {
     m_receivers.latest->forget(&m_latest);
+    m_texts->finish();
     if (m_stepsBack)
         m_reception->startAnew(tr("stepped back; counts and statistics begin there"));
     else
@@ -262,10 +267,12 @@ void SourceSession::processState(int state)
             startOverview();
         break;
     case StreamSource::Finished:
+        m_texts->finish();
         setState(Ended);
         scheduleRetry();
         break;
     case StreamSource::Failed:
+        m_texts->finish();
         m_error = m_source->getErrorString();
         if (m_error.startsWith(m_options.address + QLatin1String(": "))) // the name stands beside it
             m_error.remove(0, m_options.address.size() + 2);
@@ -394,6 +401,7 @@ void SourceSession::setPlayback(const StreamSource::Playback& playback)
 void SourceSession::refresh()
 {
     m_reception->refresh();
+    m_texts->refresh();
     const qint64 elapsed = m_sinceRate.elapsed();
     if (elapsed < LeastRateMilliseconds)
         return;

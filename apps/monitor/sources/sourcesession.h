@@ -8,6 +8,7 @@
 #include "receptionmonitor.h"
 #include "recorder.h"
 #include "recordingoverview.h"
+#include "sendertexts.h"
 #include "sourcefactory.h"
 #include "streamsource.h"
 
@@ -193,9 +194,10 @@ private:
     Recorder m_recorder;
     SessionTap m_tap;
     StreamIdentities m_identities;
-    std::unique_ptr<StreamSource> m_source;
     int m_eventSource = -1;
     std::unique_ptr<EventWatch> m_watch;
+    std::unique_ptr<SenderTexts> m_texts;
+    std::unique_ptr<StreamSource> m_source;
     std::unique_ptr<ReceptionMonitor> m_reception; // follows m_source, and goes first
 
     std::unique_ptr<RecordingOverview> m_overview;

@@ -2,9 +2,13 @@
 #include "desk.h"
 #include "eventmodel.h"
 #include "eventpanel.h"
+#include "mavlinkframes.h"
+#include "mcapfixtures.h"
 #include "message.h"
 #include "testbase.h"
+#include "testfolder.h"
 #include "textrows.h"
+#include "waitfor.h"
 
 #include <QClipboard>
 #include <QComboBox>
@@ -30,6 +34,7 @@ struct EventDesk : Desk
     explicit EventDesk(const QStringList& sources = {"flight"})
         : panel(this)
     {
+        Corvel::setConfidentialInformationDisplayEnabled(false);
         for (const QString& source : sources)
             getEvents()->addSource(source);
         panel.resize(700, 200);
@@ -53,6 +58,30 @@ struct EventDesk : Desk
         getEvents()->add(event);
     }
 
+    /** Plays a recording as fast as it can be read, and waits for all that is known of it. */
+    bool play(const QString& path)
+    {
+        SourceOptions options;
+        options.address = path;
+        StreamSource::Playback playback;
+        playback.factor = 0;
+        QString error;
+        session = getSources()->open(options, playback, &error);
+        return session && waitFor([this]() {
+                   return session->getState() == SourceSession::Ended && getOverview(session) &&
+                          getOverview(session)->isComplete();
+               });
+    }
+    /** The texts of what is shown without what becomes of the source: "Warning 2 lost | Error 1 broken". */
+    QString said()
+    {
+        QStringList texts;
+        for (const QString& row : shown().split(" | "))
+            if (!row.contains("receiving") && !row.contains("ended"))
+                texts.append(row.section(", ", 0, 0));
+        return texts.join(" | ");
+    }
+
     /** What is shown: "Warning 2 lost, 1:1, 00:00:01-00:00:03 | ...", and how much is not. */
     QString shown()
     {
@@ -73,7 +102,27 @@ struct EventDesk : Desk
     }
 
     EventPanel panel;
+    SourceSession* session = nullptr;
 };
+
+/** A recording of status texts, a second apart, each with severity, sender, number and piece, and what it says. */
+QByteArray statusTexts(const QStringList& lines)
+{
+    const MavlinkScript script;
+    QByteArray bytes;
+    for (int i = 0; i < lines.size(); ++i) {
+        const QStringList words = lines.at(i).split(' ');
+        MavlinkEncoder message(script.info(253));
+        message.set("severity", words.at(0).toInt());
+        message.set("id", words.at(2).toInt());
+        message.set("chunk_seq", words.at(3).toInt());
+        message.setText("text", QStringList(words.mid(4)).join(' ').toUtf8());
+        MavlinkEncoder::FrameHeader header = frameHeader(2, i);
+        header.system = quint8(words.at(1).toInt());
+        bytes += timed(MavlinkScript::Noon + quint64(i) * 1000000, message.toFrame(header));
+    }
+    return bytes;
+}
 
 /** A stream whose causes are counted, and that brings only what it is given. */
 struct WatchedStream : StreamDecoder
@@ -133,6 +182,12 @@ private Q_SLOTS:
     void theListIsFilteredSortedCopiedAndCleared();
     void theNewestEventStaysInSight();
     void eventsLeadToTheirTimes();
+    void textsOfVehiclesAreEvents();
+    void hiddenTextsAreHidden();
+    void logsOfRobotsAreEvents();
+
+private:
+    TestFolder m_folder;
 };
 
 void tst_monitorevents::eachCauseIsARowThatCounts()
@@ -322,6 +377,88 @@ void tst_monitorevents::eventsLeadToTheirTimes()
     QCOMPARE(menuText(&desk.panel), QString("Copy, Clear Events, Columns"));
     view->setCurrentIndex(view->model()->index(1, 0));
     QCOMPARE(menuText(&desk.panel), QString("Go to the First, Go to the Last, , Copy, Clear Events, Columns"));
+}
+
+void tst_monitorevents::textsOfVehiclesAreEvents()
+{
+    const QString fifty(50, 'x');
+    const struct
+    {
+        QStringList given;
+        QString expected;
+    } rows[] = {
+        {{"4 1 0 0 low battery", "6 2 0 0 took off", "4 1 0 0 low battery", "2 1 0 0 low battery", "9 1 0 0 what"},
+         "Warning 2 low battery | Information 1 took off | Critical 1 low battery | Debug 1 what"},
+        {{"4 1 7 0 " + fifty, "4 2 7 0 " + fifty, "4 1 7 1 " + fifty, "4 1 7 2 end", "4 2 7 1 "},
+         "Warning 1 " + fifty + fifty + "end | Warning 1 " + fifty},
+        {{"4 1 7 0 " + fifty, "4 1 7 2 end", "4 1 8 1 late", "4 1 9 0 " + fifty},
+         "Warning 2 " + fifty + text(" | Warning 1 …end | Warning 1 …late")},
+    };
+    for (const auto& row : rows) {
+        EventDesk desk(QStringList{});
+        QVERIFY(desk.play(m_folder.write(statusTexts(row.given))));
+        QCOMPARE(desk.said(), row.expected);
+        QVERIFY(desk.shown().contains("1:1"));
+        desk.panel.setWhole(false);
+        QCOMPARE(desk.said(), row.expected);
+    }
+    // Any number of texts: a thousand have rows, and none is lost. Marks are no more than a screen can show.
+    QStringList many;
+    for (int i = 0; i < 3000; ++i)
+        many.append(QString("6 %1 0 0 text %2").arg(1 + i % 250).arg(i));
+    EventDesk desk(QStringList{});
+    QVERIFY(desk.play(m_folder.write(statusTexts(many))));
+    QCOMPARE(desk.getOverview(desk.session)->getEvents()->getRows().size(), 1001);
+    QCOMPARE(sum(*desk.getOverview(desk.session)->getEvents()), quint64(3000));
+    QVERIFY(desk.getOverview(desk.session)->getTextMarks().size() > 2000);
+}
+
+void tst_monitorevents::hiddenTextsAreHidden()
+{
+    EventDesk desk(QStringList{});
+    QStringList problems;
+    QVERIFY(desk.getFactory()->annotate(
+        m_folder.write("hide.json",
+                       "{\"messages\": {\"STATUSTEXT\": {\"fields\": {\"text\": {\"confidential\": true}}}}}"),
+        &problems));
+    QVERIFY(desk.play(m_folder.write(statusTexts({"4 1 0 0 secret"}))));
+    desk.panel.setWhole(false);
+    QCOMPARE(desk.said(), QString("Warning 1 Hidden data"));
+    desk.setConfidentialShown(true);
+    QCOMPARE(desk.said(), QString("Warning 1 secret"));
+    desk.setConfidentialShown(false);
+    QCOMPARE(desk.said(), QString("Warning 1 Hidden data"));
+}
+
+void tst_monitorevents::logsOfRobotsAreEvents()
+{
+    // Of each type a level with the severity that it means.
+    const char* const rows[][3] = {
+        {"rcl_interfaces/msg/Log", "10", "Debug"},    {"rcl_interfaces/msg/Log", "30", "Warning"},
+        {"rcl_interfaces/msg/Log", "50", "Critical"}, {"rosgraph_msgs/Log", "8", "Error"},
+        {"rosgraph_msgs/Log", "2", "Information"},    {"foxglove.Log", "4", "Error"},
+        {"foxglove.Log", "0", "Information"},         {"foxglove_msgs/msg/Log", "3", "Warning"},
+    };
+    McapFixtures::Recording recording(McapFixtures::settings(McapWriter::NoCompression, 1000));
+    QStringList expected;
+    for (const auto& row : rows) {
+        const bool isRos = row[0][0] == 'r';
+        const QByteArray text = isRos ? "msg" : "message";
+        const QByteArray schema = "{\"type\": \"object\", \"properties\": {\"level\": {\"type\": \"integer\"}, "
+                                  "\"name\": {\"type\": \"string\"}, \"" +
+                                  text + "\": {\"type\": \"string\"}}}";
+        const quint16 channel =
+            recording.writer.addChannel("/log", "json", recording.writer.addSchema(row[0], "jsonschema", schema));
+        recording.writer.writeMessage(channel, 0, quint64(expected.size() + 1) * 1000000000,
+                                      QByteArray("{\"level\": ") + row[1] + ", \"name\": \"node\", \"" + text +
+                                          "\": \"it broke " + row[1] + "\"}");
+        expected.append(QString("%1 1 node: it broke %2").arg(row[2], row[1]));
+    }
+    EventDesk desk(QStringList{});
+    QVERIFY(desk.play(m_folder.write(recording.finished())));
+    QCOMPARE(desk.said(), expected.join(" | "));
+    desk.panel.setWhole(false);
+    QCOMPARE(desk.said(), expected.join(" | "));
 }
 
 QTEST_MAIN(tst_monitorevents)

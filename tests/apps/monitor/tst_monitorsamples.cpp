@@ -110,7 +110,7 @@ void tst_monitorsamples::aFlightIsShownAsItIs()
                 if (values.at(i).toString().isEmpty())
                     continue;
                 QVERIFY2(shown, qPrintable(name));
-                QCOMPARE(name + '=' + shown->text(column), name + '=' + values.at(i).toString());
+                EVENTUALLY_IS(name + '=' + shown->text(column), name + '=' + values.at(i).toString());
                 ++compared;
             }
         }

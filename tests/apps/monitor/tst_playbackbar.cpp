@@ -77,6 +77,12 @@ void tst_playbackbar::initTestCase()
             bytes += m_script.bytes("40050000:A7");
         if (i == 800)
             bytes += m_script.bytes("80050000:A7~20");
+        if (i == 700) {
+            MavlinkEncoder says(m_script.info(253));
+            says.set("severity", 3);
+            says.setText("text", "no compass");
+            bytes += timed(MavlinkScript::Noon + 70050000, says.toFrame(frameHeader(2, 9)));
+        }
     }
     m_flight = m_folder.write("flight.tlog", bytes);
 }
@@ -94,7 +100,8 @@ void tst_playbackbar::theTimeLineTellsWhatThereIs()
              qPrintable(window.line()->describe(window.at(0).x())));
     QVERIFY(!told(0.1).contains("gap") && told(0.1).endsWith(" messages/s"));
     QCOMPARE(told(0.21), QString("0 messages/s | gap of HEARTBEAT 1:1: 2.1 s"));
-    QVERIFY2(told(0.8).contains("damaged: 1 | checksum failure"), qPrintable(told(0.8)));
+    QVERIFY2(told(0.8).contains("damaged: 1 | Warning: checksum failure"), qPrintable(told(0.8)));
+    QVERIFY2(told(0.7).endsWith("Error from 1:1: no compass"), qPrintable(told(0.7)));
     // What is chosen has a curve and gaps of its own.
     const StreamIdentities& identities = window.getDesk()->getChosenSource()->getIdentities();
     window.getDesk()->chooseTypes({{identities.getRows().at(1).info, "1:1"}});

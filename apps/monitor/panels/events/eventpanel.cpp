@@ -160,15 +160,17 @@ void EventPanel::createView()
     header->setStretchLastSection(false);
     header->setSectionResizeMode(EventModel::EventColumn, QHeaderView::Stretch);
     const auto resize = [this, header](int column, const char* text) {
-        header->resizeSection(column, m_view->fontMetrics().horizontalAdvance(QLatin1String(text)));
+        const QString name = m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        header->resizeSection(column, qMax(m_view->fontMetrics().horizontalAdvance(QLatin1String(text)),
+                                           m_view->fontMetrics().horizontalAdvance(name + QLatin1String("xx"))));
     };
-    resize(EventModel::SeverityColumn, " xx Information ");
+    resize(EventModel::SeverityColumn, " xx Information  ");
     resize(EventModel::CountColumn, " 0,000,000 ");
     resize(EventModel::SourceColumn, " vehicle 255:190 ");
     for (const int column : {EventModel::FirstColumn, EventModel::LastColumn})
         resize(column, " 00:00:00.000 ");
     for (const int column : {EventModel::FirstSeenColumn, EventModel::LastSeenColumn})
-        resize(column, " Last Seen xx ");
+        resize(column, " 00:00:00 ");
     header->setSectionHidden(EventModel::FirstSeenColumn, true);
     header->setSectionHidden(EventModel::TypeColumn, true);
     ColumnChoice::offer(header, EventModel::SourceColumn);

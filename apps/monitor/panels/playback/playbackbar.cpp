@@ -187,15 +187,40 @@ void PlaybackBar::showOverview()
         contents.chosenName = names.join(QLatin1String(", "));
         std::sort(contents.gaps.begin(), contents.gaps.end(),
                   [](const TimeLine::Mark& a, const TimeLine::Mark& b) { return a.start < b.start; });
-        if (const EventLog* const log = overview->getLog()) {
-            for (const EventLog::Entry& entry : log->getEntries()) {
-                const qint64 time = entry.time.isValid() ? entry.time.toMSecsSinceEpoch() * 1000 : contents.start;
-                contents.events.append({time, time, int(contents.texts.size())});
-                contents.texts.append(entry.event.getMessage());
-            }
-        }
+        if (overview->isComplete())
+            addEvents(*overview, &contents);
     }
     m_timeLine->setContents(contents);
+}
+
+static Theme::Accent accentOf(Severity severity)
+{
+    return severity <= Severity::Error ? Theme::Bad : severity == Severity::Warning ? Theme::Warning : Theme::Waiting;
+}
+
+/** Adds what happened, and what senders said. */
+void PlaybackBar::addEvents(const RecordingOverview& overview, TimeLine::Contents* contents)
+{
+    const QList<EventLog::Entry> entries = overview.getLog()->getEntries();
+    for (const EventLog::Entry& entry : entries) {
+        const qint64 time = entry.time.isValid() ? entry.time.toMSecsSinceEpoch() * 1000 : contents->start;
+        const Severity severity = EventWatch::severityOf(entry.event.getType());
+        contents->events.append({time, time, int(contents->texts.size()), accentOf(severity)});
+        contents->texts.append(tr("%1: %2", "severity, text").arg(nameOf(severity), entry.event.getMessage()));
+    }
+    const EventCauses* const causes = overview.getEvents();
+    QHash<int, int> texts; // by row
+    for (const EventMark& mark : overview.getTextMarks()) {
+        const EventCauses::Cause& cause = causes->getRows().at(mark.row);
+        if (!texts.contains(mark.row)) {
+            texts.insert(mark.row, int(contents->texts.size()));
+            contents->texts.append(tr("%1 from %2: %3", "severity, sender, text")
+                                       .arg(nameOf(cause.newest.severity), cause.newest.sender, causes->textOf(cause)));
+        }
+        contents->events.append({mark.time, mark.time, texts.value(mark.row), accentOf(cause.newest.severity)});
+    }
+    std::sort(contents->events.begin(), contents->events.end(),
+              [](const TimeLine::Mark& a, const TimeLine::Mark& b) { return a.start < b.start; });
 }
 
 /** Adds the gaps of a type, if it has statistics. */

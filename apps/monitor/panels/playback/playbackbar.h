@@ -16,6 +16,7 @@ class QProgressBar;
 class RateChoice;
 class PlaceSlider;
 class MessageStatistics;
+class RecordingOverview;
 class SourceSession;
 
 /** Plays the recording that is chosen: play and pause, steps, its speed, and a slider with the clock and a time line.
@@ -31,6 +32,7 @@ public:
     void addActionsTo(const PanelMenus& menus) override;
     /** Shows where the recording is. */
     void tick() override;
+    void renew() override { showOverview(); }
 
 private:
     void createControls();
@@ -43,6 +45,7 @@ private:
     static bool isOver(const StreamSource* stream);
     void playOnFromStart();
     void showOverview();
+    static void addEvents(const RecordingOverview& overview, TimeLine::Contents* contents);
     static void addGaps(const MessageStatistics* statistics, const QString& name, TimeLine::Contents* contents);
     void applyRate();
     void goToTyped();

@@ -1,7 +1,6 @@
 #include "timeline.h"
 
 #include "playbacktime.h"
-#include "theme.h"
 
 #include <QHelpEvent>
 #include <QLocale>
@@ -285,8 +284,12 @@ void TimeLine::drawAll()
             damage.append({start, start, 0});
     }
     drawMarks(&painter, damage, bottom + LaneHeight, LaneHeight, Theme::accent(palette(), Theme::Bad));
-    drawMarks(&painter, m_contents.events, bottom + 2 * LaneHeight, LaneHeight,
-              Theme::accent(palette(), Theme::Waiting));
+    for (const Theme::Accent accent : {Theme::Waiting, Theme::Warning, Theme::Bad}) { // the worst in front
+        QVector<Mark> events;
+        std::copy_if(m_contents.events.cbegin(), m_contents.events.cend(), std::back_inserter(events),
+                     [accent](const Mark& event) { return event.accent == accent; });
+        drawMarks(&painter, events, bottom + 2 * LaneHeight, LaneHeight, Theme::accent(palette(), accent));
+    }
     painter.setPen(palette().color(QPalette::Mid));
     painter.drawLine(area.left(), bottom, area.right(), bottom);
 }

@@ -2,6 +2,7 @@
 #define TIMELINE_H
 
 #include "recordingdensity.h"
+#include "theme.h"
 
 #include <QPixmap>
 #include <QStringList>
@@ -30,6 +31,7 @@ public:
         qint64 start; ///< microseconds since 1970
         qint64 end;   ///< not before it
         int text;     ///< number of what says which
+        Theme::Accent accent = Theme::Waiting;
     };
 
     struct Contents
