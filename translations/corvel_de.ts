@@ -823,6 +823,13 @@
     </message>
 </context>
 <context>
+    <name>FieldSummary</name>
+    <message>
+        <source>Hidden data</source>
+        <translation>Verborgene Daten</translation>
+    </message>
+</context>
+<context>
     <name>FieldValueLabel</name>
     <message>
         <source>N/A</source>
@@ -1944,6 +1951,49 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
 </context>
 <context>
+    <name>MessageList</name>
+    <message>
+        <source>Not noted: nobody could see the list.</source>
+        <translation>Nicht notiert: Die Liste war nicht zu sehen.</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Interval</source>
+        <translation>Abstand</translation>
+    </message>
+    <message>
+        <source>Sender</source>
+        <translation>Sender</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummer</translation>
+    </message>
+    <message>
+        <source>Bytes</source>
+        <translation>Bytes</translation>
+    </message>
+    <message>
+        <source>Values</source>
+        <translation>Werte</translation>
+    </message>
+    <message>
+        <source>Time since the one before of the same type and sender</source>
+        <translation>Zeit seit der vorigen desselben Typs und Senders</translation>
+    </message>
+    <message>
+        <source>What the sender numbered it</source>
+        <translation>Vom Sender gegebene Nummer</translation>
+    </message>
+</context>
+<context>
     <name>MessageStatisticsWidget</name>
     <message>
         <source>Message</source>
@@ -2180,6 +2230,73 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>No message type set</source>
         <translation>Kein Nachrichtentyp gesetzt</translation>
+    </message>
+</context>
+<context>
+    <name>MessagesPanel</name>
+    <message>
+        <source>&amp;Newest</source>
+        <translation>&amp;Neueste</translation>
+    </message>
+    <message>
+        <source>Lets the list go on to the newest message</source>
+        <translation>Lässt die Liste bis zur neuesten Nachricht weiterlaufen</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Nachrichten</translation>
+    </message>
+    <message>
+        <source>&amp;Go to Its Time</source>
+        <translation>Zu ihrer Zeit sprin&amp;gen</translation>
+    </message>
+    <message>
+        <source>Copy as &amp;JSON</source>
+        <translation>Als &amp;JSON kopieren</translation>
+    </message>
+    <message>
+        <source>Ctrl+J</source>
+        <translation>Ctrl+J</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Bytes</source>
+        <translation>&amp;Bytes kopieren</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+C</source>
+        <translation>Ctrl+Shift+C</translation>
+    </message>
+    <message>
+        <source>Choose types under Message Types: their messages are listed here, one by one.</source>
+        <translation>Wählen Sie unter Nachrichtentypen Typen aus: Ihre Nachrichten stehen dann hier, eine nach der anderen.</translation>
+    </message>
+    <message>
+        <source>Nothing came of these types yet.</source>
+        <translation>Von diesen Typen kam noch nichts.</translation>
+    </message>
+    <message>
+        <source>No more than the last %1 MB are kept</source>
+        <translation>Nur die letzten %1 MB werden behalten</translation>
+    </message>
+    <message>
+        <source>The last %1</source>
+        <translation>Die letzten %1</translation>
+    </message>
+    <message>
+        <source>Copied: %1</source>
+        <translation>Kopiert: %1</translation>
+    </message>
+    <message>
+        <source>Not copied: some of it is hidden.</source>
+        <translation>Nicht kopiert: Ein Teil davon ist verborgen.</translation>
+    </message>
+    <message>
+        <source>Newer: %1 and more</source>
+        <translation>Neuere: %1 und mehr</translation>
+    </message>
+    <message>
+        <source>Newer: %1</source>
+        <translation>Neuere: %1</translation>
     </message>
 </context>
 <context>
@@ -2502,6 +2619,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Playback</source>
         <translation>Wiedergabe</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Nachrichten</translation>
     </message>
 </context>
 <context>

@@ -64,6 +64,12 @@ void Desk::chooseTypes(const QVector<Subject>& types)
     Q_EMIT chosenTypesChanged();
 }
 
+void Desk::chooseMessage(const MessageReference& message)
+{
+    m_chosenMessage = message;
+    Q_EMIT chosenMessageChanged();
+}
+
 RecordingOverview* Desk::getOverview(const SourceSession* session)
 {
     return session ? session->getOverview() : nullptr;

@@ -77,6 +77,10 @@ public:
     const QVector<Subject>& getChosenTypes() const { return m_chosenTypes; }
     void chooseTypes(const QVector<Subject>& types);
 
+    /** The message that is chosen in a list of messages; null for none. It is none of those that views are given. */
+    const MessageReference& getChosenMessage() const { return m_chosenMessage; }
+    void chooseMessage(const MessageReference& message);
+
     /** What there is in all of a recording that is open; null for a live source, for null, and while it is not there.
      */
     static RecordingOverview* getOverview(const SourceSession* session);
@@ -111,6 +115,7 @@ Q_SIGNALS:
     /** Another source was chosen, or another one is the first. */
     void chosenSourceChanged();
     void chosenTypesChanged();
+    void chosenMessageChanged();
     /** There is another getOverview() of @p session, or more in it. */
     void overviewGrown(SourceSession* session);
     /** The overview of @p session is complete: it has statistics and events. */
@@ -155,6 +160,7 @@ private:
     SourceModel m_sources;
     QPointer<SourceSession> m_chosenSource;
     QVector<Subject> m_chosenTypes;
+    MessageReference m_chosenMessage;
     QVector<FieldUse> m_fieldUses;
     QVector<TypeUse> m_typeUses;
     Preferences m_preferences;

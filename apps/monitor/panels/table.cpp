@@ -1,5 +1,6 @@
 #include "eventpanel.h"
 #include "formpanel.h"
+#include "messagespanel.h"
 #include "panel.h"
 #include "playbackbar.h"
 #include "sourcepanel.h"
@@ -39,6 +40,8 @@ const QVector<PanelRow>& getPanelTable()
          {Place::Left, 0, 0, "types", nullptr}, create<FormPanel>},
         {"events", QT_TRANSLATE_NOOP("Panel", "Events"),
          {Place::Bottom, 0, 190, nullptr, nullptr}, create<EventPanel>},
+        {"messages", QT_TRANSLATE_NOOP("Panel", "Messages"),
+         {Place::Bottom, 0, 0, "events", nullptr}, create<MessagesPanel>},
 #ifdef CORVEL_MONITOR_PLOT
         {"plot", QT_TRANSLATE_NOOP("Panel", "Plot"), // half of the middle; as high as that when it is narrow
          {Place::Right, 350, 400, nullptr, "events", true}, create<PlotPanel>, "GPL-3.0-or-later"}, // as QCustomPlot is

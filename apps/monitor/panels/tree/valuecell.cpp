@@ -1,35 +1,14 @@
 #include "valuecell.h"
 
 #include "abstractmessagetreewidgetitem.h"
-#include "corvel.h"
 #include "fieldinfo.h"
+#include "fieldsummary.h"
 #include "message.h"
 #include "messagetreewidgetitem.h"
 #include "rowstate.h"
 #include "valuetext.h"
 
-static const int PositionDecimals = 7; // of a degree: a centimetre
-static const int LongestText = 400;    // that somebody reads in a line
-
-// Five digits of a latitude are a hundred metres.
-static bool isPosition(const FieldInfo* field)
-{
-    const QString name = field->getName().toLower();
-    for (const char* const word : {"latitude", "longitude"})
-        if (name.endsWith(QLatin1String(word)))
-            return true;
-    for (const char* const word : {"lat", "lon", "lng"})
-        if (name == QLatin1String(word) || name.startsWith(QLatin1String(word) + QLatin1Char('_')))
-            return true;
-    return false;
-}
-
-static QString shorter(const QString& number, const FieldInfo* field, int digits)
-{
-    // Scaled ones have the digits that their description says, and where the user wants decimals these are all.
-    const bool isExact = field->getScaleFactor() != 1 || Corvel::floatingPointDecimals() >= 0;
-    return isExact ? number : ValueText::rounded(number, digits, isPosition(field) ? PositionDecimals : 0);
-}
+static const int LongestText = 400; // that somebody reads in a line
 
 static QVector<ValueCell::Part> lineOf(const Message* message, int digits)
 {
@@ -39,7 +18,7 @@ static QVector<ValueCell::Part> lineOf(const Message* message, int digits)
         const FieldValue value = field->getValueCount(message) > 0 ? field->getValue(message, 0) : FieldValue();
         const bool isThere = value.isValid() && !field->isNotAvailable(value);
         ValueText text = ValueText::split(isThere ? field->getInterpretedString(value, true) : QString(QChar(0x2013)));
-        text.number = shorter(text.number, field, digits);
+        text.number = FieldSummary::shorter(text.number, field, digits);
         parts.append(
             {(parts.isEmpty() ? QString() : QStringLiteral("   ")) + field->getName() + QLatin1Char(' '), true});
         parts.append({text.number.isEmpty() ? text.unit : text.number, false});
@@ -75,7 +54,7 @@ ValueCell ValueCell::read(const QTreeWidgetItem* item, const QString& text, bool
         cell.isFaint = true;
         value = {QString(), text};
     }
-    cell.number = isRaw ? value.number : shorter(value.number, field, digits);
+    cell.number = isRaw ? value.number : FieldSummary::shorter(value.number, field, digits);
     QString rest = value.unit.size() > LongestText ? value.unit.left(LongestText) + QChar(0x2026) : value.unit;
     rest.replace(QLatin1Char('\n'), QChar(0x21b5));
     if (!rest.isEmpty())

@@ -1,0 +1,258 @@
+#include "definitions.h"
+#include "desk.h"
+#include "encoding.h"
+#include "fieldinfo.h"
+#include "fieldsummary.h"
+#include "mavlinkframes.h"
+#include "messagelist.h"
+#include "messagespanel.h"
+#include "testbase.h"
+#include "textrows.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QScrollBar>
+#include <QTableView>
+#include <QToolButton>
+
+/** The list of messages, and what it says of each. */
+class tst_monitormessages : public TestBase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void saysMessagesInALine();
+    void listsEveryMessageOfWhatIsChosen();
+    void standsStillWhileSomebodyReads();
+    void keepsTheLastOnes();
+    void hidesWhatIsConfidential();
+};
+
+namespace
+{
+
+/** A desk with the list, and messages of attitudes ("A") and heartbeats ("H"). */
+struct ListDesk : Desk
+{
+    ListDesk()
+    {
+        panel.resize(900, 300);
+        panel.show();
+        panel.refresh();
+    }
+
+    const MessageInfo* infoOf(char word) const { return script.info(word == 'A' ? 30 : 0); }
+
+    void send(char word, int number, qint64 time, const QString& sender = text("1:1"), const QByteArray& data = "")
+    {
+        const QByteArray frame = data.isEmpty() ? script.bytes(QChar(word) + QString::number(number)) : data;
+        Message* const message = new Message(infoOf(word), frame);
+        message->setTime(time);
+        message->setSequence(number);
+        message->setSender(sender);
+        getTap()->deliver(MessageReference::adopt(message).get());
+    }
+
+    /** "00:00:00.000005 20.000 ms 1:1 ATTITUDE 7" of each row, up to the column of that number. */
+    QString shown(int first = 0, int last = MessageList::SequenceColumn)
+    {
+        panel.refresh();
+        const QAbstractItemModel* const model = panel.getView()->model();
+        QStringList rows;
+        for (int row = 0; row < model->rowCount(); ++row) {
+            QStringList texts;
+            for (int column = first; column <= last; ++column)
+                texts.append(model->index(row, column).data().toString());
+            rows.append(texts.join(QLatin1Char(' ')).simplified());
+        }
+        return rows.join(text(", "));
+    }
+    void trigger(const char* key) const
+    {
+        for (QAction* const action : panel.getView()->actions())
+            if (action->shortcut() == QKeySequence(text(key)))
+                action->trigger();
+    }
+    QString numbers() { return shown(MessageList::SequenceColumn); }
+
+    MavlinkScript script;
+    MessagesPanel panel{this};
+};
+
+} // namespace
+
+void tst_monitormessages::saysMessagesInALine()
+{
+    static const TextRow rows[] = {
+        {R"({"a": 1.23456789, "b": true, "text": "one\ntwo"})", "a 1.2346   b true   text one\u21b5two"},
+        {R"({"header": {"frame": "map"}, "pose": {"x": 1, "far": {"y": 2}}, "list": [1, 2, 3, 4, 5]})",
+         "pose.x 1   pose.far.y 2   list [1, 2, 3, 4, \u2026]   header.frame map"},
+        {R"({"objects": [{"x": 1}, {"x": 2}], "none": null, "latitude": 48.123456789})",
+         "objects \u00d7 2   latitude 48.1234568"},
+        {R"({"a":1,"b":2,"c":3,"d":4,"e":5,"f":6,"g":7,"h":8})", "a 1   b 2   c 3   d 4   e 5   f 6   g 7   h 8"},
+        {R"({"a":1,"b":2,"c":3,"d":4,"e":5,"f":6,"g":7,"h":8,"i":9})",
+         "a 1   b 2   c 3   d 4   e 5   f 6   g 7   h 8   \u2026"},
+        {"{}", ""},
+    };
+    Definitions definitions;
+    checkRows(rows, [&definitions](const QString& given) {
+        TypeSchema schema{text("T"), "json", "", ""};
+        schema.sample = given.toUtf8();
+        QString error;
+        const MessageInfo* const info = definitions.find(text("json"))->makeType(schema, &error);
+        return FieldSummary::lineOf(MessageReference::adopt(info->newMessage(schema.sample)).get(), 5);
+    });
+}
+
+void tst_monitormessages::listsEveryMessageOfWhatIsChosen()
+{
+    ListDesk desk;
+    desk.send('A', 1, 1000);
+    QCOMPARE(desk.shown(), QString());
+    desk.chooseTypes({{desk.infoOf('A'), text("1:1")}});
+    desk.send('A', 2, 1000005);
+    desk.send('H', 3, 1000006);
+    desk.send('A', 4, 1000007, text("2:1"));
+    desk.send('A', 5, 1020005);
+    desk.send('A', 6, Message::NoTime);
+    desk.send('A', 7, 3000000);
+    desk.send('A', 8, 2000000);
+    QCOMPARE(desk.shown(), text("00:00:01.000005 1:1 ATTITUDE 2, 00:00:01.020005 20.000 ms 1:1 ATTITUDE 5, "
+                                "1:1 ATTITUDE 6, 00:00:03.000000 1:1 ATTITUDE 7, "
+                                "00:00:02.000000 -1.000 s 1:1 ATTITUDE 8"));
+    QCOMPARE(desk.shown(MessageList::SizeColumn, MessageList::SizeColumn), text("40, 40, 40, 40, 40"));
+
+    // Of another sender as well, whose messages have intervals of their own; then of that one only.
+    desk.chooseTypes({{desk.infoOf('A'), QString()}});
+    desk.send('A', 9, 2000000, text("2:1"));
+    desk.send('A', 10, 2010000, text("2:1"));
+    QCOMPARE(desk.shown(MessageList::IntervalColumn).section(text(", "), 5),
+             text("2:1 ATTITUDE 9, 10.000 ms 2:1 ATTITUDE 10"));
+    desk.chooseTypes({{desk.infoOf('A'), text("2:1")}});
+    QCOMPARE(desk.numbers(), text("9, 10"));
+
+    // What nobody sees is not noted, and the list says so.
+    desk.panel.hide();
+    desk.panel.refresh();
+    desk.send('A', 11, 2020000, text("2:1"));
+    desk.panel.show();
+    desk.panel.refresh();
+    desk.send('A', 12, 2030000, text("2:1"));
+    QCOMPARE(desk.shown(MessageList::SequenceColumn, MessageList::SequenceColumn), text("9, 10, , 12"));
+    QVERIFY(desk.panel.getView()
+                ->model()
+                ->index(2, MessageList::SummaryColumn)
+                .data()
+                .toString()
+                .startsWith(text("Not noted")));
+    desk.chooseTypes({});
+    QCOMPARE(desk.shown(), QString());
+}
+
+void tst_monitormessages::standsStillWhileSomebodyReads()
+{
+    ListDesk desk;
+    desk.chooseTypes({{desk.infoOf('A'), QString()}});
+    for (int i = 0; i < 40; ++i)
+        desk.send('A', i, 1000 * i);
+    QVERIFY(desk.numbers().endsWith(text(", 39")));
+    QTableView* const view = desk.panel.getView();
+    QScrollBar* const bar = view->verticalScrollBar();
+    QCOMPARE(bar->value(), bar->maximum());
+
+    desk.setPaused(true);
+    desk.panel.setViewsPaused(true);
+    desk.send('A', 40, 40000);
+    QVERIFY(desk.numbers().endsWith(text(", 39")));
+    QCOMPARE(desk.panel.getNote(), text("Newer: 1"));
+    desk.setPaused(false);
+    desk.panel.setViewsPaused(false);
+    QVERIFY(desk.numbers().endsWith(text(", 40")));
+
+    bar->triggerAction(QAbstractSlider::SliderToMinimum);
+    desk.send('A', 41, 41000);
+    QVERIFY(desk.numbers().endsWith(text(", 40")));
+    QCOMPARE(bar->value(), 0);
+    bar->triggerAction(QAbstractSlider::SliderToMaximum);
+    QVERIFY(desk.numbers().endsWith(text(", 41")));
+
+    // A message that is chosen stays chosen, also when the list goes on.
+    view->selectRow(41);
+    QCOMPARE(int(desk.getChosenMessage()->getSequence()), 41);
+    desk.send('A', 42, 42000);
+    QVERIFY(desk.numbers().endsWith(text(", 41")));
+    bar->triggerAction(QAbstractSlider::SliderToMaximum);
+    for (int i = 0; i < MessageList::MostMessages; ++i)
+        desk.send('A', 100, 100000 + i);
+    desk.panel.refresh();
+    QVERIFY(view->selectionModel()->selectedRows().isEmpty());
+    QCOMPARE(int(desk.getChosenMessage()->getSequence()), 41);
+    view->selectRow(5);
+    QTest::keyClick(view, Qt::Key_Escape);
+    QVERIFY(desk.getChosenMessage().isNull());
+
+    // What is chosen goes with its type.
+    view->selectRow(5);
+    desk.chooseTypes({{desk.infoOf('H'), QString()}});
+    QVERIFY(desk.getChosenMessage().isNull());
+    desk.send('H', 1, 1);
+    QCOMPARE(desk.numbers(), text("1"));
+}
+
+void tst_monitormessages::keepsTheLastOnes()
+{
+    ListDesk desk;
+    desk.chooseTypes({{desk.infoOf('A'), QString()}});
+    const auto send = [&desk](int from, int to) {
+        for (int i = from; i < to; ++i)
+            desk.send('A', i, i);
+    };
+    send(0, 9000);
+    desk.panel.refresh();
+    send(9000, 12000);
+    QVERIFY(desk.numbers().startsWith(text("2000, 2001")));
+    QCOMPARE(desk.panel.getView()->model()->rowCount(), int(MessageList::MostMessages));
+    QCOMPARE(desk.panel.getNote(), text("The last 10,000"));
+    send(12000, 30000); // of more than there is room for, what is in between is lost with what was before
+    QVERIFY(desk.numbers().startsWith(text("20000, 20001")));
+
+    const QByteArray much(int(MessageList::MostBytes / 10), 'x');
+    for (int i = 0; i < 12; ++i) {
+        desk.send('A', i, i, text("1:1"), much);
+        desk.panel.refresh();
+    }
+    QCOMPARE(desk.numbers(), text("2, 3, 4, 5, 6, 7, 8, 9, 10, 11"));
+    QCOMPARE(desk.panel.getNote(), text("No more than the last 64 MB are kept"));
+    for (int i = 12; i < 20; ++i)
+        desk.send('A', i, i, text("1:1"), much);
+    QCOMPARE(desk.numbers(), text("18, 19")); // and what was between these and the others is gone
+}
+
+void tst_monitormessages::hidesWhatIsConfidential()
+{
+    ListDesk desk;
+    const_cast<FieldInfo*>(desk.infoOf('A')->getFieldInfo(text("roll")))->setConfidential(true);
+    desk.chooseTypes({{desk.infoOf('A'), QString()}});
+    desk.send('A', 1, 1);
+    const QString hidden = desk.shown(MessageList::SummaryColumn, MessageList::SummaryColumn);
+    QVERIFY2(hidden.contains(text("roll Hidden data pitch ")), qPrintable(hidden));
+    QVERIFY(FieldSummary::hasHidden(desk.infoOf('A')) && !FieldSummary::hasHidden(desk.infoOf('H')));
+    desk.panel.getView()->selectRow(0);
+    QGuiApplication::clipboard()->setText(text("before"));
+    desk.trigger("Ctrl+Shift+C");
+    QCOMPARE(QGuiApplication::clipboard()->text(), text("before"));
+    desk.trigger("Ctrl+J");
+    const QString json = QGuiApplication::clipboard()->text();
+    QVERIFY2(json.contains(text("\"roll\":null")), qPrintable(json));
+
+    desk.setConfidentialShown(true);
+    desk.panel.renew();
+    QVERIFY(!desk.shown(MessageList::SummaryColumn, MessageList::SummaryColumn).contains(text("Hidden")));
+    desk.trigger("Ctrl+Shift+C");
+    QCOMPARE(QGuiApplication::clipboard()->text(), QString::fromLatin1(desk.script.bytes(text("A1")).toHex(' ')));
+    desk.setConfidentialShown(false);
+}
+
+QTEST_MAIN(tst_monitormessages)
+#include "tst_monitormessages.moc"
