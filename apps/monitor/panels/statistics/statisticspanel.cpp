@@ -4,6 +4,8 @@
 #include "csvfile.h"
 #include "desk.h"
 #include "emptyhint.h"
+#include "messagestatistics.h"
+#include "messagestatisticscoordinator.h"
 #include "messagestatisticswidget.h"
 #include "namecolumn.h"
 #include "recordingoverview.h"
@@ -21,7 +23,9 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
-static const int LeastPause = 100; // between two updates, as a multiple of what one takes
+static const int LeastPause = 100;     // between two updates, as a multiple of what one takes
+static const qint64 LongUpdate = 10e6; // nanoseconds; one of so many rows is not for every tick
+static const int GapsColumn = 3;
 static const int NamePercent = 50;
 
 enum Tab
@@ -192,15 +196,66 @@ void StatisticsPanel::tick()
     if (m_desk->isPaused() || !m_widget->isVisible())
         return;
     // Of thousands of senders, the other views come first.
-    if (!m_sinceUpdate.isValid() || m_sinceUpdate.nsecsElapsed() >= LeastPause * m_updateTime)
+    const bool isDue = !m_sinceUpdate.isValid() || m_sinceUpdate.nsecsElapsed() >= LeastPause * m_updateTime;
+    const bool isLong = m_updateTime > LongUpdate;
+    if (isDue && (!isLong || m_widget->sortColumn() != 0 || isOtherThanShown()))
         update();
+    else if (isLong)
+        updateSeen();
 }
 
 void StatisticsPanel::update()
 {
+    const MessageStatisticsCoordinator* const coordinator = m_desk->getCoordinator();
+    m_shown = coordinator->getAllMessageStatistics();
+    m_shownErrors = coordinator->getEventCount(CorvelEvent::CrcError);
     m_sinceUpdate.start();
     m_widget->updateTree();
     m_updateTime = m_sinceUpdate.nsecsElapsed();
+}
+
+/** Whether there are rows that the widget does not have. */
+bool StatisticsPanel::isOtherThanShown() const
+{
+    const MessageStatisticsCoordinator* const coordinator = m_desk->getCoordinator();
+    return coordinator->getEventCount(CorvelEvent::CrcError) != m_shownErrors ||
+           coordinator->getAllMessageStatistics() != m_shown;
+}
+
+/** What a row shows while it is folded. Rows below it would come where the whole tree is sorted for each. */
+static void updateCells(MessageStatisticsTreeWidgetItem* row)
+{
+    const MessageStatistics* const statistics = row->getMessageStatistics();
+    row->setData(1, Qt::DisplayRole, qulonglong(statistics->getCount()));
+    row->setText(2, statistics->isCurrentlyRegular()
+                        ? MessageStatistics::getIntervalString(statistics->getLastInterval())
+                        : QObject::tr("N/A"));
+    if (statistics->getNumberOfGaps() > 0)
+        row->setText(GapsColumn, QObject::tr("%1 (%2 epochs)")
+                                     .arg(statistics->getNumberOfGaps())
+                                     .arg(statistics->getNumberOfMissingEpochs()));
+}
+
+/** Updates the rows that somebody sees; the others have what they had, and need no memory for what is new. */
+void StatisticsPanel::updateSeen()
+{
+    const int bottom = m_widget->viewport()->height();
+    QTreeWidgetItem* item = m_widget->itemAt(0, 0);
+    while (item && item->parent() && item->parent()->parent())
+        item = item->parent(); // of one that is unfolded perhaps only what is below it is there to be seen
+    bool hasGaps = false;
+    for (; item && m_widget->visualItemRect(item).top() < bottom; item = m_widget->itemBelow(item)) {
+        auto* const row = dynamic_cast<MessageStatisticsTreeWidgetItem*>(item);
+        if (!row)
+            continue;
+        if (row->isExpanded())
+            row->updateContents();
+        else
+            updateCells(row);
+        hasGaps = hasGaps || row->getMessageStatistics()->getNumberOfGaps() > 0;
+    }
+    if (hasGaps)
+        m_widget->setColumnHidden(GapsColumn, false);
 }
 
 bool StatisticsPanel::eventFilter(QObject* watched, QEvent* event)

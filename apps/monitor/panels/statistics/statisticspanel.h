@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class MessageStatistics;
 class MessageStatisticsCoordinator;
 class MessageStatisticsWidget;
 class QLabel;
@@ -52,6 +53,8 @@ private:
     MessageStatisticsWidget* createWidget(MessageStatisticsCoordinator* coordinator);
     void jumpToGap(QTreeWidgetItem* item);
     void update();
+    void updateSeen();
+    bool isOtherThanShown() const;
     void followOverview();
     void choose(int tab);
 
@@ -65,7 +68,9 @@ private:
     QLabel* m_progress;
     bool m_wantsWhole = true;
     QElapsedTimer m_sinceUpdate;
-    qint64 m_updateTime = 0; // nanoseconds that the last one took
+    qint64 m_updateTime = 0;           // nanoseconds that the last one took
+    QList<MessageStatistics*> m_shown; // by it
+    unsigned int m_shownErrors = 0;
 };
 
 #endif

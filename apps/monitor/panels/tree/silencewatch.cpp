@@ -190,7 +190,8 @@ bool SilenceWatch::isOverdue(const Type& type, qint64 now) const
 {
     if (type.isGone || type.isEarlier)
         return true;
-    return canBeTold(type) && now - type.lastArrival > qMax<qint64>(LeastSilence, m_intervals * expectedInterval(type));
+    const qint64 silence = now - type.lastArrival;
+    return silence > LeastSilence && canBeTold(type) && silence > m_intervals * expectedInterval(type);
 }
 
 // Whether all of its types are overdue that can be told; and when the last of them came.

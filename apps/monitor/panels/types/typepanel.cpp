@@ -65,6 +65,24 @@ private:
     QStringList m_words;
 };
 
+/** A tree in which rows are equally high, so that of many that change there is nothing to be found out but what is
+ * seen. */
+class TypeView : public QTreeView
+{
+protected:
+    void dataChanged(const QModelIndex& first, const QModelIndex& last, const QVector<int>& roles) override
+    {
+        // It would look for the place of each.
+        if (last.row() - first.row() > MostPlaces)
+            viewport()->update();
+        else
+            QTreeView::dataChanged(first, last, roles);
+    }
+
+private:
+    static const int MostPlaces = 100;
+};
+
 static QString nameOf(const QString& type, const QString& sender)
 {
     return type + QLatin1Char('\t') + sender;
@@ -76,7 +94,7 @@ TypePanel::TypePanel(Desk* desk, QWidget* parent)
     , m_sorted(new SortedTypes(desk->getTypes(), this))
     , m_filter(new QLineEdit)
     , m_fold(new QToolButton)
-    , m_view(new QTreeView)
+    , m_view(new TypeView)
 {
     m_filter->setPlaceholderText(tr("Type or sender"));
     m_filter->setAccessibleName(tr("Show only these types"));
