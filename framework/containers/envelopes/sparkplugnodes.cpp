@@ -3,6 +3,7 @@
 #include "envelope.h"
 #include "envelopenames.h"
 #include "message.h"
+#include "sparkplugbody.h"
 #include "sparkplugencoding.h"
 #include "sparkplugpayload.h"
 #include "streamdecoder.h"
@@ -72,9 +73,11 @@ bool SparkplugNodes::process(const Envelope& envelope, const ReceivedMessage& re
     arrival.kind = levels.at(2);
     ReceivedMessage message = received;
     message.sender = m_names->addSender(textOf(arrival.nodeName));
-    if (!arrival.payload.read(envelope.payload)) {
-        handOutUnknown(envelope, arrival.getTypeName(),
-                       QCoreApplication::translate("Envelopes", "it is no payload of Sparkplug B"), message, sink);
+    QString error;
+    if (!arrival.payload.read(envelope.payload))
+        error = QCoreApplication::translate("Envelopes", "it is no payload of Sparkplug B");
+    if (!error.isEmpty() || !SparkplugBody::unpack(&arrival.payload, &arrival.unpacked, &error)) {
+        handOutUnknown(envelope, arrival.getTypeName(), error, message, sink);
         return true;
     }
     if (arrival.payload.timestamp > 0 && arrival.payload.timestamp <= LatestTime)

@@ -60,6 +60,7 @@ private:
         QByteArray nodeName; // "GROUP/NODE"
         QByteArray device;   // empty for none
         QByteArray kind;     // "NBIRTH"
+        QByteArray unpacked; // what the payload points into, where it came compressed
         Sparkplug::Payload payload;
 
         QString getTypeName() const;

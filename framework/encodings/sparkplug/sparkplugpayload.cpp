@@ -137,6 +137,8 @@ bool Payload::read(std::string_view bytes)
         } else if (field.number == 3 && field.type == VarintType) {
             hasNumber = field.value <= 255;
             number = field.value;
+        } else if (field.type == BytesType && (field.number == 4 || field.number == 5)) {
+            (field.number == 4 ? uuid : body) = field.bytes;
         }
     }
     return reader.isDone();

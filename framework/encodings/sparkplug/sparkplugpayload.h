@@ -113,7 +113,9 @@ struct Payload
     quint64 timestamp = 0; ///< milliseconds since 1970; 0 for none
     std::vector<Metric> metrics;
     bool hasNumber = false;
-    quint64 number = 0; ///< 0 to 255
+    quint64 number = 0;    ///< 0 to 255
+    std::string_view uuid; ///< says what the body is
+    std::string_view body;
 };
 
 struct DataSet

@@ -29,16 +29,32 @@ private:
     Definitions m_definitions;
 };
 
-/** "KIND[/DEVICE] PAYLOAD | ...": envelopes of a node "n" in the group "g". */
+/** A payload that lies compressed in another one, of the number 9. */
+static QByteArray packed(const QByteArray& body, const QByteArray& algorithm)
+{
+    using namespace SparkplugScript;
+    return payload("9 algorithm,,12,s" + algorithm) + part(4, "SPBV1.0_COMPRESSED") + part(5, body);
+}
+
+/** "KIND[/DEVICE][*ALGORITHM[=BODY]] PAYLOAD | ...": envelopes of a node "n" in the group "g". */
 QByteArray tst_SparkplugNodes::envelopes(const QString& given)
 {
     QByteArray bytes;
     for (const QString& one : given.split(text(" | "))) {
-        const QByteArray place = one.section(QLatin1Char(' '), 0, 0).toLatin1();
+        const QByteArray place = one.section(QLatin1Char(' '), 0, 0).section(QLatin1Char('*'), 0, 0).toLatin1();
+        const QString packing = one.section(QLatin1Char(' '), 0, 0).section(QLatin1Char('*'), 1);
         const QByteArray device = place.mid(place.indexOf('/'));
         const QByteArray topic =
             "spBv1.0/g/" + place.split('/').constFirst() + "/n" + (place.contains('/') ? device : QByteArray());
-        const QByteArray payload = SparkplugScript::payload(one.section(QLatin1Char(' '), 1).toUtf8());
+        QByteArray payload = SparkplugScript::payload(one.section(QLatin1Char(' '), 1).toUtf8());
+        if (packing == text("DEFLATE=bomb"))
+            payload = QByteArray(17 * 1024 * 1024, 0);
+        const bool isGiven = packing.contains(text("=1f"));
+        const QByteArray body = isGiven ? QByteArray::fromHex(packing.section(QLatin1Char('='), 1).toLatin1())
+                                        : qCompress(payload).mid(packing == text("raw") ? 6 : 4);
+        if (!packing.isEmpty())
+            payload = packed(body, packing == text("raw") ? QByteArray()
+                                                          : packing.section(QLatin1Char('='), 0, 0).toLatin1());
         Envelope envelope;
         envelope.topic = std::string_view(topic.constData(), std::size_t(topic.size()));
         envelope.payload = std::string_view(payload.constData(), std::size_t(payload.size()));
@@ -105,6 +121,16 @@ void tst_SparkplugNodes::messagesHaveTheNewestValues()
          "spBv1.0/g/DDATA/n/d: no birth yet; g/n/d (no birth yet) g/n #1099511627779; g/n g/n #1099511627780 "
          "{\"a\":7}"},
         {"NBIRTH 0", "g/n g/n #0 {}"},
+        // Compressed, in several ways; its own number counts (5 comes late), or that of what it lies in.
+        {"NBIRTH*DEFLATE 0 a,,3,i1 | NDATA*raw  a,,,i2 | "
+         "NDATA*GZIP=1f8b0800000000000203e3b86126c4cec598a8c01cc028c10a0099e8a4f20e000000 ",
+         "g/n g/n #0 {\"a\":1}; g/n g/n #9 {\"a\":2}; g/n g/n #5 {\"a\":1}"},
+        {"NBIRTH*LZ4 0", "not decodable: spBv1.0/g/NBIRTH/n: it is compressed by \"LZ4\"; what can be read is GZIP and "
+                         "DEFLATE; g/n (it is compressed by \"LZ4\"; what can be read is GZIP and DEFLATE) g/n"},
+        {"NBIRTH*DEFLATE=bomb 0", "not decodable: spBv1.0/g/NBIRTH/n: decompressed it has more than 16 MiB; g/n "
+                                  "(decompressed it has more than 16 MiB) g/n"},
+        {"NBIRTH*GZIP=1f8b0800 0",
+         "not decodable: spBv1.0/g/NBIRTH/n: it cannot be decompressed; g/n (it cannot be decompressed) g/n"},
     };
     const QString problem = differences(rows, [this](const QString& given) { return decode(given); });
     QVERIFY2(problem.isEmpty(), qPrintable(problem));
