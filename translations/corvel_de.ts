@@ -549,6 +549,18 @@
         <source>its connection has ended</source>
         <translation>seine Verbindung ist zu Ende</translation>
     </message>
+    <message>
+        <source>it is compressed by &quot;%1&quot;; what can be read is GZIP and DEFLATE</source>
+        <translation>mit &quot;%1&quot; komprimiert; gelesen werden können GZIP und DEFLATE</translation>
+    </message>
+    <message>
+        <source>decompressed it has more than %1 MiB</source>
+        <translation>entpackt hat es mehr als %1 MiB</translation>
+    </message>
+    <message>
+        <source>it cannot be decompressed</source>
+        <translation>es lässt sich nicht entpacken</translation>
+    </message>
 </context>
 <context>
     <name>EventCauses</name>
@@ -2538,6 +2550,22 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>the server says: %1</source>
         <translation>der Server sagt: %1</translation>
+    </message>
+    <message>
+        <source>the server has the session %1 no more</source>
+        <translation>der Server hat die Sitzung %1 nicht mehr</translation>
+    </message>
+    <message>
+        <source>the stream has a consumer %1 that is no session of this program; another name is needed</source>
+        <translation>der Stream hat einen Consumer %1, der keine Sitzung dieses Programms ist; ein anderer Name ist nötig</translation>
+    </message>
+    <message>
+        <source>the session %1 is of the subject &quot;%2&quot;; what is read of another one needs a session of another name</source>
+        <translation>die Sitzung %1 gehört zum Subject &quot;%2&quot;; ein anderes braucht eine Sitzung mit anderem Namen</translation>
+    </message>
+    <message>
+        <source>another program reads in the session %1</source>
+        <translation>ein anderes Programm liest in der Sitzung %1</translation>
     </message>
 </context>
 <context>

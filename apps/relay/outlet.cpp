@@ -13,6 +13,7 @@ Outlet::Outlet(const OutputAddress& address, const Settings& settings)
     , m_isEnded(false)
     , m_messages(0)
     , m_bytes(0)
+    , m_flushed(0)
     , m_dropped(0)
 {
     m_worker->moveToThread(&m_thread);
@@ -67,6 +68,12 @@ void Outlet::seal()
 {
     m_queue.seal();
     wake();
+}
+
+void Outlet::flush()
+{
+    if (m_address.kind->isFile())
+        QMetaObject::invokeMethod(m_worker, "flush", Qt::QueuedConnection);
 }
 
 void Outlet::wake()

@@ -48,6 +48,13 @@ public:
     /** After a few messages: lets the other side have them. */
     void seal();
 
+    /** Messages that were sealed in all, with those of earlier runs, and how many of these, from the oldest on, are
+     * where they stay when the program is killed: on disk, or on the other side where that says so. */
+    quint64 getSealed() const { return m_queue.getTotal(); }
+    quint64 getSafe() const { return m_address.kind->isFile() ? quint64(m_flushed) : m_queue.getSafe(); }
+    /** Has a file written what it was given. */
+    void flush();
+
     /** Whether recordings are to wait for it. */
     bool isHolding() const;
 
@@ -81,6 +88,7 @@ private:
     std::atomic<bool> m_isEnded;
     std::atomic<quint64> m_messages;
     std::atomic<quint64> m_bytes;
+    std::atomic<quint64> m_flushed; // of a file, messages
     std::atomic<quint64> m_dropped;
     mutable std::mutex m_mutex; // for what follows
     QStringList m_notices;

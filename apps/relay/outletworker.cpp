@@ -96,9 +96,12 @@ void OutletWorker::confirm()
 
 void OutletWorker::flush()
 {
-    if (m_output && !m_isFinishing)
-        m_output->flush();
+    if (!m_output || m_isFinishing)
+        return;
+    m_output->flush();
     tell();
+    if (m_output->getErrorString().isEmpty())
+        m_outlet->m_flushed = m_outlet->m_queue.getSafe(); // what was taken from there
 }
 
 void OutletWorker::tell()

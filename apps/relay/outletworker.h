@@ -25,6 +25,8 @@ public Q_SLOTS:
     void start();
     /** Takes what there is, for a moment. */
     void work();
+    /** Has the output hand out what it was given. */
+    void flush();
 
 private:
     void processReceived(const ReceivedMessage& message) override;
@@ -33,7 +35,6 @@ private:
     void takeBlocks();
     void followRun(const QString& run);
     void confirm();
-    void flush();
     void tell();
     void finish();
 

@@ -35,7 +35,8 @@ bool OutputQueue::open(QString* error)
     if (!m_folder->open(&found, error))
         return false;
     for (const SegmentFolder::Found& one : found) {
-        m_entries.push_back(Entry{QByteArray(), one.place, one.messages, one.place.size});
+        m_entries.push_back(Entry{QByteArray(), one.place, one.messages, one.place.size, m_total});
+        m_total += one.messages;
         m_counts.waitingMessages += one.messages;
         m_counts.waitingBytes += one.place.size;
     }
@@ -128,6 +129,9 @@ bool OutputQueue::seal()
     m_bytesInMemory += entry.records.size();
     m_counts.waitingMessages += entry.messages;
     m_counts.waitingBytes += entry.size;
+    entry.before = m_total;
+    m_total += entry.messages;
+    m_unwritten += entry.place.segment == 0;
     m_entries.push_back(entry);
     m_records = QByteArray();
     m_records.reserve(FullBlock + FullBlock / 8);
@@ -152,6 +156,7 @@ void OutputQueue::dropOldest()
             m_counts.waitingMessages -= entry.messages;
             m_counts.waitingBytes -= entry.size;
             m_bytesInMemory -= entry.records.size();
+            m_unwritten -= entry.place.segment == 0;
             ++end;
         } while (segment != 0 && end + 1 < m_entries.size() && m_entries[end].place.segment == segment);
         m_entries.erase(m_entries.begin() + long(m_taken), m_entries.begin() + long(end));
@@ -185,6 +190,8 @@ void OutputQueue::keep()
         QString problem;
         if (!m_folder->append(records + entry.records, entry.messages, &entry.place, &problem))
             m_problem = m_settings.folder + QLatin1String(": ") + problem;
+        else
+            --m_unwritten;
     }
 }
 
@@ -236,6 +243,7 @@ void OutputQueue::popConfirmed()
         m_confirmed -= entry.messages;
         m_counts.waitingMessages -= entry.messages;
         m_counts.waitingBytes -= entry.size;
+        m_unwritten -= entry.place.segment == 0;
         if (entry.place.segment != 0)
             end = SegmentFolder::Place{entry.place.segment, entry.place.offset + entry.place.size, 0};
         m_entries.pop_front();
@@ -267,6 +275,19 @@ OutputQueue::Counts OutputQueue::getCounts() const
     Counts counts = m_counts;
     counts.bytesOnDisk = m_folder ? m_folder->getSize() : 0;
     return counts;
+}
+
+quint64 OutputQueue::getTotal() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_total;
+}
+
+quint64 OutputQueue::getSafe() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const bool isWritten = m_settings.isKept && m_settings.isAcknowledged && m_unwritten == 0;
+    return isWritten || m_entries.empty() ? m_total : m_entries.front().before;
 }
 
 QString OutputQueue::takeProblem()

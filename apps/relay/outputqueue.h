@@ -72,6 +72,10 @@ public:
     /** Whether the next block would cost the oldest. */
     bool isAtLimit() const;
     Counts getCounts() const;
+    /** Messages that were there or sealed in all, and how many of these, from the oldest on, no end of the program can
+     * take away: they are kept in the folder, were confirmed or dropped. */
+    quint64 getTotal() const;
+    quint64 getSafe() const;
     /** What went wrong with the folder since the last call. */
     QString takeProblem();
 
@@ -82,6 +86,7 @@ private:
         SegmentFolder::Place place;
         quint64 messages = 0;
         qint64 size = 0;
+        quint64 before = 0; // messages, since there is the queue
     };
 
     /** What has to be said of a channel, and of which other one before. */
@@ -116,6 +121,8 @@ private:
     quint64 m_confirmed = 0; // messages of the first entry
     qint64 m_bytesInMemory = 0;
     Counts m_counts;
+    quint64 m_total = 0;
+    quint64 m_unwritten = 0;    // entries that are only in memory
     bool m_hasDiskOnly = false; // then what follows goes there as well
     QString m_problem;
 };

@@ -6,6 +6,8 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFileInfo>
+#include <QtEndian>
 #include <QUuid>
 
 #include <algorithm>
@@ -19,6 +21,8 @@ const int LongestLine = 1000; // characters
 // What a service manager waits for at least.
 const int LongestEndMs = 5000;
 const int LongestFinishMs = 2000; // of which inputs with a session need that
+const int LongestUnconfirmedMs = 200;
+const int OriginBytes = 64 * 1024;
 
 // What servers and clients say of themselves can contain anything.
 void tell(QString text)
@@ -29,6 +33,17 @@ void tell(QString text)
         if (!character.isPrint())
             character = QLatin1Char('?');
     std::fprintf(stderr, "corvel-relay: %s\n", qPrintable(text));
+}
+
+/** What is the same whenever a recording is read; 0 for what is none. */
+quint64 originOf(const InputAddress& address)
+{
+    QFile file(address.path);
+    if (!address.kind->isFile() || !QFileInfo(address.path).isFile() || !file.open(QIODevice::ReadOnly))
+        return 0;
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    hash.addData(QFileInfo(address.path).canonicalFilePath().toUtf8() + '\n' + file.read(OriginBytes));
+    return qFromLittleEndian<quint64>(hash.result().constData());
 }
 
 } // namespace
@@ -115,8 +130,9 @@ Outlet::Settings Relay::settingsFor(const OutputAddress& address, const QString&
 bool Relay::openOutlets()
 {
     // A recording that was made is not lost for a command line that is repeated; live the next one goes on.
-    const bool isLive = std::any_of(m_options.inputs.begin(), m_options.inputs.end(),
-                                    [](const InputAddress& address) { return address.kind->isLive(); });
+    const bool isLive = std::any_of(m_options.inputs.begin(), m_options.inputs.end(), [](const InputAddress& address) {
+        return address.kind->isLive() || !address.session.isEmpty();
+    });
     const bool isSeries = m_options.files.splitSize > 0 || m_options.files.splitTime > 0;
     for (const OutputAddress& address : m_options.outputs) {
         if (address.kind->isFile() && !isLive && !isSeries && !m_options.files.isReplaced &&
@@ -156,18 +172,27 @@ void Relay::openSources()
     m_sources.resize(std::size_t(m_options.inputs.size()));
     for (std::size_t i = 0; i < m_sources.size(); ++i) {
         Source& source = m_sources[i];
+        source.origin = originOf(m_options.inputs.at(int(i)));
         source.tap.reset(new Tap(this, int(i)));
         source.source.reset(new RelaySource(m_options.inputs.at(int(i)), options, m_options.speed, source.tap.get()));
         connect(source.source.get(), &RelaySource::recognized, this, [this, i] { findTakers(&m_sources[i]); });
-        connect(source.source.get(), &RelaySource::received, this, [this] {
+        connect(source.source.get(), &RelaySource::received, this, [this, i] {
             for (const std::unique_ptr<Outlet>& outlet : m_outlets)
                 outlet->seal();
+            mark(&m_sources[i]);
+            confirm();
             hold();
         });
         connect(source.source.get(), &RelaySource::told, this, [](const QString& text) { tell(text); });
     }
-    for (const Source& source : m_sources)
+    const bool isAnyKept = std::any_of(m_options.inputs.begin(), m_options.inputs.end(),
+                                       [](const InputAddress& address) { return !address.session.isEmpty(); });
+    for (const Source& source : m_sources) {
+        if (isAnyKept && source.source->getAddress().session.isEmpty())
+            tell(QStringLiteral("%1 has no session: nobody keeps what comes of it while this does not run")
+                     .arg(source.source->getAddress().toString()));
         source.source->start();
+    }
 }
 
 /** Finds the outputs that can take what the source brings, and tells of the others. */
@@ -208,10 +233,14 @@ void Relay::pass(int number, const ReceivedMessage& message)
     const StreamDecoder* const decoder = source.source->getDecoder();
     if (decoder != source.decoder)
         findTakers(&source);
+    ++source.messages;
     if (m_isEnding || !isSelected(&source, message))
         return;
+    ReceivedMessage known = message;
+    if (source.origin)
+        known.origin = source.origin + source.messages;
     MessagePublisher::Published& published =
-        m_publisher.publish(number, message, source.source->getIdentities(), decoder);
+        m_publisher.publish(number, known, source.source->getIdentities(), decoder);
     for (std::size_t i = 0; i < m_outlets.size(); ++i)
         if (source.takers.at(int(i)))
             m_outlets[i]->processMessage(&m_publisher, &published);
@@ -227,6 +256,54 @@ void Relay::passDamage(int number, const StreamProblem& problem)
             m_outlets[i]->processDamage(problem);
 }
 
+/** Notes which messages every output has to have before the source need not give again what it has handed out. */
+void Relay::mark(Source* source)
+{
+    if (m_isEnding || source->source->getAddress().session.isEmpty())
+        return;
+    Mark mark{source->source->getRun(), source->source->getHandedOut(), {}};
+    if (!source->marks.empty() && source->marks.back().run == mark.run && source->marks.back().offset == mark.offset)
+        return;
+    for (const std::unique_ptr<Outlet>& outlet : m_outlets)
+        mark.sealed.append(outlet->getSealed());
+    source->marks.push_back(mark);
+}
+
+/** Confirms to the sources what the outputs have. One that has failed is not waited for, unless all have. */
+void Relay::confirm()
+{
+    QVector<quint64> safe;
+    bool isAnyThere = false;
+    for (const std::unique_ptr<Outlet>& outlet : m_outlets) {
+        const bool isThere = outlet->getError().isEmpty();
+        isAnyThere = isAnyThere || isThere;
+        safe.append(isThere ? outlet->getSafe() : ~Q_UINT64_C(0));
+    }
+    bool isAnyWaiting = false;
+    for (Source& source : m_sources) {
+        const Mark* last = nullptr;
+        Mark current;
+        while (isAnyThere && !source.marks.empty() &&
+               std::equal(safe.begin(), safe.end(), source.marks.front().sealed.begin(),
+                          [](quint64 has, quint64 needed) { return has >= needed; })) {
+            current = source.marks.front();
+            last = &current;
+            source.marks.pop_front();
+        }
+        isAnyWaiting = isAnyWaiting || !source.marks.empty();
+        if (last && last->run == source.source->getRun())
+            source.source->confirm(last->offset);
+        if (last)
+            m_sinceConfirm.start();
+    }
+    // A server hands out no more than some messages until it hears of them.
+    if (!isAnyWaiting || (m_sinceConfirm.isValid() && !m_sinceConfirm.hasExpired(LongestUnconfirmedMs)))
+        return;
+    m_sinceConfirm.start();
+    for (const std::unique_ptr<Outlet>& outlet : m_outlets)
+        outlet->flush();
+}
+
 /** Lets recordings wait for outputs that are behind. */
 void Relay::hold()
 {
@@ -239,6 +316,7 @@ void Relay::hold()
 
 void Relay::look()
 {
+    confirm();
     hold();
     for (std::size_t i = 0; i < m_outlets.size(); ++i) {
         const QString name = m_outlets[i]->getAddress().getName();

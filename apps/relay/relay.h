@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <deque>
 #include <memory>
 #include <vector>
 
@@ -59,6 +60,13 @@ private:
         Relay* m_relay;
         int m_source;
     };
+    /** A place in what a source hands out, and what every output had to have when it was there. */
+    struct Mark
+    {
+        int run;
+        quint64 offset;
+        QVector<quint64> sealed; // by output
+    };
     struct Source
     {
         std::unique_ptr<Tap> tap;
@@ -66,6 +74,9 @@ private:
         const StreamDecoder* decoder = nullptr; // of which it is known who takes it
         QVector<bool> takers;                   // by output
         QVector<signed char> isSelected;        // by row; -1 while not known
+        quint64 origin = 0;                     // of its messages, without their numbers; 0 for none
+        quint64 messages = 0;
+        std::deque<Mark> marks;                 // with a session, what is not confirmed
     };
 
     bool loadDefinitions();
@@ -77,6 +88,8 @@ private:
     bool isSelected(Source* source, const ReceivedMessage& message);
     void pass(int source, const ReceivedMessage& message);
     void passDamage(int source, const StreamProblem& problem);
+    void mark(Source* source);
+    void confirm();
     void hold();
     void look();
     void endOutlets();
@@ -97,6 +110,7 @@ private:
     QElapsedTimer m_sinceStats;
     QVector<quint64> m_lastCounts; // by output
     QElapsedTimer m_sinceInterrupt;
+    QElapsedTimer m_sinceConfirm; // or the last flush for the sake of it
     bool m_isEnding = false;
     bool m_hasFailed = false;
     QVector<bool> m_isFailureTold; // by output

@@ -91,10 +91,9 @@ bool readAddresses(const QStringList& inputs, const QStringList& outputs, RelayO
 /** Names the sessions of all inputs that can have one, each another, since a server has one reader of a name. */
 bool nameSessions(const QString& name, QVector<InputAddress>* inputs, QString* text)
 {
-    static const QRegularExpression right(QStringLiteral("^[A-Za-z0-9._-]{1,64}$"));
+    static const QRegularExpression right(QStringLiteral("^[A-Za-z0-9_-]{1,64}$"));
     if (!right.match(name).hasMatch()) {
-        *text =
-            QStringLiteral("--session: \"%1\" is no name; it has letters, digits, \"-\", \"_\" and \".\"").arg(name);
+        *text = QStringLiteral("--session: \"%1\" is no name; it has letters, digits, \"-\" and \"_\"").arg(name);
         return false;
     }
     int count = 0;
@@ -102,8 +101,8 @@ bool nameSessions(const QString& name, QVector<InputAddress>* inputs, QString* t
         if (address.kind->properties & InputKind::SessionProperty)
             address.session = ++count == 1 ? name : QStringLiteral("%1-%2").arg(name).arg(count);
     if (count == 0)
-        *text = QStringLiteral(
-            "--session: none of the inputs has a server that keeps one; those of mqtt:// and mqtts:// do");
+        *text = QStringLiteral("--session: none of the inputs has a server that keeps one; those of mqtt://, mqtts:// "
+                               "and jetstream:// do");
     return count > 0;
 }
 
@@ -142,8 +141,8 @@ RelayOptions::Result RelayOptions::parse(const QStringList& arguments, RelayOpti
         option("buffer", "What may wait on disk for an output that is slow or gone; 1G unless told.", "SIZE");
     const QCommandLineOption bufferFolder =
         option("buffer-folder", "Where that waits, so that the next run goes on with it.", "FOLDER");
-    const QCommandLineOption session =
-        option("session", "Let servers of mqtt: inputs keep under NAME what comes while this does not run.", "NAME");
+    const QCommandLineOption session = option(
+        "session", "Let servers of mqtt: and jetstream: inputs keep under NAME what is not passed on yet.", "NAME");
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Print this text."));
     const QCommandLineOption version(QStringList{QStringLiteral("v"), QStringLiteral("version")},

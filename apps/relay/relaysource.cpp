@@ -31,6 +31,7 @@ void RelaySource::start()
     connect(source.get(), &StreamSource::problem, this, &RelaySource::told);
     connect(source.get(), &StreamSource::stateChanged, this, &RelaySource::processState, Qt::QueuedConnection);
     m_source = std::move(source);
+    ++m_run;
     m_source->setPaused(m_paused);
     m_source->start();
 }
@@ -72,7 +73,8 @@ void RelaySource::processState(int state)
         return stop();
     const bool hasFailed = state == StreamSource::Failed;
     const QString reason = hasFailed ? m_source->getErrorString() : m_address.toString() + QLatin1String(": ended");
-    if (m_address.kind->isLive()) {
+    // A server that keeps a session is there again, or lets others in, sooner or later.
+    if (m_address.kind->isLive() || (hasFailed && !m_address.session.isEmpty())) {
         lose(reason);
         return;
     }

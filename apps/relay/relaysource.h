@@ -34,8 +34,14 @@ public:
     /** Holds a recording before its next message, or lets it go on. */
     void setPaused(bool paused);
     void stop();
-    /** Ends it; one with a session hands out first what its server takes for read. */
+    /** Ends it; one with a session when all was confirmed that it has handed out. */
     void finish();
+
+    /** How many times it was opened. */
+    int getRun() const { return m_run; }
+    /** See ByteInput::confirm(); of this run. */
+    quint64 getHandedOut() const { return m_source->getHandedOut(); }
+    void confirm(quint64 offset) { m_source->confirm(offset); }
 
 Q_SIGNALS:
     /** What it is that comes is known. */
@@ -59,6 +65,7 @@ private:
     std::unique_ptr<StreamSource> m_source;
     QTimer m_retryTimer;
     int m_pause = 0; // seconds before the next try
+    int m_run = 0;
     bool m_paused = false;
     bool m_isFinishing = false;
     bool m_isEnded = false;

@@ -94,6 +94,13 @@ bool skipContent(char content, const char** at, const char* end)
 
 } // namespace
 
+qint64 MqttCheck::sizeOf(const char* data, qint64 size)
+{
+    const char* at = data + 1;
+    const qint64 length = size < 2 ? Incomplete : readNumber(&at, data + size);
+    return length < 0 ? -1 : at - data + length;
+}
+
 /** Sets the error, a text in which %1 is the packet's name and %2 is @p value. */
 bool MqttCheck::refuse(const char* text, const QString& value)
 {

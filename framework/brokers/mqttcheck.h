@@ -24,6 +24,9 @@ public:
      * before it is getChecked() bytes. */
     qint64 check(const char* data, qint64 size);
 
+    /** How many bytes the packet has that begins at @p data; -1 where too few are there to tell. */
+    static qint64 sizeOf(const char* data, qint64 size);
+
     qint64 getChecked() const { return m_checked; }
     QString getError() const { return m_error; }
 

@@ -23,6 +23,7 @@ const int KeepAliveSeconds = 20;
 const int LookMs = 500;
 const int LeaveMs = 200;
 const quint32 SessionSeconds = 7 * 24 * 3600;
+const int MostUnconfirmed = 65535;
 const int LeastFailure = 0x80;
 const int UnsupportedVersion = 0x84;
 const int OldUnsupportedVersion = 1;
@@ -138,6 +139,9 @@ void MqttConnection::establish()
         mosquitto_property_add_int32(&properties, MQTT_PROP_MAXIMUM_PACKET_SIZE, MqttCheck::GreatestPacket);
     if (m_isFive && !m_setup.session.isEmpty())
         mosquitto_property_add_int32(&properties, MQTT_PROP_SESSION_EXPIRY_INTERVAL, SessionSeconds);
+    // Those that nobody has confirmed, which takes longer than a server would think.
+    if (!m_setup.session.isEmpty())
+        mosquitto_int_option(m_client, MOSQ_OPT_RECEIVE_MAXIMUM, MostUnconfirmed);
     const int code = mosquitto_connect_bind_v5(m_client, QFile::encodeName(path).constData(), 0, KeepAliveSeconds,
                                                nullptr, properties);
     mosquitto_property_free_all(&properties);
@@ -227,7 +231,34 @@ void MqttConnection::passOut()
         const qint64 read = m_pipe->read(block, sizeof block);
         if (read <= 0)
             break;
-        m_socket->write(block, read);
+        if (m_setup.session.isEmpty())
+            m_socket->write(block, read);
+        else
+            holdConfirmations(QByteArray(block, int(read)));
+    }
+}
+
+/** Hands out what the library sent, without the confirmations of messages. */
+void MqttConnection::holdConfirmations(const QByteArray& block)
+{
+    m_sent += block;
+    qint64 size = 0;
+    while ((size = MqttCheck::sizeOf(m_sent.constData(), m_sent.size())) > 0 && size <= m_sent.size()) {
+        const QByteArray packet = m_sent.left(int(size));
+        m_sent.remove(0, int(size));
+        if ((packet.at(0) & 0xf0) == CMD_PUBACK)
+            m_unheard.push_back(packet);
+        else
+            m_socket->write(packet);
+    }
+}
+
+void MqttConnection::confirm(quint64 count)
+{
+    passOut(); // what the library sent when the messages came
+    for (; m_confirmed < count && !m_unheard.empty(); ++m_confirmed) {
+        m_socket->write(m_unheard.front());
+        m_unheard.pop_front();
     }
 }
 

@@ -10,6 +10,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
+#include <deque>
 #include <memory>
 
 class QTcpSocket;
@@ -50,6 +51,11 @@ public:
 
     /** To be called when the library was given something to send. */
     void send();
+    /**
+     * With a session, has the server hear of the first @p count messages, since there is the connection, that it wants
+     * to be confirmed. The library confirms a message before anybody has it; that is held back here, in its order.
+     */
+    void confirm(quint64 count);
     /** Lets what comes wait at the server, or go on. */
     void setPaused(bool paused);
     /** Sends what is there, takes leave of the server and says nothing more. */
@@ -69,6 +75,7 @@ private:
     void processError();
     void handOn();
     void passOut();
+    void holdConfirmations(const QByteArray& block);
     void cut(const QString& reason);
     void end(const QString& reason);
     QString reasonOf(int code) const;
@@ -83,8 +90,11 @@ private:
     QTcpSocket* m_socket; // to the server; a child of this
     MqttCheck m_check;
     QLocalServer m_door;
-    QLocalSocket* m_pipe = nullptr; // to the library; a child of m_door
-    QByteArray m_block;             // what came; its first m_held bytes are there and not handed on
+    QLocalSocket* m_pipe = nullptr;   // to the library; a child of m_door
+    QByteArray m_sent;                // by the library, that is no whole packet yet
+    std::deque<QByteArray> m_unheard; // confirmations that are held back
+    quint64 m_confirmed = 0;          // how many went out
+    QByteArray m_block;               // what came; its first m_held bytes are there and not handed on
     qint64 m_held = 0;
     bool m_isCut = false; // the server sends nothing more
     QString m_reason;     // why

@@ -55,6 +55,11 @@ TypeSchema LaterDecoder::getUnknownSchema(quint32 id) const
     return decoder ? decoder->getUnknownSchema(id) : TypeSchema();
 }
 
+quint64 LaterDecoder::getKeptOffset() const
+{
+    return m_owned ? m_owned->getKeptOffset() : StreamDecoder::getKeptOffset();
+}
+
 quint64 LaterDecoder::getSequenceModulus() const
 {
     const StreamDecoder* const decoder = m_decoder;

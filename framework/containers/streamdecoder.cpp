@@ -61,6 +61,7 @@ ReceivedMessage::ReceivedMessage()
     , time(Message::NoTime)
     , publishTime(Message::NoTime)
     , sequence(Message::NoSequence)
+    , origin(0)
     , offset(0)
 {
 }
@@ -128,6 +129,11 @@ QString StreamDecoder::describeUnknown(quint32 id) const
 const char* StreamDecoder::getRecordingName() const
 {
     return "mcap";
+}
+
+quint64 StreamDecoder::getKeptOffset() const
+{
+    return ~Q_UINT64_C(0);
 }
 
 quint64 StreamDecoder::getSequenceModulus() const

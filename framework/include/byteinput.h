@@ -85,9 +85,15 @@ public:
     /** Makes an open() or read() that waits, and every later one, return within about 100 ms. Safe from any thread. */
     virtual void cancel() = 0;
 
-    /** Makes an input with a session take nothing more from its server: read() hands out what was taken, which the
-     * server does not give again, and then ends. Does nothing for others. Safe from any thread. */
+    /** Makes an input with a session take nothing more from its server: read() hands out what was taken, and ends when
+     * all of it was confirmed. Does nothing for others. Safe from any thread. */
     virtual void finish();
+
+    /** Whether its server gives again what is not confirmed: with a session, see InputAddress::session. */
+    virtual bool needsConfirmation() const;
+    /** What lies before byte @p offset of all that read() handed out was passed on to where it is safe: the server need
+     * not give it again. Does nothing for inputs that need none. Safe from any thread, once it is open. */
+    virtual void confirm(quint64 offset);
 
     /** Whether bytes arrive in their own time, so that the time of arrival means something. Known once it is open; but
      * a recording that goes on becomes live with a read() at its end, and is none after seek(). */

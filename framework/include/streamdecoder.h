@@ -36,6 +36,8 @@ struct CORVELFRAMEWORK_EXPORT ReceivedMessage
     qint64 time;             ///< microseconds since 1970, or Message::NoTime
     qint64 publishTime;      ///< when the sender sent it; Message::NoTime where that is the same or not known
     qint64 sequence;         ///< the sender's number of the message, or Message::NoSequence
+    quint64 origin;          ///< what it came from, such as a message of a stream that a server keeps: the same number
+                             ///< whenever that comes again; 0 where nobody knows
     quint64 offset;          ///< where in the stream it began
 };
 
@@ -121,6 +123,11 @@ public:
      * @param offset  where in the stream the next byte fed stands, and a message may begin
      */
     virtual void restart(quint64 offset) = 0;
+
+    /** Where in the stream the first byte lies that was fed and is kept for later, such as of a message that waits for
+     * its schema: everything before was handed out. The greatest number there is when nothing is. On the thread that
+     * feeds. */
+    virtual quint64 getKeptOffset() const;
 
     /** Whether the stream itself carries the times of its messages. */
     virtual bool hasTimes() const = 0;

@@ -106,12 +106,14 @@ public:
     /** Ends reading soon without waiting for it; what is queued is dropped. The state becomes Finished. */
     void stop();
 
-    /** Ends an input with a session once everything was handed out that its server takes for read; see
-     * ByteInput::finish(). */
+    /** Ends an input with a session once everything was confirmed that it has handed out; see ByteInput::finish(). */
     void finish();
 
     /** Holds a recording before its next message, or lets it go on. Live inputs go on whatever is said. */
     void setPaused(bool paused);
+    /** See ByteInput::confirm(): how much of the stream was worked off, and that it is safe. */
+    quint64 getHandedOut() const { return m_handedOut; }
+    void confirm(quint64 offset);
     /** Whether stop() was called, after which nothing goes on. */
     bool isStopped() const { return m_stopped; }
     bool isPaused() const { return m_paused; }
@@ -218,6 +220,7 @@ private:
     qint64 m_size;
     qint64 m_dropped;
     qint64 m_position;
+    quint64 m_handedOut;
     qint64 m_startTime;
     qint64 m_endTime;
     qint64 m_currentTime;

@@ -15,6 +15,13 @@ ByteInput::~ByteInput() {}
 
 void ByteInput::finish() {}
 
+bool ByteInput::needsConfirmation() const
+{
+    return false;
+}
+
+void ByteInput::confirm(quint64) {}
+
 qint64 ByteInput::getDroppedCount() const
 {
     return -1;

@@ -42,6 +42,16 @@ void PrefixedInput::finish()
     m_input->finish();
 }
 
+bool PrefixedInput::needsConfirmation() const
+{
+    return m_input->needsConfirmation();
+}
+
+void PrefixedInput::confirm(quint64 offset)
+{
+    m_input->confirm(offset);
+}
+
 bool PrefixedInput::isLive() const
 {
     return m_input->isLive();

@@ -23,6 +23,8 @@ public:
     Status read(QByteArray* bytes, int timeoutMs) override;
     void cancel() override;
     void finish() override;
+    bool needsConfirmation() const override;
+    void confirm(quint64 offset) override;
     bool isLive() const override;
     bool isDatagram() const override;
     qint64 getSize() const override;

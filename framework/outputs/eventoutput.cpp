@@ -29,6 +29,7 @@ void EventOutput::processReceived(const ReceivedMessage& message)
     Pending pending;
     pending.event = eventOf(message.id);
     pending.id = CloudEvent::idOf(*m_stream, message);
+    pending.origin = message.origin;
     pending.time = CloudEvent::timeOf(message);
     pending.payload = QByteArray(message.data, message.size);
     m_pending.push_back(std::move(pending));

@@ -27,6 +27,7 @@ protected:
     {
         std::shared_ptr<const CloudEvent> event;
         QByteArray id;
+        quint64 origin = 0; ///< see ReceivedMessage::origin
         QByteArray time;
         QByteArray payload;
         qint64 sentMs = -1; ///< by a clock of the output's; -1 before

@@ -17,7 +17,8 @@ enum RecordKind : quint8
     ChannelRecord = 1,
     MessageRecord = 2,
     DamageRecord = 3,
-    LikeRecord = 4
+    LikeRecord = 4,
+    KnownMessageRecord = 5 ///< with what it came from
 };
 
 // More than any input hands out.
@@ -118,8 +119,9 @@ bool PublishedStream::isChannelRecord(const char* record)
 
 void PublishedStream::appendMessage(const ReceivedMessage& message, QByteArray* records)
 {
-    append(quint32(1 + MessageHead + message.size), records);
-    append(quint8(MessageRecord), records);
+    const bool isKnown = message.origin != 0;
+    append(quint32(1 + MessageHead + (isKnown ? int(sizeof message.origin) : 0) + message.size), records);
+    append(quint8(isKnown ? KnownMessageRecord : MessageRecord), records);
     append(message.id, records);
     append(message.offset, records);
     append(message.time, records);
@@ -127,6 +129,8 @@ void PublishedStream::appendMessage(const ReceivedMessage& message, QByteArray* 
     append(message.sequence, records);
     append(message.timeRest, records);
     append(message.publishTimeRest, records);
+    if (isKnown)
+        append(message.origin, records);
     records->append(message.data, message.size);
 }
 
@@ -189,8 +193,11 @@ bool PublishedStream::processRecord(const char* bytes, int size, StreamSink* sin
     case ChannelRecord:
     case LikeRecord:
         return readChannel(bytes + 1, size - 1, bytes[0] == LikeRecord);
-    case MessageRecord: {
-        if (size < 1 + MessageHead)
+    case MessageRecord:
+    case KnownMessageRecord: {
+        const bool isKnown = bytes[0] == KnownMessageRecord;
+        const int head = 1 + MessageHead + (isKnown ? int(sizeof(quint64)) : 0);
+        if (size < head)
             return false;
         const char* place = bytes + 1;
         ReceivedMessage message;
@@ -202,8 +209,9 @@ bool PublishedStream::processRecord(const char* bytes, int size, StreamSink* sin
         message.sequence = take<qint64>(&place);
         message.timeRest = take<qint16>(&place);
         message.publishTimeRest = take<qint16>(&place);
+        message.origin = isKnown ? take<quint64>(&place) : 0;
         message.data = place;
-        message.size = size - 1 - MessageHead;
+        message.size = size - head;
         sink->processReceived(message);
         return true;
     }

@@ -43,7 +43,10 @@ struct StreamBatch
     static const std::size_t FullBytes = 256 * 1024;
     static const std::size_t FullEntries = 2000;
 
-    bool isEmpty() const { return records.empty() && problems.empty() && !state && !facts && !soughtTime && !decoder; }
+    bool isEmpty() const
+    {
+        return records.empty() && problems.empty() && !state && !facts && !soughtTime && !decoder && !handedOut;
+    }
     bool isFull() const { return arena.size() >= FullBytes || records.size() + problems.size() >= FullEntries; }
 
     void append(const ReceivedMessage& message)
@@ -94,6 +97,7 @@ struct StreamBatch
         dropContents();
         facts.reset();
         endTime.reset();
+        handedOut.reset();
         decoder.reset();
     }
 
@@ -103,6 +107,7 @@ struct StreamBatch
     qint64 dropped = -1; ///< datagrams that the system dropped so far, where that is known
     std::optional<Facts> facts;
     std::optional<qint64> endTime;            ///< when the recording now ends, where it goes on
+    std::optional<quint64> handedOut;         ///< what lies before is in this batch and earlier ones; to be confirmed
     std::optional<qint64> soughtTime;         ///< what follows in later batches lies at this time
     std::shared_ptr<StreamDecoder> decoder;   ///< what follows in later batches was decoded by this
     std::optional<StreamSource::State> state; ///< a new state, after everything else in the batch

@@ -175,6 +175,13 @@ void StreamReader::finish()
         m_input->finish();
 }
 
+void StreamReader::confirm(quint64 offset)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_input)
+        m_input->confirm(offset);
+}
+
 std::unique_ptr<StreamBatch> StreamReader::takeBatch()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -417,6 +424,10 @@ void StreamReader::feed(const QByteArray& bytes, qint64 arrivalTime)
     m_tail.append(bytes);
     m_arrivalTime = arrivalTime;
     m_decoder->feed(bytes.constData(), static_cast<int>(bytes.size()), arrivalTime, this);
+    if (!m_input->needsConfirmation())
+        return;
+    noteFirstEntry();
+    m_batch->handedOut = qMin(m_tailOffset + static_cast<quint64>(m_tail.size()), m_decoder->getKeptOffset());
 }
 
 void StreamReader::passNoticesOn()

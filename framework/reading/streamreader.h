@@ -50,6 +50,8 @@ public:
 
     /** See ByteInput::finish(). */
     void finish();
+    /** See ByteInput::confirm(). */
+    void confirm(quint64 offset);
 
     /** The next batch; null when there is none now, and then batchesReady() comes with the next one. */
     std::unique_ptr<StreamBatch> takeBatch();

@@ -56,6 +56,7 @@ struct StreamSource::Work
         problem = batch->problems.size();
         batch->state.reset();
         batch->soughtTime.reset();
+        batch->handedOut.reset();
     }
 
     bool hasRecord() const { return batch && record < batch->records.size(); }
@@ -105,6 +106,7 @@ StreamSource::StreamSource(StreamReader* reader, QObject* parent)
     , m_size(-1)
     , m_dropped(-1)
     , m_position(0)
+    , m_handedOut(0)
     , m_startTime(Message::NoTime)
     , m_endTime(Message::NoTime)
     , m_currentTime(Message::NoTime)
@@ -206,6 +208,11 @@ void StreamSource::stop()
 void StreamSource::finish()
 {
     m_reader->finish();
+}
+
+void StreamSource::confirm(quint64 offset)
+{
+    m_reader->confirm(offset);
 }
 
 int StreamSource::getPreparedPercent() const
@@ -358,6 +365,10 @@ bool StreamSource::finishBatch()
     }
     if (m_work->batch->endTime && m_seekable)
         m_endTime = *m_work->batch->endTime;
+    if (m_work->batch->handedOut) {
+        m_handedOut = *m_work->batch->handedOut;
+        m_work->countsChanged = true;
+    }
     const qint64 dropped = m_work->batch->dropped - qMax(qint64(0), m_dropped);
     m_dropped = qMax(m_dropped, m_work->batch->dropped);
     m_reader->recycle(std::move(m_work->batch));

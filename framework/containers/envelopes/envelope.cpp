@@ -15,6 +15,7 @@ const qint64 FixedSize = 1 + 1 + 2 + 8 + 8 + 2 + 2;
 const std::size_t GreatestText = 65535;
 
 const quint8 KeptFlag = 1;
+const quint8 OriginFlag = 2;
 
 /** Reads numbers and texts, and notes when there are not that many bytes. */
 class Cursor
@@ -89,6 +90,7 @@ bool readBody(const char* bytes, qint64 size, Envelope* envelope)
     envelope->sequence = cursor.number<quint64>();
     const quint16 topicSize = cursor.number<quint16>();
     const quint16 contentTypeSize = cursor.number<quint16>();
+    envelope->origin = flags & OriginFlag ? cursor.number<quint64>() : 0;
     envelope->topic = cursor.text(topicSize);
     envelope->contentType = cursor.text(contentTypeSize);
     envelope->properties.clear();
@@ -140,6 +142,7 @@ EnvelopeWriter::EnvelopeWriter(QByteArray* bytes)
 bool EnvelopeWriter::write(const Envelope& envelope)
 {
     quint64 size = quint64(FixedSize) + envelope.topic.size() + envelope.contentType.size() + envelope.payload.size();
+    size += envelope.origin ? sizeof envelope.origin : 0;
     for (const Envelope::Property& property : envelope.properties)
         size += 8 + property.first.size() + property.second.size();
     if (size > EnvelopeReader::GreatestSize || envelope.topic.size() > GreatestText ||
@@ -148,12 +151,14 @@ bool EnvelopeWriter::write(const Envelope& envelope)
     m_bytes->append(Mark, int(MarkSize));
     append(m_bytes, quint32(size));
     append(m_bytes, quint8(envelope.kind));
-    append(m_bytes, quint8(envelope.isKept ? KeptFlag : 0));
+    append(m_bytes, quint8((envelope.isKept ? KeptFlag : 0) | (envelope.origin ? OriginFlag : 0)));
     append(m_bytes, quint16(envelope.properties.size()));
     append(m_bytes, envelope.time);
     append(m_bytes, envelope.sequence);
     append(m_bytes, quint16(envelope.topic.size()));
     append(m_bytes, quint16(envelope.contentType.size()));
+    if (envelope.origin)
+        append(m_bytes, envelope.origin);
     append(m_bytes, envelope.topic);
     append(m_bytes, envelope.contentType);
     for (const Envelope::Property& property : envelope.properties) {

@@ -38,6 +38,7 @@ struct CORVELFRAMEWORK_EXPORT Envelope
     bool isKept = false;    ///< the server had it from before, and nobody knows since when
     qint64 time = 0;        ///< when the server or this computer got it, nanoseconds since 1970; 0 if it is not known
     quint64 sequence = 0;   ///< from 1 on, by one for each message that this reader is to get; 0 for none
+    quint64 origin = 0;     ///< see ReceivedMessage::origin; 0 for none
     std::string_view topic; ///< levels with "/" or "." between them, UTF-8
     std::string_view contentType;     ///< a media type; may be empty
     std::vector<Property> properties; ///< in the publisher's order; names can repeat
@@ -73,8 +74,8 @@ private:
  *
  * Each envelope begins with a mark, by which it is found again behind bytes that are none: little-endian are its size
  * from behind itself on (32 bits), kind and flags (8 each), the number of properties (16), time and sequence (64 each),
- * the sizes of topic and content type (16 each), then for each property the sizes of name and value (32 each) and both,
- * and the payload last.
+ * the sizes of topic and content type (16 each), the origin (64) if the flags say so, then for each property the sizes
+ * of name and value (32 each) and both, and the payload last.
  */
 class CORVELFRAMEWORK_EXPORT EnvelopeReader
 {

@@ -173,6 +173,17 @@ QByteArray EnvelopeSchemas::findOverdue(qint64 arrivalTime) const
     return QByteArray();
 }
 
+quint64 EnvelopeSchemas::findFirst() const
+{
+    quint64 first = ~Q_UINT64_C(0);
+    if (m_waiting == 0)
+        return first;
+    for (const Schema& schema : m_schemas)
+        for (const Waiting& waiting : schema.waiting)
+            first = qMin(first, waiting.end - quint64(waiting.bytes.size()));
+    return first;
+}
+
 std::vector<EnvelopeSchemas::Waiting> EnvelopeSchemas::release(std::string_view topic)
 {
     std::vector<Waiting> waiting;

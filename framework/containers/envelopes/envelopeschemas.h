@@ -49,6 +49,8 @@ public:
     /** A topic whose messages wait for too long, at @p arrivalTime, or all if that is no time; null when there is none.
      */
     QByteArray findOverdue(qint64 arrivalTime) const;
+    /** Where in the stream the first message that waits begins; the greatest number there is when none does. */
+    quint64 findFirst() const;
     /** The messages that waited; none does any more. */
     std::vector<Waiting> release(std::string_view topic);
     void setMissing(std::string_view topic);

@@ -20,6 +20,7 @@ const quint64 EndlessModulus = Q_UINT64_C(1) << 62;
 const quint8 MavlinkSequenceBits = 8;
 const quint64 LongestSkippedRun = 16384;
 const qint64 LongWait = 1000 * 1000;
+const int FrameShift = 44; // behind the numbers of messages, of which servers have fewer
 
 QString textOf(std::string_view bytes)
 {
@@ -54,6 +55,7 @@ ReceivedMessage messageOf(const Envelope& envelope, qint64 arrivalTime)
 {
     ReceivedMessage message;
     message.isKept = envelope.isKept;
+    message.origin = envelope.origin;
     if (!envelope.isKept) {
         message.time = arrivalTime;
         if (envelope.time > 0)
@@ -134,6 +136,7 @@ public:
         ReceivedMessage message = frame;
         message.sender = senderOf(frame.sender);
         message.isKept = m_common.isKept;
+        message.origin = m_common.origin ? m_common.origin + (m_frames++ << FrameShift) : 0;
         message.time = m_common.time;
         message.timeRest = m_common.timeRest;
         message.publishTime = m_common.publishTime;
@@ -167,6 +170,7 @@ private:
     const ReceivedMessage& m_common;
     EnvelopeNames* const m_names;
     StreamSink* const m_sink;
+    quint64 m_frames = 0;
 };
 
 } // namespace
@@ -225,6 +229,12 @@ void EnvelopeStreamDecoder::restart(quint64 offset)
 {
     m_private->pending.clear();
     m_private->place = m_private->reported = offset;
+}
+
+quint64 EnvelopeStreamDecoder::getKeptOffset() const
+{
+    const quint64 first = m_private->schemas.findFirst();
+    return m_private->pending.isEmpty() ? first : qMin(first, m_private->reported);
 }
 
 bool EnvelopeStreamDecoder::hasTimes() const

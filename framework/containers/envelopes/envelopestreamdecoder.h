@@ -29,6 +29,7 @@ public:
     void feed(const char* bytes, int size, qint64 arrivalTime, StreamSink* sink) override;
     void finish(StreamSink* sink) override;
     void restart(quint64 offset) override;
+    quint64 getKeptOffset() const override;
     bool hasTimes() const override;
     QString getSenderName(quint32 sender) const override;
     void publishTypes(QStringList* problems) const override;

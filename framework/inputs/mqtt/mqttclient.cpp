@@ -18,6 +18,7 @@ namespace
 {
 
 const int WaitMs = 50;
+const int ConfirmMs = 5;
 const std::chrono::seconds AnswerTime(5);
 const std::chrono::seconds SchemaTime(3);
 
@@ -88,7 +89,7 @@ void MqttClient::runWith(bool isFive)
     });
     QObject::connect(&connection, &MqttConnection::handled, &loop, [&] {
         askForSchemas();
-        connection.setPaused(!m_settings.session.isEmpty() && m_queue->isFull());
+        followQueue();
     });
     QObject::connect(&connection, &MqttConnection::ended, &loop, [&](const QString& reason) {
         m_mayBeOlder = connection.mayBeOlder();
@@ -96,18 +97,27 @@ void MqttClient::runWith(bool isFive)
     });
     const Clock::time_point start = Clock::now();
     QObject::connect(&timer, &QTimer::timeout, &loop, [&] {
+        followQueue();
         if (m_stopped)
             loop.quit();
         else if ((!m_isAccepted || !m_pending.empty()) && Clock::now() - start > AnswerTime)
             fail(QCoreApplication::translate("MqttInput", "no answer within %1 s").arg(qint64(AnswerTime.count())));
         else
             askForSchemas();
-        connection.setPaused(!m_settings.session.isEmpty() && m_queue->isFull());
     });
-    timer.start(WaitMs);
+    timer.start(m_settings.session.isEmpty() ? WaitMs : ConfirmMs);
     connection.open();
     loop.exec();
     connection.close();
+}
+
+/** With a session, takes no more than there is room for, and confirms what was passed on. */
+void MqttClient::followQueue()
+{
+    if (m_settings.session.isEmpty())
+        return;
+    m_connection->setPaused(m_isHeld || m_queue->isFull());
+    m_connection->confirm(m_confirmed);
 }
 
 void MqttClient::fail(const QString& error)
@@ -152,6 +162,8 @@ void MqttClient::processMessage(mosquitto*, void* self, const mosquitto_message*
                                 const mqtt5__property* properties)
 {
     MqttClient* const client = MqttConnection::ownerOf<MqttClient>(self);
+    if (message->qos > 0)
+        client->m_queue->countConfirmable();
     if (message->payloadlen > MqttCheck::GreatestPacket) {
         client->m_queue->addNotice(1,
                                    QCoreApplication::translate("MqttInput", "a message of %1 bytes of %2 is too large")

@@ -34,8 +34,8 @@ struct MqttSettings : MqttSetup
  * Reads topics of a broker on a thread of its own, until the connection is lost or this is destroyed.
  *
  * It only reads: with a session that ends with the connection, under a name of its own, without a will, and with a
- * quality of service for which a server keeps nothing. Where a session is named, the server keeps what comes meanwhile,
- * and what has no room in the queue waits there.
+ * quality of service for which a server keeps nothing. Where a session is named, the server keeps what comes meanwhile
+ * and what was not confirmed, and what has no room in the queue waits there.
  */
 class MqttClient
 {
@@ -47,12 +47,17 @@ public:
 
     /** Takes leave of the server soon. */
     void stop() { m_stopped = true; }
+    /** With a session: lets what comes from now on wait at the server. */
+    void hold() { m_isHeld = true; }
+    /** With a session: the server need not give the first @p count messages again. Any thread. */
+    void confirm(quint64 count) { m_confirmed = count; }
 
 private:
     typedef std::chrono::steady_clock Clock;
 
     void run();
     void runWith(bool isFive);
+    void followQueue();
     void subscribe(const QByteArray& filter);
     void askForSchemas();
     void fail(const QString& error);
@@ -67,6 +72,8 @@ private:
     const MqttSettings m_settings;
     MqttQueue* const m_queue;
     std::atomic<bool> m_stopped{false};
+    std::atomic<bool> m_isHeld{false};
+    std::atomic<quint64> m_confirmed{0};
 
     // All that follows belongs to the thread.
     MqttConnection* m_connection = nullptr;

@@ -206,17 +206,38 @@ void MqttInput::finish()
     m_queue.wake();
 }
 
+void MqttInput::confirm(quint64 offset)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    while (!m_receipts.empty() && m_receipts.front().end <= offset) {
+        m_client->confirm(m_receipts.front().confirmable);
+        m_receipts.pop_front();
+    }
+}
+
 ByteInput::Status MqttInput::read(QByteArray* bytes, int timeoutMs)
 {
     bytes->clear();
     if (m_cancelled)
         return Nothing;
     if (m_isFinished)
-        m_client->stop();
-    const MqttQueue::State state = m_queue.wait(MqttQueue::Receiving, timeoutMs);
-    *bytes = m_queue.take();
-    if (!bytes->isEmpty())
+        m_client->hold();
+    const MqttQueue::State state =
+        m_queue.wait(MqttQueue::Receiving, m_isFinished ? qMin(timeoutMs, SliceMs) : timeoutMs);
+    quint64 confirmable = 0;
+    *bytes = m_queue.take(&confirmable);
+    if (!bytes->isEmpty()) {
+        m_handedOut += quint64(bytes->size());
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (needsConfirmation())
+            m_receipts.push_back({m_handedOut, confirmable});
         return Data;
+    }
+    if (m_isFinished) {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_receipts.empty())
+            m_client->stop();
+    }
     if (state != MqttQueue::Ended || m_cancelled)
         return Nothing;
     if (m_isFinished)

@@ -6,7 +6,9 @@
 #include "mqttqueue.h"
 
 #include <atomic>
+#include <deque>
 #include <memory>
+#include <mutex>
 
 class MqttClient;
 struct MqttSettings;
@@ -26,6 +28,8 @@ public:
     Status read(QByteArray* bytes, int timeoutMs) override;
     void cancel() override;
     void finish() override;
+    bool needsConfirmation() const override { return !m_address.session.isEmpty(); }
+    void confirm(quint64 offset) override;
     bool isLive() const override { return true; }
     bool isDatagram() const override { return false; }
     qint64 getSize() const override { return -1; }
@@ -33,6 +37,13 @@ public:
     QVector<StreamProblem> takeNotices() override { return m_queue.takeNotices(); }
 
 private:
+    /** The end of a piece that was handed out, and how many messages are to be confirmed up to there. */
+    struct Receipt
+    {
+        quint64 end;
+        quint64 confirmable;
+    };
+
     bool readSettings(MqttSettings* settings);
 
     const InputAddress m_address;
@@ -40,6 +51,9 @@ private:
     std::atomic<bool> m_isFinished;
     MqttQueue m_queue;
     std::unique_ptr<MqttClient> m_client; // null before it is open
+    quint64 m_handedOut = 0;              // bytes
+    std::mutex m_mutex;                   // for what follows
+    std::deque<Receipt> m_receipts;
 };
 
 #endif

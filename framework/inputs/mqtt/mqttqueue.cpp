@@ -22,11 +22,12 @@ void MqttQueue::add(const Envelope& envelope)
         ++m_dropped;
         return;
     }
-    if (m_pieces.empty() || m_pieces.back().size() >= PieceSize) {
+    if (m_pieces.empty() || m_pieces.back().bytes.size() >= PieceSize) {
         m_pieces.emplace_back();
-        m_pieces.back().reserve(PieceSize + PieceSize / 4);
+        m_pieces.back().bytes.reserve(PieceSize + PieceSize / 4);
     }
-    QByteArray& piece = m_pieces.back();
+    m_pieces.back().confirmable = m_confirmable;
+    QByteArray& piece = m_pieces.back().bytes;
     const int before = int(piece.size());
     if (EnvelopeWriter(&piece).write(envelope))
         m_size += piece.size() - before;
@@ -34,6 +35,12 @@ void MqttQueue::add(const Envelope& envelope)
         ++m_dropped;
     if (before == 0)
         m_wake.notify_all();
+}
+
+void MqttQueue::countConfirmable()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    ++m_confirmable;
 }
 
 void MqttQueue::addNotice(int level, const QString& text)
@@ -80,12 +87,13 @@ MqttQueue::State MqttQueue::wait(State state, int timeoutMs)
     return m_state;
 }
 
-QByteArray MqttQueue::take()
+QByteArray MqttQueue::take(quint64* confirmable)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_pieces.empty())
         return QByteArray();
-    const QByteArray piece = std::move(m_pieces.front());
+    const QByteArray piece = std::move(m_pieces.front().bytes);
+    *confirmable = m_pieces.front().confirmable;
     m_pieces.pop_front();
     m_size -= piece.size();
     return piece;

@@ -25,6 +25,8 @@ public:
 
     /** For the thread of the client. */
     void add(const Envelope& envelope);
+    /** What is added next, or dropped, is to be confirmed to the server. */
+    void countConfirmable();
     void addNotice(int level, const QString& text);
     void setReceiving();
     /** The first error holds. */
@@ -35,8 +37,9 @@ public:
 
     /** For the reader: waits until there is something to take, or the state is another than @p state. */
     State wait(State state, int timeoutMs);
-    /** The oldest of what was received, about 64 KiB or a message; empty when there is nothing. */
-    QByteArray take();
+    /** The oldest of what was received, about 64 KiB or a message; empty when there is nothing. @p confirmable is then
+     * how many messages that are to be confirmed came up to its end. */
+    QByteArray take(quint64* confirmable);
     QVector<StreamProblem> takeNotices();
     qint64 getDroppedCount() const;
     QString getError() const;
@@ -49,7 +52,14 @@ private:
     std::condition_variable m_wake;
     State m_state = Connecting;
     QString m_error;
-    std::deque<QByteArray> m_pieces;
+    struct Piece
+    {
+        QByteArray bytes;
+        quint64 confirmable; // see take()
+    };
+
+    quint64 m_confirmable = 0; // that came
+    std::deque<Piece> m_pieces;
     qint64 m_size = 0; // bytes of them
     qint64 m_dropped = 0;
     qint64 m_droppedTold = 0;

@@ -277,7 +277,6 @@ natsStatus NatsConnection::setOptions(natsOptions* options, const NatsSettings& 
     void* const closure = reinterpret_cast<void*>(m_listener);
     if (isEncrypted)
         set(natsOptions_SetSecure(options, true));
-    set(natsOptions_SetSendAsap(options, true));
     set(natsOptions_SetDisconnectedCB(options, Callbacks::processLoss, closure));
     set(natsOptions_SetReconnectedCB(options, Callbacks::processReturn, closure));
     set(natsOptions_SetClosedCB(options, Callbacks::processEnd, closure));

@@ -32,6 +32,8 @@ public:
     enum Error
     {
         NoJetStream = 503,
+        NameInUse = 10013,
+        NoSuchConsumer = 10014,
         NoSuchStream = 10059
     };
 

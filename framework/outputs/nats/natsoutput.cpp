@@ -106,7 +106,9 @@ void NatsOutput::publish(std::size_t place)
     headers.append(qMakePair(QByteArray("ce-id"), QByteArray(pending.id)));
     headers.append(qMakePair(QByteArray("ce-time"), QByteArray(pending.time)));
     headers.append(qMakePair(QByteArray("Content-Type"), QByteArray(pending.event->getContentType())));
-    headers.append(qMakePair(QByteArray("Nats-Msg-Id"), QByteArray(pending.event->getSource() + '/' + pending.id)));
+    // What comes again when the program was killed, the server knows by what it came from.
+    const QByteArray identity = pending.origin ? QByteArray::number(pending.origin, 16) : pending.id;
+    headers.append(qMakePair(QByteArray("Nats-Msg-Id"), QByteArray(pending.event->getSource() + '/' + identity)));
     QString error;
     // Numbers begin with 1, because 0 stands for schemas.
     m_publisher->publish(pending.event->getTopic(), pending.payload, headers, m_popped + place + 1, &error);
