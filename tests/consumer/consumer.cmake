@@ -76,9 +76,14 @@ endforeach()
 set(headless "${WORK_DIR}/headless")
 build("${CMAKE_CURRENT_LIST_DIR}/headless" "${headless}" all
     "-DCMAKE_PREFIX_PATH=${prefixes}" "-DCMAKE_CXX_FLAGS=${SUBBUILD_FLAGS}" -DWANTED=Framework
-    -DCMAKE_DISABLE_FIND_PACKAGE_Qt${QT_MAJOR}Widgets=OFF)
-run("${headless}/headless")
-expect("what the program without a window prints" "${RUN_OUTPUT}" "roll in rad\n")
+    -DCMAKE_DISABLE_FIND_PACKAGE_Qt${QT_MAJOR}Widgets=OFF "-DEXAMPLES_DIR=${SOURCE_DIR}/examples")
+run("${prefix}/bin/corvel-simulate" --format mcap --duration 1 "${WORK_DIR}/drive.mcap")
+set(path "*/corvel.demo.Vehicle/pose/x")
+run("${headless}/readfield/readfield" "${WORK_DIR}/drive.mcap" "${path}")
+set(values "${RUN_OUTPUT}")
+string(REGEX MATCHALL "[0-9]+\t[0-9.]+\n" lines "${values}")
+list(LENGTH lines count)
+expect("the number of values of a second" "${count}" 20)
 set(package "${prefix}/${LIBDIR}/cmake/Corvel")
 foreach(row
         "Nothing|Gui|needs Widgets of Qt ${QT_MAJOR}.*which was not found. Framework and Base do without"
@@ -118,8 +123,8 @@ if(PKG_CONFIG)
         message(FATAL_ERROR "pkg-config names widgets for the framework: ${RUN_OUTPUT}")
     endif()
     separate_arguments(flags UNIX_COMMAND "${SUBBUILD_FLAGS} ${RUN_OUTPUT}")
-    run("${CXX}" -std=c++17 -fPIC "${CMAKE_CURRENT_LIST_DIR}/headless/main.cpp" -o "${headless}/bypkgconfig" ${flags}
+    run("${CXX}" -std=c++17 -fPIC "${SOURCE_DIR}/examples/readfield/main.cpp" -o "${headless}/bypkgconfig" ${flags}
         "-Wl,-rpath,${prefix}/${LIBDIR}")
-    run("${headless}/bypkgconfig")
-    expect("what the program built by pkg-config prints" "${RUN_OUTPUT}" "roll in rad\n")
+    run("${headless}/bypkgconfig" "${WORK_DIR}/drive.mcap" "${path}")
+    expect("what the program built by pkg-config prints" "${RUN_OUTPUT}" "${values}")
 endif()
