@@ -54,6 +54,11 @@ public:
 
     /** How many gaps are stored; later ones are only counted. Those stored already stay. */
     void setGapLimit(int limit);
+    /**
+     * Whether getGaps() has all gaps that are stored, which it has unless told. A view makes rows of what it has: of
+     * thousands of gaps, they take more than everything else, and are not needed before somebody unfolds them.
+     */
+    void setGapsListed(bool listed);
 
     /** Number of messages received. */
     unsigned int getCount() const;
@@ -72,8 +77,10 @@ public:
     unsigned int getCountWithUnknownTime() const;
     /** Receptions with a valid time whose interval could not be told. */
     unsigned int getCountWithKnownTimeButUnknownInterval() const;
-    /** The gaps stored, oldest first. */
+    /** The gaps stored, oldest first; only the first one of them while they are not listed, see setGapsListed(). */
     const QVector<MessageStatistics::Gap>& getGaps() const;
+    /** The gaps stored, oldest first, listed or not. */
+    const QVector<MessageStatistics::Gap>& getStoredGaps() const;
     /** Number of gaps found, stored or not. */
     int getNumberOfGaps() const;
     /** Whether more gaps were found than are stored. */
@@ -105,7 +112,9 @@ private:
     IntervalTracker* m_tracker; // null until a message has a time: most objects of a view that is long gone have none
     unsigned int m_countWithoutTime;
     int m_untimedInARow;
-    const qint64* m_streamTime; // of the newest message of any type; null when not known
+    bool m_gapsListed;
+    mutable QVector<MessageStatistics::Gap> m_firstGap; // what getGaps() has while they are not listed
+    const qint64* m_streamTime;                         // of the newest message of any type; null when not known
 };
 
 #endif

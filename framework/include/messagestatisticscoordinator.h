@@ -68,6 +68,9 @@ public:
     /** Forgets all messages and events; streams stay. */
     void clear();
 
+    /** Whether statistics that are made from now on list their gaps, see MessageStatistics::setGapsListed(). */
+    void setGapsListed(bool listed) { m_gapsListed = listed; }
+
     /** The statistics of a row of @p stream, or null when no such message came yet. */
     MessageStatistics* find(int stream, int row) const;
 
@@ -142,7 +145,7 @@ private:
 
     MessageStatistics* create(Stream* stream, int number, const Origin& origin);
     void setType(Stream* stream, Row* row, const Origin& origin);
-    static void useObject(const Stream* stream, Row* row, const MessageInfo* info);
+    void useObject(const Stream* stream, Row* row, const MessageInfo* info) const;
     static SenderStatistics statisticsOf(const Stream* stream, const SequenceCounter& numbers);
     static QString nameOf(const Stream* stream, const Row* row);
     void noteSender(Stream* stream, int sender);
@@ -155,6 +158,7 @@ private:
     QList<MessageStatistics*> m_all;     // those of m_rows, as the view asks for them once a row
     QList<MessageStatistics*> m_retired; // of streams that are gone
     QHash<int, unsigned int> m_events;
+    bool m_gapsListed;
 };
 
 #endif

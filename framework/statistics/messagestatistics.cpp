@@ -39,6 +39,7 @@ MessageStatistics::MessageStatistics(const MessageInfo* info, const QString& nam
     , m_tracker(0)
     , m_countWithoutTime(0)
     , m_untimedInARow(0)
+    , m_gapsListed(true)
     , m_streamTime(nullptr)
 {
 }
@@ -54,6 +55,7 @@ void MessageStatistics::reset()
     m_tracker = 0;
     m_countWithoutTime = 0;
     m_untimedInARow = 0;
+    m_firstGap.clear();
     m_streamTime = 0;
 }
 
@@ -91,6 +93,11 @@ void MessageStatistics::setGapLimit(int limit)
     if (!m_tracker)
         m_tracker = new IntervalTracker;
     m_tracker->setGapLimit(limit);
+}
+
+void MessageStatistics::setGapsListed(bool listed)
+{
+    m_gapsListed = listed;
 }
 
 unsigned int MessageStatistics::getCount() const
@@ -134,6 +141,16 @@ unsigned int MessageStatistics::getCountWithKnownTimeButUnknownInterval() const
 
 const QVector<MessageStatistics::Gap>& MessageStatistics::getGaps() const
 {
+    const QVector<Gap>& stored = getStoredGaps();
+    if (m_gapsListed || stored.isEmpty())
+        return stored;
+    if (m_firstGap.isEmpty())
+        m_firstGap.append(stored.first());
+    return m_firstGap;
+}
+
+const QVector<MessageStatistics::Gap>& MessageStatistics::getStoredGaps() const
+{
     return tracker().getGaps();
 }
 
@@ -144,7 +161,7 @@ int MessageStatistics::getNumberOfGaps() const
 
 bool MessageStatistics::hasUnstoredGaps() const
 {
-    return getNumberOfGaps() > getGaps().size();
+    return getNumberOfGaps() > getStoredGaps().size();
 }
 
 int MessageStatistics::getNumberOfMissingEpochs() const

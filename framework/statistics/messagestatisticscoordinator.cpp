@@ -115,7 +115,10 @@ MessageStatisticsCoordinator::SenderStatistics::SenderStatistics()
 {
 }
 
-MessageStatisticsCoordinator::MessageStatisticsCoordinator() {}
+MessageStatisticsCoordinator::MessageStatisticsCoordinator()
+    : m_gapsListed(true)
+{
+}
 
 MessageStatisticsCoordinator::~MessageStatisticsCoordinator()
 {
@@ -281,7 +284,7 @@ void MessageStatisticsCoordinator::noteSender(Stream* stream, int sender)
 }
 
 /** Lets the row go on in its object of that type and of the name that it has now. */
-void MessageStatisticsCoordinator::useObject(const Stream* stream, Row* row, const MessageInfo* info)
+void MessageStatisticsCoordinator::useObject(const Stream* stream, Row* row, const MessageInfo* info) const
 {
     const QString name = nameOf(stream, row);
     MessageStatistics* next = 0;
@@ -292,6 +295,9 @@ void MessageStatisticsCoordinator::useObject(const Stream* stream, Row* row, con
         next = new MessageStatistics(info, name);
         row->all.append(next);
     }
+    // Whoever shows the object has a new row for it, with nothing unfolded.
+    if (row->statistics != next)
+        next->setGapsListed(m_gapsListed);
     if (row->statistics && row->statistics != next)
         next->takeOver(row->statistics);
     row->statistics = next;

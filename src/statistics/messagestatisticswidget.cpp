@@ -8,6 +8,7 @@
 #include "statisticsrefresh.h"
 
 #include <QHeaderView>
+#include <QSet>
 #include <QSettings>
 #include <QStringList>
 #include <QVarLengthArray>
@@ -67,6 +68,31 @@ static QVector<QTreeWidgetItem*> gapRowsBelow(const QTreeWidgetItem* parent)
     std::stable_sort(rows.begin(), rows.end(), standsBefore);
     return rows;
 }
+
+/** Finds objects in lists that are nearly always one and the same. */
+class ListedStatistics
+{
+public:
+    bool contains(const QList<MessageStatistics*>& list, MessageStatistics* statistics)
+    {
+        CORVEL_DEBUG_HOOK();
+        // While it is shared nobody changes it.
+        if (!list.isSharedWith(m_list)) {
+            m_list = list;
+            m_set.clear();
+            return list.contains(statistics);
+        }
+        if (m_set.isEmpty()) {
+            Q_FOREACH (MessageStatistics* one, list)
+                m_set.insert(one);
+        }
+        return m_set.contains(statistics);
+    }
+
+private:
+    QList<MessageStatistics*> m_list;
+    QSet<MessageStatistics*> m_set; // of the same; empty until it is asked for twice
+};
 
 static bool isSameGap(const MessageStatistics::Gap& one, const MessageStatistics::Gap& other)
 {
@@ -190,10 +216,11 @@ void MessageStatisticsWidget::updateTree()
 bool MessageStatisticsWidget::updateItems()
 {
     CORVEL_DEBUG_HOOK();
+    ListedStatistics listed;
     Q_FOREACH (MessageStatistics* statistics, m_statisticsItems.keys()) {
         MessageStatisticsTreeWidgetItem* item = m_statisticsItems.value(statistics);
         // The list is deliberately asked for again for every row.
-        if (!m_coordinator->getAllMessageStatistics().contains(statistics) || !item ||
+        if (!listed.contains(m_coordinator->getAllMessageStatistics(), statistics) || !item ||
             item->getMessageStatistics() != statistics) {
             m_statisticsItems.remove(statistics);
             delete item;

@@ -66,6 +66,7 @@ RecordingPass::RecordingPass(std::unique_ptr<ByteInput> input, std::unique_ptr<S
     m_monitor.setListener(&m_watch);
     m_texts.setDescriptionLock(lock);
     m_texts.setListener([this](const Event& event, int row) { mark(event, row); });
+    m_coordinator.setGapsListed(false); // views ask for those of the types that somebody looks at
 }
 
 RecordingPass::~RecordingPass()

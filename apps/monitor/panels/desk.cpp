@@ -10,6 +10,7 @@ Desk::Desk(QObject* parent)
     , m_types(&m_coordinator)
     , m_sources(&m_factory, {&m_coordinator, &m_events, &m_latest, &m_tap})
 {
+    m_coordinator.setGapsListed(false); // before anybody unfolds them
     connect(&m_sources, &SourceModel::sessionAdded, this, &Desk::addSession);
     connect(&m_sources, &SourceModel::sessionAboutToBeRemoved, &m_types, &MessageTypeModel::removeSession);
     connect(&m_sources, &SourceModel::sessionRemoved, this, &Desk::chosenSourceChanged);

@@ -203,6 +203,11 @@ private Q_SLOTS:
         QCOMPARE(feed.statistics.getNumberOfGaps(), 3);
         QCOMPARE(feed.statistics.getNumberOfMissingEpochs(), 6);
         QCOMPARE(feed.statistics.getGaps().first().start, static_cast<unsigned long long>(before * 1000));
+
+        feed.statistics.setGapsListed(false);
+        QCOMPARE(int(feed.statistics.getGaps().size()), 1);
+        QCOMPARE(int(feed.statistics.getStoredGaps().size()), 2);
+        QVERIFY(feed.statistics.hasUnstoredGaps());
     }
 
     void everyReceptionIsCountedOnceInFewRows()

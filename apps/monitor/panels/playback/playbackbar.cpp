@@ -228,7 +228,7 @@ void PlaybackBar::addGaps(const MessageStatistics* statistics, const QString& na
 {
     if (!statistics)
         return;
-    for (const MessageStatistics::Gap& gap : statistics->getGaps()) {
+    for (const MessageStatistics::Gap& gap : statistics->getStoredGaps()) {
         if (contents->gaps.size() >= MostGaps)
             break;
         const qint64 length = qint64(gap.missingEpochs + 1) * qint64(gap.interval) * 1000;

@@ -112,6 +112,7 @@ MessageStatisticsWidget* StatisticsPanel::createWidget(MessageStatisticsCoordina
     widget->headerItem()->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
     widget->setItemDelegate(new StatisticsCells(widget));
     new EmptyHint(widget, tr("How often and how regularly messages come is told here once some were received."));
+    connect(widget, &QTreeWidget::itemExpanded, this, &StatisticsPanel::listGaps);
     connect(widget, &QTreeWidget::itemDoubleClicked, this, &StatisticsPanel::jumpToGap);
     QShortcut* const enter = new QShortcut(Qt::Key_Return, widget, nullptr, nullptr, Qt::WidgetShortcut);
     connect(enter, &QShortcut::activated, this, [this, widget]() { jumpToGap(widget->currentItem()); });
@@ -298,6 +299,16 @@ void StatisticsPanel::reveal(const Subject& subject)
     widget->setCurrentItem(row);
     row->setExpanded(true);
     widget->scrollToItem(row, QAbstractItemView::PositionAtTop);
+}
+
+/** Makes rows of all gaps below the one that was unfolded, if it is one of gaps. */
+void StatisticsPanel::listGaps(QTreeWidgetItem* item)
+{
+    auto* const row = item ? dynamic_cast<MessageStatisticsTreeWidgetItem*>(item->parent()) : nullptr;
+    if (!row || !row->getGap(item->child(0)))
+        return;
+    row->getMessageStatistics()->setGapsListed(true);
+    row->updateContents();
 }
 
 void StatisticsPanel::jumpToGap(QTreeWidgetItem* item)

@@ -51,6 +51,7 @@ protected:
 private:
     void reveal(const Subject& subject);
     MessageStatisticsWidget* createWidget(MessageStatisticsCoordinator* coordinator);
+    static void listGaps(QTreeWidgetItem* item);
     void jumpToGap(QTreeWidgetItem* item);
     void update();
     void updateSeen();
