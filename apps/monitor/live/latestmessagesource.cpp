@@ -174,6 +174,14 @@ void LatestMessageSource::noteArrival()
         m_tick.start();
 }
 
+void LatestMessageSource::showNow()
+{
+    if (m_suspended)
+        return;
+    m_tick.stop();
+    beginTick();
+}
+
 void LatestMessageSource::beginTick()
 {
     gatherPending();

@@ -62,6 +62,9 @@ public:
     void setSuspended(bool suspended);
     bool isSuspended() const { return m_suspended; }
 
+    /** Hands on what came, without waiting for the tick; for what somebody has just asked for. */
+    void showNow();
+
     /** Hands on everything that is kept once more, such as when its senders got other names. */
     void showAgain();
 

@@ -2,12 +2,12 @@
 
 #include "definitions.h"
 
-RecordingOverview::RecordingOverview(std::unique_ptr<ByteInput> input, std::unique_ptr<StreamOpener> opener,
+RecordingOverview::RecordingOverview(std::unique_ptr<PassInput> input, std::unique_ptr<PassInput> other,
                                      Definitions* definitions, QReadWriteLock* lock, QObject* parent)
     : QObject(parent)
     , m_definitions(definitions)
     , m_pass(
-          std::move(input), std::move(opener),
+          std::move(input), std::move(other),
           [this] {
               QMetaObject::invokeMethod(
                   this, [this] { follow(); }, Qt::QueuedConnection);
@@ -37,25 +37,27 @@ void RecordingOverview::follow()
 {
     const bool isOver = m_pass.isOver(); // asked first: the last figures come before it
     const bool isGrown = m_pass.takeFigures(&m_figures);
-    if (isGrown) {
-        // Types belong to a format before anybody hears of them.
-        QStringList problems;
+    qint64 time = 0;
+    QVector<EarlierMessage> messages;
+    const bool isFound = m_pass.takeFound(&time, &messages);
+    // Types belong to a format before anybody hears of them.
+    QStringList problems;
+    if (isGrown || isFound)
         m_definitions->publish(&problems);
+    for (const QString& problem : std::as_const(problems))
+        Q_EMIT annotationProblem(problem);
+    if (isGrown) {
         for (int i = 0; i < m_figures.rows.size(); ++i) {
             const OverviewRow& row = m_figures.rows.at(i);
             if (row.info && !m_numbers.contains({row.info, row.sender}))
                 m_numbers.insert({row.info, row.sender}, i);
         }
-        for (const QString& problem : std::as_const(problems))
-            Q_EMIT annotationProblem(problem);
         Q_EMIT grown();
     }
     if (isOver && !m_isComplete) {
         m_isComplete = true;
         Q_EMIT ended();
     }
-    qint64 time = 0;
-    QVector<EarlierMessage> messages;
-    if (m_pass.takeFound(&time, &messages))
+    if (isFound)
         Q_EMIT foundBefore(time, messages);
 }

@@ -21,10 +21,11 @@ class RecordingOverview : public QObject
 
 public:
     /**
+     * @param other        the recording once more, for findBefore() before the pass is over; may be null
      * @param definitions  that the stream is opened with; borrowed
      * @param lock         held while descriptions change that are in use; may be null
      */
-    RecordingOverview(std::unique_ptr<ByteInput> input, std::unique_ptr<StreamOpener> opener, Definitions* definitions,
+    RecordingOverview(std::unique_ptr<PassInput> input, std::unique_ptr<PassInput> other, Definitions* definitions,
                       QReadWriteLock* lock = nullptr, QObject* parent = nullptr);
     ~RecordingOverview() override;
 
@@ -50,7 +51,8 @@ public:
     /** Likewise the messages of a row; empty while the pass is under way. */
     RecordingDensity::Curve getDensity(int row) const;
 
-    /** Looks for the newest message of each type and sender before @p time, as soon as the pass is over. */
+    /** Looks for the newest message of each type and sender before @p time: for what is not far before it at once, and
+     * for all of it when the pass is over. */
     void findBefore(qint64 time) { m_pass.findBefore(time); }
 
     /** The statistics of a row; null while the pass is under way. */

@@ -49,12 +49,14 @@ void RecordingPass::StreamClock::follow(qint64 time)
     hasLast = true;
 }
 
-RecordingPass::RecordingPass(std::unique_ptr<ByteInput> input, std::unique_ptr<StreamOpener> opener,
+RecordingPass::RecordingPass(std::unique_ptr<PassInput> input, std::unique_ptr<PassInput> other,
                              const std::function<void()>& tell, QReadWriteLock* lock)
     : m_tell(tell)
-    , m_input(std::move(input), std::move(opener))
+    , m_input(std::move(input))
+    , m_other(std::move(other))
     , m_isOver(false)
     , m_position(0)
+    , m_rowsMet(0)
     , m_texts(&m_said, m_said.addSource(QString()), false,
               [this](const ReceivedMessage& message) { return m_stream.decoder->getSenderName(message.sender); })
     , m_watch(&m_events, m_events.addSource(QString()), false)
@@ -73,7 +75,9 @@ RecordingPass::~RecordingPass()
 {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_input.cancel();
+        m_input->cancel();
+        if (m_other)
+            m_other->cancel();
         m_wake.notify_all();
     }
     if (m_thread.joinable())
@@ -107,8 +111,9 @@ void RecordingPass::run()
         m_monitor.finish();
         gatherEvents();
     }
-    if (m_input.isCancelled())
+    if (m_input->isCancelled())
         return;
+    closeOther();
     showFigures();
     m_isOver = true;
     m_tell();
@@ -119,14 +124,14 @@ void RecordingPass::run()
 
 bool RecordingPass::open()
 {
-    if (!m_input.open(&m_stream)) {
-        m_error = m_input.getError();
+    if (!m_input->open(&m_stream)) {
+        m_error = m_input->getError();
         return false;
     }
-    m_size = m_input.get()->getSize();
+    m_size = m_input->get()->getSize();
     if (!m_stream.index)
         return true;
-    if (!m_stream.index->prepare([this](int) { return !m_input.isCancelled(); }))
+    if (!m_stream.index->prepare([this](int) { return !m_input->isCancelled(); }))
         return false;
     const qint64 start = m_stream.index->getStartTime();
     if (start != Message::NoTime && m_stream.index->getEndTime() != Message::NoTime) {
@@ -166,13 +171,16 @@ void RecordingPass::decode()
 {
     HandOn sink(&m_texts, &m_relay);
     QByteArray bytes;
-    while (!m_input.isCancelled()) {
-        const ByteInput::Status status = m_input.get()->read(&bytes, ReadTimeoutMs);
+    qint64 wish = 0;
+    while (!m_input->isCancelled()) {
+        if (takeWish(&wish))
+            lookBack(wish);
+        const ByteInput::Status status = m_input->get()->read(&bytes, ReadTimeoutMs);
         if (!bytes.isEmpty())
             m_stream.decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, &sink);
         m_position += quint64(bytes.size());
         if (status == ByteInput::Failed)
-            m_error = m_input.get()->getErrorString();
+            m_error = m_input->get()->getErrorString();
         if (status == ByteInput::End || status == ByteInput::Failed)
             break;
     }
@@ -181,7 +189,7 @@ void RecordingPass::decode()
 
 void RecordingPass::processReceived(const ReceivedMessage& message)
 {
-    if (m_input.isCancelled())
+    if (m_input->isCancelled())
         return;
     const int row = m_monitor.getIdentities().rowOf(message);
     m_counters.countMessage(message, row);
@@ -194,8 +202,10 @@ void RecordingPass::processReceived(const ReceivedMessage& message)
     const bool hasLead = message.offset >= m_end && message.offset - m_end <= MostLead;
     m_density.countMessage(row, message.time, hasLead ? m_end : message.offset);
     m_end = message.offset + quint64(message.size);
-    if (std::size_t(row) >= m_times.size())
+    if (std::size_t(row) >= m_times.size()) {
         m_times.resize(std::size_t(row) + 1, Times{Message::NoTime, Message::NoTime});
+        m_rowsMet = row + 1;
+    }
     if (message.time != Message::NoTime) {
         Times& times = m_times[std::size_t(row)];
         times.last = message.time;
@@ -208,7 +218,7 @@ void RecordingPass::processReceived(const ReceivedMessage& message)
 
 void RecordingPass::processProblem(const StreamProblem& problem)
 {
-    if (m_input.isCancelled())
+    if (m_input->isCancelled())
         return;
     m_monitor.processProblem(problem);
     switch (problem.kind) {

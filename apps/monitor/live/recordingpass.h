@@ -78,11 +78,12 @@ class RecordingPass : private StreamSink
 {
 public:
     /**
-     * @param tell  called on a thread of the pass when takeFigures() has something, and at the end
-     * @param lock  held while descriptions change that are in use; may be null
+     * @param other  the same recording once more, for wishes before the pass is over; without it they wait
+     * @param tell   called on a thread of the pass when takeFigures() or takeFound() has something, and at the end
+     * @param lock   held while descriptions change that are in use; may be null
      */
-    RecordingPass(std::unique_ptr<ByteInput> input, std::unique_ptr<StreamOpener> opener,
-                  const std::function<void()>& tell, QReadWriteLock* lock);
+    RecordingPass(std::unique_ptr<PassInput> input, std::unique_ptr<PassInput> other, const std::function<void()>& tell,
+                  QReadWriteLock* lock);
     /** Cancels, and waits for the threads. */
     ~RecordingPass() override;
 
@@ -90,7 +91,11 @@ public:
 
     /** The newest figures; false when they were taken before. Any thread. */
     bool takeFigures(OverviewFigures* figures);
-    /** Wishes for the newest message of each type and sender before @p time; of several wishes, the last one holds. */
+    /**
+     * Wishes for the newest message of each type and sender before @p time; of several wishes, the last one holds.
+     *
+     * While the pass is under way, those are found at once that are not far before it, and all of them when it is over.
+     */
     void findBefore(qint64 time);
     /** What was found, in the order of their times, and for which wish; false when it was taken before. Any thread. */
     bool takeFound(qint64* time, QVector<EarlierMessage>* messages);
@@ -130,21 +135,30 @@ private:
     bool open();
     void decode();
     void showFigures();
+    bool takeWish(qint64* time);
     bool waitForWish(qint64* time);
     bool isWishOld();
     void search(qint64 time);
+    bool canLookBack();
+    void closeOther();
+    void lookBack(qint64 time);
+    void handOut(const QHash<int, EarlierMessage>& found, const StreamIdentities& identities, qint64 time);
     void mark(const Event& event, int row);
     void gatherEvents();
     template <typename Sink>
-    bool readFrom(quint64 offset, Sink* sink);
+    bool readFrom(PassInput* input, const OpenedStream& stream, quint64 offset, Sink* sink);
 
     std::function<void()> m_tell;
-    PassInput m_input;
+    std::unique_ptr<PassInput> m_input;
     OpenedStream m_stream;
+    std::unique_ptr<PassInput> m_other; // null when it is of no use
+    OpenedStream m_otherStream;         // opened with the first wish
+    StreamIdentities m_otherIdentities;
     StreamRelay m_relay;
     std::thread m_thread; // opens and decodes
     std::atomic<bool> m_isOver;
     std::atomic<quint64> m_position;
+    std::atomic<int> m_rowsMet; // by the thread that counts
     qint64 m_size = -1;
     QString m_error;
     EventCauses m_said; // of the thread that decodes, as what follows
@@ -177,6 +191,7 @@ private:
     std::unique_ptr<OverviewFigures> m_figures;
     std::condition_variable m_wake; // there is a wish, or it is all over
     std::optional<qint64> m_wish;
+    std::optional<qint64> m_lookedBack; // the last wish, for which not everything was found
     std::optional<qint64> m_foundFor;
     QVector<EarlierMessage> m_found;
 };

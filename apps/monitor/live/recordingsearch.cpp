@@ -4,6 +4,7 @@
 #include "recordingindex.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace
 {
@@ -13,12 +14,20 @@ const int ReadTimeoutMs = 100;
 // What is not found among the messages of so many bytes is not where it was.
 const quint64 LongestLook = 1024 * 1024;
 
-/** Keeps the newest message of each row before a time. */
+// How far back messages are looked for while it is not known where they are, how much farther each time after that, and
+// when that has taken long enough for another time: where there is something of all that is known, and in any case.
+const qint64 FirstLookBack = 200 * 1000;
+const qint64 LookBackGrowth = 4;
+const qint64 LeastLookMs = 10;
+const qint64 MostLookMs = 60;
+
+/** Keeps the newest message of each row of a stretch of time. */
 class NewestSink : public StreamSink
 {
 public:
-    NewestSink(StreamIdentities* identities, qint64 before)
+    NewestSink(StreamIdentities* identities, qint64 from, qint64 before)
         : m_identities(identities)
+        , m_from(from)
         , m_before(before)
     {
     }
@@ -29,7 +38,7 @@ public:
             return;
         if (message.time >= m_before)
             isOver = true;
-        else
+        else if (message.time >= m_from)
             keep(message, m_identities->rowOf(message));
     }
     void processProblem(const StreamProblem&) override {}
@@ -49,6 +58,7 @@ public:
 
 private:
     StreamIdentities* m_identities;
+    qint64 m_from;
     qint64 m_before;
 };
 
@@ -111,11 +121,26 @@ bool RecordingPass::takeFound(qint64* time, QVector<EarlierMessage>* messages)
     return true;
 }
 
+/** Takes a wish while the pass is under way. */
+bool RecordingPass::takeWish(qint64* time)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (!m_wish || m_input->isCancelled())
+        return false;
+    *time = *m_wish;
+    m_lookedBack.swap(m_wish);
+    m_wish.reset();
+    return true;
+}
+
 bool RecordingPass::waitForWish(qint64* time)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
-    m_wake.wait(lock, [this] { return m_wish || m_input.isCancelled(); });
-    if (m_input.isCancelled())
+    if (!m_wish)
+        m_wish = m_lookedBack;
+    m_lookedBack.reset();
+    m_wake.wait(lock, [this] { return m_wish || m_input->isCancelled(); });
+    if (m_input->isCancelled())
         return false;
     *time = *m_wish;
     m_wish.reset();
@@ -126,31 +151,83 @@ bool RecordingPass::waitForWish(qint64* time)
 bool RecordingPass::isWishOld()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_wish || m_input.isCancelled();
+    return m_wish || m_input->isCancelled();
 }
 
 /** Reads until @p sink has enough; false when what it looks for is not wanted any more, or cannot be read. */
 template <typename Sink>
-bool RecordingPass::readFrom(quint64 offset, Sink* sink)
+bool RecordingPass::readFrom(PassInput* input, const OpenedStream& stream, quint64 offset, Sink* sink)
 {
-    if (!m_input.get()->seek(qint64(offset)))
+    if (!input->get()->seek(qint64(offset)))
         return false;
-    m_stream.decoder->restart(offset);
+    stream.decoder->restart(offset);
     QByteArray bytes;
     while (!sink->isOver) {
         if (isWishOld())
             return false;
-        const ByteInput::Status status = m_input.get()->read(&bytes, ReadTimeoutMs);
+        const ByteInput::Status status = input->get()->read(&bytes, ReadTimeoutMs);
         if (status == ByteInput::Data)
-            m_stream.decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, sink);
+            stream.decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, sink);
         if (status == ByteInput::Failed)
             return false;
         if (status == ByteInput::End) {
-            m_stream.decoder->finish(sink);
+            stream.decoder->finish(sink);
             break;
         }
     }
     return true;
+}
+
+/** Whether it takes little to open the recording once more; one that is decompressed into other files takes long. */
+bool RecordingPass::canLookBack()
+{
+    if (!m_other || m_otherStream.decoder)
+        return m_other != nullptr;
+    bool isAsItIs = m_stream.index != nullptr;
+    for (const InputFile& file : m_input->get()->getFiles())
+        isAsItIs = isAsItIs && file.path.startsWith(m_input->get()->getName());
+    if (!isAsItIs || !m_other->open(&m_otherStream) || !m_otherStream.index ||
+        !m_otherStream.index->prepare([this](int) { return !m_input->isCancelled(); })) {
+        closeOther();
+        return false;
+    }
+    m_otherIdentities.setDecoder(m_otherStream.decoder.get());
+    return true;
+}
+
+void RecordingPass::closeOther()
+{
+    m_otherStream = OpenedStream();
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_other.reset();
+}
+
+/** Finds what is not far before a time while it is not known where anything is: reads the last moments before it, then
+ * longer ones before these, until there is something of all that the pass has met. */
+void RecordingPass::lookBack(qint64 time)
+{
+    if (!canLookBack())
+        return;
+    const qint64 start = m_otherStream.index->getStartTime();
+    QHash<int, EarlierMessage> found;
+    QElapsedTimer timer;
+    timer.start();
+    qint64 until = time;
+    for (qint64 span = FirstLookBack;
+         until > start && timer.elapsed() < (found.size() < m_rowsMet ? MostLookMs : LeastLookMs);
+         span *= LookBackGrowth) {
+        const qint64 from = until - start > span ? until - span : start;
+        NewestSink stretch(&m_otherIdentities, from, until);
+        if (!readFrom(m_other.get(), m_otherStream, m_otherStream.index->findOffset(from), &stretch))
+            return;
+        const auto before = found.size();
+        for (auto message = stretch.messages.cbegin(); message != stretch.messages.cend(); ++message)
+            if (!found.contains(message.key()))
+                found.insert(message.key(), *message);
+        if (found.size() > before)
+            handOut(found, m_otherIdentities, time);
+        until = from;
+    }
 }
 
 /** Finds the newest messages before a time, and hands them out. */
@@ -159,8 +236,8 @@ void RecordingPass::search(qint64 time)
     StreamIdentities& identities = m_monitor.getIdentities();
     qint64 from = 0;
     std::vector<RecordingDensity::Place> places = m_density.getPlacesBefore(time, &from);
-    NewestSink found(&identities, time);
-    if (from < time && !readFrom(m_stream.index->findOffset(from), &found))
+    NewestSink found(&identities, std::numeric_limits<qint64>::min(), time);
+    if (from < time && !readFrom(m_input.get(), m_stream, m_stream.index->findOffset(from), &found))
         return;
     PlaceSink rest(&identities, &found, places);
     std::sort(places.begin(), places.end(),
@@ -172,16 +249,22 @@ void RecordingPass::search(qint64 time)
             rest.current = place.row;
             rest.end = place.offset + LongestLook;
             rest.isOver = false;
-            if (!readFrom(offset, &rest))
+            if (!readFrom(m_input.get(), m_stream, offset, &rest))
                 return;
         }
     }
+    handOut(found.messages, identities, time);
+}
+
+/** Hands out what was found for a wish, in the order of the times. */
+void RecordingPass::handOut(const QHash<int, EarlierMessage>& found, const StreamIdentities& identities, qint64 time)
+{
     QVector<EarlierMessage> messages;
-    for (auto message = found.messages.begin(); message != found.messages.end(); ++message) {
+    for (auto message = found.begin(); message != found.end(); ++message) {
         const StreamIdentities::Row& row = identities.getRows().at(message.key());
-        message->typeName = row.typeName;
-        message->sender = identities.getSenderName(row.sender);
         messages.append(*message);
+        messages.last().typeName = row.typeName;
+        messages.last().sender = identities.getSenderName(row.sender);
     }
     std::sort(messages.begin(), messages.end(),
               [](const EarlierMessage& a, const EarlierMessage& b) { return a.time < b.time; });

@@ -166,12 +166,17 @@ void SourceSession::processDecoderChange()
 
 void SourceSession::startOverview()
 {
-    SourceParts parts;
-    QString error;
+    const auto open = [this]() {
+        SourceParts parts;
+        QString error;
+        return m_factory->create(m_options, &parts, &error)
+                   ? std::make_unique<PassInput>(std::move(parts.input), std::move(parts.opener))
+                   : nullptr;
+    };
     m_overview.reset();
-    if (m_factory->create(m_options, &parts, &error)) { // else the stream has told
-        m_overview.reset(new RecordingOverview(std::move(parts.input), std::move(parts.opener),
-                                               m_factory->getDefinitions(), m_factory->getDescriptionLock()));
+    if (std::unique_ptr<PassInput> input = open()) { // else the stream has told
+        m_overview.reset(new RecordingOverview(std::move(input), open(), m_factory->getDefinitions(),
+                                               m_factory->getDescriptionLock()));
         connect(m_overview.get(), &RecordingOverview::grown, this, &SourceSession::overviewGrown);
         connect(m_overview.get(), &RecordingOverview::ended, this, &SourceSession::overviewEnded);
         connect(m_overview.get(), &RecordingOverview::annotationProblem, this, [this](const QString& text) {
@@ -204,7 +209,7 @@ void SourceSession::takeEarlier(qint64 time, const QVector<EarlierMessage>& mess
         entries.append(entry);
     }
     m_latest.addEarlier(entries);
-    m_receivers.latest->noteArrival();
+    m_receivers.latest->showNow();
 }
 
 void SourceSession::processSought(qint64 time)

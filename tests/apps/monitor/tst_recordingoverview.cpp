@@ -22,14 +22,17 @@ struct Pass
 {
     explicit Pass(const QString& path)
     {
+        overview.reset(new RecordingOverview(open(path), open(path), factory.getDefinitions()));
+    }
+    std::unique_ptr<PassInput> open(const QString& path)
+    {
         SourceOptions options;
         options.address = path;
         SourceParts parts;
         QString error;
         if (!factory.create(options, &parts, &error))
             qWarning("%s", qPrintable(error));
-        overview.reset(
-            new RecordingOverview(std::move(parts.input), std::move(parts.opener), factory.getDefinitions()));
+        return std::make_unique<PassInput>(std::move(parts.input), std::move(parts.opener));
     }
     bool run()
     {
@@ -76,6 +79,7 @@ private Q_SLOTS:
     void itSaysWhatThereIs();
     void statisticsAreThoseOfAMonitor();
     void itIsCancelled();
+    void whatWasBeforeIsFoundMeanwhile();
     void densityIsFlatInMemory();
 
 private:
@@ -181,6 +185,25 @@ void tst_recordingoverview::itIsCancelled()
         QCoreApplication::processEvents();
         QVERIFY(ends.isEmpty() || i > 1);
     }
+}
+
+void tst_recordingoverview::whatWasBeforeIsFoundMeanwhile()
+{
+    Pass pass(m_folder.write("before.tlog", m_script.bytes("1000000:H1").repeated(500000) +
+                                                m_script.bytes("5000000:A2") +
+                                                m_script.bytes("9000000:H3").repeated(500000)));
+    QStringList found;
+    connect(pass.overview.get(), &RecordingOverview::foundBefore, this,
+            [&](qint64, const QVector<EarlierMessage>& messages) {
+                QString names = pass.overview->isComplete() ? "at the end:" : "at once:";
+                for (const EarlierMessage& message : messages)
+                    names += ' ' + message.typeName;
+                found.append(names);
+            });
+    pass.overview->findBefore(qint64(MavlinkScript::Noon) + 5100000);
+    QVERIFY(pass.run());
+    QVERIFY(waitFor([&]() { return !found.isEmpty() && found.last() == "at the end: HEARTBEAT ATTITUDE"; }));
+    QVERIFY2(found.first().startsWith("at once:") && found.first().endsWith("ATTITUDE"), qPrintable(found.first()));
 }
 
 void tst_recordingoverview::densityIsFlatInMemory()
