@@ -1,12 +1,13 @@
 // How soon the monitor's window answers while messages arrive at a high rate, whether any are missing from the counts,
 // and what memory it takes.
 //
-// bench_monitor [udp|file|full] [messages a second] [seconds] [senders] [type|typeAndSender|sender]
+// bench_monitor [udp|file|full] [messages a second] [seconds] [senders] [type|typeAndSender|sender] [panel]
 //
 // "udp" sends what corvel-simulate sends to the window over UDP, "file" plays a recording at that rate, and "full"
 // plays one as fast as possible. A thread posts an event to the window's thread every 5 ms and notes how long each
 // waits. With
-// several senders each sends 18 types, in turn, and the tree has the rows that are named.
+// several senders each sends 18 types, in turn, and the tree has the rows that are named. "statistics" or "events", for
+// instance, is shown in front of the panels that share its place.
 
 #include "fleetframes.h"
 #include "latestmessagesource.h"
@@ -118,6 +119,7 @@ int main(int argc, char** argv)
                                                                     : rows == "sender" ? TreeRows::BySender
                                                                                        : TreeRows::ByTypeAndSender);
     window.show();
+    window.showPanel(QString::fromLocal8Bit(argc > 6 ? argv[6] : "types"));
     StreamSource::Playback playback;
     playback.messagesPerSecond = mode == "file" ? rate : 0;
     window.setPlayback(playback);
