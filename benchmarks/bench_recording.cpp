@@ -23,8 +23,10 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -49,6 +51,13 @@ double seconds(const QElapsedTimer& timer)
 double secondsWorked()
 {
     return double(std::clock()) / CLOCKS_PER_SEC;
+}
+
+void rest(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
 /** A line of /proc/self/status, in megabytes. */
@@ -96,25 +105,25 @@ private:
 bool writeTlog(QFile* file, qint64 size, Schedule* schedule, int types)
 {
     const std::unique_ptr<MavlinkDialect> dialect(MavlinkDialect::loadBuiltIn());
-    QVector<const MavlinkMessageInfo*> infos;
-    for (quint32 id = 0; infos.size() < types && id < 20000; ++id)
-        if (const MavlinkMessageInfo* const info = dialect->find(id))
-            infos.append(info);
+    const QVector<const MessageInfo*> infos = dialect->getMessageInfos();
     std::minstd_rand random;
     QByteArray bytes;
-    MavlinkEncoder::FrameHeader header;
     // With all numbers that a frame can have, so that only times are written anew.
-    std::vector<std::vector<QByteArray>> frames(std::size_t(infos.size()), std::vector<QByteArray>(256));
-    for (int number = 0; file->pos() + bytes.size() < size; number = (number + 1) % 256) {
+    std::vector<std::vector<QByteArray>> frames(std::size_t(types), std::vector<QByteArray>(256));
+    std::vector<quint8> numbers(256, 0); // of systems
+    while (file->pos() + bytes.size() < size) {
         qint64 milliseconds = 0;
         const int type = schedule->next(&milliseconds);
-        QByteArray& frame = frames[std::size_t(type)][std::size_t(number)];
+        MavlinkEncoder::FrameHeader header;
+        header.system = quint8(1 + type / infos.size()); // where there are not so many types
+        header.sequence = numbers[header.system]++;
+        QByteArray& frame = frames[std::size_t(type)][header.sequence];
         if (frame.isEmpty()) {
-            QByteArray payload(infos.at(type)->getFullLength(), 0);
+            const auto* const info = static_cast<const MavlinkMessageInfo*>(infos.at(type % infos.size()));
+            QByteArray payload(info->getFullLength(), 0);
             for (char& byte : payload)
                 byte = char(random() >> 8);
-            header.sequence = quint8(number);
-            frame = MavlinkEncoder::toFrame(header, infos.at(type)->getId(), infos.at(type)->getCrcExtra(), payload);
+            frame = MavlinkEncoder::toFrame(header, info->getId(), info->getCrcExtra(), payload);
         }
         const quint64 time = qToBigEndian(quint64(Start + milliseconds * 1000));
         bytes.append(reinterpret_cast<const char*>(&time), sizeof time);
@@ -211,8 +220,7 @@ public:
                          [this](const MessageInfo*) { m_shown.clear(); });
         m_window.resize(1280, 800);
         m_window.show();
-        for (int i = 0; i < 20; ++i)
-            QApplication::processEvents(QEventLoop::AllEvents, 20);
+        rest(500);
         m_memoryBefore = megabytesInUse();
         m_timer.start();
         m_workedBefore = secondsWorked();
@@ -237,8 +245,7 @@ public:
         const double complete = seconds(m_timer);
         const double worked = secondsWorked() - m_workedBefore;
         const double most = megabytesOf("VmHWM");
-        for (int i = 0; i < 50; ++i)
-            QApplication::processEvents(QEventLoop::AllEvents, 20);
+        rest(1000);
         probe.stop();
         QApplication::processEvents();
         std::printf("first message after %.0f ms, overview after %.2f s, for which the processors worked %.2f s\n",
@@ -258,8 +265,7 @@ public:
         for (int i = 0; i < Places && (!beforeComplete || !isComplete()); ++i) {
             const qint64 time = source->getStartTime() + length / 100 +
                                 qint64(double(length) * 0.98 * double(random()) / double(std::minstd_rand::max()));
-            for (int turn = 0; turn < 15; ++turn) // the time between two clicks
-                QApplication::processEvents(QEventLoop::AllEvents, 20);
+            rest(100); // the time between two clicks
             m_shown.clear();
             QElapsedTimer timer;
             timer.start();

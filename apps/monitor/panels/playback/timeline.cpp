@@ -73,9 +73,8 @@ qint64 TimeLine::timeAt(double x) const
     return m_contents.start + qint64(part * double(m_contents.end - m_contents.start));
 }
 
-double TimeLine::placeOf(qint64 time) const
+double TimeLine::placeOf(qint64 time, const QRect& area) const
 {
-    const QRect area = ground();
     const double length = qMax(1.0, double(m_contents.end - m_contents.start));
     return area.left() + area.width() * qBound(0.0, double(time - m_contents.start) / length, 1.0);
 }
@@ -214,8 +213,8 @@ std::vector<double> TimeLine::missing() const
     QSet<int> kinds;
     for (const Mark& gap : m_contents.gaps) {
         kinds.insert(gap.text);
-        const double from = placeOf(gap.start) - area.left();
-        const double to = placeOf(gap.end) - area.left();
+        const double from = placeOf(gap.start, area) - area.left();
+        const double to = placeOf(gap.end, area) - area.left();
         for (int x = int(from); x < to && x < int(all.size()); ++x)
             all[std::size_t(x)] += qMin(to, x + 1.0) - qMax(from, double(x));
     }
@@ -240,10 +239,11 @@ void TimeLine::drawGaps(QPainter* painter, int y, int height, const QColor& colo
 
 void TimeLine::drawMarks(QPainter* painter, const QVector<Mark>& marks, int y, int height, const QColor& colour) const
 {
-    double drawn = -1; // of many marks in one pixel, one is enough
+    const QRect area = ground(); // once: it asks the style
+    double drawn = -1;           // of many marks in one pixel, one is enough
     for (const Mark& mark : marks) {
-        const double left = std::floor(placeOf(mark.start));
-        const double right = qMax(left + 2, std::ceil(placeOf(mark.end)));
+        const double left = std::floor(placeOf(mark.start, area));
+        const double right = qMax(left + 2, std::ceil(placeOf(mark.end, area)));
         if (right <= drawn)
             continue;
         painter->fillRect(QRectF(qMax(left, drawn), y, right - qMax(left, drawn), height), colour);
@@ -302,5 +302,6 @@ void TimeLine::paintEvent(QPaintEvent*)
     painter.drawPixmap(0, 0, m_drawn);
     if (m_position < m_contents.start || m_position > m_contents.end)
         return;
-    painter.fillRect(QRectF(std::floor(placeOf(m_position)), 0, 2, height()), palette().color(QPalette::WindowText));
+    painter.fillRect(QRectF(std::floor(placeOf(m_position, ground())), 0, 2, height()),
+                     palette().color(QPalette::WindowText));
 }

@@ -72,7 +72,7 @@ protected:
 private:
     QRect ground() const;
     qint64 timeAt(double x) const;
-    double placeOf(qint64 time) const;
+    double placeOf(qint64 time, const QRect& area) const;
     void moveSlider(int x);
     void drawAll();
     /** How much of each pixel's time is in gaps, from 0 to 1 where all that has gaps is missing all the time. */
