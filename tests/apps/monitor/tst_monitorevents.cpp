@@ -358,8 +358,8 @@ void tst_monitorevents::theNewestEventStaysInSight()
     desk.panel.getView()->scrollToBottom();
     QCOMPARE(add(), QString("end"));
     desk.panel.getView()->sortByColumn(EventModel::EventColumn, Qt::DescendingOrder);
-    desk.panel.getView()->scrollToTop();
-    QCOMPARE(add(), QString("top"));
+    desk.panel.getView()->scrollToBottom();
+    QCOMPARE(add(), QString("between"));
 }
 
 void tst_monitorevents::eventsLeadToTheirTimes()

@@ -158,7 +158,7 @@ QString EventModel::toolTip(int row, int column) const
     switch (column) {
     case EventColumn: {
         const QString newest = m_causes->newestTextOf(cause);
-        return newest == m_causes->textOf(cause) ? newest : tr("The last one: %1").arg(newest);
+        return newest == m_causes->textOf(cause) ? QString() : tr("The last one: %1").arg(newest);
     }
     case FirstColumn:
     case LastColumn: {
@@ -169,7 +169,7 @@ QString EventModel::toolTip(int row, int column) const
     case LastSeenColumn:
         return clockText(column == FirstSeenColumn ? cause.firstSeen : cause.lastSeen, true);
     default:
-        return textAt(row, column);
+        return QString(); // what is cut is told anyway
     }
 }
 

@@ -174,6 +174,9 @@ void EventPanel::createView()
     header->setSectionHidden(EventModel::FirstSeenColumn, true);
     header->setSectionHidden(EventModel::TypeColumn, true);
     ColumnChoice::offer(header, EventModel::SourceColumn);
+    for (const int column : {EventModel::FirstSeenColumn, EventModel::LastSeenColumn})
+        connect(header->actions().at(column - EventModel::SourceColumn), &QAction::toggled, this,
+                &EventPanel::followOverview);
     QAction* const unsorted = new QAction(tr("In the Order They Came"), header);
     connect(unsorted, &QAction::triggered, this, [this]() { m_view->sortByColumn(-1, Qt::AscendingOrder); });
     header->addAction(unsorted);
