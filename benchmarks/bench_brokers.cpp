@@ -5,12 +5,15 @@
 //
 // Starts a broker: mosquitto, or a cluster of three nats-servers that keep a stream three times. One of these is killed
 // after a third of the time and comes back ten seconds later. Another process publishes frames of MAVLink in the topics
-// of so many vehicles, each with its own numbering, so what is lost shows in the numbers as well as in the count.
+// of so many vehicles. What is in one message has a number of its own in its first frame, by which is told what did not
+// come and what came twice. The vehicles' own numbers count as well; where a cluster takes again what it had refused,
+// they are late, and what the window calls lost.
 // A thread posts an event to the window's thread every 5 ms and notes how long each waits.
 
 #include "fleetframes.h"
 #include "latestmessagesource.h"
 #include "mainwindow.h"
+#include "mavlinkcrc.h"
 #include "natsserver.h"
 #include "sourcemodel.h"
 #include "treepanel.h"
@@ -19,6 +22,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QtEndian>
 #include <QTimer>
 
 #include <cinttypes>
@@ -27,6 +31,7 @@
 #include <future>
 #include <memory>
 #include <mutex>
+#include <set>
 
 namespace
 {
@@ -45,22 +50,78 @@ struct Plan
     int framesInOne;
 };
 
+quint32 idOf(const QByteArray& frame)
+{
+    return quint8(frame.at(7)) | quint32(quint8(frame.at(8))) << 8;
+}
+
 /** What one vehicle says at one moment, and the topic that it says it in. */
 struct Publication
 {
+    /** With that number in it. */
+    const QByteArray& numbered(std::uint64_t number)
+    {
+        char* const frame = payload.data();
+        qToLittleEndian(quint32(number), frame + FrameHead);
+        const int end = FrameHead + quint8(frame[1]);
+        const quint16 crc = MavlinkCrc::calculate(frame + 1, end - 1);
+        qToLittleEndian(MavlinkCrc::add(crc, crcExtra), frame + end);
+        return payload;
+    }
+
+    static const int FrameHead = 10;
+
     int sender;
+    quint8 crcExtra; // of the first frame
     QByteArray payload;
+};
+
+/** Which of the numbered messages came. */
+class Tally : public StreamSink
+{
+public:
+    explicit Tally(const Plan& plan)
+    {
+        const std::vector<QByteArray> frames = fleetFrames(1, 1);
+        for (std::size_t i = 0; i < frames.size(); i += std::size_t(plan.framesInOne))
+            m_first.insert(idOf(frames[i]));
+    }
+
+    void processReceived(const ReceivedMessage& message) override
+    {
+        if (message.size < Publication::FrameHead + 4 || m_first.count(message.id) == 0)
+            return;
+        const auto number = std::size_t(qFromLittleEndian<quint32>(message.data + Publication::FrameHead));
+        if (number >= m_hasCome.size())
+            m_hasCome.resize(number + 1000000);
+        if (m_hasCome[number])
+            ++m_twice;
+        else
+            ++m_count;
+        m_hasCome[number] = true;
+    }
+    void processProblem(const StreamProblem&) override {}
+
+    quint64 getCount() const { return m_count; }
+    quint64 getTwice() const { return m_twice; }
+
+private:
+    std::set<quint32> m_first; // the types of numbered frames
+    std::vector<bool> m_hasCome;
+    quint64 m_count = 0;
+    quint64 m_twice = 0;
 };
 
 std::vector<Publication> publications(const Plan& plan)
 {
     // fleetFrames() lets one sender after the other say all of its 18 types.
     std::vector<Publication> all;
+    const std::unique_ptr<MavlinkDialect> dialect(MavlinkDialect::loadBuiltIn());
     int next = 0;
     for (const QByteArray& frame : fleetFrames(plan.senders, Rounds)) {
         const int place = next++ % 18;
         if (place % plan.framesInOne == 0)
-            all.push_back({(next - 1) / 18 % plan.senders, QByteArray()});
+            all.push_back({(next - 1) / 18 % plan.senders, dialect->find(idOf(frame))->getCrcExtra(), QByteArray()});
         all.back().payload += frame;
     }
     return all;
@@ -70,7 +131,8 @@ std::vector<Publication> publications(const Plan& plan)
 template <class Publish>
 std::uint64_t publishAll(const Plan& plan, const Publish& publish)
 {
-    const std::vector<Publication> all = publications(plan);
+    std::vector<Publication> all = publications(plan);
+    Publication pause = {-1, 0, QByteArray()};
     const Clock::time_point start = Clock::now();
     std::uint64_t sent = 0;
     for (;;) {
@@ -82,7 +144,7 @@ std::uint64_t publishAll(const Plan& plan, const Publish& publish)
                 if (!publish(all[std::size_t(sent % all.size())], sent))
                     return sent;
             }
-            publish({-1, QByteArray()}, sent);
+            publish(pause, sent);
         }
         if (passed >= plan.seconds)
             return sent;
@@ -104,7 +166,7 @@ std::uint64_t publishMqtt(const Plan& plan, quint16 port)
     for (int i = 0; i < plan.senders; ++i)
         topics.push_back("fleet/" + QByteArray::number(i + 1) + "/mavlink");
     QByteArray packets;
-    const std::uint64_t sent = publishAll(plan, [&](const Publication& publication, std::uint64_t) {
+    const std::uint64_t sent = publishAll(plan, [&](Publication& publication, std::uint64_t number) {
         if (publication.sender < 0) {
             socket.write(packets);
             packets.resize(0);
@@ -121,7 +183,7 @@ std::uint64_t publishMqtt(const Plan& plan, quint16 port)
         packets += char(topic.size() / 256);
         packets += char(topic.size() % 256);
         packets += topic;
-        packets += publication.payload;
+        packets += publication.numbered(number);
         return true;
     });
     socket.write(QByteArray::fromHex("e000"));
@@ -220,7 +282,7 @@ private:
         StallMs = 1000
     };
     static const int64_t MostStored = 256 * 1024 * 1024;
-    static const int64_t DuplicatesNs = 20 * INT64_C(1000000000);
+    static const int64_t DuplicatesNs = 60 * INT64_C(1000000000);
 
     /** Takes the message; false where the servers take nothing for a minute. */
     bool publish(natsMsg* message, jsPubOptions* options)
@@ -284,9 +346,9 @@ std::uint64_t publishStored(const Plan& plan, const QString& hosts)
     std::vector<QByteArray> subjects;
     for (int i = 0; i < plan.senders; ++i)
         subjects.push_back("fleet." + QByteArray::number(i + 1) + ".mavlink");
-    const std::uint64_t sent = publishAll(plan, [&](const Publication& publication, std::uint64_t number) {
+    const std::uint64_t sent = publishAll(plan, [&](Publication& publication, std::uint64_t number) {
         return publication.sender < 0 ||
-               publisher.store(subjects[std::size_t(publication.sender)], publication.payload, number);
+               publisher.store(subjects[std::size_t(publication.sender)], publication.numbered(number), number);
     });
     return publisher.finish() ? sent : 0;
 }
@@ -390,7 +452,9 @@ int run(const Plan& plan, char** argv)
     window.setPlayback(playback);
     if (!window.openAddress(address))
         return 1;
-    const SourceSession* const session = window.getSources()->getSession(0);
+    SourceSession* const session = window.getSources()->getSession(0);
+    Tally tally(plan);
+    session->getSource()->addObserver(&tally);
     QElapsedTimer clock;
     clock.start();
     while (session->getState() != SourceSession::Receiving && clock.elapsed() < 15000)
@@ -434,26 +498,28 @@ int run(const Plan& plan, char** argv)
     probe.stop();
     QApplication::processEvents();
 
-    const auto sent = publisher.readAllStandardOutput().trimmed().toULongLong() * quint64(plan.framesInOne);
+    const quint64 sent = publisher.readAllStandardOutput().trimmed().toULongLong();
     const ReceptionCounters& counters = session->getCounters();
     const quint64 received = counters.getMessageCount() + counters.getUnknownCount();
     quint64 lost = 0;
+    quint64 late = 0;
     quint64 repeated = 0;
     for (const auto& sender : window.getDesk()->getCoordinator()->getSenderStatistics()) {
         lost += sender.lost;
+        late += sender.late;
         repeated += sender.repeated;
     }
-    std::printf("%s, %d senders, %d in one: %llu sent, %llu received, %lld missing; by their numbers %llu lost, %llu "
-                "repeated; %.0f a second for %.0f s\n",
-                argv[1], plan.senders, plan.framesInOne, sent, received,
-                static_cast<long long>(sent) - static_cast<long long>(received), lost, repeated,
-                double(received) * 1000 / double(quietSince), double(quietSince) / 1000);
+    std::printf("%s, %d senders, %d in one: %llu sent", argv[1], plan.senders, plan.framesInOne, sent);
     if (cluster)
-        std::printf("the stream had %llu\n", StoringPublisher(target).getCount("FLEET") * quint64(plan.framesInOne));
+        std::printf(", %llu stored", StoringPublisher(target).getCount("FLEET"));
+    std::printf(", %llu received; %llu missing, %llu twice; %llu messages, %.0f a second for %.0f s\n",
+                tally.getCount(), sent - tally.getCount(), tally.getTwice(), received,
+                double(received) * 1000 / double(quietSince), double(quietSince) / 1000);
+    std::printf("by the numbers of the vehicles %llu lost, %llu late, %llu repeated\n", lost, late, repeated);
     probe.report();
     std::printf("memory after a tenth of the time %.1f MB, at the end %.1f MB, at most %.1f MB\n", earlyMemory,
                 megabytesInUse(), mostMemory);
-    return sent > 0 && sent == received ? 0 : 2;
+    return sent > 0 && sent == tally.getCount() ? 0 : 2;
 }
 
 } // namespace

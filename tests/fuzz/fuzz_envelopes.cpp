@@ -1,6 +1,7 @@
 #include "container.h"
 #include "definitions.h"
 #include "envelope.h"
+#include "sparkplugscript.h"
 #include "transcript.h"
 
 #include <cstddef>
@@ -19,7 +20,8 @@ static QStringList decode(Definitions* definitions, const QByteArray& stream, in
 }
 
 // The first byte is how the stream is cut into pieces. With an even one the rest is a stream; else it is payloads of
-// Sparkplug, each behind a byte that says of which kind and a byte with its size.
+// Sparkplug, each behind a byte that says of which kind, and whether it lies compressed in another one, and a byte with
+// its size.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static Definitions definitions;
@@ -32,8 +34,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         QByteArray envelopes;
         for (int i = 0; i + 1 < stream.size();) {
             const std::string topic = std::string("spBv1.0/g/") + topics[quint8(stream.at(i)) % 6];
-            const QByteArray payload = stream.mid(i + 2, quint8(stream.at(i + 1)));
+            QByteArray payload = stream.mid(i + 2, quint8(stream.at(i + 1)));
+            const bool isPacked = quint8(stream.at(i)) >= 0x80;
             i += 2 + int(payload.size());
+            if (isPacked)
+                payload = SparkplugScript::part(4, "SPBV1.0_COMPRESSED") + SparkplugScript::part(5, payload);
             Envelope envelope;
             envelope.topic = topic;
             envelope.payload = std::string_view(payload.constData(), std::size_t(payload.size()));

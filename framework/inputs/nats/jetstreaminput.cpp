@@ -1,12 +1,12 @@
 #include "jetstreaminput.h"
 
+#include "jetstreamplace.h"
 #include "message.h"
 #include "natskinds.h"
 #include "recordingindex.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
-#include <QDateTime>
 #include <QElapsedTimer>
 #include <QtEndian>
 #include <QUrl>
@@ -41,45 +41,6 @@ const std::chrono::seconds UntilFree(3);
 const std::chrono::seconds UntilGone(20);
 
 const QByteArray MessagePrefix("$JS.ACK.");
-
-/** Microseconds since 1970, rounded down; Message::NoTime for a time that no message has. */
-qint64 timeOf(const QString& text)
-{
-    const QDateTime second = QDateTime::fromString(text.left(19) + QLatin1Char('Z'), Qt::ISODate);
-    if (!second.isValid() || second.toMSecsSinceEpoch() <= 0)
-        return Message::NoTime;
-    const QString fraction =
-        text.mid(19, 1) == QLatin1String(".") ? text.mid(20).section(QLatin1Char('Z'), 0, 0) : QString();
-    return second.toMSecsSinceEpoch() * 1000 + fraction.leftJustified(6, QLatin1Char('0'), true).toLongLong();
-}
-
-QString textOf(qint64 time)
-{
-    return QDateTime::fromMSecsSinceEpoch(time / 1000, Qt::UTC).toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss")) +
-           QStringLiteral(".%1Z").arg(time % 1000000, 6, 10, QLatin1Char('0'));
-}
-
-/** What the subject for answers to a message of a stream says of it. */
-struct Place
-{
-    explicit Place(const QByteArray& reply)
-    {
-        const QList<QByteArray> parts = reply.split('.');
-        // Servers can put a domain and an account in front.
-        const int first = parts.size() == 9 ? 5 : 7;
-        if (parts.size() < first + 4)
-            return;
-        stream = parts.at(first).toULongLong();
-        consumer = parts.at(first + 1).toULongLong();
-        time = parts.at(first + 2).toLongLong();
-        pending = parts.at(first + 3).toULongLong();
-    }
-
-    quint64 stream = 0;   // number in the stream; 0 for none
-    quint64 consumer = 0; // number in what the consumer gets
-    qint64 time = 0;      // nanoseconds since 1970
-    quint64 pending = 0;  // messages behind it
-};
 
 } // namespace
 
@@ -158,10 +119,24 @@ bool JetStreamInput::open()
         m_requests.open(&error) && askForStream(&error)) {
         m_lastSuccess = Clock::now();
         startConsumer();
-        return true;
+        enterSession();
+        return getErrorString().isEmpty();
     }
     setError(error);
     return false;
+}
+
+/** Finds out whether the session can be had, which is no reason to be opened again and again. */
+void JetStreamInput::enterSession()
+{
+    QElapsedTimer timer;
+    timer.start();
+    QByteArray none; // messages wait in the session
+    while (needsConfirmation() && !m_cancelled && m_consumer.isEmpty() && getErrorString().isEmpty() &&
+           !timer.hasExpired(OpenTimeMs)) {
+        keepConsumer();
+        work(SliceMs, &none);
+    }
 }
 
 bool JetStreamInput::askForStream(QString* error)
@@ -209,8 +184,8 @@ bool JetStreamInput::takeStream(const QJsonObject& answer, QString* error)
     const QByteArray hash = QCryptographicHash::hash(m_stream + '\n' + created, QCryptographicHash::Sha256);
     m_origin = qFromLittleEndian<quint64>(hash.constData());
     if (state.value(QLatin1String("messages")).toDouble() > 0) {
-        m_times->start = timeOf(state.value(QLatin1String("first_ts")).toString());
-        m_times->end = timeOf(state.value(QLatin1String("last_ts")).toString());
+        m_times->start = JetStreamPlace::readTime(state.value(QLatin1String("first_ts")).toString());
+        m_times->end = JetStreamPlace::readTime(state.value(QLatin1String("last_ts")).toString());
     }
     return true;
 }
@@ -277,7 +252,7 @@ void JetStreamInput::startConsumer()
         config[QStringLiteral("opt_start_seq")] = double(m_next);
     } else if (m_startTime > 0) {
         config[policy] = QStringLiteral("by_start_time");
-        config[QStringLiteral("opt_start_time")] = textOf(m_startTime);
+        config[QStringLiteral("opt_start_time")] = JetStreamPlace::writeTime(m_startTime);
     } else {
         config[policy] = QStringLiteral("all");
     }
@@ -435,16 +410,7 @@ ByteInput::Status JetStreamInput::read(QByteArray* bytes, int timeoutMs)
         if (!getErrorString().isEmpty())
             return Failed;
         const int rest = m_session.hasNext() ? 0 : int(qMax(qint64(0), timeoutMs - timer.elapsed()));
-        for (NatsConnection::Received& received : m_connection.take(qMin(rest, SliceMs))) {
-            if (received.channel == AnswerChannel)
-                processAnswer(received.message.get(), bytes);
-            else if (received.channel != m_channel)
-                continue; // of a consumer that was given up a moment ago
-            else if (QByteArray(natsMsg_GetReply(received.message.get())).startsWith(MessagePrefix))
-                processMessage(std::move(received.message), bytes);
-            else
-                processControl(received.message.get());
-        }
+        work(qMin(rest, SliceMs), bytes);
         while (bytes->size() < PieceSize && m_session.hasNext()) {
             const JetStreamSession::Item item = m_session.takeNext();
             handOut(item, bytes);
@@ -495,6 +461,21 @@ bool JetStreamInput::isCaughtUp() const
     return !m_consumer.isEmpty() && m_pending == 0 && m_session.isEmpty() && m_connection.isEmpty();
 }
 
+/** Takes what comes, or waits for it. */
+void JetStreamInput::work(int timeoutMs, QByteArray* bytes)
+{
+    for (NatsConnection::Received& received : m_connection.take(timeoutMs)) {
+        if (received.channel == AnswerChannel)
+            processAnswer(received.message.get(), bytes);
+        else if (received.channel != m_channel)
+            continue; // of a consumer that was given up a moment ago
+        else if (QByteArray(natsMsg_GetReply(received.message.get())).startsWith(MessagePrefix))
+            processMessage(std::move(received.message), bytes);
+        else
+            processControl(received.message.get());
+    }
+}
+
 void JetStreamInput::processAnswer(natsMsg* message, QByteArray* bytes)
 {
     quint64 number = 0;
@@ -529,7 +510,7 @@ void JetStreamInput::processControl(natsMsg* message)
 void JetStreamInput::processMessage(NatsMessage message, QByteArray* bytes)
 {
     const QByteArray reply = natsMsg_GetReply(message.get());
-    const Place place{reply};
+    const JetStreamPlace place{reply};
     const bool isSession = !m_sessionName.isEmpty();
     if (place.consumer != m_consumerSequence + 1 || (place.stream < m_next && !isSession))
         return startConsumer(); // nothing of this one is wanted any more

@@ -67,6 +67,8 @@ private:
     bool isOver();
     void restartLater();
     void keepConsumer();
+    void enterSession();
+    void work(int timeoutMs, QByteArray* bytes);
     void processAnswer(natsMsg* message, QByteArray* bytes);
     void processControl(natsMsg* message);
     void processMessage(NatsMessage message, QByteArray* bytes);
