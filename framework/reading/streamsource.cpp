@@ -18,8 +18,9 @@
 namespace
 {
 
-// How long the GUI thread works before it looks after its other events.
-const qint64 GreatestWorkMs = 10;
+// How long the GUI thread works before it looks after its other events: with what views do of it, less than a frame of
+// the screen.
+const qint64 GreatestWorkMs = 6;
 
 const int ProblemIntervalMs = 1000;
 
