@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 /** What this process holds in memory. */
@@ -27,13 +28,18 @@ class WindowProbe : public QObject
 public:
     void start()
     {
+        m_start = Clock::now();
         m_thread = std::thread([this]() {
             while (!m_stopped) {
                 const Clock::time_point posted = Clock::now();
                 QMetaObject::invokeMethod(
                     this,
                     [this, posted]() {
-                        m_waits.push_back(std::chrono::duration<double, std::milli>(Clock::now() - posted).count());
+                        const Clock::time_point now = Clock::now();
+                        m_waits.push_back(std::chrono::duration<double, std::milli>(now - posted).count());
+                        m_longest.emplace_back(m_waits.back(), std::chrono::duration<double>(posted - m_start).count());
+                        if (m_longest.size() > 1000)
+                            keepLongest();
                     },
                     Qt::QueuedConnection);
                 std::this_thread::sleep_for(std::chrono::milliseconds(5));
@@ -57,12 +63,25 @@ public:
                     "under 16 ms)\n",
                     at(0.5), at(0.9), at(0.99), at(1), m_waits.size(),
                     100.0 * double(late - m_waits.begin()) / double(m_waits.size()));
+        keepLongest();
+        std::printf("the longest");
+        for (const auto& wait : m_longest)
+            std::printf(", %.0f ms after %.1f s", wait.first, wait.second);
+        std::printf("\n");
     }
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    std::vector<double> m_waits; // milliseconds
+    void keepLongest()
+    {
+        std::sort(m_longest.rbegin(), m_longest.rend());
+        m_longest.resize(std::min<std::size_t>(m_longest.size(), 10));
+    }
+
+    Clock::time_point m_start;
+    std::vector<double> m_waits;                      // milliseconds
+    std::vector<std::pair<double, double>> m_longest; // milliseconds, and the seconds when they began
     std::thread m_thread;
     std::atomic<bool> m_stopped{false};
 };
