@@ -191,6 +191,84 @@
     </message>
 </context>
 <context>
+    <name>ComparePanel</name>
+    <message>
+        <source>Only what differs</source>
+        <translation>Nur was sich unterscheidet</translation>
+    </message>
+    <message>
+        <source>Compared values</source>
+        <translation>Verglichene Werte</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>C&amp;ompare</source>
+        <translation>Ver&amp;gleichen</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+D</source>
+        <translation>Ctrl+Shift+D</translation>
+    </message>
+    <message>
+        <source>Shows the rows that are chosen beside one another, two or more</source>
+        <translation>Zeigt die gewählten Zeilen nebeneinander, zwei oder mehr</translation>
+    </message>
+    <message>
+        <source>The first %1 rows are compared.</source>
+        <translation>Die ersten %1 Zeilen werden verglichen.</translation>
+    </message>
+    <message>
+        <source>Field</source>
+        <translation>Feld</translation>
+    </message>
+    <message>
+        <source>Marked where the values differ</source>
+        <translation>Angekreuzt, wo sich die Werte unterscheiden</translation>
+    </message>
+    <message>
+        <source>Differs</source>
+        <translation>Unterscheidet sich</translation>
+    </message>
+    <message>
+        <source>[time]</source>
+        <translation>[Zeit]</translation>
+    </message>
+    <message>
+        <source>Nothing came of these yet.</source>
+        <translation>Davon ist noch nichts gekommen.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 differ</source>
+        <translation>%1 von %2 unterscheiden sich</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>differs</source>
+        <translation>unterscheidet sich</translation>
+    </message>
+    <message>
+        <source>Choose two or more rows of the message tree, and Compare in their context menu.</source>
+        <translation>Zwei oder mehr Zeilen des Nachrichtenbaums wählen und in ihrem Kontextmenü „Vergleichen“.</translation>
+    </message>
+</context>
+<context>
+    <name>ComparedRow</name>
+    <message>
+        <source>%1 in all</source>
+        <translation>insgesamt %1</translation>
+    </message>
+    <message>
+        <source>Hidden data</source>
+        <translation>Verborgene Daten</translation>
+    </message>
+</context>
+<context>
     <name>ConfidentialAction</name>
     <message>
         <source>Con&amp;fidential Data</source>
@@ -341,8 +419,8 @@
         <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>Rat&amp;e:</source>
-        <translation>&amp;Rate:</translation>
+        <source>Rate:</source>
+        <translation>Rate:</translation>
     </message>
 </context>
 <context>
@@ -2652,6 +2730,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <source>Messages</source>
         <translation>Nachrichten</translation>
     </message>
+    <message>
+        <source>Comparison</source>
+        <translation>Vergleich</translation>
+    </message>
 </context>
 <context>
     <name>PathExpression</name>
@@ -3188,7 +3270,7 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation> Intervallen</translation>
     </message>
     <message>
-        <source>&amp;Grey types after:</source>
+        <source>Gr&amp;ey types after:</source>
         <translation>Typen aus&amp;grauen nach:</translation>
     </message>
     <message>
@@ -3560,6 +3642,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>The recording has no times: how many of its messages are shown in a second</source>
         <translation>Die Aufzeichnung hat keine Zeiten: wie viele ihrer Nachrichten in einer Sekunde gezeigt werden</translation>
+    </message>
+    <message>
+        <source>1 message/s</source>
+        <translation>1 Nachricht/s</translation>
     </message>
 </context>
 <context>
@@ -4376,10 +4462,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>%1 Quellen, %2 mit Aufzeichnung</translation>
     </message>
     <message>
-        <source>%1 messages   %2 /s   %3   %4/s</source>
-        <translation>%1 Nachrichten   %2 /s   %3   %4/s</translation>
-    </message>
-    <message>
         <source>The views are brought up to date some times a second and show the newest message of each type. %1 were overtaken before that; all are counted.</source>
         <translation>Die Ansichten werden einige Male in der Sekunde aufgefrischt und zeigen die neueste Nachricht jedes Typs. %1 wurden davor überholt; gezählt sind alle.</translation>
     </message>
@@ -4392,16 +4474,29 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>%1 % verloren</translation>
     </message>
     <message>
-        <source>%1 numbers of messages were skipped by those who number theirs. It is a lower bound.</source>
-        <translation>%1 Nummern von Nachrichten wurden von denen übersprungen, die ihre zählen. Es ist eine untere Grenze.</translation>
-    </message>
-    <message>
         <source>%1 damaged</source>
         <translation>%1 beschädigt</translation>
     </message>
     <message>
         <source>Checksum failures: %1. Cut off: %2. None of them is shown as a message.</source>
         <translation>Prüfsummenfehler: %1. Abgeschnitten: %2. Nichts davon wird als Nachricht gezeigt.</translation>
+    </message>
+    <message>
+        <source>1 message</source>
+        <translation>1 Nachricht</translation>
+    </message>
+    <message>
+        <source>%1 messages</source>
+        <translation>%1 Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1   %2 /s   %3   %4/s</source>
+        <comment>messages, their rate, bytes, their rate</comment>
+        <translation>%1   %2 /s   %3   %4/s</translation>
+    </message>
+    <message>
+        <source>Numbers that were skipped by those who number their messages: %1. It is a lower bound.</source>
+        <translation>Nummern, die von denen übersprungen wurden, die ihre Nachrichten nummerieren: %1. Es ist eine untere Schranke.</translation>
     </message>
 </context>
 <context>
@@ -4781,13 +4876,6 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <source>Choose a field</source>
         <translation>Feld wählen</translation>
     </message>
-    <message numerus="yes">
-        <source>%n field(s)</source>
-        <translation>
-            <numerusform>%n Feld</numerusform>
-            <numerusform>%n Felder</numerusform>
-        </translation>
-    </message>
     <message>
         <source>All</source>
         <translation>Alle</translation>
@@ -4795,6 +4883,14 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>P&amp;in</source>
         <translation>Anhe&amp;ften</translation>
+    </message>
+    <message>
+        <source>1 field</source>
+        <translation>1 Feld</translation>
+    </message>
+    <message>
+        <source>%1 fields</source>
+        <translation>%1 Felder</translation>
     </message>
 </context>
 <context>

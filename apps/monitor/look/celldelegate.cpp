@@ -24,8 +24,8 @@ QString CellDelegate::fit(const QString& rest, const QString& kept, const QFontM
         return rest + kept;
     // Widths are rounded, and what is cut is asked for more exactly.
     const int restWidth = metrics.horizontalAdvance(rest) + 1;
-    if (sender.size() > LongestSender)
-        sender = metrics.elidedText(sender, Qt::ElideMiddle, room - qMin(restWidth, room / 3));
+    const int senderRoom = sender.size() > LongestSender ? room - qMin(restWidth, room / 3) : room;
+    sender = metrics.elidedText(sender, Qt::ElideMiddle, senderRoom);
     const int shared = qMax(0, room - metrics.horizontalAdvance(sender) - 2);
     const int sourceWidth = source.isEmpty() ? 0 : metrics.horizontalAdvance(source) + 1;
     const int restRoom = qMin(restWidth, qMax(shared / 2, shared - sourceWidth));

@@ -8,7 +8,7 @@ RateChoice::RateChoice(QWidget* parent)
     : QComboBox(parent)
 {
     for (const double rate : Rates)
-        addItem(tr("%1 messages/s").arg(QLocale().toString(rate, 'f', 0)), rate);
+        addItem(rate == 1 ? tr("1 message/s") : tr("%1 messages/s").arg(QLocale().toString(rate, 'f', 0)), rate);
     addItem(tr("As fast as possible"), 0.0);
     setCurrentIndex(count() - 1);
     setAccessibleName(tr("Rate of playback"));

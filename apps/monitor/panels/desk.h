@@ -26,11 +26,20 @@ struct Origin
 /** Something that a panel does with a field, offered to whoever shows fields. */
 struct FieldUse
 {
+    /** A row that it is about. */
+    struct Row
+    {
+        FieldPath path; ///< a field, or a type
+        Origin origin;
+    };
+
     QString name;    ///< for command lines
     QAction* action; ///< with text and key; the panel's own. Triggered, it is about the field that is current.
     QString refusal; ///< what is said of a field that is no number; empty where any field will do
     std::function<void(const FieldPath&, const Origin&)> take;
     std::function<void(const QString&)> wish; ///< takes the field that an expression names, as soon as it is known
+    /** In place of the others: takes all rows that are chosen, two at least, also those of types. */
+    std::function<void(const QVector<Row>&)> takeAll = nullptr;
 };
 
 /** Something that a panel does with a type of a sender, offered to whoever lists them. */

@@ -1,3 +1,4 @@
+#include "comparepanel.h"
 #include "eventpanel.h"
 #include "formpanel.h"
 #include "messagespanel.h"
@@ -46,6 +47,8 @@ const QVector<PanelRow>& getPanelTable()
         {"plot", QT_TRANSLATE_NOOP("Panel", "Plot"), // half of the middle; as high as that when it is narrow
          {Place::Right, 350, 400, nullptr, "events", true}, create<PlotPanel>, "GPL-3.0-or-later"}, // as QCustomPlot is
 #endif
+        {"compare", QT_TRANSLATE_NOOP("Panel", "Comparison"),
+         {Place::Right, 350, 400, "plot", "events", true}, create<ComparePanel>},
         {"playback", QT_TRANSLATE_NOOP("Panel", "Playback"),
          {Place::Bar, 0, 0, nullptr, nullptr}, create<PlaybackBar>},
         // clang-format on

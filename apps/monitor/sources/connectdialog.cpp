@@ -114,7 +114,7 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     m_recentLabel->hide();
     m_recent->hide();
     layout->addWidget(m_address);
-    m_rateLabel = addRow(tr("Rat&e:"), m_rate);
+    m_rateLabel = addRow(tr("Rate:"), m_rate);
     addRow(tr("N&ame:"), m_name);
     layout->addWidget(group);
     layout->addLayout(errorRow);

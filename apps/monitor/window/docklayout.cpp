@@ -129,6 +129,7 @@ void DockLayout::welcome(const PanelRow& row)
     QTimer::singleShot(0, dock, [this, &row]() { // once there is a layout to take sizes from
         giveRoom(row);
         giveTabsRoom();
+        hideEmptyTabs();
     });
 }
 
@@ -152,13 +153,24 @@ bool DockLayout::shareWhenNarrow(const PanelRow& row)
     return true;
 }
 
+QList<QTabBar*> DockLayout::getTabBars() const
+{
+    return m_window->findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+// One that is left over draws a line across the window.
+void DockLayout::hideEmptyTabs()
+{
+    const QList<QTabBar*> bars = getTabBars();
+    for (QTabBar* const bar : bars)
+        if (bar->count() == 0)
+            bar->hide();
+}
+
 // Their texts differ at the end, and docks as wide as their share may be too narrow for them.
 void DockLayout::giveTabsRoom()
 {
-    const QList<QTabBar*> bars = m_window->findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
-    for (QTabBar* const bar : bars)
-        if (bar->count() == 0)
-            bar->hide(); // one that is left over, which draws a line across the window
+    const QList<QTabBar*> bars = getTabBars();
     for (const PanelSet::Entry& entry : m_panels->getEntries()) {
         QDockWidget* const dock = getDock(QLatin1String(entry.row.id));
         if (!dock || entry.row.place.area != PanelPlace::Left || m_window->tabifiedDockWidgets(dock).isEmpty())
@@ -220,6 +232,7 @@ void DockLayout::arrange()
 void DockLayout::finish()
 {
     m_isArranged = true;
+    QTimer::singleShot(0, this, &DockLayout::hideEmptyTabs);
     const QVector<const QWidget*> wanted = std::move(m_wanted);
     m_wanted.clear();
     for (const QWidget* const widget : wanted)

@@ -10,6 +10,7 @@
 class PanelSet;
 class QDockWidget;
 class QMainWindow;
+class QTabBar;
 
 /** Puts panels where their rows say: into docks, which can be shown, hidden and moved, and a tool bar. */
 class DockLayout : public QObject
@@ -45,6 +46,8 @@ private:
     bool shareWhenNarrow(const PanelRow& row);
     void giveRoom(const PanelRow& row);
     void giveTabsRoom();
+    void hideEmptyTabs();
+    QList<QTabBar*> getTabBars() const;
     void finish();
 
     QMainWindow* m_window;

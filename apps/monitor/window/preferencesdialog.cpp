@@ -1,5 +1,7 @@
 #include "preferencesdialog.h"
 
+#include "labels.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -82,7 +84,7 @@ QWidget* PreferencesDialog::createData(const Preferences& preferences, bool conf
     m_silence->setSpecialValueText(tr("never"));
     m_silence->setSuffix(tr(" intervals"));
     m_silence->setValue(preferences.silentIntervals);
-    addRow(form, tr("&Grey types after:"), m_silence,
+    addRow(form, tr("Gr&ey types after:"), m_silence,
            tr("How many of its intervals without a message make a type count as silent"));
     m_timeOut = new QDoubleSpinBox;
     m_timeOut->setRange(0, Preferences::LongestTimeOut);
@@ -113,7 +115,7 @@ QWidget* PreferencesDialog::createData(const Preferences& preferences, bool conf
     m_warning = new QLabel(getConfidentialWarning());
     m_warning->setWordWrap(true);
     m_warning->setVisible(confidential);
-    m_warning->setAccessibleName(tr("Warning"));
+    setToldName(m_warning, tr("Warning"));
     connect(m_confidential, &QCheckBox::toggled, this, [this](bool shown) {
         m_warning->setVisible(shown);
         layout()->activate();

@@ -2,8 +2,11 @@
 
 #include "desk.h"
 
+#include <QAbstractItemView>
 #include <QSet>
 #include <QSignalBlocker>
+
+static const int LeastCharacters = 14;
 
 SenderChoice::SenderChoice(Desk* desk, QWidget* parent)
     : QComboBox(parent)
@@ -11,9 +14,16 @@ SenderChoice::SenderChoice(Desk* desk, QWidget* parent)
 {
     addItem(tr("All senders"), QString());
     setAccessibleName(tr("Sender shown"));
-    setToolTip(tr("Whose messages the tree, the forms and the values show"));
-    connect(this, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this]() { m_desk->getLatest()->setSender(currentData().toString()); });
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon); // a topic can be longer than the tool bar
+    setMinimumContentsLength(LeastCharacters);
+    view()->setTextElideMode(Qt::ElideMiddle);
+    const QString toolTip = tr("Whose messages the tree, the forms and the values show");
+    setToolTip(toolTip);
+    connect(this, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, toolTip]() {
+        const QString sender = currentData().toString();
+        m_desk->getLatest()->setSender(sender);
+        setToolTip(sender.isEmpty() ? toolTip : sender + QLatin1Char('\n') + toolTip);
+    });
     connect(desk, &Desk::senderRenamed, this, &SenderChoice::rename);
     connect(desk->getSources(), &SourceModel::sessionRemoved, this, &SenderChoice::refresh);
 }

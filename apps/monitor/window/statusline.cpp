@@ -76,8 +76,9 @@ void StatusLine::showCounts()
         failures += counters.getChecksumFailureCount();
         cutOff += counters.getTruncatedFrames();
     }
-    m_rate->setText(tr("%1 messages   %2 /s   %3   %4/s")
-                        .arg(locale.toString(messages), locale.toString(sources->getMessageRate(), 'f', 0),
+    const QString count = messages == 1 ? tr("1 message") : tr("%1 messages").arg(locale.toString(messages));
+    m_rate->setText(tr("%1   %2 /s   %3   %4/s", "messages, their rate, bytes, their rate")
+                        .arg(count, locale.toString(sources->getMessageRate(), 'f', 0),
                              locale.formattedDataSize(qint64(bytes), 1, QLocale::DataSizeSIFormat),
                              locale.formattedDataSize(qint64(sources->getByteRate()), 1, QLocale::DataSizeSIFormat)));
     m_rate->setToolTip(tr("The views are brought up to date some times a second and show the newest message of each "
@@ -96,7 +97,7 @@ void StatusLine::showCounts()
     // As long as anything was lost it does not say that nothing was.
     const bool isLittle = lost > 0 && percent < 0.05;
     m_lost->setText(isLittle ? tr("< 0.1 % lost") : tr("%1 % lost").arg(locale.toString(percent, 'f', 1)));
-    m_lost->setToolTip(tr("%1 numbers of messages were skipped by those who number theirs. It is a lower bound.")
+    m_lost->setToolTip(tr("Numbers that were skipped by those who number their messages: %1. It is a lower bound.")
                            .arg(locale.toString(lost)));
     m_lost->setVisible(received > 0);
     showAsWarning(m_lost, lost > 0);

@@ -8,6 +8,7 @@
 #include "plotseries.h"
 #include "plotstack.h"
 #include "plotview.h"
+#include "readingtree.h"
 #include "silencewatch.h"
 #include "textrows.h"
 #include "treeactions.h"
@@ -60,6 +61,15 @@ struct ToldTree : TreeDesk
     PlotView& view = *plot.getView();
 
 private:
+    QString read(QTreeWidgetItem* row)
+    {
+        const QModelIndex index = tree.indexAt(tree.visualItemRect(row).center());
+        const QString text = panel.getValues()->getText(index.sibling(index.row(), 1));
+        static_cast<ReadingTree&>(tree).tellRowsOnScreen();
+        const QString told = row->data(1, Qt::AccessibleTextRole).toString();
+        return told == text ? text : text + " told as " + told;
+    }
+
     // The rest of a step is a number, a text or the way to a row.
     QString doStep(const QString& verb, const QString& rest, QTreeWidgetItem* row)
     {
@@ -149,9 +159,8 @@ private:
             return treeRow.getPath().getExpression() + (treeRow.isNumeric() ? " # " : " ") + treeRow.getValueText();
         if (verb == "says")
             return row->text(1);
-        if (verb == "reads") // in the tree as it is drawn
-            return panel.getValues()->getText(tree.indexAt(tree.visualItemRect(row).center())
-                                                  .sibling(tree.indexAt(tree.visualItemRect(row).center()).row(), 1));
+        if (verb == "reads") // in the tree as it is drawn, which is what a screen reader is told
+            return read(row);
         if (verb == "shade") {
             panel.getHighlighter()->update();
             return QString::number(row->data(1, Qt::BackgroundRole).isValid() ? row->background(1).color().alpha() : 0);

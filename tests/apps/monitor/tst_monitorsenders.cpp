@@ -1,4 +1,5 @@
 #include "celldelegate.h"
+#include "comparepanel.h"
 #include "findbar.h"
 #include "formpanel.h"
 #include "mavlinkframes.h"
@@ -97,6 +98,10 @@ private:
             use(row, "Pin");
         else if (verb == "watch" || verb == "plot")
             use(row, verb);
+        else if (verb == "compare")
+            compare(rest.split(", "));
+        else if (verb == "secret")
+            const_cast<FieldInfo*>(getTypes()->getSubject(0).info->getFieldInfo(rest))->setConfidential(true);
         else if (verb == "form")
             form(rest);
         else if (verb == "menu")
@@ -177,6 +182,33 @@ private:
             tree.getActions()->getShowActions().last()->trigger();
     }
 
+    void compare(const QStringList& names)
+    {
+        tree.getTree()->setCurrentItem(findRow(*tree.getTree(), names.first()));
+        for (const QString& name : names)
+            findRow(*tree.getTree(), name)->setSelected(true);
+        for (const FieldUse& use : getFieldUses())
+            if (use.name == "compare")
+                use.action->trigger();
+    }
+
+    // The columns, the lines that differ, and what is said of all.
+    QString compared() const
+    {
+        const ComparePanel& panel = *panels.find<ComparePanel>();
+        QStringList texts;
+        for (int line = -1; line < panel.getView()->topLevelItemCount(); ++line) {
+            const QTreeWidgetItem* const item =
+                line < 0 ? panel.getView()->headerItem() : panel.getView()->topLevelItem(line);
+            QStringList cells;
+            for (int column = 0; column < panel.getView()->columnCount() && !item->text(1).isEmpty(); ++column)
+                cells.append(item->text(column));
+            if (!cells.isEmpty())
+                texts.append(cells.join('|'));
+        }
+        return texts.join(", ") + ", " + panel.findChild<QLabel*>()->text();
+    }
+
     void form(const QString& name)
     {
         QVector<Subject> subjects = getChosenTypes();
@@ -225,6 +257,8 @@ private:
                 texts.append(panels.find<PlotPanel>()->getLegend()->topLevelItem(int(texts.size()))->text(0) + '=' +
                              QString::number(series->getMessageCount()));
         }
+        if (what == "compared")
+            return compared();
         if (what == "forms")
             for (const QGroupBox* box : panels.find<FormPanel>()->findChildren<QGroupBox*>())
                 texts.append(box->title() + '=' + valueIn(box));
@@ -282,6 +316,7 @@ class tst_monitorsenders : public TestBase
 private Q_SLOTS:
     void everySenderHasRowsOfItsOwn();
     void whatComesOfARowFollowsItsSender();
+    void rowsStandBesideOneAnother();
     void theListIsFoldedAndFiltered();
     void namesStandInNaturalOrder();
 };
@@ -361,6 +396,23 @@ void tst_monitorsenders::whatComesOfARowFollowsItsSender()
         {"play a H1:1=5 H2:1=6; watch HEARTBEAT 2:1/custom_mode; plot HEARTBEAT 2:1/custom_mode; save", ""},
         {"restore; play a H1:1=5 H2:1=6 H3:1=7; watches; plots",
          "HEARTBEAT.custom_mode 2:1=6; HEARTBEAT.custom_mode (2:1)=1"},
+    };
+    checkRows(rows, [](const QString& steps) { return SenderDesk().tell(steps); });
+}
+
+void tst_monitorsenders::rowsStandBesideOneAnother()
+{
+    static const TextRow rows[] = {
+        {"play a H1:1=5 H2:1=6 H3:1=6; compare HEARTBEAT 1:1, HEARTBEAT 2:1; compared; "
+         "compare HEARTBEAT 2:1, HEARTBEAT 3:1; compared",
+         "Field|\u2260|HEARTBEAT 1:1|HEARTBEAT 2:1, custom_mode|\u2260|5|6, 1 of 6 differ; "
+         "Field|\u2260|HEARTBEAT 2:1|HEARTBEAT 3:1, 0 of 6 differ"},
+        // Fields, of whatever types, and what only one of the rows has.
+        {"play a H1:1=5 S1:1=6; compare HEARTBEAT/custom_mode, SYS_STATUS/load; compared",
+         "Field|\u2260|HEARTBEAT.custom_mode 1:1|SYS_STATUS.load 1:1, Value|\u2260|5|0.6 %, 1 of 1 differ"},
+        // Whether something hidden is the same is hidden as well.
+        {"play a H1:1=5 H2:1=6; secret custom_mode; compare HEARTBEAT 1:1, HEARTBEAT 2:1; compared",
+         "Field|\u2260|HEARTBEAT 1:1|HEARTBEAT 2:1, 0 of 6 differ"},
     };
     checkRows(rows, [](const QString& steps) { return SenderDesk().tell(steps); });
 }

@@ -56,7 +56,6 @@ void ReadingTree::tellSoon()
     QMetaObject::invokeMethod(this, &ReadingTree::tellRowsOnScreen, Qt::QueuedConnection);
 }
 
-// What is read out is what is drawn, such as the line of a vector.
 void ReadingTree::tellRowsOnScreen()
 {
     m_isTold = false;

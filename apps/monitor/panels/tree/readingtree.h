@@ -22,6 +22,9 @@ public:
     /** The rows that can be seen now, from above. */
     QList<QTreeWidgetItem*> getRowsOnScreen() const;
 
+    /** Gives screen readers what is drawn in the cells of values, as happens by itself while there is one. */
+    void tellRowsOnScreen();
+
     using MessageTreeWidget::dataChanged;
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QVector<int>& roles) override;
 
@@ -31,7 +34,6 @@ protected:
 private:
     void repaintChanged();
     void tellSoon();
-    void tellRowsOnScreen();
 
     // Addresses of rows, which are only compared: they may be gone.
     QSet<const QTreeWidgetItem*> m_onScreen;

@@ -91,23 +91,24 @@ void TreeActions::update()
 {
     bool isField = false;
     bool isNumber = false;
-    bool isRow = false;
+    int rows = 0;
     QList<QTreeWidgetItem*> items = m_tree->selectedItems();
     if (items.isEmpty())
         items.append(m_tree->currentItem());
-    for (int i = 0; i < items.size() && !(isRow && isField && isNumber); ++i) {
+    for (int i = 0; i < items.size() && !(rows > 1 && isField && isNumber); ++i) {
         const TreeRow row(items.at(i));
-        isRow = isRow || !row.isNull();
+        rows += row.isNull() ? 0 : 1;
         isField = isField || row.getPath().getField();
         isNumber = isNumber || row.isNumeric();
     }
+    const bool isRow = rows > 0;
     // Whether there is a value now is seen when it is copied: a value may come while the menu is open.
     m_copyValue->setEnabled(isField);
     m_copyRaw->setEnabled(isField);
     m_copyPath->setEnabled(isRow);
     m_copyJson->setEnabled(isRow);
     for (const FieldUse& use : m_desk->getFieldUses())
-        use.action->setEnabled(use.refusal.isEmpty() ? isField : isNumber);
+        use.action->setEnabled(use.takeAll ? rows > 1 : use.refusal.isEmpty() ? isField : isNumber);
     const Subject pinned = m_rows->getPinned(m_tree->currentItem());
     QString name = pinned.sender;
     if (pinned.info)
@@ -198,7 +199,7 @@ void TreeActions::copyJson()
 void TreeActions::take(const FieldUse& use)
 {
     bool isRefused = false;
-    QVector<QPair<FieldPath, Origin>> fields; // of all rows first: what is done with one may change the tree
+    QVector<FieldUse::Row> fields; // of all rows first: what is done with one may change the tree
     const QVector<QTreeWidgetItem*> items = getChosen();
     for (QTreeWidgetItem* const item : items) {
         const TreeRow row(item);
@@ -206,11 +207,14 @@ void TreeActions::take(const FieldUse& use)
         const bool isTold = !subject.sender.isEmpty() && m_desk->getTypes()->isFromSeveral(subject.info);
         if (!use.refusal.isEmpty() && !row.isNumeric())
             isRefused = true;
-        else if (row.getPath().getField())
+        else if (row.getPath().getField() || (use.takeAll && !row.isNull()))
             fields.append({row.getPath(), {subject.sender, isTold}});
     }
-    for (const auto& field : std::as_const(fields))
-        use.take(field.first, field.second);
+    if (use.takeAll && fields.size() > 1)
+        use.takeAll(fields);
+    for (const FieldUse::Row& field : std::as_const(fields))
+        if (!use.takeAll)
+            use.take(field.path, field.origin);
     if (isRefused && fields.isEmpty())
         say(use.refusal);
     update();

@@ -150,7 +150,7 @@ void WatchEditor::resolve()
     else if (!named)
         m_status->setText(tr("Choose a field"));
     else
-        m_status->setText(tr("%n field(s)", nullptr, int(fields.size())));
+        m_status->setText(fields.size() == 1 ? tr("1 field") : tr("%1 fields").arg(fields.size()));
     m_value->setVisible(field);
     m_status->setVisible(!field);
     m_pin->setEnabled(!fields.isEmpty() && fields.size() <= MostPinned);
