@@ -535,6 +535,13 @@
     </message>
 </context>
 <context>
+    <name>DockLayout</name>
+    <message>
+        <source>More</source>
+        <translation>Mehr</translation>
+    </message>
+</context>
+<context>
     <name>Encoding</name>
     <message>
         <source>MAVLink dialect</source>
@@ -869,8 +876,8 @@
 <context>
     <name>ExpressionLine</name>
     <message>
-        <source>&amp;Expression:</source>
-        <translation>&amp;Ausdruck:</translation>
+        <source>E&amp;xpression:</source>
+        <translation>Ausdruc&amp;k:</translation>
     </message>
     <message>
         <source>Expression</source>
@@ -4836,6 +4843,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Ctrl+Shift+W</source>
         <translation>Ctrl+Shift+W</translation>
+    </message>
+    <message>
+        <source>Watched values</source>
+        <translation>Beobachtete Werte</translation>
     </message>
 </context>
 <context>

@@ -73,6 +73,8 @@ void DockLayout::addDock(const PanelRow& row, QWidget* widget)
         const QList<QToolButton*> buttons = bar->findChildren<QToolButton*>();
         for (QToolButton* const button : buttons)
             button->setFocusPolicy(Qt::TabFocus);
+        if (QToolButton* const more = bar->findChild<QToolButton*>(QLatin1String("qt_toolbar_ext_button")))
+            more->setAccessibleName(tr("More"));
     }
     place(row, dock);
 }

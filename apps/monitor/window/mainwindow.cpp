@@ -12,7 +12,9 @@
 #include "startpage.h"
 #include "statusline.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QFile>
 #include <QMenuBar>
@@ -20,10 +22,12 @@
 #include <QMimeData>
 #include <QSettings>
 #include <QStackedWidget>
+#include <QTabBar>
 #include <QToolBar>
 #include <QVBoxLayout>
 
 static const int RefreshMilliseconds = 250;
+static const int MostSkipped = 1000; // controls behind tabs
 
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
@@ -225,9 +229,27 @@ void MainWindow::showEvent(QShowEvent* event)
     if (!m_arranged) {
         m_arranged = true;
         QTimer::singleShot(0, this, &MainWindow::arrange);
-        m_panels.getPanel(PanelPlace::Center)->getWidget()->setFocus();
+        if (QWidget* const tree = m_panels.getPanel(PanelPlace::Center)->getWidget()->findChild<QAbstractItemView*>())
+            tree->setFocus();
     }
     followVisibility();
+}
+
+static bool isBehindATab(const QWidget* widget)
+{
+    for (; widget; widget = widget->parentWidget())
+        if (qobject_cast<const QDockWidget*>(widget) || qobject_cast<const QTabBar*>(widget))
+            return widget->visibleRegion().isEmpty();
+    return false;
+}
+
+// What lies behind a tab is shown for Qt, and Tab would lead into it where nobody sees.
+bool MainWindow::focusNextPrevChild(bool next)
+{
+    bool isMoved = QMainWindow::focusNextPrevChild(next);
+    for (int i = 0; isMoved && i < MostSkipped && isBehindATab(focusWidget()); ++i)
+        isMoved = QMainWindow::focusNextPrevChild(next);
+    return isMoved;
 }
 
 void MainWindow::hideEvent(QHideEvent* event)

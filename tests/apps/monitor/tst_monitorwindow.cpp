@@ -139,6 +139,24 @@ static QString ambiguousKeysIn(const QMainWindow* window)
     return found.join("\n");
 }
 
+// Controls that are seen, take the focus and are not reached by Tab; or are reached and not seen.
+static QString missedByTab(MainWindow* window)
+{
+    QSet<QWidget*> reached;
+    QStringList wrong;
+    while (window->focusWidget() && !reached.contains(window->focusWidget())) {
+        reached.insert(window->focusWidget());
+        if (window->focusWidget()->visibleRegion().isEmpty())
+            wrong.append(window->focusWidget()->metaObject()->className() + QString(" is not seen"));
+        QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+    }
+    for (QWidget* widget : window->findChildren<QWidget*>())
+        if (widget->focusPolicy() & Qt::TabFocus && widget->isEnabled() && !widget->visibleRegion().isEmpty() &&
+            !widget->focusProxy() && !reached.contains(widget))
+            wrong.append(QString(widget->metaObject()->className()) + ' ' + widget->accessibleName());
+    return wrong.join(", ");
+}
+
 void tst_monitorwindow::aSimulatedVehicleFillsTheViews()
 {
     TestWindow window;
@@ -170,6 +188,7 @@ void tst_monitorwindow::aSimulatedVehicleFillsTheViews()
     window.find<TreePanel>()->getFindBar()->find("roll");
     QCOMPARE(namelessIn(&window), QString());
     QCOMPARE(ambiguousKeysIn(&window), QString());
+    QCOMPARE(missedByTab(&window), QString());
     EVENTUALLY(!toldIn(&window).filter(QRegularExpression("^Matches: [0-9]+ matches$")).isEmpty());
     const PreferencesDialog dialog(Preferences(), true);
     QCOMPARE(namelessIn(&dialog), QString());
@@ -289,7 +308,7 @@ void tst_monitorwindow::everythingFitsASmallScreen()
 
     // A plot that shares its place leaves no tabs of its own behind, and a long name takes no room.
     QVERIFY(window.showPanel("plot"));
-    QCOMPARE(window.tabifiedDockWidgets(window.findChild<QDockWidget*>("plot")).size(), 1);
+    QVERIFY(!window.tabifiedDockWidgets(window.findChild<QDockWidget*>("plot")).isEmpty());
     const auto emptyTabs = [&window]() {
         int count = 0;
         for (const QTabBar* bar : window.findChildren<QTabBar*>())

@@ -60,7 +60,6 @@ ComparePanel::ComparePanel(Desk* desk, QWidget* parent)
     layout->setContentsMargins(2, 2, 2, 2);
     layout->addLayout(bar);
     layout->addWidget(m_view, 1);
-    setFocusProxy(m_view);
 
     connect(desk, &Desk::senderRenamed, this, [this](const QString& before, const QString& now) {
         for (FieldUse::Row& row : m_rows)

@@ -114,7 +114,6 @@ EventPanel::EventPanel(Desk* desk, QWidget* parent)
     layout->setSpacing(1);
     layout->addLayout(bar);
     layout->addWidget(m_view, 1);
-    setFocusProxy(m_view);
 
     connect(desk, &Desk::chosenSourceChanged, this, &EventPanel::followOverview);
     connect(desk, &Desk::overviewGrown, this, &EventPanel::followOverview);

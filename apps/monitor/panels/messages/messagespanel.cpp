@@ -54,7 +54,6 @@ MessagesPanel::MessagesPanel(Desk* desk, QWidget* parent)
     layout->setSpacing(0);
     layout->addWidget(m_view, 1);
     layout->addWidget(m_bar);
-    setFocusProxy(m_view);
 
     followPreferences(desk->getPreferences());
     connect(desk, &Desk::chosenTypesChanged, this, &MessagesPanel::followChosen);

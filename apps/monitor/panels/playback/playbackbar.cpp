@@ -414,6 +414,7 @@ void PlaybackBar::goToTyped()
         return;
     }
     m_time->clear();
+    m_slider->setFocus(); // from where the keys go on
     jumpTo(time);
 }
 

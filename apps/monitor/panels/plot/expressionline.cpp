@@ -16,7 +16,7 @@ ExpressionLine::ExpressionLine(PlotPanel* panel)
     , m_edit(new QLineEdit)
     , m_text(new QLabel)
 {
-    QLabel* const label = new QLabel(tr("&Expression:"));
+    QLabel* const label = new QLabel(tr("E&xpression:"));
     label->setBuddy(m_edit);
     m_edit->setAccessibleName(tr("Expression"));
     QPushButton* const draw = new QPushButton(tr("&Draw"));

@@ -84,7 +84,6 @@ StatisticsPanel::StatisticsPanel(Desk* desk)
     layout->setSpacing(0);
     layout->addWidget(m_tabs);
     layout->addWidget(m_stack);
-    m_page->setFocusProxy(m_widget);
     connect(m_tabs, &QTabBar::tabBarClicked, this, &StatisticsPanel::choose);
     connect(m_tabs, &QTabBar::currentChanged, this, &StatisticsPanel::choose);
 
@@ -164,7 +163,6 @@ void StatisticsPanel::followOverview()
     if (overview && m_wantsWhole)
         shown = m_whole ? static_cast<QWidget*>(m_whole) : m_progress;
     m_stack->setCurrentWidget(shown);
-    m_page->setFocusProxy(shown);
 }
 
 void StatisticsPanel::addActionsTo(const PanelMenus& menus)

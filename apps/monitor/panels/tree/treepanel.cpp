@@ -47,7 +47,6 @@ TreePanel::TreePanel(Desk* desk)
     layout->setSpacing(0);
     layout->addWidget(m_findBar);
     layout->addWidget(m_tree, 1);
-    m_widget->setFocusProxy(m_tree);
     m_tree->installEventFilter(this);
     connect(desk, &Desk::arranged, this, &TreePanel::giveColumnsTheirWidths);
 }

@@ -114,7 +114,6 @@ TypePanel::TypePanel(Desk* desk, QWidget* parent)
     layout->setSpacing(2);
     layout->addLayout(bar);
     layout->addWidget(m_view, 1);
-    setFocusProxy(m_view);
 
     const MessageTypeModel* const types = desk->getTypes();
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &TypePanel::tellChosen);

@@ -39,6 +39,7 @@ WatchBar::WatchBar(Desk* desk, QWidget* parent)
     scroller->setFrameShape(QFrame::NoFrame);
     scroller->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroller->setFixedHeight(5 * fontMetrics().height());
+    scroller->setAccessibleName(tr("Watched values"));
     m_strip = scroller;
     m_strip->hide(); // until there is something to show
     outer->addWidget(m_strip);
