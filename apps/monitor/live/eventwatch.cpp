@@ -49,11 +49,6 @@ const Kind& kindOf(const ReceptionEvent& event)
 
 } // namespace
 
-Severity EventWatch::severityOf(CorvelEvent::Type type)
-{
-    return kindOf({type, nullptr, QString(), QString(), QString(), Message::NoTime}).severity;
-}
-
 void EventWatch::processEvent(const ReceptionEvent& received)
 {
     const Kind& kind = kindOf(received);
@@ -72,7 +67,9 @@ void EventWatch::processEvent(const ReceptionEvent& received)
         event.severity = serverLevels[qMin<quint32>(received.problem->id, 2)];
     if (received.problem && received.problem->kind == StreamProblem::UnusableDefinition)
         event.count = 0;
-    m_causes->add(event);
+    const int row = m_causes->add(event);
+    if (m_listen)
+        m_listen(event, row);
 }
 
 void EventWatch::add(Severity severity, const QString& text, quint64 count)

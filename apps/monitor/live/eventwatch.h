@@ -4,6 +4,8 @@
 #include "eventcauses.h"
 #include "receptionmonitor.h"
 
+#include <functional>
+
 /** Counts the causes of what a ReceptionMonitor tells. */
 class EventWatch : public ReceptionMonitor::Listener
 {
@@ -20,8 +22,8 @@ public:
     {
     }
 
-    /** How bad events of a type are, as far as that can be said of all of them. */
-    static Severity severityOf(CorvelEvent::Type type);
+    /** Who is told of each event, with the row that counts it. */
+    void setListener(const std::function<void(const Event&, int row)>& listen) { m_listen = listen; }
 
     void processEvent(const ReceptionEvent& event) override;
     /** Counts what becomes of the source itself. */
@@ -31,6 +33,7 @@ private:
     EventCauses* m_causes;
     int m_source;
     bool m_isLive;
+    std::function<void(const Event&, int row)> m_listen;
 };
 
 #endif

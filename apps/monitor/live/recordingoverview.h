@@ -31,7 +31,7 @@ public:
 
     void start() { m_pass.start(); }
 
-    /** Whether the pass is over, and getCoordinator() and getLog() have something. */
+    /** Whether the pass is over, and getCoordinator() and getEvents() have something. */
     bool isComplete() const { return m_isComplete; }
     /** How much of the recording was read, in percent. */
     int getPercent() const { return m_isComplete ? 100 : m_figures.percent; }
@@ -59,13 +59,11 @@ public:
     const MessageStatistics* getStatistics(int row);
     /** Statistics as for a view; null while the pass is under way. */
     MessageStatisticsCoordinator* getCoordinator();
-    /** What happened, by the recording's time; null while the pass is under way. */
-    const EventLog* getLog() const { return m_isComplete ? m_pass.getLog() : nullptr; }
-    /** The same by cause, with the texts that senders say; null while the pass is under way. */
+    /** What happened, and what senders said, by cause in the order of time; null while the pass is under way. */
     const EventCauses* getEvents() const { return m_isComplete ? &m_pass.getEvents() : nullptr; }
-    /** When such texts were said: each at least once in 2,048 parts of the recording, of very many some; empty while
-     * the pass is under way. */
-    QVector<EventMark> getTextMarks() const { return m_isComplete ? m_pass.getTextMarks() : QVector<EventMark>(); }
+    /** When that was, by the rows of getEvents() and in the order of time, as EventMarks has it; empty while the pass
+     * is under way, and without times. */
+    QVector<EventMark> getEventMarks() const { return m_isComplete ? m_pass.getMarks() : QVector<EventMark>(); }
 
 Q_SIGNALS:
     /** There are new figures. */

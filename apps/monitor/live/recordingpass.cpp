@@ -4,13 +4,12 @@
 #include "messagestatistics.h"
 #include "recordingindex.h"
 
+#include <algorithm>
+
 static const int ReadTimeoutMs = 100;
 static const int FiguresMs = 250;
 static const quint64 MostLead = 16; // bytes before a message that belong to it, and not to a record of their own
 static const quint64 MessagesBetweenLooks = 4096; // at the time of day
-static const qint64 LeastLeap = Q_INT64_C(3600) * 1000 * 1000;
-
-static const int MostMarks = 20000;
 
 namespace
 {
@@ -39,16 +38,6 @@ private:
 
 } // namespace
 
-// What is folded in the log by time is folded by that of the recording, in which storms and silences are what they
-// were.
-void RecordingPass::StreamClock::follow(qint64 time)
-{
-    if (hasLast && time > last && time - last < LeastLeap)
-        passed += time - last;
-    last = time;
-    hasLast = true;
-}
-
 RecordingPass::RecordingPass(std::unique_ptr<PassInput> input, std::unique_ptr<PassInput> other,
                              const std::function<void()>& tell, QReadWriteLock* lock)
     : m_tell(tell)
@@ -60,14 +49,13 @@ RecordingPass::RecordingPass(std::unique_ptr<PassInput> input, std::unique_ptr<P
     , m_texts(&m_said, m_said.addSource(QString()), false,
               [this](const ReceivedMessage& message) { return m_stream.decoder->getSenderName(message.sender); })
     , m_watch(&m_events, m_events.addSource(QString()), false)
-    , m_monitor(&m_coordinator, &m_log)
-    , m_clock(new StreamClock)
+    , m_monitor(&m_coordinator)
     , m_time(Message::NoTime)
 {
-    m_monitor.setClock(m_clock);
     m_monitor.setListener(&m_watch);
     m_texts.setDescriptionLock(lock);
-    m_texts.setListener([this](const Event& event, int row) { mark(event, row); });
+    m_texts.setListener([this](const Event& event, int row) { m_textMarks.add(event, row); });
+    m_watch.setListener([this](const Event& event, int row) { m_faultMarks.add(event, row); });
     m_coordinator.setGapsListed(false); // views ask for those of the types that somebody looks at
 }
 
@@ -136,25 +124,10 @@ bool RecordingPass::open()
     const qint64 start = m_stream.index->getStartTime();
     if (start != Message::NoTime && m_stream.index->getEndTime() != Message::NoTime) {
         m_density.setSpan(start, m_stream.index->getEndTime());
-        m_markStep = qint64((quint64(m_stream.index->getEndTime()) - quint64(start)) / RecordingDensity::BinCount) + 1;
+        for (EventMarks* const marks : {&m_textMarks, &m_faultMarks})
+            marks->setSpan(start, m_stream.index->getEndTime());
     }
     return true;
-}
-
-/** Notes when a text was said: as often as a picture of the whole recording can show. */
-void RecordingPass::mark(const Event& event, int row)
-{
-    if (m_markStep == 0 || event.time == Message::NoTime || m_textMarks.size() >= 2 * MostMarks)
-        return;
-    // Where there are too many, it has to be enough that there is any.
-    const std::size_t place = m_textMarks.size() < MostMarks ? std::size_t(row) + 1 : 0;
-    if (place >= m_lastMarks.size())
-        m_lastMarks.resize(place + 1, Message::NoTime);
-    const qint64 part = event.time / m_markStep;
-    if (m_lastMarks[place] == part)
-        return;
-    m_lastMarks[place] = part;
-    m_textMarks.append({event.time, row});
 }
 
 /** Puts what both threads found into one list, in the order of time. */
@@ -163,8 +136,12 @@ void RecordingPass::gatherEvents()
     m_texts.finish();
     const QVector<int> rows = m_events.add(m_said);
     const QVector<int> places = m_events.sortByTime();
-    for (EventMark& mark : m_textMarks)
-        mark.row = places.at(rows.at(mark.row));
+    for (const EventMark& mark : m_textMarks.get())
+        m_marks.append({mark.time, places.at(rows.at(mark.row))});
+    for (const EventMark& mark : m_faultMarks.get())
+        m_marks.append({mark.time, places.at(mark.row)});
+    std::sort(m_marks.begin(), m_marks.end(),
+              [](const EventMark& left, const EventMark& right) { return left.time < right.time; });
 }
 
 void RecordingPass::decode()
@@ -193,10 +170,8 @@ void RecordingPass::processReceived(const ReceivedMessage& message)
         return;
     const int row = m_monitor.getIdentities().rowOf(message);
     m_counters.countMessage(message, row);
-    if (message.time != Message::NoTime) {
+    if (message.time != Message::NoTime)
         m_time = message.time;
-        m_clock->follow(message.time);
-    }
     m_monitor.countMessage(message, row);
     // A time can stand before its message.
     const bool hasLead = message.offset >= m_end && message.offset - m_end <= MostLead;

@@ -1,7 +1,7 @@
 #ifndef RECORDINGPASS_H
 #define RECORDINGPASS_H
 
-#include "eventlog.h"
+#include "eventmarks.h"
 #include "eventwatch.h"
 #include "messagestatisticscoordinator.h"
 #include "passinput.h"
@@ -51,13 +51,6 @@ struct EarlierMessage
     qint64 sequence;
 };
 
-/** When something was, and what. */
-struct EventMark
-{
-    qint64 time;
-    int row; ///< among the causes
-};
-
 /** What a pass has found up to some place. */
 struct OverviewFigures
 {
@@ -105,28 +98,14 @@ public:
     MessageStatisticsCoordinator* getCoordinator() { return &m_coordinator; }
     /** Of a row; null when there is none. */
     const MessageStatistics* getStatistics(int row) const { return m_coordinator.find(m_monitor.getStream(), row); }
-    const EventLog* getLog() const { return &m_log; }
     const EventCauses& getEvents() const { return m_events; }
-    const QVector<EventMark>& getTextMarks() const { return m_textMarks; }
+    const QVector<EventMark>& getMarks() const { return m_marks; }
     const RecordingDensity& getDensity() const { return m_density; }
     /** Why it did not come to the end; empty when it did, or was cancelled. */
     const QString& getError() const { return m_error; }
 
 private:
     Q_DISABLE_COPY(RecordingPass)
-
-    /** Milliseconds of the recording's time, without its leaps. */
-    class StreamClock : public ReceptionMonitor::Clock
-    {
-    public:
-        qint64 now() const override { return passed / 1000; }
-        void follow(qint64 time);
-
-    private:
-        qint64 passed = 0; // microseconds
-        qint64 last = 0;
-        bool hasLast = false;
-    };
 
     void processReceived(const ReceivedMessage& message) override;
     void processProblem(const StreamProblem& problem) override;
@@ -143,7 +122,6 @@ private:
     void closeOther();
     void lookBack(qint64 time);
     void handOut(const QHash<int, EarlierMessage>& found, const StreamIdentities& identities, qint64 time);
-    void mark(const Event& event, int row);
     void gatherEvents();
     template <typename Sink>
     bool readFrom(PassInput* input, const OpenedStream& stream, quint64 offset, Sink* sink);
@@ -163,9 +141,7 @@ private:
     QString m_error;
     EventCauses m_said; // of the thread that decodes, as what follows
     SenderTexts m_texts;
-    QVector<EventMark> m_textMarks;  // by rows of m_said, until the recording was read
-    std::vector<qint64> m_lastMarks; // in which part of the recording, by the same from 1; at 0 of all together
-    qint64 m_markStep = 0;           // of a part; 0 where there are no times
+    EventMarks m_textMarks; // by rows of m_said
 
     // Of the thread that counts.
     struct Times
@@ -174,11 +150,11 @@ private:
         qint64 last;
     };
     MessageStatisticsCoordinator m_coordinator;
-    EventLog m_log;
     EventCauses m_events;
+    EventMarks m_faultMarks;
+    QVector<EventMark> m_marks; // of both threads, when it was read
     EventWatch m_watch;
     ReceptionMonitor m_monitor;
-    StreamClock* m_clock; // the monitor's
     RecordingDensity m_density;
     ReceptionCounters m_counters;
     std::vector<Times> m_times; // by row

@@ -410,7 +410,18 @@ void tst_monitorevents::textsOfVehiclesAreEvents()
     QVERIFY(desk.play(m_folder.write(statusTexts(many))));
     QCOMPARE(desk.getOverview(desk.session)->getEvents()->getRows().size(), 1001);
     QCOMPARE(sum(*desk.getOverview(desk.session)->getEvents()), quint64(3000));
-    QVERIFY(desk.getOverview(desk.session)->getTextMarks().size() > 2000);
+    QVERIFY(desk.getOverview(desk.session)->getEventMarks().size() > 2000);
+    // Of more than can be kept, there is one of each severity in each part, up to the end.
+    EventMarks marks;
+    marks.setSpan(0, 2048000);
+    Event event = {};
+    for (qint64 time = 0; time < 2048000; time += 10) {
+        event.time = time;
+        event.severity = Severity(time / 10 % 5);
+        marks.add(event, int(time / 10 % 25));
+    }
+    QVERIFY(marks.get().size() < 40000);
+    QVERIFY(marks.get().constLast().time > 2046000);
 }
 
 void tst_monitorevents::hiddenTextsAreHidden()

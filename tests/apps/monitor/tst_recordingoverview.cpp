@@ -59,7 +59,7 @@ struct Pass
                             .arg(row.lost));
         rows.append(QString("%1 and %2 damaged in time, %3 events")
                         .arg(sum(overview->getDensity()), sum(overview->getDamage()))
-                        .arg(overview->getLog()->getEntries().size()));
+                        .arg(overview->getEvents()->getRows().size()));
         return rows.join(" | ");
     }
 

@@ -108,6 +108,7 @@ EventPanel::EventPanel(Desk* desk, QWidget* parent)
     bar->addWidget(m_tabs);
     bar->addWidget(m_filter, 1);
     bar->addWidget(m_severities);
+    m_hidden->setContentsMargins(0, 0, 4, 0);
     bar->addWidget(m_hidden);
     QVBoxLayout* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

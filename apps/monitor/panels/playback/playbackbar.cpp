@@ -201,26 +201,21 @@ static Theme::Accent accentOf(Severity severity)
 /** Adds what happened, and what senders said. */
 void PlaybackBar::addEvents(const RecordingOverview& overview, TimeLine::Contents* contents)
 {
-    const QList<EventLog::Entry> entries = overview.getLog()->getEntries();
-    for (const EventLog::Entry& entry : entries) {
-        const qint64 time = entry.time.isValid() ? entry.time.toMSecsSinceEpoch() * 1000 : contents->start;
-        const Severity severity = EventWatch::severityOf(entry.event.getType());
-        contents->events.append({time, time, int(contents->texts.size()), accentOf(severity)});
-        contents->texts.append(tr("%1: %2", "severity, text").arg(nameOf(severity), entry.event.getMessage()));
-    }
     const EventCauses* const causes = overview.getEvents();
     QHash<int, int> texts; // by row
-    for (const EventMark& mark : overview.getTextMarks()) {
+    for (const EventMark& mark : overview.getEventMarks()) {
         const EventCauses::Cause& cause = causes->getRows().at(mark.row);
         if (!texts.contains(mark.row)) {
+            const QString severity = nameOf(cause.newest.severity);
+            const QString text = causes->textOf(cause);
             texts.insert(mark.row, int(contents->texts.size()));
-            contents->texts.append(tr("%1 from %2: %3", "severity, sender, text")
-                                       .arg(nameOf(cause.newest.severity), cause.newest.sender, causes->textOf(cause)));
+            contents->texts.append(
+                cause.newest.field < 0
+                    ? tr("%1: %2", "severity, text").arg(severity, text)
+                    : tr("%1 from %2: %3", "severity, sender, text").arg(severity, cause.newest.sender, text));
         }
         contents->events.append({mark.time, mark.time, texts.value(mark.row), accentOf(cause.newest.severity)});
     }
-    std::sort(contents->events.begin(), contents->events.end(),
-              [](const TimeLine::Mark& a, const TimeLine::Mark& b) { return a.start < b.start; });
 }
 
 /** Adds the gaps of a type, if it has statistics. */
