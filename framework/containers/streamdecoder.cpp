@@ -3,6 +3,7 @@
 #include "definitions.h"
 #include "message.h"
 #include "messageinfo.h"
+#include "selectivedecoder.h"
 
 namespace
 {
@@ -115,6 +116,8 @@ void StreamDecoder::setOrigin(const Container* container, const QVector<const Fo
 }
 
 void StreamDecoder::publishTypes(QStringList*) const {}
+
+SelectiveDecoder::~SelectiveDecoder() = default;
 
 TypeSchema StreamDecoder::getUnknownSchema(quint32) const
 {

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QVector>
 
+#include <vector>
+
 /**
  * Where the chunks of an MCAP file lie, and what its summary says.
  *
@@ -28,6 +30,7 @@ public:
         quint64 start;
         quint64 end;
         bool isOrdered = true; ///< whether messages outside of chunks come in the order of their times
+        std::vector<quint16> channels = std::vector<quint16>(); ///< of its messages; empty where nothing tells
     };
 
     /** A record that announces a schema or a channel. */

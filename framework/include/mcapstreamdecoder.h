@@ -1,6 +1,7 @@
 #ifndef MCAPSTREAMDECODER_H
 #define MCAPSTREAMDECODER_H
 
+#include "selectivedecoder.h"
 #include "streamdecoder.h"
 
 #include <memory>
@@ -34,8 +35,11 @@ struct InputFile;
  * they are not. The index of a file whose summary counts no messages by chunk may not know of those outside. At most
  * 256 MiB are held; beyond that the earliest messages are handed out, with a word about it. Live, messages outside of
  * chunks are handed out as they come.
+ *
+ * With a type filter, chunks that have none of the wanted messages, as the index tells, are not decompressed, and
+ * neither they nor the file as a whole are checked.
  */
-class CORVELFRAMEWORK_EXPORT McapStreamDecoder : public StreamDecoder
+class CORVELFRAMEWORK_EXPORT McapStreamDecoder : public StreamDecoder, public SelectiveDecoder
 {
 public:
     enum Mode
@@ -61,6 +65,7 @@ public:
     void finish(StreamSink* sink) override;
     /** Channels that were announced are still known. */
     void restart(quint64 offset) override;
+    void setTypeFilter(const TypeFilter& isWanted) override;
     bool hasTimes() const override;
     QString getSenderName(quint32 sender) const override;
     void publishTypes(QStringList* problems) const override;

@@ -7,6 +7,7 @@
 #include "messagereference.h"
 #include "recordingindex.h"
 #include "samefield.h"
+#include "selectivedecoder.h"
 
 #include <QElapsedTimer>
 #include <QReadWriteLock>
@@ -86,6 +87,8 @@ void FieldPass::run()
     OpenedStream stream;
     if (open(&stream)) {
         m_decoder = stream.decoder.get();
+        if (auto* const selective = dynamic_cast<SelectiveDecoder*>(stream.decoder.get()))
+            selective->setTypeFilter([this](const MessageInfo* info) { return info && !wantsOf(info).empty(); });
         read(stream.decoder.get());
         m_decoder = nullptr;
     }

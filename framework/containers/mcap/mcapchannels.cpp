@@ -180,7 +180,7 @@ const McapChannels::Entry* McapChannels::add(quint16 channel, const MessageInfo*
 {
     // A number that is given to another channel makes another sender: the statistics of the two must not mix.
     const quint32 version = m_versions[channel]++ & 0xffff;
-    std::unique_ptr<Entry> entry(new Entry{info, 0, version << 16 | channel});
+    std::unique_ptr<Entry> entry(new Entry{info, 0, version << 16 | channel, !m_isWanted || m_isWanted(info)});
     if (info)
         entry->id = *m_ids.insert(info, m_ids.value(info, quint32(m_ids.size()) + 1));
     else

@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -32,10 +33,14 @@ public:
         const MessageInfo* info; ///< null when they cannot be decoded
         quint32 id;              ///< of the type, or of the channel where there is none
         quint32 sender;
+        bool isWanted; ///< see setTypeFilter()
     };
 
     explicit McapChannels(Definitions* definitions);
     ~McapChannels();
+
+    /** Which of the types that come are wanted: all, unless told. */
+    void setTypeFilter(const std::function<bool(const MessageInfo*)>& isWanted) { m_isWanted = isWanted; }
 
     /** Forgets what was announced, for another file may announce other things under the same numbers. */
     void beginFile();
@@ -111,7 +116,8 @@ private:
                      const TypeSchema& schema);
 
     Definitions* m_definitions;
-    quint64 m_kept; // bytes of definitions
+    std::function<bool(const MessageInfo*)> m_isWanted; // may be empty
+    quint64 m_kept;                                     // bytes of definitions
     QHash<quint16, Schema> m_schemas;
     QHash<quint16, Schema> m_earlierSchemas;      // of the files before
     QHash<quint16, Announcement> m_announcements; // by channel

@@ -67,6 +67,9 @@ bool McapReader::readChunkName()
     if (!problem.isEmpty()) {
         report(StreamProblem::UnsupportedFrame, m_recordOffset, RecordHeadSize + m_length, problem);
         m_state = Skipping;
+    } else if (!isChunkWanted()) {
+        m_hasLost = true; // it may announce what others are of
+        m_state = Skipping;
     } else if (m_chunkHead.compression.isEmpty() && m_chunkHead.recordsSize == m_chunkHead.uncompressedSize) {
         m_plainChunk = makeChunk();
         m_plainSize = 0;
@@ -190,7 +193,8 @@ void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
                 break;
             }
             const MessageHead message(body);
-            if (const McapChannels::Entry* const channel = channelOf(message.channel, body, head.length))
+            const McapChannels::Entry* const channel = channelOf(message.channel, body, head.length);
+            if (channel && channel->isWanted)
                 chunk->append(McapMessageOrder::Message(channel, body, head.length));
             break;
         }

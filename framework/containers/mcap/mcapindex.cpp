@@ -190,7 +190,8 @@ bool McapIndexReader::readSummaryRecord(const RecordHead& head, const char* reco
         if (!chunk.read(body) || chunk.offset < quint64(MagicSize) || chunk.offset >= dataEnd ||
             chunk.length > dataEnd - chunk.offset || chunk.start > chunk.end)
             return false;
-        m_index->m_chunks.append(McapIndex::Chunk{chunk.offset, chunk.length, chunk.start, chunk.end});
+        m_index->m_chunks.append(
+            McapIndex::Chunk{chunk.offset, chunk.length, chunk.start, chunk.end, true, chunk.channels});
         m_messagesInChunks =
             chunk.messages < 0 || m_messagesInChunks < 0 ? qint64(-1) : m_messagesInChunks + chunk.messages;
         return true;

@@ -71,8 +71,11 @@ std::unique_ptr<McapMessageOrder::Chunk> McapMessageOrder::make(quint64 size)
 
 void McapMessageOrder::add(std::unique_ptr<Chunk> chunk)
 {
-    if (chunk->messages.empty())
+    if (chunk->messages.empty()) {
+        if (chunk->size <= GreatestSpare)
+            m_spare = std::move(chunk);
         return;
+    }
     if (!chunk->isOrdered)
         std::stable_sort(chunk->messages.begin(), chunk->messages.end(),
                          [](const Message& left, const Message& right) { return left.time < right.time; });

@@ -42,6 +42,32 @@ void McapReader::setIndex(const McapIndex& index)
     }
     m_dataCrcIsWanted = index.hasDataChecksum();
     m_definitions = index.getDefinitions();
+    m_chunkChannels.clear();
+    for (const McapIndex::Chunk& chunk : chunks)
+        if (!chunk.channels.empty())
+            m_chunkChannels.push_back({chunk.offset, chunk.channels});
+}
+
+void McapReader::setTypeFilter(const SelectiveDecoder::TypeFilter& isWanted)
+{
+    m_leavesOut = true;
+    m_channels.setTypeFilter(isWanted);
+}
+
+/** Whether the chunk that begins may have anything that is wanted, as far as the index tells. */
+bool McapReader::isChunkWanted() const
+{
+    if (!m_leavesOut)
+        return true;
+    const auto found =
+        std::lower_bound(m_chunkChannels.begin(), m_chunkChannels.end(), m_recordOffset,
+                         [](const ChunkChannels& chunk, quint64 offset) { return chunk.offset < offset; });
+    if (found == m_chunkChannels.end() || found->offset != m_recordOffset)
+        return true;
+    return std::any_of(found->channels.begin(), found->channels.end(), [this](quint16 number) {
+        const McapChannels::Entry* const channel = m_channels.find(number);
+        return !channel || channel->isWanted;
+    });
 }
 
 /** Takes what was announced before the place where reading goes on behind a jump. */
@@ -162,7 +188,7 @@ void McapReader::processMessage(const char* body, quint64 size)
 {
     const MessageHead head(body);
     const McapChannels::Entry* const channel = channelOf(head.channel, body, size);
-    if (!channel)
+    if (!channel || !channel->isWanted)
         return;
     const bool isIndexed = m_hasIndex && m_recordOffset < m_indexEnd;
     if (!m_mustEnd || (isIndexed && m_isInOrder)) {

@@ -84,6 +84,7 @@ McapReader::McapReader(Definitions* definitions, bool mustEnd)
     , m_hasIndex(false)
     , m_indexEnd(0)
     , m_isInOrder(false)
+    , m_leavesOut(false)
     , m_stretchEnd(Never)
     , m_greatestTime(0)
     , m_releasedTime(0)
@@ -314,7 +315,7 @@ void McapReader::processRecord(const char* body, quint64 size)
     case DataEndRecord:
         endStretch();
         m_order.release(Never, m_sink);
-        if (m_crcCovers && m_dataCrcIsWanted)
+        if (m_crcCovers && m_dataCrcIsWanted && !m_leavesOut)
             checkCrc(qFromLittleEndian<quint32>(body), m_crc, QStringLiteral("the data of the file"));
         m_crc = 0;
         m_crcCovers = true;
@@ -326,8 +327,8 @@ void McapReader::processRecord(const char* body, quint64 size)
         m_order.release(Never, m_sink);
         Footer footer;
         footer.read(Cursor(body, size));
-        const bool covers =
-            m_crcCovers && (footer.summaryStart == m_summaryOffset - m_fileStarts[m_file] || footer.summaryStart == 0);
+        const bool covers = !m_leavesOut && m_crcCovers &&
+                            (footer.summaryStart == m_summaryOffset - m_fileStarts[m_file] || footer.summaryStart == 0);
         if (covers && m_summaryOffset != 0)
             checkCrc(footer.crc, m_crc, QStringLiteral("the summary"));
         m_position += m_length - (FooterSize - 4);

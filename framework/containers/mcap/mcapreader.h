@@ -6,6 +6,7 @@
 #include "mcapindex.h"
 #include "mcapmessageorder.h"
 #include "mcaprecord.h"
+#include "selectivedecoder.h"
 #include "streamdecoder.h"
 
 #include <QVector>
@@ -21,6 +22,7 @@ public:
 
     void setIndex(const McapIndex& index);
     void setFiles(const QVector<InputFile>& files);
+    void setTypeFilter(const SelectiveDecoder::TypeFilter& isWanted);
     void feed(const char* bytes, quint64 size, StreamSink* sink);
     void finish(StreamSink* sink);
     void restart(quint64 offset);
@@ -49,11 +51,12 @@ private:
     bool step();
     const char* take(quint64 size);
     void account(const char* bytes, quint64 size);
-    bool isCrcWanted() const { return m_crcCovers && (m_dataCrcIsWanted || m_summaryOffset != 0); }
+    bool isCrcWanted() const { return m_crcCovers && !m_leavesOut && (m_dataCrcIsWanted || m_summaryOffset != 0); }
 
     bool readMagic();
     bool readRecordHead();
     bool readRecord();
+    bool isChunkWanted() const;
     bool readChunkHead();
     bool readChunkName();
     bool readChunk();
@@ -85,6 +88,11 @@ private:
     {
         quint64 offset;
         quint64 earliest; // of chunks from that offset on
+    };
+    struct ChunkChannels
+    {
+        quint64 offset; // of the chunk
+        std::vector<quint16> channels;
     };
     std::vector<LaterStart>::const_iterator laterStart(quint64 offset) const;
     void endStretch();
@@ -161,8 +169,10 @@ private:
 
     // For the order of messages.
     bool m_hasIndex;
-    quint64 m_indexEnd; // it knows of nothing from there on
-    bool m_isInOrder;   // by itself, as the index has it
+    quint64 m_indexEnd;                         // it knows of nothing from there on
+    bool m_isInOrder;                           // by itself, as the index has it
+    bool m_leavesOut;                           // what nobody wants
+    std::vector<ChunkChannels> m_chunkChannels; // in the order of the stream; only then
     std::vector<LaterStart> m_starts;
     McapCopies m_stretch;   // messages outside of chunks, one behind the other
     quint64 m_stretchEnd;   // where another begins

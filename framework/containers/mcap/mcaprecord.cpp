@@ -48,11 +48,16 @@ bool ChunkIndex::read(Cursor cursor)
     length = cursor.number<quint64>();
     const bool isGood = cursor.isGood();
     // Each channel has an index of its own, with 16 bytes for a message.
-    const quint64 channels = quint64(cursor.text().size()) / (sizeof(quint16) + sizeof(quint64));
-    const quint64 heads = channels * (RecordHeadSize + sizeof(quint16) + sizeof(quint32));
+    const QByteArray map = cursor.text();
+    const int entry = int(sizeof(quint16) + sizeof(quint64));
+    const int count = int(map.size()) / entry;
+    const quint64 heads = quint64(count) * (RecordHeadSize + sizeof(quint16) + sizeof(quint32));
     const quint64 indexes = cursor.number<quint64>();
-    if (cursor.isGood() && channels > 0 && indexes >= heads)
+    if (cursor.isGood() && count > 0 && indexes >= heads) {
         messages = qint64((indexes - heads) / (2 * sizeof(quint64)));
+        for (int i = 0; i < count; ++i)
+            channels.push_back(qFromLittleEndian<quint16>(map.constData() + i * entry));
+    }
     return isGood;
 }
 

@@ -194,8 +194,9 @@ struct ChunkIndex
     quint64 start = 0;
     quint64 end = 0;
     quint64 offset = 0;
-    quint64 length = 0;   ///< of the whole record
-    qint64 messages = -1; ///< in the chunk, as far as it has an index of them; else -1
+    quint64 length = 0;            ///< of the whole record
+    qint64 messages = -1;          ///< in the chunk, as far as it has an index of them; else -1
+    std::vector<quint16> channels; ///< of these messages
 };
 
 struct Statistics

@@ -50,6 +50,11 @@ void McapStreamDecoder::restart(quint64 offset)
     m_private->reader.restart(offset);
 }
 
+void McapStreamDecoder::setTypeFilter(const TypeFilter& isWanted)
+{
+    m_private->reader.setTypeFilter(isWanted);
+}
+
 // Live, messages are shown as they come and not at the pace of the sender's clock.
 bool McapStreamDecoder::hasTimes() const
 {

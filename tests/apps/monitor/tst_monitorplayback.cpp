@@ -340,6 +340,15 @@ void tst_monitorplayback::theWholeRecordingIsPlottedAndAClickGoesThere()
     EVENTUALLY(
         points().endsWith(" 1.87655 0.87655 -0.12345 -1.12345 -2.12345 -2.12345 -2.12345 -2.12345 -2.12345 -2.12345"));
     EVENTUALLY(view->getPositions().contains(9) && view->getPositions().contains(7));
+    // One that has the same times, and no line, is chosen: the click is for the one that has.
+    window.getPlot()->setSinceStart(false);
+    QVERIFY(window.play(m_folder.write("beside.tlog", record(0, 0, "type", 2) + record(0, 9, "type", 2))));
+    window.getDesk()->chooseSource(window.getSources()->getSession(2));
+    EVENTUALLY_IS(range(), "0 to 86407");
+    view->replot();
+    sought.clear();
+    QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, place(3));
+    EVENTUALLY(sought.size() == 1);
 }
 
 // Messages that say themselves what fields they have make another type when there are more.

@@ -268,6 +268,10 @@ void tst_monitorplot::rowsAreDroppedAndSavedAsValues()
     plot->plot("desk/NAV_STATE/ground_speed");
     desk.send(desk.createNav(0.1), 1500);
     desk.send(desk.createNav(std::nan("")), 1600);
+    plot->plot("2 * \"desk/NAV_STATE/place[1]/x\""); // of what is there already
+    QCOMPARE(plot->getLegend()->topLevelItem(2)->text(0), QString("2 * NAV_STATE.place[1].x"));
+    plot->getLegend()->setCurrentItem(plot->getLegend()->topLevelItem(2));
+    plot->removeChosen();
     QCOMPARE(save(folder.filePath("values.csv"), false), QString());
     QFile file(folder.filePath("values.csv"));
     QVERIFY(file.open(QIODevice::ReadOnly));

@@ -155,6 +155,35 @@ PlotExpression PlotExpression::parse(const QString& text, const Lines& lines, Fo
     return expression;
 }
 
+PlotExpression PlotExpression::ofPaths(const QString& text)
+{
+    static const QRegularExpression quoted(QStringLiteral("\"([^\"]*)\""));
+    QStringList paths;
+    QString plain;
+    int done = 0;
+    for (auto all = quoted.globalMatch(text); all.hasNext();) {
+        const QRegularExpressionMatch one = all.next();
+        plain += text.mid(done, int(one.capturedStart()) - done) + QStringLiteral("Q%1").arg(paths.size());
+        done = int(one.capturedEnd());
+        paths.append(one.captured(1));
+    }
+    plain += text.mid(done);
+    Formula formula;
+    Formula::Fault fault;
+    PlotExpression expression;
+    if (paths.isEmpty() || !formula.parse(plain, &fault))
+        return expression;
+    bool isGood = true;
+    expression.formula = withNames(plain, [&](const QString& name) {
+        if (!formula.getNames().contains(name))
+            return name;
+        const int path = name.startsWith(QLatin1Char('Q')) ? name.mid(1).toInt() : -1;
+        isGood = isGood && path >= 0 && path < paths.size();
+        return isGood ? expression.letterFor({paths.at(path), QString(), PlotFunction::Values}) : name;
+    });
+    return isGood ? expression : PlotExpression();
+}
+
 QString PlotExpression::toText(const QStringList& names) const
 {
     return withNames(formula, [&](const QString& name) {

@@ -51,6 +51,10 @@ struct PlotExpression
      */
     static PlotExpression parse(const QString& text, const Lines& lines, Formula::Fault* fault);
 
+    /** Reads what has paths in quotation marks alone, whether these are known by now or not; null when it is no such
+     * expression. */
+    static PlotExpression ofPaths(const QString& text);
+
     /** With each letter as @p names has it. */
     QString toText(const QStringList& names) const;
     /** As one text, and back; null when it is none. Begins with "=", as no path of a field does. */

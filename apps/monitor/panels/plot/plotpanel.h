@@ -48,7 +48,7 @@ public:
     bool isFilled() const override { return !getSeries().empty(); }
 
     /** Draws the field that @p expression names, of the sender behind a tab in it if there is one, as soon as it is
-     * known. */
+     * known. Where it has paths in quotation marks, what is computed from these. */
     void plot(const QString& expression);
     /** Draws a field from now on, of one sender or of each when @p origin has none: in the plot @p place, from 0, or in
      * a new one below when there are not as many; a negative one is that of the series that is chosen. */

@@ -22,8 +22,10 @@ PlotWishes::PlotWishes(PlotPanel* panel, QObject* parent)
     connect(panel, &PlotPanel::cleared, this, [this]() { m_waiting.clear(); });
 }
 
-bool PlotWishes::add(const QString& expression, int place, PlotFunction::Kind function)
+bool PlotWishes::add(const QString& wish, int place, PlotFunction::Kind function)
 {
+    const PlotExpression computed = PlotExpression::ofPaths(wish);
+    const QString expression = computed.isNull() ? wish : computed.toWish();
     if (expression.isEmpty() || m_waiting.contains(expression) || m_waiting.size() >= MostWaiting)
         return false;
     m_waiting.append(expression);

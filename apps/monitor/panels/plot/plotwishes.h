@@ -22,8 +22,8 @@ public:
     /** @param panel  where they are plotted; borrowed */
     explicit PlotWishes(PlotPanel* panel, QObject* parent = nullptr);
 
-    /** Plots the field that @p expression names, now or later; whether it is plotted now. See PlotPanel::addField(). */
-    bool add(const QString& expression, int place = -1, PlotFunction::Kind function = PlotFunction::Values);
+    /** Plots what @p wish names, see PlotPanel::plot(), now or later; whether it is plotted now. */
+    bool add(const QString& wish, int place = -1, PlotFunction::Kind function = PlotFunction::Values);
     /** What waits, in the order in which it was wished. */
     const QStringList& getWaiting() const { return m_waiting; }
 

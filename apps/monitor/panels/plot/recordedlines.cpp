@@ -193,17 +193,22 @@ bool RecordedLines::goTo(double seconds, bool sinceStart)
     if (sessions.isEmpty())
         return false;
     const qint64 time = qint64(seconds * 1e6);
-    qint64 nearest = 0;
-    for (int i = 0; i < int(sessions.size()); ++i) {
-        const StreamSource* const source = sessions.at(i)->getSource();
+    SourceSession* nearest = nullptr;
+    qint64 place = 0;
+    for (SourceSession* const session : sessions) {
+        const StreamSource* const source = session->getSource();
         const qint64 there =
             qBound(source->getStartTime(), time + (sinceStart ? source->getStartTime() : 0), source->getEndTime());
         if (sinceStart)
-            Desk::jumpTo(sessions.at(i), there);
-        if (i == 0 || qAbs(there - time) < qAbs(nearest - time))
-            nearest = there;
+            Desk::jumpTo(session, there);
+        const qint64 distance = qAbs(there - time);
+        const bool isChosen = session == m_desk->getChosenSource();
+        if (nearest && (distance > qAbs(place - time) || (distance == qAbs(place - time) && !isChosen)))
+            continue;
+        nearest = session;
+        place = there;
     }
-    if (!sinceStart)
-        m_desk->jumpTo(nearest);
+    if (!sinceStart) // also where others, of which there is no line, have that time
+        Desk::jumpTo(nearest, place);
     return true;
 }

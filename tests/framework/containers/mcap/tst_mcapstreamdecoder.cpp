@@ -311,6 +311,39 @@ private Q_SLOTS:
         }
     }
 
+    void whatNobodyWantsIsNotRead()
+    {
+        Recording recording(settings(McapWriter::Zstd, 600));
+        const quint16 a = recording.addPoints("/a");
+        const quint16 b = recording.writer.addChannel(
+            "/b", "protobuf", recording.writer.addSchema("other.Point", "protobuf", schema("other")));
+        QStringList expected;
+        for (int i = 0; i < 100; ++i) { // some of both, then only b, then only a
+            const bool isWanted = i < 10 ? i % 2 : i >= 70;
+            recording.writer.writeMessage(isWanted ? a : b, 0, quint64(i) * Millisecond, point(i, 40));
+            if (isWanted)
+                expected.append(text("demo.Point /a @%1").arg(i * 1000));
+        }
+        QByteArray bytes = recording.finished();
+        const std::unique_ptr<McapIndex> index = m_files.indexOf(bytes);
+        int unwanted = 0;
+        for (const McapIndex::Chunk& chunk : index->getChunks()) {
+            if (chunk.channels != std::vector<quint16>{b})
+                continue;
+            ++unwanted;
+            bytes[int(chunk.offset + chunk.length / 2)] ^= 1; // who reads it complains
+        }
+        QVERIFY(unwanted > 2 && !Decoded(bytes, index.get()).problems.isEmpty());
+        McapDecoding decoding(std::make_shared<Definitions>(), McapStreamDecoder::Recording);
+        Transcript found(&decoding.decoder, false);
+        decoding.decoder.setIndex(index.get());
+        decoding.decoder.setTypeFilter(
+            [](const MessageInfo* info) { return info && info->getName() == text("demo.Point"); });
+        feedAll(&decoding.decoder, bytes, &found, 100, 0);
+        QCOMPARE(found.problems, QStringList());
+        QCOMPARE(found.messages, expected);
+    }
+
     void schemasThatAreTheSameGiveTheSameType()
     {
         QStringList expected;
