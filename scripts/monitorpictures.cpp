@@ -1,11 +1,12 @@
 // Puts the monitor's window into states that only somebody's hands lead to, and saves a picture of each: dialogs, tool
 // tips, views that are paused, a recording that grows, colours that change. For scripts/screenshots.
 //
-// usage: monitor_pictures FOLDER RECORDING [light|dark]
+// usage: monitor_pictures FOLDER RECORDING [light|dark [bytes]]; with "bytes" the picture of these only
 
 #include "connectdialog.h"
 #include "findbar.h"
 #include "language.h"
+#include "messagespanel.h"
 #include "messagetreewidget.h"
 #include "plotseries.h"
 #include "preferencesdialog.h"
@@ -19,6 +20,7 @@
 #include <QFile>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QToolTip>
 
@@ -39,6 +41,7 @@ public:
     }
 
     bool makeAll();
+    bool makeBytes();
 
 private:
     // Waits for what is never sure to come in time on a busy computer, too.
@@ -214,6 +217,26 @@ void Pictures::makePlot()
     save(window, QStringLiteral("plot-narrow"));
 }
 
+// A message of the list with the bytes of one of its fields.
+bool Pictures::makeBytes()
+{
+    TestWindow window;
+    showSimulation(&window);
+    Desk* const desk = window.getDesk();
+    const FieldPath yaw = FieldPath::fromExpression(QStringLiteral("*/ATTITUDE/yaw"));
+    window.find<TypePanel>()->chooseWhenSeen({QStringLiteral("ATTITUDE")});
+    desk->chooseTypes({{yaw.getMessageInfo(), QString()}});
+    MessagesPanel* const messages = window.find<MessagesPanel>();
+    Q_EMIT desk->wanted(messages);
+    Q_EMIT desk->bytesWanted();
+    const QAbstractItemModel* const list = messages->getView()->model();
+    wait([list]() { return list->rowCount() > 20; });
+    messages->getView()->selectRow(list->rowCount() - 3);
+    Q_EMIT desk->fieldWanted(yaw, QStringLiteral("1:1"));
+    save(window, QStringLiteral("messages"));
+    return m_isGood;
+}
+
 bool Pictures::makeAll()
 {
     makeEmpty();
@@ -224,6 +247,7 @@ bool Pictures::makeAll()
     makeFound();
     makeToolTip();
     makePlot();
+    makeBytes();
     return m_isGood;
 }
 
@@ -240,7 +264,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: monitor_pictures FOLDER RECORDING [light|dark]\n");
         return 1;
     }
-    if (Pictures(arguments.at(1), arguments.at(2), theme).makeAll())
+    Pictures pictures(arguments.at(1), arguments.at(2), theme);
+    if (arguments.size() > 4 ? pictures.makeBytes() : pictures.makeAll())
         return 0;
     std::fprintf(stderr, "monitor_pictures: not all states could be reached\n");
     return 2;

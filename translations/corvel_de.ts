@@ -148,6 +148,17 @@
     </message>
 </context>
 <context>
+    <name>BitsStrip</name>
+    <message>
+        <source>Bits</source>
+        <translation>Bits</translation>
+    </message>
+    <message>
+        <source>Bit %1</source>
+        <translation>Bit %1</translation>
+    </message>
+</context>
+<context>
     <name>ByteInput</name>
     <message>
         <source>standard input</source>
@@ -188,6 +199,89 @@
     <message>
         <source>the device is gone</source>
         <translation>das Gerät ist nicht mehr da</translation>
+    </message>
+</context>
+<context>
+    <name>BytesPanel</name>
+    <message>
+        <source>Bytes</source>
+        <translation>Bytes</translation>
+    </message>
+    <message>
+        <source>Show &amp;Bytes</source>
+        <translation>&amp;Bytes zeigen</translation>
+    </message>
+    <message>
+        <source>Ctrl+B</source>
+        <translation>Ctrl+B</translation>
+    </message>
+    <message>
+        <source>Hidden data: messages of this type have confidential fields.</source>
+        <translation>Verborgene Daten: Nachrichten dieses Typs haben vertrauliche Felder.</translation>
+    </message>
+    <message>
+        <source>Choose a row in the tree, or a message under Messages, to see its bytes.</source>
+        <translation>Wählen Sie eine Zeile im Baum oder eine Nachricht unter Nachrichten, um ihre Bytes zu sehen.</translation>
+    </message>
+    <message>
+        <source>The message has no bytes.</source>
+        <translation>Die Nachricht hat keine Bytes.</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 Bytes</translation>
+    </message>
+    <message>
+        <source>chosen under Messages</source>
+        <translation>unter Nachrichten gewählt</translation>
+    </message>
+    <message>
+        <source>the newest</source>
+        <translation>die neueste</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 bis %2</translation>
+    </message>
+    <message>
+        <source>bit %1 of byte %2</source>
+        <translation>Bit %1 von Byte %2</translation>
+    </message>
+    <message>
+        <source>bits %1 of byte %2</source>
+        <translation>Bits %1 von Byte %2</translation>
+    </message>
+    <message>
+        <source>byte %1</source>
+        <translation>Byte %1</translation>
+    </message>
+    <message>
+        <source>bytes %1</source>
+        <translation>Bytes %1</translation>
+    </message>
+    <message>
+        <source>Choose a field in the tree, or a byte.</source>
+        <translation>Wählen Sie ein Feld im Baum oder ein Byte.</translation>
+    </message>
+    <message>
+        <source>not in this message</source>
+        <translation>nicht in dieser Nachricht</translation>
+    </message>
+    <message>
+        <source>needs no bytes in this message: it has its usual value</source>
+        <translation>braucht in dieser Nachricht keine Bytes: Es hat seinen üblichen Wert</translation>
+    </message>
+    <message>
+        <source>computed, and in no bytes of its own</source>
+        <translation>berechnet und in keinen eigenen Bytes</translation>
+    </message>
+    <message>
+        <source>nobody can tell where it stands in these bytes</source>
+        <translation>niemand kann sagen, wo es in diesen Bytes steht</translation>
+    </message>
+    <message>
+        <source>none of a field</source>
+        <translation>gehört zu keinem Feld</translation>
     </message>
 </context>
 <context>
@@ -2356,10 +2450,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>Ctrl+J</translation>
     </message>
     <message>
-        <source>Copy &amp;Bytes</source>
-        <translation>&amp;Bytes kopieren</translation>
-    </message>
-    <message>
         <source>Ctrl+Shift+C</source>
         <translation>Ctrl+Shift+C</translation>
     </message>
@@ -2394,6 +2484,18 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Newer: %1</source>
         <translation>Neuere: %1</translation>
+    </message>
+    <message>
+        <source>Show &amp;Bytes</source>
+        <translation>&amp;Bytes zeigen</translation>
+    </message>
+    <message>
+        <source>Ctrl+B</source>
+        <translation>Ctrl+B</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Bytes</source>
+        <translation>Bytes &amp;kopieren</translation>
     </message>
 </context>
 <context>
@@ -2740,6 +2842,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Comparison</source>
         <translation>Vergleich</translation>
+    </message>
+    <message>
+        <source>Bytes</source>
+        <translation>Bytes</translation>
     </message>
 </context>
 <context>

@@ -97,8 +97,8 @@ void MonitorOptions::read()
          QLatin1String("number")},
         {QLatin1String("panel"),
          QLatin1String(
-             "Show the panel <name> in front: watches, sources, types, statistics, forms, events, messages, plot or "
-             "compare; can be repeated."),
+             "Show the panel <name> in front: watches, sources, types, statistics, forms, events, messages, bytes, "
+             "plot or compare; can be repeated."),
          QLatin1String("name")},
         {QLatin1String("form"), QLatin1String("Show a form of the message type <type>; can be repeated."),
          QLatin1String("type")},

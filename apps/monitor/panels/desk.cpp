@@ -71,6 +71,15 @@ void Desk::chooseMessage(const MessageReference& message)
     Q_EMIT chosenMessageChanged();
 }
 
+void Desk::setCurrentField(const FieldPath& path, const Subject& subject)
+{
+    if (path == m_currentField && subject == m_currentSubject)
+        return;
+    m_currentField = path;
+    m_currentSubject = subject;
+    Q_EMIT currentFieldChanged();
+}
+
 RecordingOverview* Desk::getOverview(const SourceSession* session)
 {
     return session ? session->getOverview() : nullptr;

@@ -90,6 +90,12 @@ public:
     const MessageReference& getChosenMessage() const { return m_chosenMessage; }
     void chooseMessage(const MessageReference& message);
 
+    /** What is current in the tree: the way to a field, or a type; null for neither. */
+    const FieldPath& getCurrentField() const { return m_currentField; }
+    /** The row of the type in which that lies; without a type for neither. */
+    const Subject& getCurrentSubject() const { return m_currentSubject; }
+    void setCurrentField(const FieldPath& path, const Subject& subject);
+
     /** What there is in all of a recording that is open; null for a live source, for null, and while it is not there.
      */
     static RecordingOverview* getOverview(const SourceSession* session);
@@ -125,6 +131,11 @@ Q_SIGNALS:
     void chosenSourceChanged();
     void chosenTypesChanged();
     void chosenMessageChanged();
+    void currentFieldChanged();
+    /** The user wants the row of a field to be current, as a sender sends it. */
+    void fieldWanted(const FieldPath& path, const QString& sender);
+    /** The user wants to see the bytes of the message that is chosen. */
+    void bytesWanted();
     /** There is another getOverview() of @p session, or more in it. */
     void overviewGrown(SourceSession* session);
     /** The overview of @p session is complete: it has statistics and events. */
@@ -170,6 +181,8 @@ private:
     QPointer<SourceSession> m_chosenSource;
     QVector<Subject> m_chosenTypes;
     MessageReference m_chosenMessage;
+    FieldPath m_currentField;
+    Subject m_currentSubject{};
     QVector<FieldUse> m_fieldUses;
     QVector<TypeUse> m_typeUses;
     Preferences m_preferences;

@@ -1,3 +1,4 @@
+#include "bytespanel.h"
 #include "comparepanel.h"
 #include "eventpanel.h"
 #include "formpanel.h"
@@ -43,6 +44,8 @@ const QVector<PanelRow>& getPanelTable()
          {Place::Bottom, 0, 190, nullptr, nullptr}, create<EventPanel>},
         {"messages", QT_TRANSLATE_NOOP("Panel", "Messages"),
          {Place::Bottom, 0, 0, "events", nullptr}, create<MessagesPanel>},
+        {"bytes", QT_TRANSLATE_NOOP("Panel", "Bytes"),
+         {Place::Bottom, 480, 190, nullptr, "events", true}, create<BytesPanel>},
 #ifdef CORVEL_MONITOR_PLOT
         {"plot", QT_TRANSLATE_NOOP("Panel", "Plot"), // half of the middle; as high as that when it is narrow
          {Place::Right, 350, 400, nullptr, "events", true}, create<PlotPanel>, "GPL-3.0-or-later"}, // as QCustomPlot is

@@ -143,6 +143,8 @@ void DockLayout::giveRoom(const PanelRow& row)
     if (share > 0)
         m_window->resizeDocks({dock}, {(isBelow ? m_window->height() : m_window->width()) * share / Whole},
                               isBelow ? Qt::Vertical : Qt::Horizontal);
+    if (row.place.area == PanelPlace::Bottom && row.place.width > 0)
+        m_window->resizeDocks({dock}, {m_window->width() * row.place.width / Whole}, Qt::Horizontal);
 }
 
 // Only of docks that are seen: the tabs of a hidden one stay behind.

@@ -1,3 +1,6 @@
+#include "bitsstrip.h"
+#include "bytespanel.h"
+#include "bytesview.h"
 #include "definitions.h"
 #include "desk.h"
 #include "encoding.h"
@@ -6,8 +9,12 @@
 #include "mavlinkframes.h"
 #include "messagelist.h"
 #include "messagespanel.h"
+#include "messagetreewidget.h"
+#include "panelset.h"
 #include "testbase.h"
 #include "textrows.h"
+#include "treepanel.h"
+#include "treerows.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -27,6 +34,9 @@ private Q_SLOTS:
     void standsStillWhileSomebodyReads();
     void keepsTheLastOnes();
     void hidesWhatIsConfidential();
+    void marksTheBytesOfAField();
+    void leadsFromBytesToFields();
+    void goesThroughBytesByKeys();
 };
 
 namespace
@@ -78,6 +88,56 @@ struct ListDesk : Desk
 
     MavlinkScript script;
     MessagesPanel panel{this};
+};
+
+/** A desk with the tree, the list and the bytes. */
+struct BytesDesk : Desk
+{
+    BytesDesk()
+    {
+        for (const MessageInfo* const info : {attitude, heartbeat})
+            tree().getRows()->set({{info, text("1:1")}}, true);
+        bytes().resize(700, 300);
+        bytes().show();
+        tree().getWidget()->show();
+    }
+
+    static QVector<PanelRow> rows()
+    {
+        QVector<PanelRow> rows;
+        for (const PanelRow& row : getPanelTable())
+            if (QStringList{text("tree"), text("bytes")}.contains(text(row.id)))
+                rows.append(row);
+        return rows;
+    }
+    TreePanel& tree() const { return *panels.find<TreePanel>(); }
+    BytesPanel& bytes() const { return *panels.find<BytesPanel>(); }
+
+    MessageReference make(const char* word) const
+    {
+        Message* const message =
+            new Message(*word == 'A' ? attitude : heartbeat, script.bytes(QString::fromLatin1(word)));
+        message->setSender(text("1:1"));
+        return MessageReference::adopt(message);
+    }
+    void sendNewest(const char* word) { Q_EMIT getLatest()->newMessage(make(word).get()); }
+
+    /** Makes a row current in the tree, of a type or of a field in it. */
+    void choose(const MessageInfo* info, const char* field = "", const char* part = "")
+    {
+        FieldPath path(info);
+        for (const char* const step : {field, part})
+            if (*step)
+                path.append(text(step));
+        tree().getRows()->revealField(path, text("1:1"));
+    }
+    /** What is current in the tree. */
+    QString current() const { return getCurrentField().getFieldName(); }
+
+    MavlinkScript script;
+    const MessageInfo* attitude = script.info(30);
+    const MessageInfo* heartbeat = script.info(0);
+    PanelSet panels{this, rows()};
 };
 
 } // namespace
@@ -252,6 +312,112 @@ void tst_monitormessages::hidesWhatIsConfidential()
     desk.trigger("Ctrl+Shift+C");
     QCOMPARE(QGuiApplication::clipboard()->text(), QString::fromLatin1(desk.script.bytes(text("A1")).toHex(' ')));
     desk.setConfidentialShown(false);
+}
+
+void tst_monitormessages::marksTheBytesOfAField()
+{
+    BytesDesk desk;
+    BytesPanel& panel = desk.bytes();
+    QVERIFY(panel.getView()->getBytes().isEmpty());
+    desk.choose(desk.attitude);
+    desk.sendNewest("H1");
+    QVERIFY(panel.getView()->getBytes().isEmpty());
+    desk.sendNewest("A1");
+    QCOMPARE(panel.getView()->getBytes(), desk.make("A1")->getData());
+    QCOMPARE(panel.getTitle(), text("ATTITUDE 1:1 \u00b7 40 bytes \u00b7 the newest"));
+    desk.choose(desk.attitude, "roll");
+    QVERIFY2(panel.getText().startsWith(text("roll \u00b7 bytes 14 to 17 \u00b7 ")), qPrintable(panel.getText()));
+    QCOMPARE(int(panel.getView()->getMarksOf(13)), 0);
+    QCOMPARE(int(panel.getView()->getMarksOf(14)), 0xff);
+    desk.sendNewest("A2"); // marks stay where they are
+    QCOMPARE(panel.getView()->getBytes(), desk.make("A2")->getData());
+    QCOMPARE(int(panel.getView()->getMarksOf(17)), 0xff);
+
+    // A flag is a bit, in the byte that is shown as bits.
+    desk.sendNewest("H1");
+    desk.choose(desk.heartbeat, "base_mode", "MAV_MODE_FLAG_SAFETY_ARMED");
+    desk.sendNewest("H1");
+    QVERIFY2(panel.getText().contains(text("bit 7 of byte 16")), qPrintable(panel.getText()));
+    QCOMPARE(int(panel.getView()->getMarksOf(16)), 0x80);
+    QCOMPARE(panel.getView()->getCurrent(), qint64(16));
+
+    // A message that was chosen stays, until a row of another type is.
+    desk.chooseMessage(desk.make("A3"));
+    QCOMPARE(panel.getTitle(), text("ATTITUDE 1:1 \u00b7 40 bytes \u00b7 chosen under Messages"));
+    desk.sendNewest("A4");
+    desk.choose(desk.attitude, "yaw");
+    QCOMPARE(panel.getView()->getBytes(), desk.make("A3")->getData());
+    QCOMPARE(int(panel.getView()->getMarksOf(22)), 0xff);
+    desk.choose(desk.heartbeat, "type");
+    desk.sendNewest("H5");
+    QCOMPARE(panel.getView()->getBytes(), desk.make("H5")->getData());
+
+    const_cast<FieldInfo*>(desk.heartbeat->getFieldInfo(text("type")))->setConfidential(true);
+    panel.renew();
+    QVERIFY(panel.getView()->getBytes().isEmpty());
+    QCOMPARE(panel.getText(), QString());
+    desk.setConfidentialShown(true);
+    QVERIFY(!panel.getView()->getBytes().isEmpty());
+    desk.setConfidentialShown(false);
+    QVERIFY(panel.getView()->getBytes().isEmpty());
+    panel.forget(desk.heartbeat);
+    QCOMPARE(panel.getTitle(), QString());
+}
+
+void tst_monitormessages::leadsFromBytesToFields()
+{
+    BytesDesk desk;
+    desk.choose(desk.heartbeat);
+    desk.sendNewest("H1");
+    BytesPanel& panel = desk.bytes();
+    // A byte, or with a point the bit of one, and what is current in the tree and said then.
+    static const TextRow rows[] = {
+        {"10", "custom_mode, custom_mode \u00b7 bytes 10 to 13"},
+        {"16", "base_mode, base_mode \u00b7 byte 16"},
+        {"16.7", "base_mode.MAV_MODE_FLAG_SAFETY_ARMED, base_mode.MAV_MODE_FLAG_SAFETY_ARMED \u00b7 bit 7 of byte 16"},
+        {"4", "base_mode.MAV_MODE_FLAG_SAFETY_ARMED, byte 4 \u00b7 sequence number"},
+        {"19", "base_mode.MAV_MODE_FLAG_SAFETY_ARMED, byte 19 \u00b7 checksum"},
+        {"14", "type, type \u00b7 byte 14"},
+    };
+    checkRows(rows, [&](const QString& given) {
+        panel.getView()->setCurrent(given.section(QLatin1Char('.'), 0, 0).toInt());
+        if (given.contains(QLatin1Char('.')))
+            Q_EMIT panel.getBits()->bitChosen(given.section(QLatin1Char('.'), 1).toInt());
+        else
+            Q_EMIT panel.getView()->byteChosen(panel.getView()->getCurrent());
+        return desk.current() + text(", ") + panel.getText().section(text(" \u00b7 "), 0, 1);
+    });
+}
+
+void tst_monitormessages::goesThroughBytesByKeys()
+{
+    BytesView view;
+    view.resize(view.fontMetrics().horizontalAdvance(QLatin1Char('0')) * 100, 10 * view.fontMetrics().height());
+    QByteArray bytes;
+    for (int i = 0; i < 5000; ++i)
+        bytes.append(char(i % 251));
+    view.setBytes(bytes);
+    view.show();
+    QCOMPARE(view.getBytesInLine(), 16);
+    QList<qint64> told;
+    connect(&view, &BytesView::byteChosen, &view, [&told](qint64 byte) { told.append(byte); });
+    for (const int key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_Up, Qt::Key_Left, Qt::Key_Up})
+        QTest::keyClick(&view, Qt::Key(key));
+    QCOMPARE(told, (QList<qint64>{1, 17, 16, 31, 15, 14, 14}));
+    QTest::keyClick(&view, Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(view.getCurrent(), qint64(4999));
+    QCOMPARE(view.verticalScrollBar()->value(), view.verticalScrollBar()->maximum());
+    QTest::keyClick(&view, Qt::Key_PageUp);
+    QVERIFY(view.getCurrent() < 4999 - 16);
+    view.setCurrent(300);
+    QTest::keyClick(&view, Qt::Key_Right, Qt::ShiftModifier);
+    QTest::keyClick(&view, Qt::Key_Right, Qt::ShiftModifier);
+    QCOMPARE(view.getSelectedText(), text("31 32 33"));
+    view.setBytes(QByteArray("ab"));
+    QCOMPARE(view.getSelectedText(), text("62"));
+    view.setBytes(QByteArray());
+    QTest::keyClick(&view, Qt::Key_Right);
+    QCOMPARE(view.getCurrent(), qint64(0));
 }
 
 QTEST_MAIN(tst_monitormessages)

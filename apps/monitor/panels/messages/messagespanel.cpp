@@ -131,8 +131,9 @@ QAction* MessagesPanel::addAction(const QString& text, const QKeySequence& key, 
 void MessagesPanel::createActions()
 {
     m_goThere = addAction(tr("&Go to Its Time"), QKeySequence(Qt::Key_Return), &MessagesPanel::goThere);
+    m_showBytes = addAction(tr("Show &Bytes"), QKeySequence(tr("Ctrl+B")), &MessagesPanel::showBytes);
     m_copyJson = addAction(tr("Copy as &JSON"), QKeySequence(tr("Ctrl+J")), &MessagesPanel::copyJson);
-    m_copyBytes = addAction(tr("Copy &Bytes"), QKeySequence(tr("Ctrl+Shift+C")), &MessagesPanel::copyBytes);
+    m_copyBytes = addAction(tr("&Copy Bytes"), QKeySequence(tr("Ctrl+Shift+C")), &MessagesPanel::copyBytes);
 }
 
 bool MessagesPanel::isWanted(const MessageInfo* info, const QString& sender) const
@@ -261,7 +262,7 @@ void MessagesPanel::contextMenuEvent(QContextMenuEvent* event)
         return;
     QMenu* const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addActions({m_goThere, m_copyJson, m_copyBytes});
+    menu->addActions({m_goThere, m_showBytes, m_copyJson, m_copyBytes});
     const bool isOfMouse = event->reason() == QContextMenuEvent::Mouse;
     const QRect place = m_view->visualRect(m_view->currentIndex());
     menu->popup(isOfMouse ? event->globalPos() : m_view->viewport()->mapToGlobal(place.bottomLeft()));
@@ -291,6 +292,12 @@ void MessagesPanel::copyBytes()
         Q_EMIT m_desk->said(tr("Not copied: some of it is hidden."), SaidMilliseconds);
     else
         copy(QString::fromLatin1(message->getData().toHex(' ')));
+}
+
+void MessagesPanel::showBytes()
+{
+    if (getCurrentRow() >= 0)
+        Q_EMIT m_desk->bytesWanted();
 }
 
 void MessagesPanel::goThere()

@@ -61,6 +61,7 @@ private:
     void copyJson();
     void copyBytes();
     void goThere();
+    void showBytes();
 
     Desk* m_desk;
     TapListener m_listener;
@@ -70,6 +71,7 @@ private:
     QWidget* m_bar; // below the list, while there is something to say
     QLabel* m_note;
     QToolButton* m_newest;
+    QAction* m_showBytes;
     QAction* m_copyJson;
     QAction* m_copyBytes;
     QAction* m_goThere;

@@ -11,6 +11,7 @@
 #include "subjectrow.h"
 #include "treeactions.h"
 #include "treehint.h"
+#include "treerow.h"
 #include "treerows.h"
 #include "unsetrows.h"
 #include "valuedelegate.h"
@@ -71,6 +72,11 @@ void TreePanel::createTools()
     connect(m_desk, &Desk::senderRenamed, m_silence, &SilenceWatch::renameSender);
     connect(m_rows, &TreeRows::changed, m_hint, &TreeHint::follow);
     connect(m_desk, &Desk::rowWanted, m_rows, &TreeRows::reveal);
+    connect(m_desk, &Desk::fieldWanted, m_rows, &TreeRows::revealField);
+    connect(m_tree, &QTreeWidget::currentItemChanged, m_desk, [this](QTreeWidgetItem* item) {
+        const TreeRow row(item);
+        m_desk->setCurrentField(row.getPath(), row.getSubject());
+    });
     m_desk->offerTypeUse({[this](const Subject& subject) {
                               return m_rows->isPinned(m_rows->getPinned(subject)) ? tr("Un&pin")
                                                                                   : tr("&Pin to the Top");

@@ -326,6 +326,40 @@ void TreeRows::reveal(const Subject& subject)
     m_tree->scrollToItem(row, QAbstractItemView::PositionAtTop);
 }
 
+/** The row of a field below another one, or with a number that of one of its values. */
+static QTreeWidgetItem* rowBelow(QTreeWidgetItem* parent, const FieldInfo* field, int index)
+{
+    for (int i = 0; i < parent->childCount(); ++i) {
+        auto* const row = dynamic_cast<AbstractMessageTreeWidgetItem*>(parent->child(i));
+        if (row && row->getFieldInfo() == field && (index < 0 || row->getIndex() == index))
+            return row;
+    }
+    return nullptr;
+}
+
+void TreeRows::revealField(const FieldPath& path, const QString& sender)
+{
+    const Subject subject{path.getMessageInfo(), sender};
+    QTreeWidgetItem* found = find(getSubject(subject.info, subject.sender));
+    if (!found) {
+        reveal(subject); // which makes rows below that of a sender
+        found = find(getSubject(subject.info, subject.sender));
+    }
+    if (!found)
+        return;
+    open(found);
+    for (const FieldPath::Step& step : path.getSteps()) {
+        QTreeWidgetItem* const whole = rowBelow(found, step.field, -1);
+        if (!whole)
+            break;
+        found->setExpanded(true); // which may make rows
+        QTreeWidgetItem* const row = step.index < 0 ? nullptr : rowBelow(whole, step.field, step.index);
+        found = row ? row : whole;
+    }
+    m_tree->setCurrentItem(found);
+    m_tree->scrollToItem(found);
+}
+
 static void expandBelow(QTreeWidgetItem* item)
 {
     item->setExpanded(true);

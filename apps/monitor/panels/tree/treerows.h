@@ -11,6 +11,7 @@
 
 class AbstractMessageTreeWidgetItem;
 class Desk;
+class FieldPath;
 class Message;
 class MessageTreeWidget;
 class PinnedTypes;
@@ -68,6 +69,8 @@ public:
     void open(QTreeWidgetItem* item);
     /** Makes the row of a type current and scrolls to it, or without a type to that of a sender, if there is one. */
     void reveal(const Subject& subject);
+    /** The same of the row of a field, as far down as there are rows. */
+    void revealField(const FieldPath& path, const QString& sender);
     /** Opens and unfolds everything, up to a number of rows that somebody could read. */
     void expandAll();
 
