@@ -20,7 +20,11 @@ class QSettings;
  *
  * The application places a MessageTreeWidgetItem for each type of interest at the top level and feeds the tree. Which
  * columns are shown is configurable; secondary and virtual fields can be hidden. What the user expands is remembered
- * for the type or the field, for all trees of the process.
+ * for the type or the field, for all trees of the process. A row of a type starts unfolded, also when columns come and
+ * go, until somebody folds a row of the type, be it the user or QTreeWidgetItem::setExpanded(); a row of a field starts
+ * folded. To begin with folded rows, fold each once when it is in the tree and unfolded.
+ *
+ * A new tree has no rows to fit its columns to. Call resizeColumns() when the first ones are there.
  *
  * Many values a second are its purpose: texts of rows are stored at once, and the screen follows once for each pass of
  * the event loop.
@@ -34,6 +38,7 @@ class QSettings;
  * MessageTreeWidget* tree = new MessageTreeWidget(parent);
  * tree->addTopLevelItem(new MessageTreeWidgetItem(tree, dialect->getMessageInfo("ATTITUDE")));
  * tree->reconfigureTopLevelAbstractMessageTreeWidgetItems();
+ * tree->resizeColumns();
  * QObject::connect(source, SIGNAL(newMessage(const Message*)), tree, SLOT(processMessage(const Message*)));
  * @endcode
  */
@@ -122,7 +127,8 @@ public:
     /**
      * Writes which types and fields the user last expanded, in any tree, under "expandedMessages" and "expandedFields"
      * in the current group: as path expressions, which name them in a later run too. All these descriptions must still
-     * exist.
+     * exist. What the user folded is deliberately not written: rows of such types start unfolded in the next run. An
+     * application that wants them folded keeps a list of its own and folds the rows once.
      */
     void saveExpansionState(QSettings& settings);
     /**

@@ -14,7 +14,7 @@
  *
  * @code
  * PathExpression* types = new PathExpression(this);
- * types->setString("mavlink");
+ * types->setString("corvel");
  * new PathExpressionComboBox(expression, PathExpression::MessagePart, types, parent);
  * @endcode
  */

@@ -15,7 +15,7 @@
  *
  * @code
  * PathExpression* types = new PathExpression(this);
- * types->setString("mavlink");
+ * types->setString("corvel");
  * new PathExpressionListWidget(expression, PathExpression::MessagePart, types, parent);
  * @endcode
  */

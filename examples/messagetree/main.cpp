@@ -30,6 +30,11 @@ int main(int argc, char** argv)
     // A row states that it needs its type, so that messages of it are delivered.
     for (const MessageInfo* info : dialect->getMessageInfos())
         tree->addTopLevelItem(new MessageTreeWidgetItem(tree, info));
+    tree->reconfigureTopLevelAbstractMessageTreeWidgetItems(); // unfolds rows of types that nobody has folded yet
+    tree->resizeColumns();
+    // Here all types are to be seen at first. Rows that were folded once stay so whenever columns come and go.
+    for (int i = 0; i < tree->topLevelItemCount(); ++i)
+        tree->topLevelItem(i)->setExpanded(false);
     QObject::connect(&source, SIGNAL(newMessage(const Message*)), tree, SLOT(processMessage(const Message*)));
     window.setCentralWidget(tree);
 

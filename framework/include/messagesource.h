@@ -2,10 +2,9 @@
 #define MESSAGESOURCE_H
 
 #include "corvelframework_export.h"
+#include "message.h" // connecting a member function needs it
 
 #include <QObject>
-
-class Message;
 
 /**
  * Emits messages as they are received.

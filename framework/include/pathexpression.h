@@ -12,7 +12,7 @@ class FieldInfo;
 class MessageInfo;
 
 /**
- * A text that names message types and fields, "mavlink/ATTITUDE/roll", and finds them among the known formats.
+ * A text that names message types and fields, "corvel/ATTITUDE/roll", and finds them among the known formats.
  *
  * The text has parts: the format, the message type, the field with everything it lies in, and an index into a repeated
  * field. A part can name exactly, be the wildcard "*", be the beginning of a name while it is being typed, or be open
@@ -22,7 +22,7 @@ class MessageInfo;
  *
  * @code
  * PathExpression expression;
- * expression.setString("mavlink/ATTITUDE/roll");
+ * expression.setString("corvel/ATTITUDE/roll");
  * const QVector<const FieldInfo*> fields = expression.getMatchingFieldInfos();
  * @endcode
  */

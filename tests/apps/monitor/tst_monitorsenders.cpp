@@ -82,8 +82,10 @@ private:
             tree.getFindBar()->find(rest);
         else if (verb == "next")
             return tree.getFindBar()->findNext(), tree.getTree()->currentItem()->text(0);
-        else if (verb == "expand")
-            row->setExpanded(true);
+        else if (verb == "expand" || verb == "collapse")
+            row->setExpanded(verb == "expand");
+        else if (verb == "expanded")
+            return row->isExpanded() ? "yes" : "no";
         else if (verb == "all")
             tree.getRows()->expandAll();
         else if (verb == "columns")
@@ -346,6 +348,10 @@ void tst_monitorsenders::everySenderHasRowsOfItsOwn()
          "6; "
          "HEARTBEAT 3:1"},
         {"restore; play a H1:1=5 H2:1=6 H3:1=7; ticked", "HEARTBEAT 3:1"},
+        // So does what was folded.
+        {"play a H1:1=5 S1:1=1; collapse HEARTBEAT; save", ""},
+        {"restore; play a H1:1=5 S1:1=1; expanded HEARTBEAT; expanded SYS_STATUS; expand HEARTBEAT; save", "no; yes"},
+        {"restore; play a H1:1=5 S1:1=1; expanded HEARTBEAT", "yes"},
         {"rows 0; play a H1:1=5 H2:1=6; says HEARTBEAT/custom_mode; untick HEARTBEAT 2:1; says HEARTBEAT/custom_mode; "
          "again; says "
          "HEARTBEAT/custom_mode",

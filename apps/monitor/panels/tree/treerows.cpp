@@ -67,6 +67,16 @@ TreeRows::TreeRows(MessageTreeWidget* tree, PinnedTypes* pins, Desk* desk, QObje
     connect(types, &MessageTypeModel::inTreeRequested, this, &TreeRows::choose);
     connect(desk, &Desk::senderRenamed, this, &TreeRows::renameSender);
     connect(tree, &QTreeWidget::itemExpanded, this, &TreeRows::open);
+    // The tree itself forgets at the end of the program what was folded.
+    const auto remember = [this](QTreeWidgetItem* item) {
+        auto* const row = dynamic_cast<SubjectRow*>(item);
+        if (row && row->isExpanded())
+            m_folded.remove(PinnedTypes::getName({row->getSubject().info, QString()}));
+        else if (row)
+            m_folded.insert(PinnedTypes::getName({row->getSubject().info, QString()}));
+    };
+    connect(tree, &QTreeWidget::itemExpanded, this, remember);
+    connect(tree, &QTreeWidget::itemCollapsed, this, remember);
     // What is chosen can be copied, and for that there has to be a message.
     connect(tree, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
         if (auto* const row = dynamic_cast<SubjectRow*>(item))
@@ -177,8 +187,11 @@ void TreeRows::addRows(const QVector<Subject>& subjects)
             senders = m_desk->getTypes()->getSenderCount(row->getSubject().info);
         if (senders > MostUnfoldedSenders)
             continue;
+        const bool isFolded = m_folded.contains(PinnedTypes::getName({row->getSubject().info, QString()}));
         fill(row);
         row->restoreExpansion();
+        if (isFolded)
+            row->setExpanded(false);
     }
 }
 
@@ -548,6 +561,7 @@ void TreeRows::saveSettings(QSettings& settings) const
     settings.setValue(QLatin1String("addAutomatically"), m_addAutomatically);
     settings.setValue(QLatin1String("added"), QStringList(m_choices.keys(true)));
     settings.setValue(QLatin1String("removed"), QStringList(m_choices.keys(false)));
+    settings.setValue(QLatin1String("folded"), QStringList(m_folded.values()));
 }
 
 void TreeRows::restoreSettings(QSettings& settings)
@@ -563,4 +577,7 @@ void TreeRows::restoreSettings(QSettings& settings)
         for (const QString& name : names)
             m_choices.insert(name, isAdded);
     }
+    const QStringList folded = settings.value(QLatin1String("folded")).toStringList();
+    for (const QString& type : folded)
+        m_folded.insert(type);
 }

@@ -118,6 +118,7 @@ private:
     Desk* m_desk;
     Arrangement m_arrangement = ByTypeAndSender;
     bool m_addAutomatically = true;
+    QSet<QString> m_folded;         // the names of types whose rows the user folded last
     QHash<QString, bool> m_choices; // by the names of types, and perhaps senders: whether they are wanted in the tree
     QSet<Subject> m_subjects;       // that are in the tree
     QHash<Subject, QPointer<SubjectRow>> m_rows;
