@@ -10,9 +10,13 @@
  * A table of the events of a log: time and text, oldest first.
  *
  * It shows what was logged so far and follows the log from then on. The rows can be neither edited nor selected.
+ * Columns are as wide as those of any table, which is less than a time needs, until the application says otherwise:
  *
  * @code
  * EventLogTableWidget* table = new EventLogTableWidget(eventLog, parent);
+ * const QRect time = table->fontMetrics().boundingRect("0000-00-00T00:00:00Z");
+ * table->horizontalHeader()->resizeSection(0, time.width() + 12);
+ * table->horizontalHeader()->setStretchLastSection(true);
  * @endcode
  */
 class CORVELGUI_EXPORT EventLogTableWidget : public QTableWidget

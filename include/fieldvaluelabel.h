@@ -17,8 +17,12 @@ class QTimer;
  * It states its need of the message types that have the field, so that the framework delivers them, and shows "N/A"
  * until the first message, for a message that lacks the field, and after a time-out without messages.
  *
+ * As any label, it asks its layout for the room of each text anew. With a least width of its own, nothing around it
+ * moves when texts change.
+ *
  * @code
  * FieldValueLabel* speed = new FieldValueLabel(info->getFieldInfo("groundspeed"), source, true, 2000);
+ * speed->setMinimumWidth(speed->fontMetrics().boundingRect("-00.000000 m/s").width());
  * layout->addWidget(speed);
  * @endcode
  */

@@ -17,7 +17,7 @@
  *         if (walk.getEnd() == FieldWalk::Branches)
  *             print(walk.getBranch(i));
  *         else
- *             print(walk.getValue(i));
+ *             show(walk.getValue(i));
  * }
  * @endcode
  */

@@ -21,7 +21,7 @@ class MessageInfo;
  *
  * @code
  * MessageStatistics statistics(info, info->getName());
- * statistics.addReception(message.time);
+ * statistics.addReception(message->getTime());
  * @endcode
  */
 class CORVELFRAMEWORK_EXPORT MessageStatistics

@@ -31,10 +31,10 @@ struct ReceptionEvent
  * Follows a StreamSource, or is itself the sink of a decoder:
  *
  * @code
- * ReceptionMonitor monitor(&coordinator, &log);
- * monitor.follow(&source, "flight.tlog");
- * connect(&timer, SIGNAL(timeout()), &monitor, SLOT(refresh()));
- * source.start();
+ * ReceptionMonitor monitor(coordinator, eventLog);
+ * monitor.follow(source, "flight.tlog");
+ * connect(timer, SIGNAL(timeout()), &monitor, SLOT(refresh()));
+ * source->start();
  * @endcode
  */
 class CORVELFRAMEWORK_EXPORT ReceptionMonitor : public QObject, public StreamSink

@@ -23,7 +23,7 @@
  * @code
  * StreamIdentities identities;
  * identities.setDecoder(decoder);
- * counters.countMessage(message, identities.rowOf(message));
+ * counters.countMessage(received, identities.rowOf(received));
  * @endcode
  *
  * One thread at a time.

@@ -22,7 +22,7 @@ class StreamReader;
  *
  * @code
  * StreamSource source(ByteInput::create(address), new MavlinkStreamDecoder(dialect, MavlinkStreamDecoder::RawLayout));
- * connect(&source, SIGNAL(newMessage(const Message*)), &widget, SLOT(processMessage(const Message*)));
+ * connect(&source, SIGNAL(newMessage(const Message*)), widget, SLOT(processMessage(const Message*)));
  * source.start();
  * @endcode
  */
