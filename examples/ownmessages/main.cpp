@@ -1,11 +1,9 @@
 // An application's own messages, described in C++: no file format and no decoder. A made-up oven reports its state ten
 // times a second.
 
-#include "fieldinfo.h"
 #include "formatinfo.h"
-#include "message.h"
+#include "functionfieldinfo.h"
 #include "messageinfo.h"
-#include "messagereference.h"
 #include "messagesource.h"
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
@@ -13,64 +11,75 @@
 #include <QApplication>
 #include <QTimer>
 
-#include <cstring>
+/** Air moves through the oven. */
+struct Fan
+{
+    quint16 rpm;
+    bool isReversed;
+};
 
-/** What the oven reports, as it lies in the bytes of a message. */
+/** What the oven reports. */
 struct OvenState
 {
+    enum Mode : quint8
+    {
+        Off,
+        Heating,
+        Holding
+    };
+
     qint16 decidegrees;
-    quint16 secondsLeft;
-    quint8 mode;
+    Mode mode;
+    quint16 secondsLeft;     // while it holds the temperature
+    QVector<quint8> shelves; // in per cent of what they bear
+    QVector<Fan> fans;
 };
 
-/** Describes one member of OvenState. */
-template <typename Number>
-class OvenFieldInfo : public FieldInfo
+static MessageInfo* describeFan()
 {
-public:
-    OvenFieldInfo(const QString& name, const FieldType& type, Number OvenState::*member)
-        : FieldInfo(name, type)
-        , m_member(member)
-    {
-    }
+    MessageInfo* const info = new MessageInfo("FAN", false); // comes as a part of others only
+    FunctionFieldInfo* const speed = FunctionFieldInfo::ofMember("speed", &Fan::rpm);
+    speed->setUnit("rpm");
+    info->addField(speed);
+    info->addField(FunctionFieldInfo::ofMember("reversed", &Fan::isReversed));
+    return info;
+}
 
-    unsigned int getValueCount(const Message* message) const override { return occursIn(message->getInfo()) ? 1 : 0; }
-
-    FieldValue getValue(const Message* message, unsigned int index) const override
-    {
-        if (index >= getValueCount(message))
-            return FieldValue::invalid();
-        OvenState state;
-        std::memcpy(&state, message->getData().constData(), sizeof state);
-        const Number number = state.*m_member;
-        return std::is_signed<Number>::value ? FieldValue::fromSigned(number, sizeof number)
-                                             : FieldValue::fromUnsigned(number, sizeof number);
-    }
-
-private:
-    Number OvenState::*m_member;
-};
-
-static MessageInfo* describeOvenState()
+static MessageInfo* describeOvenState(const MessageInfo* fanInfo)
 {
-    FieldInfo* const temperature =
-        new OvenFieldInfo<qint16>("temperature", FieldType(FieldType::SignedType, 2, "int16"), &OvenState::decidegrees);
+    FunctionFieldInfo* const temperature = FunctionFieldInfo::ofMember("temperature", &OvenState::decidegrees);
     temperature->setDescription("In the middle of the oven");
     temperature->setScale(0.1, 1);
     temperature->setUnit("\u00B0C");
 
-    FieldInfo* const left = new OvenFieldInfo<quint16>("time_left", FieldType(FieldType::UnsignedType, 2, "uint16"),
-                                                       &OvenState::secondsLeft);
-    left->setUnit("s");
-    left->setInvalidValue(FieldValue::fromUnsigned(0xFFFF, 2));
+    FunctionFieldInfo* const mode = FunctionFieldInfo::ofMember("mode", &OvenState::mode);
+    mode->setEnumerators({{OvenState::Off, "OFF"}, {OvenState::Heating, "HEATING"}, {OvenState::Holding, "HOLDING"}},
+                         false);
 
-    FieldInfo* const mode =
-        new OvenFieldInfo<quint8>("mode", FieldType(FieldType::UnsignedType, 1, "uint8"), &OvenState::mode);
-    mode->setEnumerators({{0, "OFF"}, {1, "HEATING"}, {2, "HOLDING"}}, false);
+    FunctionFieldInfo* const left = FunctionFieldInfo::ofMember("time_left", &OvenState::secondsLeft);
+    left->setUnit("s");
+    left->setOptional([](const Message* message) {
+        return RecordMessage<OvenState>::of(message)->mode == OvenState::Holding; // nobody can know before
+    });
+
+    FunctionFieldInfo* const shelves = FunctionFieldInfo::ofMember("shelves", &OvenState::shelves);
+    shelves->setUnit("%");
+
+    // Any function will do; this one computes what no oven reports.
+    FunctionFieldInfo* const total =
+        new FunctionFieldInfo("total", FieldTypeOf<int>::type(), [](const Message* message, unsigned int) {
+            int sum = 0;
+            for (const quint8 load : RecordMessage<OvenState>::of(message)->shelves)
+                sum += load;
+            return FieldTypeOf<int>::value(sum);
+        });
+    total->setUnit("%");
+    total->setVirtual(true);
 
     MessageInfo* const info = new MessageInfo("OVEN_STATE");
     info->setShortDescriptiveText("What the oven does just now");
-    for (FieldInfo* field : {temperature, left, mode})
+    for (FieldInfo* field :
+         {temperature, mode, left, shelves, FunctionFieldInfo::ofMember("fans", &OvenState::fans, fanInfo), total})
         info->addField(field);
     return info;
 }
@@ -95,13 +104,12 @@ private Q_SLOTS:
         const bool heating = m_reports < 180;
         OvenState state{};
         state.decidegrees = static_cast<qint16>(heating ? 200 + 10 * m_reports : 2000 + m_reports % 7);
-        // While it heats, nobody can know; a minute is counted from then on.
-        state.secondsLeft = heating ? 0xFFFF : static_cast<quint16>(qMax(0, 60 - (m_reports - 180) / 10));
-        state.mode = heating ? 1 : 2;
-        const QByteArray bytes(reinterpret_cast<const char*>(&state), sizeof state);
+        state.mode = heating ? OvenState::Heating : OvenState::Holding;
+        state.secondsLeft = static_cast<quint16>(qBound(0, 60 - (m_reports - 180) / 10, 60));
+        state.shelves = {40, 0, 15};
+        state.fans = {{static_cast<quint16>(1450 + m_reports % 20), false}, {1390, true}};
         // The creator has the first reference; whoever shows the message takes one.
-        const MessageReference message = MessageReference::adopt(m_stateInfo->newMessage(bytes));
-        deliver(message.get());
+        deliver(MessageReference::adopt(new RecordMessage<OvenState>(m_stateInfo, state)).get());
     }
 
 private:
@@ -114,7 +122,9 @@ int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
     FormatInfo kitchen("kitchen"); // owns the descriptions, and outlives all that shows them
-    MessageInfo* const stateInfo = describeOvenState();
+    MessageInfo* const fanInfo = describeFan();
+    MessageInfo* const stateInfo = describeOvenState(fanInfo);
+    kitchen.addMessageInfo(fanInfo);
     kitchen.addMessageInfo(stateInfo);
 
     Oven oven(stateInfo);
@@ -123,7 +133,7 @@ int main(int argc, char** argv)
     tree.addTopLevelItem(row);
     row->setExpanded(true);
     QObject::connect(&oven, SIGNAL(newMessage(const Message*)), &tree, SLOT(processMessage(const Message*)));
-    tree.resize(600, 200);
+    tree.resize(600, 300);
     tree.show();
     return application.exec();
 }
