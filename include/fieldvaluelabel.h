@@ -17,6 +17,8 @@ class QTimer;
  * It states its need of the message types that have the field, so that the framework delivers them, and shows "N/A"
  * until the first message, for a message that lacks the field, and after a time-out without messages.
  *
+ * What a text says is never taken for markup, unless setTextFormat() has it so.
+ *
  * As any label, it asks its layout for the room of each text anew. With a least width of its own, nothing around it
  * moves when texts change.
  *

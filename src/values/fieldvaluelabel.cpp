@@ -17,6 +17,7 @@ FieldValueLabel::FieldValueLabel(const FieldInfo* fieldInfo, MessageSource* sour
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_ALLOCATED("FieldValueLabel");
+    setTextFormat(Qt::PlainText); // a device could send markup, with pictures to be fetched
     m_hasIndex = false;
     m_index = 0;
     m_showInterpretedString = showInterpretedString;

@@ -79,6 +79,7 @@ void tst_FieldValueLabel::matchingMessagesOnly()
         FieldValueLabel label(f.speed, &source, true, -1);
         FieldValueLabel without(f.speed, nullptr, true, -1);
         QCOMPARE(label.text(), text("N/A"));
+        QCOMPARE(int(label.textFormat()), int(Qt::PlainText));
         QVERIFY(source.deliver(f.message.get()));
         label.processMessage(f.foreign.get());
         QCOMPARE(label.text(), text("3.5 m/s"));
