@@ -76,7 +76,7 @@ private:
         QVector<signed char> isSelected;        // by row; -1 while not known
         quint64 origin = 0;                     // of its messages, without their numbers; 0 for none
         quint64 messages = 0;
-        std::deque<Mark> marks;                 // with a session, what is not confirmed
+        std::deque<Mark> marks; // with a session, what is not confirmed
     };
 
     bool loadDefinitions();
