@@ -24,6 +24,7 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
+#include <map>
 #include <random>
 
 namespace
@@ -146,22 +147,27 @@ bool measureReading(const QString& file, const QString& expression)
     time.start();
     const double all = double(std::clock()) / CLOCKS_PER_SEC;
     const double own = millisecondsWorked() / 1e3;
-    PlotSeries series(path);
-    series.beginRecording(nullptr, 100000000);
+    std::map<QString, PlotSeries> lines; // by sender, as in the window
     FieldPass pass(std::move(parts), {path}, factory.getDescriptionLock());
     pass.start();
     FieldPass::Piece piece;
     for (; !pass.isOver(); QThread::msleep(1))
-        while (pass.take(&piece))
+        while (pass.take(&piece)) {
+            const auto line = lines.try_emplace(piece.sender, path);
+            if (line.second)
+                line.first->second.beginRecording(nullptr, 100000000);
             for (const FieldPass::Value& value : piece.values)
-                series.addRecorded(value.time, value.number);
+                line.first->second.addRecorded(value.time, value.number);
+        }
+    qint64 count = 0;
+    for (const auto& line : lines)
+        count += line.second.getPoints().getCount();
     const double taking = millisecondsWorked() / 1e3 - own;
     const double reading = double(std::clock()) / CLOCKS_PER_SEC - all - taking;
     std::printf(
         "decoded in %.2f s of a processor, %lld values read in %.2f s and taken in %.2f s: ratio %.2f; %.2f s in "
         "all\n",
-        decoding, static_cast<long long>(series.getPoints().getCount()), reading, taking, reading / decoding,
-        double(time.elapsed()) / 1e3);
+        decoding, static_cast<long long>(count), reading, taking, reading / decoding, double(time.elapsed()) / 1e3);
     return true;
 }
 
