@@ -123,6 +123,11 @@ EventPanel::EventPanel(Desk* desk, QWidget* parent)
     followOverview();
 }
 
+EventPanel::~EventPanel()
+{
+    m_view->verticalScrollBar()->disconnect(this); // which has a new range once more when it goes
+}
+
 void EventPanel::createBar()
 {
     m_tabs->addTab(tr("Whole Recording"));

@@ -30,6 +30,7 @@ class EventPanel : public QWidget, public Panel
 
 public:
     explicit EventPanel(Desk* desk, QWidget* parent = nullptr);
+    ~EventPanel() override;
 
     QTreeView* getView() const { return m_view; }
     QLineEdit* getFilter() const { return m_filter; }

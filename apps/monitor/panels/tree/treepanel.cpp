@@ -180,10 +180,12 @@ bool TreePanel::eventFilter(QObject* watched, QEvent* event)
         m_silence->followPalette();
         m_rows->followPalette();
     }
-    // Beside a plot that was just opened, values are what the tree is for.
-    const int value = m_tree->getColumnIndex(MessageTreeWidget::ValueColumn);
-    if (event->type() == QEvent::Resize && m_tree->header()->sectionPosition(value) > m_tree->width() * 2 / 3)
-        giveColumnsTheirWidths();
+    if (event->type() == QEvent::Resize) {
+        // Beside a plot that was just opened, values are what the tree is for.
+        const int value = m_tree->getColumnIndex(MessageTreeWidget::ValueColumn);
+        if (m_tree->header()->sectionPosition(value) > m_tree->width() * 2 / 3)
+            giveColumnsTheirWidths();
+    }
     return QObject::eventFilter(watched, event);
 }
 
