@@ -114,8 +114,16 @@ void MessagesPanel::createView()
     connect(m_view, &QAbstractItemView::doubleClicked, this, &MessagesPanel::goThere);
     // Where the user scrolls to, not where rows that come move the view.
     QScrollBar* const bar = m_view->verticalScrollBar();
-    connect(bar, &QAbstractSlider::actionTriggered, this,
-            [this, bar]() { setHeld(bar->sliderPosition() < bar->maximum()); });
+    connect(bar, &QAbstractSlider::actionTriggered, this, [this, bar]() {
+        const bool isHeld = bar->sliderPosition() < bar->maximum();
+        if (!isHeld || m_isHeld) {
+            setHeld(isHeld);
+            return;
+        }
+        m_isHeld = true;
+        // Later: what comes below takes room, and with a new range the bar forgets where it was about to go.
+        QMetaObject::invokeMethod(this, &MessagesPanel::refresh, Qt::QueuedConnection);
+    });
 }
 
 QAction* MessagesPanel::addAction(const QString& text, const QKeySequence& key, void (MessagesPanel::*slot)())

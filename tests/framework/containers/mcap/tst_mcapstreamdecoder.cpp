@@ -331,7 +331,7 @@ private Q_SLOTS:
             if (chunk.channels != std::vector<quint16>{b})
                 continue;
             ++unwanted;
-            bytes[int(chunk.offset + chunk.length / 2)] ^= 1; // who reads it complains
+            bytes.data()[chunk.offset + chunk.length / 2] ^= 1; // who reads it complains
         }
         QVERIFY(unwanted > 2 && !Decoded(bytes, index.get()).problems.isEmpty());
         McapDecoding decoding(std::make_shared<Definitions>(), McapStreamDecoder::Recording);
