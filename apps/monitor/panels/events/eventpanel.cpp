@@ -158,7 +158,7 @@ void EventPanel::createView()
     m_view->setAccessibleName(tr("Events"));
     m_view->setToolTip(tr("Double-click an event, or press Return, to go to its first time in the recording"));
     m_view->setIconSize(QSize(fontMetrics().height() - 2, fontMetrics().height() - 2)); // rows stay as high
-    m_view->setMinimumHeight(3 * fontMetrics().lineSpacing());                          // on a small screen
+    m_view->setMinimumHeight(2 * fontMetrics().lineSpacing());                          // on a small screen
     QHeaderView* const header = m_view->header();
     header->setSortIndicator(-1, Qt::AscendingOrder); // as they came, until somebody wants another order
     m_view->setSortingEnabled(true);

@@ -23,7 +23,7 @@ SourcePanel::SourcePanel(Desk* desk, QWidget* parent)
     m_view->setRootIsDecorated(false);
     m_view->setUniformRowHeights(true);
     m_view->setAccessibleName(tr("Sources"));
-    m_view->setMinimumHeight(4 * fontMetrics().height());
+    m_view->setMinimumHeight(3 * fontMetrics().height());
     m_view->header()->setStretchLastSection(false);
     CellDelegate* const cells = new CellDelegate(m_view);
     cells->setName(SourceModel::SourceColumn);

@@ -151,7 +151,7 @@ void TypePanel::createView()
     cells->setName(MessageTypeModel::TypeColumn);
     cells->setName(MessageTypeModel::SenderColumn);
     m_view->setItemDelegate(cells);
-    m_view->setMinimumHeight(3 * m_view->fontMetrics().lineSpacing()); // on a small screen
+    m_view->setMinimumHeight(2 * m_view->fontMetrics().lineSpacing()); // on a small screen
     new ColumnGrower(m_view, MessageTypeModel::SenderColumn, 25);
     new NameColumn(m_view, 38);
     m_hint = new EmptyHint(m_view, QString());
