@@ -199,7 +199,7 @@ void StatisticsPanel::tick()
     const bool isLong = m_updateTime > LongUpdate;
     if (isDue && (!isLong || m_widget->sortColumn() != 0 || isOtherThanShown()))
         update();
-    else if (isLong)
+    else if (isLong && m_widget->sortColumn() == 0) // else each row that changes would be sorted in among all
         updateSeen();
 }
 
