@@ -35,14 +35,30 @@ void tell(QString text)
     std::fprintf(stderr, "corvel-relay: %s\n", qPrintable(text));
 }
 
-/** What is the same whenever a recording is read; 0 for what is none. */
+/**
+ * What is the same whenever a recording is read; 0 for what is none.
+ *
+ * A file may have grown since. Of a folder every file counts, for one more can come to stand before others: better all
+ * of it once more than messages that are taken for others.
+ */
 quint64 originOf(const InputAddress& address)
 {
-    QFile file(address.path);
-    if (!address.kind->isFile() || !QFileInfo(address.path).isFile() || !file.open(QIODevice::ReadOnly))
+    const QFileInfo whole(address.path);
+    if (!address.kind->isFile() || !(whole.isFile() || whole.isDir()))
         return 0;
     QCryptographicHash hash(QCryptographicHash::Sha256);
-    hash.addData(QFileInfo(address.path).canonicalFilePath().toUtf8() + '\n' + file.read(OriginBytes));
+    hash.addData(whole.canonicalFilePath().toUtf8() + '\n');
+    QFileInfoList parts{whole};
+    if (whole.isDir())
+        parts = QDir(address.path).entryInfoList(QDir::Files, QDir::Name);
+    for (const QFileInfo& part : std::as_const(parts)) {
+        if (whole.isDir())
+            hash.addData(part.fileName().toUtf8() + '\n' + QByteArray::number(part.size()) + '\n');
+        QFile file(part.filePath());
+        if (!file.open(QIODevice::ReadOnly))
+            return 0;
+        hash.addData(file.read(OriginBytes));
+    }
     return qFromLittleEndian<quint64>(hash.result().constData());
 }
 

@@ -24,9 +24,13 @@ inline quint16 freeLoopbackPort()
 class NatsServer
 {
 public:
-    /** @param configuration  lines behind those of the port; "@" stands for the folder of the server */
-    explicit NatsServer(const QByteArray& configuration = QByteArray())
-        : m_port(freeLoopbackPort())
+    /**
+     * @param configuration  lines behind those of the port; "@" stands for the folder of the server
+     * @param niceness       how far it gives way to other processes
+     */
+    explicit NatsServer(const QByteArray& configuration = QByteArray(), int niceness = 0)
+        : m_niceness(niceness)
+        , m_port(freeLoopbackPort())
     {
         QByteArray lines = configuration;
         lines.replace('@', m_folder.path().toUtf8());
@@ -39,8 +43,10 @@ public:
 
     void start()
     {
-        m_process.start(QStringLiteral("setpriv"), {QStringLiteral("--pdeathsig"), QStringLiteral("KILL"),
-                                                    QStringLiteral(CORVEL_NATS_SERVER), QStringLiteral("-c"), m_path});
+        m_process.start(QStringLiteral("nice"),
+                        {QStringLiteral("-n"), QString::number(m_niceness), QStringLiteral("setpriv"),
+                         QStringLiteral("--pdeathsig"), QStringLiteral("KILL"), QStringLiteral(CORVEL_NATS_SERVER),
+                         QStringLiteral("-c"), m_path});
         QElapsedTimer timer;
         timer.start();
         QTcpSocket probe;
@@ -63,6 +69,7 @@ private:
     TestFolder m_folder;
     QString m_path;
     QProcess m_process;
+    const int m_niceness;
     const quint16 m_port;
 };
 

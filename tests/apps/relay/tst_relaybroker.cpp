@@ -288,6 +288,20 @@ void TestRelayBroker::jetStreamHasEachMessageOnce()
     listener.write("SUB answer 2\r\nHPUB fleet.x answer " + size + ' ' + size + "\r\n" + header + "\r\n");
     QVERIFY(hears("\"duplicate\": true", 1));
     QVERIFY(heard.contains("\"seq\":3,") || heard.contains("\"seq\": 3,")); // a schema, and each message once
+    // So are those of a folder, as long as it has the same files.
+    run("mkdir r; corvel-relay s.bin --definitions test.xml --to r/a.mcap");
+    int stored[3];
+    for (int& count : stored) {
+        if (&count == &stored[2])
+            run("cp r/a.mcap r/0.mcap");
+        run("corvel-relay r --to '" + address("nats") + "?stream=FLEET'");
+        heard.clear();
+        listener.write("PUB $JS.API.STREAM.INFO.FLEET answer 0\r\n\r\n");
+        QVERIFY(hears("\"bytes\":", 1));
+        count = heard.mid(heard.indexOf("\"messages\":") + 11).split(',').constFirst().toInt();
+    }
+    QVERIFY2(stored[0] > 3 && stored[1] == stored[0] && stored[2] == stored[1] + 4,
+             qPrintable(QString("%1 %2 %3").arg(stored[0]).arg(stored[1]).arg(stored[2])));
     server.terminate();
     server.waitForFinished();
 }
