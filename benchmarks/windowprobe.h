@@ -8,6 +8,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <malloc.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>
@@ -20,6 +21,13 @@ inline double megabytesInUse()
     if (!file.open(QIODevice::ReadOnly))
         return 0;
     return file.readAll().split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1e6;
+}
+
+/** Of these, what somebody holds: without what was given back and is kept for the next one. */
+inline double megabytesAllocated()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return double(info.uordblks + info.hblkhd) / 1e6;
 }
 
 /** Posts an event to the window's thread every 5 ms from another one, and notes how long each waits. */
