@@ -1,6 +1,8 @@
 // A window with every message type of whatever vehicle sends MAVLink to UDP port 14550, or to the address given as
-// argument, and a menu that shows and hides the columns.
+// argument, and a menu that shows and hides the columns. What is arranged in it - columns, unfolded rows, its size - is
+// there again the next time.
 
+#include "formatregistry.h"
 #include "mavlinkdialect.h"
 #include "mavlinkstreamdecoder.h"
 #include "messagetreewidget.h"
@@ -11,6 +13,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSettings>
 
 #include <memory>
 
@@ -22,6 +25,7 @@ int main(int argc, char** argv)
     if (!InputAddress::parse(application.arguments().value(1, "udp:"), &address, &error))
         return qCritical("%s", qPrintable(error)), 1;
     const std::unique_ptr<MavlinkDialect> dialect(MavlinkDialect::loadBuiltIn());
+    FormatRegistry::getInstance()->addFormat(dialect.get()); // settings name types and fields by their paths
     StreamSource source(ByteInput::create(address),
                         new MavlinkStreamDecoder(dialect.get(), MavlinkStreamDecoder::RawLayout));
 
@@ -38,11 +42,25 @@ int main(int argc, char** argv)
     QObject::connect(&source, SIGNAL(newMessage(const Message*)), tree, SLOT(processMessage(const Message*)));
     window.setCentralWidget(tree);
 
+    QMenu* const file = window.menuBar()->addMenu("&File");
+    file->addAction("&Quit", &window, SLOT(close()))->setShortcut(QKeySequence("Ctrl+Q"));
     QMenu* const columns = window.menuBar()->addMenu("&Columns");
     for (QAction* action : tree->getToggleColumnActions())
         columns->addAction(action);
     window.resize(800, 600);
+
+    QSettings settings("Corvel", "messagetree");
+    if (settings.contains("geometry")) {
+        window.restoreGeometry(settings.value("geometry").toByteArray());
+        tree->loadExpansionState(settings); // behind the folding above: unfolds again what is in it
+        tree->restoreSettings(settings);
+        tree->reconfigureTopLevelAbstractMessageTreeWidgetItems();
+    }
     window.show();
     source.start();
-    return application.exec();
+    const int result = application.exec();
+    settings.setValue("geometry", window.saveGeometry());
+    tree->saveSettings(settings);
+    tree->saveExpansionState(settings);
+    return result;
 }

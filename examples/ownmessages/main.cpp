@@ -1,5 +1,5 @@
-// An application's own messages, described in C++: no file format and no decoder. A made-up oven reports its state ten
-// times a second.
+// An application's own messages, described in C++: no file of definitions. A made-up oven sends its state ten times a
+// second, as bytes.
 
 #include "formatinfo.h"
 #include "functionfieldinfo.h"
@@ -9,6 +9,8 @@
 #include "messagetreewidgetitem.h"
 
 #include <QApplication>
+#include <QDataStream>
+#include <QIODevice>
 #include <QTimer>
 
 /** Air moves through the oven. */
@@ -84,7 +86,37 @@ static MessageInfo* describeOvenState(const MessageInfo* fanInfo)
     return info;
 }
 
-/** The oven: heats up to 200 degrees and then keeps them for a minute. */
+/** What stands in the bytes of a fan. */
+static QDataStream& operator>>(QDataStream& bytes, Fan& fan)
+{
+    return bytes >> fan.rpm >> fan.isReversed;
+}
+
+/** What the oven's bytes say; false where they end too early. */
+static bool readState(const QByteArray& bytes, OvenState* state)
+{
+    QDataStream stream(bytes);
+    quint8 mode = OvenState::Off;
+    stream >> state->decidegrees >> mode >> state->secondsLeft >> state->shelves >> state->fans;
+    state->mode = OvenState::Mode(mode);
+    return stream.status() == QDataStream::Ok;
+}
+
+/** Heats up to 200 degrees and then keeps them for a minute. @return the state number @p n as it comes over the wire */
+static QByteArray sendState(int n)
+{
+    const bool heating = n < 180;
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << qint16(heating ? 200 + 10 * n : 2000 + n % 7);
+    stream << quint8(heating ? OvenState::Heating : OvenState::Holding);
+    stream << quint16(qBound(0, 60 - (n - 180) / 10, 60));
+    stream << QVector<quint8>{40, 0, 15};
+    stream << quint32(2) << quint16(1450 + n % 20) << false << quint16(1390) << true; // fans
+    return bytes;
+}
+
+/** Makes a message of each state that the oven sends. */
 class Oven : public MessageSource
 {
     Q_OBJECT
@@ -97,17 +129,12 @@ public:
         m_timer.start(100);
     }
 
-private Q_SLOTS:
+public Q_SLOTS:
     void report()
     {
-        ++m_reports;
-        const bool heating = m_reports < 180;
         OvenState state{};
-        state.decidegrees = static_cast<qint16>(heating ? 200 + 10 * m_reports : 2000 + m_reports % 7);
-        state.mode = heating ? OvenState::Heating : OvenState::Holding;
-        state.secondsLeft = static_cast<quint16>(qBound(0, 60 - (m_reports - 180) / 10, 60));
-        state.shelves = {40, 0, 15};
-        state.fans = {{static_cast<quint16>(1450 + m_reports % 20), false}, {1390, true}};
+        if (!readState(sendState(++m_reports), &state))
+            return qWarning("The oven sent too little");
         // The creator has the first reference; whoever shows the message takes one.
         deliver(MessageReference::adopt(new RecordMessage<OvenState>(m_stateInfo, state)).get());
     }
@@ -129,11 +156,13 @@ int main(int argc, char** argv)
 
     Oven oven(stateInfo);
     MessageTreeWidget tree;
-    MessageTreeWidgetItem* const row = new MessageTreeWidgetItem(&tree, stateInfo);
-    tree.addTopLevelItem(row);
-    row->setExpanded(true);
+    tree.addTopLevelItem(new MessageTreeWidgetItem(&tree, stateInfo));
+    tree.reconfigureTopLevelAbstractMessageTreeWidgetItems();
     QObject::connect(&oven, SIGNAL(newMessage(const Message*)), &tree, SLOT(processMessage(const Message*)));
-    tree.resize(600, 300);
+    oven.report(); // with a message there is all that can be unfolded, and that columns have to be as wide as
+    tree.expandAll();
+    tree.resizeColumns();
+    tree.resize(600, 400);
     tree.show();
     return application.exec();
 }

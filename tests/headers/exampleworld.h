@@ -18,6 +18,29 @@ public:
     QString getSenderName(quint32 sender) const override;
 };
 
+/** As in the example of an application's own messages. */
+struct Fan
+{
+    quint16 rpm;
+    bool isReversed;
+};
+
+struct OvenState
+{
+    enum Mode : quint8
+    {
+        Off,
+        Heating,
+        Holding
+    };
+
+    qint16 decidegrees;
+    Mode mode;
+    quint16 secondsLeft;
+    QVector<quint8> shelves;
+    QVector<Fan> fans;
+};
+
 /** What examples in headers and documents take for granted. Nothing of it is ever run. */
 struct Example : QObject
 {
@@ -34,12 +57,20 @@ struct Example : QObject
     MavlinkDialect* dialect;
     FormatInfo* format;
     const MessageInfo* info;
+    MessageInfo* fanInfo;
+    MessageInfo* stateInfo;
+    FunctionFieldInfo* mode;
+    FunctionFieldInfo* left;
+    OvenState state;
+    MessageSource* oven;
     const Message* message;
     ReceivedMessage received;
     qint64 nanoseconds;
     QByteArray bytes;
     QByteArray fileDescriptorSet;
     StreamSource* source;
+    ByteInput* input;
+    StreamSink* sink;
     StreamDecoder* decoder;
     ReceptionCounters counters;
     MessageStatisticsCoordinator* coordinator;
@@ -48,6 +79,7 @@ struct Example : QObject
     EventLog log;
     const MessageInfo* weighing;
     MessageStatisticsWidget* view;
+    MessageTreeWidget* tree;
     MessageTreeWidget* widget;
     PathExpression* expression;
 };
