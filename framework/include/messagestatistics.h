@@ -52,7 +52,8 @@ public:
      */
     void addReception(qint64 time);
 
-    /** How many gaps are stored; later ones are only counted. Those stored already stay. */
+    /** How many gaps are stored; later ones are only counted. Those stored already stay. All statistics of a
+     * coordinator have another limit together, see MessageStatisticsCoordinator::setGapLimit(). */
     void setGapLimit(int limit);
     /**
      * Whether getGaps() has all gaps that are stored, which it has unless told. A view makes rows of what it has: of
@@ -106,12 +107,14 @@ private:
     void takeOver(MessageStatistics* other);
     void reset();
     const IntervalTracker& tracker() const;
+    IntervalTracker* makeTracker();
 
     const MessageInfo* m_info;
     QString m_name;
     IntervalTracker* m_tracker; // null until a message has a time: most objects of a view that is long gone have none
     unsigned int m_countWithoutTime;
     int m_untimedInARow;
+    int* m_spareGaps; // how many may still be stored of those that it shares a limit with; null for none
     bool m_gapsListed;
     mutable QVector<MessageStatistics::Gap> m_firstGap; // what getGaps() has while they are not listed
     const qint64* m_streamTime;                         // of the newest message of any type; null when not known

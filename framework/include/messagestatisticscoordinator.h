@@ -47,6 +47,9 @@ public:
         qint64 lastNumber; ///< of the newest message; -1 before the first
     };
 
+    /** Gaps that are stored of all statistics together unless setGapLimit() says otherwise. */
+    static const int DefaultGapLimit = 1000000;
+
     MessageStatisticsCoordinator();
     ~MessageStatisticsCoordinator();
 
@@ -70,6 +73,12 @@ public:
 
     /** Whether statistics that are made from now on list their gaps, see MessageStatistics::setGapsListed(). */
     void setGapsListed(bool listed) { m_gapsListed = listed; }
+
+    /**
+     * How many gaps all statistics together store, beside MessageStatistics::setGapLimit() for each: what thousands of
+     * types of a bad link miss stays within some memory. Ten of each are stored in any case, the others only counted.
+     */
+    void setGapLimit(int limit);
 
     /** The statistics of a row of @p stream, or null when no such message came yet. */
     MessageStatistics* find(int stream, int row) const;
@@ -145,7 +154,7 @@ private:
 
     MessageStatistics* create(Stream* stream, int number, const Origin& origin);
     void setType(Stream* stream, Row* row, const Origin& origin);
-    void useObject(const Stream* stream, Row* row, const MessageInfo* info) const;
+    void useObject(const Stream* stream, Row* row, const MessageInfo* info);
     static SenderStatistics statisticsOf(const Stream* stream, const SequenceCounter& numbers);
     static QString nameOf(const Stream* stream, const Row* row);
     void noteSender(Stream* stream, int sender);
@@ -159,6 +168,8 @@ private:
     QList<MessageStatistics*> m_retired; // of streams that are gone
     QHash<int, unsigned int> m_events;
     bool m_gapsListed;
+    int m_gapLimit;
+    int m_spareGaps; // of that
 };
 
 #endif

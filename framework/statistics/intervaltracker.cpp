@@ -41,7 +41,7 @@ bool areAlike(const qint64* intervals, int count)
 
 } // namespace
 
-IntervalTracker::IntervalTracker()
+IntervalTracker::IntervalTracker(int* spareGaps)
     : m_total(0)
     , m_hasLast(false)
     , m_hasEarlier(false)
@@ -66,10 +66,17 @@ IntervalTracker::IntervalTracker()
     , m_earlier(0)
     , m_sameTime(0)
     , m_unknown(0)
+    , m_spareGaps(spareGaps)
     , m_gapLimit(MessageStatistics::DefaultGapLimit)
     , m_numberOfGaps(0)
     , m_missingEpochs(0)
 {
+}
+
+IntervalTracker::~IntervalTracker()
+{
+    if (m_spareGaps)
+        *m_spareGaps += int(m_gaps.size());
 }
 
 // What is inline here is what every message of a regular type runs through.
@@ -412,8 +419,10 @@ void IntervalTracker::addGap(qint64 start, qint64 missing)
     if (m_numberOfGaps < most)
         ++m_numberOfGaps;
     m_missingEpochs = missing > most - m_missingEpochs ? most : m_missingEpochs + int(missing);
-    if (m_gaps.size() >= m_gapLimit)
+    if (m_gaps.size() >= m_gapLimit || (m_spareGaps && *m_spareGaps <= 0 && m_gaps.size() >= LeastGaps))
         return;
+    if (m_spareGaps)
+        --*m_spareGaps;
     MessageStatistics::Gap gap;
     gap.start = static_cast<unsigned long long>(start);
     gap.missingEpochs = static_cast<unsigned int>(missing);

@@ -11,7 +11,10 @@
 class IntervalTracker
 {
 public:
-    IntervalTracker();
+    /** @param spareGaps  how many gaps may still be stored of this and others together, which must outlive it; null
+     * where nobody counts them */
+    explicit IntervalTracker(int* spareGaps = nullptr);
+    ~IntervalTracker();
 
     /** @param untimed  how many messages without a time came since the last one with a time */
     void addTime(qint64 time, int untimed);
@@ -39,6 +42,7 @@ private:
     static const int Least = 5;  // intervals that make a stretch regular, or end it
     static const int Window = 8; // intervals that show a change of the rate
     static const int MaxRows = 200;
+    static const int LeastGaps = 10; // that are stored of each, whatever others have
 
     struct Row
     {
@@ -112,6 +116,7 @@ private:
     QVector<Row> m_rows; // of the segments that ended
 
     QVector<MessageStatistics::Gap> m_gaps;
+    int* const m_spareGaps;
     int m_gapLimit;
     int m_numberOfGaps;
     int m_missingEpochs;

@@ -39,6 +39,7 @@ MessageStatistics::MessageStatistics(const MessageInfo* info, const QString& nam
     , m_tracker(0)
     , m_countWithoutTime(0)
     , m_untimedInARow(0)
+    , m_spareGaps(0)
     , m_gapsListed(true)
     , m_streamTime(nullptr)
 {
@@ -75,6 +76,13 @@ const IntervalTracker& MessageStatistics::tracker() const
     return m_tracker ? *m_tracker : none;
 }
 
+IntervalTracker* MessageStatistics::makeTracker()
+{
+    if (!m_tracker)
+        m_tracker = new IntervalTracker(m_spareGaps);
+    return m_tracker;
+}
+
 void MessageStatistics::addReception(qint64 time)
 {
     if (time == Message::NoTime) {
@@ -82,17 +90,13 @@ void MessageStatistics::addReception(qint64 time)
         ++m_untimedInARow;
         return;
     }
-    if (!m_tracker)
-        m_tracker = new IntervalTracker;
-    m_tracker->addTime(time, m_untimedInARow);
+    makeTracker()->addTime(time, m_untimedInARow);
     m_untimedInARow = 0;
 }
 
 void MessageStatistics::setGapLimit(int limit)
 {
-    if (!m_tracker)
-        m_tracker = new IntervalTracker;
-    m_tracker->setGapLimit(limit);
+    makeTracker()->setGapLimit(limit);
 }
 
 void MessageStatistics::setGapsListed(bool listed)

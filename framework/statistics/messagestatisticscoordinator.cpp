@@ -117,6 +117,8 @@ MessageStatisticsCoordinator::SenderStatistics::SenderStatistics()
 
 MessageStatisticsCoordinator::MessageStatisticsCoordinator()
     : m_gapsListed(true)
+    , m_gapLimit(DefaultGapLimit)
+    , m_spareGaps(DefaultGapLimit)
 {
 }
 
@@ -124,6 +126,12 @@ MessageStatisticsCoordinator::~MessageStatisticsCoordinator()
 {
     qDeleteAll(m_streams);
     qDeleteAll(m_retired);
+}
+
+void MessageStatisticsCoordinator::setGapLimit(int limit)
+{
+    m_spareGaps += limit - m_gapLimit;
+    m_gapLimit = limit;
 }
 
 int MessageStatisticsCoordinator::addStream()
@@ -284,7 +292,7 @@ void MessageStatisticsCoordinator::noteSender(Stream* stream, int sender)
 }
 
 /** Lets the row go on in its object of that type and of the name that it has now. */
-void MessageStatisticsCoordinator::useObject(const Stream* stream, Row* row, const MessageInfo* info) const
+void MessageStatisticsCoordinator::useObject(const Stream* stream, Row* row, const MessageInfo* info)
 {
     const QString name = nameOf(stream, row);
     MessageStatistics* next = 0;
@@ -293,6 +301,7 @@ void MessageStatisticsCoordinator::useObject(const Stream* stream, Row* row, con
             next = statistics;
     if (!next) {
         next = new MessageStatistics(info, name);
+        next->m_spareGaps = &m_spareGaps;
         row->all.append(next);
     }
     // Whoever shows the object has a new row for it, with nothing unfolded.

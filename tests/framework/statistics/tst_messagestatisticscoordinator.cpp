@@ -80,6 +80,25 @@ class tst_MessageStatisticsCoordinator : public TestBase
     Q_OBJECT
 
 private Q_SLOTS:
+    void allTypesShareALimitOfGaps()
+    {
+        Coordination c;
+        c.coordinator.setGapLimit(12);
+        QStringList stored;
+        for (int i = 0; i < 3; ++i) {
+            if (i == 2)
+                c.coordinator.clearStream(c.stream);
+            const MessageInfo* const info = i == 1 ? c.heartbeat : c.attitude;
+            qint64 time = 1000000;
+            for (int message = 0; message < 80; ++message)
+                c.receive(c.stream, info, quint32(i & 1), 1, time += message < 20 || message % 3 ? 50000 : 100000);
+            const MessageStatistics* const statistics = c.find(quint32(i & 1), 1);
+            stored +=
+                QString::fromLatin1("%1 of %2").arg(statistics->getGaps().size()).arg(statistics->getNumberOfGaps());
+        }
+        QCOMPARE(stored.join(text("; ")), text("12 of 20; 10 of 20; 12 of 20"));
+    }
+
     void secondSenderNamesAllOfTheStream()
     {
         Coordination c;
