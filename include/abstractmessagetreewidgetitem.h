@@ -62,6 +62,8 @@ public:
 
     /** Stores as every item does; all texts and roles may be written by the application too. */
     void setData(int column, int role, const QVariant& value) override;
+    /** What is stored, but for a column that an application gave to the tree: what that says now. */
+    QVariant data(int column, int role) const override;
 
     /** The tree the row is in, or else the one it was made for; null when that is no MessageTreeWidget. */
     MessageTreeWidget* getMessageTreeWidget();
@@ -83,6 +85,11 @@ public:
     void setRawValueText();
     /** Writes the texts of all columns, but no tool tip. */
     void setAllTexts();
+    /**
+     * Has what a MessageTreeColumn says of the row read again if it is on the screen. The setters do that by
+     * themselves; to be called when something else changed that such a column tells of.
+     */
+    void updateCustomTexts();
 
     /** The text that a column of type @p type shows of this row. */
     QString getTextForColumn(MessageTreeWidget::ColumnType type);
@@ -109,6 +116,10 @@ protected:
     bool deleteAllRows();
     /** Whether rows may be added now. If not, the tree makes all rows anew as soon as they may. */
     bool mayAddRows();
+    /** Hands @p message to the rows directly below; false when this row was deleted meanwhile. */
+    bool deliverBelow(const Message* message);
+    /** The tree that the row is in; null when it is in none, or in another kind of tree. */
+    MessageTreeWidget* getTreeAround() const;
 
 private:
     Q_DISABLE_COPY(AbstractMessageTreeWidgetItem)
@@ -122,7 +133,8 @@ private:
     bool writeName();
     bool writeAllTexts();
     void takeRows(const QList<QTreeWidgetItem*>& rows, QTreeWidgetItem* newParent);
-    MessageTreeWidget* getTreeAround();
+    QList<AbstractMessageTreeWidgetItem*> getRowsBelow() const;
+    bool isStillBelow(AbstractMessageTreeWidgetItem* row, unsigned int deletedRows) const;
     static void deleteReleasedRows(MessageTreeWidget* tree);
     static void forgetTree(const MessageTreeWidget* tree);
 

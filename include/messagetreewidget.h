@@ -12,6 +12,7 @@
 class AbstractMessageTreeWidgetItem;
 class Message;
 class MessageInfo;
+class MessageTreeColumn;
 class QAction;
 class QSettings;
 
@@ -73,7 +74,7 @@ public:
 
     /** The name under which a column of this type is shown, translated. */
     static QString getDefaultColumnName(ColumnType type);
-    /** The header text of a column of this type. */
+    /** The header text of a column of this type: what the application's column says, or else the default name. */
     QString getColumnName(ColumnType type) const;
     /** The column that shows @p type, which must not be negative; -1 when none does. */
     int getColumnIndex(ColumnType type);
@@ -100,8 +101,23 @@ public:
     QAction* getToggleTypeColumnAction();
     /** The same for the raw-value column. */
     QAction* getToggleRawValueColumnAction();
-    /** All actions that show and hide a column, for a menu. */
+    /** All actions that show and hide a column, for a menu; behind the library's two, those of custom columns. */
     QVector<QAction*> getToggleColumnActions();
+
+    /**
+     * Says what columns of this type show. Without that they show a text that only names them.
+     *
+     * The column is shown where addColumn(), setColumns(), restoreSettings() or its action put it: set it before
+     * settings are restored. Who sorts by it sorts anew with sortByColumn(); itemChanged() does not tell of it.
+     *
+     * @param type    any below 1000 but the library's own four and NoColumn
+     * @param column  becomes the tree's own; a former one is deleted, so this must not be called by one. Null for none.
+     */
+    void setCustomColumn(ColumnType type, MessageTreeColumn* column);
+    /** What was set for columns of this type; null when nothing was. */
+    MessageTreeColumn* getCustomColumn(ColumnType type) const;
+    /** Has the texts of that column read again where they are seen, and its header. */
+    void updateCustomColumn(ColumnType type);
 
     bool mustShowVirtualFields() const;
     /** Whether fields of this role are shown without regard to what is below them. */
@@ -168,6 +184,11 @@ private:
     friend class TreeUpdate;
 
     void createActions();
+    MessageTreeColumn* getCustomColumnAt(int column) const;
+    void writeHeader(int column, ColumnType type);
+    void noteCustomTexts(AbstractMessageTreeWidgetItem* row);
+    bool noteChangedColumn(AbstractMessageTreeWidgetItem* row, int column);
+    void addToggleAction(QAction* action);
     void reconfigureRows();
     void endUpdate();
     bool serveTogether(const QModelIndex& index);
@@ -201,6 +222,7 @@ private:
     bool m_repaintPosted;
     bool m_reconfigurationWanted; // when the last update is over
     short m_holds;                // the calls under way that have to end before a row is deleted
+    QHash<ColumnType, MessageTreeColumn*> m_customColumns; // owned
 };
 
 #endif

@@ -19,6 +19,31 @@ class MessageInfo;
  *
  * It states its need of the type, so that the framework delivers messages of it. The message shown is kept by a
  * reference if its type is a main type.
+ *
+ * Its base is a virtual one, which the row of a sub-message has only once. So the constructor of a derived class has to
+ * name that base as well, with the same tree: what MessageTreeWidgetItem gives to it counts only where that is the
+ * whole row. What a derived class says of itself is written when the row is configured in a tree.
+ *
+ * @code
+ * class CountedRow : public MessageTreeWidgetItem
+ * {
+ * public:
+ *     CountedRow(MessageTreeWidget* tree, const MessageInfo* info)
+ *         : AbstractMessageTreeWidgetItem(tree)
+ *         , MessageTreeWidgetItem(tree, info)
+ *     {
+ *     }
+ *     QString getValueText() override { return QString("%1 received").arg(m_count); }
+ *     void processMessage(const Message* message) override
+ *     {
+ *         m_count += message && message->getInfo() == getMessageInfo();
+ *         MessageTreeWidgetItem::processMessage(message); // writes the texts
+ *     }
+ *     int getCount() const { return m_count; }
+ * private:
+ *     int m_count = 0;
+ * };
+ * @endcode
  */
 class CORVELGUI_EXPORT MessageTreeWidgetItem : public QObject, public virtual AbstractMessageTreeWidgetItem
 {

@@ -2,6 +2,7 @@
 
 #include "corvel.h"
 #include "diagnostics.h"
+#include "messagetreecolumn.h"
 #include "rowguard.h"
 #include "rowmemory.h"
 #include "singlesubmessagefieldtreewidgetitem.h"
@@ -104,10 +105,10 @@ void AbstractMessageTreeWidgetItem::forgetPlaceInTree()
         tree->forgetTopLevelRows();
 }
 
-MessageTreeWidget* AbstractMessageTreeWidgetItem::getTreeAround()
+MessageTreeWidget* AbstractMessageTreeWidgetItem::getTreeAround() const
 {
     CORVEL_DEBUG_HOOK();
-    return treeWidget() ? getMessageTreeWidget() : nullptr;
+    return treeWidget() ? const_cast<AbstractMessageTreeWidgetItem*>(this)->getMessageTreeWidget() : nullptr;
 }
 
 bool AbstractMessageTreeWidgetItem::mayAddRows()
@@ -250,6 +251,39 @@ QString AbstractMessageTreeWidgetItem::getRawValueText()
     return QLatin1String("");
 }
 
+QList<AbstractMessageTreeWidgetItem*> AbstractMessageTreeWidgetItem::getRowsBelow() const
+{
+    CORVEL_DEBUG_HOOK();
+    QList<AbstractMessageTreeWidgetItem*> rows;
+    for (int i = 0; i < childCount(); ++i) {
+        if (AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(child(i)))
+            rows.append(row);
+    }
+    return rows;
+}
+
+/** @param deletedRows  what s_deletedRows was when the row was below */
+bool AbstractMessageTreeWidgetItem::isStillBelow(AbstractMessageTreeWidgetItem* row, unsigned int deletedRows) const
+{
+    CORVEL_DEBUG_HOOK();
+    return deletedRows == s_deletedRows || indexOfChild(row) >= 0;
+}
+
+bool AbstractMessageTreeWidgetItem::deliverBelow(const Message* message)
+{
+    CORVEL_DEBUG_HOOK();
+    const TreeUpdate update(getTreeAround());
+    const RowGuard self(this);
+    const unsigned int deletedRows = s_deletedRows;
+    Q_FOREACH (AbstractMessageTreeWidgetItem* row, getRowsBelow()) {
+        if (isStillBelow(row, deletedRows))
+            row->processMessage(message);
+        if (self.isBroken())
+            return false;
+    }
+    return true;
+}
+
 void AbstractMessageTreeWidgetItem::configureInTreeWidget()
 {
     CORVEL_DEBUG_HOOK();
@@ -258,14 +292,9 @@ void AbstractMessageTreeWidgetItem::configureInTreeWidget()
     const TreeUpdate update(getTreeAround());
     const RowGuard self(this);
     // Texts that change can move rows, and whoever listens can remove some: the walk goes by what was there before.
-    QList<AbstractMessageTreeWidgetItem*> rows;
-    for (int i = 0; i < childCount(); ++i) {
-        if (AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(child(i)))
-            rows.append(row);
-    }
     const unsigned int deletedRows = s_deletedRows;
-    Q_FOREACH (AbstractMessageTreeWidgetItem* row, rows) {
-        if (deletedRows == s_deletedRows || indexOfChild(row) >= 0)
+    Q_FOREACH (AbstractMessageTreeWidgetItem* row, getRowsBelow()) {
+        if (isStillBelow(row, deletedRows))
             row->configureInTreeWidget();
         if (self.isBroken())
             return;
@@ -297,6 +326,22 @@ void AbstractMessageTreeWidgetItem::setData(int column, int role, const QVariant
     if (!isOwnText && (role == Qt::DisplayRole || role == Qt::EditRole))
         m_ordinaryColumns &= ~bitOfColumn(column);
     QTreeWidgetItem::setData(column, role, value);
+}
+
+QVariant AbstractMessageTreeWidgetItem::data(int column, int role) const
+{
+    CORVEL_DEBUG_HOOK();
+    const bool isText = role == Qt::DisplayRole || role == Qt::EditRole;
+    MessageTreeWidget* tree = isText || role == Qt::ToolTipRole ? getTreeAround() : nullptr;
+    MessageTreeColumn* custom = tree ? tree->getCustomColumnAt(column) : nullptr;
+    if (!custom)
+        return QTreeWidgetItem::data(column, role);
+    // A column asks for what there is of a row, with operations that are not const although they change nothing.
+    AbstractMessageTreeWidgetItem* row = const_cast<AbstractMessageTreeWidgetItem*>(this);
+    if (isText)
+        return QVariant(custom->getText(row));
+    const QString toolTip = custom->getToolTip(row);
+    return toolTip.isNull() ? QTreeWidgetItem::data(column, role) : QVariant(toolTip);
 }
 
 static bool isOneOrdinaryLine(const QString& text)
@@ -413,6 +458,7 @@ void AbstractMessageTreeWidgetItem::setRawValueText()
 bool AbstractMessageTreeWidgetItem::writeTexts(int texts)
 {
     CORVEL_DEBUG_HOOK();
+    updateCustomTexts();
     if (texts & NameText && !writeName())
         return false;
     MessageTreeWidget* tree = texts & TypeText ? getMessageTreeWidget() : nullptr;
@@ -426,6 +472,13 @@ bool AbstractMessageTreeWidgetItem::writeTexts(int texts)
     tree = texts & RawValueText ? getMessageTreeWidget() : nullptr;
     column = tree ? tree->getColumnIndex(MessageTreeWidget::RawValueColumn) : -1;
     return column < 0 || writeText(tree, column, getRawValueText());
+}
+
+void AbstractMessageTreeWidgetItem::updateCustomTexts()
+{
+    CORVEL_DEBUG_HOOK();
+    if (MessageTreeWidget* tree = getTreeAround())
+        tree->noteCustomTexts(this);
 }
 
 bool AbstractMessageTreeWidgetItem::writeName()
@@ -455,7 +508,8 @@ bool AbstractMessageTreeWidgetItem::writeAllTexts()
         return true;
     const QVector<MessageTreeWidget::ColumnType> columns = tree->getColumns();
     for (int i = 0; i < columns.size(); ++i) {
-        if (columns.at(i) != MessageTreeWidget::NoColumn && !writeText(tree, i, getTextForColumn(columns.at(i))))
+        const bool isStored = columns.at(i) != MessageTreeWidget::NoColumn && !tree->getCustomColumn(columns.at(i));
+        if (isStored && !writeText(tree, i, getTextForColumn(columns.at(i))))
             return false;
         if (getMessageTreeWidget() != tree)
             break;
@@ -476,8 +530,11 @@ QString AbstractMessageTreeWidgetItem::getTextForColumn(MessageTreeWidget::Colum
     case MessageTreeWidget::TypeColumn:
         return getTypeText();
     default:
-        return QObject::tr("Column %1").arg(MessageTreeWidget::getDefaultColumnName(type));
+        break;
     }
+    MessageTreeWidget* tree = getMessageTreeWidget();
+    MessageTreeColumn* custom = tree ? tree->getCustomColumn(type) : nullptr;
+    return custom ? custom->getText(this) : QObject::tr("Column %1").arg(MessageTreeWidget::getDefaultColumnName(type));
 }
 
 bool AbstractMessageTreeWidgetItem::mustShowField(const FieldInfo* field)

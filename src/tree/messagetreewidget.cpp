@@ -3,6 +3,8 @@
 #include "abstractfieldtreewidgetitem.h"
 #include "diagnostics.h"
 #include "message.h"
+#include "messagegrouptreewidgetitem.h"
+#include "messagetreecolumn.h"
 #include "messagetreewidgetitem.h"
 #include "pathexpression.h"
 #include "rowguard.h"
@@ -66,6 +68,7 @@ MessageTreeWidget::~MessageTreeWidget()
     CORVEL_DEALLOCATED("MessageTreeWidget");
     RowGuard::breakAll(this);
     AbstractMessageTreeWidgetItem::forgetTree(this);
+    qDeleteAll(m_customColumns);
 }
 
 QString MessageTreeWidget::getDefaultColumnName(ColumnType type)
@@ -84,7 +87,8 @@ QString MessageTreeWidget::getDefaultColumnName(ColumnType type)
 QString MessageTreeWidget::getColumnName(ColumnType type) const
 {
     CORVEL_DEBUG_HOOK();
-    return getDefaultColumnName(type);
+    const MessageTreeColumn* custom = getCustomColumn(type);
+    return custom ? custom->getHeaderText() : getDefaultColumnName(type);
 }
 
 int MessageTreeWidget::getColumnIndex(ColumnType type)
@@ -121,8 +125,7 @@ void MessageTreeWidget::addColumn(ColumnType type, bool update)
     while (m_columns.size() < columnCount())
         m_columns.append(NoColumn);
     setColumnCount(columnCount() + 1);
-    // Also where it seems to be right already: the header keeps the texts of columns that were removed.
-    headerItem()->setData(columnCount() - 1, Qt::DisplayRole, getColumnName(type));
+    writeHeader(columnCount() - 1, type);
     m_columns.append(type);
     CORVEL_ASSERT(type >= 0, "addColumn", 187, "ColumnType enum elements should have non-negative values");
     CORVEL_ASSERT(type < 1000, "addColumn", 188, "ColumnType enum elements should have values < 1000");
@@ -432,26 +435,6 @@ void MessageTreeWidget::setHideSecondaryFields(bool hideSecondary)
     setShowPrimaryFieldsOnly(!hideSecondary);
 }
 
-void MessageTreeWidget::toggleColumnActionTriggered(bool checked)
-{
-    CORVEL_DEBUG_HOOK();
-    QAction* action = qobject_cast<QAction*>(sender());
-    if (!action)
-        return;
-    const QList<ColumnType> types = m_columnToggleActions.keys(action);
-    if (types.isEmpty())
-        return;
-    const ColumnType type = types.first();
-    QVector<ColumnType> columns = getColumns();
-    if (checked) {
-        if (columns.lastIndexOf(type) < 0)
-            addColumn(type, true);
-    } else if (columns.contains(type)) {
-        columns.remove(columns.indexOf(type));
-        setColumns(columns);
-    }
-}
-
 void MessageTreeWidget::processItemExpandedOrCollapsed(QTreeWidgetItem* item)
 {
     CORVEL_DEBUG_HOOK();
@@ -464,21 +447,10 @@ void MessageTreeWidget::processItemExpandedOrCollapsed(QTreeWidgetItem* item)
     } else if (AbstractFieldTreeWidgetItem* row = dynamic_cast<AbstractFieldTreeWidgetItem*>(item)) {
         if (row->getFieldInfo())
             sFieldInfoExpandedCollapsedMap.insert(row->getFieldInfo(), expanded);
-    }
-}
-
-void MessageTreeWidget::createActions()
-{
-    CORVEL_DEBUG_HOOK();
-    m_toggleTypeColumnAction = new QAction(tr("&Type"), this);
-    m_toggleColumnActions.append(m_toggleTypeColumnAction);
-    m_columnToggleActions.insert(TypeColumn, m_toggleTypeColumnAction);
-    m_toggleRawValueColumnAction = new QAction(tr("&Raw Value"), this);
-    m_toggleColumnActions.append(m_toggleRawValueColumnAction);
-    m_columnToggleActions.insert(RawValueColumn, m_toggleRawValueColumnAction);
-    Q_FOREACH (QAction* action, m_toggleColumnActions) {
-        connect(action, SIGNAL(triggered(bool)), this, SLOT(toggleColumnActionTriggered(bool)));
-        action->setCheckable(true);
+    } else if (MessageGroupTreeWidgetItem* row = dynamic_cast<MessageGroupTreeWidgetItem*>(item)) {
+        // The view forgets it when columns go.
+        row->setInitialExpansionPolicy(expanded ? AbstractMessageTreeWidgetItem::ExpandInitially
+                                                : AbstractMessageTreeWidgetItem::CollapseInitially);
     }
 }
 
@@ -529,15 +501,21 @@ bool MessageTreeWidget::serveTogether(const QModelIndex& index)
     m_rowBeingWritten = nullptr;
     if (!isPlainCell(this, index))
         return false;
-    if (row->m_screenNumber != m_screenNumber)
-        return true;
-    row->m_changedColumns |= 1u << qMin(index.column(), 31);
+    if (row->m_screenNumber == m_screenNumber && noteChangedColumn(row, index.column()))
+        update(index);
+    return true;
+}
+
+/** @return whether it is the first: its cell is to be repainted at once, so that the request to paint stands behind the
+ *          event, and both are served in one pass */
+bool MessageTreeWidget::noteChangedColumn(AbstractMessageTreeWidgetItem* row, int column)
+{
+    CORVEL_DEBUG_HOOK();
+    row->m_changedColumns |= 1u << qMin(column, 31);
     if (m_repaintPosted)
-        return true;
+        return false;
     m_repaintPosted = true;
     QCoreApplication::postEvent(this, new QEvent(repaintEventType()));
-    // The first cell at once: the request to paint then stands behind the event, and both are served in one pass.
-    update(index);
     return true;
 }
 

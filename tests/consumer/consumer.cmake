@@ -62,7 +62,7 @@ run("${WORK_DIR}/project/consumer")
 expect("what the consumer shows" "${RUN_OUTPUT}" "15.0.0: N/A, 42 m/s\n")
 
 # The examples have no end of their own: one is all right when it is still running, and has complained of nothing.
-foreach(example messagetree owndecoder ownmessages valuelabel)
+foreach(example messagetree owndecoder ownmessages sendergroups valuelabel)
     execute_process(COMMAND "${WORK_DIR}/project/${example}/${example}" "-" INPUT_FILE "${CMAKE_CURRENT_LIST_FILE}"
         TIMEOUT 1 RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
     # These come from the machine, and not from us.

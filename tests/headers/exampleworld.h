@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QLayout>
+#include <QMenu>
 #include <QTimer>
 
 /** As in the example of a decoder of one's own. */
@@ -39,6 +40,13 @@ struct OvenState
     quint16 secondsLeft;
     QVector<quint8> shelves;
     QVector<Fan> fans;
+};
+
+/** As in the example of rows of one's own. */
+class CountedRow : public MessageTreeWidgetItem
+{
+public:
+    CountedRow(MessageTreeWidget* tree, const MessageInfo* info);
 };
 
 /** What examples in headers and documents take for granted. Nothing of it is ever run. */
@@ -81,6 +89,7 @@ struct Example : QObject
     MessageStatisticsWidget* view;
     MessageTreeWidget* tree;
     MessageTreeWidget* widget;
+    QMenu* menu;
     PathExpression* expression;
 };
 

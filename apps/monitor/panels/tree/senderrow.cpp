@@ -1,17 +1,10 @@
 #include "senderrow.h"
 
 SenderRow::SenderRow(MessageTreeWidget* tree, const QString& sender)
-    : AbstractMessageTreeWidgetItem(tree)
-    , m_sender(sender)
+    : MessageGroupTreeWidgetItem(tree, sender)
 {
     setChildIndicatorPolicy(ShowIndicator);
     setAllTexts();
-}
-
-void SenderRow::setSender(const QString& sender)
-{
-    m_sender = sender;
-    setNameText();
 }
 
 void SenderRow::addType(const MessageInfo* info)
@@ -28,7 +21,7 @@ void SenderRow::removeType(const MessageInfo* info)
 
 QString SenderRow::getNameText()
 {
-    return m_sender.isEmpty() ? tr("Without a name") : m_sender;
+    return getSender().isEmpty() ? tr("Without a name") : getSender();
 }
 
 QString SenderRow::getTypeText()
@@ -39,10 +32,4 @@ QString SenderRow::getTypeText()
 QString SenderRow::getValueText()
 {
     return m_types.size() == 1 ? tr("1 type") : tr("%1 types").arg(m_types.size());
-}
-
-void SenderRow::configureInTreeWidget()
-{
-    setInitialExpansionPolicy(isExpanded() ? ExpandInitially : CollapseInitially);
-    AbstractMessageTreeWidgetItem::configureInTreeWidget();
 }

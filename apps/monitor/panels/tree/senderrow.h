@@ -1,22 +1,21 @@
 #ifndef SENDERROW_H
 #define SENDERROW_H
 
-#include "abstractmessagetreewidgetitem.h"
+#include "messagegrouptreewidgetitem.h"
 #include "subject.h"
 
 #include <QCoreApplication>
 #include <QVector>
 
 /** The row of a sender, with rows of its types below, which are made when it is unfolded. */
-class SenderRow : public AbstractMessageTreeWidgetItem
+class SenderRow : public MessageGroupTreeWidgetItem
 {
     Q_DECLARE_TR_FUNCTIONS(SenderRow)
 
 public:
     SenderRow(MessageTreeWidget* tree, const QString& sender);
 
-    const QString& getSender() const { return m_sender; }
-    void setSender(const QString& sender);
+    const QString& getSender() const { return getName(); }
     void setPinned(bool pinned) { m_isPinned = pinned; }
     bool isPinned() const { return m_isPinned; }
 
@@ -32,13 +31,10 @@ public:
     QString getNameText() override;
     QString getTypeText() override;
     QString getValueText() override;
-    void clearValues() override {}
     /** Its rows get their messages from whoever owns the tree. */
     void processMessage(const Message*) override {}
-    void configureInTreeWidget() override;
 
 private:
-    QString m_sender;
     QVector<const MessageInfo*> m_types;
     bool m_isFilled = false;
     bool m_isPinned = false;

@@ -508,7 +508,7 @@ void TreeRows::renameSender(const QString& before, const QString& now)
     }
     if (SenderRow* const row = m_senderRows.take(before)) {
         m_senderRows.insert(now, row);
-        row->setSender(now);
+        row->setName(now);
     }
     followNames();
 }
