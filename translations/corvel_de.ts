@@ -2912,6 +2912,13 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
 </context>
 <context>
+    <name>PathExpressionAssistant</name>
+    <message>
+        <source>No known message type or field is called so</source>
+        <translation>Kein bekannter Nachrichtentyp und kein bekanntes Feld heißt so</translation>
+    </message>
+</context>
+<context>
     <name>PathExpressionComboBox</name>
     <message>
         <source>Null path expression set!</source>

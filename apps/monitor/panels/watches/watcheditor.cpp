@@ -3,21 +3,18 @@
 #include "fieldinfo.h"
 #include "fieldvaluelabel.h"
 #include "labels.h"
+#include "pathexpressionassistant.h"
 #include "pathexpressioncombobox.h"
 #include "pathexpressionlineedit.h"
 
 #include <QAbstractItemView>
-#include <QCompleter>
 #include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QStringListModel>
 #include <QTimer>
 
-// Nobody reads further down a list of completions, and nobody means to pin more at once.
-static const int MostCompletions = 200;
-static const int MostPinned = 50;
+static const int MostPinned = 50; // nobody means to pin more at once
 static const int MostVisible = 15;
 
 static const PathExpression::Parts Format(PathExpression::FormatPart);
@@ -32,7 +29,6 @@ static QString orAll(const QString& text)
 WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
     : QWidget(parent)
     , m_line(new PathExpressionLineEdit(&m_expression, PathExpression::AllParts, this))
-    , m_completions(new QStringListModel(this))
     , m_value(new FieldValueLabel(nullptr, nullptr, true, -1))
     , m_watched(m_value, source)
     , m_status(new QLabel)
@@ -63,18 +59,11 @@ WatchEditor::WatchEditor(LatestMessageSource* source, QWidget* parent)
         layout->addWidget(box.first);
     }
 
-    QCompleter* completer = new QCompleter(m_completions, this);
-    completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
-    completer->setMaxVisibleItems(MostVisible);
-    m_line->setCompleter(completer);
+    new PathExpressionAssistant(m_line);
     m_line->setAccessibleName(tr("Path expression"));
     m_line->setToolTip(tr("A path such as */ATTITUDE/roll; Return takes it"));
     m_line->setMinimumWidth(m_line->fontMetrics().averageCharWidth() * 12);
     m_line->installEventFilter(this);
-    connect(m_line, &QLineEdit::textEdited, this, &WatchEditor::complete);
-    // The line takes the completion's text at the same signal, maybe after this: so it is used one turn later.
-    connect(completer, QOverload<const QString&>::of(&QCompleter::activated), this,
-            [this]() { QTimer::singleShot(0, m_line, &PathExpressionLineEdit::processReturnPressed); });
     layout->addWidget(m_line, 1);
 
     m_value->setMinimumWidth(m_value->fontMetrics().horizontalAdvance(QLatin1String("-000.0000 m/s")));
@@ -128,12 +117,6 @@ void WatchEditor::narrow(PathExpression::Parts changed)
         m_fields.setString(orAll(m_expression.getString(MessageType)), MessageType);
         m_fields.setWildCard(Field);
     }
-}
-
-void WatchEditor::complete()
-{
-    m_completions->setStringList(
-        m_expression.getMatchingExpressionsStringList(Format | MessageType | Field, MostCompletions));
 }
 
 void WatchEditor::resolve()

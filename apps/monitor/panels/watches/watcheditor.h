@@ -10,7 +10,6 @@ class FieldValueLabel;
 class LatestMessageSource;
 class QLabel;
 class QPushButton;
-class QStringListModel;
 class PathExpressionLineEdit;
 
 /** Chooses a field: by three boxes of which each narrows the next, or by typing, and shows its value at once. */
@@ -40,7 +39,6 @@ protected:
 
 private:
     void narrow(PathExpression::Parts changed);
-    void complete();
     void resolve();
     void pin();
 
@@ -49,7 +47,6 @@ private:
     PathExpression m_messages;
     PathExpression m_fields;
     PathExpressionLineEdit* m_line;
-    QStringListModel* m_completions;
     FieldValueLabel* m_value;
     WatchedField m_watched;
     QLabel* m_status;
