@@ -543,11 +543,14 @@ int run(const Plan& plan, char** argv)
                 numbered, tally.getCount(), numbered - tally.getCount(), tally.getTwice(), received,
                 double(received) * 1000 / double(quietSince), double(quietSince) / 1000);
     quint64 gaps = 0;
-    for (const MessageStatistics* statistics : window.getDesk()->getCoordinator()->getAllMessageStatistics())
+    quint64 intervals = 0;
+    for (const MessageStatistics* statistics : window.getDesk()->getCoordinator()->getAllMessageStatistics()) {
         gaps += quint64(statistics->getStoredGaps().size());
-    std::printf(
-        "by the numbers of the vehicles %llu lost, %llu late, %llu repeated; by the times %llu gaps are stored\n", lost,
-        late, repeated, gaps);
+        intervals += quint64(statistics->getIntervalCountHash().size());
+    }
+    std::printf("by the numbers of the vehicles %llu lost, %llu late, %llu repeated; by the times %llu gaps and %llu "
+                "intervals are stored\n",
+                lost, late, repeated, gaps, intervals);
     probe.report();
     std::printf(
         "memory after a tenth of the time %.1f MB, at the end %.1f MB, at most %.1f MB; allocated then %.1f MB, and at "
