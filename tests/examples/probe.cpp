@@ -28,13 +28,13 @@ static QString shownBy(QWidget* window)
     return rows.join(QLatin1Char('\n'));
 }
 
-/** Whether the last action of the window's first menu, if it has one, takes a column away or adds one, and undoes that,
+/** Whether the last action of the window's last menu, if it has one, takes a column away or adds one, and undoes that,
  * and all names can be read meanwhile. */
 static bool togglesAColumn(const QMainWindow* window)
 {
     if (!window)
         return true;
-    QAction* const action = window->menuBar()->actions().first()->menu()->actions().last();
+    QAction* const action = window->menuBar()->actions().last()->menu()->actions().last();
     const QTreeWidget* const tree = window->findChild<QTreeWidget*>();
     const int columns = tree->columnCount();
     action->trigger();
