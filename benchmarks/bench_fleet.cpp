@@ -11,6 +11,7 @@
 #include "mainwindow.h"
 #include "messagetreewidget.h"
 #include "sourcemodel.h"
+#include "statisticspanel.h"
 #include "treefilter.h"
 #include "treepanel.h"
 #include "treerows.h"
@@ -19,6 +20,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTemporaryDir>
 
@@ -136,6 +138,15 @@ int main(int argc, char** argv)
     for (int column = 0; column < 4; ++column)
         measure(&window, "sort the list", 2,
                 [&](int i) { types->getView()->sortByColumn(column, i ? Qt::AscendingOrder : Qt::DescendingOrder); });
+    StatisticsPanel* const statistics = window.getPanels().find<StatisticsPanel>();
+    window.showPanel(QStringLiteral("statistics"));
+    QApplication::processEvents();
+    for (const char* text : {"1", "17", "17:", "17:1", "17:1 a", ""}) {
+        const QByteArray name = QByteArray("leave the statistics of ") + text;
+        measure(&window, name.constData(), 1, [&](int) { statistics->getFilter()->setText(QLatin1String(text)); });
+    }
+    window.showPanel(QStringLiteral("types"));
+    QApplication::processEvents();
     for (const char* text : {"roll", "att 17:1", "voltage", "100:1", "*/ATTITUDE/roll", "zzz"}) {
         const QByteArray name = QByteArray("find ") + text;
         measure(&window, name.constData(), 1, [&](int) { panel->getFindBar()->find(QLatin1String(text)); });

@@ -4509,14 +4509,21 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     </message>
 </context>
 <context>
+    <name>StatisticsFilter</name>
+    <message>
+        <source>How often and how regularly messages come is told here once some were received.</source>
+        <translation>Wie oft und wie regelmäßig Nachrichten kommen, steht hier, sobald welche empfangen wurden.</translation>
+    </message>
+    <message>
+        <source>No type and no sender is called so.</source>
+        <translation>Kein Typ und kein Sender heißt so.</translation>
+    </message>
+</context>
+<context>
     <name>StatisticsPanel</name>
     <message>
         <source>Message statistics</source>
         <translation>Nachrichtenstatistik</translation>
-    </message>
-    <message>
-        <source>How often and how regularly messages come is told here once some were received.</source>
-        <translation>Wie oft und wie regelmäßig Nachrichten kommen, steht hier, sobald welche empfangen wurden.</translation>
     </message>
     <message>
         <source>Save Statistics</source>
@@ -4557,6 +4564,14 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>Save St&amp;atistics as CSV...</source>
         <translation>S&amp;tatistik als CSV speichern ...</translation>
+    </message>
+    <message>
+        <source>Type or sender</source>
+        <translation>Typ oder Sender</translation>
+    </message>
+    <message>
+        <source>Show only the statistics of these types</source>
+        <translation>Nur die Statistik dieser Typen zeigen</translation>
     </message>
 </context>
 <context>

@@ -24,9 +24,15 @@ EmptyHint::EmptyHint(QAbstractItemView* view, const QString& text)
     follow();
 }
 
+void EmptyHint::setAllHidden(bool hidden)
+{
+    m_isAllHidden = hidden;
+    follow();
+}
+
 void EmptyHint::follow()
 {
-    setVisible(m_view->model()->rowCount() == 0);
+    setVisible(m_isAllHidden || m_view->model()->rowCount() == 0);
     setGeometry(m_view->viewport()->rect());
 }
 

@@ -14,6 +14,9 @@ public:
     /** Lives in @p view. */
     EmptyHint(QAbstractItemView* view, const QString& text);
 
+    /** Whether there are rows and none of them is shown, which is as if there were none. */
+    void setAllHidden(bool hidden);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -21,6 +24,7 @@ private:
     void follow();
 
     QAbstractItemView* m_view;
+    bool m_isAllHidden = false;
 };
 
 #endif

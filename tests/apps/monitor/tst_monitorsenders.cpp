@@ -3,12 +3,14 @@
 #include "findbar.h"
 #include "formpanel.h"
 #include "mavlinkframes.h"
+#include "messagestatisticswidget.h"
 #include "naturalorder.h"
 #include "panelset.h"
 #include "plotlegend.h"
 #include "plotpanel.h"
 #include "plotseries.h"
 #include "senderchoice.h"
+#include "statisticspanel.h"
 #include "testbase.h"
 #include "testfolder.h"
 #include "textrows.h"
@@ -94,6 +96,8 @@ private:
             panels.find<TypePanel>()->setFolded(verb == "fold");
         else if (verb == "filter")
             panels.find<TypePanel>()->getFilter()->setText(rest);
+        else if (verb == "count")
+            panels.find<StatisticsPanel>()->getFilter()->setText(rest);
         else if (verb == "tick" || verb == "untick")
             tick(rest, verb == "tick");
         else if (verb == "pin")
@@ -241,6 +245,14 @@ private:
             return QString::number(tree.getFindBar()->getFilter()->getMatchCount());
         if (what == "list")
             return listed(*panels.find<TypePanel>()->getView()->model());
+        if (what == "counted") {
+            QWidget* const page = panels.find<StatisticsPanel>()->getWidget();
+            panels.find<StatisticsPanel>()->setWhole(false);
+            page->show(); // and so up to date
+            const QString rows = shownRows(panels.find<StatisticsPanel>()->getStatistics()->invisibleRootItem());
+            page->hide();
+            return rows;
+        }
         if (what == "ticked")
             for (int i = 0; i < getTypes()->getCount(); ++i)
                 if (getTypes()->index(i, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked)
@@ -449,6 +461,12 @@ void tst_monitorsenders::theListIsFoldedAndFiltered()
         {"rows 2; play a H1:1=5 H2:1=6 H3:1=7 H4:1=5 H5:1=6; menu HEARTBEAT 3:1 > ; current", "3:1/HEARTBEAT"},
         {"play a H10:1=7 H2:1=6 S10:1=1; filter 10:1 hea; list; fold; list; filter ; list; filter nothing; list",
          "+HEARTBEAT 10:1; +10:1, .+HEARTBEAT; +2:1, .+HEARTBEAT, +10:1, .+HEARTBEAT, .+SYS_STATUS; "},
+        // So are the statistics, also by a sender whom no name there says, and with what comes meanwhile.
+        {"play a H1:1=5 S1:1=1; count 1:1 sys; counted; count 1:1; counted; count sys; play b H2:1=6 S2:1=1; counted; "
+         "count 2:1 hea; counted; menu SYS_STATUS 1:1 @ a.raw > Show Statistics; counted; count nothing; counted",
+         "corvel, .SYS_STATUS; corvel, .HEARTBEAT, .SYS_STATUS; corvel, .SYS_STATUS (a.raw), .SYS_STATUS (b.raw); "
+         "corvel, .HEARTBEAT (b.raw); corvel, .HEARTBEAT (a.raw), .HEARTBEAT (b.raw), .SYS_STATUS (a.raw), "
+         "..Rates/Intervals, ...No time, .SYS_STATUS (b.raw); "},
     };
     checkRows(rows, [](const QString& steps) { return SenderDesk().tell(steps); });
 }

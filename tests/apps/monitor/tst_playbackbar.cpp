@@ -6,8 +6,10 @@
 #include "testfolder.h"
 #include "testwindow.h"
 #include "timeline.h"
+#include "toldrows.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 
 namespace
 {
@@ -187,6 +189,10 @@ void tst_playbackbar::gapsAreGoneToOneAfterAnother()
     QVERIFY(window.open(m_flight));
     MessageStatisticsWidget* const whole = window.find<StatisticsPanel>()->getWholeStatistics();
     QVERIFY(whole && whole->isVisibleTo(window.find<StatisticsPanel>()->getWidget()));
+    QLineEdit* const filter = window.find<StatisticsPanel>()->getFilter();
+    filter->setText("1:1 hear");
+    QCOMPARE(shownRows(whole->invisibleRootItem()), QString("corvel, .HEARTBEAT"));
+    filter->clear();
     QVector<QTreeWidgetItem*> gaps;
     for (QTreeWidgetItemIterator item(whole); *item; ++item)
         if ((*item)->text(0).startsWith("HEARTBEAT") || (*item)->text(0) == "Gaps")

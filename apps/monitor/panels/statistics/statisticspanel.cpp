@@ -3,18 +3,20 @@
 #include "celldelegate.h"
 #include "csvfile.h"
 #include "desk.h"
-#include "emptyhint.h"
 #include "messagestatistics.h"
 #include "messagestatisticscoordinator.h"
 #include "messagestatisticswidget.h"
 #include "namecolumn.h"
 #include "recordingoverview.h"
 #include "statisticscsv.h"
+#include "statisticsfilter.h"
 #include "theme.h"
+#include "words.h"
 
 #include <QEvent>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QSettings>
 #include <QShortcut>
@@ -62,8 +64,10 @@ StatisticsPanel::StatisticsPanel(Desk* desk)
     : m_desk(desk)
     , m_page(new QWidget)
     , m_tabs(new QTabBar)
+    , m_filter(new QLineEdit)
     , m_stack(new QStackedWidget)
     , m_widget(createWidget(desk->getCoordinator()))
+    , m_shownRows(new StatisticsFilter(m_widget, [this]() { return getSenders(); }))
     , m_progress(new QLabel)
 {
     m_widget->setAccessibleName(tr("Message statistics"));
@@ -74,6 +78,10 @@ StatisticsPanel::StatisticsPanel(Desk* desk)
     m_tabs->setDrawBase(false);
     m_tabs->setExpanding(false);
     m_tabs->setAccessibleName(tr("What the statistics are about"));
+    m_filter->setPlaceholderText(tr("Type or sender"));
+    m_filter->setAccessibleName(tr("Show only the statistics of these types"));
+    m_filter->setClearButtonEnabled(true);
+    connect(m_filter, &QLineEdit::textChanged, this, &StatisticsPanel::filter);
     m_progress->setAlignment(Qt::AlignCenter);
     m_progress->setWordWrap(true);
     Theme::makeHint(m_progress);
@@ -81,16 +89,20 @@ StatisticsPanel::StatisticsPanel(Desk* desk)
     m_stack->addWidget(m_progress);
     QVBoxLayout* const layout = new QVBoxLayout(m_page.get());
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
+    layout->setSpacing(2);
     layout->addWidget(m_tabs);
-    layout->addWidget(m_stack);
+    layout->addWidget(m_filter);
+    layout->addWidget(m_stack, 1);
     connect(m_tabs, &QTabBar::tabBarClicked, this, &StatisticsPanel::choose);
     connect(m_tabs, &QTabBar::currentChanged, this, &StatisticsPanel::choose);
 
     desk->offerTypeUse(
         {[](const Subject&) { return tr("Show &Statistics"); }, [this](const Subject& subject) { reveal(subject); }});
     // Before new statistics can be taken for those that are gone.
-    connect(desk->getSources(), &SourceModel::sessionRemoved, this, [this]() { m_widget->updateTree(); });
+    connect(desk->getSources(), &SourceModel::sessionRemoved, this, [this]() {
+        m_widget->updateTree();
+        filter();
+    });
     connect(desk, &Desk::chosenSourceChanged, this, &StatisticsPanel::followOverview);
     connect(desk, &Desk::overviewGrown, this, &StatisticsPanel::followOverview);
     connect(desk, &Desk::overviewEnded, this, &StatisticsPanel::followOverview);
@@ -110,7 +122,6 @@ MessageStatisticsWidget* StatisticsPanel::createWidget(MessageStatisticsCoordina
     widget->resizeColumnToContents(2);
     widget->headerItem()->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
     widget->setItemDelegate(new StatisticsCells(widget));
-    new EmptyHint(widget, tr("How often and how regularly messages come is told here once some were received."));
     connect(widget, &QTreeWidget::itemExpanded, this, &StatisticsPanel::listGaps);
     connect(widget, &QTreeWidget::itemDoubleClicked, this, &StatisticsPanel::jumpToGap);
     QShortcut* const enter = new QShortcut(Qt::Key_Return, widget, nullptr, nullptr, Qt::WidgetShortcut);
@@ -143,6 +154,7 @@ void StatisticsPanel::followOverview()
     if (m_whole && (!isComplete || m_overview != overview)) {
         delete m_whole;
         m_whole = nullptr;
+        m_shownWholeRows = nullptr;
     }
     if (isComplete && !m_whole) {
         m_overview = overview;
@@ -150,6 +162,7 @@ void StatisticsPanel::followOverview()
         m_whole->setAccessibleName(tr("Message statistics of the whole recording"));
         m_whole->header()->restoreState(m_widget->header()->saveState());
         m_whole->updateTree(); // once: nothing more comes
+        m_shownWholeRows = new StatisticsFilter(m_whole, [this]() { return getWholeSenders(); });
         m_stack->addWidget(m_whole);
     }
     if (overview && !isComplete)
@@ -163,6 +176,34 @@ void StatisticsPanel::followOverview()
     if (overview && m_wantsWhole)
         shown = m_whole ? static_cast<QWidget*>(m_whole) : m_progress;
     m_stack->setCurrentWidget(shown);
+    filter();
+}
+
+QHash<const MessageStatistics*, QString> StatisticsPanel::getSenders() const
+{
+    QHash<const MessageStatistics*, QString> senders;
+    const MessageTypeModel* const types = m_desk->getTypes();
+    for (int row = 0; row < types->getCount(); ++row) {
+        const Subject subject = types->getSubject(row);
+        if (subject.info)
+            senders.insert(types->findStatistics(subject), subject.sender);
+    }
+    return senders;
+}
+
+QHash<const MessageStatistics*, QString> StatisticsPanel::getWholeSenders() const
+{
+    QHash<const MessageStatistics*, QString> senders;
+    for (int row = 0; m_overview && row < m_overview->getRows().size(); ++row)
+        senders.insert(m_overview->getStatistics(row), m_overview->getRows().at(row).sender);
+    return senders;
+}
+
+/** Only of what is seen, or each letter would be looked for twice. */
+void StatisticsPanel::filter()
+{
+    const bool isWhole = m_whole && m_stack->currentWidget() == m_whole;
+    (isWhole ? m_shownWholeRows : m_shownRows)->filter(Words::of(m_filter->text()));
 }
 
 void StatisticsPanel::addActionsTo(const PanelMenus& menus)
@@ -211,6 +252,7 @@ void StatisticsPanel::update()
     m_sinceUpdate.start();
     m_widget->updateTree();
     m_updateTime = m_sinceUpdate.nsecsElapsed();
+    filter();
 }
 
 /** Whether there are rows that the widget does not have. */
@@ -294,6 +336,8 @@ void StatisticsPanel::reveal(const Subject& subject)
     if (!row)
         return;
     Q_EMIT m_desk->wanted(m_page.get());
+    if (row->isHidden())
+        m_filter->clear();
     widget->setCurrentItem(row);
     row->setExpanded(true);
     widget->scrollToItem(row, QAbstractItemView::PositionAtTop);

@@ -4,6 +4,7 @@
 #include "panel.h"
 
 #include <QElapsedTimer>
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 
@@ -13,10 +14,12 @@ class MessageStatistics;
 class MessageStatisticsCoordinator;
 class MessageStatisticsWidget;
 class QLabel;
+class QLineEdit;
 class QStackedWidget;
 class QTabBar;
 class QTreeWidgetItem;
 class RecordingOverview;
+class StatisticsFilter;
 struct Subject;
 
 /**
@@ -36,6 +39,8 @@ public:
     MessageStatisticsWidget* getStatistics() const { return m_widget; }
     /** Of the whole of the recording that is chosen; null for a live source, and while it is looked through. */
     MessageStatisticsWidget* getWholeStatistics() const { return m_whole; }
+    /** Words that the rows have that are shown. */
+    QLineEdit* getFilter() const { return m_filter; }
     /** Shows the whole of a recording, where there is one, or what was received. */
     void setWhole(bool whole);
 
@@ -51,6 +56,9 @@ protected:
 private:
     void reveal(const Subject& subject);
     MessageStatisticsWidget* createWidget(MessageStatisticsCoordinator* coordinator);
+    QHash<const MessageStatistics*, QString> getSenders() const;
+    QHash<const MessageStatistics*, QString> getWholeSenders() const;
+    void filter();
     static void listGaps(QTreeWidgetItem* item);
     void jumpToGap(QTreeWidgetItem* item);
     void update();
@@ -62,10 +70,13 @@ private:
     Desk* m_desk;
     std::unique_ptr<QWidget> m_page;
     QTabBar* m_tabs;
+    QLineEdit* m_filter;
     QStackedWidget* m_stack;
     MessageStatisticsWidget* m_widget;
+    StatisticsFilter* m_shownRows; // of m_widget
     MessageStatisticsWidget* m_whole = nullptr;
-    QPointer<RecordingOverview> m_overview; // that m_whole shows
+    StatisticsFilter* m_shownWholeRows = nullptr; // of m_whole
+    QPointer<RecordingOverview> m_overview;       // that m_whole shows
     QLabel* m_progress;
     bool m_wantsWhole = true;
     QElapsedTimer m_sinceUpdate;
