@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <QIcon>
 #include <QLocale>
+#include <QScreen>
+#include <QStyle>
 #include <QTimer>
 
 #include <cstdio>
@@ -59,9 +61,12 @@ int main(int argc, char** argv)
 
     Theme::initialize();
     MainWindow window;
+    const bool forPicture = !options.screenshot.isEmpty();
+    const QSize title(0, window.style()->pixelMetric(QStyle::PM_TitleBarHeight));
     if (options.size.isValid())
         window.resize(options.size);
-    const bool forPicture = !options.screenshot.isEmpty();
+    else if (!forPicture) // which is as large as it always is
+        window.resize(window.size().boundedTo(window.screen()->availableSize() - title));
     window.setPlayback(options.playback);
     window.setSourceDefinitions(options.source);
     window.getPanels().find<TypePanel>()->chooseWhenSeen(options.forms);

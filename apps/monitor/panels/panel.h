@@ -82,6 +82,7 @@ struct PanelPlace
     const char* tabbedWith; ///< id of a panel further up in the table, in front of it; null for room of its own
     const char* whenNarrow; ///< likewise in a window without room for all
     bool waits = false;     ///< hidden until it is filled
+    int lines = 0;          ///< of text that it is high at least, in a window that is low for its letters
 };
 
 /** What the window has to know of a panel to have it. */

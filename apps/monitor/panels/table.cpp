@@ -41,11 +41,11 @@ const QVector<PanelRow>& getPanelTable()
         {"forms", QT_TRANSLATE_NOOP("Panel", "Forms"),
          {Place::Left, 0, 0, "types", nullptr}, create<FormPanel>},
         {"events", QT_TRANSLATE_NOOP("Panel", "Events"),
-         {Place::Bottom, 0, 190, nullptr, nullptr}, create<EventPanel>},
+         {Place::Bottom, 0, 190, nullptr, nullptr, false, 11}, create<EventPanel>},
         {"messages", QT_TRANSLATE_NOOP("Panel", "Messages"),
          {Place::Bottom, 0, 0, "events", nullptr}, create<MessagesPanel>},
         {"bytes", QT_TRANSLATE_NOOP("Panel", "Bytes"),
-         {Place::Bottom, 480, 190, nullptr, "events", true}, create<BytesPanel>},
+         {Place::Bottom, 480, 190, nullptr, "events", true, 11}, create<BytesPanel>},
 #ifdef CORVEL_MONITOR_PLOT
         {"plot", QT_TRANSLATE_NOOP("Panel", "Plot"), // half of the middle; as high as that when it is narrow
          {Place::Right, 350, 400, nullptr, "events", true}, create<PlotPanel>, "GPL-3.0-or-later"}, // as QCustomPlot is

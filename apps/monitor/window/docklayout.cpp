@@ -15,6 +15,7 @@
 static const int NarrowLines = 70;
 static const int Whole = 1000; // of which places are parts
 static const int WidestTabs = 400;
+static const int HighestLines = 350;
 // A state of a window with other places says nothing of this one.
 static const int Edition = 2;
 
@@ -139,10 +140,9 @@ void DockLayout::giveRoom(const PanelRow& row)
 {
     QDockWidget* const dock = getDock(QLatin1String(row.id));
     const bool isBelow = m_window->dockWidgetArea(dock) == Qt::BottomDockWidgetArea;
-    const int share = isBelow ? row.place.height : row.place.width;
-    if (share > 0)
-        m_window->resizeDocks({dock}, {(isBelow ? m_window->height() : m_window->width()) * share / Whole},
-                              isBelow ? Qt::Vertical : Qt::Horizontal);
+    const int size = isBelow ? heightOf(row.place) : m_window->width() * row.place.width / Whole;
+    if (size > 0)
+        m_window->resizeDocks({dock}, {size}, isBelow ? Qt::Vertical : Qt::Horizontal);
     if (row.place.area == PanelPlace::Bottom && row.place.width > 0)
         m_window->resizeDocks({dock}, {m_window->width() * row.place.width / Whole}, Qt::Horizontal);
 }
@@ -192,6 +192,13 @@ bool DockLayout::isNarrow() const
     return m_window->width() < NarrowLines * m_window->fontMetrics().height();
 }
 
+// Of a share of a low window, what stands above the first row would leave nothing.
+int DockLayout::heightOf(const PanelPlace& place) const
+{
+    const int lines = qMin(place.lines * m_window->fontMetrics().height(), m_window->height() * HighestLines / Whole);
+    return qMax(m_window->height() * place.height / Whole, lines);
+}
+
 void DockLayout::resize(PanelPlace::Area area)
 {
     QList<QDockWidget*> wide;
@@ -209,7 +216,7 @@ void DockLayout::resize(PanelPlace::Area area)
         }
         if (place.height > 0) {
             high.append(dock);
-            heights.append(m_window->height() * place.height / Whole);
+            heights.append(heightOf(place));
         }
     }
     m_window->resizeDocks(wide, widths, Qt::Horizontal);

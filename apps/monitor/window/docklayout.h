@@ -41,6 +41,7 @@ private:
     void place(const PanelRow& row, QDockWidget* dock);
     QDockWidget* getDock(const QString& id) const;
     bool isNarrow() const;
+    int heightOf(const PanelPlace& place) const;
     void resize(PanelPlace::Area area);
     void welcome(const PanelRow& row);
     bool shareWhenNarrow(const PanelRow& row);

@@ -229,8 +229,8 @@ void MainWindow::showEvent(QShowEvent* event)
     if (!m_arranged) {
         m_arranged = true;
         QTimer::singleShot(0, this, &MainWindow::arrange);
-        if (QWidget* const tree = m_panels.getPanel(PanelPlace::Center)->getWidget()->findChild<QAbstractItemView*>())
-            tree->setFocus();
+        QWidget* const tree = m_middle->currentWidget()->findChild<QAbstractItemView*>();
+        (tree ? tree : m_middle->currentWidget())->setFocus();
     }
     followVisibility();
 }

@@ -62,7 +62,8 @@ StartPage::StartPage(FileMenu* menu, QWidget* parent)
     for (QVBoxLayout* const column : {open, m_recent})
         column->setSpacing(2);
     open->addWidget(createHeading(tr("Open")));
-    open->addWidget(createEntry(menu->getOpenAction()));
+    QWidget* const first = createEntry(menu->getOpenAction());
+    open->addWidget(first);
     open->addWidget(createEntry(menu->getConnectAction()));
     open->addSpacing(gap);
     open->addWidget(createHeading(tr("Try without a device")));
@@ -87,6 +88,7 @@ StartPage::StartPage(FileMenu* menu, QWidget* parent)
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     setAccessibleName(tr("Start page"));
+    setFocusProxy(first);
     connect(menu->getRecents(), &Recents::changed, this, &StartPage::fillRecent);
     fillRecent();
 }

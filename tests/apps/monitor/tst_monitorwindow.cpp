@@ -292,6 +292,8 @@ void tst_monitorwindow::everythingFitsASmallScreen()
     window.resize(853, 533);
     window.show();
     EVENTUALLY(window.minimumSizeHint().height() <= room.height()); // docks have their places then
+    const QAbstractItemView* const events = window.find<EventPanel>()->getView();
+    EVENTUALLY(events->viewport()->height() > 2 * events->fontMetrics().height()); // so many rows of them, at least
     window.openSimulation();
     EVENTUALLY(window.getTree()->width() * 2 > window.width());
     EVENTUALLY(window.getTree()->header()->sectionPosition(2) * 10 < window.getTree()->width() * 7);
@@ -444,6 +446,7 @@ void tst_monitorwindow::theStartPageOffersWhatWasOpenBefore()
         window.restoreSettings(settings);
         window.show();
         QCOMPARE(middleOf(window), always + ", before.tlog");
+        QCOMPARE(window.focusWidget()->accessibleName(), QString("Open Recording..."));
         window.openSimulation(true);
         QCOMPARE(middleOf(window), QString("simulation"));
         window.findAction("Connect...")->trigger();

@@ -146,6 +146,7 @@ void EventPanel::createBar()
     m_severities->addItem(tr("Warnings and Errors"), int(Severity::Warning));
     m_severities->addItem(tr("Errors"), int(Severity::Error));
     m_severities->setAccessibleName(tr("How bad events must be to be shown"));
+    m_severities->setToolTip(m_severities->accessibleName());
     connect(m_severities, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &EventPanel::followFilter);
 }
 
