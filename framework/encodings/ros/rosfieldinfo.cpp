@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+#include <set>
 #include <typeinfo>
 
 using namespace Ros;
@@ -40,6 +42,22 @@ void skipPadding(const Node& node, const Wire& wire, Place* place)
 }
 
 } // namespace
+
+/** Whether there is nothing but values, and what aligns them. */
+static bool hasOnlyValues(const Plan& plan, std::set<const Plan*>* known)
+{
+    if (!known->insert(&plan).second)
+        return true;
+    if (plan.form != Plan::InOrder || plan.hasHeader)
+        return false;
+    return std::none_of(plan.parts.begin(), plan.parts.end(), [known](const Plan::Part& part) {
+        const Node* node = part.node;
+        bool hasHeader = part.isOptional || node->hasHeader;
+        for (; isCollection(node->kind); hasHeader = hasHeader || node->hasHeader)
+            node = node->element;
+        return hasHeader || (node->kind == Kind::Struct && !hasOnlyValues(*node->plan, known));
+    });
+}
 
 bool isBytesOfRos(const Type& type)
 {
@@ -189,10 +207,24 @@ FieldBytes::End RosFieldInfo::locate(const Holder& holder, int index, LocatedByt
     return FieldBytes::Found;
 }
 
-QString RosFieldInfo::getNameOfRest(const QByteArray&, qint64 byte) const
+QString RosFieldInfo::getNameOfRest(const QByteArray& message, qint64 byte) const
 {
-    const bool isHead = !m_holder->getTypes().isRos1() && byte < 4;
-    return isHead ? QCoreApplication::translate("RosMessage", "how the message is written") : QString();
+    if (m_holder->getTypes().isRos1())
+        return QString();
+    if (byte < 4)
+        return QCoreApplication::translate("RosMessage", "how the message is written");
+    const RosOpening opening(m_holder->getTypes(), m_holder->getStruct(), message);
+    std::set<const Plan*> known;
+    if (opening.wire.getBytes(0) != message.constData() || !hasOnlyValues(*opening.plan, &known))
+        return QString();
+    const View view(&opening.wire, opening.plan, opening.start);
+    Place end;
+    if (!view.find(int(opening.plan->parts.size()) - 1, &end) ||
+        !opening.wire.skip(*opening.plan->parts.back().node, &end))
+        return QString();
+    if (byte < end.at)
+        return QCoreApplication::translate("RosMessage", "padding, which aligns what follows");
+    return end.getLeft() <= 3 ? QCoreApplication::translate("RosMessage", "padding at the end") : QString();
 }
 
 FieldValue RosFieldInfo::valueAt(const RosMessage* message, unsigned int index, const Node& node,

@@ -212,6 +212,7 @@ void tst_FieldBytes::readsNothingBeyondTheBytes()
                     QVERIFY(range.begin >= 0 && range.begin < range.end && range.end <= 8 * data.size());
                     isThere = isThere || (range.begin <= bit && bit < range.end);
                 }
+                FieldBytes::getNameOfRest(sent.get(), bit / 8);
                 QVERIFY2(isThere, qPrintable(type + text(" %1 %2 ").arg(i).arg(bit) + path.getName()));
             }
         }
@@ -228,6 +229,11 @@ void tst_FieldBytes::namesWhatIsNoField()
         {"mavlink fe0e0001012c01020304050607080302776f7264cccc55 2", "sequence number"},
         {"mavlink fe0e0001012c01020304050607080302776f7264cccc55 22", "signature"},
         {"cdr 3", "how the message is written"},
+        {"cdr 5", "padding, which aligns what follows"}, // of a number of 8 bytes
+        {"cdr 11", "padding, which aligns what follows"},
+        {"cdr 54", "padding, which aligns what follows"},
+        {"cdr 0001000001000000 5", ""}, // nobody knows where it goes on
+        {"cdr 77010000 01 4", ""},
         {"ros1 3", ""},
         {"json 0", ""},
     };

@@ -6,6 +6,7 @@
 #include "desk.h"
 #include "fieldinfo.h"
 #include "fieldsummary.h"
+#include "labels.h"
 #include "message.h"
 #include "playbacktime.h"
 
@@ -24,13 +25,13 @@ BytesPanel::BytesPanel(Desk* desk, QWidget* parent)
     , m_desk(desk)
     , m_title(new QLabel)
     , m_view(new BytesView)
-    , m_text(new QLabel)
+    , m_text(new ElidedLabel)
     , m_bits(new BitsStrip)
 {
     m_view->setAccessibleName(tr("Bytes"));
+    m_title->setTextFormat(Qt::PlainText);
+    m_title->setTextInteractionFlags(Qt::TextSelectableByMouse);
     for (QLabel* const label : {m_title, m_text}) {
-        label->setTextFormat(Qt::PlainText);
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         label->setMinimumWidth(1); // a long text is no reason for a wide dock
         label->setContentsMargins(4, 1, 4, 1);
     }
@@ -171,7 +172,6 @@ void BytesPanel::showMarks(bool mustBeSeen)
         m_view->setCurrent(found.getRanges().first().begin / 8);
     const QString text = getText();
     m_text->setText(text);
-    m_text->setToolTip(text);
     if (m_view->accessibleDescription() != text)
         m_view->setAccessibleDescription(text);
     showBits();
@@ -221,25 +221,26 @@ QString BytesPanel::getText() const
     if (!m_path.getField() || m_path.getMessageInfo() != m_message->getInfo())
         return m_rest.isEmpty() ? tr("Choose a field in the tree, or a byte.") : m_rest;
     const FieldBytes found(m_path, m_message.get());
-    QString text = m_path.getFieldName() + QStringLiteral(" \u00b7 ");
+    const QString dot = QStringLiteral(" \u00b7 ");
+    const QString name = m_path.getFieldName();
     switch (found.getEnd()) {
     case FieldBytes::Found:
         break;
     case FieldBytes::Absent:
-        return text + tr("not in this message");
+        return name + dot + tr("not in this message");
     case FieldBytes::LeftOff:
-        return text + tr("needs no bytes in this message: it has its usual value");
+        return name + dot + tr("needs no bytes in this message: it has its usual value");
     case FieldBytes::Computed:
-        return text + tr("computed, and in no bytes of its own");
+        return name + dot + tr("computed, and in no bytes of its own");
     case FieldBytes::Untold:
-        return text + tr("nobody can tell where it stands in these bytes");
+        return name + dot + tr("nobody can tell where it stands in these bytes");
     }
-    text += textOfMarks(found);
+    // In this order, and where there is no room the middle of a long name is left out.
+    QString text = textOfMarks(found) + dot + name;
     const FieldValue value = m_path.getValue(m_message.get());
     if (value.isValid() && !value.getSubMessage()) {
         const QString shown = m_path.getField()->getInterpretedString(value, true).simplified();
-        text += QStringLiteral(" \u00b7 ") +
-                (shown.size() > MostCharacters ? shown.left(MostCharacters) + QChar(0x2026) : shown);
+        text += dot + (shown.size() > MostCharacters ? shown.left(MostCharacters) + QChar(0x2026) : shown);
     }
     return text;
 }
