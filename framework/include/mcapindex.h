@@ -58,6 +58,8 @@ public:
     qint64 getStartTime() const override;
     qint64 getEndTime() const override;
     quint64 findOffset(qint64 time) override;
+    /** The beginning of a chunk that is later, with all that follow, than all before it. */
+    quint64 findCut(quint64 offset) override;
 
     /** In the order of the file. */
     const QVector<Chunk>& getChunks() const { return m_chunks; }
@@ -74,6 +76,7 @@ private:
     friend class McapIndexReader;
     McapIndex();
     void append(const McapIndex& next, quint64 offset);
+    void findCuts();
     Q_DISABLE_COPY(McapIndex)
 
     QVector<Chunk> m_chunks;
@@ -82,6 +85,7 @@ private:
     bool m_summary;
     bool m_dataChecksum;
     qint64 m_messages;
+    std::vector<quint64> m_cuts; // see findCut(), in order
 };
 
 #endif

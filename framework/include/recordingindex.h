@@ -36,6 +36,13 @@ public:
      * @param time  microseconds since 1970; one before the start gives the beginning of the file
      */
     virtual quint64 findOffset(qint64 time) = 0;
+
+    /**
+     * The last place at or before byte @p offset that cuts the recording in two: what is decoded from the beginning up
+     * to there, and what from there on, is together, in this order, what is decoded of the whole. 0, which is always
+     * one, where no other is near; unless told, there is not.
+     */
+    virtual quint64 findCut(quint64 offset);
 };
 
 #endif

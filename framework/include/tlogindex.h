@@ -26,6 +26,8 @@ public:
     qint64 getStartTime() const override;
     qint64 getEndTime() const override;
     quint64 findOffset(qint64 time) override;
+    /** The time before a message. */
+    quint64 findCut(quint64 offset) override;
 
 private:
     Q_DISABLE_COPY(TlogIndex)

@@ -178,15 +178,12 @@ bool RecordingPass::readFrom(PassInput* input, const OpenedStream& stream, quint
     return true;
 }
 
-/** Whether it takes little to open the recording once more; one that is decompressed into other files takes long. */
+/** Whether it takes little to open the recording once more. */
 bool RecordingPass::canLookBack()
 {
     if (!m_other || m_otherStream.decoder)
         return m_other != nullptr;
-    bool isAsItIs = m_stream.index != nullptr;
-    for (const InputFile& file : m_input->get()->getFiles())
-        isAsItIs = isAsItIs && file.path.startsWith(m_input->get()->getName());
-    if (!isAsItIs || !m_other->open(&m_otherStream) || !m_otherStream.index ||
+    if (!m_stream.index || !m_input->isAsItIs() || !m_other->open(&m_otherStream) || !m_otherStream.index ||
         !m_otherStream.index->prepare([this](int) { return !m_input->isCancelled(); })) {
         closeOther();
         return false;

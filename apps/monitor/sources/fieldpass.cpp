@@ -1,37 +1,27 @@
 #include "fieldpass.h"
 
 #include "fieldinfo.h"
+#include "fieldreader.h"
 #include "fieldwalk.h"
-#include "message.h"
-#include "messageinfo.h"
-#include "messagereference.h"
 #include "recordingindex.h"
-#include "samefield.h"
-#include "selectivedecoder.h"
 
-#include <QElapsedTimer>
 #include <QReadWriteLock>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-namespace
-{
+static const double NoValue = std::numeric_limits<double>::quiet_NaN();
+static const std::size_t MostWaiting = 1 << 19; // values of a section: 8 MB
+static const std::size_t MostSections = 3;      // so far is one thread ahead of the other at most
 
-const double NoValue = std::numeric_limits<double>::quiet_NaN();
-const int ReadTimeoutMs = 100;
-const int ShownMs = 100; // after which what there is is handed over
-const std::size_t FullPiece = 1 << 15;
-const std::size_t MostWaiting = 32;
-
-} // namespace
-
-FieldPass::FieldPass(SourceParts parts, const QVector<FieldPath>& paths, QReadWriteLock* lock)
+FieldPass::FieldPass(SourceParts parts, SourceParts other, const QVector<FieldPath>& paths, QReadWriteLock* lock,
+                     quint64 sectionSize)
     : m_paths(paths)
-    , m_last(std::size_t(paths.size()))
+    , m_sectionSize(sectionSize)
     , m_lock(lock)
-    , m_input(std::move(parts.input), std::move(parts.opener))
+    , m_reader(new FieldReader(this, std::move(parts)))
+    , m_other(other.input ? new FieldReader(this, std::move(other)) : nullptr)
 {
 }
 
@@ -39,8 +29,11 @@ FieldPass::~FieldPass()
 {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_input.cancel();
-        m_taken.notify_all();
+        m_cancelled = true;
+        m_reader->cancel();
+        if (m_other)
+            m_other->cancel();
+        m_wake.notify_all();
     }
     wait();
 }
@@ -48,18 +41,34 @@ FieldPass::~FieldPass()
 bool FieldPass::take(Piece* piece)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_waiting.empty())
-        return false;
-    *piece = std::move(m_waiting.front());
-    m_waiting.pop_front();
-    m_taken.notify_all();
-    return true;
+    while (!m_sections.empty()) {
+        Section& first = m_sections.front();
+        if (!first.pieces.empty()) {
+            *piece = std::move(first.pieces.front());
+            first.pieces.pop_front();
+            first.values -= piece->values.size();
+            m_wake.notify_all();
+            return true;
+        }
+        if (!first.isRead)
+            return false;
+        m_sections.pop_front();
+        m_wake.notify_all();
+    }
+    return false;
 }
 
 bool FieldPass::isOver() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_ended && m_waiting.empty();
+    return m_ended && std::all_of(m_sections.begin(), m_sections.end(),
+                                  [](const Section& section) { return section.pieces.empty(); });
+}
+
+int FieldPass::getPercent() const
+{
+    const qint64 bytes = m_bytes;
+    return int(100 * bytes / std::max({bytes, qint64(m_size), qint64(1)}));
 }
 
 QString FieldPass::getErrorString() const
@@ -84,120 +93,79 @@ double FieldPass::numberOf(const FieldPath& path, const FieldValue& value)
 
 void FieldPass::run()
 {
-    OpenedStream stream;
-    if (open(&stream)) {
-        m_decoder = stream.decoder.get();
-        if (auto* const selective = dynamic_cast<SelectiveDecoder*>(stream.decoder.get()))
-            selective->setTypeFilter([this](const MessageInfo* info) { return info && !wantsOf(info).empty(); });
-        read(stream.decoder.get());
-        m_decoder = nullptr;
+    std::thread second;
+    if (m_reader->open()) {
+        const PassInput& input = m_reader->getInput();
+        m_size = input.get()->getSize();
+        if (m_other && input.get()->isSeekable() && input.isAsItIs())
+            m_index = m_reader->getIndex();
+        if (m_index && findEnd(0) != PassInput::Everything)
+            second = std::thread([this] {
+                if (m_other->open())
+                    m_other->work();
+            });
+        m_reader->work();
+    } else {
+        fail(m_reader->getInput().getError());
     }
+    if (second.joinable())
+        second.join();
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_ended = true;
 }
 
-bool FieldPass::open(OpenedStream* stream)
+/** Where a section ends that begins there: where the recording can be cut, or at its end. */
+quint64 FieldPass::findEnd(quint64 begin) const
 {
-    if (!m_input.open(stream)) {
-        fail(m_input.getError());
-        return false;
+    for (quint64 size = m_sectionSize; m_index && m_size > 0 && begin + size < quint64(m_size); size *= 2) {
+        const quint64 cut = m_index->findCut(begin + size);
+        if (cut > begin)
+            return cut;
     }
-    if (stream->needsIndex && stream->index)
-        stream->index->prepare([this](int) { return !m_input.isCancelled(); });
-    return !m_input.isCancelled();
+    return PassInput::Everything;
 }
 
-void FieldPass::read(StreamDecoder* decoder)
+/** The next one to be read, as soon as it may be; null when there is none. */
+FieldPass::Section* FieldPass::nextSection()
 {
-    QElapsedTimer sinceShown;
-    sinceShown.start();
-    QByteArray bytes;
-    qint64 position = 0;
-    while (!m_input.isCancelled()) {
-        const ByteInput::Status status = m_input.get()->read(&bytes, ReadTimeoutMs);
-        if (status == ByteInput::Failed)
-            fail(m_input.get()->getErrorString());
-        const QReadLocker descriptions(m_lock);
-        // A recording that goes on is read as far as it is there.
-        if (status != ByteInput::Data) {
-            decoder->finish(this);
-            handOverAll();
-            return;
-        }
-        decoder->feed(bytes.constData(), int(bytes.size()), Message::NoTime, this);
-        position += bytes.size();
-        m_percent = int(100 * position / std::max(position, m_input.get()->getSize()));
-        if (sinceShown.hasExpired(ShownMs)) {
-            handOverAll();
-            sinceShown.start();
-        }
+    const std::lock_guard<std::mutex> cutting(m_cutting);
+    {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        m_wake.wait(lock, [this] { return m_cancelled || m_isCut || m_sections.size() < MostSections; });
+        if (m_cancelled || m_isCut)
+            return nullptr;
     }
+    const quint64 end = findEnd(m_next);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_sections.push_back({m_next, end});
+    m_isCut = end == PassInput::Everything;
+    m_next = end;
+    ++m_sectionCount;
+    return &m_sections.back();
 }
 
-const FieldPass::Wants& FieldPass::wantsOf(const MessageInfo* info)
+void FieldPass::handOver(Section* section, Piece piece)
 {
-    const auto known = m_wants.find(info);
-    if (known != m_wants.end())
-        return known->second;
-    Wants wants;
-    for (int i = 0; i < int(m_paths.size()); ++i) {
-        const FieldPath field = SameField::in(m_paths.at(i), info);
-        if (!field.isNull())
-            wants.push_back({i, field});
-    }
-    return m_wants.emplace(info, wants).first->second;
-}
-
-void FieldPass::processReceived(const ReceivedMessage& received)
-{
-    if (!received.info)
-        return;
-    if (received.info != m_wantedInfo) {
-        m_wantedInfo = received.info;
-        m_wanted = &wantsOf(received.info);
-    }
-    if (m_wanted->empty() || received.time == Message::NoTime || m_input.isCancelled())
-        return;
-    // The bytes stay where they are.
-    const MessageReference message =
-        MessageReference::adopt(received.info->newMessage(QByteArray::fromRawData(received.data, received.size)));
-    for (const Want& want : *m_wanted) {
-        const std::size_t i = std::size_t(want.path);
-        Piece*& piece = m_last[i].piece;
-        if (!piece || m_last[i].sender != received.sender) {
-            std::unique_ptr<Piece>& known = m_pieces[quint64(i) << 32 | received.sender];
-            if (!known)
-                known.reset(new Piece{int(i), m_decoder->getSenderName(received.sender), {}});
-            piece = known.get();
-            m_last[i].sender = received.sender;
-        }
-        piece->values.push_back({double(received.time) / 1e6, numberOf(want.field, message.get())});
-        if (piece->values.size() >= FullPiece)
-            handOver(piece);
-    }
-}
-
-void FieldPass::handOverAll()
-{
-    for (const auto& piece : m_pieces)
-        if (!piece.second->values.empty())
-            handOver(piece.second.get());
-}
-
-void FieldPass::handOver(Piece* piece)
-{
-    Piece full{piece->path, piece->sender, std::move(piece->values)};
-    piece->values = std::vector<Value>();
     std::unique_lock<std::mutex> lock(m_mutex);
-    if (m_waiting.size() >= MostWaiting) {
+    if (section->values >= MostWaiting) {
         // Whoever takes may be waiting to change descriptions.
         m_lock->unlock();
-        m_taken.wait(lock, [this] { return m_input.isCancelled() || m_waiting.size() < MostWaiting; });
+        m_wake.wait(lock, [this, section] { return m_cancelled || section->values < MostWaiting; });
         lock.unlock();
         m_lock->lockForRead();
         lock.lock();
     }
-    m_waiting.push_back(std::move(full));
+    section->values += piece.values.size();
+    section->pieces.push_back(std::move(piece));
+}
+
+/** @param wasLast  nothing is read behind it, such as where reading failed */
+void FieldPass::endSection(Section* section, bool wasLast)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    section->isRead = true;
+    m_isCut = m_isCut || wasLast;
+    m_wake.notify_all();
 }
 
 void FieldPass::fail(const QString& text)

@@ -2,29 +2,33 @@
 #define FIELDPASS_H
 
 #include "fieldpath.h"
-#include "passinput.h"
 #include "sourcefactory.h"
-#include "streamdecoder.h"
 
 #include <QThread>
 
 #include <atomic>
 #include <condition_variable>
 #include <deque>
+#include <list>
 #include <memory>
 #include <mutex>
-#include <unordered_map>
+#include <thread>
 #include <vector>
 
+class FieldReader;
 class QReadWriteLock;
+class RecordingIndex;
 
 /**
- * Reads fields out of a whole recording once, on a thread of its own, whatever is played of it meanwhile.
+ * Reads fields out of a whole recording once, on a thread of its own, or on two, whatever is played of it meanwhile.
  *
  * Only messages of the wanted types, and of those that took their places, are looked into. Values are taken away from
  * time to time; the pass waits when nobody does. Messages without a time are left out.
+ *
+ * Two threads take the next section of the recording in turns. What is given out is the same as of one, in the same
+ * order for each field and sender.
  */
-class FieldPass : public QThread, private StreamSink
+class FieldPass : public QThread
 {
     Q_OBJECT
 
@@ -35,7 +39,8 @@ public:
         double number; ///< in the unit of the field; NaN where there is none
     };
 
-    /** Values of one field of one sender, in the order of the recording. */
+    /** Values of one field of one sender, in the order of the recording. There is one without values, at least, before
+     * the first of them: so the order of fields and senders is that of the recording, too. */
     struct Piece
     {
         int path;       ///< which of the wanted fields
@@ -43,10 +48,18 @@ public:
         std::vector<Value> values;
     };
 
-    /** @param paths  the fields, of types that are known already
-     *  @param lock   held for reading while descriptions are read; borrowed */
-    FieldPass(SourceParts parts, const QVector<FieldPath>& paths, QReadWriteLock* lock);
-    /** Cancels, and waits until the thread has ended. */
+    /** Bytes of a section, unless told. */
+    static constexpr quint64 SectionSize = 16 * 1024 * 1024;
+
+    /**
+     * @param other  the same recording once more, for a second thread, which is there when the recording has more than
+     *               one section; without an input there is one thread
+     * @param paths  the fields, of types that are known already
+     * @param lock   held for reading while descriptions are read; borrowed
+     */
+    FieldPass(SourceParts parts, SourceParts other, const QVector<FieldPath>& paths, QReadWriteLock* lock,
+              quint64 sectionSize = SectionSize);
+    /** Cancels, and waits until the threads have ended. */
     ~FieldPass() override;
 
     /** The next values; false when there are none now. */
@@ -54,9 +67,11 @@ public:
     /** Whether everything was read and taken, or reading failed. */
     bool isOver() const;
     /** How far it is. */
-    int getPercent() const { return m_percent; }
+    int getPercent() const;
     /** Why it failed, once it is over; else empty. */
     QString getErrorString() const;
+    /** How many sections there were so far. */
+    int getSectionCount() const { return m_sectionCount; }
 
     /** The number that @p path leads to in @p message, in the unit of the field; NaN where there is none or it means
      * "not available". Also of hidden fields. */
@@ -68,45 +83,41 @@ protected:
     void run() override;
 
 private:
-    void processReceived(const ReceivedMessage& message) override;
-    void processProblem(const StreamProblem&) override {}
+    friend class FieldReader;
 
-    struct Last
+    /** A stretch of the recording, which one thread reads, and what was read of it and not taken. */
+    struct Section
     {
-        Piece* piece = nullptr;
-        quint32 sender = 0;
+        quint64 begin;
+        quint64 end;
+        std::deque<Piece> pieces{};
+        std::size_t values = 0; // in these
+        bool isRead = false;
     };
 
-    /** What is read of the messages of a type. */
-    struct Want
-    {
-        int path;
-        FieldPath field;
-    };
-    typedef std::vector<Want> Wants;
-
-    bool open(OpenedStream* stream);
-    void read(StreamDecoder* decoder);
-    // With the lock held.
-    const Wants& wantsOf(const MessageInfo* info);
-    void handOver(Piece* piece);
-    void handOverAll();
+    Section* nextSection();
+    quint64 findEnd(quint64 begin) const;
+    void handOver(Section* section, Piece piece);
+    void endSection(Section* section, bool wasLast);
     void fail(const QString& text);
 
     const QVector<FieldPath> m_paths;
-    std::vector<Last> m_last; // that got a value, by path
-    std::unordered_map<const MessageInfo*, Wants> m_wants;
-    const MessageInfo* m_wantedInfo = nullptr; // of the newest message
-    const Wants* m_wanted = nullptr;
+    const quint64 m_sectionSize;
     QReadWriteLock* m_lock;
-    PassInput m_input;
-    const StreamDecoder* m_decoder = nullptr;                     // while it reads
-    std::unordered_map<quint64, std::unique_ptr<Piece>> m_pieces; // that are being filled, by path and sender
-    std::atomic<int> m_percent{0};
+    std::unique_ptr<FieldReader> m_reader;
+    std::unique_ptr<FieldReader> m_other; // null for one thread
+    RecordingIndex* m_index = nullptr;    // that cuts it; null for one section
+    std::atomic<bool> m_cancelled{false};
+    std::atomic<qint64> m_size{-1};
+    std::atomic<qint64> m_bytes{0}; // that were read
+    std::atomic<int> m_sectionCount{0};
+    std::mutex m_cutting; // by one thread after the other
 
     mutable std::mutex m_mutex; // for what follows
-    std::condition_variable m_taken;
-    std::deque<Piece> m_waiting;
+    std::condition_variable m_wake;
+    std::list<Section> m_sections; // from the first on that was not taken in whole
+    quint64 m_next = 0;            // where the next begins
+    bool m_isCut = false;          // there is no next
     bool m_ended = false;
     QString m_error;
 };

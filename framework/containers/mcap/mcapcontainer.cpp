@@ -41,6 +41,7 @@ public:
     qint64 getStartTime() const override { return m_index ? m_index->getStartTime() : qint64(Message::NoTime); }
     qint64 getEndTime() const override { return m_index ? m_index->getEndTime() : qint64(Message::NoTime); }
     quint64 findOffset(qint64 time) override { return m_index ? m_index->findOffset(time) : 0; }
+    quint64 findCut(quint64 offset) override { return m_index ? m_index->findCut(offset) : 0; }
 
 private:
     const QVector<InputFile> m_files;

@@ -8,6 +8,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 #include <utility>
 
@@ -106,6 +107,7 @@ public:
             latest = std::max(latest, chunk.end);
             m_index->m_latestEnds.append(latest);
         }
+        m_index->findCuts();
         return m_index.release();
     }
 
@@ -329,6 +331,8 @@ McapIndex* McapIndex::load(const QVector<InputFile>& files, QString* error, cons
             whole->append(*part, offset);
         offset += quint64(files.at(i).size);
     }
+    if (whole)
+        whole->findCuts();
     return whole.release();
 }
 
@@ -372,4 +376,24 @@ quint64 McapIndex::findOffset(qint64 time)
     if (found == m_latestEnds.constEnd())
         return m_chunks.constLast().offset + m_chunks.constLast().length;
     return m_chunks.at(int(found - m_latestEnds.constBegin())).offset;
+}
+
+void McapIndex::findCuts()
+{
+    m_cuts.clear();
+    quint64 earliest = std::numeric_limits<quint64>::max();
+    for (int i = int(m_chunks.size()) - 1; i > 0; --i) {
+        const Chunk& chunk = m_chunks.at(i);
+        if (chunk.end > 0) // one without messages has no times
+            earliest = std::min(earliest, chunk.start);
+        if (m_latestEnds.at(i - 1) < earliest)
+            m_cuts.push_back(chunk.offset);
+    }
+    std::reverse(m_cuts.begin(), m_cuts.end());
+}
+
+quint64 McapIndex::findCut(quint64 offset)
+{
+    const auto behind = std::upper_bound(m_cuts.begin(), m_cuts.end(), offset);
+    return behind == m_cuts.begin() ? 0 : *(behind - 1);
 }

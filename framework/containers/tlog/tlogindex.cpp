@@ -8,6 +8,7 @@ namespace
 {
 
 const qint64 PieceSize = 64 * 1024;
+const qint64 LongestNoise = 4 * 1024 * 1024; // that is searched for a place to cut
 
 // Recorders that write from several threads put messages down a little out of order.
 const qint64 GreatestDisorder = 1000 * 1000;
@@ -72,7 +73,7 @@ bool TlogIndex::read(qint64 from, qint64 end, bool last, Found* found) const
     for (qint64 position = from; position < end && (last || sink.time == Message::NoTime);) {
         if (m_goOn && !m_goOn(int(position * 100 / m_file.size())))
             return false;
-        const QByteArray bytes = m_file.read(PieceSize);
+        const QByteArray bytes = m_file.read(last ? qMin(PieceSize, end - position) : PieceSize);
         if (bytes.isEmpty())
             break;
         decoder.feed(bytes.constData(), int(bytes.size()), Message::NoTime, &sink);
@@ -140,4 +141,14 @@ quint64 TlogIndex::findOffset(qint64 time)
             before = found.offset;
     }
     return quint64(before);
+}
+
+quint64 TlogIndex::findCut(quint64 offset)
+{
+    Found found;
+    const qint64 last = qMin(qint64(offset), m_file.size());
+    for (qint64 end = last; end > qMax(qint64(0), last - LongestNoise); end -= PieceSize)
+        if (read(qMax(qint64(0), end - PieceSize), end, true, &found))
+            return quint64(found.offset);
+    return 0;
 }

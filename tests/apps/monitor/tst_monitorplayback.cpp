@@ -356,8 +356,11 @@ void tst_monitorplayback::aLineGoesOnWhenItsTypeChanges()
 {
     RollWindow window;
     const TestFolder folder;
-    const auto record = [&folder](const char* name, const QList<QByteArray>& messages) {
+    const auto record = [&folder](const char* name, const QList<QByteArray>& messages, int others = 0) {
         McapFixtures::Recording recording(McapFixtures::settings(McapWriter::NoCompression, 1000));
+        const quint16 points = recording.addPoints("/points");
+        for (int i = 0; i < others; ++i)
+            recording.writer.writeMessage(points, 0, 1, McapFixtures::point(i));
         const quint16 channel =
             recording.writer.addChannel("/a", "json", recording.writer.addSchema("demo.Cart", "", ""));
         for (int i = 0; i < int(messages.size()); ++i)
@@ -369,17 +372,32 @@ void tst_monitorplayback::aLineGoesOnWhenItsTypeChanges()
         for (const auto& series : window.getPlot()->getSeries())
             for (qint64 i = 0; i < series->getPoints().getCount(); ++i)
                 texts.append(QString::number(series->getPoints().at(i).value));
-        texts.sort(); // of recordings that are read at once, either can come first
         return texts.join(' ');
     };
-    QVERIFY(window.play(record("a.mcap", {"{\"x\": 1}", "{\"x\": 2}"})));
+    QVERIFY(window.play(record("a.mcap", {"{\"x\": 1}", "{\"x\": 2}"}, 20000)));
     window.getPlot()->plot("json/demo.Cart/x");
     EVENTUALLY_IS(points(), "1 2");
     QVERIFY(window.play(record("b.mcap", {"{\"x\": 3, \"y\": 7}"})));
     EVENTUALLY_IS(points(), "1 2 3");
+    // Of recordings that are read at once, the one that was opened first comes first, however long it takes.
     window.getPlot()->removeAll();
     window.getPlot()->plot("json/demo.Cart/x");
     EVENTUALLY_IS(points(), "1 2 3");
+    const auto colors = [&]() {
+        QStringList texts;
+        for (const auto& series : window.getPlot()->getSeries())
+            texts.append(series->getSender() + ' ' +
+                         QString::number(window.getPlot()->getView()->getColorNumber(series.get())));
+        return texts.join(", ");
+    };
+    QCOMPARE(colors(), QString("/a @ a.mcap 0, /a @ b.mcap 1"));
+    // One that was taken out comes back with all it had.
+    window.getPlot()->getLegend()->setCurrentItem(window.getPlot()->getLegend()->topLevelItem(0));
+    window.getPlot()->removeChosen();
+    QCOMPARE(points(), QString("3"));
+    window.getPlot()->plot("json/demo.Cart/x");
+    EVENTUALLY_IS(points(), "3 1 2");
+    QCOMPARE(colors(), QString("/a @ b.mcap 1, /a @ a.mcap 0"));
 }
 
 void tst_monitorplayback::whatCannotBeOpenedIsToldInOneBox()

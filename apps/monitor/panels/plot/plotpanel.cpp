@@ -1,6 +1,5 @@
 #include "plotpanel.h"
 
-#include "csvfile.h"
 #include "desk.h"
 #include "expressionline.h"
 #include "formatregistry.h"
@@ -13,13 +12,11 @@
 #include "plotwishes.h"
 #include "recordedlines.h"
 #include "theme.h"
-#include "valuesaver.h"
 
 #include <QAction>
 #include <QDateTime>
 #include <QDragEnterEvent>
 #include <QElapsedTimer>
-#include <QFileDialog>
 #include <QLabel>
 #include <QMimeData>
 #include <QSettings>
@@ -226,6 +223,7 @@ void PlotPanel::addField(const FieldPath& field, const Origin& origin, int place
     }
     if (isDrawn || m_lines.isDrawnOfEach(path)) {
         updateNames();
+        updateTypes(); // of one that was removed before, a recording has a line
         return;
     }
     std::shared_ptr<PlotSeries> series = m_lines.findUndrawn(path, origin.sender);
@@ -276,16 +274,44 @@ PlotSeries* PlotPanel::findOrAdd(const FieldPath& path, const QString& sender)
     return draw(series, m_plots->getPlace(other.get()), other->getFunction()) ? series.get() : known;
 }
 
-// The list has the order of the plots, and what is chosen stays so.
+// The list has the order of the plots.
 void PlotPanel::sortByPlots()
+{
+    sort([this](const PlotSeries* left, const PlotSeries* right) {
+        return m_plots->getPlace(left) < m_plots->getPlace(right);
+    });
+}
+
+void PlotPanel::putBefore(const PlotSeries* series, const QSet<const PlotSeries*>& others)
+{
+    std::vector<const PlotSeries*> order;
+    for (const auto& one : getSeries())
+        order.push_back(one.get());
+    auto place = std::find(order.begin(), order.end(), series);
+    if (others.isEmpty() || place == order.end())
+        return;
+    for (auto before = place; before != order.begin();) {
+        --before;
+        if (!others.contains(*before) || m_plots->getPlace(*before) != m_plots->getPlace(series))
+            continue;
+        m_plots->swapColors(*before, series);
+        std::iter_swap(before, place);
+        place = before;
+    }
+    sort([&order](const PlotSeries* left, const PlotSeries* right) {
+        return std::find(order.begin(), order.end(), left) < std::find(order.begin(), order.end(), right);
+    });
+    updateNames();
+}
+
+// What is chosen stays so.
+void PlotPanel::sort(const std::function<bool(const PlotSeries*, const PlotSeries*)>& isBefore)
 {
     const PlotSeries* const current = getCurrentSeries();
     QSet<const PlotSeries*> chosen;
     for (const std::size_t i : m_legend->getChosen())
         chosen.insert(getSeries()[i].get());
-    m_lines.sort([this](const PlotSeries* left, const PlotSeries* right) {
-        return m_plots->getPlace(left) < m_plots->getPlace(right);
-    });
+    m_lines.sort(isBefore);
     for (int i = 0; current && i < int(getSeries().size()); ++i)
         if (getSeries()[std::size_t(i)].get() == current)
             m_legend->setCurrentItem(m_legend->topLevelItem(i));
@@ -546,35 +572,6 @@ void PlotPanel::showEverything()
     setPaused(true);
     m_plots->showTimes(from, to);
     m_plots->replot();
-}
-
-std::vector<PlotValues::Column> PlotPanel::getColumns() const
-{
-    std::vector<PlotValues::Column> columns;
-    for (const auto& series : getSeries()) {
-        const QString unit = series->getUnit();
-        const QString name = m_plots->getView(m_plots->getPlace(series.get()))->findGraph(series.get())->name();
-        columns.push_back({unit.isEmpty() ? name : QStringLiteral("%1 [%2]").arg(name, unit), series->getPoints()});
-    }
-    return columns;
-}
-
-void PlotPanel::savePicture()
-{
-    const QString path = QFileDialog::getSaveFileName(this, tr("Save Picture"), QLatin1String("plot.png"),
-                                                      tr("PNG pictures (*.png);;All files (*)"));
-    if (!path.isEmpty() && !m_splitter->grab().save(path, "PNG"))
-        Q_EMIT m_desk->failed(tr("%1 cannot be written.").arg(path));
-}
-
-void PlotPanel::saveValues()
-{
-    const QString path = CsvFile::askPath(this, tr("Save Values"), QLatin1String("plot.csv"));
-    if (path.isEmpty())
-        return;
-    ValueSaver* const saver = new ValueSaver(getColumns(), path, this);
-    connect(saver, &ValueSaver::failed, m_desk, &Desk::failed);
-    saver->start();
 }
 
 void PlotPanel::dragEnterEvent(QDragEnterEvent* event)

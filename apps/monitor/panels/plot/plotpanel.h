@@ -82,6 +82,8 @@ public:
 
     /** The series of a field of a sender; null when it is not to be drawn. */
     PlotSeries* findOrAdd(const FieldPath& path, const QString& sender);
+    /** Lists and colours a series that was just added as if it had been before those of @p others in its plot. */
+    void putBefore(const PlotSeries* series, const QSet<const PlotSeries*>& others);
     /** The series that is chosen in the list; null for none. */
     PlotSeries* getCurrentSeries() const;
     const PlotLines::Lines& getSeries() const { return m_lines.getDrawn(); }
@@ -123,6 +125,7 @@ private:
     bool draw(const std::shared_ptr<PlotSeries>& series, int place, PlotFunction::Kind function);
     void compute();
     void sortByPlots();
+    void sort(const std::function<bool(const PlotSeries*, const PlotSeries*)>& isBefore);
     bool isOfRecordings() const;
     void followTime();
     void followStarts();

@@ -121,6 +121,11 @@ void PlotStack::moveSeries(const PlotSeries* series, int place)
         one->fitValues();
 }
 
+void PlotStack::swapColors(const PlotSeries* left, const PlotSeries* right)
+{
+    getView(getPlace(left))->swapColors(left, right);
+}
+
 void PlotStack::removeEmpty()
 {
     for (std::size_t i = 0; i < m_views.size() && m_views.size() > 1;) {

@@ -31,6 +31,8 @@ public:
     void removeSeries(const PlotSeries* series);
     /** Draws it in another plot, in the same colour. */
     void moveSeries(const PlotSeries* series, int place);
+    /** Gives each of two series in one plot the colour of the other. */
+    void swapColors(const PlotSeries* left, const PlotSeries* right);
     /** In which plot a series is drawn. */
     int getPlace(const PlotSeries* series) const;
     /** Whether it is drawn with others. */

@@ -111,6 +111,12 @@ void PlotView::removeSeries(const PlotSeries* series)
     arrangeAxes();
 }
 
+void PlotView::swapColors(const PlotSeries* left, const PlotSeries* right)
+{
+    std::swap(m_graphs[left].color, m_graphs[right].color);
+    emphasize(m_emphasized);
+}
+
 bool PlotView::usesColor(int number) const
 {
     for (const Drawn& drawn : std::as_const(m_graphs))

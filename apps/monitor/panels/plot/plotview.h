@@ -21,6 +21,7 @@ public:
     void removeSeries(const PlotSeries* series);
     QColor getColor(const PlotSeries* series) const;
     int getColorNumber(const PlotSeries* series) const { return m_graphs.value(series).color; }
+    void swapColors(const PlotSeries* left, const PlotSeries* right);
     bool usesColor(int number) const;
     std::vector<const PlotSeries*> getSeries() const;
     /** Draws one series thicker than the others, and its axis however narrow the plot is; null for none. */

@@ -18,6 +18,9 @@ RecordedLines::RecordedLines(Desk* desk, PlotPanel* panel)
     , m_panel(panel)
 {
     connect(desk->getSources(), &SourceModel::sessionAboutToBeRemoved, this, [this](SourceSession* session) {
+        m_begun.clear();
+        for (const auto& reading : m_readings)
+            reading->begunBefore = 0;
         m_readings.erase(std::remove_if(m_readings.begin(), m_readings.end(),
                                         [session](const auto& reading) { return reading->session == session; }),
                          m_readings.end());
@@ -34,8 +37,11 @@ void RecordedLines::setWanted(const QVector<FieldPath>& paths)
         reading->read.erase(std::remove_if(reading->read.begin(), reading->read.end(),
                                            [&](const Read& read) { return !isWanted(read.path); }),
                             reading->read.end());
-        if (!std::any_of(reading->paths.begin(), reading->paths.end(), isWanted))
+        reading->mayLack = true;
+        if (!std::any_of(reading->paths.begin(), reading->paths.end(), isWanted)) {
             reading->pass.reset();
+            reading->rest.clear();
+        }
     }
 }
 
@@ -79,13 +85,37 @@ bool RecordedLines::work()
             reading->source = session->getSource();
             reading->pass.reset();
             reading->read.clear();
+            reading->rest.clear();
+            reading->met.clear();
         }
+        if (!reading->pass && reading->mayLack)
+            findLate(reading);
         if (!reading->pass)
             begin(reading);
         if (reading->pass)
             any = take(reading, [&time]() { return time.elapsed() < WorkMs; }) || any;
     }
     return any;
+}
+
+/** Finds lines of what was read that were not there then, such as of a sender that had been removed. */
+void RecordedLines::findLate(Reading* reading)
+{
+    reading->mayLack = false;
+    for (const Met& met : reading->met) {
+        const auto isIt = [&met](const Read& read) { return read.path == met.path; };
+        const auto read = std::find_if(reading->read.begin(), reading->read.end(), isIt);
+        if (read == reading->read.end())
+            continue;
+        for (const QString& sender : met.senders) {
+            const PlotSeries* const series = m_panel->findOrAdd(met.path, reading->session->qualifiedName(sender));
+            if (!series || series->getRecording())
+                continue;
+            reading->rest.append(met.path);
+            reading->read.erase(read);
+            break;
+        }
+    }
 }
 
 void RecordedLines::begin(Reading* reading)
@@ -100,15 +130,29 @@ void RecordedLines::begin(Reading* reading)
         reading->paths.append(path);
         reading->read.push_back({path, path.getField()->getScaleFactor()});
     }
-    SourceParts parts;
-    QString error;
     if (reading->paths.isEmpty())
         return;
-    if (!m_desk->getFactory()->create(reading->session->getOptions(), &parts, &error)) {
+    const auto isReadAnew = [reading](const Met& met) { return reading->paths.contains(met.path); };
+    reading->met.erase(std::remove_if(reading->met.begin(), reading->met.end(), isReadAnew), reading->met.end());
+    for (const FieldPath& path : std::as_const(reading->paths))
+        reading->met.push_back({path, {}});
+    SourceParts parts;
+    SourceParts other;
+    QString error;
+    const SourceOptions& options = reading->session->getOptions();
+    if (!m_desk->getFactory()->create(options, &parts, &error)) {
         Q_EMIT m_desk->failed(error);
         return;
     }
-    reading->pass.reset(new FieldPass(std::move(parts), reading->paths, m_desk->getFactory()->getDescriptionLock()));
+    if (QThread::idealThreadCount() > 1)
+        m_desk->getFactory()->create(options, &other, &error); // or one thread does it
+    const bool isAlone =
+        std::none_of(m_readings.begin(), m_readings.end(), [](const auto& one) { return bool(one->pass); });
+    if (isAlone)
+        m_begun.clear();
+    reading->begunBefore = m_begun.size();
+    reading->pass.reset(
+        new FieldPass(std::move(parts), std::move(other), reading->paths, m_desk->getFactory()->getDescriptionLock()));
     reading->pass->start();
 }
 
@@ -117,15 +161,9 @@ bool RecordedLines::take(Reading* reading, const std::function<bool()>& goOn)
     bool any = false;
     FieldPass::Piece piece;
     while (goOn() && reading->pass->take(&piece)) {
-        const FieldPath path = reading->paths.at(piece.path);
-        PlotSeries* const series =
-            m_wanted.contains(path) ? m_panel->findOrAdd(path, reading->session->qualifiedName(piece.sender)) : nullptr;
+        PlotSeries* const series = seriesOf(reading, piece);
         if (!series)
             continue;
-        if (std::find(reading->series.begin(), reading->series.end(), series) == reading->series.end()) {
-            reading->series.push_back(series);
-            series->beginRecording(reading->session, shareOfEach());
-        }
         for (const FieldPass::Value& value : piece.values)
             series->addRecorded(value.time, value.number);
         any = true;
@@ -134,6 +172,45 @@ bool RecordedLines::take(Reading* reading, const std::function<bool()>& goOn)
         return any;
     end(reading);
     return true;
+}
+
+/** The line that a piece belongs to; null where none is wanted, or one came in the midst of it. */
+PlotSeries* RecordedLines::seriesOf(Reading* reading, const FieldPass::Piece& piece)
+{
+    const FieldPath& path = reading->paths.at(piece.path);
+    PlotSeries* const series =
+        m_wanted.contains(path) ? m_panel->findOrAdd(path, reading->session->qualifiedName(piece.sender)) : nullptr;
+    const auto met =
+        std::find_if(reading->met.begin(), reading->met.end(), [&path](const Met& one) { return one.path == path; });
+    const bool isFirst = met != reading->met.end() && !met->senders.contains(piece.sender);
+    if (isFirst)
+        met->senders.insert(piece.sender);
+    if (!series)
+        return nullptr;
+    if (std::find(reading->series.begin(), reading->series.end(), series) != reading->series.end())
+        return series;
+    const bool isThere = reading->rest.contains(path) && series->getRecording();
+    if (!isFirst || isThere)
+        return nullptr;
+    reading->series.push_back(series);
+    series->beginRecording(reading->session, shareOfEach());
+    putInOrder(reading, series);
+    return series;
+}
+
+/** Of recordings that are read at once, the lines of those that were opened first come first. */
+void RecordedLines::putInOrder(const Reading* reading, PlotSeries* series)
+{
+    const int place = m_desk->getSources()->rowOf(reading->session);
+    QSet<const PlotSeries*> later;
+    for (std::size_t i = reading->begunBefore; i < m_begun.size(); ++i) {
+        const PlotSeries* const other = m_begun[i].series;
+        if (isDrawn(other) && other->getPath() == series->getPath() &&
+            m_desk->getSources()->rowOf(m_begun[i].reading->session) > place)
+            later.insert(other);
+    }
+    m_panel->putBefore(series, later);
+    m_begun.push_back({series, reading});
 }
 
 int RecordedLines::shareOfEach() const
@@ -152,6 +229,8 @@ void RecordedLines::end(Reading* reading)
         if (isDrawn(series))
             series->endRecording();
     reading->series.clear();
+    reading->rest.clear();
+    reading->mayLack = true;
     if (!error.isEmpty())
         Q_EMIT m_desk->failed(error);
 }

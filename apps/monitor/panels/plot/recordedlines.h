@@ -4,6 +4,7 @@
 #include "fieldpass.h"
 
 #include <QPointer>
+#include <QSet>
 #include <QVector>
 
 #include <memory>
@@ -32,7 +33,8 @@ public:
     RecordedLines(Desk* desk, PlotPanel* panel);
     ~RecordedLines() override;
 
-    /** What is plotted now; nothing else is read any more. */
+    /** What is plotted now; nothing else is read any more. To be called for another line of a path as well: it is read
+     * when the others were. */
     void setWanted(const QVector<FieldPath>& paths);
     /** Takes what was read, for a few milliseconds, and begins to read what is to be read; whether anything came. */
     bool work();
@@ -53,19 +55,40 @@ private:
         double scale; // that it was read with
     };
 
+    /** Of whom a field was met in a recording. */
+    struct Met
+    {
+        FieldPath path;
+        QSet<QString> senders; // as the decoder calls them
+    };
+
     struct Reading
     {
         QPointer<SourceSession> session;
         const void* source;     // another one is read from the beginning
         std::vector<Read> read; // and what is being read
+        std::vector<Met> met;   // of that
+        bool mayLack = false;   // lines of what was read, which came later
         QVector<FieldPath> paths;
         std::unique_ptr<FieldPass> pass; // of these paths
+        QVector<FieldPath> rest;         // of these, those that are read once more for lines that came later
+        std::size_t begunBefore = 0;     // of m_begun
         std::vector<PlotSeries*> series; // that it gives values to, as long as they are drawn
     };
 
+    /** A line that was begun while anything was being read. */
+    struct Begun
+    {
+        PlotSeries* series;
+        const Reading* reading;
+    };
+
     Reading* readingOf(SourceSession* session);
+    void findLate(Reading* reading);
     void begin(Reading* reading);
     bool take(Reading* reading, const std::function<bool()>& goOn);
+    PlotSeries* seriesOf(Reading* reading, const FieldPass::Piece& piece);
+    void putInOrder(const Reading* reading, PlotSeries* series);
     void end(Reading* reading);
     QVector<SourceSession*> shownSessions() const;
     bool isDrawn(const PlotSeries* series) const;
@@ -75,6 +98,7 @@ private:
     PlotPanel* m_panel;
     QVector<FieldPath> m_wanted;
     std::vector<std::unique_ptr<Reading>> m_readings; // of the sources that are open
+    std::vector<Begun> m_begun;
 };
 
 #endif

@@ -1,0 +1,40 @@
+// The part of PlotPanel that saves what is drawn.
+
+#include "csvfile.h"
+#include "desk.h"
+#include "plotpanel.h"
+#include "plotseries.h"
+#include "plotview.h"
+#include "valuesaver.h"
+
+#include <QFileDialog>
+#include <QSplitter>
+
+std::vector<PlotValues::Column> PlotPanel::getColumns() const
+{
+    std::vector<PlotValues::Column> columns;
+    for (const auto& series : getSeries()) {
+        const QString unit = series->getUnit();
+        const QString name = m_plots->getView(m_plots->getPlace(series.get()))->findGraph(series.get())->name();
+        columns.push_back({unit.isEmpty() ? name : QStringLiteral("%1 [%2]").arg(name, unit), series->getPoints()});
+    }
+    return columns;
+}
+
+void PlotPanel::savePicture()
+{
+    const QString path = QFileDialog::getSaveFileName(this, tr("Save Picture"), QLatin1String("plot.png"),
+                                                      tr("PNG pictures (*.png);;All files (*)"));
+    if (!path.isEmpty() && !m_splitter->grab().save(path, "PNG"))
+        Q_EMIT m_desk->failed(tr("%1 cannot be written.").arg(path));
+}
+
+void PlotPanel::saveValues()
+{
+    const QString path = CsvFile::askPath(this, tr("Save Values"), QLatin1String("plot.csv"));
+    if (path.isEmpty())
+        return;
+    ValueSaver* const saver = new ValueSaver(getColumns(), path, this);
+    connect(saver, &ValueSaver::failed, m_desk, &Desk::failed);
+    saver->start();
+}
