@@ -2142,6 +2142,13 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
 </context>
 <context>
+    <name>MessageHistory</name>
+    <message>
+        <source>Reading %1: %2 %</source>
+        <translation>%1 wird gelesen: %2 %</translation>
+    </message>
+</context>
+<context>
     <name>MessageList</name>
     <message>
         <source>Not noted: nobody could see the list.</source>
@@ -2456,6 +2463,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Choose types under Message Types: their messages are listed here, one by one.</source>
         <translation>Wählen Sie unter Nachrichtentypen Typen aus: Ihre Nachrichten stehen dann hier, eine nach der anderen.</translation>
+    </message>
+    <message>
+        <source>Looking for messages in the recording...</source>
+        <translation>Nachrichten werden in der Aufzeichnung gesucht ...</translation>
     </message>
     <message>
         <source>Nothing came of these types yet.</source>
@@ -3972,6 +3983,14 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
     <message>
         <source>how the message is written</source>
         <translation>wie die Nachricht geschrieben ist</translation>
+    </message>
+    <message>
+        <source>padding, which aligns what follows</source>
+        <translation>Füllbyte, damit das Folgende ausgerichtet ist</translation>
+    </message>
+    <message>
+        <source>padding at the end</source>
+        <translation>Füllbyte am Ende</translation>
     </message>
 </context>
 <context>

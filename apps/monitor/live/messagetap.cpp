@@ -60,9 +60,18 @@ void TapListener::setTypes(const QSet<const MessageInfo*>& types)
 
 void SessionTap::processReceived(const ReceivedMessage& received)
 {
+    const bool isAlike = m_place.isKnown && !m_place.isSought && received.offset == m_place.offset &&
+                         received.time == m_place.time && received.timeRest == m_place.timeRest;
+    m_place = {true,         false, received.time, received.timeRest, received.offset, isAlike ? m_place.alike + 1 : 0,
+               m_place.leaps};
     if (!m_tap || !m_tap->wants(received.info))
         return;
     const QString sender = m_stream->getSenderName(received.row);
     const MessageReference message = MessageReference::adopt(received.createMessage(sender));
     m_tap->deliver(message.get());
+}
+
+void SessionTap::leap(qint64 time)
+{
+    m_place = {true, true, time, 0, 0, 0, m_place.leaps + 1};
 }

@@ -61,6 +61,18 @@ private:
     QSet<const MessageInfo*> m_types;
 };
 
+/** How far a stream was handed out: up to a message, or to the place that was sought when nothing came from there. */
+struct StreamPlace
+{
+    bool isKnown = false; ///< anything was
+    bool isSought = false;
+    qint64 time = 0;     ///< of the message, or that was sought
+    qint16 timeRest = 0; ///< of the message, as what follows; see ReceivedMessage
+    quint64 offset = 0;
+    quint32 alike = 0; ///< how many went just before it whose time and offset are the same
+    int leaps = 0;     ///< how often another place was sought
+};
+
 /** What a tap needs in each source: watches its stream. */
 class SessionTap : public StreamSink
 {
@@ -75,9 +87,16 @@ public:
     void processReceived(const ReceivedMessage& received) override;
     void processProblem(const StreamProblem&) override {}
 
+    const StreamPlace& getPlace() const { return m_place; }
+    /** The stream goes on at @p time. */
+    void leap(qint64 time);
+    /** It begins anew. */
+    void begin() { m_place.isKnown = false; }
+
 private:
     MessageTap* m_tap;
     const LiveStream* m_stream;
+    StreamPlace m_place;
 };
 
 #endif

@@ -65,6 +65,7 @@ void SourceSession::open(const QString& name, SourceParts parts, const StreamSou
 void SourceSession::start(SourceParts parts, bool paused)
 {
     m_retryTimer.stop();
+    m_tap.begin();
     std::unique_ptr<StreamSource> source(new StreamSource(parts.input.release(), parts.opener.release()));
     source->setIdentities(&m_identities);
     if (m_source)
@@ -223,6 +224,7 @@ void SourceSession::processSought(qint64 time)
                                tr("jumped to another place; counts and statistics begin there"));
     m_stepsBack = false;
     m_soughtTime = time;
+    m_tap.leap(time);
     if (m_overview)
         m_overview->findBefore(time);
     Q_EMIT changed();
@@ -370,11 +372,11 @@ QString SourceSession::getStateText() const
     return QString();
 }
 
-QString SourceSession::qualifiedName(const QString& sender) const
+QString SourceSession::nameWith(const QString& sender, const QString& qualifier)
 {
-    if (!m_qualified)
+    if (qualifier.isNull())
         return sender;
-    return sender.isEmpty() ? m_name : tr("%1 @ %2", "sender and source").arg(sender, m_name);
+    return sender.isEmpty() ? qualifier : tr("%1 @ %2", "sender and source").arg(sender, qualifier);
 }
 
 QString SourceSession::getSenderName(int row) const

@@ -91,6 +91,8 @@ public:
 
     StreamSource* getSource() { return m_source.get(); }
     const StreamSource* getSource() const { return m_source.get(); }
+    /** How far it was handed out to whoever asks the tap. */
+    const StreamPlace& getPlace() const { return m_tap.getPlace(); }
     /** What types of its messages can be of; empty while it is not known what comes. */
     QVector<const FormatInfo*> getFormats() const { return m_source->getDecoder()->getFormats(); }
     /** The stream's number with the coordinator. */
@@ -109,7 +111,11 @@ public:
     /** How the sender of a row is written: as by its format, with the source's name where several are open. */
     QString getSenderName(int row) const override;
     /** How a sender is written that its format calls so. */
-    QString qualifiedName(const QString& sender) const;
+    QString qualifiedName(const QString& sender) const { return nameWith(sender, getQualifier()); }
+    /** The same without the session, for any thread; @p qualifier is its getQualifier() when it was called so. */
+    static QString nameWith(const QString& sender, const QString& qualifier);
+    /** What names of senders have behind them; null for nothing. */
+    QString getQualifier() const { return m_qualified ? m_name : QString(); }
     /** Whether sender names and statistics carry the name of the source. */
     void setQualified(bool qualified);
 

@@ -18,8 +18,8 @@ MessageList::MessageList(QObject* parent)
 
 MessageList::Row MessageList::rowOf(const Message* message)
 {
-    return {message->getInfo(),     message->getSender(), message->getData(), message->getTime(),
-            message->getSequence(), Message::NoTime,      QString()};
+    return {message->getInfo(), message->getSender(),   message->getData(),
+            message->getTime(), message->getSequence(), Message::NoTime};
 }
 
 // Parsed messages need several times the memory of their bytes, and keep it: so each look has one of its own.
@@ -37,6 +37,7 @@ MessageReference MessageList::messageOf(const Row& row)
 void MessageList::add(const Message* message)
 {
     Row row = rowOf(message);
+    row.number = ++m_noted;
     qint64& last =
         m_times.insert(Subject{row.info, row.sender}, m_times.value({row.info, row.sender}, Message::NoTime)).value();
     if (last != Message::NoTime && row.time != Message::NoTime)
@@ -47,7 +48,7 @@ void MessageList::add(const Message* message)
     while (int(m_waiting.size()) > MostMessages || (m_waitingBytes > MostBytes / 4 && m_waiting.size() > 1)) {
         m_waitingBytes -= m_waiting.front().data.size();
         m_waiting.pop_front();
-        m_hasLost = true;
+        m_hasLost = m_isCut = true;
     }
 }
 
@@ -70,7 +71,7 @@ void MessageList::addGap()
     const std::deque<Row>& rows = m_waiting.empty() ? m_rows : m_waiting;
     if (!rows.empty() && rows.back().info)
         m_waiting.push_back(
-            {nullptr, QString(), QByteArray(), Message::NoTime, Message::NoSequence, Message::NoTime, QString()});
+            {nullptr, QString(), QByteArray(), Message::NoTime, Message::NoSequence, Message::NoTime, ++m_noted});
 }
 
 void MessageList::removeFirst(int count)
@@ -98,6 +99,7 @@ void MessageList::take()
     for (; gone < int(m_rows.size()) && (gone < tooMany || bytes > MostBytes); ++gone)
         bytes -= m_rows[std::size_t(gone)].data.size();
     m_isFull = gone > tooMany || (m_isFull && tooMany == 0);
+    m_isCut = m_isCut || gone > 0;
     removeFirst(gone);
     const int first = int(m_rows.size());
     beginInsertRows(QModelIndex(), first, first + int(m_waiting.size()) - 1);
@@ -118,11 +120,141 @@ void MessageList::keep(const std::function<bool(const MessageInfo*, const QStrin
     m_rows.erase(std::remove_if(m_rows.begin(), m_rows.end(), isUnwanted), m_rows.end());
     if (std::none_of(m_rows.cbegin(), m_rows.cend(), [](const Row& row) { return row.info; }))
         m_rows.clear();
+    countBytes();
+    m_isFull = false;
+    endResetModel();
+}
+
+void MessageList::beginReading()
+{
+    take();
+    m_times.clear(); // the last one may have been read by then
+    m_readFrom = m_noted;
+    for (Row& row : m_rows)
+        row.reading = -1; // of another reading
+    m_isCut = m_isFull = false;
+}
+
+void MessageList::removeNoted(const std::function<bool(const QString&)>& isOfThem)
+{
+    const auto isGone = [&](const Row& row) { return isOld(row) && row.reading < 0 && isOfThem(row.sender); };
+    int count = 0;
+    while (count < int(m_rows.size()) && (isGone(m_rows[std::size_t(count)]) || !m_rows[std::size_t(count)].info))
+        ++count;
+    removeFirst(count);
+    const auto isOne = [&](const Row& row) { return row.info && isGone(row); };
+    if (std::none_of(m_rows.cbegin(), m_rows.cend(), isOne))
+        return;
+    beginResetModel();
+    m_rows.erase(std::remove_if(m_rows.begin(), m_rows.end(), isOne), m_rows.end());
+    countBytes();
+    endResetModel();
+}
+
+bool MessageList::addRead(const std::vector<EarlierMessage>& messages, int reading)
+{
+    if (m_isCut)
+        return false;
+    std::vector<Row> rows;
+    for (const EarlierMessage& message : messages)
+        rows.push_back(
+            {message.info, message.sender, message.data, message.time, message.sequence, Message::NoTime, 0, reading});
+    const bool isAlone = std::all_of(m_rows.cbegin(), m_rows.cend(),
+                                     [&](const Row& row) { return !isOld(row) || row.reading == reading; });
+    const bool isAll = isAlone ? putFirst(&rows) : merge(rows, reading);
+    fillIntervals();
+    return isAll;
+}
+
+/** Puts rows before all others, the last of them that there is room for; whether that is all. */
+bool MessageList::putFirst(std::vector<Row>* rows)
+{
+    std::size_t count = 0;
+    const std::size_t room = std::size_t(MostMessages) - std::min(m_rows.size(), std::size_t(MostMessages));
+    qint64 bytes = m_bytes;
+    for (; count < std::min(rows->size(), room); ++count) {
+        const qint64 size = (*rows)[rows->size() - 1 - count].data.size();
+        m_isFull = m_isFull || bytes + size > MostBytes;
+        if (bytes + size > MostBytes)
+            break;
+        bytes += size;
+    }
+    if (count == 0)
+        return rows->empty();
+    beginInsertRows(QModelIndex(), 0, int(count) - 1);
+    m_rows.insert(m_rows.begin(), std::make_move_iterator(rows->end() - std::ptrdiff_t(count)),
+                  std::make_move_iterator(rows->end()));
+    m_bytes = bytes;
+    endInsertRows();
+    return count == rows->size();
+}
+
+/** Puts rows among those of other recordings; whether there was room for all. */
+bool MessageList::merge(const std::vector<Row>& rows, int reading)
+{
+    beginResetModel();
+    const auto noted = std::find_if(m_rows.begin(), m_rows.end(), [this](const Row& row) { return !isOld(row); });
+    std::deque<Row> merged;
+    std::merge(m_rows.begin(), noted, rows.begin(), rows.end(), std::back_inserter(merged),
+               [](const Row& left, const Row& right) { return left.time < right.time; });
+    merged.insert(merged.end(), noted, m_rows.end());
+    m_rows.swap(merged);
+    countBytes();
+    bool isAll = true;
+    while (int(m_rows.size()) > MostMessages || m_bytes > MostBytes) {
+        m_isFull = m_isFull || int(m_rows.size()) <= MostMessages;
+        isAll = isAll && m_rows.front().reading != reading;
+        m_bytes -= m_rows.front().data.size();
+        m_rows.pop_front();
+    }
+    endResetModel();
+    return isAll;
+}
+
+/** Finds out intervals that were not known before there was something in front of a row. */
+void MessageList::fillIntervals()
+{
+    QHash<Subject, qint64> last;
+    for (std::deque<Row>* const rows : {&m_rows, &m_waiting}) {
+        for (Row& row : *rows) {
+            if (!row.info) {
+                last.clear();
+                continue;
+            }
+            const auto before = last.find({row.info, row.sender});
+            if (before == last.end()) {
+                last.insert({row.info, row.sender}, row.time);
+                continue;
+            }
+            if (row.interval == Message::NoTime && *before != Message::NoTime && row.time != Message::NoTime)
+                row.interval = row.time - *before;
+            *before = row.time;
+        }
+    }
+    for (auto time = last.cbegin(); time != last.cend(); ++time)
+        m_times.insert(time.key(), time.value());
+    if (!m_rows.empty())
+        Q_EMIT dataChanged(index(0, IntervalColumn), index(int(m_rows.size()) - 1, IntervalColumn));
+}
+
+void MessageList::countBytes()
+{
     m_bytes = 0;
     for (const Row& row : m_rows)
         m_bytes += row.data.size();
-    m_isFull = false;
-    endResetModel();
+}
+
+bool MessageList::getTimes(qint64* first, qint64* last) const
+{
+    bool any = false;
+    for (const Row& row : m_rows) {
+        if (row.time == Message::NoTime)
+            continue;
+        *first = any ? qMin(*first, row.time) : row.time;
+        *last = any ? qMax(*last, row.time) : row.time;
+        any = true;
+    }
+    return any;
 }
 
 void MessageList::clear()

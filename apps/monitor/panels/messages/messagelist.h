@@ -2,12 +2,14 @@
 #define MESSAGELIST_H
 
 #include "messagereference.h"
+#include "recordingpass.h"
 #include "subject.h"
 
 #include <QAbstractTableModel>
 
 #include <deque>
 #include <functional>
+#include <vector>
 
 /**
  * The last messages of some types, oldest first.
@@ -41,6 +43,20 @@ public:
     void add(const Message* message);
     /** Notes one that came before the others, at the place that its time says. */
     void addEarlier(const Message* message);
+    /** From now on addRead() adds what was read of recordings, in place of what there is of them, see removeNoted(). */
+    void beginReading();
+    /** Takes out what was there of these senders at beginReading(), and gaps that nothing is left before. */
+    void removeNoted(const std::function<bool(const QString& sender)>& isOfThem);
+    /**
+     * Adds what was read of a recording, which went before what was added of it and what was noted since
+     * beginReading(). Of several recordings the times decide.
+     *
+     * @param reading  which of them, from 0
+     * @return false when there was no room for all of it: what goes before need not be added
+     */
+    bool addRead(const std::vector<EarlierMessage>& messages, int reading);
+    /** The times of the first and of the last that have one; false when none has. */
+    bool getTimes(qint64* first, qint64* last) const;
     /** What comes from now on is not what followed upon the last one: some were not noted. */
     void addGap();
     /** Shows what came since the last time. */
@@ -80,14 +96,21 @@ private:
         QByteArray data;
         qint64 time;
         qint64 sequence;
-        qint64 interval; // since the one before of its type and sender; NoTime when not known
-        mutable QString summary;
+        qint64 interval;    // since the one before of its type and sender; NoTime when not known
+        quint64 number = 0; // as they were noted; 0 for those from before
+        int reading = -1;   // of addRead()
+        mutable QString summary = QString();
     };
 
     static Row rowOf(const Message* message);
     static MessageReference messageOf(const Row& row);
     QString textOf(const Row& row, int column) const;
     void removeFirst(int count);
+    bool isOld(const Row& row) const { return row.number <= m_readFrom; }
+    bool putFirst(std::vector<Row>* rows);
+    bool merge(const std::vector<Row>& rows, int reading);
+    void fillIntervals();
+    void countBytes();
 
     std::deque<Row> m_rows;
     std::deque<Row> m_waiting;
@@ -96,6 +119,9 @@ private:
     qint64 m_waitingBytes = 0;
     bool m_isFull = false;
     bool m_hasLost = false; // some that waited
+    quint64 m_noted = 0;    // how many
+    quint64 m_readFrom = 0; // of these, at beginReading()
+    bool m_isCut = false;   // since then some of the first went
     int m_digits = 0;
 };
 

@@ -5,6 +5,7 @@
 #include "emptyhint.h"
 #include "fieldsummary.h"
 #include "message.h"
+#include "messagehistory.h"
 #include "messagejson.h"
 #include "messagelist.h"
 
@@ -34,6 +35,7 @@ MessagesPanel::MessagesPanel(Desk* desk, QWidget* parent)
                          m_list->add(message);
                  })
     , m_list(new MessageList(this))
+    , m_history(new MessageHistory(desk, m_list, this))
     , m_view(new QTableView)
     , m_bar(new QWidget)
     , m_note(new QLabel)
@@ -68,7 +70,7 @@ void MessagesPanel::createView()
 {
     // Told before the view knows of it, which would choose another row in the place of one that goes.
     connect(m_list, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this](const QModelIndex&, int, int last) {
-        if (getCurrentRow() > last)
+        if (getCurrentRow() > last) // they are the first ones
             return;
         m_isMoving = true;
         m_view->selectionModel()->clear();
@@ -158,11 +160,46 @@ bool MessagesPanel::isWanted(const MessageInfo* info, const QString& sender) con
 void MessagesPanel::followChosen()
 {
     m_list->keep([this](const MessageInfo* info, const QString& sender) { return isWanted(info, sender); });
+    listen();
+    const QVector<Subject>& types = m_desk->getChosenTypes();
+    const QSet<Subject> chosen(types.begin(), types.end());
+    const bool isOther = chosen != m_chosen || m_chosenSender != m_desk->getLatest()->getSender();
+    m_chosen = chosen;
+    m_chosenSender = m_desk->getLatest()->getSender();
+    m_mustRead = m_mustRead || isOther;
+    if (isOther)
+        m_history->cancel();
+    if (isOther && m_isHeld && m_history->isWorthIt(types, m_chosenSender)) {
+        m_isMoving = true;
+        m_view->selectionModel()->clear();
+        m_isMoving = false;
+        m_isHeld = false;
+    }
+    refresh();
+}
+
+/** What came before these types were chosen, or nobody could see the list, is in a recording. */
+void MessagesPanel::read()
+{
+    m_mustRead = false;
+    m_history->begin(m_desk->getChosenTypes(), m_desk->getLatest()->getSender());
     m_hint->setText(m_desk->getChosenTypes().isEmpty()
                         ? tr("Choose types under Message Types: their messages are listed here, one by one.")
-                        : tr("Nothing came of these types yet."));
-    listen();
-    refresh();
+                    : m_history->isReading() ? tr("Looking for messages in the recording...")
+                                             : tr("Nothing came of these types yet."));
+}
+
+/** Shows what was read of that. Whoever looks back sees the same rows as before. */
+void MessagesPanel::takeRead()
+{
+    if (!m_history->isReading() || (m_isHeld && m_history->isReadingSeveral()))
+        return;
+    const QPersistentModelIndex top = m_isHeld ? m_view->indexAt(QPoint(0, 0)) : QModelIndex();
+    m_history->work();
+    if (top.isValid())
+        m_view->scrollTo(top, QAbstractItemView::PositionAtTop);
+    if (!m_history->isReading())
+        m_hint->setText(tr("Nothing came of these types yet."));
 }
 
 void MessagesPanel::listen()
@@ -194,10 +231,19 @@ void MessagesPanel::refresh()
         m_isListening = canBeSeen;
         m_list->addGap();
         listen();
+        m_history->cancel();
+        m_mustRead = canBeSeen;
     }
-    if (canBeSeen && !m_desk->isPaused() && !m_isHeld) {
+    const bool isShowing = canBeSeen && !m_desk->isPaused();
+    m_mustRead = m_mustRead || (isShowing && m_history->hasLeapt());
+    if (isShowing && !m_isHeld && m_mustRead)
+        read();
+    if (isShowing)
+        takeRead();
+    if (isShowing && !m_isHeld) {
         m_list->take();
-        startWithNewest();
+        if (!m_history->hasCome())
+            startWithNewest();
         if (m_list->rowCount() > 0)
             m_view->scrollToBottom();
     }
@@ -216,7 +262,9 @@ QString MessagesPanel::getNote() const
         texts.append(tr("Newer: %1 and more").arg(QLocale().toString(waiting)));
     else if (waiting > 0 && (m_isHeld || m_desk->isPaused()))
         texts.append(tr("Newer: %1").arg(QLocale().toString(waiting)));
-    if (m_list->isFull())
+    if (!m_history->getNote().isEmpty())
+        texts.append(m_history->getNote());
+    if (m_list->isFull() || m_history->isFull())
         texts.append(tr("No more than the last %1 MB are kept").arg(MessageList::MostBytes >> 20));
     else if (m_list->rowCount() == MessageList::MostMessages)
         texts.append(tr("The last %1").arg(QLocale().toString(m_list->rowCount())));

@@ -3,11 +3,14 @@
 
 #include "messagetap.h"
 #include "panel.h"
+#include "subject.h"
 
+#include <QSet>
 #include <QTimer>
 #include <QWidget>
 
 class EmptyHint;
+class MessageHistory;
 class MessageList;
 class QAction;
 class QLabel;
@@ -17,8 +20,8 @@ class QToolButton;
 /**
  * The last messages of the types that are chosen in the list of types, every single one of them.
  *
- * It notes them while it can be seen, and stands still while a message is chosen in it, somebody looks back, or the
- * views are paused.
+ * It notes them while it can be seen, reads out of recordings what came before, and stands still while a message is
+ * chosen in it, somebody looks back, or the views are paused.
  */
 class MessagesPanel : public QWidget, public Panel
 {
@@ -52,6 +55,8 @@ private:
     bool isWanted(const MessageInfo* info, const QString& sender) const;
     void followChosen();
     void listen();
+    void read();
+    void takeRead();
     void startWithNewest();
     void chooseCurrent();
     void followNewest();
@@ -66,6 +71,7 @@ private:
     Desk* m_desk;
     TapListener m_listener;
     MessageList* m_list;
+    MessageHistory* m_history;
     QTableView* m_view;
     EmptyHint* m_hint;
     QWidget* m_bar; // below the list, while there is something to say
@@ -77,6 +83,9 @@ private:
     QAction* m_goThere;
     QTimer m_timer;
     bool m_isListening = false;
+    QSet<Subject> m_chosen;
+    QString m_chosenSender;  // the only one, or empty
+    bool m_mustRead = true;  // what came before, of recordings
     bool m_isHeld = false;   // because somebody reads there
     bool m_isMoving = false; // rows go, and with them what was chosen among them
 };
