@@ -15,6 +15,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QSet>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -182,8 +183,14 @@ void ComparePanel::refresh()
         new QTreeWidgetItem(m_view);
     if (before > 0) {
         Line line = {tr("[time]"), {}, {}};
+        QSet<QString> dates;
+        for (const QString& time : std::as_const(times))
+            if (!time.isEmpty())
+                dates.insert(time.section(QLatin1Char(' '), 0, 0));
         for (const QString& time : std::as_const(times)) {
-            line.values.append({QString(), time.section(QLatin1Char(' '), 1), QString(), false});
+            // Of one day nobody needs the date.
+            const QString shown = dates.size() > 1 ? time : time.section(QLatin1Char(' '), 1);
+            line.values.append({QString(), shown, QString(), false});
             line.isThere.append(true);
         }
         showLine(m_view->topLevelItem(0), line, false);
