@@ -45,7 +45,7 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
         option->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
         option->text += QString(2, QChar(QChar::Nbsp)); // or the text behind it seems to go on with the number
     }
-    const QString kept = index.data(KeptRole).toString();
+    const QString kept = getKept(index);
     if (!kept.isEmpty() && option->widget && option->rect.width() > 0 && option->text.endsWith(kept)) {
         const QStyle* const style = option->widget->style();
         const QRect place = style->subElementRect(QStyle::SE_ItemViewItemText, option, option->widget);
@@ -66,7 +66,7 @@ bool CellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
         const QRect place = style->subElementRect(QStyle::SE_ItemViewItemText, &filled, view);
         const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &filled, view) + 1;
         const int room = place.width() - 2 * margin;
-        const QString whole = index.data(KeptRole).isValid() ? index.data().toString() : filled.text;
+        const QString whole = getKept(index).isEmpty() ? filled.text : index.data().toString();
         if (filled.fontMetrics.horizontalAdvance(whole) > room) {
             QString text = whole.toHtmlEscaped();
             const QString more = index.data(Qt::ToolTipRole).toString();

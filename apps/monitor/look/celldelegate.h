@@ -37,6 +37,8 @@ public:
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+    /** The end of a text that is cut last, as in KeptRole; empty for none. */
+    virtual QString getKept(const QModelIndex& index) const { return index.data(KeptRole).toString(); }
 
 private:
     QSet<int> m_names;

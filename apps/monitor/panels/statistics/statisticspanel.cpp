@@ -56,6 +56,14 @@ protected:
         if (index.column() == 0 && index.parent().parent().parent().isValid())
             option->textElideMode = Qt::ElideLeft; // of a time, the date is what can be spared
     }
+
+    // Types of several senders are told apart by what stands behind their names.
+    QString getKept(const QModelIndex& index) const override
+    {
+        const bool isType = index.column() == 0 && index.parent().isValid() && !index.parent().parent().isValid();
+        const QString name = isType ? index.data().toString() : QString();
+        return name.endsWith(QLatin1Char(')')) ? name.mid(name.lastIndexOf(QLatin1String(" ("))) : QString();
+    }
 };
 
 } // namespace
