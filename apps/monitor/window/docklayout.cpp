@@ -82,7 +82,6 @@ void DockLayout::addDock(const PanelRow& row, QWidget* widget)
 
 void DockLayout::place(const PanelRow& row, QDockWidget* dock)
 {
-    dock->setFloating(false);
     m_window->addDockWidget(dockArea(row.place.area), dock);
     if (QDockWidget* const front = getDock(QLatin1String(row.place.tabbedWith))) {
         m_window->tabifyDockWidget(front, dock);
@@ -254,8 +253,10 @@ void DockLayout::reset()
 {
     m_shown.clear();
     for (const PanelSet::Entry& entry : m_panels->getEntries())
-        if (QDockWidget* const dock = getDock(QLatin1String(entry.row.id)))
+        if (QDockWidget* const dock = getDock(QLatin1String(entry.row.id))) {
+            dock->setFloating(false); // which one without an area refuses
             m_window->removeDockWidget(dock);
+        }
     for (const PanelSet::Entry& entry : m_panels->getEntries()) {
         if (QDockWidget* const dock = getDock(QLatin1String(entry.row.id))) {
             place(entry.row, dock);

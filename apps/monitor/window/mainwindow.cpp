@@ -206,7 +206,13 @@ void MainWindow::refresh()
     m_panels.tick();
     m_status->refresh();
     m_fileMenu->refresh();
-    m_middle->setCurrentIndex(m_desk.getSources()->getCount() > 0 ? 1 : 0);
+    const int page = m_desk.getSources()->getCount() > 0 ? 1 : 0;
+    if (m_middle->currentIndex() != page) {
+        const bool hadFocus = !focusWidget() || m_middle->isAncestorOf(focusWidget());
+        m_middle->setCurrentIndex(page);
+        if (hadFocus)
+            focusMiddle();
+    }
     if (!m_desk.isPaused())
         m_senders->refresh();
     const QString summary = m_status->getSummary();
@@ -222,6 +228,12 @@ void MainWindow::arrange()
     Q_EMIT m_desk.arranged();
 }
 
+void MainWindow::focusMiddle()
+{
+    QWidget* const tree = m_middle->currentWidget()->findChild<QAbstractItemView*>();
+    (tree ? tree : m_middle->currentWidget())->setFocus();
+}
+
 void MainWindow::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
@@ -229,8 +241,7 @@ void MainWindow::showEvent(QShowEvent* event)
     if (!m_arranged) {
         m_arranged = true;
         QTimer::singleShot(0, this, &MainWindow::arrange);
-        QWidget* const tree = m_middle->currentWidget()->findChild<QAbstractItemView*>();
-        (tree ? tree : m_middle->currentWidget())->setFocus();
+        focusMiddle();
     }
     followVisibility();
 }

@@ -93,6 +93,7 @@ private:
     void showAbout();
     void refresh();
     void arrange();
+    void focusMiddle();
     void followVisibility();
 
     Desk m_desk;

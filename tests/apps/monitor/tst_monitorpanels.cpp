@@ -90,8 +90,9 @@ void tst_monitorpanels::aPanelIsARowOfATable()
     QVERIFY(!second->isHidden());
     const QByteArray both = docks.save();
     window.addDockWidget(Qt::BottomDockWidgetArea, second);
+    second->setFloating(true);
     docks.reset();
-    QVERIFY(second->isHidden());
+    QVERIFY(second->isHidden() && !second->isFloating());
     QCOMPARE(int(window.dockWidgetArea(second)), int(Qt::LeftDockWidgetArea));
     QVERIFY(!docks.restore("nonsense") && docks.restore(both));
     QVERIFY(!second->isHidden());

@@ -478,8 +478,10 @@ void tst_monitorwindow::theStartPageOffersWhatWasOpenBefore()
     dialog->reject();
     window.findAction("other.raw")->trigger();
     QCOMPARE(middleOf(window), QString("values"));
+    QVERIFY(window.focusWidget() == window.getTree());
     window.findAction("Close Source")->trigger();
     QVERIFY(middleOf(window).startsWith(always + ", other.raw"));
+    QCOMPARE(window.focusWidget()->accessibleName(), QString("Open Recording..."));
 }
 
 void tst_monitorwindow::whatNobodyRecognisesLeadsToTheDialog()
