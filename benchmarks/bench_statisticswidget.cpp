@@ -1,5 +1,6 @@
 // What a refresh of a shown MessageStatisticsWidget costs, measured against asking for the same numbers and formatting
-// them; and what an entry costs in a shown EventLogTableWidget, by the number of rows that stand there.
+// them; what a step of one costs that has thousands of rows, measured against a refresh; and what an entry costs in a
+// shown EventLogTableWidget, by the number of rows that stand there.
 //
 // Both are built against the stand-in framework of the tests, which answers at once: next to a framework that takes
 // its time, what the widgets themselves do would not be seen.
@@ -133,6 +134,49 @@ void refresh(int types, int intervals, int gaps, int sortColumn)
     std::fflush(stdout);
 }
 
+/** Thousands of types that are looked at from above: all at once, and in steps of which nobody notices one. */
+void many(int types)
+{
+    Model model(types, 5, 0);
+    MessageStatisticsWidget whole(&model.coordinator, nullptr);
+    MessageStatisticsWidget steps(&model.coordinator, nullptr);
+    for (MessageStatisticsWidget* tree : {&whole, &steps}) {
+        tree->setUniformRowHeights(true);
+        tree->resize(600, 800);
+        tree->show();
+    }
+    const auto paint = [] { QCoreApplication::processEvents(); };
+    const double first = timeOf([&] {
+        whole.updateTree();
+        paint();
+    });
+    const auto count = [&] { return steps.topLevelItemCount() == 2 ? steps.topLevelItem(1)->childCount() : 0; };
+    double longest = 0;
+    int needed = 0;
+    for (; count() < types; ++needed) {
+        longest = std::max(longest, timeOf([&] {
+                               steps.updateSome();
+                               paint();
+                           }));
+    }
+    double all = 1e300;
+    double some = 1e300;
+    for (int turn = 0; turn < 10; ++turn) {
+        for (MessageStatistics* statistics : model.coordinator.statistics)
+            ++statistics->count;
+        all = std::min(all, timeOf([&] {
+                           whole.updateTree();
+                           paint();
+                       }));
+        some = std::min(some, timeOf([&] {
+                            steps.updateSome();
+                            paint();
+                        }));
+    }
+    std::printf("%7d %10.1f %12.1f %7d %12.2f %12.2f %7.3f\n", types, first, longest, needed, all, some, some / all);
+    std::fflush(stdout);
+}
+
 void fillLog(EventLog* log, int count)
 {
     const QDateTime time(QDate(2024, 5, 6), QTime(7, 8, 9), Qt::UTC);
@@ -200,6 +244,11 @@ int main(int argc, char** argv)
     refresh(500, 20, 20, 0);
     refresh(500, 20, 20, 1);
     refresh(20, 20, 10000, 0);
+    std::printf("\nAll rows new or changed, and painted: updateTree(), a step of updateSome(); milliseconds\n");
+    std::printf("%7s %10s %12s %7s %12s %12s %7s\n", "types", "first", "longest step", "steps", "all changed", "step",
+                "ratio");
+    many(1000);
+    many(18000);
     std::printf("\nEventLogTableWidget, shown; milliseconds, and microseconds for an entry\n");
     std::printf("%7s %10s %14s %15s %14s %15s %10s\n", "rows", "load", "of it an entry", "500 at once", "each painted",
                 "and scrolled to", "clear");

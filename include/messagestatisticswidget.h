@@ -4,7 +4,9 @@
 #include "corvelgui_export.h"
 #include "messagestatistics.h"
 
+#include <QElapsedTimer>
 #include <QHash>
+#include <QList>
 #include <QTreeWidget>
 #include <QVector>
 
@@ -27,6 +29,8 @@ class QSettings;
  * QObject::connect(timer, SIGNAL(timeout()), view, SLOT(updateTree()));
  * timer->start(250);
  * @endcode
+ *
+ * With thousands of types, for instance of a thousand senders, let the timer call updateSome().
  */
 class CORVELGUI_EXPORT MessageStatisticsWidget : public QTreeWidget
 {
@@ -60,6 +64,18 @@ public Q_SLOTS:
      * somebody who listens to its changes, it takes effect when that is done.
      */
     void updateTree();
+    /**
+     * The same by and by, for as short a time that nobody notices: what can be seen at once, rows that are to come some
+     * at a time, the others in turn, and what is below a folded row when it is unfolded. Rows of what is not listed any
+     * more go at once.
+     *
+     * A tree that is sorted by what changes is sorted with each call that changes it: where that takes long, calls in
+     * quick succession do nothing.
+     *
+     * @param milliseconds  for the rows whose turn it is, at least one; four times as long for those that come. Sorting
+     *                      takes what it takes, and the others have as long then.
+     */
+    void updateSome(int milliseconds = 3);
 
 private Q_SLOTS:
     void processItemExpanded(QTreeWidgetItem* item);
@@ -73,12 +89,26 @@ private:
     MessageStatisticsTreeWidgetItem* getAndUpdateItemFor(MessageStatistics* statistics);
     void deleteEmptyFormatItems();
     bool updateItems();
+    void removeStaleItems();
     void updateCrcErrorsItem();
+    void updateSeenItems();
+    void addItems(qint64 milliseconds);
+    bool updateItemsInTurn(qint64 milliseconds);
+    void updateItem(MessageStatisticsTreeWidgetItem* item);
 
     MessageStatisticsCoordinator* m_coordinator;
     QHash<MessageStatistics*, MessageStatisticsTreeWidgetItem*> m_statisticsItems;
     QHash<const FormatInfo*, QTreeWidgetItem*> m_formatItems;
     QTreeWidgetItem* m_crcErrorsItem;
+
+    // For updateSome(): what was listed, the first of it that may have no row, and whose turn it is.
+    QList<MessageStatistics*> m_listed;
+    int m_firstNew;
+    int m_turn;
+    bool m_turnHadGaps;
+    QElapsedTimer m_sinceStep;
+    qint64 m_stepTime; // milliseconds that the last one took
+    qint64 m_sortTime; // what of it went into sorting
 };
 
 /**
@@ -111,6 +141,7 @@ private:
     friend class MessageStatisticsWidget;
 
     void updateNow();
+    void updateCells();
     void updateIntervalSubItems();
     void updateGapSubItems();
     bool updateGapRows(const QVector<MessageStatistics::Gap>& gaps);

@@ -58,14 +58,16 @@ private Q_SLOTS:
     void checkLater();
     void check();
 
-private:
-    Q_DISABLE_COPY(PathExpressionAssistant)
-
+protected:
     // What a framework may tell beyond what the library asks of each.
     typedef QStringList (*ListMatches)(const PathExpression& expression, PathExpression::Parts parts, int maximum);
     typedef QString (*FindError)(const PathExpression& expression);
 
     PathExpressionAssistant(QLineEdit* edit, ListMatches listMatches, FindError findError);
+
+private:
+    Q_DISABLE_COPY(PathExpressionAssistant)
+
     PathExpression* followExpression();
     PathExpression::Parts getParts() const;
     void setProblem(const QString& problem);

@@ -69,31 +69,6 @@ static QVector<QTreeWidgetItem*> gapRowsBelow(const QTreeWidgetItem* parent)
     return rows;
 }
 
-/** Finds objects in lists that are nearly always one and the same. */
-class ListedStatistics
-{
-public:
-    bool contains(const QList<MessageStatistics*>& list, MessageStatistics* statistics)
-    {
-        CORVEL_DEBUG_HOOK();
-        // While it is shared nobody changes it.
-        if (!list.isSharedWith(m_list)) {
-            m_list = list;
-            m_set.clear();
-            return list.contains(statistics);
-        }
-        if (m_set.isEmpty()) {
-            Q_FOREACH (MessageStatistics* one, list)
-                m_set.insert(one);
-        }
-        return m_set.contains(statistics);
-    }
-
-private:
-    QList<MessageStatistics*> m_list;
-    QSet<MessageStatistics*> m_set; // of the same; empty until it is asked for twice
-};
-
 static bool isSameGap(const MessageStatistics::Gap& one, const MessageStatistics::Gap& other)
 {
     CORVEL_DEBUG_HOOK();
@@ -113,6 +88,11 @@ static QString getDurationText(const MessageStatistics::Gap& gap)
 MessageStatisticsWidget::MessageStatisticsWidget(MessageStatisticsCoordinator* coordinator, QWidget* parent)
     : QTreeWidget(parent)
     , m_coordinator(coordinator)
+    , m_firstNew(0)
+    , m_turn(0)
+    , m_turnHadGaps(false)
+    , m_stepTime(0)
+    , m_sortTime(0)
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_ALLOCATED("MessageStatisticsWidget");
@@ -216,18 +196,7 @@ void MessageStatisticsWidget::updateTree()
 bool MessageStatisticsWidget::updateItems()
 {
     CORVEL_DEBUG_HOOK();
-    ListedStatistics listed;
-    Q_FOREACH (MessageStatistics* statistics, m_statisticsItems.keys()) {
-        MessageStatisticsTreeWidgetItem* item = m_statisticsItems.value(statistics);
-        // The list is deliberately asked for again for every row.
-        if (!listed.contains(m_coordinator->getAllMessageStatistics(), statistics) || !item ||
-            item->getMessageStatistics() != statistics) {
-            m_statisticsItems.remove(statistics);
-            delete item;
-        }
-    }
-    deleteEmptyFormatItems();
-
+    removeStaleItems();
     bool anyGaps = false;
     Q_FOREACH (MessageStatistics* statistics, m_coordinator->getAllMessageStatistics()) {
         getAndUpdateItemFor(statistics);
@@ -275,8 +244,15 @@ void MessageStatisticsWidget::processItemExpanded(QTreeWidgetItem* item)
     if (!item || !item->treeWidget() || !item->isExpanded())
         return;
     MessageStatisticsTreeWidgetItem* statisticsItem = dynamic_cast<MessageStatisticsTreeWidgetItem*>(item);
-    if (statisticsItem)
-        statisticsItem->fullExpand();
+    if (!statisticsItem)
+        return;
+    MessageStatistics* statistics = statisticsItem->getMessageStatistics();
+    statisticsItem->fullExpand();
+    // What is below a folded row is not followed in steps. Somebody who was told may have had the row removed, and
+    // statistics that are not listed any more may be gone.
+    if (!m_listed.isEmpty() && m_coordinator->getAllMessageStatistics() == m_listed &&
+        m_statisticsItems.value(statistics) == statisticsItem)
+        statisticsItem->updateContents();
 }
 
 void MessageStatisticsWidget::writeSettings(QSettings& settings)
@@ -395,7 +371,7 @@ void MessageStatisticsTreeWidgetItem::updateContents()
         tree->updateTree();
 }
 
-void MessageStatisticsTreeWidgetItem::updateNow()
+void MessageStatisticsTreeWidgetItem::updateCells()
 {
     CORVEL_DEBUG_HOOK();
     // A number, so that the column sorts as numbers do; the counts of the sub-rows are deliberately texts.
@@ -408,6 +384,12 @@ void MessageStatisticsTreeWidgetItem::updateNow()
     StatisticsCells::writeText(
         this, 3,
         gaps <= 0 ? QString() : QObject::tr("%1 (%2 epochs)").arg(gaps).arg(m_statistics->getNumberOfMissingEpochs()));
+}
+
+void MessageStatisticsTreeWidgetItem::updateNow()
+{
+    CORVEL_DEBUG_HOOK();
+    updateCells();
     updateIntervalSubItems();
     updateGapSubItems();
 }

@@ -37,18 +37,58 @@ static void suspendSorting(const QTreeWidgetItem* item)
 {
     CORVEL_DEBUG_HOOK();
     QTreeWidget* tree = item->treeWidget();
-    if (!tree || !tree->isSortingEnabled())
-        return;
-    const StatisticsRefresh* refresh = StatisticsRefresh::find(tree, nullptr);
-    if (refresh && refresh->sorted)
-        tree->setSortingEnabled(false);
+    StatisticsRefresh* refresh = tree ? StatisticsRefresh::find(tree, nullptr) : nullptr;
+    if (refresh)
+        refresh->suspendSorting(false);
+}
+
+/** Compares as a sorted tree does. */
+struct StandsBefore
+{
+    bool isAscending;
+
+    bool operator()(const QTreeWidgetItem* one, const QTreeWidgetItem* other) const
+    {
+        CORVEL_DEBUG_HOOK();
+        return isAscending ? *one < *other : *other < *one;
+    }
+};
+
+/** Sorts what is below @p row, which is in no tree, by the first column. */
+static void sortBelow(QTreeWidgetItem* row, const StandsBefore& standsBefore)
+{
+    CORVEL_DEBUG_HOOK();
+    QList<QTreeWidgetItem*> rows = row->takeChildren();
+    std::stable_sort(rows.begin(), rows.end(), standsBefore);
+    row->addChildren(rows);
+    Q_FOREACH (QTreeWidgetItem* below, rows)
+        sortBelow(below, standsBefore);
 }
 
 void StatisticsCells::insertRow(QTreeWidgetItem* parent, int index, QTreeWidgetItem* child)
 {
     CORVEL_DEBUG_HOOK();
-    suspendSorting(parent);
-    parent->insertChild(index, child);
+    QTreeWidget* tree = parent->treeWidget();
+    StatisticsRefresh* refresh = tree ? StatisticsRefresh::find(tree, nullptr) : nullptr;
+    if (!refresh || !refresh->keepsOrder || !refresh->sorted || refresh->disordered ||
+        tree->header()->sortIndicatorSection() != 0) {
+        suspendSorting(parent);
+        parent->insertChild(index, child);
+        return;
+    }
+    const StandsBefore standsBefore = {tree->header()->sortIndicatorOrder() == Qt::AscendingOrder};
+    sortBelow(child, standsBefore);
+    int place = 0;
+    int end = parent->childCount();
+    while (place < end) {
+        const int middle = place + (end - place) / 2;
+        if (standsBefore(child, parent->child(middle)))
+            end = middle;
+        else
+            place = middle + 1;
+    }
+    refresh->suspendSorting(true);
+    parent->insertChild(place, child);
 }
 
 static void writeValue(QTreeWidgetItem* item, int column, const QVariant& value)

@@ -19,6 +19,8 @@ struct StatisticsRefresh
     StatisticsRefresh* const outer;   ///< that a listener to its changes came from
     bool again;                       ///< whether another one was asked for
     bool sorted;                      ///< whether the tree was sorted when it began
+    bool disordered;                  ///< whether rows may be out of order since
+    bool keepsOrder;                  ///< whether rows are put where they belong, where that can be known
     bool indicatorShown;
     bool clickable;
 
@@ -27,6 +29,8 @@ struct StatisticsRefresh
 
     void begin();
     void end();
+    /** Suspends the sorting; @p inOrder for rows that are put where they belong. */
+    void suspendSorting(bool inOrder);
 
     /** The refresh of @p askedTree or @p askedRow that is under way, or null. */
     static StatisticsRefresh* find(const QTreeWidget* askedTree, const QTreeWidgetItem* askedRow);

@@ -1,10 +1,13 @@
 #include "diagnostics.h"
 #include "statisticsview.h"
 #include "testbase.h"
+#include "waitfor.h"
 
 #include <QScrollBar>
 #include <QSettings>
 #include <QTemporaryFile>
+
+#include <functional>
 
 CORVEL_DIAGNOSTICS("MessageStatisticsWidget");
 #include "qtcompat.h"
@@ -22,6 +25,7 @@ private Q_SLOTS:
     void refreshKeepsWhatTheUserSees();
     void gapsColumnIsVisibleWhileThereAreGaps();
     void refreshesThatListenersAskForComeAfterwards();
+    void manyAreUpdatedByAndBy();
     void settings();
 };
 
@@ -209,6 +213,72 @@ void tst_MessageStatisticsWidget::refreshesThatListenersAskForComeAfterwards()
         i == 0 ? view.row("mavlink/A")->fullExpand() : view.row("mavlink/A")->updateContents();
         QCOMPARE(rowTexts(view.tree), QStringList());
     }
+}
+
+void tst_MessageStatisticsWidget::manyAreUpdatedByAndBy()
+{
+    View view;
+    const int many = 1000;
+    for (int i = 0; i < many; ++i)
+        view.add(text("T%1").arg(i, 4, 10, QLatin1Char('0')))->intervals.append(50);
+    view.tree.resize(300, 200);
+    view.tree.show();
+    view.tree.updateSome(0);
+    QCOMPARE(rowTexts(view.tree).join("\n"), text("mavlink\n  T0000 | 0 | N/A\n    Rates/Intervals"));
+    QTreeWidgetItem* format = view.tree.topLevelItem(0);
+    // After some steps; those that come soon after one that took long do nothing.
+    const auto steps = [&](int milliseconds, const std::function<bool()>& isDone) {
+        return waitFor([&] {
+            view.tree.updateSome(milliseconds);
+            return isDone();
+        });
+    };
+    QVERIFY(steps(50, [&] { return format->childCount() == many; }));
+    const auto shown = [&](int row) { return format->child(row)->text(1); };
+
+    view.tree.scrollToBottom();
+    for (int i = 0; i < many; ++i)
+        view.owned.at(static_cast<std::size_t>(i))->count = 7;
+    QVERIFY(steps(0, [&] { return shown(many - 1) == text("7"); }));
+    QCOMPARE(shown(many / 2), text("0"));
+    QVERIFY(steps(5, [&] { return shown(many / 2) == text("7"); }));
+
+    view.owned.back()->setInterval(50, 3);
+    view.owned.back()->count = 8;
+    QVERIFY(steps(0, [&] { return shown(many - 1) == text("8"); }));
+    QCOMPARE(format->child(many - 1)->child(0)->childCount(), 0);
+    format->child(many - 1)->setExpanded(true);
+    QCOMPARE(format->child(many - 1)->child(0)->childCount(), 1);
+
+    MessageStatistics* one = view.owned.at(many / 3).get();
+    one->addGap(9, 2, 50);
+    QVERIFY(steps(5, [&] { return !view.tree.isColumnHidden(3); }));
+    one->gaps.clear();
+    QVERIFY(steps(5, [&] { return view.tree.isColumnHidden(3); }));
+    view.coordinator.statistics.removeAt(5);
+    view.tree.updateSome(0);
+    QCOMPARE(format->childCount(), many - 1);
+
+    // What comes is put where it belongs, without a sort; and is there as if all had been sorted.
+    view.recorder.take();
+    view.add("T0500x")->setInterval(100, 1);
+    view.owned.back()->setInterval(1000, 9);
+    view.tree.updateSome(0);
+    QVERIFY(!view.recorder.take().contains(text("sorted")));
+    const QStringList inSteps = rowTexts(view.tree);
+    const int place = inSteps.indexOf(text("  T0500x | 0 | N/A"));
+    QVERIFY(place > 0 && inSteps.at(place - 1).contains(text("Rates")) &&
+            inSteps.at(place - 2).contains(text("T0500 ")));
+    view.tree.sortByColumn(0, Qt::DescendingOrder);
+    view.tree.sortByColumn(0, Qt::AscendingOrder);
+    QCOMPARE(rowTexts(view.tree), inSteps);
+    view.tree.sortByColumn(1, Qt::DescendingOrder);
+    view.owned.at(7)->count = 99;
+    QVERIFY(steps(50, [&] { return format->child(0)->text(1) == text("99"); }));
+    view.coordinator.statistics.clear();
+    view.coordinator.eventCounts.insert(CorvelEvent::CrcError, 3);
+    view.tree.updateSome(0);
+    QCOMPARE(rowTexts(view.tree), lines("CRC Errors | 3"));
 }
 
 void tst_MessageStatisticsWidget::settings()

@@ -25,9 +25,6 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
-static const int LeastPause = 100;     // between two updates, as a multiple of what one takes
-static const qint64 LongUpdate = 10e6; // nanoseconds; one of so many rows is not for every tick
-static const int GapsColumn = 3;
 static const int NamePercent = 50;
 
 enum Tab
@@ -107,10 +104,7 @@ StatisticsPanel::StatisticsPanel(Desk* desk)
     desk->offerTypeUse(
         {[](const Subject&) { return tr("Show &Statistics"); }, [this](const Subject& subject) { reveal(subject); }});
     // Before new statistics can be taken for those that are gone.
-    connect(desk->getSources(), &SourceModel::sessionRemoved, this, [this]() {
-        m_widget->updateTree();
-        filter();
-    });
+    connect(desk->getSources(), &SourceModel::sessionRemoved, this, &StatisticsPanel::update);
     connect(desk, &Desk::chosenSourceChanged, this, &StatisticsPanel::followOverview);
     connect(desk, &Desk::overviewGrown, this, &StatisticsPanel::followOverview);
     connect(desk, &Desk::overviewEnded, this, &StatisticsPanel::followOverview);
@@ -241,70 +235,14 @@ void StatisticsPanel::restoreSettings(QSettings& settings)
 
 void StatisticsPanel::tick()
 {
-    if (m_desk->isPaused() || !m_widget->isVisible())
-        return;
-    // Of thousands of senders, the other views come first.
-    const bool isDue = !m_sinceUpdate.isValid() || m_sinceUpdate.nsecsElapsed() >= LeastPause * m_updateTime;
-    const bool isLong = m_updateTime > LongUpdate;
-    if (isDue && (!isLong || m_widget->sortColumn() != 0 || isOtherThanShown()))
+    if (!m_desk->isPaused() && m_widget->isVisible())
         update();
-    else if (isLong && m_widget->sortColumn() == 0) // else each row that changes would be sorted in among all
-        updateSeen();
 }
 
 void StatisticsPanel::update()
 {
-    const MessageStatisticsCoordinator* const coordinator = m_desk->getCoordinator();
-    m_shown = coordinator->getAllMessageStatistics();
-    m_shownErrors = coordinator->getEventCount(CorvelEvent::CrcError);
-    m_sinceUpdate.start();
-    m_widget->updateTree();
-    m_updateTime = m_sinceUpdate.nsecsElapsed();
+    m_widget->updateSome();
     filter();
-}
-
-/** Whether there are rows that the widget does not have. */
-bool StatisticsPanel::isOtherThanShown() const
-{
-    const MessageStatisticsCoordinator* const coordinator = m_desk->getCoordinator();
-    return coordinator->getEventCount(CorvelEvent::CrcError) != m_shownErrors ||
-           coordinator->getAllMessageStatistics() != m_shown;
-}
-
-/** What a row shows while it is folded. Rows below it would come where the whole tree is sorted for each. */
-static void updateCells(MessageStatisticsTreeWidgetItem* row)
-{
-    const MessageStatistics* const statistics = row->getMessageStatistics();
-    row->setData(1, Qt::DisplayRole, qulonglong(statistics->getCount()));
-    row->setText(2, statistics->isCurrentlyRegular()
-                        ? MessageStatistics::getIntervalString(statistics->getLastInterval())
-                        : QObject::tr("N/A"));
-    if (statistics->getNumberOfGaps() > 0)
-        row->setText(GapsColumn, QObject::tr("%1 (%2 epochs)")
-                                     .arg(statistics->getNumberOfGaps())
-                                     .arg(statistics->getNumberOfMissingEpochs()));
-}
-
-/** Updates the rows that somebody sees; the others have what they had, and need no memory for what is new. */
-void StatisticsPanel::updateSeen()
-{
-    const int bottom = m_widget->viewport()->height();
-    QTreeWidgetItem* item = m_widget->itemAt(0, 0);
-    while (item && item->parent() && item->parent()->parent())
-        item = item->parent(); // of one that is unfolded perhaps only what is below it is there to be seen
-    bool hasGaps = false;
-    for (; item && m_widget->visualItemRect(item).top() < bottom; item = m_widget->itemBelow(item)) {
-        auto* const row = dynamic_cast<MessageStatisticsTreeWidgetItem*>(item);
-        if (!row)
-            continue;
-        if (row->isExpanded())
-            row->updateContents();
-        else
-            updateCells(row);
-        hasGaps = hasGaps || row->getMessageStatistics()->getNumberOfGaps() > 0;
-    }
-    if (hasGaps)
-        m_widget->setColumnHidden(GapsColumn, false);
 }
 
 bool StatisticsPanel::eventFilter(QObject* watched, QEvent* event)
@@ -327,7 +265,8 @@ static QTreeWidgetItem* findRow(QTreeWidgetItem* item, const MessageStatistics* 
 
 void StatisticsPanel::reveal(const Subject& subject)
 {
-    update();
+    m_widget->updateTree();
+    filter();
     const SourceSession* const session = m_desk->getChosenSource();
     const MessageStatistics* statistics = nullptr;
     if (m_whole && m_wantsWhole)

@@ -3,7 +3,6 @@
 
 #include "panel.h"
 
-#include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
 #include <QPointer>
@@ -62,8 +61,6 @@ private:
     static void listGaps(QTreeWidgetItem* item);
     void jumpToGap(QTreeWidgetItem* item);
     void update();
-    void updateSeen();
-    bool isOtherThanShown() const;
     void followOverview();
     void choose(int tab);
 
@@ -79,10 +76,6 @@ private:
     QPointer<RecordingOverview> m_overview;       // that m_whole shows
     QLabel* m_progress;
     bool m_wantsWhole = true;
-    QElapsedTimer m_sinceUpdate;
-    qint64 m_updateTime = 0;           // nanoseconds that the last one took
-    QList<MessageStatistics*> m_shown; // by it
-    unsigned int m_shownErrors = 0;
 };
 
 #endif
