@@ -136,6 +136,7 @@ int main(int argc, char** argv)
         row->processMessage(message);
     });
     tree->setColumnWidth(0, 240);
+    tree->setColumnWidth(1, 80);
     tree->setColumnWidth(2, 120);
     window.setCentralWidget(tree);
 
