@@ -103,7 +103,7 @@ void MessagesPanel::createView()
                                          " GLOBAL_POSITION_INT ", " Number 0 ",   " 000,000 "};
     for (int column = 0; column < MessageList::SummaryColumn; ++column)
         header->resizeSection(column, metrics.horizontalAdvance(QLatin1String(widest[column])));
-    m_hint = new EmptyHint(m_view, QString());
+    m_hint = new EmptyHint(m_view, tr("Choose types under Message Types: their messages are listed here, one by one."));
     m_view->installEventFilter(this);
 
     connect(m_list, &QAbstractItemModel::modelReset, this, [this]() {
