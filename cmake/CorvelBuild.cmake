@@ -56,12 +56,28 @@ function(corvel_library target alias)
     target_include_directories(${target} PUBLIC
         "$<BUILD_INTERFACE:${CMAKE_BINARY_DIR}/generated/include>"
         "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/corvel>")
+    target_include_directories(${target} INTERFACE
+        "$<BUILD_INTERFACE:${corvel_headers_build_dir}>"
+        "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
+    corvel_public_headers("${CMAKE_BINARY_DIR}/generated/include/${target}_export.h")
     add_library(Corvel::${alias} ALIAS ${target})
     install(TARGETS ${target} EXPORT Corvel${alias}Targets
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
         RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
-    install(FILES "${CMAKE_BINARY_DIR}/generated/include/${target}_export.h"
-        DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/corvel")
+endfunction()
+
+# corvel_public_headers(HEADERS...): installs them, for <corvel/message.h> and for <message.h>. In the build tree, where they lie in
+# several folders, they are linked into one of that name: so each has those that it includes beside itself there as well,
+# and never finds a file of an application that is called alike.
+set(corvel_headers_build_dir "${CMAKE_BINARY_DIR}/package/include")
+file(MAKE_DIRECTORY "${corvel_headers_build_dir}/corvel")
+function(corvel_public_headers)
+    foreach(header ${ARGN})
+        get_filename_component(name "${header}" NAME)
+        get_filename_component(path "${header}" ABSOLUTE)
+        file(CREATE_LINK "${path}" "${corvel_headers_build_dir}/corvel/${name}" COPY_ON_ERROR SYMBOLIC)
+    endforeach()
+    install(FILES ${ARGN} DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/corvel")
 endfunction()
 
 # corvel_cxx17(TARGET...): for what is not built for Qt 4.

@@ -40,8 +40,7 @@ install(FILES
     DESTINATION "${corvel_package_dir}")
 
 configure_file(cmake/corvelversion.h.in "${CMAKE_BINARY_DIR}/generated/include/corvelversion.h" @ONLY)
-install(FILES "${CMAKE_BINARY_DIR}/generated/include/corvelversion.h"
-    DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/corvel")
+corvel_public_headers("${CMAKE_BINARY_DIR}/generated/include/corvelversion.h")
 
 # corvel_pkgconfig(NAME DESCRIPTION REQUIRES LIBS): written when it is installed, because only then the prefix is certain.
 function(corvel_pkgconfig name description requires libs)

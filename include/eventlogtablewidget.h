@@ -1,5 +1,5 @@
-#ifndef EVENTLOGTABLEWIDGET_H
-#define EVENTLOGTABLEWIDGET_H
+#ifndef CORVEL_EVENTLOGTABLEWIDGET_H
+#define CORVEL_EVENTLOGTABLEWIDGET_H
 
 #include "corvelgui_export.h"
 #include "eventlog.h"

@@ -1,5 +1,5 @@
-#ifndef FIELDVALUELABEL_H
-#define FIELDVALUELABEL_H
+#ifndef CORVEL_FIELDVALUELABEL_H
+#define CORVEL_FIELDVALUELABEL_H
 
 #include "corvelgui_export.h"
 

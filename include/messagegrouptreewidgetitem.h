@@ -1,5 +1,5 @@
-#ifndef MESSAGEGROUPTREEWIDGETITEM_H
-#define MESSAGEGROUPTREEWIDGETITEM_H
+#ifndef CORVEL_MESSAGEGROUPTREEWIDGETITEM_H
+#define CORVEL_MESSAGEGROUPTREEWIDGETITEM_H
 
 #include "abstractmessagetreewidgetitem.h"
 #include "corvelgui_export.h"

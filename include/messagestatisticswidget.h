@@ -1,5 +1,5 @@
-#ifndef MESSAGESTATISTICSWIDGET_H
-#define MESSAGESTATISTICSWIDGET_H
+#ifndef CORVEL_MESSAGESTATISTICSWIDGET_H
+#define CORVEL_MESSAGESTATISTICSWIDGET_H
 
 #include "corvelgui_export.h"
 #include "messagestatistics.h"

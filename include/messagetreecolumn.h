@@ -1,5 +1,5 @@
-#ifndef MESSAGETREECOLUMN_H
-#define MESSAGETREECOLUMN_H
+#ifndef CORVEL_MESSAGETREECOLUMN_H
+#define CORVEL_MESSAGETREECOLUMN_H
 
 #include "corvelgui_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef MESSAGETREEWIDGET_H
-#define MESSAGETREEWIDGET_H
+#ifndef CORVEL_MESSAGETREEWIDGET_H
+#define CORVEL_MESSAGETREEWIDGET_H
 
 #include "corvelgui_export.h"
 #include "fieldinfo.h"

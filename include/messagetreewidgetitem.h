@@ -1,5 +1,5 @@
-#ifndef MESSAGETREEWIDGETITEM_H
-#define MESSAGETREEWIDGETITEM_H
+#ifndef CORVEL_MESSAGETREEWIDGETITEM_H
+#define CORVEL_MESSAGETREEWIDGETITEM_H
 
 #include "abstractmessagetreewidgetitem.h"
 #include "corvelgui_export.h"

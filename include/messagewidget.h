@@ -1,5 +1,5 @@
-#ifndef MESSAGEWIDGET_H
-#define MESSAGEWIDGET_H
+#ifndef CORVEL_MESSAGEWIDGET_H
+#define CORVEL_MESSAGEWIDGET_H
 
 #include "corvelgui_export.h"
 

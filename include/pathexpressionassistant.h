@@ -1,5 +1,5 @@
-#ifndef PATHEXPRESSIONASSISTANT_H
-#define PATHEXPRESSIONASSISTANT_H
+#ifndef CORVEL_PATHEXPRESSIONASSISTANT_H
+#define CORVEL_PATHEXPRESSIONASSISTANT_H
 
 #include "corvelgui_export.h"
 #include "pathexpression.h"

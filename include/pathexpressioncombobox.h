@@ -1,5 +1,5 @@
-#ifndef PATHEXPRESSIONCOMBOBOX_H
-#define PATHEXPRESSIONCOMBOBOX_H
+#ifndef CORVEL_PATHEXPRESSIONCOMBOBOX_H
+#define CORVEL_PATHEXPRESSIONCOMBOBOX_H
 
 #include "corvelgui_export.h"
 #include "pathexpression.h"

@@ -1,5 +1,5 @@
-#ifndef PATHEXPRESSIONLABEL_H
-#define PATHEXPRESSIONLABEL_H
+#ifndef CORVEL_PATHEXPRESSIONLABEL_H
+#define CORVEL_PATHEXPRESSIONLABEL_H
 
 #include "corvelgui_export.h"
 #include "pathexpression.h"

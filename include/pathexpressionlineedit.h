@@ -1,5 +1,5 @@
-#ifndef PATHEXPRESSIONLINEEDIT_H
-#define PATHEXPRESSIONLINEEDIT_H
+#ifndef CORVEL_PATHEXPRESSIONLINEEDIT_H
+#define CORVEL_PATHEXPRESSIONLINEEDIT_H
 
 #include "corvelgui_export.h"
 #include "pathexpression.h"

@@ -1,5 +1,5 @@
-#ifndef PATHEXPRESSIONLISTWIDGET_H
-#define PATHEXPRESSIONLISTWIDGET_H
+#ifndef CORVEL_PATHEXPRESSIONLISTWIDGET_H
+#define CORVEL_PATHEXPRESSIONLISTWIDGET_H
 
 #include "corvelgui_export.h"
 #include "pathexpression.h"

@@ -1,5 +1,5 @@
-#ifndef DBG_H
-#define DBG_H
+#ifndef CORVEL_DBG_H
+#define CORVEL_DBG_H
 
 #include "corvelbase_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef MEMLEAKTRACER_H
-#define MEMLEAKTRACER_H
+#ifndef CORVEL_MEMLEAKTRACER_H
+#define CORVEL_MEMLEAKTRACER_H
 
 #include "corvelbase_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef ANNOTATIONS_H
-#define ANNOTATIONS_H
+#ifndef CORVEL_ANNOTATIONS_H
+#define CORVEL_ANNOTATIONS_H
 
 #include "corvelframework_export.h"
 

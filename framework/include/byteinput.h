@@ -1,5 +1,5 @@
-#ifndef BYTEINPUT_H
-#define BYTEINPUT_H
+#ifndef CORVEL_BYTEINPUT_H
+#define CORVEL_BYTEINPUT_H
 
 #include "inputfile.h"
 

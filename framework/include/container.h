@@ -1,5 +1,5 @@
-#ifndef CONTAINER_H
-#define CONTAINER_H
+#ifndef CORVEL_CONTAINER_H
+#define CORVEL_CONTAINER_H
 
 #include "inputfile.h"
 

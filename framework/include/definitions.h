@@ -1,5 +1,5 @@
-#ifndef DEFINITIONS_H
-#define DEFINITIONS_H
+#ifndef CORVEL_DEFINITIONS_H
+#define CORVEL_DEFINITIONS_H
 
 #include "corvelframework_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef EVENTLOG_H
-#define EVENTLOG_H
+#ifndef CORVEL_EVENTLOG_H
+#define CORVEL_EVENTLOG_H
 
 #include "corvelevent.h"
 

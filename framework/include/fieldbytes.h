@@ -1,5 +1,5 @@
-#ifndef FIELDBYTES_H
-#define FIELDBYTES_H
+#ifndef CORVEL_FIELDBYTES_H
+#define CORVEL_FIELDBYTES_H
 
 #include "fieldpath.h"
 

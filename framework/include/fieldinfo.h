@@ -1,5 +1,5 @@
-#ifndef FIELDINFO_H
-#define FIELDINFO_H
+#ifndef CORVEL_FIELDINFO_H
+#define CORVEL_FIELDINFO_H
 
 #include "corvelframework_export.h"
 #include "fieldtype.h"

@@ -1,5 +1,5 @@
-#ifndef FIELDPATH_H
-#define FIELDPATH_H
+#ifndef CORVEL_FIELDPATH_H
+#define CORVEL_FIELDPATH_H
 
 #include "corvelframework_export.h"
 #include "fieldvalue.h"

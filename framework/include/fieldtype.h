@@ -1,5 +1,5 @@
-#ifndef FIELDTYPE_H
-#define FIELDTYPE_H
+#ifndef CORVEL_FIELDTYPE_H
+#define CORVEL_FIELDTYPE_H
 
 #include "corvelframework_export.h"
 

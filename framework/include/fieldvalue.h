@@ -1,5 +1,5 @@
-#ifndef FIELDVALUE_H
-#define FIELDVALUE_H
+#ifndef CORVEL_FIELDVALUE_H
+#define CORVEL_FIELDVALUE_H
 
 #include "corvelframework_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef FIELDWALK_H
-#define FIELDWALK_H
+#ifndef CORVEL_FIELDWALK_H
+#define CORVEL_FIELDWALK_H
 
 #include "fieldpath.h"
 

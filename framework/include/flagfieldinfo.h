@@ -1,5 +1,5 @@
-#ifndef FLAGFIELDINFO_H
-#define FLAGFIELDINFO_H
+#ifndef CORVEL_FLAGFIELDINFO_H
+#define CORVEL_FLAGFIELDINFO_H
 
 #include "fieldinfo.h"
 

@@ -1,5 +1,5 @@
-#ifndef FORMATINFO_H
-#define FORMATINFO_H
+#ifndef CORVEL_FORMATINFO_H
+#define CORVEL_FORMATINFO_H
 
 #include "corvelframework_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef FORMATREGISTRY_H
-#define FORMATREGISTRY_H
+#ifndef CORVEL_FORMATREGISTRY_H
+#define CORVEL_FORMATREGISTRY_H
 
 #include "corvelframework_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef FORMULA_H
-#define FORMULA_H
+#ifndef CORVEL_FORMULA_H
+#define CORVEL_FORMULA_H
 
 #include "corvelframework_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef FUNCTIONFIELDINFO_H
-#define FUNCTIONFIELDINFO_H
+#ifndef CORVEL_FUNCTIONFIELDINFO_H
+#define CORVEL_FUNCTIONFIELDINFO_H
 
 #include "fieldinfo.h"
 #include "ownmessage.h"

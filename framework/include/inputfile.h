@@ -1,5 +1,5 @@
-#ifndef INPUTFILE_H
-#define INPUTFILE_H
+#ifndef CORVEL_INPUTFILE_H
+#define CORVEL_INPUTFILE_H
 
 #include "corvelframework_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef INPUTKIND_H
-#define INPUTKIND_H
+#ifndef CORVEL_INPUTKIND_H
+#define CORVEL_INPUTKIND_H
 
 #include "corvelframework_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef KEYINDEX_H
-#define KEYINDEX_H
+#ifndef CORVEL_KEYINDEX_H
+#define CORVEL_KEYINDEX_H
 
 #include <QVector>
 

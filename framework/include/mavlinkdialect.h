@@ -1,5 +1,5 @@
-#ifndef MAVLINKDIALECT_H
-#define MAVLINKDIALECT_H
+#ifndef CORVEL_MAVLINKDIALECT_H
+#define CORVEL_MAVLINKDIALECT_H
 
 #include "formatinfo.h"
 #include "messageinfo.h"

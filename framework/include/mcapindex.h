@@ -1,5 +1,5 @@
-#ifndef MCAPINDEX_H
-#define MCAPINDEX_H
+#ifndef CORVEL_MCAPINDEX_H
+#define CORVEL_MCAPINDEX_H
 
 #include "inputfile.h"
 #include "recordingindex.h"

@@ -1,5 +1,5 @@
-#ifndef MCAPSTREAMDECODER_H
-#define MCAPSTREAMDECODER_H
+#ifndef CORVEL_MCAPSTREAMDECODER_H
+#define CORVEL_MCAPSTREAMDECODER_H
 
 #include "selectivedecoder.h"
 #include "streamdecoder.h"

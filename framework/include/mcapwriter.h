@@ -1,5 +1,5 @@
-#ifndef MCAPWRITER_H
-#define MCAPWRITER_H
+#ifndef CORVEL_MCAPWRITER_H
+#define CORVEL_MCAPWRITER_H
 
 #include "corvelframework_export.h"
 

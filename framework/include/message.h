@@ -1,5 +1,5 @@
-#ifndef MESSAGE_H
-#define MESSAGE_H
+#ifndef CORVEL_MESSAGE_H
+#define CORVEL_MESSAGE_H
 
 #include "corvelframework_export.h"
 #include "referencecountedobject.h"

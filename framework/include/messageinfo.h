@@ -1,5 +1,5 @@
-#ifndef MESSAGEINFO_H
-#define MESSAGEINFO_H
+#ifndef CORVEL_MESSAGEINFO_H
+#define CORVEL_MESSAGEINFO_H
 
 #include "corvelframework_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef MESSAGENEED_H
-#define MESSAGENEED_H
+#ifndef CORVEL_MESSAGENEED_H
+#define CORVEL_MESSAGENEED_H
 
 #include "corvelframework_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef MESSAGENEEDMANAGER_H
-#define MESSAGENEEDMANAGER_H
+#ifndef CORVEL_MESSAGENEEDMANAGER_H
+#define CORVEL_MESSAGENEEDMANAGER_H
 
 #include "corvelframework_export.h"
 

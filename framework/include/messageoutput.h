@@ -1,5 +1,5 @@
-#ifndef MESSAGEOUTPUT_H
-#define MESSAGEOUTPUT_H
+#ifndef CORVEL_MESSAGEOUTPUT_H
+#define CORVEL_MESSAGEOUTPUT_H
 
 #include "streamdecoder.h"
 

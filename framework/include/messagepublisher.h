@@ -1,5 +1,5 @@
-#ifndef MESSAGEPUBLISHER_H
-#define MESSAGEPUBLISHER_H
+#ifndef CORVEL_MESSAGEPUBLISHER_H
+#define CORVEL_MESSAGEPUBLISHER_H
 
 #include "publishedstream.h"
 

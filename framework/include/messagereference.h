@@ -1,5 +1,5 @@
-#ifndef MESSAGEREFERENCE_H
-#define MESSAGEREFERENCE_H
+#ifndef CORVEL_MESSAGEREFERENCE_H
+#define CORVEL_MESSAGEREFERENCE_H
 
 #include "message.h"
 

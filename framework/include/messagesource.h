@@ -1,5 +1,5 @@
-#ifndef MESSAGESOURCE_H
-#define MESSAGESOURCE_H
+#ifndef CORVEL_MESSAGESOURCE_H
+#define CORVEL_MESSAGESOURCE_H
 
 #include "corvelframework_export.h"
 #include "message.h" // connecting a member function needs it

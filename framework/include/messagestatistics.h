@@ -1,5 +1,5 @@
-#ifndef MESSAGESTATISTICS_H
-#define MESSAGESTATISTICS_H
+#ifndef CORVEL_MESSAGESTATISTICS_H
+#define CORVEL_MESSAGESTATISTICS_H
 
 #include "corvelframework_export.h"
 

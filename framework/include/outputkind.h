@@ -1,5 +1,5 @@
-#ifndef OUTPUTKIND_H
-#define OUTPUTKIND_H
+#ifndef CORVEL_OUTPUTKIND_H
+#define CORVEL_OUTPUTKIND_H
 
 #include "corvelframework_export.h"
 

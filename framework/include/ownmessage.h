@@ -1,5 +1,5 @@
-#ifndef OWNMESSAGE_H
-#define OWNMESSAGE_H
+#ifndef CORVEL_OWNMESSAGE_H
+#define CORVEL_OWNMESSAGE_H
 
 #include "messagereference.h"
 

@@ -1,5 +1,5 @@
-#ifndef PATHEXPRESSION_H
-#define PATHEXPRESSION_H
+#ifndef CORVEL_PATHEXPRESSION_H
+#define CORVEL_PATHEXPRESSION_H
 
 #include "corvelframework_export.h"
 #include "fieldpath.h"

@@ -1,5 +1,5 @@
-#ifndef PROTOBUFFORMAT_H
-#define PROTOBUFFORMAT_H
+#ifndef CORVEL_PROTOBUFFORMAT_H
+#define CORVEL_PROTOBUFFORMAT_H
 
 #include "corvelframework_export.h"
 #include "formatinfo.h"

@@ -1,5 +1,5 @@
-#ifndef PUBLISHEDSTREAM_H
-#define PUBLISHEDSTREAM_H
+#ifndef CORVEL_PUBLISHEDSTREAM_H
+#define CORVEL_PUBLISHEDSTREAM_H
 
 #include "definitions.h"
 #include "streamdecoder.h"

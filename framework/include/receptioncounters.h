@@ -1,5 +1,5 @@
-#ifndef RECEPTIONCOUNTERS_H
-#define RECEPTIONCOUNTERS_H
+#ifndef CORVEL_RECEPTIONCOUNTERS_H
+#define CORVEL_RECEPTIONCOUNTERS_H
 
 #include "streamdecoder.h"
 

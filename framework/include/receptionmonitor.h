@@ -1,5 +1,5 @@
-#ifndef RECEPTIONMONITOR_H
-#define RECEPTIONMONITOR_H
+#ifndef CORVEL_RECEPTIONMONITOR_H
+#define CORVEL_RECEPTIONMONITOR_H
 
 #include "corvelevent.h"
 #include "messagestatisticscoordinator.h"

@@ -1,5 +1,5 @@
-#ifndef RECORDINGINDEX_H
-#define RECORDINGINDEX_H
+#ifndef CORVEL_RECORDINGINDEX_H
+#define CORVEL_RECORDINGINDEX_H
 
 #include "corvelframework_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef SELECTIVEDECODER_H
-#define SELECTIVEDECODER_H
+#ifndef CORVEL_SELECTIVEDECODER_H
+#define CORVEL_SELECTIVEDECODER_H
 
 #include "corvelframework_export.h"
 

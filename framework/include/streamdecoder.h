@@ -1,5 +1,5 @@
-#ifndef STREAMDECODER_H
-#define STREAMDECODER_H
+#ifndef CORVEL_STREAMDECODER_H
+#define CORVEL_STREAMDECODER_H
 
 #include "corvelframework_export.h"
 

@@ -1,5 +1,5 @@
-#ifndef STREAMIDENTITIES_H
-#define STREAMIDENTITIES_H
+#ifndef CORVEL_STREAMIDENTITIES_H
+#define CORVEL_STREAMIDENTITIES_H
 
 #include "keyindex.h"
 #include "streamdecoder.h"

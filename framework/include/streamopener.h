@@ -1,5 +1,5 @@
-#ifndef STREAMOPENER_H
-#define STREAMOPENER_H
+#ifndef CORVEL_STREAMOPENER_H
+#define CORVEL_STREAMOPENER_H
 
 #include "byteinput.h"
 #include "container.h"

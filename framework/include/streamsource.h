@@ -1,5 +1,5 @@
-#ifndef STREAMSOURCE_H
-#define STREAMSOURCE_H
+#ifndef CORVEL_STREAMSOURCE_H
+#define CORVEL_STREAMSOURCE_H
 
 #include "byteinput.h"
 #include "messagesource.h"

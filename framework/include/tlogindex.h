@@ -1,5 +1,5 @@
-#ifndef TLOGINDEX_H
-#define TLOGINDEX_H
+#ifndef CORVEL_TLOGINDEX_H
+#define CORVEL_TLOGINDEX_H
 
 #include "recordingindex.h"
 

@@ -61,6 +61,10 @@ build("${CMAKE_CURRENT_LIST_DIR}/project" "${WORK_DIR}/project" all
 run("${WORK_DIR}/project/consumer")
 expect("what the consumer shows" "${RUN_OUTPUT}" "15.0.0: N/A, 42 m/s\n")
 
+# In the build tree headers are found alike.
+build("${CMAKE_CURRENT_LIST_DIR}/project" "${WORK_DIR}/buildtree" own "-DCorvel_DIR=${BINARY_DIR}/package"
+    "-DCMAKE_PREFIX_PATH=${PREFIX_PATH}" "-DCMAKE_CXX_FLAGS=${SUBBUILD_FLAGS}" "-DEXAMPLES_DIR=${SOURCE_DIR}/examples")
+
 # The examples have no end of their own: one is all right when it is still running, and has complained of nothing.
 foreach(example messagetree owndecoder ownmessages sendergroups valuelabel)
     execute_process(COMMAND "${WORK_DIR}/project/${example}/${example}" "-" INPUT_FILE "${CMAKE_CURRENT_LIST_FILE}"
@@ -118,6 +122,9 @@ if(PKG_CONFIG)
             message(FATAL_ERROR "pkg-config names no ${part}: ${RUN_OUTPUT}")
         endif()
     endforeach()
+    separate_arguments(flags UNIX_COMMAND "${SUBBUILD_FLAGS} ${RUN_OUTPUT}")
+    set(own "${WORK_DIR}/project/own")
+    run("${CXX}" -std=c++17 -fPIC -fsyntax-only "-I${own}" "${own}/own.cpp" ${flags})
     run("${PKG_CONFIG}" --cflags --libs corvelframework)
     if(RUN_OUTPUT MATCHES "Widgets|Gui")
         message(FATAL_ERROR "pkg-config names widgets for the framework: ${RUN_OUTPUT}")
