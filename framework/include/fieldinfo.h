@@ -175,6 +175,11 @@ protected:
     void setRepeated(bool repeated) { m_repeated = repeated; }
     void setStringField(bool isString) { m_string = isString; }
 
+    /** Takes over how @p other is described and read as text, but for its name, its components and where it occurs. */
+    void describeAs(const FieldInfo& other);
+    /** Occurs in messages of type @p info, too, which does not have the field; null is none. */
+    void setOuterMessageInfo(const MessageInfo* info) { m_outerMessageInfo = info; }
+
 private:
     Q_DISABLE_COPY(FieldInfo)
     friend class MessageInfo;
@@ -196,6 +201,7 @@ private:
     bool m_string;
     bool m_bitmask;
     QVector<const MessageInfo*> m_messageInfos;
+    const MessageInfo* m_outerMessageInfo;
     QVector<const FieldInfo*> m_subFields;
     const FieldInfo* m_parent;
     QString m_description;

@@ -10,6 +10,7 @@
 class FieldInfo;
 class Message;
 class MessageInfo;
+struct PathValue;
 
 /**
  * The way from a message type to a field: through sub-messages and components, with the numbers of values.
@@ -77,6 +78,12 @@ public:
 
     /** The value in @p message; invalid when there is none (a FieldWalk tells why), and for what is not one value. */
     FieldValue getValue(const Message* message) const;
+
+    /**
+     * All values in @p message, in order, through each of repeated sub-messages that have no number; where there are
+     * none, why. Empty for a message of another type, null, and a path that leads to no field. See pathvalue.h.
+     */
+    QVector<PathValue> getValues(const Message* message) const;
 
     /** How people call it: "BATTERY_STATUS.voltages[2]". */
     QString getName() const;

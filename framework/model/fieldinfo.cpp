@@ -38,6 +38,7 @@ FieldInfo::FieldInfo(const QString& name, const FieldType& type)
     , m_repeated(false)
     , m_string(false)
     , m_bitmask(false)
+    , m_outerMessageInfo(nullptr)
     , m_parent(nullptr)
     , m_scaleFactor(1)
     , m_decimals(-1)
@@ -82,7 +83,28 @@ QString FieldInfo::getStringValue(const Message* message) const
 
 bool FieldInfo::occursIn(const MessageInfo* info) const
 {
-    return info && m_messageInfos.contains(info);
+    return info && (m_messageInfos.contains(info) || info == m_outerMessageInfo);
+}
+
+void FieldInfo::describeAs(const FieldInfo& other)
+{
+    m_type = other.m_type;
+    m_role = other.m_role;
+    m_virtual = other.m_virtual;
+    m_confidential = other.m_confidential;
+    m_optional = other.m_optional;
+    m_repeated = other.m_repeated;
+    m_string = other.m_string;
+    m_bitmask = other.m_bitmask;
+    m_description = other.m_description;
+    m_unit = other.m_unit;
+    m_rangeText = other.m_rangeText;
+    m_enumerators = other.m_enumerators;
+    m_scaleFactor = other.m_scaleFactor;
+    m_decimals = other.m_decimals;
+    m_invalidValue = other.m_invalidValue;
+    m_timeUnit = other.m_timeUnit;
+    m_timeOrSinceStart = other.m_timeOrSinceStart;
 }
 
 void FieldInfo::addSubField(FieldInfo* field)

@@ -276,13 +276,17 @@ private:
 class MatchSink : public PathSink
 {
 public:
-    explicit MatchSink(const PathPattern& pattern)
+    /** @param info  the only type whose matches are wanted; null for all */
+    MatchSink(const PathPattern& pattern, const MessageInfo* info)
         : m_segments(pattern.fields)
+        , m_info(info)
     {
     }
 
     Answer found(const PathHit& hit) override
     {
+        if (m_info && hit.type->info != m_info)
+            return NextType;
         FieldPath path(hit.type->info);
         path.append(hit.field->info, indexAt(0));
         for (size_t i = 0; i < hit.steps->size(); ++i)
@@ -296,6 +300,7 @@ private:
     int indexAt(int level) const { return level < m_segments.size() ? m_segments.at(level).index : FieldPath::NoIndex; }
 
     const QVector<PathSegment> m_segments;
+    const MessageInfo* const m_info;
     QVector<FieldPath> m_matches;
 };
 
@@ -321,8 +326,13 @@ QVector<const FieldInfo*> PathExpression::getMatchingFieldInfos() const
 
 QVector<FieldPath> PathExpression::getMatches() const
 {
+    return getMatches(nullptr);
+}
+
+QVector<FieldPath> PathExpression::getMatches(const MessageInfo* info) const
+{
     const PathPattern pattern = patternOf(m_texts, m_typedParts);
-    MatchSink sink(pattern);
+    MatchSink sink(pattern, info);
     if (pattern.errorPosition < 0)
         PathMatcher(pattern, m_considerSubMessages).run(3, &sink);
     return sink.matches();

@@ -2,6 +2,8 @@
 #include "messagefixtures.h"
 #include "messageneedmanager.h"
 #include "messagesource.h"
+#include "pathfieldinfo.h"
+#include "pathfixtures.h"
 #include "shown.h"
 #include "testbase.h"
 #include "waitfor.h"
@@ -16,6 +18,7 @@ class tst_FieldValueLabel : public TestBase
 private Q_SLOTS:
     void textOfAField();
     void matchingMessagesOnly();
+    void pathLeadsToAFieldOfOneOfSeveralSubMessages();
     void settingsTakeEffectWithTheNextMessage();
     void needFollowsTheField();
     void valuesGoAfterTheTimeOut();
@@ -88,6 +91,30 @@ void tst_FieldValueLabel::matchingMessagesOnly()
         QCOMPARE(label.text(), text("N/A"));
     }
     QVERIFY(!source.deliver(f.message.get()));
+}
+
+void tst_FieldValueLabel::pathLeadsToAFieldOfOneOfSeveralSubMessages()
+{
+    FieldValueLabel label(nullptr, nullptr, true, -1);
+    label.setFieldInfo(new PathFieldInfo(text("plant/PUMP/goal/lat"), &label));
+    FormatInfo plant(text("plant"));
+    MessageInfo* const place = addTestType(&plant, "PLACE", "lat", false);
+    MessageInfo* const pump = addTestType(&plant, "PUMP", "");
+    TestMessage* const message = new TestMessage(pump);
+    const MessageReference reference = MessageReference::adopt(message);
+    double number = 1;
+    Q_FOREACH (const QString& name, lines("position\ngoal")) {
+        TestFieldInfo* const field = new TestFieldInfo(name, 0, FieldType(place));
+        pump->addField(field);
+        TestMessage* const part = new TestMessage(place);
+        message->set(field, QList<Message*>() << part->set(place->getFieldInfo(text("lat")), number++));
+    }
+    label.processMessage(message);
+    QCOMPARE(label.text(), text("N/A"));
+    FormatRegistry::getInstance()->addFormat(&plant); // known only now
+    QVERIFY(MessageNeedManager::getInstance()->isNeeded(pump));
+    label.processMessage(message);
+    QCOMPARE(label.text(), text("2"));
 }
 
 void tst_FieldValueLabel::settingsTakeEffectWithTheNextMessage()

@@ -3,6 +3,8 @@
 #include "flagfieldinfo.h"
 #include "formatregistry.h"
 #include "knownformats.h"
+#include "messageneedmanager.h"
+#include "pathfieldinfo.h"
 #include "testbase.h"
 
 static const int Several = TestFieldInfo::Repeated;
@@ -19,6 +21,7 @@ public:
         , info(addTestType(&format, "Drive", "speed"))
         , message(new TestMessage(info))
     {
+        const_cast<FieldInfo*>(wheel->getFieldInfo(text("speed")))->setUnit(text("m/s"));
         TestFieldInfo* grip = new TestFieldInfo(text("grip"), Maybe);
         wheel->addField(grip);
         TestFieldInfo* cells = new TestFieldInfo(text("cells"), Several);
@@ -29,6 +32,9 @@ public:
         TestFieldInfo* pin = new TestFieldInfo(text("pin"), Secret);
         info->addField(pin);
         info->addField(new TestFieldInfo(text("lost"), Secret | Maybe));
+        TestFieldInfo* tag = new TestFieldInfo(text("tag"), TestFieldInfo::String);
+        info->addField(tag);
+        message->setText(tag, "R2");
         addFlags("modes", Several, QVector<FieldValue>() << FieldValue::fromUnsigned(1) << FieldValue::fromUnsigned(2));
         addFlags("key", Secret, QVector<FieldValue>(1, FieldValue::fromUnsigned(2)));
         TestMessage* first = wheels("wheels", Several, 2);
@@ -175,6 +181,76 @@ private Q_SLOTS:
         QCOMPARE(FieldWalk(path, other).getEnd(), FieldWalk::NoSuchField);
         QVERIFY(!FieldWalk(path, other).getValue().isValid());
         other->removeReference();
+    }
+
+    void valuesAreThoseOfAllBranchesWithTheirPaths()
+    {
+        const Drive drive;
+        const TextRow rows[] = {{"Drive/speed", "speed: 3.5"},
+                                {"*/speed", "speed: 3.5"},
+                                {"Drive/cells", "cells[0]: 7, cells[1]: 8, cells[2]: 9"},
+                                {"Drive/cells[3]", "cells[3] is out of range"},
+                                {"Drive/none", "none has none"},
+                                {"Drive/wheels/grip", "wheels[0].grip: 0.5, wheels[1].grip is absent"},
+                                {"Drive/modes/AUTO", "modes.AUTO[0]: false, modes.AUTO[1]: true"},
+                                {"Drive/tag", "tag: R2"},
+                                {"Drive/tag[1]", "tag[1]: 2"},
+                                {"Drive/safes/speed", "safes.speed is hidden"},
+                                {"Drive/spare/*", "spare.speed is absent, spare.grip is absent"},
+                                {"Wheel/speed", ""}};
+        checkRows(rows, [&drive](const QString& way) {
+            static const char* const ends[] = {"", "is absent", "is out of range", "is hidden",
+                                               "", ":",         "has none",        ""};
+            PathExpression expression;
+            expression.setConsiderSubMessages(true);
+            expression.setString(text("f/") + way);
+            QStringList texts;
+            Q_FOREACH (const PathValue& found, expression.getValues(drive.message))
+                texts << found.path.getFieldName() + text(found.isValid() ? "" : " ") + text(ends[found.end]) +
+                             text(found.isValid() ? " " : "") + found.getText();
+            return texts.join(text(", "));
+        });
+        QVERIFY(PathExpression().getValues(nullptr).isEmpty() &&
+                FieldPath(drive.info).getValues(drive.message).isEmpty());
+    }
+
+    void aFieldStandsForAPath()
+    {
+        QObject* const owner = new QObject;
+        const PathFieldInfo* const late = new PathFieldInfo(text("f/Drive/wheels[1]/speed"), owner);
+        const MessageNeedManager* const needs = MessageNeedManager::getInstance();
+        {
+            Drive drive;
+            QVERIFY(late->occursIn(drive.info) && needs->isNeeded(drive.info) && !late->occursIn(drive.wheel));
+            QCOMPARE(late->getUnit(), text("m/s"));
+            const TextRow rows[] = {{"speed", "3.5"},
+                                    {"cells", "7; 8; 9"},
+                                    {"wheels/speed", "10 m/s; 11 m/s"},
+                                    {"wheels[1]/speed", "11 m/s"},
+                                    {"wheels[2]/speed", ""},
+                                    {"modes[1]/AUTO", "true"},
+                                    {"tag", "R2: R; 2"},
+                                    {"vault/speed", ""},
+                                    {"*", "nothing"},
+                                    {"s#peed", "nothing"}};
+            checkRows(rows, [&drive](const QString& way) {
+                const PathFieldInfo field(text("f/Drive/") + way);
+                QStringList texts;
+                Q_FOREACH (const FieldValue& value, field.getValues(drive.message))
+                    texts << field.getInterpretedString(value, true);
+                const QString shown = texts.join(text("; "));
+                if (!field.occursIn(drive.info))
+                    return text("nothing") + shown;
+                return field.isStringField() ? field.getStringValue(drive.message) + text(": ") + shown : shown;
+            });
+            FormatRegistry::getInstance()->removeFormat(&drive.format);
+            QVERIFY(!late->occursIn(drive.info) && !needs->isNeeded(drive.info));
+            QCOMPARE(late->getValueCount(drive.message), 0u);
+        }
+        const Drive again;
+        QCOMPARE(late->getInterpretedString(late->getValue(again.message, 0), true), text("11 m/s"));
+        delete owner;
+        QVERIFY(!needs->isNeeded(again.info));
     }
 
     void oneValueIsMeantByAnExpression()
