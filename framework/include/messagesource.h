@@ -20,17 +20,20 @@ public:
     virtual ~MessageSource();
 
     /**
-     * Emits newMessage() when somebody needs messages of the type of @p message, which must not be null.
+     * Emits newMessage() when somebody needs messages of the type of @p message, which must not be null; else
+     * unneededMessage().
      *
      * The caller keeps its reference; receivers that keep the message take their own.
      *
-     * @return whether it was emitted
+     * @return whether somebody needs it
      */
     bool deliver(const Message* message);
 
 Q_SIGNALS:
     /** A message was received. Valid for the length of the call, and longer for who takes a reference. */
     void newMessage(const Message* message);
+    /** A message was handed to deliver() that nobody needs: for who counts all. Valid as above. */
+    void unneededMessage(const Message* message);
 };
 
 #endif

@@ -12,6 +12,7 @@
 #include <QPointer>
 
 class EventLog;
+class MessageSource;
 class StreamSource;
 
 /** Something that happened to a stream, told at once and each on its own, for who counts causes and not lines. */
@@ -28,7 +29,7 @@ struct ReceptionEvent
 /**
  * Keeps the statistics of one stream and logs what was wrong with it.
  *
- * Follows a StreamSource, or is itself the sink of a decoder:
+ * Follows a source, or is itself the sink of a decoder:
  *
  * @code
  * ReceptionMonitor monitor(coordinator, eventLog);
@@ -36,6 +37,8 @@ struct ReceptionEvent
  * connect(timer, SIGNAL(timeout()), &monitor, SLOT(refresh()));
  * source->start();
  * @endcode
+ *
+ * The source may be any MessageSource, such as one of an application's own messages.
  */
 class CORVELFRAMEWORK_EXPORT ReceptionMonitor : public QObject, public StreamSink
 {
@@ -82,6 +85,14 @@ public:
      * @param name  what the source is called in the log
      */
     void follow(StreamSource* source, const QString& name);
+    /**
+     * Counts every message that @p source hands to MessageSource::deliver(), needed or not, or emits itself. At any
+     * time; another such source goes on with the same stream.
+     *
+     * A message without a time counts as of the moment when it comes. Numbers of messages are taken for such that do
+     * not begin anew at some limit.
+     */
+    void follow(MessageSource* source, const QString& name);
 
     /** Takes what @p decoder finds, where there is no source. Once, instead of follow(). */
     void begin(const StreamDecoder* decoder);
@@ -119,10 +130,14 @@ public Q_SLOTS:
 
 private Q_SLOTS:
     void processState(int state);
+    void processMessage(const Message* message);
+    void processEnd();
 
 private:
     Q_DISABLE_COPY(ReceptionMonitor)
 
+    void leaveSource();
+    void noteTime(qint64 time);
     void countFirst(const ReceivedMessage& message, int row, quint64 modulus);
     void reportUnknown(const ReceivedMessage& message, int row);
     void reportLeap(qint64 step);
@@ -147,6 +162,13 @@ private:
     Clock* m_clock;
     Listener* m_listener;
     QElapsedTimer m_elapsed; // used when m_clock is null
+
+    // Of a source that is no StreamSource.
+    QPointer<MessageSource> m_messageSource;
+    QHash<QPair<const MessageInfo*, QString>, int> m_rows; // by type and sender
+    QHash<QString, int> m_senders;
+    bool m_isReceiving;
+    bool m_timesAreArrivals;
 };
 
 #endif

@@ -12,8 +12,10 @@ MessageSource::~MessageSource() {}
 
 bool MessageSource::deliver(const Message* message)
 {
-    if (!MessageNeedManager::getInstance()->isNeeded(message->getInfo()))
-        return false;
-    Q_EMIT newMessage(message);
-    return true;
+    const bool isNeeded = MessageNeedManager::getInstance()->isNeeded(message->getInfo());
+    if (isNeeded)
+        Q_EMIT newMessage(message);
+    else
+        Q_EMIT unneededMessage(message);
+    return isNeeded;
 }

@@ -13,6 +13,8 @@ namespace
 const qint64 LeastBackwardJump = 1000 * 1000;
 const qint64 LeastForwardJump = Q_INT64_C(3600) * 1000 * 1000;
 
+const quint64 EndlessNumbers = Q_UINT64_C(1) << 63;
+
 CorvelEvent::Type typeOf(StreamProblem::Kind kind)
 {
     switch (kind) {
@@ -56,6 +58,8 @@ ReceptionMonitor::ReceptionMonitor(MessageStatisticsCoordinator* coordinator, Ev
     , m_time(Message::NoTime)
     , m_clock(nullptr)
     , m_listener(nullptr)
+    , m_isReceiving(false)
+    , m_timesAreArrivals(false)
 {
     m_elapsed.start();
 }
@@ -75,16 +79,43 @@ void ReceptionMonitor::setClock(Clock* clock)
 
 void ReceptionMonitor::follow(StreamSource* source, const QString& name)
 {
-    if (m_source) {
-        m_source->removeObserver(this);
-        disconnect(m_source.data(), nullptr, this, nullptr);
-    }
+    leaveSource();
     m_source = source;
     m_name = name;
     begin(source->getDecoder());
     m_identities = &source->getIdentities();
     source->addObserver(this);
     connect(source, SIGNAL(stateChanged(int)), this, SLOT(processState(int)));
+}
+
+void ReceptionMonitor::leaveSource()
+{
+    if (m_source) {
+        m_source->removeObserver(this);
+        disconnect(m_source.data(), nullptr, this, nullptr);
+    }
+    if (m_messageSource)
+        disconnect(m_messageSource.data(), nullptr, this, nullptr);
+    m_source.clear();
+    m_messageSource.clear();
+}
+
+void ReceptionMonitor::follow(MessageSource* source, const QString& name)
+{
+    if (StreamSource* const stream = qobject_cast<StreamSource*>(source)) {
+        follow(stream, name);
+        return;
+    }
+    leaveSource();
+    m_messageSource = source;
+    m_name = name;
+    m_decoder = nullptr;
+    m_isReceiving = false;
+    if (m_stream < 0)
+        m_stream = m_coordinator->addStream();
+    connect(source, SIGNAL(newMessage(const Message*)), this, SLOT(processMessage(const Message*)));
+    connect(source, SIGNAL(unneededMessage(const Message*)), this, SLOT(processMessage(const Message*)));
+    connect(source, SIGNAL(destroyed()), this, SLOT(processEnd()));
 }
 
 void ReceptionMonitor::begin(const StreamDecoder* decoder)
@@ -115,6 +146,14 @@ void ReceptionMonitor::changeTypes(const StreamDecoder* decoder)
             m_coordinator->findOrCreate(m_stream, row, originOf(row));
 }
 
+inline void ReceptionMonitor::noteTime(qint64 time)
+{
+    const qint64 step = m_time == Message::NoTime ? 0 : time - m_time;
+    m_time = time;
+    if (step <= -LeastBackwardJump || step >= LeastForwardJump)
+        reportLeap(step);
+}
+
 void ReceptionMonitor::countMessage(const ReceivedMessage& message, int row)
 {
     if (m_modulus == 0) // it may not have been known yet what comes
@@ -122,14 +161,45 @@ void ReceptionMonitor::countMessage(const ReceivedMessage& message, int row)
     const quint64 modulus = message.sequenceBits ? quint64(1) << message.sequenceBits : m_modulus;
     if (!m_coordinator->countMessage(m_stream, row, message.info, message.time, message.sequence, modulus))
         countFirst(message, row, modulus);
-    if (message.time != Message::NoTime) {
-        const qint64 step = m_time == Message::NoTime ? 0 : message.time - m_time;
-        m_time = message.time;
-        if (step <= -LeastBackwardJump || step >= LeastForwardJump)
-            reportLeap(step);
-    }
+    if (message.time != Message::NoTime)
+        noteTime(message.time);
     if (!message.info)
         reportUnknown(message, row);
+}
+
+void ReceptionMonitor::processMessage(const Message* message)
+{
+    if (!m_isReceiving)
+        reportState(tr("receiving"), QString(), nullptr);
+    m_isReceiving = true;
+    const MessageInfo* const info = message->getInfo();
+    const QString& sender = message->getSender();
+    m_timesAreArrivals = message->getTime() == Message::NoTime;
+    const qint64 time = m_timesAreArrivals ? QDateTime::currentMSecsSinceEpoch() * 1000 : message->getTime();
+    const auto known = m_rows.constFind(qMakePair(info, sender));
+    const int row = known != m_rows.constEnd() ? *known : int(m_rows.size());
+    if (!m_coordinator->countMessage(m_stream, row, info, time, message->getSequence(), EndlessNumbers)) {
+        m_rows.insert(qMakePair(info, sender), row);
+        if (!m_senders.contains(sender))
+            m_senders.insert(sender, int(m_senders.size()));
+        const int number = m_senders.value(sender);
+        const MessageStatisticsCoordinator::Origin origin(info, number, sender);
+        m_coordinator->findOrCreate(m_stream, row, origin)->addReception(time);
+        m_coordinator->countNumber(m_stream, number, sender, message->getSequence(), EndlessNumbers);
+        m_coordinator->setCurrentTime(m_stream, time);
+    }
+    if (m_timesAreArrivals)
+        m_time = time; // silence is no leap
+    else
+        noteTime(time);
+}
+
+void ReceptionMonitor::processEnd()
+{
+    finish();
+    if (m_isReceiving)
+        reportState(tr("ended"), QString(), nullptr);
+    m_isReceiving = false;
 }
 
 /** Counts a message whose row has no statistics of its own, at least not yet, or had another type. */
@@ -210,7 +280,8 @@ void ReceptionMonitor::refresh()
 {
     if (m_log)
         m_log->flush(now());
-    if (!m_decoder || m_decoder->hasTimes() || m_time == Message::NoTime)
+    const bool areArrivals = m_decoder ? !m_decoder->hasTimes() : m_timesAreArrivals;
+    if (!areArrivals || m_time == Message::NoTime)
         return;
     // Live streams may carry the times of another clock, such as that of a simulation, which says nothing about now.
     const qint64 time = QDateTime::currentMSecsSinceEpoch() * 1000;

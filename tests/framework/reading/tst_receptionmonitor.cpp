@@ -1,5 +1,7 @@
 #include "eventlog.h"
+#include "message.h"
 #include "messageneed.h"
+#include "messagereference.h"
 #include "messagestatistics.h"
 #include "messagestatisticscoordinator.h"
 #include "receptionmonitor.h"
@@ -146,6 +148,46 @@ private Q_SLOTS:
         m.receive(text("!1 !2"));
         QCOMPARE(m.coordinator.getEventCount(CorvelEvent::UnsupportedMessage), 2u);
         QVERIFY(!m.log.getEntries().constFirst().time.isValid()); // nothing tells the time yet
+    }
+
+    void anySourceOfMessagesIsFollowed()
+    {
+        Monitored m;
+        MessageNeed need(nullptr);
+        need.setMessageNeeded(m.format.type("A"));
+        std::unique_ptr<MessageSource> source(new MessageSource);
+        m.monitor->follow(source.get(), text("oven"));
+        // "A@1000 SENDER", as above; without a time, "A", as it comes.
+        const auto deliver = [&](const QString& words) {
+            Message* const message = new Message(m.format.getMessageInfo(words.left(1)));
+            if (words.contains(QLatin1Char('@')))
+                message->setTime(words.section(QLatin1Char(' '), 0, 0).mid(2).toLongLong() * 1000);
+            message->setSender(words.section(QLatin1Char(' '), 1));
+            message->setSequence(m.coordinator.getAllMessageStatistics().size());
+            source->deliver(MessageReference::adopt(message).get());
+        };
+        for (int i = 0; i < 10; ++i) {
+            deliver(text("A@%1 left").arg(1000 + 100 * i));
+            deliver(text("B@%1 left").arg(1000 + 100 * i));
+        }
+        const auto counted = [&m] {
+            QStringList texts;
+            for (const MessageStatistics* statistics : m.coordinator.getAllMessageStatistics())
+                texts += text("%1 %2").arg(statistics->getMessageName()).arg(statistics->getCount());
+            return texts.join(text(", "));
+        };
+        QCOMPARE(counted(), text("A 10, B 10"));
+        QCOMPARE(m.coordinator.getAllMessageStatistics().at(1)->getIntervalCountHash().value(100), 10u);
+        deliver(text("A@9000000 right"));
+        QCOMPARE(counted(), text("A (left) 10, B (left) 10, A (right) 1"));
+        deliver(text("B left"));
+        const MessageStatistics* const last = m.coordinator.getAllMessageStatistics().at(1);
+        QCOMPARE(last->getCount(), 11u);
+        QCOMPARE(last->getCountWithUnknownTime(), 0u);
+        QCOMPARE(m.coordinator.getSenderStatistics().constFirst().lastNumber, qint64(3));
+        source.reset();
+        QCOMPARE(m.entries(), text("Source: oven: receiving; Clock jump: the time of messages leaps by 8998.1 s; "
+                                   "Source: oven: ended"));
     }
 
     void stormIsFoldedAndCountedExactly()
