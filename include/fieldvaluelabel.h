@@ -19,6 +19,9 @@ class QTimer;
  *
  * What a text says is never taken for markup, unless setTextFormat() has it so.
  *
+ * A field of a sub-message occurs in no message that is received. What stands for one in this framework is a
+ * PathFieldInfo.
+ *
  * As any label, it asks its layout for the room of each text anew. With a least width of its own, nothing around it
  * moves when texts change.
  *
@@ -36,7 +39,8 @@ public:
     /**
      * A label without a parent; a layout or setParent() gives it one.
      *
-     * @param fieldInfo              the field to show; null shows "N/A" for good. Borrowed, must outlive the label.
+     * @param fieldInfo              the field to show; null shows "N/A" for good. Borrowed; when its type goes, there
+     * is none.
      * @param source                 whose messages to show; null when processMessage() is called by other means
      * @param showInterpretedString  true shows the value as its description interprets it, with unit; false shows it
      * plain
@@ -83,6 +87,8 @@ private Q_SLOTS:
 
 private:
     Q_DISABLE_COPY(FieldValueLabel)
+
+    static void letGo(void* label, const QObject* object, bool show);
 
     const FieldInfo* m_fieldInfo;
     bool m_hasIndex;

@@ -40,7 +40,7 @@ public:
     /**
      * An empty tree, sorted by message name; the first updateTree() fills it.
      *
-     * @param coordinator  whose statistics to show; not null. Borrowed, must outlive the widget's last updateTree().
+     * @param coordinator  whose statistics to show; not null. Borrowed; when it goes, the tree is left empty.
      * @param parent       may be null
      */
     MessageStatisticsWidget(MessageStatisticsCoordinator* coordinator, QWidget* parent);
@@ -83,6 +83,8 @@ private Q_SLOTS:
 private:
     Q_DISABLE_COPY(MessageStatisticsWidget)
 
+    static void letGo(void* widget, const QObject* object, bool show);
+    QList<MessageStatistics*> getStatistics() const;
     void setupColumns();
     void setGapsColumnVisible(bool visible);
     QTreeWidgetItem* getFormatItem(const FormatInfo* format);

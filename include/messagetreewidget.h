@@ -30,6 +30,9 @@ class QSettings;
  * Many values a second are its purpose: texts of rows are stored at once, and the screen follows once for each pass of
  * the event loop.
  *
+ * A type that is deleted leaves its rows empty, as long as the framework's types are QObjects, as in this one; see
+ * docs/architecture.md.
+ *
  * Whoever listens to the tree or draws for it may call any operation of it meanwhile, also processMessage(). What makes
  * all rows anew - other columns, other filters, reconfigureTopLevelAbstractMessageTreeWidgetItems() - is noted at once
  * and reaches the rows when the message was routed to the end, or the configuration under way is done. But the tree
@@ -142,9 +145,9 @@ public:
 
     /**
      * Writes which types and fields the user last expanded, in any tree, under "expandedMessages" and "expandedFields"
-     * in the current group: as path expressions, which name them in a later run too. All these descriptions must still
-     * exist. What the user folded is deliberately not written: rows of such types start unfolded in the next run. An
-     * application that wants them folded keeps a list of its own and folds the rows once.
+     * in the current group: as path expressions, which name them in a later run too. What goes is forgotten. What the
+     * user folded is deliberately not written: rows of such types start unfolded in the next run. An application that
+     * wants them folded keeps a list of its own and folds the rows once.
      */
     void saveExpansionState(QSettings& settings);
     /**
@@ -183,6 +186,10 @@ private:
     friend class RowHold;
     friend class TreeUpdate;
 
+    static void rememberExpansion(const MessageInfo* info, bool expanded);
+    static void rememberExpansion(const FieldInfo* field, bool expanded);
+    static void forgetType(void* info, const QObject* object, bool show);
+    static void forgetField(void* field, const QObject* object, bool show);
     void createActions();
     MessageTreeColumn* getCustomColumnAt(int column) const;
     void writeHeader(int column, ColumnType type);

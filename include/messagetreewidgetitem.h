@@ -54,7 +54,7 @@ public:
      * A row that is not inserted anywhere yet, with the rows of its fields.
      *
      * @param treeWidget  the tree whose columns and filters count until the row is in one; may be null. Borrowed.
-     * @param info        may be null. Borrowed, must outlive the row.
+     * @param info        may be null. Borrowed; when it goes, the row is left empty.
      */
     MessageTreeWidgetItem(MessageTreeWidget* treeWidget, const MessageInfo* info);
     virtual ~MessageTreeWidgetItem();
@@ -94,6 +94,10 @@ protected:
 private:
     Q_DISABLE_COPY(MessageTreeWidgetItem)
 
+    static void letGoOfMainType(void* row, const QObject* object, bool show);
+    static void letGoOfOtherType(void* row, const QObject* object, bool show);
+    void letGo(bool show);
+    void beginType();
     AbstractFieldTreeWidgetItem* createFieldRow(const FieldInfo* field);
     void setNameItalic(QTreeWidgetItem* row);
     void createRowsOfType();

@@ -28,7 +28,7 @@ class CORVELGUI_EXPORT MessageWidget : public QWidget
 public:
     /**
      * @param parent       may be null
-     * @param messageInfo  the type to show; null shows an empty form. Borrowed, must outlive the widget.
+     * @param messageInfo  the type to show; null shows an empty form. Borrowed; when it goes, the form is empty.
      */
     explicit MessageWidget(QWidget* parent = 0, const MessageInfo* messageInfo = 0);
     virtual ~MessageWidget();
@@ -53,6 +53,8 @@ public Q_SLOTS:
 
 private:
     Q_DISABLE_COPY(MessageWidget)
+
+    static void letGo(void* form, const QObject* object, bool show);
 
     const MessageInfo* m_messageInfo;
     QVector<FieldValueLabel*> m_fieldValueLabels;

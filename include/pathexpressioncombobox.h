@@ -24,8 +24,8 @@ class CORVELGUI_EXPORT PathExpressionComboBox : public QComboBox
 
 public:
     /**
-     * @param pathExpression  the expression to edit; null shows a text that says so. Borrowed; it must outlive the
-     *                        combo box or be replaced before it goes.
+     * @param pathExpression  the expression to edit; null shows a text that says so. Borrowed; when it goes, there is
+     * none.
      * @param parts           which of its parts to edit and to list
      * @param optionsSource   whose matches to offer; borrowed like the other. Null makes an expression of the combo
      *                        box's own, without text.
@@ -62,6 +62,8 @@ protected Q_SLOTS:
 
 private:
     Q_DISABLE_COPY(PathExpressionComboBox)
+
+    static void letGo(void* widget, const QObject* object, bool show);
 
     PathExpression* m_pathExpression;
     PathExpression* m_optionsSourcePathExpression;

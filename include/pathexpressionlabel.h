@@ -20,8 +20,8 @@ class CORVELGUI_EXPORT PathExpressionLabel : public QLabel
 
 public:
     /**
-     * @param pathExpression  the expression to show; null shows a text that says so. Borrowed; it must outlive the
-     *                        label or be replaced before it goes.
+     * @param pathExpression  the expression to show; null shows a text that says so. Borrowed; when it goes, there is
+     * none.
      * @param parts           which of its parts to show
      * @param parent          may be null
      */
@@ -43,6 +43,8 @@ protected Q_SLOTS:
 
 private:
     Q_DISABLE_COPY(PathExpressionLabel)
+
+    static void letGo(void* widget, const QObject* object, bool show);
 
     PathExpression* m_pathExpression;
     PathExpression::Parts m_parts;

@@ -23,8 +23,8 @@ class CORVELGUI_EXPORT PathExpressionLineEdit : public QLineEdit
 
 public:
     /**
-     * @param pathExpression  the expression to edit; null shows a text that says so. Borrowed; it must outlive the line
-     *                        edit or be replaced before it goes.
+     * @param pathExpression  the expression to edit; null shows a text that says so. Borrowed; when it goes, there is
+     * none.
      * @param parts           which of its parts to edit
      * @param parent          may be null
      */
@@ -57,6 +57,8 @@ public Q_SLOTS:
 
 private:
     Q_DISABLE_COPY(PathExpressionLineEdit)
+
+    static void letGo(void* widget, const QObject* object, bool show);
 
     PathExpression* m_pathExpression;
     PathExpression::Parts m_parts;

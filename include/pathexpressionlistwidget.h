@@ -25,8 +25,8 @@ class CORVELGUI_EXPORT PathExpressionListWidget : public QListWidget
 
 public:
     /**
-     * @param pathExpression  the expression to edit; null offers the options and edits nothing. Borrowed; it must
-     *                        outlive the list or be replaced before it goes.
+     * @param pathExpression  the expression to edit; null offers the options and edits nothing. Borrowed; when it goes,
+     * there is none.
      * @param parts           which of its parts to edit and to list
      * @param optionsSource   whose matches to offer; borrowed like the other. Null makes an expression of the list's
      *                        own, without text.
@@ -56,6 +56,8 @@ protected Q_SLOTS:
 
 private:
     Q_DISABLE_COPY(PathExpressionListWidget)
+
+    static void letGo(void* widget, const QObject* object, bool show);
 
     PathExpression* m_pathExpression;
     PathExpression* m_optionsSourcePathExpression;

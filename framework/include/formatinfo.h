@@ -31,6 +31,11 @@ public:
     /** Adds a type and takes ownership. Of two types of one name, getMessageInfo() finds the first. */
     void addMessageInfo(MessageInfo* info);
 
+protected:
+    /** Leaves the registry and deletes the types, the newest first, as later ones are made of earlier ones. For a
+     * derived class whose messages need more of it than that, at its own end. */
+    void removeMessageInfos();
+
 private:
     Q_DISABLE_COPY(FormatInfo)
     friend class FormatRegistry;

@@ -4,6 +4,7 @@
 #include "corvelframework_export.h"
 
 #include <QByteArray>
+#include <QObject>
 #include <QString>
 #include <QVector>
 
@@ -17,9 +18,14 @@ class Message;
  * A long-lived object whose address is the type's identity. It owns its fields. Descriptions are built once, before
  * messages of the type are shown; to be used on the GUI thread, except that the plain accessors may be read anywhere
  * once it is built.
+ *
+ * A QObject for the sake of its end: the widgets let go of a type, its fields and its messages when it is deleted, on
+ * the GUI thread. It may be made on any thread, and needs no event loop.
  */
-class CORVELFRAMEWORK_EXPORT MessageInfo
+class CORVELFRAMEWORK_EXPORT MessageInfo : public QObject
 {
+    Q_OBJECT
+
 public:
     /**
      * @param name  the type's name in its format

@@ -5,6 +5,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QObject>
 #include <QVector>
 
 class MessageInfo;
@@ -26,8 +27,10 @@ class SequenceCounter;
  * Also keeps account of the numbers that senders give their messages, for a count of losses that knows nothing of
  * intervals. GUI thread only, or one thread only where there is no GUI.
  */
-class CORVELFRAMEWORK_EXPORT MessageStatisticsCoordinator
+class CORVELFRAMEWORK_EXPORT MessageStatisticsCoordinator : public QObject
 {
+    Q_OBJECT
+
 public:
     /** What the numbers of one sender's messages tell. docs/statistics.md says how they are read. */
     struct CORVELFRAMEWORK_EXPORT SenderStatistics
@@ -51,7 +54,8 @@ public:
     static const int DefaultGapLimit = 1000000;
 
     MessageStatisticsCoordinator();
-    ~MessageStatisticsCoordinator();
+    /** A view that shows it is left empty. */
+    virtual ~MessageStatisticsCoordinator();
 
     /** Begins a stream, and gives its number for the other operations. */
     int addStream();

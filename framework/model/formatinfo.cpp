@@ -11,10 +11,19 @@ FormatInfo::FormatInfo(const QString& name)
 
 FormatInfo::~FormatInfo()
 {
+    removeMessageInfos();
+}
+
+void FormatInfo::removeMessageInfos()
+{
     if (m_registered)
         FormatRegistry::getInstance()->removeFormat(this);
-    for (int i = 0; i < m_messages.size(); ++i)
-        delete m_messages.at(i);
+    m_byName.clear();
+    while (!m_messages.isEmpty()) {
+        const MessageInfo* const info = m_messages.last();
+        m_messages.resize(m_messages.size() - 1); // who hears that it goes may ask what there is
+        delete info;
+    }
 }
 
 void FormatInfo::addMessageInfo(MessageInfo* info)

@@ -29,6 +29,17 @@ PathExpressionComboBox::~PathExpressionComboBox()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("PathExpressionComboBox");
+    Borrowed::leaveAll(this);
+}
+
+void PathExpressionComboBox::letGo(void* widget, const QObject* object, bool show)
+{
+    CORVEL_DEBUG_HOOK();
+    PathExpressionComboBox* const self = static_cast<PathExpressionComboBox*>(widget);
+    forgetIfSame(&self->m_pathExpression, object);
+    forgetIfSame(&self->m_optionsSourcePathExpression, object);
+    if (show)
+        self->updateContents();
 }
 
 void PathExpressionComboBox::setAllOptionEnabled(bool enabled, QString text)
@@ -48,7 +59,7 @@ bool PathExpressionComboBox::getAllOptionEnabled() const
 void PathExpressionComboBox::setPathExpression(PathExpression* pathExpression)
 {
     CORVEL_DEBUG_HOOK();
-    followInstead(this, &m_pathExpression, pathExpression, SIGNAL(expressionChanged(const QString&)));
+    followInstead(this, &m_pathExpression, pathExpression, SIGNAL(expressionChanged(const QString&)), &letGo);
     updateContents();
 }
 
@@ -61,7 +72,7 @@ PathExpression* PathExpressionComboBox::getPathExpression()
 void PathExpressionComboBox::setOptionsSourcePathExpression(PathExpression* optionsSource)
 {
     CORVEL_DEBUG_HOOK();
-    followInstead(this, &m_optionsSourcePathExpression, optionsSource, SIGNAL(matchesMayHaveChanged()));
+    followInstead(this, &m_optionsSourcePathExpression, optionsSource, SIGNAL(matchesMayHaveChanged()), &letGo);
     updateContents();
 }
 

@@ -1,6 +1,7 @@
 #ifndef PATHEXPRESSIONEDITING_H
 #define PATHEXPRESSIONEDITING_H
 
+#include "borrowed.h"
 #include "diagnostics.h"
 #include "pathexpression.h"
 
@@ -10,17 +11,28 @@
 // own file.
 
 /** Lets @p editor, whose contents follow @p signal of @p expression, follow that of @p other; either may be null. */
-static inline void followInstead(QObject* editor, PathExpression** expression, PathExpression* other,
-                                 const char* signal)
+template <typename Editor>
+static inline void followInstead(Editor* editor, PathExpression** expression, PathExpression* other, const char* signal,
+                                 Borrowed::LetGo letGo)
 {
     CORVEL_DEBUG_HOOK();
     if (*expression) {
         QObject::disconnect(*expression, nullptr, editor, nullptr);
         QObject::disconnect(editor, nullptr, *expression, nullptr);
+        Borrowed::leave(*expression, editor);
     }
     *expression = other;
+    Borrowed::watch(other, editor, letGo);
     if (other)
         QObject::connect(other, signal, editor, SLOT(updateContents()));
+}
+
+/** Forgets @p expression if it is @p object, which goes. */
+static inline void forgetIfSame(PathExpression** expression, const QObject* object)
+{
+    CORVEL_DEBUG_HOOK();
+    if (*expression == object)
+        *expression = nullptr;
 }
 
 /** Ends an edit of @p expression with @p text, or with the wildcard when that is null. */

@@ -1,5 +1,6 @@
 #include "pathexpressionlabel.h"
 
+#include "borrowed.h"
 #include "diagnostics.h"
 
 CORVEL_DIAGNOSTICS("PathExpressionLabel");
@@ -18,6 +19,17 @@ PathExpressionLabel::~PathExpressionLabel()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("PathExpressionLabel");
+    Borrowed::leaveAll(this);
+}
+
+void PathExpressionLabel::letGo(void* widget, const QObject*, bool show)
+{
+    CORVEL_DEBUG_HOOK();
+    PathExpressionLabel* const self = static_cast<PathExpressionLabel*>(widget);
+    if (!show)
+        self->m_pathExpression = nullptr;
+    else
+        self->updateLabel();
 }
 
 void PathExpressionLabel::setPathExpression(PathExpression* pathExpression)
@@ -25,7 +37,9 @@ void PathExpressionLabel::setPathExpression(PathExpression* pathExpression)
     CORVEL_DEBUG_HOOK();
     if (m_pathExpression)
         disconnect(m_pathExpression, nullptr, this, nullptr);
+    Borrowed::leave(m_pathExpression, this);
     m_pathExpression = pathExpression;
+    Borrowed::watch(m_pathExpression, this, &letGo);
     if (m_pathExpression)
         connect(m_pathExpression, SIGNAL(partsChanged(PathExpression::Parts)), this,
                 SLOT(processPartsChanged(PathExpression::Parts)));

@@ -21,6 +21,17 @@ PathExpressionLineEdit::~PathExpressionLineEdit()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("PathExpressionLineEdit");
+    Borrowed::leaveAll(this);
+}
+
+void PathExpressionLineEdit::letGo(void* widget, const QObject*, bool show)
+{
+    CORVEL_DEBUG_HOOK();
+    PathExpressionLineEdit* const self = static_cast<PathExpressionLineEdit*>(widget);
+    if (!show)
+        self->m_pathExpression = nullptr;
+    else
+        self->updateText();
 }
 
 void PathExpressionLineEdit::setPathExpression(PathExpression* pathExpression)
@@ -30,7 +41,9 @@ void PathExpressionLineEdit::setPathExpression(PathExpression* pathExpression)
         disconnect(m_pathExpression, nullptr, this, nullptr);
         disconnect(this, nullptr, m_pathExpression, nullptr);
     }
+    Borrowed::leave(m_pathExpression, this);
     m_pathExpression = pathExpression;
+    Borrowed::watch(m_pathExpression, this, &letGo);
     if (m_pathExpression) {
         connect(m_pathExpression, SIGNAL(partsChanged(PathExpression::Parts)), this,
                 SLOT(processPartsChanged(PathExpression::Parts)));

@@ -28,12 +28,23 @@ PathExpressionListWidget::~PathExpressionListWidget()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("PathExpressionListWidget");
+    Borrowed::leaveAll(this);
+}
+
+void PathExpressionListWidget::letGo(void* widget, const QObject* object, bool show)
+{
+    CORVEL_DEBUG_HOOK();
+    PathExpressionListWidget* const self = static_cast<PathExpressionListWidget*>(widget);
+    forgetIfSame(&self->m_pathExpression, object);
+    forgetIfSame(&self->m_optionsSourcePathExpression, object);
+    if (show)
+        self->updateContents();
 }
 
 void PathExpressionListWidget::setPathExpression(PathExpression* pathExpression)
 {
     CORVEL_DEBUG_HOOK();
-    followInstead(this, &m_pathExpression, pathExpression, SIGNAL(expressionChanged(const QString&)));
+    followInstead(this, &m_pathExpression, pathExpression, SIGNAL(expressionChanged(const QString&)), &letGo);
     updateContents();
 }
 
@@ -46,7 +57,7 @@ PathExpression* PathExpressionListWidget::getPathExpression()
 void PathExpressionListWidget::setOptionsSourcePathExpression(PathExpression* optionsSource)
 {
     CORVEL_DEBUG_HOOK();
-    followInstead(this, &m_optionsSourcePathExpression, optionsSource, SIGNAL(matchesMayHaveChanged()));
+    followInstead(this, &m_optionsSourcePathExpression, optionsSource, SIGNAL(matchesMayHaveChanged()), &letGo);
     updateContents();
 }
 

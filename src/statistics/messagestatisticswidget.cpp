@@ -1,5 +1,6 @@
 #include "messagestatisticswidget.h"
 
+#include "borrowed.h"
 #include "diagnostics.h"
 #include "formatinfo.h"
 #include "messageinfo.h"
@@ -101,6 +102,7 @@ MessageStatisticsWidget::MessageStatisticsWidget(MessageStatisticsCoordinator* c
     setupColumns();
     setColumnWidth(0, DefaultNameWidth);
     m_crcErrorsItem = nullptr;
+    Borrowed::watch(coordinator, this, &letGo);
     connect(this, SIGNAL(itemExpanded(QTreeWidgetItem*)), this, SLOT(processItemExpanded(QTreeWidgetItem*)));
 }
 
@@ -108,6 +110,27 @@ MessageStatisticsWidget::~MessageStatisticsWidget()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("MessageStatisticsWidget");
+    Borrowed::leaveAll(this);
+}
+
+void MessageStatisticsWidget::letGo(void* widget, const QObject*, bool show)
+{
+    CORVEL_DEBUG_HOOK();
+    MessageStatisticsWidget* const self = static_cast<MessageStatisticsWidget*>(widget);
+    if (show) {
+        self->updateTree();
+        return;
+    }
+    self->m_coordinator = nullptr;
+    self->m_listed.clear();
+    self->m_firstNew = 0;
+    self->m_turn = 0;
+}
+
+QList<MessageStatistics*> MessageStatisticsWidget::getStatistics() const
+{
+    CORVEL_DEBUG_HOOK();
+    return m_coordinator ? m_coordinator->getAllMessageStatistics() : QList<MessageStatistics*>();
 }
 
 void MessageStatisticsWidget::setupColumns()
@@ -198,7 +221,9 @@ bool MessageStatisticsWidget::updateItems()
     CORVEL_DEBUG_HOOK();
     removeStaleItems();
     bool anyGaps = false;
-    Q_FOREACH (MessageStatistics* statistics, m_coordinator->getAllMessageStatistics()) {
+    Q_FOREACH (MessageStatistics* statistics, getStatistics()) {
+        if (!m_coordinator) // gone since, with all of them
+            break;
         getAndUpdateItemFor(statistics);
         if (!statistics->getGaps().isEmpty())
             anyGaps = true;
@@ -209,7 +234,7 @@ bool MessageStatisticsWidget::updateItems()
 void MessageStatisticsWidget::updateCrcErrorsItem()
 {
     CORVEL_DEBUG_HOOK();
-    const unsigned int crcErrors = m_coordinator->getEventCount(CorvelEvent::CrcError);
+    const unsigned int crcErrors = m_coordinator ? m_coordinator->getEventCount(CorvelEvent::CrcError) : 0;
     if (crcErrors == 0) {
         delete m_crcErrorsItem;
         m_crcErrorsItem = nullptr;
@@ -250,8 +275,7 @@ void MessageStatisticsWidget::processItemExpanded(QTreeWidgetItem* item)
     statisticsItem->fullExpand();
     // What is below a folded row is not followed in steps. Somebody who was told may have had the row removed, and
     // statistics that are not listed any more may be gone.
-    if (!m_listed.isEmpty() && m_coordinator->getAllMessageStatistics() == m_listed &&
-        m_statisticsItems.value(statistics) == statisticsItem)
+    if (!m_listed.isEmpty() && getStatistics() == m_listed && m_statisticsItems.value(statistics) == statisticsItem)
         statisticsItem->updateContents();
 }
 

@@ -53,8 +53,7 @@ void MessageStatisticsWidget::removeStaleItems()
     Q_FOREACH (MessageStatistics* statistics, m_statisticsItems.keys()) {
         MessageStatisticsTreeWidgetItem* item = m_statisticsItems.value(statistics);
         // The list is deliberately asked for again for every row.
-        if (!listed.contains(m_coordinator->getAllMessageStatistics(), statistics) || !item ||
-            item->getMessageStatistics() != statistics) {
+        if (!listed.contains(getStatistics(), statistics) || !item || item->getMessageStatistics() != statistics) {
             m_statisticsItems.remove(statistics);
             delete item;
         }
@@ -70,7 +69,7 @@ void MessageStatisticsWidget::updateSome(int milliseconds)
         current->again = true;
         return;
     }
-    const QList<MessageStatistics*> list = m_coordinator->getAllMessageStatistics();
+    const QList<MessageStatistics*> list = getStatistics();
     const bool isNews = list != m_listed;
     if (!isNews && m_stepTime > LongStep && m_sinceStep.elapsed() < LeastPause * m_stepTime)
         return;

@@ -3,7 +3,9 @@
 #include "diagnostics.h"
 #include "fieldinfo.h"
 #include "message.h"
+#include "repeatedfieldtreewidgetitem.h"
 #include "rowguard.h"
+#include "singlevaluefieldtreewidgetitem.h"
 
 #include <QObject>
 
@@ -89,6 +91,21 @@ bool AbstractFieldTreeWidgetItem::clearAll(List* list)
             row->clearValues();
     }
     return !newest.isBroken();
+}
+
+void AbstractFieldTreeWidgetItem::forgetFields(List* list)
+{
+    CORVEL_DEBUG_HOOK();
+    for (int i = 0; i < list->size(); ++i) {
+        AbstractFieldTreeWidgetItem* const row = list->at(i);
+        if (!row)
+            continue;
+        row->m_fieldInfo = nullptr;
+        if (SingleValueFieldTreeWidgetItem* value = dynamic_cast<SingleValueFieldTreeWidgetItem*>(row))
+            forgetFields(&value->m_subFieldRows);
+        else if (RepeatedFieldTreeWidgetItem* repeated = dynamic_cast<RepeatedFieldTreeWidgetItem*>(row))
+            forgetFields(&repeated->m_childRows);
+    }
 }
 
 QString AbstractFieldTreeWidgetItem::getNameTextOfValue(unsigned int index) const

@@ -32,6 +32,8 @@ public:
     static bool deliver(List* list, const Message* message);
     /** Clears the values of all rows; false as above. */
     static bool clearAll(List* list);
+    /** Leaves all rows, and those below, without a field, and tells nobody: their fields are gone. */
+    static void forgetFields(List* list);
 
 protected:
     /** The name of the field, with @p index behind it if the field has several values. */

@@ -6,7 +6,6 @@
 #include "messagegrouptreewidgetitem.h"
 #include "messagetreecolumn.h"
 #include "messagetreewidgetitem.h"
-#include "pathexpression.h"
 #include "rowguard.h"
 #include "rowmemory.h"
 
@@ -28,9 +27,6 @@ static const char* s_szFilename = "src/tree/messagetreewidget.cpp";
 static const int GreatestStoredType = 1000000;
 // So often in turn all rows are made anew for somebody who asks for it whenever that is done; then he waits.
 static const int MostReconfigurations = 10;
-
-QHash<const MessageInfo*, bool> MessageTreeWidget::sMessageInfoExpandedCollapsedMap;
-QHash<const FieldInfo*, bool> MessageTreeWidget::sFieldInfoExpandedCollapsedMap;
 
 MessageTreeWidget::MessageTreeWidget(QWidget* parent)
     : QTreeWidget(parent)
@@ -289,19 +285,6 @@ void MessageTreeWidget::endUpdate()
     --m_updates;
 }
 
-bool MessageTreeWidget::mustInitiallyBeExpanded(AbstractMessageTreeWidgetItem* item)
-{
-    CORVEL_DEBUG_HOOK();
-    if (!item)
-        return false;
-    // A sub-message row is of both kinds and counts as a message row.
-    if (MessageTreeWidgetItem* row = dynamic_cast<MessageTreeWidgetItem*>(item))
-        return sMessageInfoExpandedCollapsedMap.value(row->getMessageInfo(), true);
-    if (AbstractFieldTreeWidgetItem* row = dynamic_cast<AbstractFieldTreeWidgetItem*>(item))
-        return sFieldInfoExpandedCollapsedMap.value(row->getFieldInfo(), false);
-    return false;
-}
-
 void MessageTreeWidget::saveSettings(QSettings& settings)
 {
     CORVEL_DEBUG_HOOK();
@@ -339,50 +322,6 @@ void MessageTreeWidget::restoreSettings(QSettings& settings)
         setColumnWidth(0, 150);
     else
         header()->restoreState(headerState);
-}
-
-void MessageTreeWidget::saveExpansionState(QSettings& settings)
-{
-    CORVEL_DEBUG_HOOK();
-    PathExpression expression(nullptr);
-    QStringList messages;
-    for (QHash<const MessageInfo*, bool>::const_iterator it = sMessageInfoExpandedCollapsedMap.constBegin();
-         it != sMessageInfoExpandedCollapsedMap.constEnd(); ++it) {
-        if (!it.value())
-            continue;
-        expression.setupToMatchUnique(it.key());
-        messages.append(expression.getString(PathExpression::Parts(3)));
-    }
-    settings.setValue(QLatin1String("expandedMessages"), messages);
-    QStringList fields;
-    for (QHash<const FieldInfo*, bool>::const_iterator it = sFieldInfoExpandedCollapsedMap.constBegin();
-         it != sFieldInfoExpandedCollapsedMap.constEnd(); ++it) {
-        if (!it.value())
-            continue;
-        expression.setupToMatchUnique(it.key());
-        fields.append(expression.getString(PathExpression::AllParts));
-    }
-    settings.setValue(QLatin1String("expandedFields"), fields);
-}
-
-void MessageTreeWidget::loadExpansionState(QSettings& settings)
-{
-    CORVEL_DEBUG_HOOK();
-    PathExpression expression(nullptr);
-    expression.setConsiderSubMessages(true);
-    const QVariant none = QVariant(QStringList());
-    Q_FOREACH (const QString& path, settings.value(QLatin1String("expandedMessages"), none).toStringList()) {
-        expression.setString(path);
-        const QVector<const MessageInfo*> infos = expression.getMatchingMessageInfos();
-        if (infos.size() == 1)
-            sMessageInfoExpandedCollapsedMap.insert(infos.first(), true);
-    }
-    Q_FOREACH (const QString& path, settings.value(QLatin1String("expandedFields"), none).toStringList()) {
-        expression.setString(path);
-        const QVector<const FieldInfo*> infos = expression.getMatchingFieldInfos();
-        if (infos.size() == 1)
-            sFieldInfoExpandedCollapsedMap.insert(infos.first(), true);
-    }
 }
 
 void MessageTreeWidget::processMessage(const Message* message)
@@ -433,25 +372,6 @@ void MessageTreeWidget::setHideSecondaryFields(bool hideSecondary)
     CORVEL_DEBUG_HOOK();
     // The negation is deliberate, as for the virtual fields, although here it turns the sense of the name around.
     setShowPrimaryFieldsOnly(!hideSecondary);
-}
-
-void MessageTreeWidget::processItemExpandedOrCollapsed(QTreeWidgetItem* item)
-{
-    CORVEL_DEBUG_HOOK();
-    if (!item)
-        return;
-    const bool expanded = item->treeWidget() && item->isExpanded();
-    if (MessageTreeWidgetItem* row = dynamic_cast<MessageTreeWidgetItem*>(item)) {
-        if (row->getMessageInfo())
-            sMessageInfoExpandedCollapsedMap.insert(row->getMessageInfo(), expanded);
-    } else if (AbstractFieldTreeWidgetItem* row = dynamic_cast<AbstractFieldTreeWidgetItem*>(item)) {
-        if (row->getFieldInfo())
-            sFieldInfoExpandedCollapsedMap.insert(row->getFieldInfo(), expanded);
-    } else if (MessageGroupTreeWidgetItem* row = dynamic_cast<MessageGroupTreeWidgetItem*>(item)) {
-        // The view forgets it when columns go.
-        row->setInitialExpansionPolicy(expanded ? AbstractMessageTreeWidgetItem::ExpandInitially
-                                                : AbstractMessageTreeWidgetItem::CollapseInitially);
-    }
 }
 
 // What follows is the view's reaction to changed texts. Its default measures the row and computes its place for every

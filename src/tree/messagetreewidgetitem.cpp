@@ -1,5 +1,6 @@
 #include "messagetreewidgetitem.h"
 
+#include "borrowed.h"
 #include "diagnostics.h"
 #include "fieldinfo.h"
 #include "message.h"
@@ -70,6 +71,7 @@ MessageTreeWidgetItem::~MessageTreeWidgetItem()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("MessageTreeWidgetItem");
+    Borrowed::leaveAll(this);
     retire();
     RowGuard::breakAll(&m_messageNeed);
     RowGuard::breakAll(&m_childRows);
@@ -132,15 +134,57 @@ void MessageTreeWidgetItem::setMessageInfo(const MessageInfo* info)
     RowGuard::breakAll(&m_messageNeed);
     RowGuard::breakAll(&m_displayedMessage);
     setDisplayedMessage(nullptr);
+    Borrowed::leave(m_messageInfo, this);
     m_messageInfo = info;
+    if (info)
+        Borrowed::watch(info, this, info->isMain() ? &letGoOfMainType : &letGoOfOtherType);
+    beginType();
+}
+
+void MessageTreeWidgetItem::beginType()
+{
+    CORVEL_DEBUG_HOOK();
     forgetPlaceInTree(); // the tree remembers which types its rows wait for
     {
         const RowGuard change(&m_messageNeed);
-        m_messageNeed.setMessageNeeded(info);
+        m_messageNeed.setMessageNeeded(m_messageInfo);
         if (change.isBroken())
             return;
     }
     createRowsOfType();
+}
+
+void MessageTreeWidgetItem::letGoOfMainType(void* row, const QObject*, bool show)
+{
+    CORVEL_DEBUG_HOOK();
+    MessageTreeWidgetItem* const self = static_cast<MessageTreeWidgetItem*>(row);
+    // The type cannot be asked any more whether its messages are referenced.
+    if (!show && self->m_displayedMessage)
+        self->m_displayedMessage->removeReference();
+    self->letGo(show);
+}
+
+void MessageTreeWidgetItem::letGoOfOtherType(void* row, const QObject*, bool show)
+{
+    CORVEL_DEBUG_HOOK();
+    static_cast<MessageTreeWidgetItem*>(row)->letGo(show);
+}
+
+void MessageTreeWidgetItem::letGo(bool show)
+{
+    CORVEL_DEBUG_HOOK();
+    if (show) {
+        const TreeUpdate update(getTreeAround());
+        if (!m_messageInfo)
+            beginType();
+        return;
+    }
+    RowGuard::breakAll(&m_messageNeed);
+    RowGuard::breakAll(&m_displayedMessage);
+    AbstractFieldTreeWidgetItem::forgetFields(&m_childRowsInOrder);
+    m_displayedMessage = nullptr;
+    m_messageInfo = nullptr;
+    forgetPlaceInTree();
 }
 
 void MessageTreeWidgetItem::createRowsOfType()

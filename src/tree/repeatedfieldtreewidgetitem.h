@@ -26,6 +26,7 @@ protected:
 
 private:
     Q_DISABLE_COPY(RepeatedFieldTreeWidgetItem)
+    friend class AbstractFieldTreeWidgetItem;
 
     bool hasSubMessages() const;
     void removeChildItemsFrom(int count);

@@ -33,6 +33,7 @@ protected:
 
 private:
     Q_DISABLE_COPY(SingleValueFieldTreeWidgetItem)
+    friend class AbstractFieldTreeWidgetItem;
 
     bool show(const FieldValue& value);
 

@@ -1,9 +1,11 @@
 #include "fieldvaluelabel.h"
 
+#include "borrowed.h"
 #include "diagnostics.h"
 #include "fieldinfo.h"
 #include "fieldvalue.h"
 #include "message.h"
+#include "messageinfo.h"
 #include "messageneed.h"
 #include "messagesource.h"
 
@@ -35,8 +37,21 @@ FieldValueLabel::~FieldValueLabel()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("FieldValueLabel");
+    Borrowed::leaveAll(this);
     // The timer is deliberately left alone: only setTimeOut() with a negative time deletes it.
     delete m_messageNeed;
+}
+
+void FieldValueLabel::letGo(void* label, const QObject*, bool show)
+{
+    CORVEL_DEBUG_HOOK();
+    FieldValueLabel* const self = static_cast<FieldValueLabel*>(label);
+    if (!show) {
+        self->m_fieldInfo = nullptr;
+    } else if (!self->m_fieldInfo) {
+        self->clearValue();
+        self->setFieldInfo(nullptr);
+    }
 }
 
 const FieldInfo* FieldValueLabel::getFieldInfo() const
@@ -49,6 +64,12 @@ void FieldValueLabel::setFieldInfo(const FieldInfo* fieldInfo)
 {
     CORVEL_DEBUG_HOOK();
     m_fieldInfo = fieldInfo;
+    Borrowed::leaveAll(this);
+    if (fieldInfo) {
+        // A field goes with its type.
+        Q_FOREACH (const MessageInfo* info, fieldInfo->getMessageInfos())
+            Borrowed::watch(info, this, &letGo);
+    }
     if (!fieldInfo)
         m_messageNeed->clearMessagesNeeded(false);
     else

@@ -1,5 +1,6 @@
 #include "messagewidget.h"
 
+#include "borrowed.h"
 #include "diagnostics.h"
 #include "fieldinfo.h"
 #include "fieldvaluelabel.h"
@@ -18,6 +19,7 @@ MessageWidget::MessageWidget(QWidget* parent, const MessageInfo* messageInfo)
     CORVEL_DEBUG_HOOK();
     CORVEL_ALLOCATED("MessageWidget");
     m_layout = nullptr;
+    m_messageInfo = nullptr;
     setMessageInfo(messageInfo);
 }
 
@@ -25,6 +27,17 @@ MessageWidget::~MessageWidget()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("MessageWidget");
+    Borrowed::leaveAll(this);
+}
+
+void MessageWidget::letGo(void* form, const QObject*, bool show)
+{
+    CORVEL_DEBUG_HOOK();
+    MessageWidget* const self = static_cast<MessageWidget*>(form);
+    if (!show)
+        self->m_messageInfo = nullptr;
+    else if (!self->m_messageInfo)
+        self->setMessageInfo(nullptr);
 }
 
 const MessageInfo* MessageWidget::getMessageInfo() const
@@ -38,7 +51,9 @@ void MessageWidget::setMessageInfo(const MessageInfo* messageInfo)
     CORVEL_DEBUG_HOOK();
     // Labels that go and come withdraw and state needs, and whoever listens may come back to this form: its list holds
     // no label that is gone already, and what he builds meanwhile is newer and stays.
+    Borrowed::leaveAll(this);
     m_messageInfo = messageInfo;
+    Borrowed::watch(messageInfo, this, &letGo);
     m_fieldValueLabels.clear();
     const QPointer<MessageWidget> self(this);
     if (m_layout) {

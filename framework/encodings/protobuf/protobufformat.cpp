@@ -58,6 +58,7 @@ ProtobufFormat::ProtobufFormat(const QString& name)
 
 ProtobufFormat::~ProtobufFormat()
 {
+    removeMessageInfos(); // who shows messages lets go of them, while there is the schema that they need to be deleted
     qDeleteAll(m_private->made);
 }
 
