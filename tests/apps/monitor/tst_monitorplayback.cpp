@@ -391,6 +391,11 @@ void tst_monitorplayback::aLineGoesOnWhenItsTypeChanges()
         return texts.join(", ");
     };
     QCOMPARE(colors(), QString("/a @ a.mcap 0, /a @ b.mcap 1"));
+    for (const char* const expected : {"/a @ b.mcap 0, /a @ a.mcap 1", "/a @ a.mcap 0, /a @ b.mcap 1"}) {
+        const auto& series = window.getPlot()->getSeries();
+        window.getPlot()->putBefore(series[1].get(), {series[0].get()});
+        QCOMPARE(colors(), QString(expected));
+    }
     // One that was taken out comes back with all it had.
     window.getPlot()->getLegend()->setCurrentItem(window.getPlot()->getLegend()->topLevelItem(0));
     window.getPlot()->removeChosen();
