@@ -14,11 +14,6 @@
 namespace
 {
 
-/** A coordinator that lives as long as the widget that shows it, which owns it. */
-class FormCoordinator : public QObject, public MessageStatisticsCoordinator
-{
-};
-
 QWidget* createTree(QWidget* parent)
 {
     return new MessageTreeWidget(parent);
@@ -26,7 +21,7 @@ QWidget* createTree(QWidget* parent)
 
 QWidget* createStatistics(QWidget* parent)
 {
-    FormCoordinator* const coordinator = new FormCoordinator;
+    MessageStatisticsCoordinator* const coordinator = new MessageStatisticsCoordinator;
     QWidget* const widget = new MessageStatisticsWidget(coordinator, parent);
     coordinator->setObjectName(QStringLiteral("coordinator"));
     coordinator->setParent(widget);
