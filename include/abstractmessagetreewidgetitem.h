@@ -132,6 +132,7 @@ private:
     bool writeText(MessageTreeWidget* tree, int column, const QString& text);
     bool writeName();
     bool writeAllTexts();
+    void translate();
     void takeRows(const QList<QTreeWidgetItem*>& rows, QTreeWidgetItem* newParent);
     QList<AbstractMessageTreeWidgetItem*> getRowsBelow() const;
     bool isStillBelow(AbstractMessageTreeWidgetItem* row, unsigned int deletedRows) const;

@@ -38,6 +38,9 @@ public:
      */
     void setEventLog(EventLog* eventLog);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private Q_SLOTS:
     void addEntry(EventLog::Entry entry);
     void clear();

@@ -82,6 +82,9 @@ public Q_SLOTS:
      */
     void processMessage(const Message* message);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private Q_SLOTS:
     void onTimeout();
 
@@ -94,6 +97,7 @@ private:
     bool m_hasIndex;
     unsigned int m_index;
     bool m_showInterpretedString;
+    bool m_isCleared;
     MessageNeed* m_messageNeed;
     QTimer* m_timer;
 };

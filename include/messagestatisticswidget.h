@@ -24,6 +24,9 @@ class QSettings;
  * updateTree(), for instance by a timer. Rows belong to the widget and must not be deleted or moved by others, except
  * for those of gaps, which come back when they were deleted.
  *
+ * Another language of the application reaches headers, fixed names and tool tips at once, and what stands in the
+ * columns with the next updateTree().
+ *
  * @code
  * MessageStatisticsWidget* view = new MessageStatisticsWidget(coordinator, parent);
  * QObject::connect(timer, SIGNAL(timeout()), view, SLOT(updateTree()));
@@ -77,6 +80,9 @@ public Q_SLOTS:
      */
     void updateSome(int milliseconds = 3);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private Q_SLOTS:
     void processItemExpanded(QTreeWidgetItem* item);
 
@@ -86,6 +92,8 @@ private:
     static void letGo(void* widget, const QObject* object, bool show);
     QList<MessageStatistics*> getStatistics() const;
     void setupColumns();
+    void translate();
+    static QStringList getHeaderTexts();
     void setGapsColumnVisible(bool visible);
     QTreeWidgetItem* getFormatItem(const FormatInfo* format);
     MessageStatisticsTreeWidgetItem* getAndUpdateItemFor(MessageStatistics* statistics);
@@ -144,6 +152,7 @@ private:
 
     void updateNow();
     void updateCells();
+    void writeFixedTexts();
     void updateIntervalSubItems();
     void updateGapSubItems();
     bool updateGapRows(const QVector<MessageStatistics::Gap>& gaps);

@@ -173,6 +173,7 @@ public Q_SLOTS:
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private Q_SLOTS:
     void toggleColumnActionTriggered(bool checked);
@@ -196,6 +197,7 @@ private:
     void noteCustomTexts(AbstractMessageTreeWidgetItem* row);
     bool noteChangedColumn(AbstractMessageTreeWidgetItem* row, int column);
     void addToggleAction(QAction* action);
+    void translate();
     void reconfigureRows();
     void endUpdate();
     bool serveTogether(const QModelIndex& index);

@@ -93,6 +93,7 @@ protected:
 
 private:
     Q_DISABLE_COPY(MessageTreeWidgetItem)
+    friend class AbstractMessageTreeWidgetItem;
 
     static void letGoOfMainType(void* row, const QObject* object, bool show);
     static void letGoOfOtherType(void* row, const QObject* object, bool show);
@@ -101,6 +102,8 @@ private:
     AbstractFieldTreeWidgetItem* createFieldRow(const FieldInfo* field);
     void setNameItalic(QTreeWidgetItem* row);
     void createRowsOfType();
+    void writeConfidentialityTexts(QTreeWidgetItem* row);
+    void translateConfidentialityRow();
     bool isInsideOwnType() const;
 
     const MessageInfo* m_messageInfo;

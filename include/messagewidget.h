@@ -51,6 +51,9 @@ public Q_SLOTS:
     /** Shows "N/A" for every field. */
     void clearValues();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     Q_DISABLE_COPY(MessageWidget)
 

@@ -37,6 +37,9 @@ public:
     void setParts(PathExpression::Parts parts);
     PathExpression::Parts getParts() const;
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 protected Q_SLOTS:
     void processPartsChanged(PathExpression::Parts parts);
     void updateLabel();

@@ -50,6 +50,9 @@ public:
     void setParts(PathExpression::Parts parts);
     PathExpression::Parts getParts() const;
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 protected Q_SLOTS:
     void updateContents();
     void setPathExpressionFromCurrent();

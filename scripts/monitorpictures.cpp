@@ -256,7 +256,7 @@ bool Pictures::makeAll()
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    installLanguage(QLocale());
+    Language::install(QString());
     Theme::initialize();
     const QStringList arguments = QApplication::arguments();
     Theme::Kind theme = Theme::Light;

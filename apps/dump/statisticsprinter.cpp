@@ -251,7 +251,7 @@ std::string StatisticsPrinter::eventsText() const
     for (int i = CorvelEvent::OtherEvent; i <= CorvelEvent::DefinitionProblem; ++i) {
         const CorvelEvent::Type type = static_cast<CorvelEvent::Type>(i);
         if (const unsigned int count = m_coordinator.getEventCount(type))
-            appendMember(&text, &separator, CorvelEvent::getTypeName(type), count);
+            appendMember(&text, &separator, CorvelEvent::getEnglishTypeName(type), count);
     }
     return text + '}';
 }

@@ -2,6 +2,7 @@
 #include "language.h"
 #include "mainwindow.h"
 #include "monitoroptions.h"
+#include "preferences.h"
 #include "settingsfile.h"
 #include "sourcemodel.h"
 #include "theme.h"
@@ -10,7 +11,6 @@
 
 #include <QApplication>
 #include <QIcon>
-#include <QLocale>
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
@@ -26,7 +26,7 @@ namespace
 MonitorOptions readOptions(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    installLanguage(QLocale());
+    Language::install(QString());
     MonitorOptions options;
     options.read();
     return options;
@@ -52,7 +52,6 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationVersion(QLatin1String(CORVEL_VERSION));
     const MonitorOptions options = readOptions(argc, argv);
     QApplication application(argc, argv);
-    installLanguage(QLocale());
 
     QIcon icon;
     for (const int size : {32, 64, 128})
@@ -60,8 +59,17 @@ int main(int argc, char** argv)
     QApplication::setWindowIcon(icon);
 
     Theme::initialize();
-    MainWindow window;
     const bool forPicture = !options.screenshot.isEmpty();
+    std::unique_ptr<QSettings> settings;
+    QString problem;
+    if (!options.settings.isEmpty() || !forPicture)
+        settings =
+            SettingsFile::open(options.settings.isEmpty() ? SettingsFile::defaultPath() : options.settings, &problem);
+    Preferences preferences;
+    if (settings)
+        preferences.restore(*settings);
+    Language::install(preferences.language); // before anything is made that says something
+    MainWindow window;
     const QSize title(0, window.style()->pixelMetric(QStyle::PM_TitleBarHeight));
     if (options.size.isValid())
         window.resize(options.size);
@@ -80,10 +88,7 @@ int main(int argc, char** argv)
         opened = window.loadDialect(path, QString()) && opened;
     if (!options.annotations.isEmpty())
         window.loadAnnotations(options.annotations);
-    if (!options.settings.isEmpty() || !forPicture) {
-        QString problem;
-        std::unique_ptr<QSettings> settings =
-            SettingsFile::open(options.settings.isEmpty() ? SettingsFile::defaultPath() : options.settings, &problem);
+    if (settings) {
         window.restoreSettings(*settings);
         window.setSettings(std::move(settings));
         if (!problem.isEmpty())

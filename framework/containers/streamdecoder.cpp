@@ -5,43 +5,52 @@
 #include "messageinfo.h"
 #include "selectivedecoder.h"
 
+#include <QCoreApplication>
+
 namespace
 {
 
+QString textOf(const char* source)
+{
+    return QCoreApplication::translate("StreamProblem", source);
+}
+
 QString bytesText(quint64 count)
 {
-    return count == 1 ? QStringLiteral("1 byte") : QStringLiteral("%1 bytes").arg(count);
+    return count == 1 ? textOf(QT_TRANSLATE_NOOP("StreamProblem", "1 byte"))
+                      : textOf(QT_TRANSLATE_NOOP("StreamProblem", "%1 bytes")).arg(count);
 }
 
 QString kindText(const StreamProblem& problem)
 {
     switch (problem.kind) {
     case StreamProblem::ChecksumFailure:
-        return QStringLiteral("checksum failure");
+        return textOf(QT_TRANSLATE_NOOP("StreamProblem", "checksum failure"));
     case StreamProblem::LengthMismatch:
-        return QStringLiteral("length does not fit the message type");
+        return textOf(QT_TRANSLATE_NOOP("StreamProblem", "length does not fit the message type"));
     case StreamProblem::UnsupportedFrame:
-        return QStringLiteral("frame with an unsupported feature");
+        return textOf(QT_TRANSLATE_NOOP("StreamProblem", "frame with an unsupported feature"));
     case StreamProblem::SkippedBytes:
-        return bytesText(problem.length) + QStringLiteral(" skipped");
+        return textOf(QT_TRANSLATE_NOOP("StreamProblem", "%1 skipped")).arg(bytesText(problem.length));
     case StreamProblem::TruncatedFrame:
         if (problem.length == 0)
-            return QStringLiteral("stream ends early");
-        return QStringLiteral("stream ends inside a frame, after ") + bytesText(problem.length);
+            return textOf(QT_TRANSLATE_NOOP("StreamProblem", "stream ends early"));
+        return textOf(QT_TRANSLATE_NOOP("StreamProblem", "stream ends inside a frame, after %1"))
+            .arg(bytesText(problem.length));
     case StreamProblem::InputFailure:
-        return QStringLiteral("reading failed");
+        return textOf(QT_TRANSLATE_NOOP("StreamProblem", "reading failed"));
     case StreamProblem::UnusableDefinition:
-        return QStringLiteral("not decodable");
+        return textOf(QT_TRANSLATE_NOOP("StreamProblem", "not decodable"));
     case StreamProblem::DisorderedTimes:
-        return QStringLiteral("messages are not in the order of their times");
+        return textOf(QT_TRANSLATE_NOOP("StreamProblem", "messages are not in the order of their times"));
     case StreamProblem::ServerNotice:
-        return QStringLiteral("message of the server");
+        return textOf(QT_TRANSLATE_NOOP("StreamProblem", "message of the server"));
     case StreamProblem::FaultyAnnotation:
-        return QStringLiteral("annotation");
+        return textOf(QT_TRANSLATE_NOOP("StreamProblem", "annotation"));
     case StreamProblem::UnrecognizedStream:
         return problem.text;
     case StreamProblem::SenderGone:
-        return QStringLiteral("gone");
+        break;
     }
     return QString();
 }
@@ -89,11 +98,12 @@ StreamProblem::StreamProblem()
 
 QString StreamProblem::describe(const QString& senderName) const
 {
-    QString line = kind == SenderGone ? senderName + QStringLiteral(" is ") + kindText(*this) : kindText(*this);
+    QString line =
+        kind == SenderGone ? textOf(QT_TRANSLATE_NOOP("StreamProblem", "%1 is gone")).arg(senderName) : kindText(*this);
     if (hasFrame && kind != SenderGone) {
-        line += QStringLiteral(", id %1").arg(id);
+        line += textOf(QT_TRANSLATE_NOOP("StreamProblem", ", id %1")).arg(id);
         if (!senderName.isEmpty())
-            line += QStringLiteral(", sender ") + senderName;
+            line += textOf(QT_TRANSLATE_NOOP("StreamProblem", ", sender %1")).arg(senderName);
     }
     if (!text.isEmpty() && kind != UnrecognizedStream)
         line += QStringLiteral(": ") + text;

@@ -1,5 +1,7 @@
 #include "corvelevent.h"
 
+#include <QCoreApplication>
+
 CorvelEvent::CorvelEvent()
     : m_type(OtherEvent)
 {
@@ -28,25 +30,30 @@ CorvelEvent::~CorvelEvent() {}
 
 QString CorvelEvent::getTypeName(Type type)
 {
+    return QCoreApplication::translate("CorvelEvent", getEnglishTypeName(type));
+}
+
+const char* CorvelEvent::getEnglishTypeName(Type type)
+{
     switch (type) {
     case SourceEvent:
-        return QLatin1String("Source");
+        return QT_TRANSLATE_NOOP("CorvelEvent", "Source");
     case CrcError:
-        return QLatin1String("CRC error");
+        return QT_TRANSLATE_NOOP("CorvelEvent", "CRC error");
     case UnknownMessage:
-        return QLatin1String("Unknown message");
+        return QT_TRANSLATE_NOOP("CorvelEvent", "Unknown message");
     case TruncatedMessage:
-        return QLatin1String("Truncated message");
+        return QT_TRANSLATE_NOOP("CorvelEvent", "Truncated message");
     case Resynchronisation:
-        return QLatin1String("Resynchronisation");
+        return QT_TRANSLATE_NOOP("CorvelEvent", "Resynchronisation");
     case UnsupportedMessage:
-        return QLatin1String("Unsupported message");
+        return QT_TRANSLATE_NOOP("CorvelEvent", "Unsupported message");
     case ClockJump:
-        return QLatin1String("Clock jump");
+        return QT_TRANSLATE_NOOP("CorvelEvent", "Clock jump");
     case DefinitionProblem:
-        return QLatin1String("Definition problem");
+        return QT_TRANSLATE_NOOP("CorvelEvent", "Definition problem");
     case OtherEvent:
         break;
     }
-    return QLatin1String("Other");
+    return QT_TRANSLATE_NOOP("CorvelEvent", "Other");
 }

@@ -66,10 +66,10 @@ void EventLog::append(const CorvelEvent& event, const QDateTime& time)
     entry.time = time;
     entry.event = event;
     if (m_entries.size() == m_entryLimit - 1)
-        entry.event = CorvelEvent(CorvelEvent::OtherEvent,
-                                  QString::fromLatin1("The log is full with %1 entries: this event and all later ones "
-                                                      "are counted, but not entered until the log is cleared")
-                                      .arg(grouped(quint64(m_entryLimit))));
+        entry.event =
+            CorvelEvent(CorvelEvent::OtherEvent, tr("The log is full with %1 entries: this event and all later ones "
+                                                    "are counted, but not entered until the log is cleared")
+                                                     .arg(grouped(quint64(m_entryLimit))));
     m_entries.append(entry);
     Q_EMIT newEntry(entry);
 }
@@ -80,7 +80,7 @@ void EventLog::log(const CorvelEvent& event, const QDateTime& time, qint64 now, 
     QString key = kind.isEmpty() ? event.getMessage() : kind;
     int index = findWindow(event.getType(), key);
     if (index < 0 && m_windows.size() >= MaxWindows) {
-        key = CorvelEvent::getTypeName(event.getType()) + QLatin1String(", various");
+        key = tr("%1, various").arg(CorvelEvent::getTypeName(event.getType()));
         index = findWindow(event.getType(), key);
     }
     if (index >= 0) {
@@ -168,7 +168,7 @@ QByteArray EventLog::toCsv() const
     Q_FOREACH (const Entry& entry, m_entries) {
         csv += csvField(timeText(entry.time));
         csv += ',';
-        csv += csvField(CorvelEvent::getTypeName(entry.event.getType()));
+        csv += CorvelEvent::getEnglishTypeName(entry.event.getType());
         csv += ',';
         csv += csvField(entry.event.getMessage());
         csv += "\r\n";
@@ -196,8 +196,8 @@ void EventLog::enterCounted(Window* window)
     const quint64 count = window->count;
     window->count = 0;
     window->cause.clear();
-    QString text = grouped(count) + QLatin1String(" x ") + window->kind;
+    QString text = tr("%1 x %2").arg(grouped(count), window->kind);
     if (window->total > count)
-        text += QString::fromLatin1(" (%1 in all)").arg(grouped(window->total));
+        text += tr(" (%1 in all)").arg(grouped(window->total));
     append(CorvelEvent(window->type, text), window->time);
 }

@@ -32,8 +32,10 @@ public:
 
     Type getType() const { return m_type; }
 
-    /** What such events are called: "CRC error". */
+    /** What such events are called, translated: "CRC error". */
     static QString getTypeName(Type type);
+    /** The same in English, whatever is shown: for files, and to be translated later in the context "CorvelEvent". */
+    static const char* getEnglishTypeName(Type type);
 
     /** The event in words. */
     QString getMessage() const { return m_message; }

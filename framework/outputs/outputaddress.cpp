@@ -1,5 +1,6 @@
 #include "outputkind.h"
 
+#include <QCoreApplication>
 #include <QUrl>
 
 namespace
@@ -27,16 +28,16 @@ bool readParameters(const QString& text, OutputAddress* address, QString* reason
     for (const QString& part : text.split(QLatin1Char('&'))) {
         const QString name = part.section(QLatin1Char('='), 0, 0);
         if (!part.contains(QLatin1Char('='))) {
-            *reason = QStringLiteral("\"%1\" is no parameter; NAME=VALUE is one").arg(part);
+            *reason = QCoreApplication::translate("Output", "\"%1\" is no parameter; NAME=VALUE is one").arg(part);
             return false;
         }
         if (!address->kind->getParameters().contains(name)) {
-            *reason = QStringLiteral("there is no parameter \"%1\"; there is: %2")
+            *reason = QCoreApplication::translate("Output", "there is no parameter \"%1\"; there is: %2")
                           .arg(name, address->kind->getParameters().join(QLatin1String(", ")));
             return false;
         }
         if (address->parameters.contains(name)) {
-            *reason = QStringLiteral("\"%1\" is told twice").arg(name);
+            *reason = QCoreApplication::translate("Output", "\"%1\" is told twice").arg(name);
             return false;
         }
         address->parameters.insert(name, QUrl::fromPercentEncoding(part.mid(name.size() + 1).toUtf8()));
@@ -64,11 +65,12 @@ bool readPlace(QString rest, OutputAddress* address, QString* reason)
         address->user = QUrl::fromPercentEncoding(place.left(at).toUtf8());
         place.remove(0, at + 1);
         if (address->user.contains(QLatin1Char(':'))) {
-            *reason = QStringLiteral("a password does not stand in an address, where others see it");
+            *reason =
+                QCoreApplication::translate("Output", "a password does not stand in an address, where others see it");
             return false;
         }
         if (!QLatin1String(address->kind->usage).contains(QLatin1String("USER@"))) {
-            *reason = QStringLiteral("there are no users");
+            *reason = QCoreApplication::translate("Output", "there are no users");
             return false;
         }
     }
@@ -82,7 +84,8 @@ bool readPlace(QString rest, OutputAddress* address, QString* reason)
     const QUrl url(QLatin1String("x://") + place, QUrl::StrictMode);
     if (!url.isValid() || url.port(1) < 1 || place.endsWith(QLatin1Char(':'))) {
         *reason =
-            QStringLiteral("\"%1\" is no host with a port; an IPv6 address stands in brackets, ports are 1 to 65535")
+            QCoreApplication::translate(
+                "Output", "\"%1\" is no host with a port; an IPv6 address stands in brackets, ports are 1 to 65535")
                 .arg(hasHost ? place : place.mid(4));
         return false;
     }
@@ -104,7 +107,8 @@ bool OutputAddress::parse(const QString& text, OutputAddress* address, QString* 
         QStringList usages;
         for (const OutputKind* kind : OutputKind::getAll())
             usages.append(QLatin1String(kind->usage));
-        *error = QStringLiteral("%1 is no output; there is: %2").arg(text, usages.join(QLatin1String(", ")));
+        *error = QCoreApplication::translate("Output", "%1 is no output; there is: %2")
+                     .arg(text, usages.join(QLatin1String(", ")));
         return false;
     }
     bool isRight = true;

@@ -221,7 +221,7 @@ MessageStatisticsCoordinator::Origin ReceptionMonitor::originOf(int number) cons
     // Where the decoder has a name for it and not only the number, that tells the sender too.
     if (row.typeName != m_decoder->StreamDecoder::describeUnknown(row.id))
         return MessageStatisticsCoordinator::Origin(nullptr, row.sender, QString(), row.typeName);
-    return MessageStatisticsCoordinator::Origin(nullptr, row.sender, sender, QStringLiteral("Unknown %1").arg(row.id));
+    return MessageStatisticsCoordinator::Origin(nullptr, row.sender, sender, tr("Unknown %1").arg(row.id));
 }
 
 void ReceptionMonitor::processProblem(const StreamProblem& problem)

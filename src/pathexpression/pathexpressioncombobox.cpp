@@ -2,6 +2,8 @@
 
 #include "diagnostics.h"
 
+#include <QEvent>
+
 CORVEL_DIAGNOSTICS("PathExpressionComboBox");
 #include "pathexpressionediting.h"
 
@@ -93,6 +95,15 @@ PathExpression::Parts PathExpressionComboBox::getParts() const
 {
     CORVEL_DEBUG_HOOK();
     return m_parts;
+}
+
+void PathExpressionComboBox::changeEvent(QEvent* event)
+{
+    CORVEL_DEBUG_HOOK();
+    QComboBox::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange &&
+        (!m_pathExpression || !hasMatches(m_optionsSourcePathExpression, m_parts)))
+        updateContents();
 }
 
 void PathExpressionComboBox::updateContents()

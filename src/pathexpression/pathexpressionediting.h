@@ -49,6 +49,13 @@ static inline void commit(PathExpression* expression, PathExpression::Parts part
         edited->completeEditing();
 }
 
+/** Whether @p optionsSource, which may be null, offers anything. */
+static inline bool hasMatches(PathExpression* optionsSource, PathExpression::Parts parts)
+{
+    CORVEL_DEBUG_HOOK();
+    return optionsSource && !optionsSource->getMatchingExpressionsStringList(parts).isEmpty();
+}
+
 namespace
 {
 

@@ -3,6 +3,8 @@
 #include "borrowed.h"
 #include "diagnostics.h"
 
+#include <QEvent>
+
 CORVEL_DIAGNOSTICS("PathExpressionLabel");
 
 PathExpressionLabel::PathExpressionLabel(PathExpression* pathExpression, PathExpression::Parts parts, QWidget* parent)
@@ -69,6 +71,14 @@ void PathExpressionLabel::processPartsChanged(PathExpression::Parts parts)
 {
     CORVEL_DEBUG_HOOK();
     if (parts & getParts())
+        updateLabel();
+}
+
+void PathExpressionLabel::changeEvent(QEvent* event)
+{
+    CORVEL_DEBUG_HOOK();
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && !m_pathExpression)
         updateLabel();
 }
 

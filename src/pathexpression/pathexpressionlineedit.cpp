@@ -2,6 +2,8 @@
 
 #include "diagnostics.h"
 
+#include <QEvent>
+
 CORVEL_DIAGNOSTICS("PathExpressionLineEdit");
 #include "pathexpressionediting.h"
 
@@ -92,6 +94,14 @@ void PathExpressionLineEdit::processReturnPressed()
     const QString typed = text();
     if (m_pathExpression)
         commit(m_pathExpression, m_parts, &typed);
+}
+
+void PathExpressionLineEdit::changeEvent(QEvent* event)
+{
+    CORVEL_DEBUG_HOOK();
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && !m_pathExpression)
+        updateText();
 }
 
 void PathExpressionLineEdit::updateText()

@@ -2,6 +2,8 @@
 
 #include "diagnostics.h"
 
+#include <QEvent>
+
 CORVEL_DIAGNOSTICS("PathExpressionListWidget");
 #include "pathexpressionediting.h"
 
@@ -78,6 +80,14 @@ PathExpression::Parts PathExpressionListWidget::getParts() const
 {
     CORVEL_DEBUG_HOOK();
     return m_parts;
+}
+
+void PathExpressionListWidget::changeEvent(QEvent* event)
+{
+    CORVEL_DEBUG_HOOK();
+    QListWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && !hasMatches(m_optionsSourcePathExpression, m_parts))
+        updateContents();
 }
 
 void PathExpressionListWidget::updateContents()

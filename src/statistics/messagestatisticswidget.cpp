@@ -7,6 +7,7 @@
 #include "messagestatisticscoordinator.h"
 #include "statisticscells.h"
 #include "statisticsrefresh.h"
+#include "statisticstexts.h"
 
 #include <QHeaderView>
 #include <QSet>
@@ -17,6 +18,7 @@
 #include <algorithm>
 
 CORVEL_DIAGNOSTICS("MessageStatisticsWidget");
+#include "owntext.h"
 
 static const int GapsColumn = 3;
 static const int DefaultNameWidth = 150;
@@ -27,8 +29,7 @@ static QTreeWidgetItem* createCountRow(const QString& name, const QString& toolT
     CORVEL_DEBUG_HOOK();
     QTreeWidgetItem* row = new QTreeWidgetItem(QTreeWidgetItem::Type);
     row->setData(0, Qt::DisplayRole, name);
-    row->setData(0, Qt::ToolTipRole, toolTip);
-    row->setData(1, Qt::ToolTipRole, toolTip);
+    StatisticsTexts::writeCountToolTip(row, toolTip);
     return row;
 }
 
@@ -40,9 +41,7 @@ static QTreeWidgetItem* createGapRow(int number)
     CORVEL_DEBUG_HOOK();
     QTreeWidgetItem* row = new QTreeWidgetItem(QTreeWidgetItem::Type);
     row->setData(0, GapNumberRole, number);
-    row->setData(0, Qt::ToolTipRole, QObject::tr("Gaps start"));
-    row->setData(1, Qt::ToolTipRole, QObject::tr("Missing epochs"));
-    row->setData(2, Qt::ToolTipRole, QObject::tr("Duration"));
+    StatisticsTexts::writeGapToolTips(row);
     return row;
 }
 
@@ -74,16 +73,6 @@ static bool isSameGap(const MessageStatistics::Gap& one, const MessageStatistics
 {
     CORVEL_DEBUG_HOOK();
     return one.start == other.start && one.missingEpochs == other.missingEpochs && one.interval == other.interval;
-}
-
-static QString getDurationText(const MessageStatistics::Gap& gap)
-{
-    CORVEL_DEBUG_HOOK();
-    // Deliberately cut to 32 bits: a duration of 2^31 ms (25 days) or more shows as a wrapped value.
-    const qint32 duration = static_cast<qint32>(static_cast<quint32>(gap.missingEpochs * gap.interval));
-    if (duration <= 999)
-        return QObject::tr("%1 ms").arg(duration);
-    return QObject::tr("%1 s").arg(duration / 1000.0);
 }
 
 MessageStatisticsWidget::MessageStatisticsWidget(MessageStatisticsCoordinator* coordinator, QWidget* parent)
@@ -136,10 +125,10 @@ QList<MessageStatistics*> MessageStatisticsWidget::getStatistics() const
 void MessageStatisticsWidget::setupColumns()
 {
     CORVEL_DEBUG_HOOK();
-    const QStringList labels = QStringList()
-                               << tr("Message") << tr("Count") << tr("Current rate/interval") << tr("Gaps");
-    setHeaderLabels(labels);
-    setColumnCount(labels.size());
+    const QStringList labels = getHeaderTexts();
+    setColumnCount(static_cast<int>(labels.size()));
+    for (int i = 0; i < labels.size(); ++i)
+        OwnText::writeHeader(model(), i, labels.at(i));
     setGapsColumnVisible(false);
     sortByColumn(0, Qt::AscendingOrder);
 }
@@ -162,7 +151,7 @@ QTreeWidgetItem* MessageStatisticsWidget::getFormatItem(const FormatInfo* format
         return item;
     item = new QTreeWidgetItem(QTreeWidgetItem::Type);
     item->setText(0, format->getName());
-    item->setToolTip(0, QObject::tr("Message statistics for the messages\nin the %1 format.").arg(format->getName()));
+    item->setToolTip(0, StatisticsTexts::getFormatToolTip(format->getName()));
     StatisticsCells::insertRow(invisibleRootItem(), topLevelItemCount(), item);
     item->setExpanded(true);
     m_formatItems.insert(format, item);
@@ -310,20 +299,16 @@ MessageStatisticsTreeWidgetItem::MessageStatisticsTreeWidgetItem(MessageStatisti
     const QString name = statistics->getMessageName();
     const MessageInfo* info = statistics->getMessageInfo();
     setData(0, Qt::DisplayRole, name);
-    setData(0, Qt::ToolTipRole, info ? info->getShortDescriptiveText() : QObject::tr("%1 (unknown)").arg(name));
-    setData(1, Qt::ToolTipRole, QObject::tr("Number of times the %1\nmessage has been received.").arg(name));
-    setData(2, Qt::ToolTipRole,
-            QObject::tr("Most recent regular rate/interval at which the %1\nmessage has been received.").arg(name));
-    setData(3, Qt::ToolTipRole, QObject::tr("Detected gaps in regular data segments with valid time, if any."));
+    if (info)
+        setData(0, Qt::ToolTipRole, info->getShortDescriptiveText());
+    else
+        setData(0, OwnText::Role, name); // its tool tip says that it is unknown
     m_intervalsItem = new QTreeWidgetItem(QTreeWidgetItem::Type);
-    m_intervalsItem->setData(0, Qt::DisplayRole, QObject::tr("Rates/Intervals"));
-    m_intervalsItem->setData(0, Qt::ToolTipRole,
-                             QObject::tr("The rates/intervals in which this message has been received,\n"
-                                         "together with the corresponding count."));
-    addChild(m_intervalsItem);
     m_noTimeItem = nullptr;
     m_unknownIntervalItem = nullptr;
     m_gapsItem = nullptr;
+    writeFixedTexts();
+    addChild(m_intervalsItem);
     updateNow();
 }
 
@@ -426,9 +411,7 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
         m_noTimeItem = nullptr;
     } else {
         if (!m_noTimeItem) {
-            m_noTimeItem = createCountRow(
-                QObject::tr("No time"),
-                QObject::tr("The number of times this message \nhas been received without a valid time tag."));
+            m_noTimeItem = createCountRow(QObject::tr("No time"), StatisticsTexts::getNoTimeToolTip());
             StatisticsCells::insertRow(m_intervalsItem, 0, m_noTimeItem);
         }
         StatisticsCells::writeCount(m_noTimeItem, m_statistics->getCountWithUnknownTime());
@@ -439,11 +422,8 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
         m_unknownIntervalItem = nullptr;
     } else {
         if (!m_unknownIntervalItem) {
-            m_unknownIntervalItem = createCountRow(
-                QObject::tr("Unknown interval/rate"),
-                QObject::tr("Number of times this message has been received \nwith a valid time tag but for which "
-                            "the interval \ncould not be determined: \nthere was no previous message with valid "
-                            "time, \nand the following messages did not \ncome in at a regular rate."));
+            m_unknownIntervalItem =
+                createCountRow(QObject::tr("Unknown interval/rate"), StatisticsTexts::getUnknownIntervalToolTip());
             StatisticsCells::insertRow(m_intervalsItem, 0, m_unknownIntervalItem);
         }
         StatisticsCells::writeCount(m_unknownIntervalItem, m_statistics->getCountWithKnownTimeButUnknownInterval());
@@ -465,11 +445,7 @@ void MessageStatisticsTreeWidgetItem::updateIntervalSubItems()
         QTreeWidgetItem* item = m_intervalItems.value(interval);
         if (!item) {
             const QString text = MessageStatistics::getIntervalString(static_cast<unsigned long long>(interval));
-            item = createCountRow(
-                text,
-                interval == 0
-                    ? QObject::tr("Number of times the messages was received\nwith the same time stamp as previous.")
-                    : QObject::tr("Number of times the message was received at %1.").arg(text));
+            item = createCountRow(text, StatisticsTexts::getIntervalToolTip(interval, text));
             StatisticsCells::insertRow(m_intervalsItem, m_intervalsItem->childCount(), item);
             m_intervalItems.insert(interval, item);
         }
@@ -509,7 +485,7 @@ void MessageStatisticsTreeWidgetItem::updateGapSubItems()
     }
     if (!m_gapsItem) {
         m_gapsItem = new QTreeWidgetItem(QTreeWidgetItem::Type);
-        m_gapsItem->setData(0, Qt::ToolTipRole, QObject::tr("Gaps, with time and duration"));
+        StatisticsTexts::writeGapsToolTip(m_gapsItem);
         StatisticsCells::insertRow(this, childCount(), m_gapsItem);
     }
     StatisticsCells::writeText(
@@ -548,7 +524,7 @@ bool MessageStatisticsTreeWidgetItem::updateGapRows(const QVector<MessageStatist
         if (i < m_shownGaps.size() && isSameGap(gap, m_shownGaps.at(i)))
             continue;
         const QString texts[] = {m_statistics->getTimeString(gap.start), QString::number(gap.missingEpochs),
-                                 getDurationText(gap)};
+                                 StatisticsTexts::getDurationText(gap)};
         for (int column = 0; column < 3; ++column) {
             if (!hasGapRows(rows.size()))
                 return false;

@@ -3,6 +3,7 @@
 #include "corvel.h"
 #include "diagnostics.h"
 #include "messagetreecolumn.h"
+#include "messagetreewidgetitem.h"
 #include "rowguard.h"
 #include "rowmemory.h"
 #include "singlesubmessagefieldtreewidgetitem.h"
@@ -309,6 +310,26 @@ void AbstractMessageTreeWidgetItem::configureInTreeWidget()
         expanded = tree && tree->mustInitiallyBeExpanded(this);
     }
     setExpanded(expanded);
+}
+
+void AbstractMessageTreeWidgetItem::translate()
+{
+    CORVEL_DEBUG_HOOK();
+    const RowGuard self(this);
+    if (MessageTreeWidgetItem* row = dynamic_cast<MessageTreeWidgetItem*>(this))
+        row->translateConfidentialityRow();
+    QList<AbstractMessageTreeWidgetItem*> rows;
+    for (int i = 0; !self.isBroken() && i < childCount(); ++i) {
+        if (AbstractMessageTreeWidgetItem* row = dynamic_cast<AbstractMessageTreeWidgetItem*>(child(i)))
+            rows.append(row);
+    }
+    const unsigned int deletedRows = s_deletedRows;
+    for (int i = 0; !self.isBroken() && i < rows.size(); ++i) {
+        if (deletedRows == s_deletedRows || indexOfChild(rows.at(i)) >= 0)
+            rows.at(i)->translate();
+    }
+    if (!self.isBroken() && writeName())
+        writeAllTexts();
 }
 
 static unsigned int bitOfColumn(int column)

@@ -8,16 +8,19 @@
 #include <QAction>
 
 CORVEL_DIAGNOSTICS("MessageTreeWidget");
+#include "owntext.h"
 
 static const int LeastImpossibleType = 1000;
 
 void MessageTreeWidget::createActions()
 {
     CORVEL_DEBUG_HOOK();
-    m_toggleTypeColumnAction = new QAction(tr("&Type"), this);
+    m_toggleTypeColumnAction = new QAction(this);
+    OwnText::writeAction(m_toggleTypeColumnAction, tr("&Type"));
     addToggleAction(m_toggleTypeColumnAction);
     m_columnToggleActions.insert(TypeColumn, m_toggleTypeColumnAction);
-    m_toggleRawValueColumnAction = new QAction(tr("&Raw Value"), this);
+    m_toggleRawValueColumnAction = new QAction(this);
+    OwnText::writeAction(m_toggleRawValueColumnAction, tr("&Raw Value"));
     addToggleAction(m_toggleRawValueColumnAction);
     m_columnToggleActions.insert(RawValueColumn, m_toggleRawValueColumnAction);
 }
@@ -111,7 +114,7 @@ void MessageTreeWidget::writeHeader(int column, ColumnType type)
 {
     CORVEL_DEBUG_HOOK();
     // Also where it seems to be right already: the header keeps the texts of columns that were removed.
-    headerItem()->setData(column, Qt::DisplayRole, getColumnName(type));
+    OwnText::writeHeader(model(), column, getColumnName(type));
     const MessageTreeColumn* custom = getCustomColumn(type);
     const QString toolTip = custom ? custom->getHeaderToolTip() : QString();
     if (headerItem()->toolTip(column) != toolTip)

@@ -350,14 +350,28 @@ void MessageTreeWidgetItem::showConfidentialityMessage()
     if (m_confidentialityRow && indexOfChild(m_confidentialityRow) >= 0)
         return;
     m_confidentialityRow = new QTreeWidgetItem;
+    writeConfidentialityTexts(m_confidentialityRow);
+    insertChild(0, m_confidentialityRow);
+}
+
+void MessageTreeWidgetItem::writeConfidentialityTexts(QTreeWidgetItem* row)
+{
+    CORVEL_DEBUG_HOOK();
     MessageTreeWidget* tree = getMessageTreeWidget();
     const int column = tree ? tree->getColumnIndex(MessageTreeWidget::NameColumn) : -1;
-    if (column >= 0) {
-        m_confidentialityRow->setData(column, Qt::DisplayRole, tr("Hidden data"));
-        m_confidentialityRow->setData(column, Qt::ToolTipRole,
-                                      tr("Due to confidentiality, the data in this message has been (partly) hidden."));
-    }
-    insertChild(0, m_confidentialityRow);
+    if (column < 0)
+        return;
+    row->setData(column, Qt::ToolTipRole,
+                 tr("Due to confidentiality, the data in this message has been (partly) hidden."));
+    // Last: who is told of it may have the row deleted.
+    row->setData(column, Qt::DisplayRole, tr("Hidden data"));
+}
+
+void MessageTreeWidgetItem::translateConfidentialityRow()
+{
+    CORVEL_DEBUG_HOOK();
+    if (m_confidentialityRow && indexOfChild(m_confidentialityRow) >= 0)
+        writeConfidentialityTexts(m_confidentialityRow);
 }
 
 void MessageTreeWidgetItem::hideConfidentialityMessage()

@@ -9,6 +9,7 @@
 #include "messageneed.h"
 #include "messagesource.h"
 
+#include <QEvent>
 #include <QTimer>
 
 CORVEL_DIAGNOSTICS("FieldValueLabel");
@@ -134,6 +135,7 @@ void FieldValueLabel::setTimeOut(int milliseconds)
 void FieldValueLabel::clearValue()
 {
     CORVEL_DEBUG_HOOK();
+    m_isCleared = true;
     setText(tr("N/A"));
 }
 
@@ -161,9 +163,18 @@ void FieldValueLabel::processMessage(const Message* message)
         if (!hasIndex() && count > 1)
             text += tr(" [...]");
     }
+    m_isCleared = false;
     setText(text);
     if (m_timer)
         m_timer->start();
+}
+
+void FieldValueLabel::changeEvent(QEvent* event)
+{
+    CORVEL_DEBUG_HOOK();
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && m_isCleared)
+        clearValue();
 }
 
 void FieldValueLabel::onTimeout()

@@ -7,6 +7,7 @@
 #include "message.h"
 #include "messageinfo.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPointer>
@@ -89,6 +90,14 @@ void MessageWidget::setMessageInfo(const MessageInfo* messageInfo)
         ++row;
     }
     setWindowTitle(messageInfo->getName());
+}
+
+void MessageWidget::changeEvent(QEvent* event)
+{
+    CORVEL_DEBUG_HOOK();
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && !m_messageInfo)
+        setWindowTitle(tr("No message type set"));
 }
 
 void MessageWidget::displayMessage(const Message* message)

@@ -59,7 +59,7 @@ build("${CMAKE_CURRENT_LIST_DIR}/project" "${WORK_DIR}/project" all
     "-DCMAKE_PREFIX_PATH=${prefixes}" "-DCMAKE_CXX_FLAGS=${SUBBUILD_FLAGS}"
     "-DEXAMPLES_DIR=${SOURCE_DIR}/examples")
 run("${WORK_DIR}/project/consumer")
-expect("what the consumer shows" "${RUN_OUTPUT}" "15.0.0: N/A, 42 m/s\n")
+expect("what the consumer shows" "${RUN_OUTPUT}" "15.0.0: N/A, 42 m/s\nTyp\n")
 
 # In the build tree headers are found alike.
 build("${CMAKE_CURRENT_LIST_DIR}/project" "${WORK_DIR}/buildtree" own "-DCorvel_DIR=${BINARY_DIR}/package"

@@ -54,7 +54,7 @@ void EventWatch::processEvent(const ReceptionEvent& received)
     const Kind& kind = kindOf(received);
     Event event;
     event.source = m_source;
-    event.type = CorvelEvent::getTypeName(received.type);
+    event.type = QLatin1String(CorvelEvent::getEnglishTypeName(received.type));
     event.severity = kind.severity;
     event.sender = received.sender;
     event.text = received.text;
@@ -76,7 +76,7 @@ void EventWatch::add(Severity severity, const QString& text, quint64 count)
 {
     Event event;
     event.source = m_source;
-    event.type = CorvelEvent::getTypeName(CorvelEvent::SourceEvent);
+    event.type = QLatin1String(CorvelEvent::getEnglishTypeName(CorvelEvent::SourceEvent));
     event.severity = severity;
     event.text = text;
     event.time = Message::NoTime;

@@ -8,6 +8,7 @@
 #include <QToolTip>
 
 static const int LongestSender = 20; // that nothing is left out of, such as "10:1"
+static const ushort LeftToRightMark = 0x200e;
 static const int LongestText = 2000; // that anybody reads in a cell or its tool tip
 
 CellDelegate::CellDelegate(QObject* parent)
@@ -53,6 +54,9 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
         const QString rest = option->text.left(option->text.size() - kept.size());
         option->text = fit(rest, kept, option->fontMetrics, place.width() - 2 * margin);
     }
+    // In a window from right to left a unit would go before its number, and a sign behind it.
+    if (option->direction == Qt::RightToLeft && !option->text.isEmpty() && !option->text.at(0).isLetter())
+        option->text.prepend(QChar(LeftToRightMark));
     option->palette.setColor(QPalette::Disabled, QPalette::Text, Theme::faintText(option->palette));
 }
 

@@ -1,26 +1,65 @@
 #include "language.h"
 
-#include <QCoreApplication>
+#include "retranslator.h"
+#include "translations.h"
+
+#include <QApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QPointer>
 #include <QTranslator>
 
-static void install(const QLocale& locale, const QString& name, const QString& folder)
+#include <memory>
+
+static void replace(QPointer<QTranslator>* translator, const QString& language, const QString& name,
+                    const QString& folder)
 {
-    QTranslator* const translator = new QTranslator(QCoreApplication::instance());
-    if (translator->load(locale, name, QLatin1String("_"), folder))
-        QCoreApplication::installTranslator(translator);
+    delete translator->data();
+    *translator = new QTranslator(QCoreApplication::instance());
+    if ((*translator)->load(name + QLatin1Char('_') + language, folder))
+        QCoreApplication::installTranslator(*translator);
     else
-        delete translator;
+        delete translator->data();
 }
 
-void installLanguage(const QLocale& locale)
+QVector<Language::Choice> Language::getChoices()
+{
+    QVector<Choice> choices;
+    const QStringList codes = Translations::getLanguages();
+    for (const QString& code : codes) {
+        QString name = QLocale(code).nativeLanguageName();
+        if (code == QLatin1String("en"))
+            name = QStringLiteral("English"); // whatever the country
+        else if (!name.isEmpty())
+            name[0] = name.at(0).toUpper();
+        choices.append({code, name});
+    }
+    return choices;
+}
+
+void Language::install(const QString& code)
 {
 #if QT_VERSION >= 0x060000
     const QString ofQt = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
 #else
     const QString ofQt = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
 #endif
-    install(locale, QLatin1String("qtbase"), ofQt);
-    install(locale, QLatin1String("corvel"), QLatin1String(":/translations"));
+    const QLocale locale = Translations::getLanguages().contains(code) ? QLocale(code) : QLocale::system();
+    const QString language = Translations::find(locale);
+    static QPointer<QTranslator> translatorOfQt;
+    static QPointer<QTranslator> translatorOfPrograms;
+    static QString shown;
+    if (translatorOfPrograms && language == shown)
+        return;
+    shown = language;
+    const bool hasWindows =
+        qobject_cast<QApplication*>(QCoreApplication::instance()) && !QApplication::topLevelWidgets().isEmpty();
+    const std::unique_ptr<Retranslator> retranslator(hasWindows ? new Retranslator : nullptr);
+    Translations::install(locale);
+    replace(&translatorOfQt, language, QLatin1String("qtbase"), ofQt);
+    replace(&translatorOfPrograms, language, QLatin1String("programs"), QLatin1String(":/corvel/translations"));
+    if (!retranslator)
+        return;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LanguageChange); // first what knows its texts itself
+    retranslator->apply();
 }

@@ -1,6 +1,7 @@
 #include "desk.h"
 
 #include "corvel.h"
+#include "language.h"
 #include "message.h"
 
 static const int SaidMilliseconds = 5000;
@@ -133,6 +134,8 @@ void Desk::setPreferences(const Preferences& preferences)
     m_latest.setRate(preferences.tickRate);
     if (preferences.theme != before.theme)
         Theme::apply(preferences.theme);
+    if (preferences.language != before.language)
+        Language::install(preferences.language);
     if (preferences.decimals != Corvel::floatingPointDecimals()) {
         Corvel::setFloatingPointDecimals(preferences.decimals);
         renew(); // also while nothing new is shown

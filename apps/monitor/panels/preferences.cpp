@@ -20,6 +20,7 @@ void Preferences::save(QSettings& settings) const
     settings.setValue(QLatin1String("digits"), digits);
     settings.setValue(QLatin1String("highlight"), highlight);
     settings.setValue(QLatin1String("theme"), Theme::nameOf(theme));
+    settings.setValue(QLatin1String("language"), language);
     settings.setValue(QLatin1String("annotations"), annotations);
     settings.endGroup();
 }
@@ -39,6 +40,7 @@ void Preferences::restore(QSettings& settings)
     restoreNumber(settings, "digits", 0, 17, &digits);
     highlight = settings.value(QLatin1String("highlight"), highlight).toBool();
     Theme::find(settings.value(QLatin1String("theme")).toString(), &theme);
+    language = settings.value(QLatin1String("language"), language).toString();
     annotations = settings.value(QLatin1String("annotations"), annotations).toString();
     settings.endGroup();
 }

@@ -19,6 +19,7 @@ struct Preferences
     int digits = 5;               ///< significant ones of numbers with a fraction in the tree; 0 for all
     bool highlight = true;        ///< shades values that change
     Theme::Kind theme = Theme::System;
+    QString language;    ///< its code; empty for that of the system
     QString annotations; ///< a file that is added to the definitions; may be empty
 
     void save(QSettings& settings) const;

@@ -57,6 +57,7 @@ MainWindow::MainWindow(QWidget* parent)
     refresh();
 
     connect(&m_desk, &Desk::failed, this, &MainWindow::showError);
+    connect(&m_desk, &Desk::preferencesChanged, this, &MainWindow::refresh);
     connect(&m_desk, &Desk::wanted, m_docks, &DockLayout::show);
     connect(m_desk.getSources(), &SourceModel::sessionChanged, this, &MainWindow::refresh);
     connect(m_desk.getSources(), &SourceModel::sessionRemoved, this, &MainWindow::refresh);

@@ -1,6 +1,7 @@
 #include "preferencesdialog.h"
 
 #include "labels.h"
+#include "language.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -69,6 +70,14 @@ QWidget* PreferencesDialog::createDisplay(const Preferences& preferences)
     m_theme->addItem(tr("Dark"), Theme::Dark);
     m_theme->setCurrentIndex(m_theme->findData(preferences.theme));
     addRow(form, tr("&Colours:"), m_theme, tr("The colours of all windows"));
+    m_language = new QComboBox;
+    m_language->addItem(tr("As the system"), QString());
+    const QVector<Language::Choice> choices = Language::getChoices();
+    for (const Language::Choice& choice : choices)
+        m_language->addItem(choice.name, choice.code);
+    m_language->setCurrentIndex(qMax(0, m_language->findData(preferences.language)));
+    addRow(form, tr("&Language:"), m_language,
+           tr("The language of all texts, at once. What was logged stays in the language it was logged in."));
     m_highlight = new QCheckBox(tr("&Highlight values that change"));
     m_highlight->setChecked(preferences.highlight);
     form->addRow(m_highlight);
@@ -148,6 +157,7 @@ Preferences PreferencesDialog::getPreferences() const
     preferences.decimals = m_decimals->value();
     preferences.highlight = m_highlight->isChecked();
     preferences.theme = static_cast<Theme::Kind>(m_theme->currentData().toInt());
+    preferences.language = m_language->currentData().toString();
     preferences.silentIntervals = m_silence->value();
     preferences.watchTimeOut = m_timeOut->value();
     preferences.annotations = m_annotations->text().trimmed();

@@ -40,6 +40,7 @@ private:
     QSpinBox* m_decimals;
     QCheckBox* m_highlight;
     QComboBox* m_theme;
+    QComboBox* m_language;
     QSpinBox* m_silence;
     QDoubleSpinBox* m_timeOut;
     QLineEdit* m_annotations;

@@ -101,13 +101,17 @@ QWidget* StartPage::createEntry(QAction* action)
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button->setIconSize(QSize(fontMetrics().height(), fontMetrics().height()));
     button->setFocusPolicy(Qt::StrongFocus);
-    QString text = action->text(); // in which && stands for itself
-    text.replace(QLatin1String("&&"), QLatin1String("\n")).remove(QLatin1Char('&'));
-    text.replace(QLatin1Char('\n'), QLatin1Char('&'));
-    button->setAccessibleName(text);
-    const int widest = fontMetrics().averageCharWidth() * WidestEntryLetters;
-    button->setText(
-        fontMetrics().elidedText(text, Qt::ElideMiddle, widest).replace(QLatin1Char('&'), QLatin1String("&&")));
+    const auto write = [this, action, button]() {
+        QString text = action->text(); // in which && stands for itself
+        text.replace(QLatin1String("&&"), QLatin1String("\n")).remove(QLatin1Char('&'));
+        text.replace(QLatin1Char('\n'), QLatin1Char('&'));
+        button->setAccessibleName(text);
+        const int widest = fontMetrics().averageCharWidth() * WidestEntryLetters;
+        button->setText(
+            fontMetrics().elidedText(text, Qt::ElideMiddle, widest).replace(QLatin1Char('&'), QLatin1String("&&")));
+    };
+    write();
+    connect(action, &QAction::changed, button, write); // when the button has taken it over
     return button;
 }
 

@@ -4,6 +4,7 @@
 #include "message.h"
 #include "protobufencoding.h"
 
+#include <QCoreApplication>
 #include <QtEndian>
 
 #include <algorithm>
@@ -200,8 +201,8 @@ void ProtobufStreamDecoder::lose(quint64 size, StreamSink* sink)
     problem.kind = StreamProblem::LengthMismatch;
     problem.offset = m_offset;
     problem.length = size;
-    problem.text =
-        QStringLiteral("nothing that follows can be read, because nothing else tells where a message begins");
+    problem.text = QCoreApplication::translate(
+        "StreamProblem", "nothing that follows can be read, because nothing else tells where a message begins");
     sink->processProblem(problem);
     m_lost = true;
     m_offset += size;
@@ -229,7 +230,7 @@ void ProtobufStreamDecoder::finish(StreamSink* sink)
         quint64 length = 0;
         const int used = readLength(m_pending.constData(), int(m_pending.size()), &length);
         if (used > 0)
-            problem.text = QStringLiteral("inside a message of %1 bytes").arg(length);
+            problem.text = QCoreApplication::translate("StreamProblem", "inside a message of %1 bytes").arg(length);
         sink->processProblem(problem);
     }
     m_offset += quint64(m_pending.size());

@@ -5,6 +5,8 @@
 #include "mavlinkframe.h"
 #include "message.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <limits>
 
@@ -278,7 +280,7 @@ bool MavlinkStreamDecoder::resolveSigned(const Window& window, Candidate candida
     problem.offset = signature;
     const bool hasTime = isCut == Yes && hasTimeBefore(window, next);
     problem.length = next - (hasTime ? TimeSize : 0) - signature;
-    problem.text = QStringLiteral("a signature breaks off");
+    problem.text = QCoreApplication::translate("StreamProblem", "a signature breaks off");
     sink->processProblem(problem);
     continueAt(signature + problem.length);
     m_inSync = m_layout == RawLayout || hasTime;
@@ -462,11 +464,11 @@ void MavlinkStreamDecoder::reportBadFrame(const Window& window, const Candidate&
     problem.sender = senderKey(candidate.header.system, candidate.header.component);
     problem.hasFrame = true;
     if (kind == StreamProblem::LengthMismatch)
-        problem.text = QStringLiteral("%1 bytes of payload instead of %2")
+        problem.text = QCoreApplication::translate("StreamProblem", "%1 bytes of payload instead of %2")
                            .arg(candidate.header.payloadSize)
                            .arg(candidate.info->getBaseLength());
     else if (kind == StreamProblem::UnsupportedFrame)
-        problem.text = QStringLiteral("incompatibility flags 0x%1")
+        problem.text = QCoreApplication::translate("StreamProblem", "incompatibility flags 0x%1")
                            .arg(candidate.header.incompatibleFlags, 2, 16, QLatin1Char('0'));
     sink->processProblem(problem);
 }

@@ -4,6 +4,8 @@
 #include "mcaprecord.h"
 #include "utf8text.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace
@@ -49,7 +51,7 @@ QString McapChannels::addSchema(const char* body, quint64 size)
 {
     Mcap::Schema schema;
     if (!schema.read(Mcap::Cursor(body, size)))
-        return QStringLiteral("a schema's lengths do not fit its record");
+        return QCoreApplication::translate("McapStream", "a schema's lengths do not fit its record");
     // The files of one recording announce the same.
     if (!m_schemas.contains(schema.id) && m_earlierSchemas.contains(schema.id))
         m_schemas.insert(schema.id, m_earlierSchemas.value(schema.id));
@@ -58,9 +60,10 @@ QString McapChannels::addSchema(const char* body, quint64 size)
         known->data == schema.data)
         return QString();
     if (schema.id == 0)
-        return QStringLiteral("a schema has the number 0, which means none");
+        return QCoreApplication::translate("McapStream", "a schema has the number 0, which means none");
     if (!makeRoom(size))
-        return QStringLiteral("schema %1 is one too many: 64 MiB of schemas and channels are known")
+        return QCoreApplication::translate("McapStream",
+                                           "schema %1 is one too many: 64 MiB of schemas and channels are known")
             .arg(Utf8Text::decode(schema.name));
     // What was read points into bytes that will be gone.
     const auto copied = [](const QByteArray& text) { return QByteArray(text.constData(), text.size()); };
@@ -73,7 +76,7 @@ QString McapChannels::addChannel(const char* body, quint64 size)
 {
     Mcap::Channel channel;
     if (!channel.read(Mcap::Cursor(body, size)))
-        return QStringLiteral("a channel's lengths do not fit its record");
+        return QCoreApplication::translate("McapStream", "a channel's lengths do not fit its record");
     const QByteArray record = QByteArray::fromRawData(body, int(size));
     const auto schema = m_schemas.constFind(channel.schema);
     const quint32 schemaVersion = schema == m_schemas.constEnd() ? 0 : schema->version;
@@ -86,7 +89,9 @@ QString McapChannels::addChannel(const char* body, quint64 size)
     }
     const QString topic = Utf8Text::decode(channel.topic);
     if (!makeRoom(size))
-        return QStringLiteral("channel %1 is one too many: 64 MiB of schemas and channels are known").arg(topic);
+        return QCoreApplication::translate("McapStream",
+                                           "channel %1 is one too many: 64 MiB of schemas and channels are known")
+            .arg(topic);
     m_announcements.insert(channel.id, Announcement{QByteArray(body, int(size)), schemaVersion, nullptr});
 
     Type type;
@@ -116,7 +121,7 @@ TypeSchema McapChannels::schemaOf(const Mcap::Channel& channel) const
 void McapChannels::findType(const Mcap::Channel& channel, const QString& topic, Type* type)
 {
     const QString messages = Utf8Text::decode(channel.encoding);
-    type->kind = messages.isEmpty() ? QStringLiteral("no encoding") : messages;
+    type->kind = messages.isEmpty() ? QCoreApplication::translate("McapStream", "no encoding") : messages;
     type->schema = schemaOf(channel);
     Encoding* const encoding = m_definitions->find(messages);
     if (!encoding || !encoding->hasSchemas())
@@ -129,10 +134,11 @@ void McapChannels::findType(const Mcap::Channel& channel, const QString& topic, 
     if (schema == m_schemas.constEnd()) {
         if (channel.schema == 0 && type->isAwaited)
             return;
-        type->kind += QStringLiteral(" without a schema");
+        type->kind += QCoreApplication::translate("McapStream", " without a schema");
         type->problem = channel.schema == 0
-                            ? QStringLiteral("the channel has no schema")
-                            : QStringLiteral("the channel's schema %1 was not announced").arg(channel.schema);
+                            ? QCoreApplication::translate("McapStream", "the channel has no schema")
+                            : QCoreApplication::translate("McapStream", "the channel's schema %1 was not announced")
+                                  .arg(channel.schema);
         return;
     }
     type->kind = Utf8Text::decode(schema->name);
@@ -147,7 +153,7 @@ void McapChannels::findType(const Mcap::Channel& channel, const QString& topic, 
     if (encoding->readsSchema(schema->encoding))
         makeType(type);
     else
-        type->problem = QStringLiteral("the schema %1 is %2 and the messages are %3")
+        type->problem = QCoreApplication::translate("McapStream", "the schema %1 is %2 and the messages are %3")
                             .arg(type->kind, Utf8Text::decode(schema->encoding), messages);
 }
 
@@ -157,7 +163,8 @@ void McapChannels::makeType(Type* type)
     QString error;
     type->info = m_definitions->find(Utf8Text::decode(type->schema.messageEncoding))->makeType(type->schema, &error);
     if (!error.isEmpty())
-        type->problem = QStringLiteral("the schema %1 cannot be used: %2").arg(type->schema.name, error);
+        type->problem =
+            QCoreApplication::translate("McapStream", "the schema %1 cannot be used: %2").arg(type->schema.name, error);
     type->isAwaited = type->isAwaited && !type->info;
 }
 
@@ -189,7 +196,9 @@ const McapChannels::Entry* McapChannels::add(quint16 channel, const MessageInfo*
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_topics.insert(entry->sender, topic);
         if (!info)
-            m_unknown.insert(entry->id, {QStringLiteral("%1 (%2, not decodable)").arg(topic, kind), schema});
+            m_unknown.insert(
+                entry->id,
+                {QCoreApplication::translate("McapStream", "%1 (%2, not decodable)").arg(topic, kind), schema});
     }
     if (channel >= m_byNumber.size())
         m_byNumber.resize(std::size_t(channel) + 1, nullptr);
@@ -200,8 +209,8 @@ const McapChannels::Entry* McapChannels::add(quint16 channel, const MessageInfo*
 
 const McapChannels::Entry* McapChannels::makeUp(quint16 channel)
 {
-    return add(channel, nullptr, QStringLiteral("channel %1").arg(channel), QStringLiteral("not announced"),
-               TypeSchema());
+    return add(channel, nullptr, QCoreApplication::translate("McapStream", "channel %1").arg(channel),
+               QCoreApplication::translate("McapStream", "not announced"), TypeSchema());
 }
 
 QString McapChannels::getTopic(quint32 sender) const

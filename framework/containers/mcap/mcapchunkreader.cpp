@@ -3,6 +3,8 @@
 #include "mcapreader.h"
 #include "utf8text.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <limits>
 
@@ -29,7 +31,7 @@ bool McapReader::readChunkHead()
         consumed.resize(RecordHeadSize);
         qToLittleEndian(m_length, consumed.data() + 1);
         startSearch(m_recordOffset, std::numeric_limits<quint64>::max(), consumed + m_chunkHeadBytes,
-                    QStringLiteral("a chunk whose lengths contradict each other"));
+                    QCoreApplication::translate("McapStream", "a chunk whose lengths contradict each other"));
     }
     return true;
 }
@@ -51,19 +53,21 @@ bool McapReader::readChunkName()
         qToLittleEndian(m_length, consumed.data() + 1);
         const quint64 end = agrees ? m_recordOffset + RecordHeadSize + m_length : std::numeric_limits<quint64>::max();
         startSearch(m_recordOffset, end, consumed + m_chunkHeadBytes,
-                    agrees ? QStringLiteral("a chunk of %1 bytes").arg(m_length)
-                           : QStringLiteral("a chunk whose lengths contradict each other"));
+                    agrees ? QCoreApplication::translate("McapStream", "a chunk of %1 bytes").arg(m_length)
+                           : QCoreApplication::translate("McapStream", "a chunk whose lengths contradict each other"));
         return true;
     }
     m_left = m_chunkHead.recordsSize + m_chunkHead.extension;
     m_state = InChunk;
     QString problem;
     if (!Decompressor::isKnown(m_chunkHead.compression))
-        problem = QStringLiteral("a chunk with the compression \"%1\"").arg(Utf8Text::decode(m_chunkHead.compression));
+        problem = QCoreApplication::translate("McapStream", "a chunk with the compression \"%1\"")
+                      .arg(Utf8Text::decode(m_chunkHead.compression));
     else if (m_chunkHead.uncompressedSize > GreatestChunk)
-        problem = QStringLiteral("a chunk that holds %1 bytes was passed over, %2 MiB are read")
-                      .arg(m_chunkHead.uncompressedSize)
-                      .arg(GreatestChunk >> 20);
+        problem =
+            QCoreApplication::translate("McapStream", "a chunk that holds %1 bytes was passed over, %2 MiB are read")
+                .arg(m_chunkHead.uncompressedSize)
+                .arg(GreatestChunk >> 20);
     if (!problem.isEmpty()) {
         report(StreamProblem::UnsupportedFrame, m_recordOffset, RecordHeadSize + m_length, problem);
         m_state = Skipping;
@@ -142,12 +146,13 @@ void McapReader::processChunk(const char* bytes, quint64 size)
     const quint64 length = m_position - m_recordOffset;
     if (!good) {
         report(StreamProblem::ChecksumFailure, m_recordOffset, length,
-               QStringLiteral("a chunk that does not decompress was dropped (%1)").arg(QString::fromLatin1(error)));
+               QCoreApplication::translate("McapStream", "a chunk that does not decompress was dropped (%1)")
+                   .arg(QString::fromLatin1(error)));
         return;
     }
     if (written != m_chunkHead.uncompressedSize) {
         report(StreamProblem::LengthMismatch, m_recordOffset, length,
-               QStringLiteral("a chunk that says it holds %1 bytes and holds %2 was dropped")
+               QCoreApplication::translate("McapStream", "a chunk that says it holds %1 bytes and holds %2 was dropped")
                    .arg(m_chunkHead.uncompressedSize)
                    .arg(written));
         return;
@@ -159,7 +164,7 @@ void McapReader::processChunk(const char* bytes, quint64 size)
 /** Takes the records of a chunk when @p crc, their checksum, is the one that the chunk gives, or when it gives none. */
 void McapReader::processRecords(std::unique_ptr<Chunk> chunk, quint64 size, quint32 crc)
 {
-    if (!checkCrc(m_chunkHead.crc, crc, QStringLiteral("a chunk, which was dropped,")))
+    if (!checkCrc(m_chunkHead.crc, crc, QCoreApplication::translate("McapStream", "a chunk, which was dropped,")))
         return;
     parseChunk(chunk.get(), size, true);
     holdChunk(std::move(chunk));
@@ -176,10 +181,12 @@ void McapReader::parseChunk(Chunk* chunk, quint64 size, bool mustBeWhole)
         const char* const body = bytes ? cursor.skip(head.length) : nullptr;
         if (!body) {
             if (mustBeWhole)
-                report(StreamProblem::LengthMismatch, m_recordOffset, m_position - m_recordOffset,
-                       QStringLiteral("a record in a chunk has %1 bytes where %2 are left; what follows it was dropped")
-                           .arg(head.length)
-                           .arg(rest));
+                report(
+                    StreamProblem::LengthMismatch, m_recordOffset, m_position - m_recordOffset,
+                    QCoreApplication::translate(
+                        "McapStream", "a record in a chunk has %1 bytes where %2 are left; what follows it was dropped")
+                        .arg(head.length)
+                        .arg(rest));
             return;
         }
         switch (head.opcode) {
@@ -223,8 +230,10 @@ void McapReader::holdChunk(std::unique_ptr<Chunk> chunk)
     if (m_starts.empty() || offset > m_starts.back().offset) {
         if (isTooEarly && !m_orderIsLost) {
             report(StreamProblem::DisorderedTimes, offset, 0,
-                   QStringLiteral("a chunk, or a second without chunks, is earlier than the one before the last, and "
-                                  "there is no index"));
+                   QCoreApplication::translate(
+                       "McapStream",
+                       "a chunk, or a second without chunks, is earlier than the one before the last, and "
+                       "there is no index"));
             m_orderIsLost = true;
         }
         m_order.release(m_greatestTime, m_sink);
@@ -237,7 +246,8 @@ void McapReader::holdChunk(std::unique_ptr<Chunk> chunk)
     while (m_order.getHeldBytes() > MostHeldBytes) {
         if (!m_orderIsLost)
             report(StreamProblem::DisorderedTimes, offset, 0,
-                   QStringLiteral("chunks overlap by more than %1 MiB").arg(MostHeldBytes >> 20));
+                   QCoreApplication::translate("McapStream", "chunks overlap by more than %1 MiB")
+                       .arg(MostHeldBytes >> 20));
         m_orderIsLost = true;
         m_order.releaseOne(m_sink);
     }

@@ -2,6 +2,8 @@
 
 #include "mcapreader.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -105,7 +107,7 @@ void McapReader::addDefinition(quint8 opcode, const char* body, quint64 size)
     if (!entry || waiting == m_waiting.end())
         return;
     report(StreamProblem::DisorderedTimes, waiting->second.getOffset(), 0,
-           QStringLiteral("%1 messages of %2 had to wait until it was announced")
+           QCoreApplication::translate("McapStream", "%1 messages of %2 had to wait until it was announced")
                .arg(waiting->second.getCount())
                .arg(m_channels.getTopic(entry->sender)));
     stopWaiting(waiting, entry);
@@ -163,9 +165,10 @@ const McapChannels::Entry* McapReader::meetChannel(quint16 number, const QByteAr
 const McapChannels::Entry* McapReader::makeUpChannel(quint16 number)
 {
     const McapChannels::Entry* const entry = m_channels.makeUp(number);
-    QString text = QStringLiteral("messages of channel %1, which was not announced").arg(number);
+    QString text =
+        QCoreApplication::translate("McapStream", "messages of channel %1, which was not announced").arg(number);
     if (m_hasLost)
-        text += QStringLiteral(" in what could be read");
+        text += QCoreApplication::translate("McapStream", " in what could be read");
     reportDefinition(text, entry);
     return entry;
 }

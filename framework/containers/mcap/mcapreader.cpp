@@ -1,5 +1,7 @@
 #include "mcapreader.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -25,24 +27,24 @@ const int LongestHead = RecordHeadSize + ChunkHeadSize + GreatestCompressionName
 
 QString megabytes(quint64 size)
 {
-    return QStringLiteral("%1 MiB").arg(size >> 20);
+    return QCoreApplication::translate("McapStream", "%1 MiB").arg(size >> 20);
 }
 
 QString recordName(quint8 opcode)
 {
     switch (opcode) {
     case SchemaRecord:
-        return QStringLiteral("a schema");
+        return QCoreApplication::translate("McapStream", "a schema");
     case ChannelRecord:
-        return QStringLiteral("a channel");
+        return QCoreApplication::translate("McapStream", "a channel");
     case MessageRecord:
-        return QStringLiteral("a message");
+        return QCoreApplication::translate("McapStream", "a message");
     case ChunkRecord:
-        return QStringLiteral("a chunk");
+        return QCoreApplication::translate("McapStream", "a chunk");
     case AttachmentRecord:
-        return QStringLiteral("an attachment");
+        return QCoreApplication::translate("McapStream", "an attachment");
     default:
-        return QStringLiteral("a record 0x%1").arg(opcode, 2, 16, QLatin1Char('0'));
+        return QCoreApplication::translate("McapStream", "a record 0x%1").arg(opcode, 2, 16, QLatin1Char('0'));
     }
 }
 
@@ -205,7 +207,7 @@ bool McapReader::readMagic()
         m_state = AtRecord;
     else
         startSearch(m_position - MagicSize, Never, QByteArray(bytes, MagicSize),
-                    QStringLiteral("an MCAP file begins otherwise"));
+                    QCoreApplication::translate("McapStream", "an MCAP file begins otherwise"));
     return true;
 }
 
@@ -213,7 +215,7 @@ bool McapReader::readMagic()
 QString McapReader::whyImpossible(const RecordHead& head)
 {
     if (head.opcode == 0)
-        return QStringLiteral("no record has the number 0");
+        return QCoreApplication::translate("McapStream", "no record has the number 0");
     quint64 most = GreatestRecord;
     switch (head.opcode) {
     case ChunkRecord:
@@ -229,7 +231,7 @@ QString McapReader::whyImpossible(const RecordHead& head)
     }
     if (!isNone(head) && head.length <= most)
         return QString();
-    return QStringLiteral("%1 of %2 bytes").arg(recordName(head.opcode)).arg(head.length);
+    return QCoreApplication::translate("McapStream", "%1 of %2 bytes").arg(recordName(head.opcode)).arg(head.length);
 }
 
 bool McapReader::readRecordHead()
@@ -277,7 +279,9 @@ bool McapReader::readRecordHead()
         m_state = Skipping;
         if (head.length > GreatestTrusted) {
             startSearch(m_recordOffset, m_position + head.length, QByteArray(bytes, RecordHeadSize),
-                        QStringLiteral("%1 of %2 bytes").arg(recordName(head.opcode)).arg(head.length));
+                        QCoreApplication::translate("McapStream", "%1 of %2 bytes")
+                            .arg(recordName(head.opcode))
+                            .arg(head.length));
             m_searchIsQuiet = true;
         }
         break;
@@ -316,7 +320,8 @@ void McapReader::processRecord(const char* body, quint64 size)
         endStretch();
         m_order.release(Never, m_sink);
         if (m_crcCovers && m_dataCrcIsWanted && !m_leavesOut)
-            checkCrc(qFromLittleEndian<quint32>(body), m_crc, QStringLiteral("the data of the file"));
+            checkCrc(qFromLittleEndian<quint32>(body), m_crc,
+                     QCoreApplication::translate("McapStream", "the data of the file"));
         m_crc = 0;
         m_crcCovers = true;
         m_summaryOffset = m_position;
@@ -330,7 +335,7 @@ void McapReader::processRecord(const char* body, quint64 size)
         const bool covers = !m_leavesOut && m_crcCovers &&
                             (footer.summaryStart == m_summaryOffset - m_fileStarts[m_file] || footer.summaryStart == 0);
         if (covers && m_summaryOffset != 0)
-            checkCrc(footer.crc, m_crc, QStringLiteral("the summary"));
+            checkCrc(footer.crc, m_crc, QCoreApplication::translate("McapStream", "the summary"));
         m_position += m_length - (FooterSize - 4);
         m_ended = true;
         m_state = AtEndMagic;
@@ -347,7 +352,8 @@ bool McapReader::checkCrc(quint32 given, quint32 right, const QString& what)
         return true;
     const auto hex = [](quint32 crc) { return QStringLiteral("0x%1").arg(crc, 8, 16, QLatin1Char('0')); };
     report(StreamProblem::ChecksumFailure, m_recordOffset, m_position - m_recordOffset,
-           QStringLiteral("%1 should have the CRC %2 and has %3").arg(what, hex(given), hex(right)));
+           QCoreApplication::translate("McapStream", "%1 should have the CRC %2 and has %3")
+               .arg(what, hex(given), hex(right)));
     return false;
 }
 
@@ -442,7 +448,8 @@ void McapReader::endSearch(quint64 found)
         m_searchIsQuiet = false;
     else if (found == m_searchEnd && !m_searchIsForNext)
         report(StreamProblem::UnsupportedFrame, m_searchStart, found - m_searchStart,
-               QStringLiteral("%1 was passed over, %2 are read").arg(m_searchReason, megabytes(GreatestRecord)));
+               QCoreApplication::translate("McapStream", "%1 was passed over, %2 are read")
+                   .arg(m_searchReason, megabytes(GreatestRecord)));
     else
         report(StreamProblem::SkippedBytes, m_searchStart, found - m_searchStart, m_searchReason);
     m_backlog = m_window.mid(int(found - m_windowOffset));
@@ -462,7 +469,7 @@ bool McapReader::readEndMagic()
     m_position += MagicSize;
     if (std::memcmp(bytes, Magic, MagicSize) != 0)
         report(StreamProblem::SkippedBytes, m_position - MagicSize, MagicSize,
-               QStringLiteral("an MCAP file ends otherwise"));
+               QCoreApplication::translate("McapStream", "an MCAP file ends otherwise"));
     m_left = 0;
     m_state = AtEnd;
     return true;
@@ -495,19 +502,21 @@ void McapReader::finish(StreamSink* sink)
     } else if (m_state == AtEnd) {
         if (m_left > 0)
             report(StreamProblem::SkippedBytes, m_position - m_left, m_left,
-                   QStringLiteral("they follow the end of the recording"));
+                   QCoreApplication::translate("McapStream", "they follow the end of the recording"));
     } else if (end > start) {
         QString text;
         if (m_state == InChunk) {
-            text = QStringLiteral("inside a chunk, of which %1 messages can be read").arg(salvageChunk());
+            text = QCoreApplication::translate("McapStream", "inside a chunk, of which %1 messages can be read")
+                       .arg(salvageChunk());
         } else if (m_state != AtRecord && m_state != AtMagic && m_state != AtEndMagic) {
-            text = QStringLiteral("inside %1").arg(recordName(m_opcode));
+            text = QCoreApplication::translate("McapStream", "inside %1").arg(recordName(m_opcode));
         }
         report(StreamProblem::TruncatedFrame, start, end - start, text);
     } else if (m_mustEnd && m_fed && m_state != AtMagic) {
         report(StreamProblem::TruncatedFrame, end, 0,
-               m_ended ? QStringLiteral("the last 8 bytes are missing")
-                       : QStringLiteral("the recording has no end mark, it was not finished"));
+               m_ended
+                   ? QCoreApplication::translate("McapStream", "the last 8 bytes are missing")
+                   : QCoreApplication::translate("McapStream", "the recording has no end mark, it was not finished"));
     }
     giveUpWaiting();
     endStretch();

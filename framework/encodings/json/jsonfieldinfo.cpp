@@ -4,6 +4,8 @@
 #include "jsonscalar.h"
 #include "timetext.h"
 
+#include <QCoreApplication>
+
 #include <limits>
 #include <typeinfo>
 
@@ -112,15 +114,16 @@ bool JsonFieldInfo::canBeElement(const JsonDocument& document, quint32 node) con
 
 QString JsonFieldInfo::getExpectation() const
 {
-    return isRepeated() ? QStringLiteral("but %1 is an array").arg(getName()) : getElementExpectation();
+    return isRepeated() ? QCoreApplication::translate("JsonCheck", "but %1 is an array").arg(getName())
+                        : getElementExpectation();
 }
 
 QString JsonFieldInfo::getElementExpectation() const
 {
     const QString kind = isTime()                     ? getType().toShortString()
-                         : m_kind == JsonShape::Array ? QStringLiteral("an array")
-                                                      : QStringLiteral("an object");
-    return QStringLiteral("but %1 is %2").arg(getName(), kind);
+                         : m_kind == JsonShape::Array ? QCoreApplication::translate("JsonCheck", "an array")
+                                                      : QCoreApplication::translate("JsonCheck", "an object");
+    return QCoreApplication::translate("JsonCheck", "but %1 is %2").arg(getName(), kind);
 }
 
 const JsonMessage* JsonFieldInfo::ownMessage(const Message* message) const

@@ -2,6 +2,8 @@
 
 #include "jsonfieldinfo.h"
 
+#include <QCoreApplication>
+
 const char JsonMessageInfo::ValueName[] = "value";
 
 JsonMessageInfo::JsonMessageInfo(const QString& name, bool main, bool isObject)
@@ -113,7 +115,8 @@ void JsonMessage::take(int slot, const QString& name, quint32 node) const
         return;
     }
     if (known >= 0)
-        m_unknown.push_back({field->getName(), quint32(known), QStringLiteral("it is there again")});
+        m_unknown.push_back(
+            {field->getName(), quint32(known), QCoreApplication::translate("JsonCheck", "it is there again")});
     known = node;
     if (!field->isRepeated() || !field->hasStructure())
         return;

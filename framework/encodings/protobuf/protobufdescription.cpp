@@ -1,5 +1,6 @@
 #include "protobufdescription.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <algorithm>
@@ -135,7 +136,10 @@ QString ProtobufDescription::commentOf(const FieldInfo* field)
     if (!field->getDescription().isEmpty())
         lines.append(field->getDescription());
     if (field->getScaleFactor() != 1)
-        lines.append(QStringLiteral("Times %1: %2").arg(field->getScaleFactor()).arg(field->getUnit()).trimmed());
+        lines.append(QCoreApplication::translate("ProtobufFormat", "Times %1: %2")
+                         .arg(field->getScaleFactor())
+                         .arg(field->getUnit())
+                         .trimmed());
     if (!field->getEnumerators().isEmpty() && !isEnumeration(field)) {
         QStringList names;
         for (const FieldInfo::Enumerator& one : field->getEnumerators())

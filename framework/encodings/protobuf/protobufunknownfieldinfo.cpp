@@ -3,6 +3,8 @@
 #include "protobufplaces.h"
 #include "protobuftext.h"
 
+#include <QCoreApplication>
+
 #include <google/protobuf/unknown_field_set.h>
 
 #include <typeinfo>
@@ -39,7 +41,8 @@ QString textOf(const UnknownField& field, const FieldInfo& info)
     for (int i = 0; i < group.field_count() && i < GreatestGroupSize; ++i)
         text += (i == 0 ? QStringLiteral(" ") : QStringLiteral(", ")) + textOf(group.field(i), info);
     if (group.field_count() > GreatestGroupSize)
-        text += QStringLiteral(", and %1 more").arg(group.field_count() - GreatestGroupSize);
+        text +=
+            QCoreApplication::translate("ProtobufFormat", ", and %1 more").arg(group.field_count() - GreatestGroupSize);
     return text + QStringLiteral(" }");
 }
 
@@ -51,8 +54,9 @@ QString reasonOf(const UnknownField& field, const Descriptor* type)
         return QString();
     const QString name = ProtobufText::fromUtf8(known->name());
     if (known->type() == FieldDescriptor::TYPE_ENUM && field.type() == UnknownField::TYPE_VARINT)
-        return QStringLiteral(" (no value of the enum of %1)").arg(name);
-    return QStringLiteral(" (but %1 is %2)").arg(name, QString::fromLatin1(known->type_name()));
+        return QCoreApplication::translate("ProtobufFormat", " (no value of the enum of %1)").arg(name);
+    return QCoreApplication::translate("ProtobufFormat", " (but %1 is %2)")
+        .arg(name, QString::fromLatin1(known->type_name()));
 }
 
 } // namespace

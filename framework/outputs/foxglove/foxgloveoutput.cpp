@@ -23,9 +23,10 @@ bool check(OutputAddress* address, QString* reason)
     if (address->host.isEmpty() || address->host == QLatin1String("localhost"))
         address->host = QStringLiteral("127.0.0.1");
     if (QHostAddress(address->host).isNull())
-        *reason = QStringLiteral("\"%1\" is no address of this computer; 0.0.0.0 stands for all").arg(address->host);
+        *reason = QCoreApplication::translate("Output", "\"%1\" is no address of this computer; 0.0.0.0 stands for all")
+                      .arg(address->host);
     else if (!address->path.isEmpty())
-        *reason = QStringLiteral("nothing can stand behind the port");
+        *reason = QCoreApplication::translate("Output", "nothing can stand behind the port");
     return reason->isEmpty();
 }
 
@@ -87,10 +88,10 @@ void FoxgloveOutput::greet()
         const bool isKnown = true; // that Qt can neither ask nor answer
 #endif
         if (!isKnown || int(m_clients.size()) >= GreatestClients) {
-            addNotice(QStringLiteral("%1 was refused: %2")
+            addNotice(QCoreApplication::translate("Output", "%1 was refused: %2")
                           .arg(socket->peerAddress().toString(),
-                               isKnown ? QStringLiteral("there are too many clients")
-                                       : QStringLiteral("it speaks no protocol of Foxglove")));
+                               isKnown ? QCoreApplication::translate("Output", "there are too many clients")
+                                       : QCoreApplication::translate("Output", "it speaks no protocol of Foxglove")));
             QObject::connect(socket, &QWebSocket::disconnected, socket, &QObject::deleteLater);
             socket->close(isKnown ? QWebSocketProtocol::CloseCodeGoingAway
                                   : QWebSocketProtocol::CloseCodeProtocolError);
@@ -98,7 +99,7 @@ void FoxgloveOutput::greet()
         }
         FoxgloveClient* const client = new FoxgloveClient(socket, &m_context);
         m_clients.push_back(client);
-        addNotice(QStringLiteral("%1 is connected").arg(client->getName()));
+        addNotice(QCoreApplication::translate("Output", "%1 is connected").arg(client->getName()));
         QObject::connect(client, &FoxgloveClient::gone, &m_context, [this, client] { remove(client); });
         QObject::connect(client, &FoxgloveClient::subscribed, &m_context,
                          [this, client](quint32 subscription, quint32 channel) {
@@ -119,7 +120,7 @@ void FoxgloveOutput::greet()
 
 void FoxgloveOutput::remove(FoxgloveClient* client)
 {
-    addNotice(QStringLiteral("%1 is gone").arg(client->getName()));
+    addNotice(QCoreApplication::translate("Output", "%1 is gone").arg(client->getName()));
     m_clients.erase(std::find(m_clients.begin(), m_clients.end(), client));
     client->deleteLater();
 }

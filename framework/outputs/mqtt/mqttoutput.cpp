@@ -15,15 +15,15 @@ bool check(OutputAddress* address, QString* reason)
     while (address->path.endsWith(QLatin1Char('/')))
         address->path.chop(1);
     if (address->host.isEmpty())
-        *reason = QStringLiteral("no host is named");
+        *reason = QCoreApplication::translate("Output", "no host is named");
     else if (address->path.isEmpty())
-        *reason = QStringLiteral("no prefix of the topics is named behind the host");
+        *reason = QCoreApplication::translate("Output", "no prefix of the topics is named behind the host");
     else if (address->path.contains(QLatin1Char('+')) || address->path.contains(QLatin1Char('#')) ||
              address->path.startsWith(QLatin1Char('$')))
-        *reason = QStringLiteral("\"%1\" is no prefix of topics").arg(address->path);
+        *reason = QCoreApplication::translate("Output", "\"%1\" is no prefix of topics").arg(address->path);
     else if (address->parameters.contains(QStringLiteral("cert")) !=
              address->parameters.contains(QStringLiteral("key")))
-        *reason = QStringLiteral("a certificate (cert) and its key (key) belong together");
+        *reason = QCoreApplication::translate("Output", "a certificate (cert) and its key (key) belong together");
     return reason->isEmpty();
 }
 

@@ -2,6 +2,8 @@
 
 #include "mqttconnection.h"
 
+#include <QCoreApplication>
+
 #include <mosquitto.h>
 #include <mqtt_protocol.h>
 
@@ -36,7 +38,7 @@ void MqttPublisher::look()
     if (!m_connection && (!m_since.isValid() || m_since.hasExpired(m_pauseMs)))
         connectNow();
     else if (m_connection && !m_isConnected && m_since.hasExpired(AnswerTimeoutMs))
-        lose(QStringLiteral("no answer within %1 s").arg(AnswerTimeoutMs / 1000));
+        lose(QCoreApplication::translate("Output", "no answer within %1 s").arg(AnswerTimeoutMs / 1000));
 }
 
 void MqttPublisher::connectNow()
@@ -73,7 +75,7 @@ void MqttPublisher::lose(const QString& reason)
     if (wasConnected)
         Q_EMIT lost();
     if (reason != m_lastTold)
-        Q_EMIT told(QStringLiteral("%1; trying again").arg(reason));
+        Q_EMIT told(QCoreApplication::translate("Output", "%1; trying again").arg(reason));
     m_lastTold = reason;
 }
 

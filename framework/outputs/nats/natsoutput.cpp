@@ -29,16 +29,18 @@ bool check(OutputAddress* address, QString* reason)
     const QString stream = address->parameters.value(QStringLiteral("stream"));
     const QString tls = address->parameters.value(QStringLiteral("tls"), QStringLiteral("auto"));
     if (address->host.isEmpty())
-        *reason = QStringLiteral("no host is named");
+        *reason = QCoreApplication::translate("Output", "no host is named");
     else if (!isSubject(address->path))
-        *reason = QStringLiteral("\"%1\" is no prefix of subjects; fleet and plant.hall are some").arg(address->path);
+        *reason =
+            QCoreApplication::translate("Output", "\"%1\" is no prefix of subjects; fleet and plant.hall are some")
+                .arg(address->path);
     else if (stream.contains(QLatin1Char('.')) || (!stream.isEmpty() && !isSubject(stream)))
-        *reason = QStringLiteral("\"%1\" is no name of a stream").arg(stream);
+        *reason = QCoreApplication::translate("Output", "\"%1\" is no name of a stream").arg(stream);
     else if (tls != QLatin1String("auto") && tls != QLatin1String("on"))
-        *reason = QStringLiteral("tls is \"%1\"; it is auto or on").arg(tls);
+        *reason = QCoreApplication::translate("Output", "tls is \"%1\"; it is auto or on").arg(tls);
     else if (address->parameters.contains(QStringLiteral("cert")) !=
              address->parameters.contains(QStringLiteral("key")))
-        *reason = QStringLiteral("a certificate (cert) and its key (key) belong together");
+        *reason = QCoreApplication::translate("Output", "a certificate (cert) and its key (key) belong together");
     return reason->isEmpty() && NatsSetup().readServers({}, address->servers, reason);
 }
 
@@ -173,7 +175,7 @@ void NatsOutput::processAnswers()
             m_schemas.clear();
             if (m_notBefore < m_clock.elapsed())
                 m_notBefore = m_clock.elapsed() + PauseMs;
-            tellOnce(answer.text + QStringLiteral("; trying again"));
+            tellOnce(answer.text + QCoreApplication::translate("Output", "; trying again"));
             break;
         }
     }
@@ -192,7 +194,8 @@ void NatsOutput::publishLate()
             continue;
         // Where others listen to the subject, the server does not say that no stream does.
         if (isLate)
-            tellOnce(QStringLiteral("nobody confirms what is published: a stream has to take it; trying again"));
+            tellOnce(QCoreApplication::translate(
+                "Output", "nobody confirms what is published: a stream has to take it; trying again"));
         publish(i);
     }
 }

@@ -1,5 +1,6 @@
 #include "natspublisher.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -19,7 +20,7 @@ QString lastError(natsStatus status)
     const char* const text = nats_GetLastError(nullptr);
     const QString said = QString::fromUtf8(text ? text : "").section(QLatin1String("): "), -1);
     if (status == NATS_CONNECTION_AUTH_FAILED)
-        return QStringLiteral("user, password or token is wrong");
+        return QCoreApplication::translate("Output", "user, password or token is wrong");
     return said.isEmpty() ? QString::fromUtf8(natsStatus_GetText(status)) : said;
 }
 
@@ -38,7 +39,7 @@ struct NatsPublisher::Shared
         shared->isConnected = false;
         if (!shared->isOver)
             shared->notices.append(
-                QStringLiteral("the connection is lost%1; trying again")
+                QCoreApplication::translate("Output", "the connection is lost%1; trying again")
                     .arg(text && *text ? QStringLiteral(" (%1)").arg(QString::fromUtf8(text)) : QString()));
     }
 
@@ -58,7 +59,7 @@ struct NatsPublisher::Shared
         Answer answer{subject.mid(subject.lastIndexOf('.') + 1).toULongLong(), Answer::Stored, QString()};
         if (natsMsg_IsNoResponders(message)) {
             answer.kind = Answer::NotNow;
-            answer.text = QStringLiteral("no stream of JetStream takes what is published");
+            answer.text = QCoreApplication::translate("Output", "no stream of JetStream takes what is published");
         } else {
             const QByteArray data(natsMsg_GetData(message), natsMsg_GetDataLength(message));
             const QJsonObject error = QJsonDocument::fromJson(data).object().value(QLatin1String("error")).toObject();
@@ -112,7 +113,7 @@ struct NatsPublisher::Shared
             }
             lock.unlock();
             shared->discard(connection);
-            shared->tell(lastError(status) + QStringLiteral("; trying again"));
+            shared->tell(lastError(status) + QCoreApplication::translate("Output", "; trying again"));
             lock.lock();
             shared->isEnding.wait_for(lock, std::chrono::milliseconds(pauseMs), [&] { return shared->isOver; });
             if (shared->isOver)
@@ -175,7 +176,8 @@ struct NatsPublisher::Shared
             status = js_AddStream(&info, context, &stream, nullptr, &code);
         }
         if (status != NATS_OK)
-            tell(QStringLiteral("stream %1: %2").arg(QString::fromUtf8(settings.stream), lastError(status)));
+            tell(QCoreApplication::translate("Output", "stream %1: %2")
+                     .arg(QString::fromUtf8(settings.stream), lastError(status)));
         jsStreamInfo_Destroy(info);
         jsCtx_Destroy(context);
     }
@@ -274,7 +276,7 @@ void NatsPublisher::publish(const QByteArray& subject, const QByteArray& payload
     if (!connection)
         return;
     if (payload.size() >= natsConnection_GetMaxPayload(connection)) {
-        *error = QStringLiteral("the message is too large for the server");
+        *error = QCoreApplication::translate("Output", "the message is too large for the server");
         return;
     }
     natsMsg* message = nullptr;

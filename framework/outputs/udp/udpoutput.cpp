@@ -11,9 +11,9 @@ namespace
 bool check(OutputAddress* address, QString* reason)
 {
     if (address->host.isEmpty())
-        *reason = QStringLiteral("no host is named");
+        *reason = QCoreApplication::translate("Output", "no host is named");
     else if (!address->path.isEmpty())
-        *reason = QStringLiteral("nothing can stand behind the port");
+        *reason = QCoreApplication::translate("Output", "nothing can stand behind the port");
     return reason->isEmpty();
 }
 

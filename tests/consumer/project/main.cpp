@@ -8,6 +8,9 @@
 #include "messagereference.h"
 #include "messagesource.h"
 
+#include "messagetreewidget.h"
+#include "translations.h"
+
 #include <QApplication>
 
 #include <cstdio>
@@ -39,5 +42,7 @@ int main(int argc, char** argv)
     const MessageReference message = MessageReference::adopt(new Message(&info, QByteArray(42, 'x')));
     source.deliver(message.get());
     std::printf("%s: %s, %s\n", CORVEL_VERSION_STR, qPrintable(before), qPrintable(label.text()));
+    Translations::install(QLocale("de"));
+    std::printf("%s\n", qPrintable(MessageTreeWidget(nullptr).headerItem()->text(1)));
     return CORVEL_VERSION == CORVEL_VERSION_CHECK(15, 0, 0) ? 0 : 1;
 }

@@ -148,7 +148,10 @@ QString EventModel::textAt(int row, int column) const
     case LastSeenColumn:
         return clockText(cause.lastSeen, false);
     default:
-        return cause.newest.type;
+        // What a message says is called by its type, and that is no word of ours.
+        return cause.newest.field >= 0
+                   ? cause.newest.type
+                   : QCoreApplication::translate("CorvelEvent", cause.newest.type.toUtf8().constData());
     }
 }
 

@@ -68,6 +68,7 @@ void ValueDelegate::paintCell(QPainter* painter, const QStyleOptionViewItem& opt
     painter->save();
     painter->setClipRect(option.rect, Qt::IntersectClip);
     painter->setFont(option.font);
+    painter->setLayoutDirection(Qt::LeftToRight); // as numbers and their units read in a window from right to left, too
     int x = place.left();
     const auto write = [&](const QString& text, bool isFaint) {
         const int room = place.right() + 1 - x;
