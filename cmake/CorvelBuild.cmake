@@ -67,7 +67,7 @@ function(corvel_library target alias)
 endfunction()
 
 # corvel_public_headers(HEADERS...): installs them, for <corvel/message.h> and for <message.h>. In the build tree, where they lie in
-# several folders, they are linked into one of that name: so each has those that it includes beside itself there as well,
+# several folders, they are copied into one of that name: so each has those that it includes beside itself there as well,
 # and never finds a file of an application that is called alike.
 set(corvel_headers_build_dir "${CMAKE_BINARY_DIR}/package/include")
 file(MAKE_DIRECTORY "${corvel_headers_build_dir}/corvel")
@@ -75,7 +75,7 @@ function(corvel_public_headers)
     foreach(header ${ARGN})
         get_filename_component(name "${header}" NAME)
         get_filename_component(path "${header}" ABSOLUTE)
-        file(CREATE_LINK "${path}" "${corvel_headers_build_dir}/corvel/${name}" COPY_ON_ERROR SYMBOLIC)
+        configure_file("${path}" "${corvel_headers_build_dir}/corvel/${name}" COPYONLY) # of a link, GCC takes the target's folder
     endforeach()
     install(FILES ${ARGN} DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/corvel")
 endfunction()

@@ -62,7 +62,7 @@ run("${WORK_DIR}/project/consumer")
 expect("what the consumer shows" "${RUN_OUTPUT}" "15.0.0: N/A, 42 m/s\nTyp\n")
 
 # In the build tree headers are found alike.
-build("${CMAKE_CURRENT_LIST_DIR}/project" "${WORK_DIR}/buildtree" own "-DCorvel_DIR=${BINARY_DIR}/package"
+build("${CMAKE_CURRENT_LIST_DIR}/project" "${WORK_DIR}/buildtree" application "-DCorvel_DIR=${BINARY_DIR}/package"
     "-DCMAKE_PREFIX_PATH=${PREFIX_PATH}" "-DCMAKE_CXX_FLAGS=${SUBBUILD_FLAGS}" "-DEXAMPLES_DIR=${SOURCE_DIR}/examples")
 
 # The examples have no end of their own: one is all right when it is still running, and has complained of nothing.
