@@ -66,7 +66,7 @@ build("${CMAKE_CURRENT_LIST_DIR}/project" "${WORK_DIR}/buildtree" application "-
     "-DCMAKE_PREFIX_PATH=${PREFIX_PATH}" "-DCMAKE_CXX_FLAGS=${SUBBUILD_FLAGS}" "-DEXAMPLES_DIR=${SOURCE_DIR}/examples")
 
 # The examples have no end of their own: one is all right when it is still running, and has complained of nothing.
-foreach(example messagetree owndecoder ownmessages sendergroups valuelabel)
+foreach(example germandark messagetree owndecoder ownmessages sendergroups valuelabel)
     execute_process(COMMAND "${WORK_DIR}/project/${example}/${example}" "-" INPUT_FILE "${CMAKE_CURRENT_LIST_FILE}"
         TIMEOUT 1 RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
     # These come from the machine, and not from us.
