@@ -2353,6 +2353,10 @@ Zeitstempel wie die vorige empfangen wurde.</translation>
         <translation>Nachricht %1</translation>
     </message>
     <message>
+        <source>opened</source>
+        <translation>geöffnet</translation>
+    </message>
+    <message>
         <source>receiving</source>
         <translation>empfängt</translation>
     </message>

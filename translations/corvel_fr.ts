@@ -2354,6 +2354,10 @@ avec la même date que le précédent.</translation>
         <translation>message %1</translation>
     </message>
     <message>
+        <source>opened</source>
+        <translation>ouvert</translation>
+    </message>
+    <message>
         <source>receiving</source>
         <translation>réception</translation>
     </message>

@@ -301,7 +301,7 @@ void ReceptionMonitor::processState(int state)
     StreamProblem failure;
     switch (state) {
     case StreamSource::Running:
-        text = tr("receiving");
+        text = tr("opened"); // a socket that listens may never get anything
         break;
     case StreamSource::Finished:
         text = tr("ended");

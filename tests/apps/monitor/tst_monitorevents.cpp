@@ -77,7 +77,7 @@ struct EventDesk : Desk
     {
         QStringList texts;
         for (const QString& row : shown().split(" | "))
-            if (!row.contains("receiving") && !row.contains("ended"))
+            if (!row.contains("opened") && !row.contains("ended"))
                 texts.append(row.section(", ", 0, 0));
         return texts.join(" | ");
     }

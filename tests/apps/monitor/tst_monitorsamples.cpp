@@ -90,7 +90,7 @@ void tst_monitorsamples::aFlightIsShownAsItIs()
         damaged += line.contains("checksum failure, ") ? line.section(' ', 0, 0).remove(',').toInt() : 0;
     QCOMPARE(damaged, 1314);
     window.find<EventPanel>()->setWhole(false);
-    EVENTUALLY_IS(window.events(), "1 receiving\n" + whole + "\n1 ended");
+    EVENTUALLY_IS(window.events(), "1 opened\n" + whole + "\n1 ended");
 
     QHash<QString, QJsonObject> newest; // fields, by type
     for (const QByteArray& line : dump("--interpreted").output.split('\n')) {

@@ -168,7 +168,7 @@ void tst_monitorwindow::aSimulatedVehicleFillsTheViews()
     const QString before = window.valueOf("ATTITUDE", "roll");
     EVENTUALLY(window.valueOf("ATTITUDE", "roll") != before);
     EVENTUALLY(window.countedTypes().count(',') >= 10);
-    EVENTUALLY_IS(window.events(), "1 receiving");
+    EVENTUALLY_IS(window.events(), "1 opened");
     // The plot has every message, fifty a second, of which the other views show twenty.
     const PlotSeries* const series = window.getPlot()->getSeries().front().get();
     EVENTUALLY(series->getMessageCount() >= 30);

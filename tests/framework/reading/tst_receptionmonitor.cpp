@@ -108,7 +108,7 @@ private Q_SLOTS:
         MessageNeed need(nullptr);
         need.setMessageNeeded(m.format.type("A"));
         QCOMPARE(m.play({script, "! A\n! A\n"}),
-                 text("Source: script: receiving; CRC error: checksum failure, id 65, sender sender 1; "
+                 text("Source: script: opened; CRC error: checksum failure, id 65, sender sender 1; "
                       "CRC error: 1 x checksum failure, id 65, sender sender 1 (2 in all); Source: script: ended"));
         QCOMPARE(m.coordinator.getAllMessageStatistics().size(), 2);
         QCOMPARE(m.coordinator.getAllMessageStatistics().at(1)->getMessageName(), text("B"));
