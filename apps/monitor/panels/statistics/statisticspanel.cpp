@@ -90,6 +90,7 @@ StatisticsPanel::StatisticsPanel(Desk* desk)
     m_progress->setAlignment(Qt::AlignCenter);
     m_progress->setWordWrap(true);
     Theme::makeHint(m_progress);
+    m_widget->setMinimumHeight(2 * m_widget->fontMetrics().lineSpacing()); // on a small screen
     m_stack->addWidget(m_widget);
     m_stack->addWidget(m_progress);
     QVBoxLayout* const layout = new QVBoxLayout(m_page.get());
