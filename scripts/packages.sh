@@ -8,7 +8,7 @@ build_packages="build-essential cmake ninja-build qt6-base-dev qt6-tools-dev qt6
 # The second Qt, what loads forms (which needs OpenGL in Qt 6), benchmarks, sanitizers and fuzzers with clang, the checks of
 # style and licences, the reference, a look at pictures of the window.
 test_packages="$build_packages qtbase5-dev libqt5websockets5-dev libqt5serialport5-dev qttools5-dev
-    qttools5-dev-tools libbenchmark-dev clang clang-format python3 libclang-rt-14-dev xvfb
+    qttools5-dev-tools qttranslations5-l10n libbenchmark-dev clang clang-format python3 libclang-rt-14-dev xvfb
     protobuf-compiler mosquitto mosquitto-clients nats-server openssl desktop-file-utils appstream imagemagick reuse
     doxygen qt6-documentation-tools libqt6opengl6-dev"
 # What makes Debian packages, looks at them, and tries them in a chroot.
