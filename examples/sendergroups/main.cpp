@@ -53,7 +53,7 @@ public:
     }
 
     QString getTypeText() override { return "Sender"; }
-    QString getValueText() override { return QString("%1 types").arg(childCount()); }
+    QString getValueText() override { return QString(childCount() == 1 ? "%1 type" : "%1 types").arg(childCount()); }
     qint64 getSize() const { return m_size; }
 
     void processMessage(const Message* message) override
