@@ -68,12 +68,13 @@ protected:
 private:
     Q_DISABLE_COPY(PathExpressionAssistant)
 
+    QLineEdit* getEdit() const;
     PathExpression* followExpression();
     PathExpression::Parts getParts() const;
     void setProblem(const QString& problem);
     void drawMark();
 
-    QPointer<QLineEdit> m_edit;
+    QPointer<QObject> m_edit; // which owns this
     QPointer<PathExpression> m_followed;
     PathExpression* m_own; // with what is typed, for a line edit that has no expression; null for others
     QString m_given;       // to that one

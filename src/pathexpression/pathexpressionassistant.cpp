@@ -56,8 +56,15 @@ PathExpressionAssistant::~PathExpressionAssistant()
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_DEALLOCATED("PathExpressionAssistant");
-    if (m_edit)
+    if (getEdit())
         setProblem(QString());
+}
+
+/** Null as soon as it goes, when it is a line edit no more. */
+QLineEdit* PathExpressionAssistant::getEdit() const
+{
+    CORVEL_DEBUG_HOOK();
+    return qobject_cast<QLineEdit*>(m_edit.data());
 }
 
 const QString& PathExpressionAssistant::getProblem() const
@@ -92,7 +99,7 @@ PathExpression* PathExpressionAssistant::followExpression()
 void PathExpressionAssistant::offerOptions()
 {
     CORVEL_DEBUG_HOOK();
-    const QString typed = m_edit->text();
+    const QString typed = getEdit()->text();
     if (m_own) {
         m_given = typed;
         m_own->setStringPrefix(typed, PathExpression::AllParts);
@@ -118,8 +125,8 @@ void PathExpressionAssistant::takeOption()
 void PathExpressionAssistant::processReturnPressed()
 {
     CORVEL_DEBUG_HOOK();
-    if (m_own && m_edit) {
-        m_given = m_edit->text();
+    if (m_own && getEdit()) {
+        m_given = getEdit()->text();
         m_own->setString(m_given);
     }
     checkLater();
@@ -139,14 +146,14 @@ void PathExpressionAssistant::check()
 {
     CORVEL_DEBUG_HOOK();
     m_isCheckPosted = false;
-    if (!m_edit)
+    if (!getEdit())
         return;
     // A text that somebody set is what it says, and not the beginning of something.
-    if (m_own && m_given != m_edit->text())
+    if (m_own && m_given != getEdit()->text())
         processReturnPressed();
     const PathExpression* expression = followExpression();
     QString problem;
-    if (expression && !m_edit->text().isEmpty()) {
+    if (expression && !getEdit()->text().isEmpty()) {
         problem = m_findError(*expression);
         if (problem.isEmpty() && expression->getMatchingMessageInfos().isEmpty() &&
             expression->getMatchingFieldInfos().isEmpty())
@@ -161,12 +168,12 @@ void PathExpressionAssistant::setProblem(const QString& problem)
     if (problem == m_problem)
         return;
     if (m_problem.isEmpty())
-        m_formerDescription = m_edit->accessibleDescription();
+        m_formerDescription = getEdit()->accessibleDescription();
     // One that somebody else wrote meanwhile stays.
-    if (m_problem.isEmpty() || m_edit->accessibleDescription() == m_problem)
-        m_edit->setAccessibleDescription(problem.isEmpty() ? m_formerDescription : problem);
+    if (m_problem.isEmpty() || getEdit()->accessibleDescription() == m_problem)
+        getEdit()->setAccessibleDescription(problem.isEmpty() ? m_formerDescription : problem);
     m_problem = problem;
-    m_edit->update();
+    getEdit()->update();
     Q_EMIT problemChanged(problem);
 }
 
@@ -179,7 +186,7 @@ bool PathExpressionAssistant::eventFilter(QObject* watched, QEvent* event)
         checkLater(); // of an expression that was set since
     } else if (event->type() == QEvent::ToolTip && !m_problem.isEmpty()) {
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                           Qt::convertFromPlainText(m_problem, Qt::WhiteSpaceNormal), m_edit);
+                           Qt::convertFromPlainText(m_problem, Qt::WhiteSpaceNormal), getEdit());
         return true;
     } else if (event->type() == QEvent::Paint && !m_problem.isEmpty() && !m_isPainting) {
         // The line edit first, as if nobody were here, and the mark on top of it.
@@ -189,11 +196,11 @@ bool PathExpressionAssistant::eventFilter(QObject* watched, QEvent* event)
         drawMark();
         return true;
     } else if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down &&
-               !m_edit->isReadOnly() && !m_completer->popup()->isVisible()) {
+               !getEdit()->isReadOnly() && !m_completer->popup()->isVisible()) {
         if (PathExpressionLineEdit* editor = qobject_cast<PathExpressionLineEdit*>(m_edit.data()))
             editor->processTextEdited(); // from here on it is a beginning
         offerOptions();
-        m_completer->setCompletionPrefix(m_edit->text());
+        m_completer->setCompletionPrefix(getEdit()->text());
         if (m_options->rowCount() > 0)
             m_completer->complete();
         return true;
@@ -204,16 +211,16 @@ bool PathExpressionAssistant::eventFilter(QObject* watched, QEvent* event)
 void PathExpressionAssistant::drawMark()
 {
     CORVEL_DEBUG_HOOK();
-    const QPalette palette = m_edit->palette();
+    const QPalette palette = getEdit()->palette();
     const QColor base = palette.color(QPalette::Base);
     const QColor text = palette.color(QPalette::Text);
     // Red that is told from either ground; in tones without colour it is a wave as well.
     const QColor red = base.lightness() < text.lightness() ? QColor(255, 138, 128) : QColor(190, 0, 20);
     QPolygon wave;
-    const int bottom = m_edit->height() - 3;
-    for (int x = 4; x < m_edit->width() - 3; x += WaveSize)
+    const int bottom = getEdit()->height() - 3;
+    for (int x = 4; x < getEdit()->width() - 3; x += WaveSize)
         wave << QPoint(x, bottom - (wave.size() % 2) * WaveSize);
-    QPainter painter(m_edit);
+    QPainter painter(getEdit());
     painter.setPen(red);
     painter.drawPolyline(wave);
 }

@@ -322,7 +322,8 @@ void tst_monitormessages::readsOutOfARecordingWhatCameBefore()
         QString told;
         int last = -1000000;
         for (int row = 0; row <= list->rowCount(); ++row) {
-            const int number = row == list->rowCount() ? -1 : int((list->getTime(row) - timeOf(0)) / 1000);
+            const qint64 time = row == list->rowCount() ? Message::NoTime : list->getTime(row);
+            const int number = time == Message::NoTime ? -1 : int((time - timeOf(0)) / 1000);
             if (row > 0 && number != last + step)
                 told += text("-%1 ").arg(last);
             if (row < list->rowCount() && number != last + step)
