@@ -8,6 +8,7 @@
 #include "playbacktime.h"
 #include "words.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
 
