@@ -5,7 +5,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
-DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions* options, QString* text)
+CommandLine::Result DumpOptions::parse(const QStringList& arguments, DumpOptions* options, QString* text)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -28,41 +28,31 @@ DumpOptions::Result DumpOptions::parse(const QStringList& arguments, DumpOptions
                                     QStringLiteral("Print only the message types and fields that EXPRESSION names, "
                                                    "such as \"*/ATTITUDE/roll\"; can be repeated."),
                                     QStringLiteral("EXPRESSION"));
-    const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Print this text."));
-    const QCommandLineOption version(QStringList{QStringLiteral("v"), QStringLiteral("version")},
-                                     QStringLiteral("Print the version."));
     parser.addOptions({interpreted, stats, select});
     parser.addOptions(SourceArguments::getOptions());
-    parser.addOptions({confidential, help, version});
+    parser.addOption(confidential);
+    CommandLine::addInfoOptions(&parser);
     parser.addPositionalArgument(QStringLiteral("INPUT"), QStringLiteral("What to read."));
 
-    if (!parser.parse(arguments)) {
-        *text = parser.errorText();
-        return Wrong;
-    }
-    if (parser.isSet(help) || parser.isSet(version)) {
-        *text = parser.isSet(help) ? parser.helpText()
-                                   : QCoreApplication::applicationName() + QLatin1Char(' ') +
-                                         QCoreApplication::applicationVersion() + QLatin1Char('\n');
-        return InfoAsked;
-    }
+    const CommandLine::Result result = CommandLine::parse(&parser, arguments, text);
+    if (result != CommandLine::Run)
+        return result;
     if (!options->source.read(parser, text))
-        return Wrong;
+        return CommandLine::Wrong;
     const QStringList inputs = parser.positionalArguments();
     if (inputs.size() != 1) {
         *text = inputs.isEmpty() ? QStringLiteral("no input is named") : QStringLiteral("more than one input is named");
-        return Wrong;
+        return CommandLine::Wrong;
     }
     if (!InputAddress::parse(inputs.constFirst(), &options->input, text))
-        return Wrong;
+        return CommandLine::Wrong;
     options->selections = parser.values(select);
     options->interpreted = parser.isSet(interpreted);
     options->statistics = parser.isSet(stats);
     options->confidential = parser.isSet(confidential);
     if (options->interpreted && options->statistics) {
         *text = QStringLiteral("--stats prints no values that --interpreted could change");
-        return Wrong;
+        return CommandLine::Wrong;
     }
-    return Run;
+    return CommandLine::Run;
 }

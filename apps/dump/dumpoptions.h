@@ -2,6 +2,7 @@
 #define DUMPOPTIONS_H
 
 #include "byteinput.h"
+#include "commandline.h"
 #include "sourcearguments.h"
 
 #include <QStringList>
@@ -9,15 +10,8 @@
 /** What the command line asks for. */
 struct DumpOptions
 {
-    enum Result
-    {
-        Run,       ///< the options are filled in
-        InfoAsked, ///< text is to be printed to the output, and that is all
-        Wrong      ///< text says what is wrong
-    };
-
     /** Reads the command line, program name first. */
-    static Result parse(const QStringList& arguments, DumpOptions* options, QString* text);
+    static CommandLine::Result parse(const QStringList& arguments, DumpOptions* options, QString* text);
 
     InputAddress input;
     SourceArguments source;

@@ -1,3 +1,4 @@
+#include "commandline.h"
 #include "corvel.h"
 #include "definitions.h"
 #include "dumpoptions.h"
@@ -13,8 +14,7 @@
 #include <QCoreApplication>
 
 #include <chrono>
-#include <csignal>
-#include <cstring>
+#include <cstdio>
 #include <memory>
 #include <thread>
 
@@ -31,35 +31,10 @@ enum ExitStatus
 // Long enough to cost nothing, and the longest that SIGINT waits where it does not interrupt.
 const int ReadTimeoutMs = 100;
 
-volatile std::sig_atomic_t interrupted = 0;
-
-void interrupt(int)
-{
-    interrupted = 1;
-}
-
-void complain(const QString& text)
-{
-    std::fprintf(stderr, "corvel-dump: %s\n", qPrintable(text));
-}
-
-void handleSignals()
-{
-    struct sigaction action;
-    std::memset(&action, 0, sizeof action);
-    action.sa_handler = interrupt;
-    // A second one ends the program the hard way.
-    action.sa_flags = SA_RESETHAND;
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
-    // A reader that has enough shows as an error of writing.
-    std::signal(SIGPIPE, SIG_IGN);
-}
-
 bool complainAll(const QStringList& errors)
 {
     for (const QString& error : errors)
-        complain(error);
+        CommandLine::complain(error);
     return errors.isEmpty();
 }
 
@@ -85,7 +60,7 @@ public:
     void processReceived(const ReceivedMessage&) override {}
     void processProblem(const StreamProblem& problem) override
     {
-        complain(problem.describe(QString()));
+        CommandLine::complain(problem.describe(QString()));
         // Of a stream that goes on like that, the bytes are one stretch.
         if (!m_problems.isEmpty() && m_problems.constLast().kind == problem.kind)
             m_problems.last().length += problem.length;
@@ -130,7 +105,8 @@ ByteInput::Status decode(ByteInput* input, StreamDecoder* decoder, StreamSink* s
             decoder->finish(sink);
         if (live)
             std::fflush(stdout);
-        if (status == ByteInput::End || status == ByteInput::Failed || interrupted || output.getOutputError() != 0)
+        if (status == ByteInput::End || status == ByteInput::Failed || CommandLine::isInterrupted() ||
+            output.getOutputError() != 0)
             break;
     }
     // Where nobody reads on, the stream does not end.
@@ -169,11 +145,11 @@ int dump(const DumpOptions& options)
     streamOptions.definitions = &definitions;
     PassedOver passedOver;
     const OpenedInput opened = openStream(
-        options.input, streamOptions, [] { return !interrupted; }, &passedOver);
+        options.input, streamOptions, [] { return !CommandLine::isInterrupted(); }, &passedOver);
     if (!opened.input) {
         if (opened.error.isEmpty())
             return Success; // interrupted
-        complain(opened.error);
+        CommandLine::complain(opened.error);
         return Unreadable;
     }
 
@@ -190,11 +166,11 @@ int dump(const DumpOptions& options)
     const bool isComplete = std::all_of(formats.begin(), formats.end(),
                                         [&](const FormatInfo* format) { return definitions.isComplete(format); });
     if (!selection.setUp(options.selections, formats, isComplete, &error)) {
-        complain(error);
+        CommandLine::complain(error);
         return WrongUsage;
     }
     if (opened.stream.needsIndex && opened.stream.index &&
-        !opened.stream.index->prepare([](int) { return !interrupted; }))
+        !opened.stream.index->prepare([](int) { return !CommandLine::isInterrupted(); }))
         return Success;
     std::unique_ptr<DumpSink> sink;
     if (options.statistics)
@@ -207,12 +183,12 @@ int dump(const DumpOptions& options)
     sink->finish();
     const int result = closeOutput(sink->getOutputError());
     if (status == ByteInput::Failed) {
-        complain(input->getErrorString());
+        CommandLine::complain(input->getErrorString());
         return Unreadable;
     }
-    if (result != Success || interrupted || sink->getComplaint().isEmpty())
+    if (result != Success || CommandLine::isInterrupted() || sink->getComplaint().isEmpty())
         return result;
-    complain(sink->getComplaint());
+    CommandLine::complain(sink->getComplaint());
     return WrongUsage;
 }
 
@@ -227,18 +203,18 @@ int main(int argc, char* argv[])
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("corvel-dump"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVEL_VERSION));
-    handleSignals();
+    CommandLine::noteInterruptions();
 
     DumpOptions options;
     QString text;
     switch (DumpOptions::parse(QCoreApplication::arguments(), &options, &text)) {
-    case DumpOptions::InfoAsked:
+    case CommandLine::InfoAsked:
         return closeOutput(StandardOutput::print(text));
-    case DumpOptions::Wrong:
-        complain(text);
-        complain(QStringLiteral("see corvel-dump --help"));
+    case CommandLine::Wrong:
+        CommandLine::complain(text);
+        CommandLine::complain(QStringLiteral("see corvel-dump --help"));
         return WrongUsage;
-    case DumpOptions::Run:
+    case CommandLine::Run:
         break;
     }
     Corvel::setConfidentialInformationDisplayEnabled(options.confidential);

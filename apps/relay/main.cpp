@@ -1,40 +1,15 @@
+#include "commandline.h"
 #include "relay.h"
 #include "standardoutput.h"
 
 #include <QCoreApplication>
 
-#include <csignal>
 #include <cstdio>
-#include <cstring>
 
 namespace
 {
 
 const int SignalMs = 50;
-
-volatile std::sig_atomic_t interrupted = 0;
-
-void interrupt(int)
-{
-    interrupted = 1;
-}
-
-void complain(const QString& text)
-{
-    std::fprintf(stderr, "corvel-relay: %s\n", qPrintable(text));
-}
-
-void handleSignals()
-{
-    struct sigaction action;
-    std::memset(&action, 0, sizeof action);
-    action.sa_handler = interrupt;
-    // A second one ends the program the hard way.
-    action.sa_flags = SA_RESETHAND;
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
-    std::signal(SIGPIPE, SIG_IGN);
-}
 
 } // namespace
 
@@ -45,18 +20,18 @@ int main(int argc, char* argv[])
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("corvel-relay"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CORVEL_VERSION));
-    handleSignals();
+    CommandLine::noteInterruptions();
 
     RelayOptions options;
     QString text;
     switch (RelayOptions::parse(QCoreApplication::arguments(), &options, &text)) {
-    case RelayOptions::InfoAsked:
+    case CommandLine::InfoAsked:
         return StandardOutput::finish(StandardOutput::print(text)) ? Relay::Success : Relay::Unwritable;
-    case RelayOptions::Wrong:
-        complain(text);
-        complain(QStringLiteral("see corvel-relay --help"));
+    case CommandLine::Wrong:
+        CommandLine::complain(text);
+        CommandLine::complain(QStringLiteral("see corvel-relay --help"));
         return Relay::WrongUsage;
-    case RelayOptions::Run:
+    case CommandLine::Run:
         break;
     }
     Relay relay(options);
@@ -65,7 +40,7 @@ int main(int argc, char* argv[])
         return status;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&] {
-        if (interrupted)
+        if (CommandLine::isInterrupted())
             relay.interrupt();
     });
     timer.start(SignalMs);

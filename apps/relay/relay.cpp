@@ -1,5 +1,6 @@
 #include "relay.h"
 
+#include "commandline.h"
 #include "formatinfo.h"
 #include "inputkind.h"
 #include "relaysource.h"
@@ -11,7 +12,6 @@
 #include <QUuid>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace
 {
@@ -32,7 +32,7 @@ void tell(QString text)
     for (QChar& character : text)
         if (!character.isPrint())
             character = QLatin1Char('?');
-    std::fprintf(stderr, "corvel-relay: %s\n", qPrintable(text));
+    CommandLine::complain(text);
 }
 
 /**

@@ -108,7 +108,7 @@ bool nameSessions(const QString& name, QVector<InputAddress>* inputs, QString* t
 
 } // namespace
 
-RelayOptions::Result RelayOptions::parse(const QStringList& arguments, RelayOptions* options, QString* text)
+CommandLine::Result RelayOptions::parse(const QStringList& arguments, RelayOptions* options, QString* text)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -143,30 +143,19 @@ RelayOptions::Result RelayOptions::parse(const QStringList& arguments, RelayOpti
         option("buffer-folder", "Where that waits, so that the next run goes on with it.", "FOLDER");
     const QCommandLineOption session = option(
         "session", "Let servers of mqtt: and jetstream: inputs keep under NAME what is not passed on yet.", "NAME");
-    const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Print this text."));
-    const QCommandLineOption version(QStringList{QStringLiteral("v"), QStringLiteral("version")},
-                                     QStringLiteral("Print the version."));
     parser.addOptions({to, select, splitSize, splitTime, keep, overwrite, speed, stats, buffer, bufferFolder, session});
     parser.addOptions(SourceArguments::getOptions());
-    parser.addOptions({help, version});
+    CommandLine::addInfoOptions(&parser);
     parser.addPositionalArgument(QStringLiteral("INPUT..."), QStringLiteral("What to read."),
                                  QStringLiteral("INPUT..."));
 
     // More than one argument can stand behind --to, which the parser does not know.
     const int end = int(arguments.indexOf(QStringLiteral("--to")));
-    if (!parser.parse(arguments)) {
-        *text = parser.errorText();
-        return Wrong;
-    }
-    if (parser.isSet(help) || parser.isSet(version)) {
-        *text = parser.isSet(help) ? parser.helpText()
-                                   : QCoreApplication::applicationName() + QLatin1Char(' ') +
-                                         QCoreApplication::applicationVersion() + QLatin1Char('\n');
-        return InfoAsked;
-    }
+    const CommandLine::Result result = CommandLine::parse(&parser, arguments, text);
+    if (result != CommandLine::Run)
+        return result;
     if (!options->source.read(parser, text))
-        return Wrong;
+        return CommandLine::Wrong;
     QStringList inputs;
     QStringList outputs = parser.values(to);
     if (end >= 0) {
@@ -182,7 +171,7 @@ RelayOptions::Result RelayOptions::parse(const QStringList& arguments, RelayOpti
     }
     if (!readAddresses(inputs, outputs, options, text) ||
         (parser.isSet(session) && !nameSessions(parser.value(session), &options->inputs, text)))
-        return Wrong;
+        return CommandLine::Wrong;
     const auto read = [&](const QCommandLineOption& one, const auto& units, qint64* number) {
         if (!parser.isSet(one) || readNumber(parser.value(one), units, number))
             return true;
@@ -193,21 +182,21 @@ RelayOptions::Result RelayOptions::parse(const QStringList& arguments, RelayOpti
     if (!read(splitSize, sizes, &options->files.splitSize) || !read(splitTime, times, &options->files.splitTime) ||
         !read(keep, sizes, &options->files.keep) || !read(stats, times, &options->statsMs) ||
         !read(buffer, sizes, &options->buffer))
-        return Wrong;
+        return CommandLine::Wrong;
     options->files.splitTime *= 1000; // to microseconds
     if (options->files.keep > 0 && options->files.splitSize == 0 && options->files.splitTime == 0) {
         *text = QStringLiteral("--keep needs --split-size or --split-time: only whole files are deleted");
-        return Wrong;
+        return CommandLine::Wrong;
     }
     bool isNumber = true;
     if (parser.isSet(speed))
         options->speed = parser.value(speed).toDouble(&isNumber);
     if (!isNumber || !std::isfinite(options->speed) || options->speed < 0) {
         *text = QStringLiteral("--speed: \"%1\" is no factor").arg(parser.value(speed));
-        return Wrong;
+        return CommandLine::Wrong;
     }
     options->files.isReplaced = parser.isSet(overwrite);
     options->bufferFolder = parser.value(bufferFolder);
     options->selections = parser.values(select);
-    return Run;
+    return CommandLine::Run;
 }

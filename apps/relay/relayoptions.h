@@ -2,6 +2,7 @@
 #define RELAYOPTIONS_H
 
 #include "byteinput.h"
+#include "commandline.h"
 #include "fileseries.h"
 #include "sourcearguments.h"
 
@@ -10,15 +11,8 @@
 /** What the command line asks for. */
 struct RelayOptions
 {
-    enum Result
-    {
-        Run,       ///< the options are filled in
-        InfoAsked, ///< text is to be printed to the output, and that is all
-        Wrong      ///< text says what is wrong
-    };
-
     /** Reads the command line, program name first. */
-    static Result parse(const QStringList& arguments, RelayOptions* options, QString* text);
+    static CommandLine::Result parse(const QStringList& arguments, RelayOptions* options, QString* text);
 
     QVector<InputAddress> inputs;
     QVector<OutputAddress> outputs;

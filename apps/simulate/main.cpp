@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 
 #include <chrono>
-#include <cstdio>
 #include <thread>
 
 namespace
@@ -75,27 +74,24 @@ bool run(const Options& options, FrameSource* source, FrameOutput* output)
     }
 }
 
-void complain(const QString& text)
-{
-    std::fprintf(stderr, "corvel-simulate: %s\n", qPrintable(text));
-}
-
 } // namespace
 
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("corvel-simulate"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(CORVEL_VERSION));
 
     Options options;
     QString text;
     switch (Options::parse(QCoreApplication::arguments(), &options, &text)) {
-    case Options::PrintText:
+    case CommandLine::InfoAsked:
         return StandardOutput::finish(StandardOutput::print(text)) ? Success : OutputFailure;
-    case Options::WrongUsage:
-        complain(text + QStringLiteral("\nTry corvel-simulate --help."));
+    case CommandLine::Wrong:
+        CommandLine::complain(text);
+        CommandLine::complain(QStringLiteral("see corvel-simulate --help"));
         return WrongUsage;
-    case Options::Run:
+    case CommandLine::Run:
         break;
     }
 
@@ -106,6 +102,6 @@ int main(int argc, char** argv)
         flight = std::make_unique<Simulation>(options.settings);
     if (run(options, channels ? channels.get() : flight.get(), output.get()))
         return Success;
-    complain(output->getError());
+    CommandLine::complain(output->getError());
     return OutputFailure;
 }

@@ -108,8 +108,7 @@ private:
 void addOptions(QCommandLineParser* parser)
 {
     parser->setApplicationDescription(QLatin1String(Description));
-    parser->addHelpOption();
-    parser->addVersionOption();
+    CommandLine::addInfoOptions(parser);
     parser->addPositionalArgument(QStringLiteral("output"), QLatin1String(OutputHelp));
     const auto add = [parser](const char* name, const char* text, const char* value) {
         parser->addOption(QCommandLineOption(QLatin1String(name), QLatin1String(text), QLatin1String(value)));
@@ -154,25 +153,15 @@ bool parseOutput(const QCommandLineParser& parser, Options* options, QString* er
 
 } // namespace
 
-Options::Result Options::parse(const QStringList& arguments, Options* options, QString* text)
+CommandLine::Result Options::parse(const QStringList& arguments, Options* options, QString* text)
 {
     QCommandLineParser parser;
     addOptions(&parser);
-    const bool parsed = parser.parse(arguments);
-    if (parsed && parser.isSet(QStringLiteral("help"))) {
-        *text = parser.helpText();
-        return PrintText;
-    }
-    if (parsed && parser.isSet(QStringLiteral("version"))) {
-        *text = QStringLiteral("corvel-simulate " CORVEL_VERSION "\n");
-        return PrintText;
-    }
-    if (!parsed) {
-        *text = parser.errorText();
-        return WrongUsage;
-    }
+    const CommandLine::Result result = CommandLine::parse(&parser, arguments, text);
+    if (result != CommandLine::Run)
+        return result;
     if (!parseOutput(parser, options, text))
-        return WrongUsage;
+        return CommandLine::Wrong;
 
     OptionReader reader(parser);
     const bool live = !options->host.isEmpty();
@@ -206,5 +195,5 @@ Options::Result Options::parse(const QStringList& arguments, Options* options, Q
         reader.refuse(name, parser.value(name));
     }
     *text = reader.getError();
-    return text->isEmpty() ? Run : WrongUsage;
+    return text->isEmpty() ? CommandLine::Run : CommandLine::Wrong;
 }

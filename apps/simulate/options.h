@@ -1,6 +1,7 @@
 #ifndef OPTIONS_H
 #define OPTIONS_H
 
+#include "commandline.h"
 #include "simulation.h"
 
 #include <QStringList>
@@ -8,19 +9,8 @@
 /** What corvel-simulate is asked to do. */
 struct Options
 {
-    enum Result
-    {
-        Run,
-        PrintText, ///< help or version
-        WrongUsage
-    };
-
-    /**
-     * Reads a command line, the program's name first.
-     *
-     * @param text  what is to be printed when the result is not Run
-     */
-    static Result parse(const QStringList& arguments, Options* options, QString* text);
+    /** Reads the command line, program name first. */
+    static CommandLine::Result parse(const QStringList& arguments, Options* options, QString* text);
 
     QString path;           ///< of the file; empty for standard output
     bool withTimes = false; ///< whether the file is a tlog

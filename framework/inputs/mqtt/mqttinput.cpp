@@ -1,6 +1,7 @@
 #include "mqttinput.h"
 
 #include "mqttclient.h"
+#include "serverfields.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -10,6 +11,8 @@
 
 namespace
 {
+
+using namespace ServerFields;
 
 const int AnswerTimeoutMs = 15000; // the client gives up before
 const int SliceMs = 50;
@@ -57,13 +60,6 @@ ByteInput* create(const InputAddress& address)
     return new MqttInput(address);
 }
 
-const InputField Host = {"host",
-                         QT_TRANSLATE_NOOP("InputKind", "&Host:"),
-                         QT_TRANSLATE_NOOP("InputKind", "Name or address of the server"),
-                         "localhost",
-                         InputField::TextEditor,
-                         nullptr,
-                         false};
 const InputField Topics = {"path",
                            QT_TRANSLATE_NOOP("InputKind", "&Topics:"),
                            QT_TRANSLATE_NOOP("InputKind",
@@ -73,54 +69,14 @@ const InputField Topics = {"path",
                            InputField::TextEditor,
                            nullptr,
                            false};
-const InputField User = {"user", QT_TRANSLATE_NOOP("InputKind", "&User:"), "", "", InputField::TextEditor, nullptr,
-                         false};
-const InputField Password = {"password",
-                             QT_TRANSLATE_NOOP("InputKind", "Pass&word:"),
-                             QT_TRANSLATE_NOOP("InputKind", "It is not kept; empty takes it from the file, or from the "
-                                                            "environment variable CORVEL_MQTT_PASSWORD"),
-                             "",
-                             InputField::PasswordEditor,
-                             nullptr,
-                             false};
-const InputField PasswordFile = {"password-file",
-                                 QT_TRANSLATE_NOOP("InputKind", "Password f&ile:"),
-                                 QT_TRANSLATE_NOOP("InputKind", "A file whose first line is the password"),
-                                 "",
-                                 InputField::FileEditor,
-                                 nullptr,
-                                 false};
+constexpr InputField Password =
+    password(QT_TRANSLATE_NOOP("InputKind", "It is not kept; empty takes it from the file, or from the "
+                                            "environment variable CORVEL_MQTT_PASSWORD"));
 
-const InputField Fields[] = {Host,
-                             {"port", QT_TRANSLATE_NOOP("InputKind", "&Port:"),
-                              QT_TRANSLATE_NOOP("InputKind", "The number of the port"), "1883", InputField::PortEditor,
-                              nullptr, false},
-                             Topics,
-                             User,
-                             Password,
-                             PasswordFile,
-                             {}};
+const InputField Fields[] = {Host, port("1883"), Topics, User, Password, PasswordFile, {}};
 
-const InputField EncryptedFields[] = {
-    Host,
-    {"port", QT_TRANSLATE_NOOP("InputKind", "&Port:"), QT_TRANSLATE_NOOP("InputKind", "The number of the port"), "8883",
-     InputField::PortEditor, nullptr, false},
-    Topics,
-    User,
-    Password,
-    PasswordFile,
-    {"ca", QT_TRANSLATE_NOOP("InputKind", "T&rusted:"),
-     QT_TRANSLATE_NOOP("InputKind", "A file of certificates that are trusted; empty for those "
-                                    "of the system"),
-     "", InputField::FileEditor, nullptr, false},
-    {"cert", QT_TRANSLATE_NOOP("InputKind", "&Certificate:"),
-     QT_TRANSLATE_NOOP("InputKind", "A file with one's own certificate, if the server asks "
-                                    "for it"),
-     "", InputField::FileEditor, nullptr, false},
-    {"key", QT_TRANSLATE_NOOP("InputKind", "K&ey:"),
-     QT_TRANSLATE_NOOP("InputKind", "The file of the certificate's key, without a password"), "",
-     InputField::FileEditor, nullptr, false},
-    {}};
+const InputField EncryptedFields[] = {Host,         port("8883"), Topics,      User, Password,
+                                      PasswordFile, Authority,    Certificate, Key,  {}};
 
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include "jetstreaminput.h"
 #include "natsinput.h"
+#include "serverfields.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -9,6 +10,8 @@
 
 namespace
 {
+
+using namespace ServerFields;
 
 const quint16 DefaultPort = 4222;
 const int MostSubjects = 100;
@@ -98,20 +101,6 @@ QVector<InputField::Choice> ends()
             {QStringLiteral("stop"), QCoreApplication::translate("InputKind", "stop")}};
 }
 
-const InputField Host = {"host",
-                         QT_TRANSLATE_NOOP("InputKind", "&Host:"),
-                         QT_TRANSLATE_NOOP("InputKind", "Name or address of the server"),
-                         "localhost",
-                         InputField::TextEditor,
-                         nullptr,
-                         false};
-const InputField Port = {"port",
-                         QT_TRANSLATE_NOOP("InputKind", "&Port:"),
-                         QT_TRANSLATE_NOOP("InputKind", "The number of the port"),
-                         "4222",
-                         InputField::PortEditor,
-                         nullptr,
-                         false};
 const InputField Servers = {
     "servers",
     QT_TRANSLATE_NOOP("InputKind", "Other &servers:"),
@@ -121,24 +110,9 @@ const InputField Servers = {
     InputField::TextEditor,
     nullptr,
     false};
-const InputField User = {"user", QT_TRANSLATE_NOOP("InputKind", "&User:"), "", "", InputField::TextEditor, nullptr,
-                         false};
-const InputField Password = {"password",
-                             QT_TRANSLATE_NOOP("InputKind", "Pass&word:"),
-                             QT_TRANSLATE_NOOP("InputKind",
-                                               "The user's, or without a user a token. It is not kept; empty takes it "
-                                               "from the file, or from the environment variable CORVEL_NATS_PASSWORD"),
-                             "",
-                             InputField::PasswordEditor,
-                             nullptr,
-                             false};
-const InputField PasswordFile = {"password-file",
-                                 QT_TRANSLATE_NOOP("InputKind", "Password f&ile:"),
-                                 QT_TRANSLATE_NOOP("InputKind", "A file whose first line is the password"),
-                                 "",
-                                 InputField::FileEditor,
-                                 nullptr,
-                                 false};
+constexpr InputField Password = password(
+    QT_TRANSLATE_NOOP("InputKind", "The user's, or without a user a token. It is not kept; empty takes it from the "
+                                   "file, or from the environment variable CORVEL_NATS_PASSWORD"));
 const InputField Credentials = {"creds",
                                 QT_TRANSLATE_NOOP("InputKind", "Cre&dentials:"),
                                 QT_TRANSLATE_NOOP("InputKind", "A file of credentials, with a user's token and key"),
@@ -153,33 +127,10 @@ const InputField Encryption = {"tls",
                                InputField::ChoiceEditor,
                                encryptions,
                                false};
-const InputField Authority = {"ca",
-                              QT_TRANSLATE_NOOP("InputKind", "T&rusted:"),
-                              QT_TRANSLATE_NOOP("InputKind", "A file of certificates that are trusted; empty for those "
-                                                             "of the system"),
-                              "",
-                              InputField::FileEditor,
-                              nullptr,
-                              false};
-const InputField Certificate = {"cert",
-                                QT_TRANSLATE_NOOP("InputKind", "&Certificate:"),
-                                QT_TRANSLATE_NOOP("InputKind", "A file with one's own certificate, if the server asks "
-                                                               "for it"),
-                                "",
-                                InputField::FileEditor,
-                                nullptr,
-                                false};
-const InputField Key = {"key",
-                        QT_TRANSLATE_NOOP("InputKind", "K&ey:"),
-                        QT_TRANSLATE_NOOP("InputKind", "The file of the certificate's key, without a password"),
-                        "",
-                        InputField::FileEditor,
-                        nullptr,
-                        false};
 
 const InputField NatsFields[] = {
     Host,
-    Port,
+    port("4222"),
     Servers,
     {"path", QT_TRANSLATE_NOOP("InputKind", "Sub&jects:"),
      QT_TRANSLATE_NOOP("InputKind", "Subjects with commas between them: \"*\" stands for one level, "
@@ -197,7 +148,7 @@ const InputField NatsFields[] = {
 
 const InputField JetStreamFields[] = {
     Host,
-    Port,
+    port("4222"),
     Servers,
     {"path", QT_TRANSLATE_NOOP("InputKind", "Strea&m:"),
      QT_TRANSLATE_NOOP("InputKind",

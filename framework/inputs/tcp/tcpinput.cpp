@@ -1,5 +1,6 @@
 #include "tcpinput.h"
 
+#include "serverfields.h"
 #include "socketwait.h"
 
 #include <QCoreApplication>
@@ -45,12 +46,7 @@ ByteInput* create(const InputAddress& address)
     return new TcpInput(address);
 }
 
-const InputField Fields[] = {
-    {"host", QT_TRANSLATE_NOOP("InputKind", "&Host:"), QT_TRANSLATE_NOOP("InputKind", "Name or address of the server"),
-     "localhost", InputField::TextEditor, nullptr, false},
-    {"port", QT_TRANSLATE_NOOP("InputKind", "&Port:"), QT_TRANSLATE_NOOP("InputKind", "The number of the port"), "5760",
-     InputField::PortEditor, nullptr, false},
-    {}};
+const InputField Fields[] = {ServerFields::Host, ServerFields::port("5760"), {}};
 
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "udpinput.h"
 
+#include "serverfields.h"
 #include "socketwait.h"
 
 #include <QCoreApplication>
@@ -39,9 +40,7 @@ ByteInput* create(const InputAddress& address)
 const InputField Fields[] = {{"host", QT_TRANSLATE_NOOP("InputKind", "&Address to listen on:"),
                               QT_TRANSLATE_NOOP("InputKind", "An address of this computer; 0.0.0.0 is all of them"),
                               "0.0.0.0", InputField::TextEditor, nullptr, false},
-                             {"port", QT_TRANSLATE_NOOP("InputKind", "&Port:"),
-                              QT_TRANSLATE_NOOP("InputKind", "The number of the port"), "14550", InputField::PortEditor,
-                              nullptr, false},
+                             ServerFields::port("14550"),
                              {}};
 
 } // namespace
