@@ -1,7 +1,9 @@
 #include "formwidget.h"
 
+#include <QComboBox>
 #include <QIcon>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
 #include <QPixmap>
@@ -9,12 +11,13 @@
 #include <QTreeWidget>
 
 FormWidget::FormWidget(const char* className, const char* extends, const QString& toolTip, const QSize& size,
-                       Create create)
+                       Create create, const QVector<FormProperty>& properties)
     : m_className(QLatin1String(className))
     , m_extends(QLatin1String(extends))
     , m_toolTip(toolTip)
     , m_size(size)
     , m_create(create)
+    , m_properties(properties)
     , m_isInDesigner(false)
 {
 }
@@ -54,17 +57,38 @@ QIcon FormWidget::icon() const
     return icon;
 }
 
+static void showPath(QWidget* widget, const QVariant& path)
+{
+    if (QLabel* const label = qobject_cast<QLabel*>(widget))
+        label->setText(path.toString().isEmpty() ? QLatin1String(widget->metaObject()->className()) : path.toString());
+    else if (QLineEdit* const edit = qobject_cast<QLineEdit*>(widget))
+        edit->setText(path.toString());
+}
+
 QWidget* FormWidget::createWidget(QWidget* parent)
 {
     QWidget* const widget = m_create(parent);
-    if (!m_isInDesigner)
+    if (!m_isInDesigner) {
+        new FormProperties(widget, m_properties);
         return widget;
+    }
+    // There everything that can be asked of a widget is written into the form, so it is shown what the form says, and
+    // nothing is made of it.
+    QVector<FormProperty> shown;
+    for (const FormProperty& property : m_properties)
+        if (qstrcmp(property.name, "path") == 0)
+            shown << FormProperty{property.name, property.value, property.toolTip, &showPath};
+    new FormProperties(widget, shown);
+    if (qobject_cast<QLabel*>(widget))
+        showPath(widget, QString());
     if (QTreeWidget* const tree = qobject_cast<QTreeWidget*>(widget))
         tree->setColumnCount(0);
     else if (QTableWidget* const table = qobject_cast<QTableWidget*>(widget))
         table->setColumnCount(0);
     else if (QListWidget* const list = qobject_cast<QListWidget*>(widget))
         list->clear();
+    else if (QComboBox* const box = qobject_cast<QComboBox*>(widget))
+        box->clear();
     if (QAbstractScrollArea* const view = qobject_cast<QAbstractScrollArea*>(widget))
         new QLabel(m_className, view->viewport()); // else nobody sees what it is
     return widget;
@@ -75,11 +99,11 @@ QString FormWidget::domXml() const
     const QString objectName = m_className.left(1).toLower() + m_className.mid(1);
     return QStringLiteral("<ui language=\"c++\"><widget class=\"%1\" name=\"%2\">"
                           "<property name=\"geometry\"><rect><x>0</x><y>0</y><width>%3</width><height>%4</height>"
-                          "</rect></property></widget>"
-                          "<customwidgets><customwidget><class>%1</class><extends>%5</extends></customwidget>"
+                          "</rect></property>%6</widget>"
+                          "<customwidgets><customwidget><class>%1</class><extends>%5</extends>%7</customwidget>"
                           "</customwidgets></ui>")
         .arg(m_className, objectName)
         .arg(m_size.width())
         .arg(m_size.height())
-        .arg(m_extends);
+        .arg(m_extends, FormProperties::toXml(m_properties), FormProperties::specificationsToXml(m_properties));
 }

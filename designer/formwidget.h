@@ -1,6 +1,8 @@
 #ifndef FORMWIDGET_H
 #define FORMWIDGET_H
 
+#include "formproperties.h"
+
 #include <QList>
 #include <QObject>
 #include <QSize>
@@ -16,13 +18,15 @@ public:
     typedef QWidget* (*Create)(QWidget* parent);
 
     /**
-     * @param className  as the form names it; its header is called so in small letters
-     * @param extends    the class of Qt's whose properties it has
-     * @param toolTip    what it is for
-     * @param size       pixels of one that is put on a form
-     * @param create     makes it
+     * @param className   as the form names it; its header is called so in small letters
+     * @param extends     the class of Qt's whose properties it has
+     * @param toolTip     what it is for
+     * @param size        pixels of one that is put on a form
+     * @param create      makes it
+     * @param properties  what a form can say of it beside those
      */
-    FormWidget(const char* className, const char* extends, const QString& toolTip, const QSize& size, Create create);
+    FormWidget(const char* className, const char* extends, const QString& toolTip, const QSize& size, Create create,
+               const QVector<FormProperty>& properties = QVector<FormProperty>());
 
     QString name() const override { return m_className; }
     QString group() const override { return QStringLiteral("Corvel"); }
@@ -43,6 +47,7 @@ private:
     QString m_toolTip;
     QSize m_size;
     Create m_create;
+    QVector<FormProperty> m_properties;
     bool m_isInDesigner;
 };
 

@@ -1,7 +1,12 @@
 #include "eventlog.h"
+#include "fieldvaluelabel.h"
 #include "messagestatisticscoordinator.h"
 #include "messagestatisticswidget.h"
+#include "pathexpressionassistant.h"
+#include "pathexpressionlineedit.h"
+#include "pathwidgetfixtures.h"
 #include "testbase.h"
+#include "waitfor.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -36,8 +41,8 @@ private Q_SLOTS:
                                       QStringLiteral("MessageWidget: "),
                                       QStringLiteral("FieldValueLabel: N/A"),
                                       QStringLiteral("PathExpressionLabel: No path expression set!"),
-                                      QStringLiteral("PathExpressionLineEdit: No path expression set!"),
-                                      QStringLiteral("PathExpressionComboBox: Null path expression set!"),
+                                      QStringLiteral("PathExpressionLineEdit: A/x"),
+                                      QStringLiteral("PathExpressionComboBox: No options"),
                                       QStringLiteral("PathExpressionListWidget: ")};
         QCOMPARE(actual, expected);
     }
@@ -58,24 +63,57 @@ private Q_SLOTS:
         QCOMPARE(statistics->topLevelItemCount(), 1);
     }
 
-    void designerFindsNoColumnsToSave()
+    void pathsOfTheFormHold()
+    {
+        const LetterFormat format;
+        const std::unique_ptr<QWidget> form = load();
+        FieldValueLabel* const label = form->findChild<FieldValueLabel*>();
+        const MessageInfo* const type = format.info.getMessageInfo(text("B"));
+        const MessageReference message = MessageReference::adopt(
+            (new TestMessage(type))->set(type->getFieldInfo(text("x")), 1)->set(type->getFieldInfo(text("y")), 2));
+        label->processMessage(message.get());
+        QCOMPARE(label->text(), text("2"));
+        QVERIFY(waitFor([label] { return label->text() == text("N/A"); }));
+        for (const char* path : {"f/B/x", ""}) {
+            label->setProperty("path", text(path));
+            label->processMessage(message.get());
+            QCOMPARE(label->text(), text(*path ? "1" : "N/A"));
+        }
+        QVERIFY(!MessageNeedManager::getInstance()->isNeeded(type));
+
+        QCOMPARE(entriesText(*form->findChild<QComboBox*>()), text("All, A, <B>, C"));
+        QCOMPARE(entriesText(*form->findChild<QListWidget*>()), text("<B>, C"));
+        PathExpressionLineEdit* const edit = form->findChild<PathExpressionLineEdit*>();
+        PathExpressionAssistant* const assistant = edit->findChild<PathExpressionAssistant*>();
+        QVERIFY(assistant && assistant->getProblem().isEmpty());
+        edit->setProperty("path", text("f/A/z"));
+        QVERIFY(waitFor([assistant] { return !assistant->getProblem().isEmpty(); }));
+        edit->setProperty("assisted", false);
+        QVERIFY(!edit->findChild<PathExpressionAssistant*>());
+    }
+
+    void designerFindsNothingToSave()
     {
         const std::unique_ptr<QObject> plugin(QPluginLoader(QLatin1String(PLUGIN_FILE)).instance());
         QDesignerCustomWidgetCollectionInterface* const collection =
             qobject_cast<QDesignerCustomWidgetCollectionInterface*>(plugin.get());
         QVERIFY(collection);
-        QStringList columns;
+        QStringList counts;
         for (QDesignerCustomWidgetInterface* type : collection->customWidgets()) {
             type->initialize(nullptr);
             const std::unique_ptr<QWidget> widget(type->createWidget(nullptr));
             const QAbstractItemView* const view = qobject_cast<const QAbstractItemView*>(widget.get());
-            if (view && !qobject_cast<const QListView*>(view))
-                columns << QString::number(view->model()->columnCount());
+            if (const QComboBox* const box = qobject_cast<const QComboBox*>(widget.get()))
+                counts << QString::number(box->count());
+            else if (view && !qobject_cast<const QListView*>(view))
+                counts << QString::number(view->model()->columnCount());
             else if (view)
-                columns << QString::number(view->model()->rowCount());
+                counts << QString::number(view->model()->rowCount());
+            widget->setProperty("path", text("f/A"));
+            if (const QLabel* const label = qobject_cast<const QLabel*>(widget.get()))
+                counts << label->text();
         }
-        QCOMPARE(columns,
-                 QStringList() << QLatin1String("0") << QLatin1String("0") << QLatin1String("0") << QLatin1String("0"));
+        QCOMPARE(counts.join(text(", ")), text("0, 0, 0, f/A, f/A, 0, 0"));
     }
 
 private:

@@ -58,6 +58,7 @@ struct Example : QObject
     void complain(const QString& text, int position = 0);
 
     QWidget* parent;
+    QWidget* form;
     QLayout* layout;
     QTimer* timer;
     QFile file;
