@@ -14,6 +14,12 @@ class FieldInfo;
 class Message;
 class MessageInfo;
 
+// The moc of Qt 4 reads no override at a slot.
+#if defined(__clang__)
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Winconsistent-missing-override"
+#endif
+
 /**
  * The row of one message type: shows the latest message of the type, with a row for each of its fields below.
  *
@@ -115,5 +121,9 @@ private:
     QVector<AbstractFieldTreeWidgetItem*>
         m_childRowsInOrder; // in the order of the fields; null for those that somebody deleted
 };
+
+#if defined(__clang__)
+#pragma clang diagnostic pop
+#endif
 
 #endif
