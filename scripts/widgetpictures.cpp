@@ -14,6 +14,7 @@
 #include "messagetreewidget.h"
 #include "messagetreewidgetitem.h"
 #include "messagewidget.h"
+#include "pathexpressionassistant.h"
 #include "pathexpressioncombobox.h"
 #include "pathexpressionlabel.h"
 #include "pathexpressionlineedit.h"
@@ -23,8 +24,13 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCompleter>
 #include <QEventLoop>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QPainter>
+#include <QPalette>
 #include <QTimer>
 
 #include <cstdio>
@@ -67,6 +73,30 @@ public:
         save(box, both);
     }
 
+    /** As it looks when somebody types into @p edit, in the middle of @p window. */
+    void saveTyped(QWidget* window, QLineEdit* edit, const QString& text, const QString& name)
+    {
+        show(window, window->sizeHint());
+        window->activateWindow();
+        edit->setFocus();
+        for (const QChar letter : text) {
+            QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, QString(letter));
+            QApplication::sendEvent(edit, &key);
+        }
+        QApplication::processEvents();
+        QPixmap picture = window->grab();
+        const QWidget* const popup = edit->completer()->popup();
+        if (!popup->isVisible()) {
+            std::fprintf(stderr, "nothing is offered for \"%s\"\n", qPrintable(text));
+            m_isGood = false;
+        }
+        QPainter painter(&picture);
+        painter.drawPixmap(edit->mapTo(window, QPoint(0, edit->height())), edit->completer()->popup()->grab());
+        painter.end();
+        edit->completer()->popup()->hide();
+        save(name, picture);
+    }
+
     bool isGood() const { return m_isGood; }
 
 private:
@@ -79,7 +109,11 @@ private:
 
     void save(const QWidget* widget, const QPixmap& picture)
     {
-        const QString name = QString::fromLatin1(widget->metaObject()->className()).toLower();
+        save(QString::fromLatin1(widget->metaObject()->className()).toLower(), picture);
+    }
+
+    void save(const QString& name, const QPixmap& picture)
+    {
         if (!picture.save(m_folder + QLatin1Char('/') + name + QLatin1String(".png"))) {
             std::fprintf(stderr, "%s.png cannot be written to %s\n", qPrintable(name), qPrintable(m_folder));
             m_isGood = false;
@@ -103,6 +137,35 @@ MessageTreeWidgetItem* addRow(MessageTreeWidget* tree, const MavlinkDialect& dia
                                           : AbstractMessageTreeWidgetItem::CollapseInitially);
     tree->addTopLevelItem(row);
     return row;
+}
+
+/** Two lines with help: of one it is told what is wrong, and below the other there is room for what is offered. */
+void saveAssistant(Pictures* pictures, const QString& name)
+{
+    QWidget window;
+    QGridLayout* const layout = new QGridLayout(&window);
+    QLineEdit* const malformed = new QLineEdit(QStringLiteral("corvel/ATTI*/roll"));
+    QLabel* const problem = new QLabel;
+    PathExpressionAssistant* const assistant = new PathExpressionAssistant(malformed);
+    problem->setText(assistant->getProblem());
+    PathExpression expression;
+    QLineEdit* const typed = new PathExpressionLineEdit(&expression);
+    typed->setMinimumWidth(420);
+    new PathExpressionAssistant(typed);
+    layout->addWidget(malformed);
+    layout->addWidget(problem);
+    layout->addWidget(typed);
+    layout->setRowMinimumHeight(3, 104);
+    pictures->saveTyped(&window, typed, QStringLiteral("corvel/ATTITUDE/"), name);
+}
+
+QPalette darkPalette()
+{
+    QPalette palette(QColor(0x2b, 0x2b, 0x2b), QColor(0x24, 0x24, 0x24));
+    palette.setColor(QPalette::Base, QColor(0x1b, 0x1b, 0x1b));
+    palette.setColor(QPalette::Highlight, QColor(0x1f, 0x6f, 0xb2));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
 }
 
 } // namespace
@@ -188,5 +251,8 @@ int main(int argc, char** argv)
     pictures.save(&lineEdit, QSize(240, lineEdit.sizeHint().height()));
     pictures.save(&listWidget, QSize(240, 180));
     pictures.saveOpen(&comboBox, comboBox.sizeHint());
+    saveAssistant(&pictures, QStringLiteral("pathexpressionassistant"));
+    QApplication::setPalette(darkPalette());
+    saveAssistant(&pictures, QStringLiteral("pathexpressionassistant-dark"));
     return pictures.isGood() ? 0 : 1;
 }
