@@ -4,8 +4,6 @@
 #include "byteinput.h"
 #include "container.h"
 #include "definitions.h"
-#include "fieldinfo.h"
-#include "fieldwalk.h"
 #include "formatregistry.h"
 #include "message.h"
 #include "messageinfo.h"
@@ -41,7 +39,9 @@ public:
         // What comes is bytes; only of what somebody looks at a message is made.
         const MessageReference message = MessageReference::adopt(received.createMessage(QString()));
         for (const FieldPath& path : paths)
-            print(message.get(), FieldWalk(path, message.get()));
+            for (const PathValue& found : path.getValues(message.get()))
+                if (found.isValid())
+                    std::printf("%lld\t%s\n", static_cast<long long>(message->getTime()), qPrintable(found.getText()));
     }
 
     void processProblem(const StreamProblem& problem) override
@@ -68,17 +68,6 @@ private:
             if (path.getMessageInfo() == info && path.getField())
                 paths.append(path);
         return *m_paths.insert(info, paths);
-    }
-
-    static void print(const Message* message, const FieldWalk& walk)
-    {
-        for (unsigned int i = 0; i < walk.getCount(); ++i) {
-            if (walk.getEnd() == FieldWalk::Branches) // through a repeated sub-message
-                print(message, walk.getBranch(i));
-            else
-                std::printf("%lld\t%s\n", static_cast<long long>(message->getTime()),
-                            qPrintable(walk.getField()->getInterpretedString(walk.getValue(i), true)));
-        }
     }
 
     const StreamDecoder* m_decoder;
