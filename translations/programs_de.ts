@@ -1611,6 +1611,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <source>&quot;%1&quot; is made of an expression that is drawn as something else</source>
         <translation>„%1“ ist aus einem Ausdruck, der als etwas anderes gezeichnet wird</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is no path in quotation marks</source>
+        <translation>„%1“ ist kein Pfad in Anführungszeichen</translation>
+    </message>
 </context>
 <context>
     <name>PlotFunction</name>
@@ -1661,10 +1665,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>Werte speichern</translation>
     </message>
     <message>
-        <source>Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L).</source>
-        <translation>Eine Zahl aus dem Nachrichtenbaum hierher ziehen oder in ihrem Kontextmenü „Im Verlauf zeigen“ wählen (Strg+L).</translation>
-    </message>
-    <message>
         <source>P&amp;lot</source>
         <translation>Im &amp;Verlauf zeigen</translation>
     </message>
@@ -1675,10 +1675,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>Only numbers can be plotted.</source>
         <translation>Nur Zahlen können im Verlauf gezeigt werden.</translation>
-    </message>
-    <message>
-        <source>%1 is plotted as soon as a source has it.</source>
-        <translation>%1 wird gezeichnet, sobald eine Quelle es hat.</translation>
     </message>
 </context>
 <context>
@@ -1705,6 +1701,29 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     <message>
         <source>since the start</source>
         <translation>seit dem Beginn</translation>
+    </message>
+</context>
+<context>
+    <name>PlotWishes</name>
+    <message>
+        <source>character %1: %2</source>
+        <translation>Zeichen %1: %2</translation>
+    </message>
+    <message>
+        <source>Expected is the path of a field, such as */ATTITUDE/roll, or an expression of paths in quotation marks, such as sqrt(&quot;*/A/x&quot;^2 + &quot;*/A/y&quot;^2).</source>
+        <translation>Erwartet wird der Pfad eines Feldes wie */ATTITUDE/roll oder ein Ausdruck aus Pfaden in Anführungszeichen wie sqrt(&quot;*/A/x&quot;^2 + &quot;*/A/y&quot;^2).</translation>
+    </message>
+    <message>
+        <source>no field is named; a path is a format, a type and a field</source>
+        <translation>kein Feld ist genannt; ein Pfad besteht aus Format, Typ und Feld</translation>
+    </message>
+    <message>
+        <source>Not there so far: %1</source>
+        <translation>Bisher nicht da: %1</translation>
+    </message>
+    <message>
+        <source>Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L).</source>
+        <translation>Eine Zahl aus dem Nachrichtenbaum hierher ziehen oder in ihrem Kontextmenü „Im Verlauf zeigen“ wählen (Strg+L).</translation>
     </message>
 </context>
 <context>

@@ -1609,6 +1609,10 @@ Shows what a device says: every field of every message type, live; how regularly
         <source>&quot;%1&quot; is made of an expression that is drawn as something else</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is no path in quotation marks</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>PlotFunction</name>
@@ -1659,10 +1663,6 @@ Shows what a device says: every field of every message type, live; how regularly
         <translation>Enregistrer les valeurs</translation>
     </message>
     <message>
-        <source>Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L).</source>
-        <translation>Glisser ici un nombre de l’arbre des messages, ou choisir Tracer dans son menu contextuel (Ctrl+L).</translation>
-    </message>
-    <message>
         <source>P&amp;lot</source>
         <translation>&amp;Tracer</translation>
     </message>
@@ -1672,10 +1672,6 @@ Shows what a device says: every field of every message type, live; how regularly
     </message>
     <message>
         <source>Only numbers can be plotted.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1 is plotted as soon as a source has it.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -1703,6 +1699,29 @@ Shows what a device says: every field of every message type, live; how regularly
     <message>
         <source>since the start</source>
         <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PlotWishes</name>
+    <message>
+        <source>character %1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Expected is the path of a field, such as */ATTITUDE/roll, or an expression of paths in quotation marks, such as sqrt(&quot;*/A/x&quot;^2 + &quot;*/A/y&quot;^2).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no field is named; a path is a format, a type and a field</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not there so far: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L).</source>
+        <translation>Glisser ici un nombre de l’arbre des messages, ou choisir Tracer dans son menu contextuel (Ctrl+L).</translation>
     </message>
 </context>
 <context>

@@ -40,6 +40,21 @@ void savePictureAndQuit(MainWindow* window, const QString& path)
     QCoreApplication::exit(saved ? 0 : 2);
 }
 
+/** Uses what each of @p expressions names, now or later; the exit status where that cannot be, else 0. */
+int wishAll(MainWindow* window, const char* use, const QStringList& expressions)
+{
+    for (const QString& expression : expressions) {
+        QString fault;
+        if (!window->getDesk()->wish(QLatin1String(use), expression, &fault))
+            return std::fprintf(stderr, "corvel-monitor: this program was built without the %s\n", use), 2;
+        if (!fault.isEmpty())
+            return std::fprintf(stderr, "corvel-monitor: --%s %s: %s\n", use, qPrintable(expression),
+                                qPrintable(fault)),
+                   1;
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -96,11 +111,10 @@ int main(int argc, char** argv)
     }
     if (options.hasTheme)
         Theme::apply(options.theme);
-    for (const QString& expression : options.watches)
-        window.getDesk()->wish(QLatin1String("watch"), expression);
-    for (const QString& expression : options.plots)
-        if (!window.getDesk()->wish(QLatin1String("plot"), expression))
-            return std::fprintf(stderr, "corvel-monitor: this program was built without the plot\n"), 2;
+    int status = wishAll(&window, "watch", options.watches);
+    status = status ? status : wishAll(&window, "plot", options.plots);
+    if (status)
+        return status;
     opened = opened && window.openAll(options.inputs);
     if (opened && (options.hasDemonstration || options.startsWithDemonstration))
         window.openSimulation(options.startsWithDemonstration, options.demonstration);

@@ -5,6 +5,8 @@
 #include "messageinfo.h"
 #include "streamdecoder.h"
 
+#include <QPair>
+#include <QSet>
 #include <QStringList>
 
 /**
@@ -35,6 +37,7 @@ public:
         messages.append(lines.last());
         payloads.append(QByteArray(message.data, message.size));
         infos.append(message.info);
+        rows.insert({message.id, message.sender});
         cover(message.offset, quint64(message.size));
     }
 
@@ -61,6 +64,7 @@ public:
     QStringList problems; ///< those of problems
     QVector<QByteArray> payloads;
     QVector<const MessageInfo*> infos;
+    QSet<QPair<quint32, quint32>> rows; ///< types and senders of messages
 
 private:
     static QString timeText(const char* before, qint64 time, int rest)

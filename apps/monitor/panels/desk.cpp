@@ -157,12 +157,14 @@ void Desk::offerUse(const FieldUse& use)
     Q_EMIT fieldUseOffered(use);
 }
 
-bool Desk::wish(const QString& use, const QString& expression)
+bool Desk::wish(const QString& use, const QString& expression, QString* fault)
 {
     for (const FieldUse& offered : std::as_const(m_fieldUses)) {
         if (offered.name != use)
             continue;
-        offered.wish(expression);
+        const QString wrong = offered.wish(expression);
+        if (fault)
+            *fault = wrong;
         return true;
     }
     return false;

@@ -37,7 +37,8 @@ struct FieldUse
     QAction* action; ///< with text and key; the panel's own. Triggered, it is about the field that is current.
     QString refusal; ///< what is said of a field that is no number; empty where any field will do
     std::function<void(const FieldPath&, const Origin&)> take;
-    std::function<void(const QString&)> wish; ///< takes the field that an expression names, as soon as it is known
+    /** Takes the field that an expression names, as soon as it is known; what is wrong with it, or an empty text. */
+    std::function<QString(const QString&)> wish;
     /** In place of the others: takes all rows that are chosen, two at least, also those of types. */
     std::function<void(const QVector<Row>&)> takeAll = nullptr;
 };
@@ -120,8 +121,12 @@ public:
     void renew() { Q_EMIT renewed(); }
 
     void offerUse(const FieldUse& use);
-    /** Uses what @p expression names as soon as it is known; false when no panel offers a use of this name. */
-    bool wish(const QString& use, const QString& expression);
+    /**
+     * Uses what @p expression names as soon as it is known; false when no panel offers a use of this name.
+     *
+     * @param fault  is told what is wrong with an expression that can never name anything; may be null
+     */
+    bool wish(const QString& use, const QString& expression, QString* fault = nullptr);
     const QVector<FieldUse>& getFieldUses() const { return m_fieldUses; }
     void offerTypeUse(const TypeUse& use) { m_typeUses.append(use); }
     const QVector<TypeUse>& getTypeUses() const { return m_typeUses; }

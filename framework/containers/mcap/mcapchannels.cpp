@@ -38,13 +38,27 @@ bool McapChannels::makeRoom(quint64 size)
     return true;
 }
 
+/** What makeRoom() was asked for, about. */
+quint64 McapChannels::sizeOf(const Schema& schema)
+{
+    return quint64(schema.name.size() + schema.encoding.size() + schema.data.size()) + EntryOverhead;
+}
+
 void McapChannels::beginFile()
 {
-    for (auto schema = m_schemas.constBegin(); schema != m_schemas.constEnd(); ++schema)
+    for (auto schema = m_schemas.constBegin(); schema != m_schemas.constEnd(); ++schema) {
+        const auto earlier = m_earlierSchemas.constFind(schema.key());
+        if (earlier != m_earlierSchemas.constEnd() && earlier->version != schema->version)
+            m_kept -= sizeOf(*earlier); // going to and fro between files must not use up the room
         m_earlierSchemas.insert(schema.key(), *schema);
+    }
     m_schemas.clear();
     m_awaited.clear();
     std::fill(m_byNumber.begin(), m_byNumber.end(), nullptr);
+    ++m_file;
+    m_earlier.clear();
+    for (auto entry = m_entries.rbegin(); entry != m_entries.rend(); ++entry)
+        m_earlier[(*entry)->likeness].push_back(entry->get());
 }
 
 QString McapChannels::addSchema(const char* body, quint64 size)
@@ -82,16 +96,21 @@ QString McapChannels::addChannel(const char* body, quint64 size)
     const quint32 schemaVersion = schema == m_schemas.constEnd() ? 0 : schema->version;
     const auto known = m_announcements.constFind(channel.id);
     if (known != m_announcements.constEnd() && known->record == record && known->schemaVersion == schemaVersion &&
-        (known->entry || m_awaited.contains(channel.id))) {
+        (known->entry ? find(channel.id) == known->entry || known->entry->file != m_file
+                      : m_awaited.contains(channel.id))) {
         if (known->entry)
-            m_byNumber[channel.id] = known->entry;
+            setNumber(channel.id, known->entry);
         return QString();
     }
     const QString topic = Utf8Text::decode(channel.topic);
-    if (!makeRoom(size))
+    const quint64 replaced = known == m_announcements.constEnd() ? 0 : quint64(known->record.size()) + EntryOverhead;
+    m_kept -= replaced;
+    if (!makeRoom(size)) {
+        m_kept += replaced;
         return QCoreApplication::translate("McapStream",
                                            "channel %1 is one too many: 64 MiB of schemas and channels are known")
             .arg(topic);
+    }
     m_announcements.insert(channel.id, Announcement{QByteArray(body, int(size)), schemaVersion, nullptr});
 
     Type type;
@@ -102,7 +121,7 @@ QString McapChannels::addChannel(const char* body, quint64 size)
         if (channel.id < m_byNumber.size())
             m_byNumber[channel.id] = nullptr;
     }
-    const Entry* const entry = type.isAwaited ? nullptr : add(channel.id, type.info, topic, type.kind, type.schema);
+    Known* const entry = type.isAwaited ? nullptr : add(channel.id, type.info, topic, type.kind, type.schema);
     m_announcements[channel.id].entry = entry;
     if (!type.problem.isEmpty())
         return topic + QStringLiteral(": ") + type.problem;
@@ -177,17 +196,23 @@ const McapChannels::Entry* McapChannels::meet(quint16 channel, const QByteArray&
     makeType(&type);
     if (!type.problem.isEmpty())
         *problem = awaited.topic + QStringLiteral(": ") + type.problem;
-    const Entry* const entry = add(channel, type.info, awaited.topic, type.schema.name, awaited.schema);
+    Known* const entry = add(channel, type.info, awaited.topic, type.schema.name, awaited.schema);
     m_announcements[channel].entry = entry;
     return entry;
 }
 
-const McapChannels::Entry* McapChannels::add(quint16 channel, const MessageInfo* info, const QString& topic,
-                                             const QString& kind, const TypeSchema& schema)
+McapChannels::Known* McapChannels::add(quint16 channel, const MessageInfo* info, const QString& topic,
+                                       const QString& kind, const TypeSchema& schema)
 {
+    const QString likeness = QStringLiteral("%1\n%2\n%3").arg(quintptr(info)).arg(topic, kind);
+    if (Known* const earlier = takeEarlier(likeness)) {
+        setNumber(channel, earlier);
+        return earlier;
+    }
     // A number that is given to another channel makes another sender: the statistics of the two must not mix.
     const quint32 version = m_versions[channel]++ & 0xffff;
-    std::unique_ptr<Entry> entry(new Entry{info, 0, version << 16 | channel, !m_isWanted || m_isWanted(info)});
+    std::unique_ptr<Known> entry(
+        new Known{{info, 0, version << 16 | channel, !m_isWanted || m_isWanted(info)}, likeness, m_file});
     if (info)
         entry->id = *m_ids.insert(info, m_ids.value(info, quint32(m_ids.size()) + 1));
     else
@@ -200,11 +225,31 @@ const McapChannels::Entry* McapChannels::add(quint16 channel, const MessageInfo*
                 entry->id,
                 {QCoreApplication::translate("McapStream", "%1 (%2, not decodable)").arg(topic, kind), schema});
     }
+    m_entries.push_back(std::move(entry));
+    m_kept += EntryOverhead;
+    setNumber(channel, m_entries.back().get());
+    return m_entries.back().get();
+}
+
+/** The same channel of a file before, where it may have had another number; null when there is none. */
+McapChannels::Known* McapChannels::takeEarlier(const QString& likeness)
+{
+    const auto alike = m_earlier.find(likeness);
+    while (alike != m_earlier.end() && !alike->empty()) {
+        Known* const entry = alike->back();
+        alike->pop_back();
+        if (entry->file != m_file) // else another number has it already
+            return entry;
+    }
+    return nullptr;
+}
+
+void McapChannels::setNumber(quint16 channel, Known* entry)
+{
     if (channel >= m_byNumber.size())
         m_byNumber.resize(std::size_t(channel) + 1, nullptr);
-    m_entries.push_back(std::move(entry));
-    m_byNumber[channel] = m_entries.back().get();
-    return m_entries.back().get();
+    m_byNumber[channel] = entry;
+    entry->file = m_file;
 }
 
 const McapChannels::Entry* McapChannels::makeUp(quint16 channel)

@@ -42,7 +42,10 @@ public:
     /** Which of the types that come are wanted: all, unless told. */
     void setTypeFilter(const std::function<bool(const MessageInfo*)>& isWanted) { m_isWanted = isWanted; }
 
-    /** Forgets what was announced, for another file may announce other things under the same numbers. */
+    /**
+     * Forgets what was announced, for another file may announce other things under the same numbers, and the same
+     * under others: a topic that has messages of the same type as before goes on as what it was.
+     */
     void beginFile();
 
     /** Takes the body of a schema record; what is wrong, or an empty text. */
@@ -78,11 +81,17 @@ private:
         quint32 version; // of its number: there is seldom more than one
     };
 
+    struct Known : Entry
+    {
+        QString likeness; // what it shares with the same channel of another file
+        quint32 file;     // that announced it last
+    };
+
     struct Announcement
     {
         QByteArray record;
         quint32 schemaVersion; // that it was made with; 0 for none
-        const Entry* entry;    // null before there is one
+        Known* entry;          // null before there is one
     };
 
     /** What was found out of the messages of a channel. */
@@ -102,6 +111,7 @@ private:
     };
 
     bool makeRoom(quint64 size);
+    static quint64 sizeOf(const Schema& schema);
     /** Messages that cannot be decoded. */
     struct Unknown
     {
@@ -112,8 +122,10 @@ private:
     TypeSchema schemaOf(const Mcap::Channel& channel) const;
     void findType(const Mcap::Channel& channel, const QString& topic, Type* type);
     void makeType(Type* type);
-    const Entry* add(quint16 channel, const MessageInfo* info, const QString& topic, const QString& kind,
-                     const TypeSchema& schema);
+    Known* add(quint16 channel, const MessageInfo* info, const QString& topic, const QString& kind,
+               const TypeSchema& schema);
+    Known* takeEarlier(const QString& likeness);
+    void setNumber(quint16 channel, Known* entry);
 
     Definitions* m_definitions;
     std::function<bool(const MessageInfo*)> m_isWanted; // may be empty
@@ -123,7 +135,9 @@ private:
     QHash<quint16, Announcement> m_announcements; // by channel
     QHash<quint16, Awaited> m_awaited;            // channels whose first message says what they are
     QHash<const MessageInfo*, quint32> m_ids;
-    std::vector<std::unique_ptr<Entry>> m_entries;
+    std::vector<std::unique_ptr<Known>> m_entries;
+    QHash<QString, std::vector<Known*>> m_earlier; // of the files before, by likeness, the first one last
+    quint32 m_file = 0;
     std::vector<const Entry*> m_byNumber;
     QHash<quint16, quint32> m_versions; // how often a channel was announced as something else
 

@@ -310,6 +310,7 @@ void tst_monitorplayback::theWholeRecordingIsPlottedAndAClickGoesThere()
     EVENTUALLY(sought.size() == 1);
     QVERIFY(qAbs(sought.first().first().toLongLong() - (Start + 3) * 1000000) < 50000);
     QVERIFY(!window.getPlot()->isPaused());
+    EVENTUALLY_IS(window.getPlot()->getSeries()[0]->getCurrentText(), "3.12345 rad"); // no such message came
     // What is played afterwards is there already, and the line that tells where that is moves on.
     source->setPaused(false);
     EVENTUALLY(source->getState() == StreamSource::Finished);

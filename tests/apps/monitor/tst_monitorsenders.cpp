@@ -208,7 +208,7 @@ private:
                 line < 0 ? panel.getView()->headerItem() : panel.getView()->topLevelItem(line);
             QStringList cells;
             for (int column = 0; column < panel.getView()->columnCount() && !item->text(1).isEmpty(); ++column)
-                cells.append(item->text(column));
+                cells.append(item->text(column).replace('\n', ' '));
             if (!cells.isEmpty())
                 texts.append(cells.join('|'));
         }
@@ -422,9 +422,9 @@ void tst_monitorsenders::rowsStandBesideOneAnother()
 {
     static const TextRow rows[] = {
         {"play a H1:1=5 H2:1=6 H3:1=6; compare HEARTBEAT 1:1, HEARTBEAT 2:1; compared; "
-         "compare HEARTBEAT 2:1, HEARTBEAT 3:1; compared",
+         "compare HEARTBEAT 2:1, HEARTBEAT 3:1; play b H2:1=7; compared",
          "Field|\u2260|HEARTBEAT 1:1|HEARTBEAT 2:1, custom_mode|\u2260|5|6, 1 of 6 differ; "
-         "Field|\u2260|HEARTBEAT 2:1|HEARTBEAT 3:1, 0 of 6 differ"},
+         "Field|\u2260|HEARTBEAT 2:1 @ a.raw|HEARTBEAT 3:1 @ a.raw, 0 of 6 differ"},
         // Fields, of whatever types, and what only one of the rows has.
         {"play a H1:1=5 S1:1=6; compare HEARTBEAT/custom_mode, SYS_STATUS/load; compared",
          "Field|\u2260|HEARTBEAT.custom_mode 1:1|SYS_STATUS.load 1:1, Value|\u2260|5|0.6 %, 1 of 1 differ"},

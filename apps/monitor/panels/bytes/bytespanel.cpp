@@ -65,7 +65,10 @@ void BytesPanel::offerUse()
     use->setShortcut(QKeySequence(tr("Ctrl+B")));
     const auto show = [this]() { Q_EMIT m_desk->wanted(this); };
     m_desk->offerUse({QLatin1String("bytes"), use, QString(), [show](const FieldPath&, const Origin&) { show(); },
-                      [show](const QString&) { show(); }});
+                      [show](const QString&) {
+                          show();
+                          return QString();
+                      }});
 }
 
 void BytesPanel::followMessage()

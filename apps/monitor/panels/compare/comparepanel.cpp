@@ -21,6 +21,8 @@
 
 static const int MostRows = 24; // that anybody sees beside one another
 static const int SaidMilliseconds = 5000;
+static const int LeastCharacters = 18; // of a column at first
+static const int MostCharacters = 40;
 
 enum
 {
@@ -66,6 +68,8 @@ ComparePanel::ComparePanel(Desk* desk, QWidget* parent)
         for (FieldUse::Row& row : m_rows)
             if (row.origin.sender == before)
                 row.origin.sender = now;
+        if (!m_rows.isEmpty())
+            showTitles();
     });
     FieldUse use;
     use.name = QLatin1String("compare");
@@ -85,24 +89,41 @@ void ComparePanel::compare(const QVector<FieldUse::Row>& rows)
         Q_EMIT m_desk->said(tr("The first %1 rows are compared.").arg(MostRows), SaidMilliseconds);
     m_rows = rows.mid(0, MostRows);
     m_view->clear();
+    showTitles();
+    m_view->header()->setTextElideMode(Qt::ElideMiddle);
+    refresh();
+    fitColumns();
+}
+
+// A sender stands below what it sends, so that neither is cut.
+void ComparePanel::showTitles()
+{
     QStringList titles{tr("Field"), QString(QChar(0x2260))};
     for (const FieldUse::Row& row : std::as_const(m_rows)) {
         const QString name = row.path.getName();
-        titles.append(row.origin.sender.isEmpty() ? name : name + QLatin1Char(' ') + row.origin.sender);
+        titles.append(row.origin.sender.isEmpty() ? name : name + QLatin1Char('\n') + row.origin.sender);
     }
     m_view->setColumnCount(int(titles.size()));
     m_view->setHeaderLabels(titles);
     QTreeWidgetItem* const header = m_view->headerItem();
     for (int column = 0; column < titles.size(); ++column)
-        header->setToolTip(column, column == MarkColumn ? tr("Marked where the values differ") : titles.at(column));
+        header->setToolTip(column, column == MarkColumn
+                                       ? tr("Marked where the values differ")
+                                       : QString(titles.at(column)).replace(QLatin1Char('\n'), QLatin1Char(' ')));
     header->setData(MarkColumn, Qt::AccessibleTextRole, tr("Differs"));
-    const QFontMetrics metrics = m_view->fontMetrics();
-    m_view->setColumnWidth(FieldColumn, metrics.averageCharWidth() * 22);
-    m_view->setColumnWidth(MarkColumn, metrics.averageCharWidth() * 4);
-    for (int column = FirstColumn; column < titles.size(); ++column)
-        m_view->setColumnWidth(column, metrics.averageCharWidth() * 22);
-    m_view->header()->setTextElideMode(Qt::ElideMiddle);
-    refresh();
+}
+
+// Once: what grows and shrinks while somebody reads is worse than what is cut.
+void ComparePanel::fitColumns()
+{
+    const QAbstractItemView* const view = m_view; // for which the operation is public
+    const int character = m_view->fontMetrics().averageCharWidth();
+    for (int column = 0; column < m_view->columnCount(); ++column) {
+        const int wanted = qMax(view->sizeHintForColumn(column), m_view->header()->sectionSizeHint(column));
+        m_view->setColumnWidth(column,
+                               qBound(LeastCharacters * character, wanted + character, MostCharacters * character));
+    }
+    m_view->setColumnWidth(MarkColumn, character * 4);
 }
 
 void ComparePanel::tick()

@@ -44,6 +44,8 @@ private:
     };
 
     void refresh();
+    void showTitles();
+    void fitColumns();
     QVector<Line> readLines(QStringList* times, QVector<bool>* hasMessage) const;
     void showLine(QTreeWidgetItem* item, const Line& line, bool differs);
     void copy();

@@ -155,33 +155,49 @@ PlotExpression PlotExpression::parse(const QString& text, const Lines& lines, Fo
     return expression;
 }
 
-PlotExpression PlotExpression::ofPaths(const QString& text)
+PlotExpression PlotExpression::ofPaths(const QString& text, Formula::Fault* fault)
 {
     static const QRegularExpression quoted(QStringLiteral("\"([^\"]*)\""));
+    static const QRegularExpression names{QLatin1String(NamePattern)};
     QStringList paths;
-    QString plain;
+    QString plain = text; // in which places stay the same
+    QString compact;
     int done = 0;
     for (auto all = quoted.globalMatch(text); all.hasNext();) {
         const QRegularExpressionMatch one = all.next();
-        plain += text.mid(done, int(one.capturedStart()) - done) + QStringLiteral("Q%1").arg(paths.size());
+        const QString name = QStringLiteral("Q%1").arg(paths.size());
+        plain.replace(int(one.capturedStart()), int(one.capturedLength()),
+                      name.leftJustified(int(one.capturedLength())));
+        compact += text.mid(done, int(one.capturedStart()) - done) + name;
         done = int(one.capturedEnd());
         paths.append(one.captured(1));
     }
-    plain += text.mid(done);
+    compact += text.mid(done);
     Formula formula;
-    Formula::Fault fault;
+    Formula::Fault unwanted;
+    Formula::Fault* const told = fault ? fault : &unwanted;
     PlotExpression expression;
-    if (paths.isEmpty() || !formula.parse(plain, &fault))
+    if (paths.isEmpty() || !formula.parse(plain, told))
         return expression;
-    bool isGood = true;
-    expression.formula = withNames(plain, [&](const QString& name) {
-        if (!formula.getNames().contains(name))
-            return name;
+    const auto pathOf = [&](const QString& name) {
         const int path = name.startsWith(QLatin1Char('Q')) ? name.mid(1).toInt() : -1;
-        isGood = isGood && path >= 0 && path < paths.size();
-        return isGood ? expression.letterFor({paths.at(path), QString(), PlotFunction::Values}) : name;
+        return path < int(paths.size()) ? path : -1;
+    };
+    for (auto all = names.globalMatch(plain); all.hasNext();) {
+        const QRegularExpressionMatch one = all.next();
+        if (!formula.getNames().contains(one.captured()) || pathOf(one.captured()) >= 0)
+            continue;
+        told->text =
+            QCoreApplication::translate("PlotExpression", "\"%1\" is no path in quotation marks").arg(one.captured());
+        told->position = int(one.capturedStart());
+        return expression;
+    }
+    expression.formula = withNames(compact, [&](const QString& name) {
+        return formula.getNames().contains(name)
+                   ? expression.letterFor({paths.at(pathOf(name)), QString(), PlotFunction::Values})
+                   : name;
     });
-    return isGood ? expression : PlotExpression();
+    return expression;
 }
 
 QString PlotExpression::toText(const QStringList& names) const

@@ -51,9 +51,13 @@ struct PlotExpression
      */
     static PlotExpression parse(const QString& text, const Lines& lines, Formula::Fault* fault);
 
-    /** Reads what has paths in quotation marks alone, whether these are known by now or not; null when it is no such
-     * expression. */
-    static PlotExpression ofPaths(const QString& text);
+    /**
+     * Reads what has paths in quotation marks alone, whether these are known by now or not; null when it is no such
+     * expression.
+     *
+     * @param fault  is told why not; may be null
+     */
+    static PlotExpression ofPaths(const QString& text, Formula::Fault* fault = nullptr);
 
     /** With each letter as @p names has it. */
     QString toText(const QStringList& names) const;

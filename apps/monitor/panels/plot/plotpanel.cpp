@@ -28,8 +28,7 @@
 
 static const int MostSeries = 24; // more than that nobody tells apart
 static const int LeastSpan = 60;  // where there is not more
-static const int SaidMilliseconds = 4000;
-static const int WorkMs = 8; // of the GUI thread at a time
+static const int WorkMs = 8;      // of the GUI thread at a time
 static const char RowMimeType[] = "application/x-qabstractitemmodeldatalist";
 
 PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
@@ -50,7 +49,7 @@ PlotPanel::PlotPanel(Desk* desk, QWidget* parent)
     createActions();
     createLegend();
     offerUse();
-    m_hint = new QLabel(tr("Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L)."));
+    m_hint = new QLabel;
     Theme::makeHint(m_hint);
     m_splitter->addWidget(m_plots);
     m_splitter->addWidget(m_legend);
@@ -93,14 +92,15 @@ void PlotPanel::offerUse()
         Q_EMIT m_desk->wanted(this);
     };
     m_desk->offerUse({QLatin1String("plot"), m_use, tr("Only numbers can be plotted."), take,
-                      [this](const QString& expression) { plot(expression); }});
+                      [this](const QString& expression) { return plot(expression); }});
 }
 
-void PlotPanel::plot(const QString& expression)
+QString PlotPanel::plot(const QString& expression)
 {
-    if (!m_wishes->add(expression))
-        Q_EMIT m_desk->said(tr("%1 is plotted as soon as a source has it.").arg(expression), SaidMilliseconds);
+    const QString fault = m_wishes->ask(expression);
+    updateEmptiness();
     Q_EMIT m_desk->wanted(this);
+    return fault;
 }
 
 void PlotPanel::saveSettings(QSettings& settings)
@@ -114,6 +114,7 @@ void PlotPanel::restoreSettings(QSettings& settings)
 {
     settings.beginGroup(QLatin1String("plot"));
     m_wishes->restoreSettings(settings);
+    updateEmptiness();
     settings.endGroup();
 }
 
@@ -371,6 +372,7 @@ void PlotPanel::arrangeLegend()
 void PlotPanel::updateEmptiness()
 {
     const bool any = !getSeries().empty();
+    m_hint->setText(m_wishes->getHint());
     m_hint->setVisible(!any);
     m_splitter->setVisible(any);
     if (any)
@@ -450,9 +452,9 @@ void PlotPanel::removeAll()
     m_lines.clear();
     m_legend->clear();
     setPaused(false);
+    Q_EMIT cleared();
     updateEmptiness();
     updateTypes();
-    Q_EMIT cleared();
 }
 
 void PlotPanel::processMessage(const Message* message)
@@ -490,7 +492,8 @@ void PlotPanel::refresh()
     m_positions = positions;
     m_plots->setPositions(positions);
     m_plots->setClickable(isOfRecordings());
-    m_plots->setNote(m_recorded->getNote());
+    const QString note = m_recorded->getNote();
+    m_plots->setNote(note.isEmpty() ? m_wishes->describeAsked() : note);
     m_bar->suggestAll(isOfRecordings());
     followStarts();
     if (!isPaused())
@@ -549,7 +552,7 @@ void PlotPanel::showValues()
     const bool isPointing = !std::isnan(m_cursor);
     for (std::size_t i = 0; i < getSeries().size(); ++i)
         m_legend->setValue(int(i), isPointing ? getSeries()[i]->getValueTextAt(m_cursor + getSeries()[i]->getShift())
-                                              : getSeries()[i]->getValueText());
+                                              : getSeries()[i]->getCurrentText());
     m_legend->setValueTitle(isPointing ? m_plots->getView()->timeText(m_cursor) : QString());
 }
 

@@ -48,8 +48,9 @@ public:
     bool isFilled() const override { return !getSeries().empty(); }
 
     /** Draws the field that @p expression names, of the sender behind a tab in it if there is one, as soon as it is
-     * known. Where it has paths in quotation marks, what is computed from these. */
-    void plot(const QString& expression);
+     * known. Where it has paths in quotation marks, what is computed from these. What is wrong with it, or an empty
+     * text. */
+    QString plot(const QString& expression);
     /** Draws a field from now on, of one sender or of each when @p origin has none: in the plot @p place, from 0, or in
      * a new one below when there are not as many; a negative one is that of the series that is chosen. */
     void addField(const FieldPath& field, const Origin& origin = {QString(), false}, int place = -1,

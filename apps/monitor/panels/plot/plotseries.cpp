@@ -2,6 +2,7 @@
 
 #include "fieldinfo.h"
 #include "fieldpass.h"
+#include "message.h"
 
 #include <cmath>
 #include <limits>
@@ -100,6 +101,13 @@ QString PlotSeries::getValueText() const
     if (m_path.isNull())
         return m_points.isEmpty() ? QString() : textOf(m_points.last().value);
     return m_path.getField()->getInterpretedString(m_value, true);
+}
+
+QString PlotSeries::getCurrentText() const
+{
+    const SourceSession* const recording = m_isBeingRead ? nullptr : getRecording();
+    const qint64 time = recording ? recording->getSource()->getCurrentTime() : qint64(Message::NoTime);
+    return time == Message::NoTime ? getValueText() : getValueTextAt(double(time) / 1e6);
 }
 
 SeriesPoints::Point PlotSeries::getPointAt(double seconds) const

@@ -53,6 +53,8 @@ public:
     /** The newest value as people read it, with unit. */
     QString getValueText() const;
 
+    /** The value where its recording is being played, which may have leapt there; of what comes live the newest. */
+    QString getCurrentText() const;
     /** The newest point that is not later than @p seconds; one without a value when there is none. */
     SeriesPoints::Point getPointAt(double seconds) const;
     /** Its value as people read it, with unit. */

@@ -1,11 +1,13 @@
 #include "plotwishes.h"
 
-#include "fieldpath.h"
+#include "fieldinfo.h"
 #include "formatregistry.h"
+#include "pathexpression.h"
 #include "plotpanel.h"
 #include "plotseries.h"
 #include "samefield.h"
 
+#include <QRegularExpression>
 #include <QSettings>
 
 static const char PlottedKey[] = "plotted";
@@ -13,6 +15,7 @@ static const char PlacesKey[] = "places"; // of these, in the same order
 static const char FunctionsKey[] = "functions";
 // More in a settings file than can be plotted is a fault of the file.
 static const int MostWaiting = 100;
+static const int MostTold = 3;
 
 PlotWishes::PlotWishes(PlotPanel* panel, QObject* parent)
     : QObject(parent)
@@ -47,14 +50,113 @@ void PlotWishes::resolve()
             }
             continue;
         }
-        const FieldPath path = SameField::fromExpression(expression.section(QLatin1Char('\t'), 0, 0));
+        const QVector<FieldPath> paths = fieldsOf(expression.section(QLatin1Char('\t'), 0, 0));
         const QString sender = expression.section(QLatin1Char('\t'), 1);
-        if (!path.getField() || path.isHidden())
+        if (paths.isEmpty())
             continue;
         m_waiting.removeOne(expression);
         const Manner manner = m_manners.take(expression);
-        m_panel->addField(path, {sender, !sender.isEmpty()}, manner.place, manner.function);
+        for (const FieldPath& path : paths)
+            m_panel->addField(path, {sender, !sender.isEmpty()}, manner.place, manner.function);
     }
+}
+
+static bool isNumeric(const FieldInfo* field)
+{
+    const int code = field->getType().getTypeCode();
+    return code == FieldType::SignedType || code == FieldType::UnsignedType || code == FieldType::FloatType;
+}
+
+/** The fields that can be plotted now: the one that is named, or of several those that are numbers. */
+QVector<FieldPath> PlotWishes::fieldsOf(const QString& text)
+{
+    const FieldPath only = SameField::fromExpression(text);
+    if (only.getField())
+        return only.isHidden() ? QVector<FieldPath>() : QVector<FieldPath>{only};
+    PathExpression expression;
+    expression.setConsiderSubMessages(true);
+    expression.setString(text);
+    const QVector<FieldPath> matches = expression.getMatches();
+    QVector<FieldPath> fields;
+    for (const FieldPath& match : matches)
+        if (match.getField() && !match.isWholeRepeatedField() && !match.isHidden() && isNumeric(match.getField()) &&
+            std::none_of(fields.constBegin(), fields.constEnd(),
+                         [&match](const FieldPath& other) { return SameField::areSame(other, match); }))
+            fields.append(match);
+    return fields;
+}
+
+QString PlotWishes::ask(const QString& wish)
+{
+    const QString fault = faultOf(wish);
+    if (fault.isEmpty())
+        add(wish);
+    return fault;
+}
+
+QString PlotWishes::faultOf(const QString& wish)
+{
+    const auto told = [](const QString& text, int position) {
+        return position < 0 ? text : tr("character %1: %2").arg(position + 1).arg(text);
+    };
+    const QString expected =
+        tr("Expected is the path of a field, such as */ATTITUDE/roll, or an expression of paths in "
+           "quotation marks, such as sqrt(\"*/A/x\"^2 + \"*/A/y\"^2).");
+    static const QRegularExpression quoted(QStringLiteral("\"([^\"]*)\""));
+    auto paths = quoted.globalMatch(wish);
+    const bool isExpression = paths.hasNext();
+    Formula::Fault fault;
+    if (isExpression && PlotExpression::ofPaths(wish, &fault).isNull())
+        return told(fault.text, fault.position) + QLatin1String(". ") + expected;
+    QVector<QPair<QString, int>> parts; // and where they begin
+    while (paths.hasNext()) {
+        const QRegularExpressionMatch path = paths.next();
+        parts.append({path.captured(1), int(path.capturedStart(1))});
+    }
+    if (!isExpression)
+        parts.append({wish.section(QLatin1Char('\t'), 0, 0), 0});
+    for (const auto& part : std::as_const(parts)) {
+        PathExpression path;
+        path.setString(part.first);
+        if (!path.errorString().isEmpty()) // has the place in the path itself
+            return (isExpression ? QLatin1Char('"') + part.first + QLatin1String("\": ") : QString()) +
+                   path.errorString() + QLatin1String(". ") + expected;
+        if (path.getString(PathExpression::FieldPart).isEmpty())
+            return told(tr("no field is named; a path is a format, a type and a field"),
+                        part.second + int(part.first.size())) +
+                   QLatin1String(". ") + expected;
+    }
+    return QString();
+}
+
+QString PlotWishes::describe(const QStringList& wishes)
+{
+    QStringList texts;
+    for (const QString& wish : wishes) {
+        const PlotExpression computed = PlotExpression::fromWish(wish);
+        QStringList paths;
+        for (const PlotExpression::Operand& operand : computed.operands)
+            paths.append(operand.path);
+        texts.append(computed.isNull() ? wish.section(QLatin1Char('\t'), 0, 0) : computed.toText(paths));
+    }
+    if (texts.size() > MostTold)
+        texts = texts.mid(0, MostTold) << QString(QChar(0x2026));
+    return texts.isEmpty() ? QString() : tr("Not there so far: %1").arg(texts.join(QLatin1String(", ")));
+}
+
+QString PlotWishes::getHint() const
+{
+    const QString hint = tr("Drag a number from the message tree here, or choose Plot in its context menu (Ctrl+L).");
+    return m_waiting.isEmpty() ? hint : hint + QLatin1String("\n\n") + describe(m_waiting);
+}
+
+QString PlotWishes::describeAsked() const
+{
+    QStringList asked;
+    for (const QString& wish : m_waiting)
+        if (m_manners.value(wish).place < 0)
+            asked.append(wish);
+    return describe(asked);
 }
 
 void PlotWishes::followConfidentiality()

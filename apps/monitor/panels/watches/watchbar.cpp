@@ -1,6 +1,7 @@
 #include "watchbar.h"
 
 #include "desk.h"
+#include "pathexpression.h"
 #include "watch.h"
 #include "watcheditor.h"
 
@@ -58,6 +59,9 @@ WatchBar::WatchBar(Desk* desk, QWidget* parent)
     desk->offerUse({QLatin1String("watch"), use, QString(), take, [this](const QString& wish) {
                         pin(wish);
                         Q_EMIT m_desk->wanted(this);
+                        PathExpression expression;
+                        expression.setString(wish);
+                        return expression.errorString();
                     }});
 }
 
