@@ -1,5 +1,5 @@
-#ifndef TRANSLATIONS_H
-#define TRANSLATIONS_H
+#ifndef CORVEL_TRANSLATIONS_H
+#define CORVEL_TRANSLATIONS_H
 
 #include "corvelframework_export.h"
 
