@@ -377,6 +377,11 @@
         <translation>%1 x %2</translation>
     </message>
     <message>
+        <source>,</source>
+        <comment>between groups of three digits</comment>
+        <translation> </translation>
+    </message>
+    <message>
         <source> (%1 in all)</source>
         <translation> (%1 en tout)</translation>
     </message>

@@ -11,12 +11,13 @@ const qint64 LongestWindow = 10 * 60 * 1000;
 // new text for every event neither fills the log nor slows it down.
 const int MaxWindows = 32;
 
-/** Digits in groups of three: "1,314", whatever the locale. */
+/** Digits in groups of three: "1,314", in the language of the text around them, whatever the locale. */
 QString grouped(quint64 number)
 {
+    const QString separator = EventLog::tr(",", "between groups of three digits");
     QString text = QString::number(number);
     for (int i = int(text.size()) - 3; i > 0; i -= 3)
-        text.insert(i, QLatin1Char(','));
+        text.insert(i, separator);
     return text;
 }
 

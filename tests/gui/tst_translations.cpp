@@ -141,6 +141,10 @@ void tst_Translations::eventsAreNamedInIt()
     speak("de");
     QCOMPARE(CorvelEvent::getTypeName(CorvelEvent::CrcError), text("CRC-Fehler"));
     QCOMPARE(log.toCsv(), QByteArray("Time,Type,Message\r\n,CRC error,x\r\n")); // whoever reads files, reads it always
+    for (int i = 0; i < 1315; ++i)
+        log.log(CorvelEvent(CorvelEvent::CrcError, text("x")), QDateTime(), 0);
+    log.flushAll();
+    QCOMPARE(log.getEntries().last().event.getMessage(), text("1.314 x x (insgesamt 1.315)"));
     speak("en");
     QCOMPARE(CorvelEvent::getTypeName(CorvelEvent::CrcError), text("CRC error"));
 }
