@@ -29,6 +29,11 @@ public:
         m_expression.setConsiderSubMessages(true);
     }
 
+    /** What is wrong with the path; empty when nothing is. */
+    QString getError() const { return m_expression.errorString(); }
+    /** Whether any type that came has the field. */
+    bool hasFound() const { return m_hasFound; }
+
     void processReceived(const ReceivedMessage& received) override
     {
         if (!received.info)
@@ -67,12 +72,14 @@ private:
         for (const FieldPath& path : m_expression.getMatches())
             if (path.getMessageInfo() == info && path.getField())
                 paths.append(path);
+        m_hasFound |= !paths.isEmpty();
         return *m_paths.insert(info, paths);
     }
 
     const StreamDecoder* m_decoder;
     PathExpression m_expression;
     QHash<const MessageInfo*, QVector<FieldPath>> m_paths;
+    bool m_hasFound = false;
 };
 
 int main(int argc, char** argv)
@@ -93,6 +100,8 @@ int main(int argc, char** argv)
 
     StreamDecoder* const decoder = opened.stream.decoder.get();
     FieldPrinter printer(decoder, arguments[2]);
+    if (!printer.getError().isEmpty())
+        return std::fprintf(stderr, "%s: %s\n", qPrintable(arguments[2]), qPrintable(printer.getError())), 1;
     ByteInput::Status status = ByteInput::Nothing;
     while (status != ByteInput::End && status != ByteInput::Failed) {
         QByteArray bytes;
@@ -102,5 +111,7 @@ int main(int argc, char** argv)
     decoder->finish(&printer);
     if (status == ByteInput::Failed)
         return std::fprintf(stderr, "%s\n", qPrintable(opened.input->getErrorString())), 1;
+    if (!printer.hasFound())
+        return std::fprintf(stderr, "%s: no message that came has such a field\n", qPrintable(arguments[2])), 1;
     return 0;
 }
