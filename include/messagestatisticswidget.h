@@ -39,6 +39,9 @@ class QSettings;
  * timer->start(250);
  * @endcode
  *
+ * Columns are as wide as those of any tree, which cuts long names, until the application calls setColumnWidth() or,
+ * when there are rows, resizeColumnToContents().
+ *
  * With thousands of types, for instance of a thousand senders, let the timer call updateSome().
  */
 class CORVELGUI_EXPORT MessageStatisticsWidget : public QTreeWidget

@@ -31,7 +31,8 @@ class QSettings;
  * go, until somebody folds a row of the type, be it the user or QTreeWidgetItem::setExpanded(); a row of a field starts
  * folded. To begin with folded rows, fold each once when it is in the tree and unfolded.
  *
- * A new tree has no rows to fit its columns to. Call resizeColumns() when the first ones are there.
+ * A new tree has no rows to fit its columns to, and columns that are added fit all to what there is. Call
+ * resizeColumns() when the first rows are there.
  *
  * Many values a second are its purpose: texts of rows are stored at once, and the screen follows once for each pass of
  * the event loop.

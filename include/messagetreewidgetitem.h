@@ -28,7 +28,9 @@ class MessageInfo;
  *
  * Its base is a virtual one, which the row of a sub-message has only once. So the constructor of a derived class has to
  * name that base as well, with the same tree: what MessageTreeWidgetItem gives to it counts only where that is the
- * whole row. What a derived class says of itself is written when the row is configured in a tree.
+ * whole row. What a derived class says of itself is written when the row is configured in a tree. For a moment the row
+ * has no type then, as after the end of its type, and its texts are read: they have to do with a getMessageInfo() that
+ * is null.
  *
  * @code
  * class CountedRow : public MessageTreeWidgetItem

@@ -19,7 +19,6 @@
 #include <QMenuBar>
 
 #include <memory>
-#include <vector>
 
 /** The row of a message type that counts its messages. */
 class CountedRow : public MessageTreeWidgetItem
@@ -114,11 +113,8 @@ int main(int argc, char** argv)
     StreamSource source(ByteInput::create(address),
                         new MavlinkStreamDecoder(dialect.get(), MavlinkStreamDecoder::RawLayout));
     // Rows state what they need; here they come with the first message, so all types are needed from the beginning.
-    std::vector<std::unique_ptr<MessageNeed>> needs;
-    for (const MessageInfo* info : dialect->getMessageInfos()) {
-        needs.push_back(std::make_unique<MessageNeed>(nullptr));
-        needs.back()->setMessageNeeded(info);
-    }
+    MessageNeed need(nullptr);
+    need.setMessagesNeeded(dialect->getMessageInfos());
 
     QMainWindow window;
     MessageTreeWidget* const tree = new MessageTreeWidget(&window);

@@ -42,10 +42,10 @@ struct Header;
 class CORVELFRAMEWORK_EXPORT MavlinkStreamDecoder : public StreamDecoder
 {
 public:
-    /** How frames lie in the stream. */
+    /** How frames lie in the stream; detectLayout() tells for a recording. */
     enum Layout
     {
-        RawLayout, ///< frame after frame; times are those of arrival
+        RawLayout, ///< frame after frame, as they come live; times are those of arrival
         TlogLayout ///< before each frame 8 bytes: big-endian microseconds since 1970
     };
 

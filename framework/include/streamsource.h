@@ -25,6 +25,8 @@ class StreamReader;
  * connect(&source, SIGNAL(newMessage(const Message*)), widget, SLOT(processMessage(const Message*)));
  * source.start();
  * @endcode
+ *
+ * For an address that may be anything, such as a recording, there is a StreamOpener in place of the decoder.
  */
 class CORVELFRAMEWORK_EXPORT StreamSource : public MessageSource
 {
