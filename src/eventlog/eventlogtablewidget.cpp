@@ -1,6 +1,7 @@
 #include "eventlogtablewidget.h"
 
 #include "diagnostics.h"
+#include "valuecells.h"
 
 #include <QEvent>
 #include <QItemSelectionModel>
@@ -28,6 +29,7 @@ EventLogTableWidget::EventLogTableWidget(EventLog* eventLog, QWidget* parent)
 {
     CORVEL_DEBUG_HOOK();
     CORVEL_ALLOCATED("EventLogTableWidget");
+    new ValueCells(this);
     setColumnCount(2);
     setHorizontalHeaderLabels(QStringList() << QString() << QString());
     OwnText::writeHeader(model(), 0, tr("Time"));

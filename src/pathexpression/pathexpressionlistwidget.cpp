@@ -1,6 +1,7 @@
 #include "pathexpressionlistwidget.h"
 
 #include "diagnostics.h"
+#include "valuecells.h"
 
 #include <QEvent>
 
@@ -16,6 +17,7 @@ PathExpressionListWidget::PathExpressionListWidget(PathExpression* pathExpressio
     CORVEL_DEBUG_HOOK();
     CORVEL_ALLOCATED("PathExpressionListWidget");
     m_settingFromCurrent = false;
+    new ValueCells(this);
     setParts(parts);
     setPathExpression(pathExpression);
     if (!optionsSource)

@@ -8,6 +8,7 @@
 #include "statisticscells.h"
 #include "statisticsrefresh.h"
 #include "statisticstexts.h"
+#include "valuecells.h"
 
 #include <QHeaderView>
 #include <QSet>
@@ -88,6 +89,7 @@ MessageStatisticsWidget::MessageStatisticsWidget(MessageStatisticsCoordinator* c
     CORVEL_ALLOCATED("MessageStatisticsWidget");
     setSortingEnabled(true);
     setIndentation(10);
+    new ValueCells(this);
     setupColumns();
     setColumnWidth(0, DefaultNameWidth);
     m_crcErrorsItem = nullptr;

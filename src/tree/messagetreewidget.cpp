@@ -8,6 +8,7 @@
 #include "messagetreewidgetitem.h"
 #include "rowguard.h"
 #include "rowmemory.h"
+#include "valuecells.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -17,7 +18,6 @@
 #include <QMessageBox>
 #include <QSettings>
 #include <QStringList>
-#include <QStyledItemDelegate>
 
 #include <typeinfo>
 
@@ -54,6 +54,7 @@ MessageTreeWidget::MessageTreeWidget(QWidget* parent)
     connect(model(), SIGNAL(layoutChanged()), this, SLOT(forgetTopLevelRows()));
     connect(model(), SIGNAL(modelAboutToBeReset()), this, SLOT(leaveTopLevelRows()));
     connect(model(), SIGNAL(modelReset()), this, SLOT(forgetTopLevelRows()));
+    new ValueCells(this);
     createActions();
     setColumns(QVector<ColumnType>() << NameColumn << TypeColumn << ValueColumn);
 }
@@ -391,8 +392,9 @@ static bool isPlainCell(const QTreeWidget* tree, const QModelIndex& index)
     CORVEL_DEBUG_HOOK();
     const QAbstractItemDelegate* delegate = tree->itemDelegate();
     // Editors, which are children of the viewport, and screen readers are served by the view itself.
-    return delegate && typeid(*delegate) == typeid(QStyledItemDelegate) && !tree->wordWrap() &&
-           !tree->itemDelegateForColumn(index.column()) && !tree->itemDelegateForRow(index.row()) &&
+    return delegate && (typeid(*delegate) == typeid(ValueCells) || typeid(*delegate) == typeid(QStyledItemDelegate)) &&
+           !tree->wordWrap() && !tree->itemDelegateForColumn(index.column()) &&
+           !tree->itemDelegateForRow(index.row()) &&
            (tree->viewport()->children().isEmpty() || !tree->indexWidget(index)) && !QAccessible::isActive();
 }
 

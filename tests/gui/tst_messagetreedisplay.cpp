@@ -16,6 +16,7 @@ private Q_SLOTS:
     void growsRowsWithTheirTexts();
     void growsRowsOfTextsWrittenByOthers();
     void leavesHeightsToOtherDelegates();
+    void readsValuesFromLeftToRight();
     void takesTheRowsThatListenersLeave();
 };
 
@@ -199,6 +200,19 @@ void TestMessageTreeDisplay::growsRowsOfTextsWrittenByOthers()
     QVERIFY(shown.height(0) > one);
     shown.feed(700);
     QCOMPARE(shown.height(0), one);
+}
+
+void TestMessageTreeDisplay::readsValuesFromLeftToRight()
+{
+    MessageTreeWidget tree;
+    const QStyledItemDelegate* cells = qobject_cast<const QStyledItemDelegate*>(tree.itemDelegate());
+    QVERIFY(cells);
+    const auto shown = [cells](const QString& value) { return cells->displayText(value, QLocale::c()); };
+    const TextRow here[] = {{"-0.5 rad", "-0.5 rad"}};
+    checkRows(here, shown);
+    tree.setLayoutDirection(Qt::RightToLeft);
+    const TextRow mirrored[] = {{"-0.5 rad", "\u202a-0.5 rad"}, {"-5", "\u202a-5"}, {"", ""}, {"\u05d0 5", "\u05d0 5"}};
+    checkRows(mirrored, shown);
 }
 
 void TestMessageTreeDisplay::takesTheRowsThatListenersLeave()
