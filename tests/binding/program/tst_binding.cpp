@@ -72,7 +72,7 @@ void tst_Binding::initTestCase()
 void tst_Binding::cleanupTestCase()
 {
     const MemLeakTracer* const tracer = MemLeakTracer::getInstance();
-    QCOMPARE(int(tracer->objects.size()), 17); // every class reports its objects
+    QCOMPARE(int(tracer->objects.size()), 18); // every class reports its objects
     QCOMPARE(tracer->asked.count(text("corvelgui/FieldValueLabel")), 1);
     QVERIFY(MessageNeed::needs.isEmpty());
     QCOMPARE(m_message.references + m_innerMessage.references, 2);
