@@ -136,7 +136,9 @@ public:
     /** The top-level rows that are rows of this library, in row order. */
     QList<AbstractMessageTreeWidgetItem*> getTopLevelAbstractMessageTreeWidgetItems();
     /**
-     * Makes every row follow the columns and filters; to be called after rows were added to a tree by other means.
+     * Writes every row and expands it, following the columns and filters; to be called after rows were added, as by
+     * addTopLevelItem(), which leaves them without a type and folded. AbstractMessageTreeWidgetItem::
+     * configureInTreeWidget() does it for one.
      *
      * A call out of a slot that the tree calls while it routes a message or configures rows takes effect after that.
      */

@@ -14,6 +14,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
+#include <QStatusBar>
 
 #include <memory>
 
@@ -57,6 +58,10 @@ int main(int argc, char** argv)
         tree->reconfigureTopLevelAbstractMessageTreeWidgetItems();
     }
     window.show();
+    QObject::connect(&source, &StreamSource::stateChanged, &window, [&](int state) {
+        if (state == StreamSource::Failed) // such as a file that is not there, or a port that is in use
+            window.statusBar()->showMessage(source.getErrorString());
+    });
     source.start();
     const int result = application.exec();
     settings.setValue("geometry", window.saveGeometry());

@@ -17,6 +17,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStatusBar>
 
 #include <memory>
 
@@ -141,6 +142,10 @@ int main(int argc, char** argv)
         columns->addAction(action);
     window.resize(800, 600);
     window.show();
+    QObject::connect(&source, &StreamSource::stateChanged, &window, [&](int state) {
+        if (state == StreamSource::Failed) // such as a file that is not there, or a port that is in use
+            window.statusBar()->showMessage(source.getErrorString());
+    });
     source.start();
     return application.exec();
 }
