@@ -2709,6 +2709,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <source>Co&amp;lumns</source>
         <translation>&amp;Spalten</translation>
     </message>
+    <message>
+        <source>Load &amp;Definitions...</source>
+        <translation>Definitionen &amp;laden ...</translation>
+    </message>
 </context>
 <context>
     <name>ValueSaver</name>

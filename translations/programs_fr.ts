@@ -2707,6 +2707,10 @@ Shows what a device says: every field of every message type, live; how regularly
         <source>Co&amp;lumns</source>
         <translation>Co&amp;lonnes</translation>
     </message>
+    <message>
+        <source>Load &amp;Definitions...</source>
+        <translation>Charger des &amp;définitions...</translation>
+    </message>
 </context>
 <context>
     <name>ValueSaver</name>

@@ -41,6 +41,7 @@ struct FieldUse
     std::function<QString(const QString&)> wish;
     /** In place of the others: takes all rows that are chosen, two at least, also those of types. */
     std::function<void(const QVector<Row>&)> takeAll = nullptr;
+    bool takesTypes = false; ///< also takes the row of a type, as a path without a field
 };
 
 /** Something that a panel does with a type of a sender, offered to whoever lists them. */

@@ -416,7 +416,9 @@ void tst_monitormessages::marksTheBytesOfAField()
     BytesDesk desk;
     BytesPanel& panel = desk.bytes();
     QVERIFY(panel.getView()->getBytes().isEmpty());
+    QVERIFY(!desk.getFieldUses().first().action->isEnabled());
     desk.choose(desk.attitude);
+    QVERIFY(desk.getFieldUses().first().action->isEnabled());
     desk.sendNewest("H1");
     QVERIFY(panel.getView()->getBytes().isEmpty());
     desk.sendNewest("A1");

@@ -216,6 +216,14 @@ void tst_monitorplayback::hiddenDataIsHiddenEverywhere()
     // Of what was plotted before, nothing was kept.
     QCOMPARE(window.newestRoll(), QString("4.12345 rad | 4.12345 rad | 4.12345 rad"));
     QCOMPARE(int(window.getPlot()->getSeries().size()), 1);
+
+    // A watch of it times out as any other, and with each message anew.
+    window.getDesk()->setConfidentialShown(false);
+    window.prefer([](Preferences* preferences) { preferences->watchTimeOut = 0.1; });
+    window.getSources()->getSession(0)->setPlayback(StreamSource::Playback());
+    window.getSources()->getSession(0)->getSource()->seek(Start * 1000000);
+    for (const char* const text : {"Hidden data", "N/A", "Hidden data", "N/A"})
+        EVENTUALLY_IS(window.getWatches()->getWatches().first()->getText(), text);
 }
 
 void tst_monitorplayback::whatWasChosenSurvivesARestart()

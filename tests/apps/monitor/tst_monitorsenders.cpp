@@ -26,12 +26,15 @@
 #include "watchbar.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QTreeView>
 
 #include <memory>
@@ -65,6 +68,7 @@ struct SenderDesk : Desk
     PanelSet panels;
     TreePanel& tree;
     SenderChoice choice{this};
+    QSignalSpy wanted{this, &Desk::definitionsWanted};
 
 private:
     QString doStep(const QString& verb, const QString& rest)
@@ -111,7 +115,11 @@ private:
         else if (verb == "form")
             form(rest);
         else if (verb == "menu")
-            useMenu(rest.section(" > ", 0, 0), rest.section(" > ", 1));
+            useMenu(rest.section(" > ", 0, 0).split(" + "), rest.section(" > ", 1));
+        else if (verb == "clip")
+            return QGuiApplication::clipboard()->text().replace('\n', '/');
+        else if (verb == "wanted")
+            return QString::number(wanted.size());
         else if (verb == "current")
             return tree.getTree()->currentItem()->parent()->text(0) + '/' + tree.getTree()->currentItem()->text(0);
         else if (verb == "status")
@@ -130,6 +138,10 @@ private:
     {
         QByteArray bytes;
         for (const QString& message : recording.split(' ').mid(1)) {
+            if (message == "U") { // of a type that is not known
+                bytes += script.bytes("U5");
+                continue;
+            }
             const bool isHeartbeat = message.startsWith('H');
             MavlinkEncoder encoder(script.info(isHeartbeat ? 0 : 1));
             encoder.set(isHeartbeat ? "custom_mode" : "load", message.section('=', 1).toInt());
@@ -162,14 +174,19 @@ private:
         }
     }
 
-    // The row of the list for the type and its sender.
-    void useMenu(const QString& name, const QString& entry)
+    // The rows of the list for types and their senders.
+    void useMenu(const QStringList& names, const QString& entry)
     {
         TypePanel& panel = *panels.find<TypePanel>();
         QAbstractItemModel& model = *panel.getView()->model();
-        for (int i = 0; i < model.rowCount(); ++i)
-            if (model.index(i, 0).data().toString() + ' ' + model.index(i, 1).data().toString() == name)
+        for (int i = 0; i < model.rowCount(); ++i) {
+            const QString name = model.index(i, 0).data().toString() + ' ' + model.index(i, 1).data().toString();
+            if (name.trimmed() == names.first())
                 panel.getView()->setCurrentIndex(model.index(i, 0));
+            else if (names.contains(name))
+                panel.getView()->selectionModel()->select(model.index(i, 0),
+                                                          QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
         const std::unique_ptr<QMenu> menu(panel.createMenu());
         for (QAction* const action : menu->actions())
             if (action->text().remove('&') == entry)
@@ -457,6 +474,10 @@ void tst_monitorsenders::theListIsFoldedAndFiltered()
          "HEARTBEAT 2:1, SYS_STATUS; HEARTBEAT 1:1, HEARTBEAT 2:1, SYS_STATUS; SYS_STATUS, HEARTBEAT 1:1, HEARTBEAT "
          "2:1; "
          "HEARTBEAT 2:1"},
+        {"play a H1:1=5 S1:1=1 U; menu HEARTBEAT 1:1 + SYS_STATUS 1:1 > Copy Name; clip; menu Unknown types > Copy "
+         "Name; clip; menu HEARTBEAT 1:1 > Load Definitions...; wanted; menu Unknown types > Load Definitions...; "
+         "wanted",
+         "HEARTBEAT/SYS_STATUS; Unknown types; 0; 1"},
         // Who goes to a row of the list is led to that of the tree.
         {"rows 2; play a H1:1=5 H2:1=6 H3:1=7 H4:1=5 H5:1=6; menu HEARTBEAT 3:1 > ; current", "3:1/HEARTBEAT"},
         {"play a H10:1=7 H2:1=6 S10:1=1; filter 10:1 hea; list; fold; list; filter ; list; filter nothing; list",

@@ -148,6 +148,12 @@ void tst_monitortree::whatIsNotThereTakesNoRoom()
     QVERIFY(desk.shown().endsWith("RARE, .[problems], .part"));
     desk.send((new TestMessage(info))->set(part, QList<Message*>{desk.createNav(1)}));
     QVERIFY(desk.shown().endsWith(with));
+    // Nor when everything is unfolded and no message comes any more.
+    desk.send((new TestMessage(info))->set(problems, 1));
+    for (QAction* const action : desk.panel.getWidget()->findChildren<QAction*>())
+        if (action->text() == "&Expand All")
+            action->trigger();
+    QVERIFY(desk.shown().endsWith("RARE, .[problems], .part"));
 }
 
 void tst_monitortree::theTreeShowsWhatIsLookedFor()

@@ -23,14 +23,12 @@ static const int MostCharacters = 60;
 BytesPanel::BytesPanel(Desk* desk, QWidget* parent)
     : QWidget(parent)
     , m_desk(desk)
-    , m_title(new QLabel)
+    , m_title(new ElidedLabel)
     , m_view(new BytesView)
     , m_text(new ElidedLabel)
     , m_bits(new BitsStrip)
 {
     m_view->setAccessibleName(tr("Bytes"));
-    m_title->setTextFormat(Qt::PlainText);
-    m_title->setTextInteractionFlags(Qt::TextSelectableByMouse);
     for (QLabel* const label : {m_title, m_text}) {
         label->setMinimumWidth(1); // a long text is no reason for a wide dock
         label->setContentsMargins(4, 1, 4, 1);
@@ -68,7 +66,8 @@ void BytesPanel::offerUse()
                       [show](const QString&) {
                           show();
                           return QString();
-                      }});
+                      },
+                      nullptr, true});
 }
 
 void BytesPanel::followMessage()
@@ -243,7 +242,8 @@ QString BytesPanel::getText() const
     const FieldValue value = m_path.getValue(m_message.get());
     if (value.isValid() && !value.getSubMessage()) {
         const QString shown = m_path.getField()->getInterpretedString(value, true).simplified();
-        text += dot + (shown.size() > MostCharacters ? shown.left(MostCharacters) + QChar(0x2026) : shown);
+        if (!shown.isEmpty())
+            text += dot + (shown.size() > MostCharacters ? shown.left(MostCharacters) + QChar(0x2026) : shown);
     }
     return text;
 }

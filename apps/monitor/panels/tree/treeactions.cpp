@@ -108,7 +108,10 @@ void TreeActions::update()
     m_copyPath->setEnabled(isRow);
     m_copyJson->setEnabled(isRow);
     for (const FieldUse& use : m_desk->getFieldUses())
-        use.action->setEnabled(use.takeAll ? rows > 1 : use.refusal.isEmpty() ? isField : isNumber);
+        use.action->setEnabled(use.takeAll             ? rows > 1
+                               : use.takesTypes        ? isRow
+                               : use.refusal.isEmpty() ? isField
+                                                       : isNumber);
     const Subject pinned = m_rows->getPinned(m_tree->currentItem());
     QString name = pinned.sender;
     if (pinned.info)
@@ -207,7 +210,7 @@ void TreeActions::take(const FieldUse& use)
         const bool isTold = !subject.sender.isEmpty() && m_desk->getTypes()->isFromSeveral(subject.info);
         if (!use.refusal.isEmpty() && !row.isNumeric())
             isRefused = true;
-        else if (row.getPath().getField() || (use.takeAll && !row.isNull()))
+        else if (row.getPath().getField() || ((use.takeAll || use.takesTypes) && !row.isNull()))
             fields.append({row.getPath(), {subject.sender, isTold}});
     }
     if (use.takeAll && fields.size() > 1)

@@ -98,6 +98,7 @@ void TreePanel::createActions()
     connect(m_collapse, &QAction::triggered, m_tree, &QTreeView::collapseAll);
     m_expand = new QAction(tr("&Expand All"), m_widget.get());
     connect(m_expand, &QAction::triggered, m_rows, &TreeRows::expandAll);
+    connect(m_expand, &QAction::triggered, m_unset, &UnsetRows::followAll); // perhaps no message comes any more
     createArrangements();
 
     m_addAutomatically = new QAction(tr("Add New T&ypes Automatically"), m_widget.get());

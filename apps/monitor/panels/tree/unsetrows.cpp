@@ -32,18 +32,14 @@ UnsetRows::UnsetRows(ReadingTree* tree, TreeRows* rows, const TreeFilter* filter
             follow(item);
     });
     connect(tree, &QTreeWidget::itemCollapsed, this, &UnsetRows::noteVector);
-    connect(filter, &TreeFilter::matchCountChanged, this, [this]() {
-        if (!m_filter->isActive())
-            followAll();
-    });
+    connect(filter, &TreeFilter::matchCountChanged, this, &UnsetRows::followAll);
 }
 
 void UnsetRows::setHidden(bool hidden)
 {
     m_isHidden = hidden;
     m_concerned.clear();
-    if (!m_filter->isActive())
-        followAll();
+    followAll();
 }
 
 bool UnsetRows::isConcerned(const MessageInfo* info)
@@ -73,6 +69,8 @@ void UnsetRows::processMessage(const Message* message)
 
 void UnsetRows::followAll()
 {
+    if (m_filter->isActive())
+        return;
     for (const QPointer<SubjectRow>& row : m_rows->getRows())
         if (row && row->isExpanded())
             follow(row);

@@ -211,10 +211,16 @@ QMenu* TypePanel::createMenu()
     for (const TypeUse& use : m_desk->getTypeUses())
         if (subjects.size() == 1)
             menu->addAction(use.text(subjects.first()), this, [use, subjects]() { use.take(subjects.first()); });
-    const QModelIndex current = m_view->currentIndex();
-    const QString name = current.sibling(current.row(), MessageTypeModel::TypeColumn).data().toString();
-    if (!name.isEmpty())
-        menu->addAction(tr("&Copy Name"), this, [name]() { QGuiApplication::clipboard()->setText(name); });
+    const QModelIndexList rows = m_view->selectionModel()->selectedRows(MessageTypeModel::TypeColumn);
+    QStringList names;
+    for (const QModelIndex& index : rows)
+        if (!names.contains(index.data().toString())) // others send the type as well
+            names.append(index.data().toString());
+    if (!names.isEmpty())
+        menu->addAction(tr("&Copy Name"), this,
+                        [names]() { QGuiApplication::clipboard()->setText(names.join(QLatin1Char('\n'))); });
+    if (!names.isEmpty() && subjects.isEmpty()) // of what is not known
+        menu->addAction(tr("Load &Definitions..."), m_desk, &Desk::definitionsWanted);
     menu->addMenu(tr("Co&lumns"))->addActions(m_view->header()->actions());
     return menu;
 }

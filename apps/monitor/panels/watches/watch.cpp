@@ -115,7 +115,7 @@ QString Watch::getText() const
 
 void Watch::setTimeOut(int milliseconds)
 {
-    m_label->setTimeOut(milliseconds);
+    m_field.setTimeOut(milliseconds);
 }
 
 void Watch::resolve()

@@ -96,6 +96,12 @@ const FieldInfo* WatchedField::setPath(const FieldPath& path)
     return field;
 }
 
+void WatchedField::setTimeOut(int milliseconds)
+{
+    m_timeOut = milliseconds;
+    m_label->setTimeOut(milliseconds);
+}
+
 void WatchedField::renew()
 {
     if (m_path.isNull() || (!m_hidden && m_label->text() == FieldValueLabel::tr("N/A")))
@@ -144,6 +150,7 @@ void WatchedField::processMessage(const Message* message)
     m_hidden = m_path.isHidden();
     if (m_hidden) {
         m_label->setText(tr("Hidden data"));
+        m_label->setTimeOut(m_timeOut); // begins anew, which the label does itself for values that it writes
         return;
     }
     QStringList texts;

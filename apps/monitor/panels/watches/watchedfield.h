@@ -42,6 +42,8 @@ public:
     const QString& getSender() const { return m_followed; }
     /** The sender has another name now. */
     void renameSender(const QString& before, const QString& now);
+    /** After how long the label loses what no message brings anew, in milliseconds; negative for never. */
+    void setTimeOut(int milliseconds);
     /** Writes the value anew, as it is to be written now; one that timed out stays away. */
     void renew();
 
@@ -63,7 +65,8 @@ private:
     QString m_sender;             // that is wanted; may be empty
     QString m_followed;           // that is shown
     QVector<FieldPath> m_schemas; // the same way in each schema that the type came with, where there are several
-    bool m_hidden = false;        // what the label says is that the value is hidden
+    int m_timeOut = -1;
+    bool m_hidden = false; // what the label says is that the value is hidden
 };
 
 #endif
