@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QLabel>
+#include <QMainWindow>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
@@ -11,6 +12,7 @@
 #include <QStyleOption>
 #include <QToolTip>
 
+static const int TabSpace = 14; // left and right of the names of docks, which are many
 static const char* const names[] = {"system", "light", "dark"};
 
 namespace
@@ -19,6 +21,12 @@ namespace
 bool isDark(const QPalette& palette)
 {
     return palette.color(QPalette::Base).lightness() < 128;
+}
+
+// High contrast has buttons of the colour of the window, and on black the style's frames cannot be seen.
+bool hasUnseenFrames(const QPalette& palette)
+{
+    return isDark(palette) && palette.color(QPalette::Button) == palette.color(QPalette::Window);
 }
 
 // Combo boxes open a list that scrolls, and no menu of hundreds. A style sheet could tell them so too, but then they
@@ -37,20 +45,37 @@ public:
         return hint == SH_ComboBox_Popup ? 0 : QProxyStyle::styleHint(hint, option, widget, returned);
     }
 
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
+    {
+        const int wanted = QProxyStyle::pixelMetric(metric, option, widget);
+        const bool isOfDocks = widget && qobject_cast<const QMainWindow*>(widget->parentWidget());
+        return metric == PM_TabBarTabHSpace && isOfDocks ? qMin(wanted, TabSpace) : wanted;
+    }
+
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override
     {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-        const bool hasFrame = element == PE_IndicatorItemViewItemCheck || element == PE_IndicatorCheckBox ||
+        const bool isButton = element == PE_PanelButtonCommand && hasUnseenFrames(option->palette);
+        const bool hasFrame = isButton || element == PE_IndicatorItemViewItemCheck || element == PE_IndicatorCheckBox ||
                               element == PE_IndicatorMenuCheckMark || element == PE_FrameLineEdit;
         if (!hasFrame || !isDark(option->palette) || option->state & State_HasFocus)
             return;
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        painter->setPen(option->palette.color(QPalette::Light));
-        painter->setBrush(Qt::NoBrush);
-        painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
-        painter->restore();
+        drawFrame(painter, option, option->rect);
+    }
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override
+    {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        if (!hasUnseenFrames(option->palette))
+            return;
+        if (control == CC_ComboBox || control == CC_SpinBox)
+            drawFrame(painter, option, option->rect);
+        else if (control == CC_Slider)
+            drawFrame(painter, option, subControlRect(control, option, SC_SliderHandle, widget));
+        else if (control == CC_ScrollBar)
+            drawFrame(painter, option, subControlRect(control, option, SC_ScrollBarSlider, widget));
     }
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -62,6 +87,11 @@ public:
             QProxyStyle::drawControl(element, option, painter, widget);
             painter->setPen(option->palette.color(QPalette::Highlight));
             painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+            return;
+        }
+        if (element == CE_TabBarTabShape && option->state & State_Selected && hasUnseenFrames(option->palette)) {
+            QProxyStyle::drawControl(element, option, painter, widget);
+            drawFrame(painter, option, option->rect);
             return;
         }
         const auto* const button = qstyleoption_cast<const QStyleOptionToolButton*>(option);
@@ -84,6 +114,16 @@ public:
     }
 
 private:
+    static void drawFrame(QPainter* painter, const QStyleOption* option, const QRect& place)
+    {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(option->palette.color(QPalette::Light));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRoundedRect(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+        painter->restore();
+    }
+
     static QIcon inColour(const QIcon& icon, const QColor& colour)
     {
         QPixmap pixmap = icon.pixmap(64);

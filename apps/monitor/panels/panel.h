@@ -77,12 +77,14 @@ struct PanelPlace
     };
 
     Area area;
-    int width;              ///< thousandths of the window's; 0 is as it comes
-    int height;             ///< likewise
-    const char* tabbedWith; ///< id of a panel further up in the table, in front of it; null for room of its own
-    const char* whenNarrow; ///< likewise in a window without room for all
-    bool waits = false;     ///< hidden until it is filled
-    int lines = 0;          ///< of text that it is high at least, in a window that is low for its letters
+    int width;                     ///< thousandths of the window's; 0 is as it comes
+    int height;                    ///< likewise
+    const char* tabbedWith;        ///< id of a panel further up in the table, in front of it; null for room of its own
+    const char* whenNarrow;        ///< likewise in a window without room for all
+    bool waits = false;            ///< hidden until it is filled
+    int lines = 0;                 ///< of text that it is high at least, in a window that is low for its letters
+    const char* whenLow = nullptr; ///< as tabbedWith, in a window without height for all
+    bool waitsWhenLow = false;     ///< hidden in such a window until it is wanted
 };
 
 /** What the window has to know of a panel to have it. */

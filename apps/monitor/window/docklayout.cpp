@@ -6,15 +6,21 @@
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QMenu>
+#include <QScreen>
 #include <QTabBar>
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 
+#include <utility>
+
 // A window of fewer lines' heights than this in width has no room for docks on both sides.
 static const int NarrowLines = 70;
+// And one of fewer than this in height none for lists one below the other.
+static const int LowLines = 27;
 static const int Whole = 1000; // of which places are parts
 static const int WidestTabs = 400;
+static const int WidestTabsWhenLow = 450; // there are more of them
 static const int HighestLines = 350;
 // A state of a window with other places says nothing of this one.
 static const int Edition = 2;
@@ -77,16 +83,15 @@ void DockLayout::addDock(const PanelRow& row, QWidget* widget)
         if (QToolButton* const more = bar->findChild<QToolButton*>(QLatin1String("qt_toolbar_ext_button")))
             more->setAccessibleName(tr("More"));
     }
+    dock->hide(); // or a window that is not arranged so far has room for all at once
     place(row, dock);
 }
 
 void DockLayout::place(const PanelRow& row, QDockWidget* dock)
 {
     m_window->addDockWidget(dockArea(row.place.area), dock);
-    if (QDockWidget* const front = getDock(QLatin1String(row.place.tabbedWith))) {
+    if (QDockWidget* const front = getDock(QLatin1String(row.place.tabbedWith)))
         m_window->tabifyDockWidget(front, dock);
-        front->raise();
-    }
 }
 
 QDockWidget* DockLayout::getDock(const QString& id) const
@@ -123,7 +128,7 @@ void DockLayout::show(const QWidget* widget)
 void DockLayout::welcome(const PanelRow& row)
 {
     QDockWidget* const dock = getDock(QLatin1String(row.id));
-    if (!row.place.waits || m_shown.contains(dock))
+    if (!waits(row.place) || m_shown.contains(dock))
         return;
     m_shown.insert(dock);
     if (m_window->dockWidgetArea(dock) == dockArea(row.place.area) && !dock->isFloating())
@@ -179,11 +184,24 @@ void DockLayout::giveTabsRoom()
         if (!dock || entry.row.place.area != PanelPlace::Left || m_window->tabifiedDockWidgets(dock).isEmpty())
             continue;
         for (const QTabBar* const bar : bars) {
-            const int wanted = qMin(bar->sizeHint().width(), m_window->width() * WidestTabs / Whole);
+            const int wanted =
+                qMin(bar->sizeHint().width(), m_window->width() * (isLow() ? WidestTabsWhenLow : WidestTabs) / Whole);
             if (bar->isVisible() && bar->width() == dock->width() && bar->width() < wanted)
                 m_window->resizeDocks({dock}, {wanted}, Qt::Horizontal);
         }
     }
+}
+
+bool DockLayout::isLow() const
+{
+    const bool isLarge = m_window->isMaximized() || m_window->isFullScreen(); // or will be
+    const int height = isLarge ? m_window->screen()->availableSize().height() : m_window->height();
+    return height < LowLines * m_window->fontMetrics().height();
+}
+
+bool DockLayout::waits(const PanelPlace& place) const
+{
+    return place.waits || (place.waitsWhenLow && isLow());
 }
 
 bool DockLayout::isNarrow() const
@@ -222,15 +240,39 @@ void DockLayout::resize(PanelPlace::Area area)
     m_window->resizeDocks(high, heights, Qt::Vertical);
 }
 
-void DockLayout::arrange()
+void DockLayout::prepare()
 {
+    // Once, because all that is shown together may make the window higher.
+    const bool low = isLow();
+    QVector<QDockWidget*> seen;
+    QVector<QDockWidget*> fronts;
     for (const PanelSet::Entry& entry : m_panels->getEntries()) {
+        const PanelPlace& place = entry.row.place;
         QDockWidget* const dock = getDock(QLatin1String(entry.row.id));
         if (!dock)
             continue;
-        const bool isShown = !entry.row.place.waits || entry.panel->isFilled();
-        dock->setVisible(isShown);
-        if (isShown && shareWhenNarrow(entry.row))
+        if (QDockWidget* const front = low ? getDock(QLatin1String(place.whenLow)) : nullptr)
+            m_window->tabifyDockWidget(front, dock);
+        for (const char* const front : {place.tabbedWith, low ? place.whenLow : nullptr})
+            if (front && !waits(place))
+                fronts.append(getDock(QLatin1String(front)));
+        if (waits(place) && !(place.waits && entry.panel->isFilled()))
+            dock->hide();
+        else
+            seen.append(dock);
+    }
+    for (QDockWidget* const dock : std::as_const(seen))
+        dock->show();
+    for (QDockWidget* const front : std::as_const(fronts))
+        front->raise();
+}
+
+void DockLayout::arrange()
+{
+    prepare();
+    for (const PanelSet::Entry& entry : m_panels->getEntries()) {
+        const QDockWidget* const dock = getDock(QLatin1String(entry.row.id));
+        if (dock && !dock->isHidden() && shareWhenNarrow(entry.row))
             getDock(QLatin1String(entry.row.place.whenNarrow))->raise();
     }
     for (const PanelPlace::Area area : {PanelPlace::Left, PanelPlace::Right, PanelPlace::Top, PanelPlace::Bottom})
@@ -260,7 +302,6 @@ void DockLayout::reset()
     for (const PanelSet::Entry& entry : m_panels->getEntries()) {
         if (QDockWidget* const dock = getDock(QLatin1String(entry.row.id))) {
             place(entry.row, dock);
-            dock->show();
         } else if (QToolBar* const bar = qobject_cast<QToolBar*>(entry.panel->getWidget())) {
             m_window->addToolBar(Qt::BottomToolBarArea, bar);
         }

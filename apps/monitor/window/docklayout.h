@@ -23,6 +23,8 @@ public:
 
     /** Adds what shows and hides the docks. */
     void addActionsTo(QMenu* menu);
+    /** Hides what waits, so that a window that is not shown so far takes no more room than it is given. */
+    void prepare();
     /** Gives the docks their first sizes; in a small window some of them share their room. */
     void arrange();
     /** Puts everything back where it stood at first. */
@@ -31,6 +33,8 @@ public:
      * or restored. */
     void show(const QWidget* widget);
 
+    /** Whether the window is so low for its letters that it is arranged in another way. */
+    bool isLow() const;
     /** Where everything stands, for a file of settings. */
     QByteArray save() const;
     /** Puts everything back there; false when @p state is none. */
@@ -41,6 +45,7 @@ private:
     void place(const PanelRow& row, QDockWidget* dock);
     QDockWidget* getDock(const QString& id) const;
     bool isNarrow() const;
+    bool waits(const PanelPlace& place) const;
     int heightOf(const PanelPlace& place) const;
     void resize(PanelPlace::Area area);
     void welcome(const PanelRow& row);

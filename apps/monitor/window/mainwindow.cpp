@@ -235,6 +235,13 @@ void MainWindow::focusMiddle()
     (tree ? tree : m_middle->currentWidget())->setFocus();
 }
 
+void MainWindow::setVisible(bool visible)
+{
+    if (visible && !m_arranged)
+        m_docks->prepare();
+    QMainWindow::setVisible(visible);
+}
+
 void MainWindow::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
@@ -306,12 +313,18 @@ void MainWindow::closeEvent(QCloseEvent* event)
     QMainWindow::closeEvent(event);
 }
 
+// What fills a large screen does not fit a small one, on which another arrangement is kept.
+QString MainWindow::getStateKey() const
+{
+    return QLatin1String(m_docks->isLow() ? "stateWhenLow" : "state");
+}
+
 // Showing confidential data is left out on purpose: it is asked for anew each time.
 void MainWindow::saveSettings(QSettings& settings)
 {
     settings.beginGroup(QLatin1String("window"));
     settings.setValue(QLatin1String("geometry"), saveGeometry());
-    settings.setValue(QLatin1String("state"), m_arranged ? m_docks->save() : m_state);
+    settings.setValue(getStateKey(), m_arranged ? m_docks->save() : m_state);
     settings.endGroup();
     m_desk.getPreferences().save(settings);
     m_panels.saveSettings(settings);
@@ -332,7 +345,7 @@ void MainWindow::restoreSettings(QSettings& settings)
 
     settings.beginGroup(QLatin1String("window"));
     restoreGeometry(settings.value(QLatin1String("geometry")).toByteArray());
-    m_state = settings.value(QLatin1String("state")).toByteArray();
+    m_state = settings.value(getStateKey()).toByteArray();
     settings.endGroup();
     m_layouts->restoreSettings(settings);
     m_panels.restoreSettings(settings);

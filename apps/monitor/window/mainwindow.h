@@ -78,6 +78,9 @@ public:
     /** What the status bar says of the last problem; empty when there was none. */
     QString getLastProblem() const;
 
+    /** Takes no more room than it is given when it is shown for the first time. */
+    void setVisible(bool visible) override;
+
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -93,6 +96,7 @@ private:
     void showAbout();
     void refresh();
     void arrange();
+    QString getStateKey() const;
     void focusMiddle();
     void followVisibility();
 

@@ -29,6 +29,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QStandardItemModel>
 #include <QTabBar>
 #include <QToolButton>
@@ -49,6 +50,8 @@ private Q_SLOTS:
     void preferencesAreUsedAndKept();
     void statisticsAreSavedAsValues();
     void everythingFitsASmallScreen();
+    void aLowWindowHasOtherPlaces();
+    void framesAreSeenInHighContrast();
     void placesAndLayoutsComeBack();
     void whatIsWrongIsCountedAndGoesWhenItIsMended();
     void confidentialDataIsWarnedOfInTheMenu();
@@ -320,6 +323,71 @@ void tst_monitorwindow::everythingFitsASmallScreen()
     EVENTUALLY(emptyTabs() == 0);
     window.statusBar()->findChild<QLabel*>()->setText(QString(300, 'x'));
     QVERIFY(window.minimumSizeHint().width() <= room.width());
+}
+
+// Which docks are seen, with those that are tabs of the list of types in brackets.
+static QString docksOf(const TestWindow& window)
+{
+    QStringList names;
+    const QList<QDockWidget*> tabs = window.tabifiedDockWidgets(window.findChild<QDockWidget*>("types"));
+    for (QDockWidget* const dock : window.findChildren<QDockWidget*>())
+        if (!dock->isHidden())
+            names.append(tabs.contains(dock) ? '(' + dock->objectName() + ')' : dock->objectName());
+    names.sort();
+    return names.join(' ');
+}
+
+void tst_monitorwindow::aLowWindowHasOtherPlaces()
+{
+    QSettings settings(m_folder.filePath("low.ini"), QSettings::IniFormat);
+    const QString usual = "(forms) (statistics) events messages sources types";
+    const QString low = "(forms) (sources) (statistics) types";
+    {
+        TestWindow window;
+        const int height = 23 * window.fontMetrics().height(); // as of 1280x800 at 200 %
+        window.resize(900, height);
+        window.show();
+        EVENTUALLY_IS(docksOf(window), low);
+        window.findAction("Events")->trigger();
+        EVENTUALLY_IS(docksOf(window), "(forms) (sources) (statistics) events types");
+        window.findAction("Reset")->trigger();
+        EVENTUALLY_IS(docksOf(window), low);
+        window.findAction("Forms")->trigger();
+        QCOMPARE(window.height(), height);
+        window.saveSettings(settings);
+    }
+    settings.remove("window/geometry");
+    {
+        TestWindow window; // of another screen: what was arranged on the small one is not for it
+        window.restoreSettings(settings);
+        window.show();
+        EVENTUALLY_IS(docksOf(window), usual);
+    }
+    TestWindow window;
+    window.resize(900, 23 * window.fontMetrics().height());
+    window.restoreSettings(settings);
+    window.show();
+    EVENTUALLY_IS(docksOf(window), "(sources) (statistics) types");
+}
+
+void tst_monitorwindow::framesAreSeenInHighContrast()
+{
+    Theme::apply(Theme::Dark); // in a style that has frames of the colour of the window
+    QPushButton button;
+    QSlider slider(Qt::Horizontal);
+    QScrollBar bar(Qt::Horizontal);
+    QComboBox combo;
+    for (QWidget* const widget : {static_cast<QWidget*>(&button), static_cast<QWidget*>(&slider),
+                                  static_cast<QWidget*>(&bar), static_cast<QWidget*>(&combo)}) {
+        widget->setPalette(QPalette(Qt::white, Qt::black, Qt::white, Qt::white, Qt::white, Qt::white, Qt::black));
+        widget->resize(100, 20);
+        const QImage image = widget->grab().toImage();
+        int seen = 0; // beginning left of the arrow of a combo box
+        for (int y = 0; y < image.height(); ++y)
+            seen += qGray(image.pixel(image.width() * 3 / 10, y)) > 60 || qGray(image.pixel(1, y)) > 60;
+        QVERIFY2(seen > 0, widget->metaObject()->className());
+    }
+    Theme::apply(Theme::System);
 }
 
 // How wide the list of types is, and whether events and tool bar are there.

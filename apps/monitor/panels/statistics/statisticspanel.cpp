@@ -90,7 +90,6 @@ StatisticsPanel::StatisticsPanel(Desk* desk)
     m_progress->setAlignment(Qt::AlignCenter);
     m_progress->setWordWrap(true);
     Theme::makeHint(m_progress);
-    m_widget->setMinimumHeight(2 * m_widget->fontMetrics().lineSpacing()); // on a small screen
     m_stack->addWidget(m_widget);
     m_stack->addWidget(m_progress);
     QVBoxLayout* const layout = new QVBoxLayout(m_page.get());
@@ -118,6 +117,7 @@ StatisticsPanel::~StatisticsPanel() = default;
 MessageStatisticsWidget* StatisticsPanel::createWidget(MessageStatisticsCoordinator* coordinator)
 {
     MessageStatisticsWidget* const widget = new MessageStatisticsWidget(coordinator, nullptr);
+    widget->setMinimumHeight(2 * widget->fontMetrics().lineSpacing()); // on a small screen
     widget->setUniformRowHeights(true); // or each change of a thousand rows would look for its place
     widget->header()->setStretchLastSection(false);
     new NameColumn(widget, NamePercent);
