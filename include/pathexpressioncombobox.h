@@ -10,7 +10,8 @@
  * A combo box to choose some parts of a path expression with.
  *
  * What it offers is what a second expression matches, the options source, and an entry "All" that stands for the
- * wildcard. The edited expression's text is always shown: it comes first when it is not among the options.
+ * wildcard. The edited expression's text is among them: it comes first when it is no option. Where the source matches
+ * nothing, as before formats are known, a text says so and nothing else is offered; the expression keeps what it has.
  *
  * @code
  * PathExpression* types = new PathExpression(this);

@@ -2,6 +2,7 @@
 #include "treefixtures.h"
 
 #include <QHeaderView>
+#include <QPaintEvent>
 #include <QStyledItemDelegate>
 
 /** What of changed values reaches the screen and other listeners, and when. */
