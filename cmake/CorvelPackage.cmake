@@ -42,12 +42,19 @@ install(FILES
 configure_file(cmake/corvelversion.h.in "${CMAKE_BINARY_DIR}/generated/include/corvelversion.h" @ONLY)
 corvel_public_headers("${CMAKE_BINARY_DIR}/generated/include/corvelversion.h")
 
-# corvel_pkgconfig(NAME DESCRIPTION REQUIRES LIBS): written when it is installed, because only then the prefix is certain.
+# corvel_pkgconfig(NAME DESCRIPTION REQUIRES LIBS): it finds the libraries from where it lies itself, so that an archive holds
+# wherever it is unpacked.
 function(corvel_pkgconfig name description requires libs)
+    set(PREFIX "\\\${pcfiledir}/..")
+    string(REGEX MATCHALL "[^/]+" parts "${CMAKE_INSTALL_LIBDIR}")
+    foreach(part ${parts})
+        string(APPEND PREFIX "/..")
+    endforeach()
     foreach(dir LIBDIR INCLUDEDIR)
         set(${dir} "\\\${prefix}/${CMAKE_INSTALL_${dir}}")
         if(IS_ABSOLUTE "${CMAKE_INSTALL_${dir}}")
             set(${dir} "${CMAKE_INSTALL_${dir}}")
+            set(PREFIX "\${CMAKE_INSTALL_PREFIX}") # only certain when it is installed
         endif()
     endforeach()
     set(file "${corvel_package_build_dir}/${name}.pc")
@@ -57,6 +64,7 @@ function(corvel_pkgconfig name description requires libs)
         set(PROJECT_VERSION \"${PROJECT_VERSION}\")
         set(REQUIRES \"${requires}\")
         set(LIBS \"${libs}\")
+        set(PREFIX \"${PREFIX}\")
         set(LIBDIR \"${LIBDIR}\")
         set(INCLUDEDIR \"${INCLUDEDIR}\")
         configure_file(\"${PROJECT_SOURCE_DIR}/cmake/library.pc.in\" \"${file}\" @ONLY)")
