@@ -1615,6 +1615,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <source>&quot;%1&quot; is no path in quotation marks</source>
         <translation>„%1“ ist kein Pfad in Anführungszeichen</translation>
     </message>
+    <message>
+        <source>the quotation mark is not closed</source>
+        <translation>das Anführungszeichen ist nicht geschlossen</translation>
+    </message>
 </context>
 <context>
     <name>PlotFunction</name>

@@ -1613,6 +1613,10 @@ Shows what a device says: every field of every message type, live; how regularly
         <source>&quot;%1&quot; is no path in quotation marks</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>the quotation mark is not closed</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>PlotFunction</name>

@@ -277,11 +277,13 @@ void LatestMessageSource::emitOne(const Pending& pending)
         pending.messages->setPending(true);
     if (message.isNull())
         return;
+    m_isRepeating = entry.shown == entry.order;
     entry.shown = entry.order;
     m_shown.insert({message->getInfo(), message->getSender()}, message);
     m_shown.insert({message->getInfo(), QString()}, message);
     const bool isEarlier = entry.isEarlier; // a listener may change what is kept
     Q_EMIT newMessage(message.get());
+    m_isRepeating = false;
     if (isEarlier)
         Q_EMIT earlierShown(message->getInfo(), message->getSender());
 }

@@ -67,6 +67,8 @@ public:
 
     /** Hands on everything that is kept once more, such as when its senders got other names. */
     void showAgain();
+    /** Whether the message of newMessage(), for whom that is signalled just now, was handed on before. */
+    bool isRepeating() const { return m_isRepeating; }
 
     /** Forgets what @p messages hold of one session, such as what stands at another place of a recording. */
     void forget(LatestMessages* messages);
@@ -124,6 +126,7 @@ private:
     QString m_sender;
     int m_rate = DefaultRate;
     bool m_suspended = false;
+    bool m_isRepeating = false;
 };
 
 #endif

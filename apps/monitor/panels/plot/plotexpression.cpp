@@ -88,6 +88,15 @@ PlotExpression PlotExpression::differenceOf(const PlotExpression& first, const P
     return difference;
 }
 
+/** Whether a quotation mark is left in what has names in the place of paths. */
+static bool hasOpenQuotation(const QString& plain, Formula::Fault* fault)
+{
+    fault->position = int(plain.indexOf(QLatin1Char('"')));
+    if (fault->position >= 0)
+        fault->text = QCoreApplication::translate("PlotExpression", "the quotation mark is not closed");
+    return fault->position >= 0;
+}
+
 PlotExpression PlotExpression::parse(const QString& text, const Lines& lines, Formula::Fault* fault)
 {
     static const QRegularExpression quoted(QStringLiteral("\"([^\"]*)\""));
@@ -117,7 +126,7 @@ PlotExpression PlotExpression::parse(const QString& text, const Lines& lines, Fo
         paths.append(one.captured(1));
     }
     Formula formula;
-    if (!formula.parse(plain, fault))
+    if (hasOpenQuotation(plain, fault) || !formula.parse(plain, fault))
         return PlotExpression();
     PlotExpression expression;
     for (const QString& name : formula.getNames()) {
@@ -177,7 +186,7 @@ PlotExpression PlotExpression::ofPaths(const QString& text, Formula::Fault* faul
     Formula::Fault unwanted;
     Formula::Fault* const told = fault ? fault : &unwanted;
     PlotExpression expression;
-    if (paths.isEmpty() || !formula.parse(plain, told))
+    if (paths.isEmpty() || hasOpenQuotation(plain, told) || !formula.parse(plain, told))
         return expression;
     const auto pathOf = [&](const QString& name) {
         const int path = name.startsWith(QLatin1Char('Q')) ? name.mid(1).toInt() : -1;

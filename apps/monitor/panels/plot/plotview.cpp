@@ -10,7 +10,8 @@
 // Colours that also people who see few colours tell apart; from the ninth series on, lines are dashed as well.
 static const QRgb seriesColors[] = {0x0072b2, 0xd55e00, 0x009e73, 0xcc79a7, 0x56b4e9, 0xe69f00, 0x7f6fc9, 0x8a8a00};
 static const int ColorCount = int(sizeof seriesColors / sizeof seriesColors[0]);
-static const int FewPoints = 300; // so few are drawn with a dot each: points between gaps have no line
+static const int FewPoints = 300;   // so few are drawn with a dot each: points between gaps have no line
+static const int LeastDistance = 8; // in pixels, of dots that can be told apart
 static const double LeastSpan = 0.01;
 static const int LeastLightness = 130; // of lines on a dark ground
 static const int MostAxesPercent = 45; // of the width
@@ -166,8 +167,10 @@ void PlotView::arrangeAxes()
     const int marks = qMax(2, height() / (metrics.height() * 5 / 2) - 2);
     for (const auto& axis : std::as_const(m_axes)) {
         const bool isEmphasized = emphasized && emphasized->valueAxis() == axis.second;
-        if (axis.second != yAxis)
-            axis.second->setVisible(isEmphasized || shown++ < most);
+        if (axis.second != yAxis) {
+            axis.second->setVisible(isEmphasized || shown < most);
+            shown += !isEmphasized && shown < most ? 1 : 0;
+        }
         axis.second->ticker()->setTickCount(qMin(6, marks));
         // Of several axes, one that belongs to a single line tells so by its colour.
         QColor color = palette().color(QPalette::Text);
@@ -176,13 +179,14 @@ void PlotView::arrangeAxes()
         axis.second->setLabelColor(color);
         axis.second->setTickLabelColor(color);
     }
-    const int room = width() - qMin<int>(int(m_axes.size()), qMax(shown, most)) * axisWidth;
+    const int room = width() - shown * axisWidth;
     xAxis->ticker()->setTickCount(qBound(1, room / (metrics.horizontalAdvance(QLatin1String("00:00:00")) * 7 / 4), 8));
 }
 
 void PlotView::resizeEvent(QResizeEvent* event)
 {
     arrangeAxes();
+    labelTimes();
     QCustomPlot::resizeEvent(event);
 }
 
@@ -210,7 +214,9 @@ void PlotView::takePoints()
         pen.setWidthF(data.size() > FewSegments ? 1 : drawn.key() == m_emphasized ? EmphasizedWidth : LineWidth);
         drawn->graph->setPen(pen);
         const qint64 count = points.findAfter(times.upper + shift) - points.findNotBefore(times.lower + shift);
-        drawn->graph->setScatterStyle(count < FewPoints ? QCPScatterStyle(QCPScatterStyle::ssDisc, 4)
+        // One between two gaps is seen as well; discs that touch would only be a thick line.
+        const double size = count * LeastDistance <= axisRect()->width() ? 4 : 2;
+        drawn->graph->setScatterStyle(count < FewPoints ? QCPScatterStyle(QCPScatterStyle::ssDisc, size)
                                                         : QCPScatterStyle(QCPScatterStyle::ssNone));
     }
 }
@@ -363,6 +369,7 @@ void PlotView::labelTimes()
         m_isSinceStart ? tr("since the start") : tr("%1 UTC").arg(end.toString(QLatin1String("yyyy-MM-dd")));
     if (!m_note.isEmpty())
         label += QStringLiteral("  \u00b7  ") + m_note;
+    label = fontMetrics().elidedText(label, Qt::ElideRight, width());
     xAxis->setLabel(m_graphs.isEmpty() || !m_areTimesShown ? QString() : label);
     const bool isShort = getSpan() < 5;
     if (const auto ticker = xAxis->ticker().dynamicCast<QCPAxisTickerDateTime>())

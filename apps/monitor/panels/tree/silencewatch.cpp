@@ -78,6 +78,8 @@ void SilenceWatch::noteArrival(const Subject& subject, const Message* message)
 {
     const qint64 now = m_clock();
     Type& type = m_types[subject];
+    if (m_latest->isRepeating() && type.lastArrival > 0 && !type.isEarlier)
+        return; // under another name, say: that is no sign of life
     const bool wasSilent = !m_silent.isEmpty() && m_silent.contains(subject);
     if (type.lastArrival > 0 && !type.interrupted && !m_wasStill && !wasSilent) {
         type.intervals.append(now - type.lastArrival);
