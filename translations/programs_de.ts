@@ -377,6 +377,10 @@
         <source>%1 cannot be written: %2</source>
         <translation>%1 kann nicht geschrieben werden: %2</translation>
     </message>
+    <message>
+        <source>Saved: %1</source>
+        <translation>Gespeichert: %1</translation>
+    </message>
 </context>
 <context>
     <name>Demonstration</name>
@@ -606,7 +610,7 @@
         <translation>Zum &amp;ersten gehen</translation>
     </message>
     <message>
-        <source>Go to the &amp;Last</source>
+        <source>Go to the La&amp;st</source>
         <translation>Zum &amp;letzten gehen</translation>
     </message>
     <message>
@@ -615,7 +619,7 @@
     </message>
     <message>
         <source>Load &amp;Definitions...</source>
-        <translation>Definitionen &amp;laden ...</translation>
+        <translation>&amp;Definitionen laden ...</translation>
     </message>
     <message>
         <source>Clea&amp;r Events</source>
@@ -2648,7 +2652,7 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
     <message>
         <source>Un&amp;pin</source>
-        <translation>Nicht mehr &amp;Loslösenamp;anheften</translation>
+        <translation>Nicht mehr &amp;anheften</translation>
     </message>
     <message>
         <source>&amp;Pin to the Top</source>
@@ -2695,7 +2699,7 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
     <message>
         <source>&amp;Take out of the Tree</source>
-        <translation>Aus dem Baum &amp;nehmen</translation>
+        <translation>Aus dem &amp;Baum nehmen</translation>
     </message>
     <message>
         <source>&amp;Show in the Tree</source>
@@ -2711,11 +2715,11 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
     </message>
     <message>
         <source>Co&amp;lumns</source>
-        <translation>&amp;Spalten</translation>
+        <translation>S&amp;palten</translation>
     </message>
     <message>
         <source>Load &amp;Definitions...</source>
-        <translation>Definitionen &amp;laden ...</translation>
+        <translation>&amp;Definitionen laden ...</translation>
     </message>
 </context>
 <context>

@@ -377,6 +377,10 @@
         <source>%1 cannot be written: %2</source>
         <translation>%1 ne peut pas être écrit&#xa0;: %2</translation>
     </message>
+    <message>
+        <source>Saved: %1</source>
+        <translation>Enregistré : %1</translation>
+    </message>
 </context>
 <context>
     <name>Demonstration</name>
@@ -606,7 +610,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Go to the &amp;Last</source>
+        <source>Go to the La&amp;st</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

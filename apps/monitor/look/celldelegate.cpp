@@ -74,8 +74,11 @@ bool CellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
         if (filled.fontMetrics.horizontalAdvance(whole) > room) {
             QString text = whole.toHtmlEscaped();
             const QString more = index.data(Qt::ToolTipRole).toString();
-            if (!more.isEmpty() && more != whole)
-                text += QLatin1String("<hr>") + more.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));
+            const QString moreText = more.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));
+            if (more.contains(whole)) // which says it already
+                text = moreText;
+            else if (!more.isEmpty())
+                text += QLatin1String("<hr>") + moreText;
             QToolTip::showText(event->globalPos(), QLatin1String("<qt>") + text + QLatin1String("</qt>"), view);
             return true;
         }

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QMetaProperty>
 #include <QRegularExpression>
+#include <QTabBar>
 #include <QTableWidget>
 #include <QTreeWidget>
 #include <QXmlStreamReader>
@@ -299,6 +300,11 @@ void Retranslator::changeEntries(QWidget* widget) const
             if (text != box->itemText(i))
                 box->setItemText(i, text);
         }
+        return;
+    }
+    if (QTabBar* const tabs = qobject_cast<QTabBar*>(widget)) {
+        for (int i = 0; i < tabs->count(); ++i)
+            tabs->setTabText(i, translate(tabs->tabText(i), tabs, false));
         return;
     }
     const auto* const view = qobject_cast<QAbstractItemView*>(widget);

@@ -6,6 +6,8 @@
 #include <QFileDialog>
 #include <QSaveFile>
 
+static const int SaidMilliseconds = 4000;
+
 QString CsvFile::askPath(QWidget* panel, const QString& title, const QString& name)
 {
     const QString filter = QCoreApplication::translate("CsvFile", "Comma-separated values (*.csv);;All files (*)");
@@ -15,10 +17,18 @@ QString CsvFile::askPath(QWidget* panel, const QString& title, const QString& na
 void CsvFile::save(QWidget* panel, Desk* desk, const QString& title, const QString& name, const QByteArray& csv)
 {
     const QString path = askPath(panel, title, name);
-    if (path.isEmpty())
-        return;
+    if (!path.isEmpty())
+        write(desk, path, csv);
+}
+
+void CsvFile::write(Desk* desk, const QString& path, const QByteArray& csv)
+{
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(csv) < 0 || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || file.write(csv) < 0 || !file.commit()) {
         Q_EMIT desk->failed(
             QCoreApplication::translate("CsvFile", "%1 cannot be written: %2").arg(path, file.errorString()));
+        return;
+    }
+    Q_EMIT desk->recovered();
+    Q_EMIT desk->said(QCoreApplication::translate("CsvFile", "Saved: %1").arg(path), SaidMilliseconds);
 }

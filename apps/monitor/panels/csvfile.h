@@ -14,8 +14,9 @@ namespace CsvFile
 /** Asks for a file, with @p name as a suggestion; empty when there is to be none. */
 QString askPath(QWidget* panel, const QString& title, const QString& name);
 
-/** Asks for a file, with @p name as a suggestion, and writes @p csv there; what goes wrong is told on the desk. */
+/** Asks for a file, with @p name as a suggestion, and writes @p csv there; the desk is told how that ended. */
 void save(QWidget* panel, Desk* desk, const QString& title, const QString& name, const QByteArray& csv);
+void write(Desk* desk, const QString& path, const QByteArray& csv);
 
 } // namespace CsvFile
 

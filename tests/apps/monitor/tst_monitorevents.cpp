@@ -1,4 +1,5 @@
 #include "corvel.h"
+#include "csvfile.h"
 #include "desk.h"
 #include "eventmodel.h"
 #include "eventpanel.h"
@@ -313,6 +314,13 @@ void tst_monitorevents::theListIsFilteredSortedCopiedAndCleared()
     model.setCauses(desk.getEvents());
     QCOMPARE(QString(model.toCsv()).section("\r\n", 2, 2),
              QString("Warning,Test,2,lost a bit,lost a bit,2:1,1970-01-01T00:00:02.000Z,1970-01-01T00:00:04.000Z,,"));
+    const TestFolder folder;
+    const QSignalSpy said(&desk, &Desk::said);
+    const QSignalSpy failed(&desk, &Desk::failed);
+    CsvFile::write(&desk, folder.filePath("events.csv"), model.toCsv());
+    QVERIFY(said.size() == 1 && failed.isEmpty());
+    CsvFile::write(&desk, folder.filePath("none/events.csv"), model.toCsv());
+    QVERIFY(said.size() == 1 && failed.size() == 1);
 
     // The views stand still, but for what the user does.
     desk.setPaused(true);
@@ -328,7 +336,6 @@ void tst_monitorevents::theListIsFilteredSortedCopiedAndCleared()
     QCOMPARE(desk.shown(), QString("Warning 1 after all, 1:1, 00:00:05-00:00:05"));
 
     // Which columns there are, and how wide, comes back.
-    const QTemporaryDir folder;
     QSettings settings(folder.filePath("a.ini"), QSettings::IniFormat);
     view->header()->actions().at(EventModel::TypeColumn - EventModel::SourceColumn)->trigger();
     view->header()->resizeSection(EventModel::CountColumn, 123);

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QTabBar>
 
 /** The window in another language: chosen while it is there it says what it says when it is made in it. */
 class tst_monitorlanguage : public TestBase
@@ -55,6 +56,9 @@ static QStringList textsOf(const QWidget& window)
         if (const auto* const box = qobject_cast<const QComboBox*>(object))
             for (int i = 0; i < box->count(); ++i)
                 texts.append(place + ": " + box->itemText(i));
+        if (const auto* const tabs = qobject_cast<const QTabBar*>(object))
+            for (int i = 0; i < tabs->count(); ++i)
+                texts.append(place + ": " + tabs->tabText(i));
         const auto* const view = qobject_cast<const QAbstractItemView*>(object);
         if (!view || !view->model() || qobject_cast<const QHeaderView*>(view))
             continue;

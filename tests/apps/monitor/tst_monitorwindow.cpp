@@ -36,6 +36,8 @@
 #include <QToolTip>
 #include <QTreeView>
 
+#include <memory>
+
 /** The window as a whole, and the program: everything can be reached and named, set and kept. */
 class tst_monitorwindow : public TestBase
 {
@@ -190,6 +192,9 @@ void tst_monitorwindow::aSimulatedVehicleFillsTheViews()
     // Every control has a name.
     window.find<TreePanel>()->getFindBar()->find("roll");
     QCOMPARE(namelessIn(&window), QString());
+    window.find<TypePanel>()->getView()->setCurrentIndex(window.getTypes()->index(0, 0));
+    const std::unique_ptr<QMenu> ofTypes(window.find<TypePanel>()->createMenu());
+    QVERIFY(ofTypes->actions().size() > 5);
     QCOMPARE(ambiguousKeysIn(&window), QString());
     QCOMPARE(missedByTab(&window), QString());
     EVENTUALLY(!toldIn(&window).filter(QRegularExpression("^Matches: [0-9]+ matches$")).isEmpty());
@@ -479,6 +484,8 @@ void tst_monitorwindow::textsThatAreCutAreToldInFull()
     };
     QVERIFY2(tipOf(0).contains("far too long for its column<hr>what it is"), qPrintable(QToolTip::text()));
     QCOMPARE(tipOf(1), QString("what that is"));
+    model.item(0, 0)->setToolTip("here: a name that is far too long for its column\nand more"); // nothing twice
+    QCOMPARE(tipOf(0), QString("<qt>here: a name that is far too long for its column<br>and more</qt>"));
     QToolTip::hideText();
 
     PreferencesDialog dialog(Preferences(), false);

@@ -11,6 +11,7 @@
 #include "playbacktime.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -124,6 +125,13 @@ void BytesPanel::showEvent(QShowEvent* event)
     renew();
 }
 
+void BytesPanel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        renew();
+}
+
 void BytesPanel::renew()
 {
     showMessage(m_message);
@@ -174,8 +182,9 @@ void BytesPanel::showMarks(bool mustBeSeen)
         m_view->setCurrent(found.getRanges().first().begin / 8);
     const QString text = getText();
     m_text->setText(text);
-    if (m_view->accessibleDescription() != text)
-        m_view->setAccessibleDescription(text);
+    const QString told = m_view->getBytes().isEmpty() ? m_view->getHint() : text;
+    if (m_view->accessibleDescription() != told)
+        m_view->setAccessibleDescription(told);
     showBits();
 }
 

@@ -39,6 +39,7 @@ public:
     void forget(const MessageInfo* info) override;
 
 protected:
+    void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private Q_SLOTS:

@@ -22,6 +22,7 @@ public:
     const QByteArray& getBytes() const { return m_bytes; }
     /** What stands there in place of bytes; empty for nothing. */
     void setHint(const QString& hint);
+    const QString& getHint() const { return m_hint; }
 
     /** In the order of the bytes. */
     void setMarks(const QVector<FieldBytes::Range>& marks);

@@ -353,7 +353,7 @@ QMenu* EventPanel::createMenu()
         menu->addAction(isOne ? tr("&Go to This Time") : tr("&Go to the First"), this,
                         [this, current]() { goTo(current, true); });
         if (!isOne)
-            menu->addAction(tr("Go to the &Last"), this, [this, current]() { goTo(current, false); });
+            menu->addAction(tr("Go to the La&st"), this, [this, current]() { goTo(current, false); });
         menu->addSeparator();
     }
     if (!chosen.isEmpty())

@@ -100,7 +100,7 @@ void MessagesPanel::createView()
     header->setStretchLastSection(true);
     const QFontMetrics metrics = m_view->fontMetrics();
     static const char* const widest[] = {" 00:00:00.000000 ",     " 000.000 ms ", " 00:00 @ flight ",
-                                         " GLOBAL_POSITION_INT ", " Number 0 ",   " 000,000 "};
+                                         " GLOBAL_POSITION_INT ", " Number 0 ",   " 0,000,000 "};
     for (int column = 0; column < MessageList::SummaryColumn; ++column)
         header->resizeSection(column, metrics.horizontalAdvance(QLatin1String(widest[column])));
     m_hint = new EmptyHint(m_view, tr("Choose types under Message Types: their messages are listed here, one by one."));

@@ -69,6 +69,8 @@ void ValueDelegate::paintCell(QPainter* painter, const QStyleOptionViewItem& opt
     painter->setClipRect(option.rect, Qt::IntersectClip);
     painter->setFont(option.font);
     painter->setLayoutDirection(Qt::LeftToRight); // as numbers and their units read in a window from right to left, too
+    // What is told of a row begins with a name that may be long, and its end is what changes.
+    const Qt::TextElideMode cut = cell.isFaint ? Qt::ElideMiddle : Qt::ElideRight;
     int x = place.left();
     const auto write = [&](const QString& text, bool isFaint) {
         const int room = place.right() + 1 - x;
@@ -77,7 +79,7 @@ void ValueDelegate::paintCell(QPainter* painter, const QStyleOptionViewItem& opt
         int width = metrics.horizontalAdvance(text);
         painter->setPen(isFaint || cell.isFaint ? faint : colour);
         painter->drawText(QRect(x, place.top(), room, place.height()), Qt::AlignLeft | Qt::AlignVCenter,
-                          width > room ? metrics.elidedText(text, Qt::ElideRight, room) : text);
+                          width > room ? metrics.elidedText(text, cut, room) : text);
         x += width;
     };
     if (!cell.number.isEmpty()) {
