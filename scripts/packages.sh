@@ -11,8 +11,8 @@ test_packages="$build_packages qtbase5-dev libqt5websockets5-dev libqt5serialpor
     qttools5-dev-tools qttranslations5-l10n libbenchmark-dev clang clang-format python3 libclang-rt-14-dev xvfb
     protobuf-compiler mosquitto mosquitto-clients nats-server openssl desktop-file-utils appstream imagemagick reuse
     doxygen qt6-documentation-tools libqt6opengl6-dev"
-# What makes Debian packages, looks at them, and tries them in a chroot.
-packaging_packages="debhelper dpkg-dev lintian mmdebstrap autopkgtest"
+# What looks at Debian packages, and makes chroots where they are built and tried.
+packaging_packages="dpkg-dev lintian mmdebstrap autopkgtest"
 
 install_packages() {
     local missing=""
