@@ -53,6 +53,10 @@ void tst_monitorplot::showsWhatComes()
          "0 2, 1 3; NAV_STATE.ground_speed (1:1) 2 m/s, NAV_STATE.ground_speed (2:1) 3 m/s; "
          "NAV_STATE.ground_speed 2 m/s; NAV_STATE.ground_speed (1:1) 2 m/s, NAV_STATE.ground_speed (2:1) 5 m/s"},
 
+        {"plot NAV_STATE/ground_speed; plot NAV_STATE/mode; sender 1:1; nav 0; sender 2:1; nav 1; legend",
+         "NAV_STATE.ground_speed (1:1) 0 m/s, NAV_STATE.ground_speed (2:1) 1 m/s, NAV_STATE.mode (1:1) FLYING (2), "
+         "NAV_STATE.mode (2:1) FLYING (2)"},
+
         // The mouse asks for the values of its time, which are those of the newest message before.
         {"plot NAV_STATE/ground_speed; plot NAV_STATE/mode; wait 1000; nav 1.5; wait 2000; nav -1; wait 2000; nav 3 1; "
          "point 12; legend; point 14; legend; wait 100; nav 4 1; legend; point ; legend",

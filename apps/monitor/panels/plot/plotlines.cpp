@@ -64,6 +64,19 @@ void PlotLines::sort(const std::function<bool(const PlotSeries*, const PlotSerie
     listRead();
 }
 
+QHash<const PlotSeries*, int> PlotLines::getRanks() const
+{
+    QHash<const PlotSeries*, int> ranks;
+    for (const auto& line : m_drawn) {
+        int rank = 0;
+        while (m_drawn[std::size_t(rank)] != line &&
+               (line->getPath().isNull() || !(m_drawn[std::size_t(rank)]->getPath() == line->getPath())))
+            ++rank;
+        ranks.insert(line.get(), rank);
+    }
+    return ranks;
+}
+
 const PlotSeries* PlotLines::findDrawn(const QString& wish) const
 {
     for (const auto& line : m_drawn)

@@ -37,6 +37,8 @@ public:
     /** Puts them in the order that @p isBefore says. */
     void sort(const std::function<bool(const PlotSeries*, const PlotSeries*)>& isBefore);
 
+    /** The numbers of the lines that are drawn, of those of one field that of the first. */
+    QHash<const PlotSeries*, int> getRanks() const;
     /** The first that is drawn and has that PlotSeries::getWish(); null for none. */
     const PlotSeries* findDrawn(const QString& wish) const;
     /** All the time that any that is drawn has; false when that is none. */

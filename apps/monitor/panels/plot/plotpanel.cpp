@@ -275,12 +275,12 @@ PlotSeries* PlotPanel::findOrAdd(const FieldPath& path, const QString& sender)
     return draw(series, m_plots->getPlace(other.get()), other->getFunction()) ? series.get() : known;
 }
 
-// The list has the order of the plots.
+// The list has the order of the plots, and in each the senders of a field beside one another.
 void PlotPanel::sortByPlots()
 {
-    sort([this](const PlotSeries* left, const PlotSeries* right) {
-        return m_plots->getPlace(left) < m_plots->getPlace(right);
-    });
+    const auto ranks = m_lines.getRanks();
+    const auto rank = [&](const PlotSeries* one) { return std::make_pair(m_plots->getPlace(one), ranks.value(one)); };
+    sort([&](const PlotSeries* left, const PlotSeries* right) { return rank(left) < rank(right); });
 }
 
 void PlotPanel::putBefore(const PlotSeries* series, const QSet<const PlotSeries*>& others)
