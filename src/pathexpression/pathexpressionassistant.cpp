@@ -44,6 +44,7 @@ PathExpressionAssistant::PathExpressionAssistant(QLineEdit* edit, ListMatches li
     m_completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
     m_completer->setMaxVisibleItems(MostVisible);
     edit->setCompleter(m_completer);
+    m_completer->popup()->setLayoutDirection(Qt::LeftToRight); // as the line edit shows paths in every window
     edit->installEventFilter(this);
     connect(edit, SIGNAL(textEdited(const QString&)), this, SLOT(offerOptions()));
     connect(edit, SIGNAL(textChanged(const QString&)), this, SLOT(checkLater()));

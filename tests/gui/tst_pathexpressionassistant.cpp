@@ -20,6 +20,7 @@ private Q_SLOTS:
     void marksWhatMatchesNothing();
     void helpsAnyLine();
     void leavesTheLineAsItWas();
+    void offersFromLeftToRight();
 };
 
 /** What is offered below @p edit; null when nothing is. */
@@ -140,6 +141,16 @@ void tst_PathExpressionAssistant::marksWhatMatchesNothing()
     other.setString(text("nobody"));
     edit->setPathExpression(&other);
     QVERIFY(waitFor([&] { return !assistant->getProblem().isEmpty(); }));
+}
+
+void tst_PathExpressionAssistant::offersFromLeftToRight()
+{
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    QLineEdit edit;
+    new PathExpressionAssistant(&edit);
+    const Qt::LayoutDirection ofOptions = edit.completer()->popup()->layoutDirection();
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+    QCOMPARE(ofOptions, Qt::LeftToRight);
 }
 
 void tst_PathExpressionAssistant::helpsAnyLine()
