@@ -55,6 +55,7 @@ BytesPanel::BytesPanel(Desk* desk, QWidget* parent)
     connect(desk->getLatest(), SIGNAL(newMessage(const Message*)), this, SLOT(processMessage(const Message*)));
     offerUse();
     showNewest();
+    showMarks(false);
     followField();
 }
 
