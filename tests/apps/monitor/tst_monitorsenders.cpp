@@ -381,6 +381,13 @@ void tst_monitorsenders::everySenderHasRowsOfItsOwn()
         {"play a H1:1=5 S1:1=1; collapse HEARTBEAT; save", ""},
         {"restore; play a H1:1=5 S1:1=1; expanded HEARTBEAT; expanded SYS_STATUS; expand HEARTBEAT; save", "no; yes"},
         {"restore; play a H1:1=5 S1:1=1; expanded HEARTBEAT", "yes"},
+        // And while columns come and go.
+        {"play a H1:1=5 H2:1=6; collapse HEARTBEAT 1:1; columns; columns; expanded HEARTBEAT 1:1; expanded HEARTBEAT "
+         "2:1",
+         "no; yes"},
+        {"rows 2; play a H1:1=5 S1:1=1 H2:1=6; expand 1:1/SYS_STATUS; collapse 1:1; columns; expanded 1:1; expanded "
+         "2:1; columns; expanded 1:1; expanded 2:1; expanded 1:1/SYS_STATUS; expanded 1:1/HEARTBEAT",
+         "no; yes; no; yes; yes; no"},
         {"rows 0; play a H1:1=5 H2:1=6; says HEARTBEAT/custom_mode; untick HEARTBEAT 2:1; says HEARTBEAT/custom_mode; "
          "again; says "
          "HEARTBEAT/custom_mode",

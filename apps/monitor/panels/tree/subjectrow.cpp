@@ -102,7 +102,7 @@ void SubjectRow::restoreExpansion()
 
 void SubjectRow::configureInTreeWidget()
 {
-    setInitialExpansionPolicy(isExpanded() ? ExpandInitially : CollapseInitially);
+    setInitialExpansionPolicy(isExpanded() || m_isUnfolded ? ExpandInitially : CollapseInitially);
     MessageTreeWidgetItem::configureInTreeWidget();
     showName(); // where the column of names is now
 }

@@ -41,6 +41,8 @@ public:
     QString getValueText() override;
     /** Unfolds the row, or not, as the user left rows of its type. */
     void restoreExpansion();
+    /** It was folded or unfolded; the view forgets it when columns go. */
+    void noteExpansion() { m_isUnfolded = isExpanded(); }
     /** What is unfolded stays so, whatever the user did with other rows of the type since. */
     void configureInTreeWidget() override;
 
@@ -51,6 +53,7 @@ private:
     QString m_status;
     bool m_isSenderShown = false;
     bool m_isPinned = false;
+    bool m_isUnfolded = false;
 };
 
 #endif

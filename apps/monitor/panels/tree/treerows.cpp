@@ -70,6 +70,8 @@ TreeRows::TreeRows(MessageTreeWidget* tree, PinnedTypes* pins, Desk* desk, QObje
     // The tree itself forgets at the end of the program what was folded.
     const auto remember = [this](QTreeWidgetItem* item) {
         auto* const row = dynamic_cast<SubjectRow*>(item);
+        if (row)
+            row->noteExpansion();
         if (row && row->isExpanded())
             m_folded.remove(PinnedTypes::getName({row->getSubject().info, QString()}));
         else if (row)
