@@ -838,7 +838,7 @@
         <translation>Eine Datei mit Zugangsdaten: Token und Schlüssel eines Benutzers</translation>
     </message>
     <message>
-        <source>E&amp;ncrypted:</source>
+        <source>Encr&amp;ypted:</source>
         <translation>&amp;Verschlüsselt:</translation>
     </message>
     <message>

@@ -838,7 +838,7 @@
         <translation>Un fichier d’identifiants, avec le jeton et la clé d’un utilisateur</translation>
     </message>
     <message>
-        <source>E&amp;ncrypted:</source>
+        <source>Encr&amp;ypted:</source>
         <translation>Chi&amp;ffré&#xa0;:</translation>
     </message>
     <message>

@@ -294,7 +294,7 @@
         <translation>&amp;Importe:</translation>
     </message>
     <message>
-        <source>Message &amp;type:</source>
+        <source>Messa&amp;ge type:</source>
         <translation>&amp;Nachrichtentyp:</translation>
     </message>
     <message>
@@ -306,7 +306,7 @@
         <translation>Was nicht stimmt</translation>
     </message>
     <message>
-        <source>Co&amp;nnect</source>
+        <source>C&amp;onnect</source>
         <translation>&amp;Verbinden</translation>
     </message>
     <message>
@@ -350,7 +350,7 @@
         <translation>&amp;Letzte:</translation>
     </message>
     <message>
-        <source>N&amp;ame:</source>
+        <source>&amp;Name:</source>
         <translation>N&amp;ame:</translation>
     </message>
     <message>

@@ -294,7 +294,7 @@
         <translation>&amp;Importations&#xa0;:</translation>
     </message>
     <message>
-        <source>Message &amp;type:</source>
+        <source>Messa&amp;ge type:</source>
         <translation>&amp;Type de message&#xa0;:</translation>
     </message>
     <message>
@@ -306,7 +306,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Co&amp;nnect</source>
+        <source>C&amp;onnect</source>
         <translation>Co&amp;nnecter</translation>
     </message>
     <message>
@@ -350,7 +350,7 @@
         <translation>Ré&amp;centes&#xa0;:</translation>
     </message>
     <message>
-        <source>N&amp;ame:</source>
+        <source>&amp;Name:</source>
         <translation>N&amp;om&#xa0;:</translation>
     </message>
     <message>

@@ -79,7 +79,7 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     definitionsLabel->setBuddy(m_definitions);
     definitions->addRow(definitionsLabel, definitionsRow);
     definitions->addRow(tr("&Imports:"), m_imports);
-    definitions->addRow(tr("Message &type:"), m_type);
+    definitions->addRow(tr("Messa&ge type:"), m_type);
     definitions->addRow(tr("F&raming:"), m_framing);
 
     m_error->setWordWrap(true);
@@ -95,7 +95,7 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     m_error->hide();
 
     QDialogButtonBox* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    buttons->button(QDialogButtonBox::Ok)->setText(tr("Co&nnect"));
+    buttons->button(QDialogButtonBox::Ok)->setText(tr("C&onnect"));
     connect(buttons, &QDialogButtonBox::accepted, this, &ConnectDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &ConnectDialog::reject);
 
@@ -115,7 +115,7 @@ ConnectDialog::ConnectDialog(SourceFactory* factory, const Opener& opener, QWidg
     m_recent->hide();
     layout->addWidget(m_address);
     m_rateLabel = addRow(tr("Rate:"), m_rate);
-    addRow(tr("N&ame:"), m_name);
+    addRow(tr("&Name:"), m_name);
     layout->addWidget(group);
     layout->addLayout(errorRow);
     layout->addStretch(1);

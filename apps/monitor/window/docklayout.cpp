@@ -76,7 +76,8 @@ void DockLayout::addDock(const PanelRow& row, QWidget* widget)
     });
     // What is in no menu is reached by Tab.
     const QList<QToolBar*> bars = widget->findChildren<QToolBar*>();
-    for (const QToolBar* const bar : bars) {
+    for (QToolBar* const bar : bars) {
+        bar->setAccessibleName(dock->windowTitle());
         const QList<QToolButton*> buttons = bar->findChildren<QToolButton*>();
         for (QToolButton* const button : buttons)
             button->setFocusPolicy(Qt::TabFocus);

@@ -13,17 +13,53 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
+#include <QStyle>
+#include <QTimer>
 #include <QVBoxLayout>
+
+namespace
+{
+
+/** Shows the whole page where the screen has room for it, and scrolls elsewhere. */
+class PageArea : public QScrollArea
+{
+public:
+    explicit PageArea(QWidget* page)
+    {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus); // Tab scrolls to where it leads
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setWidgetResizable(true);
+        setWidget(page);
+    }
+
+    QSize sizeHint() const override { return widget()->sizeHint().expandedTo(minimumSizeHint()); }
+    QSize minimumSizeHint() const override
+    {
+        const int width = widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width();
+        return QSize(width, QScrollArea::minimumSizeHint().height());
+    }
+};
+
+} // namespace
 
 PreferencesDialog::PreferencesDialog(const Preferences& preferences, bool confidential, QWidget* parent)
     : QDialog(parent)
 {
     setWindowTitle(tr("Settings"));
+    QWidget* const page = new QWidget;
+    m_page = new QVBoxLayout(page);
+    m_page->setContentsMargins(0, 0, 0, 0);
+    m_page->addWidget(createDisplay(preferences));
+    m_page->addWidget(createData(preferences, confidential));
+    m_page->addStretch(1);
+    m_area = new PageArea(page);
     QVBoxLayout* const layout = new QVBoxLayout(this);
-    layout->addWidget(createDisplay(preferences));
-    layout->addWidget(createData(preferences, confidential));
-    layout->addStretch(1);
+    layout->addWidget(m_area);
     QDialogButtonBox* const buttons =
         new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Apply | QDialogButtonBox::Cancel);
     layout->addWidget(buttons);
@@ -33,6 +69,24 @@ PreferencesDialog::PreferencesDialog(const Preferences& preferences, bool confid
     });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(buttons->button(QDialogButtonBox::Apply), &QPushButton::clicked, this, &PreferencesDialog::applied);
+    resize(sizeHint().boundedTo(getRoom()));
+}
+
+QSize PreferencesDialog::getRoom() const
+{
+    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    return screen()->availableSize() - QSize(0, 2 * titleBar); // with a frame, which may be as high
+}
+
+// Nothing else makes it higher.
+void PreferencesDialog::showWarning(bool shown)
+{
+    m_warning->setVisible(shown);
+    m_page->activate();
+    const int more = m_page->totalHeightForWidth(m_area->viewport()->width()) - m_area->viewport()->height();
+    resize(width(), qMax(height(), qMin(height() + more, getRoom().height())));
+    if (shown) // once it has its place
+        QTimer::singleShot(0, m_warning, [this]() { m_area->ensureWidgetVisible(m_warning); });
 }
 
 static void addRow(QFormLayout* form, const QString& label, QWidget* field, const QString& toolTip)
@@ -125,11 +179,7 @@ QWidget* PreferencesDialog::createData(const Preferences& preferences, bool conf
     m_warning->setWordWrap(true);
     m_warning->setVisible(confidential);
     setToldName(m_warning, tr("Warning"));
-    connect(m_confidential, &QCheckBox::toggled, this, [this](bool shown) {
-        m_warning->setVisible(shown);
-        layout()->activate();
-        resize(width(), qMax(height(), layout()->totalHeightForWidth(width()))); // as nothing else makes it higher
-    });
+    connect(m_confidential, &QCheckBox::toggled, this, &PreferencesDialog::showWarning);
     form->addRow(m_confidential);
     form->addRow(m_warning);
     return box;

@@ -10,7 +10,9 @@ class QComboBox;
 class QDoubleSpinBox;
 class QLabel;
 class QLineEdit;
+class QScrollArea;
 class QSpinBox;
+class QVBoxLayout;
 
 /** Lets the user set the preferences. */
 class PreferencesDialog : public QDialog
@@ -34,7 +36,11 @@ private:
     QWidget* createDisplay(const Preferences& preferences);
     QWidget* createData(const Preferences& preferences, bool confidential);
     void browse();
+    QSize getRoom() const;
+    void showWarning(bool shown);
 
+    QScrollArea* m_area;
+    QVBoxLayout* m_page;
     QSpinBox* m_tick;
     QSpinBox* m_digits;
     QSpinBox* m_decimals;

@@ -121,7 +121,7 @@ const InputField Credentials = {"creds",
                                 nullptr,
                                 false};
 const InputField Encryption = {"tls",
-                               QT_TRANSLATE_NOOP("InputKind", "E&ncrypted:"),
+                               QT_TRANSLATE_NOOP("InputKind", "Encr&ypted:"),
                                QT_TRANSLATE_NOOP("InputKind", "Whether the connection is encrypted"),
                                "auto",
                                InputField::ChoiceEditor,

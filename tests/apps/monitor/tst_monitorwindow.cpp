@@ -1,3 +1,4 @@
+#include "addressform.h"
 #include "celldelegate.h"
 #include "connectdialog.h"
 #include "corvel.h"
@@ -32,6 +33,7 @@
 #include <QScrollBar>
 #include <QStandardItemModel>
 #include <QTabBar>
+#include <QToolBar>
 #include <QToolButton>
 #include <QToolTip>
 #include <QTreeView>
@@ -72,6 +74,10 @@ static QString nameOf(const QWidget* window, const QWidget* widget)
         return widget->accessibleName();
     if (const auto* const button = qobject_cast<const QAbstractButton*>(widget))
         return button->text();
+    if (qobject_cast<const QToolBar*>(widget))
+        return widget->windowTitle();
+    if (const auto* const tabs = qobject_cast<const QTabBar*>(widget)) // told as the one that is in front
+        return tabs->count() > 0 ? tabs->tabText(tabs->currentIndex()) : QString("no tabs");
     for (const QLabel* label : window->findChildren<QLabel*>())
         if (label->buddy() == widget)
             return label->text();
@@ -96,8 +102,9 @@ static QString namelessIn(const QWidget* window)
 {
     QStringList nameless;
     for (const QWidget* widget : window->findChildren<QWidget*>()) {
-        const bool isInteractive = isOneOf(widget, {"QAbstractButton", "QAbstractItemView", "QAbstractSpinBox",
-                                                    "QComboBox", "QLineEdit", "QAbstractSlider"});
+        const bool isInteractive = widget->focusPolicy() & Qt::TabFocus ||
+                                   isOneOf(widget, {"QToolBar", "QAbstractButton", "QAbstractItemView",
+                                                    "QAbstractSpinBox", "QComboBox", "QLineEdit", "QAbstractSlider"});
         // Parts of widgets that Qt makes and names itself.
         const QString kind = widget->metaObject()->className();
         const bool isPart = isOneOf(widget, {"QScrollBar", "QHeaderView", "QComboBoxListView", "QToolBarExtension"}) ||
@@ -111,7 +118,7 @@ static QString namelessIn(const QWidget* window)
 }
 
 // Letters that lead to two things at once, in a menu or in the window.
-static QString ambiguousKeysIn(const QMainWindow* window)
+static QString ambiguousKeysIn(const QWidget* window)
 {
     QStringList found;
     const auto check = [&found](const QString& where, const QStringList& texts) {
@@ -133,19 +140,20 @@ static QString ambiguousKeysIn(const QMainWindow* window)
     };
     for (const QMenu* menu : window->findChildren<QMenu*>())
         check(menu->title(), textsOf(menu));
-    QStringList texts = textsOf(window->menuBar());
+    const auto* const main = qobject_cast<const QMainWindow*>(window);
+    QStringList texts = main ? textsOf(main->menuBar()) : QStringList();
     for (const QAbstractButton* button : window->findChildren<QAbstractButton*>())
-        if (!qobject_cast<const QToolButton*>(button))
+        if (!qobject_cast<const QToolButton*>(button) && (main || button->isVisible()))
             texts.append(button->text());
     for (const QLabel* label : window->findChildren<QLabel*>())
-        if (label->buddy())
+        if (label->buddy() && (main || label->isVisible()))
             texts.append(label->text());
     check("window", texts);
     return found.join("\n");
 }
 
 // Controls that are seen, take the focus and are not reached by Tab; or are reached and not seen.
-static QString missedByTab(MainWindow* window)
+static QString missedByTab(QWidget* window)
 {
     QSet<QWidget*> reached;
     QStringList wrong;
@@ -198,8 +206,22 @@ void tst_monitorwindow::aSimulatedVehicleFillsTheViews()
     QCOMPARE(ambiguousKeysIn(&window), QString());
     QCOMPARE(missedByTab(&window), QString());
     EVENTUALLY(!toldIn(&window).filter(QRegularExpression("^Matches: [0-9]+ matches$")).isEmpty());
-    const PreferencesDialog dialog(Preferences(), true);
+    PreferencesDialog dialog(Preferences(), true);
+    dialog.resize(dialog.width(), 12 * dialog.fontMetrics().height()); // on a small screen
+    dialog.show();
+    EVENTUALLY(dialog.isActiveWindow());
     QCOMPARE(namelessIn(&dialog), QString());
+    QCOMPARE(ambiguousKeysIn(&dialog), QString());
+    QVERIFY(dialog.height() < 15 * dialog.fontMetrics().height());
+    QCOMPARE(missedByTab(&dialog), QString());
+    window.findAction("Connect...")->trigger();
+    const ConnectDialog* const connection = window.findChild<ConnectDialog*>();
+    QComboBox* const kind = connection->findChild<AddressForm*>()->findChild<QComboBox*>();
+    for (int i = 0; i < kind->count(); ++i) {
+        kind->setCurrentIndex(i);
+        QVERIFY2(ambiguousKeysIn(connection).isEmpty(), qPrintable(kind->currentText() + ambiguousKeysIn(connection)));
+        QCOMPARE(namelessIn(connection), QString());
+    }
     QVERIFY(window.getAboutText().contains("GPL-3.0-or-later")); // as its plot is
 }
 

@@ -39,6 +39,7 @@ PlaybackBar::PlaybackBar(Desk* desk, QWidget* parent)
     , m_desk(desk)
 {
     setMovable(false);
+    setLayoutDirection(Qt::LeftToRight); // as time runs in plots, and on recorders, whatever one reads
     createControls();
     followChoice();
     connect(desk, &Desk::chosenSourceChanged, this, &PlaybackBar::followChoice);
