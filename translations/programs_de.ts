@@ -1501,6 +1501,10 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <comment>severity, sender, text</comment>
         <translation>%1 von %2: %3</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is not in this recording, which goes from %2 to %3 UTC.</source>
+        <translation>„%1“ liegt nicht in dieser Aufzeichnung, die von %2 bis %3 UTC reicht.</translation>
+    </message>
 </context>
 <context>
     <name>PlotBar</name>

@@ -1499,6 +1499,10 @@ Shows what a device says: every field of every message type, live; how regularly
         <comment>severity, sender, text</comment>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is not in this recording, which goes from %2 to %3 UTC.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>PlotBar</name>

@@ -5,7 +5,8 @@
 #include <QTreeView>
 
 static const int PauseMs = 20;
-static const int MostRows = 100; // each is asked for all that a row looks like
+static const int ChangesPauseMs = 300; // texts of rows that are there grow slowly
+static const int MostRows = 100;       // each is asked for all that a row looks like
 
 ColumnGrower::ColumnGrower(QTreeView* view, int column, int mostPercent)
     : QObject(view)
@@ -20,6 +21,13 @@ ColumnGrower::ColumnGrower(QTreeView* view, int column, int mostPercent)
     connect(&m_timer, &QTimer::timeout, this, &ColumnGrower::grow);
     connect(view->model(), &QAbstractItemModel::rowsInserted, this, &ColumnGrower::growSoon);
     connect(view->model(), &QAbstractItemModel::layoutChanged, this, &ColumnGrower::growSoon);
+    m_changes.setSingleShot(true);
+    m_changes.setInterval(ChangesPauseMs);
+    connect(&m_changes, &QTimer::timeout, this, &ColumnGrower::grow);
+    connect(view->model(), &QAbstractItemModel::dataChanged, this, [this]() {
+        if (!m_changes.isActive())
+            m_changes.start();
+    });
 }
 
 void ColumnGrower::growSoon()

@@ -171,6 +171,11 @@ void ConnectDialog::followRecording()
     const bool hasRate = container && !container->hasTimes;
     m_rateLabel->setVisible(hasRate);
     m_rate->setVisible(hasRate);
+    if (m_kind == m_address->getAddress().kind)
+        return;
+    m_kind = m_address->getAddress().kind;
+    layout()->activate();
+    resize(width(), sizeHint().height()); // some have many fields, and others none
 }
 
 SourceOptions ConnectDialog::getOptions() const

@@ -54,6 +54,7 @@ private:
     QComboBox* m_framing;
     QLabel* m_errorSign;
     QLabel* m_error;
+    const InputKind* m_kind = nullptr; // that it is as high as
 };
 
 #endif

@@ -1,5 +1,6 @@
 #include "addressform.h"
 #include "celldelegate.h"
+#include "columngrower.h"
 #include "connectdialog.h"
 #include "corvel.h"
 #include "findbar.h"
@@ -509,6 +510,12 @@ void tst_monitorwindow::textsThatAreCutAreToldInFull()
     model.item(0, 0)->setToolTip("here: a name that is far too long for its column\nand more"); // nothing twice
     QCOMPARE(tipOf(0), QString("<qt>here: a name that is far too long for its column<br>and more</qt>"));
     QToolTip::hideText();
+    // A number that becomes longer gets more room.
+    new ColumnGrower(&view, 1, 70);
+    view.header()->setStretchLastSection(false);
+    view.setColumnWidth(1, 20);
+    model.item(0, 1)->setText("12,345,678,901,234,567,890");
+    EVENTUALLY(view.columnWidth(1) > view.fontMetrics().horizontalAdvance("12,345,678"));
 
     PreferencesDialog dialog(Preferences(), false);
     dialog.show();

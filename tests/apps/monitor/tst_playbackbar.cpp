@@ -10,6 +10,7 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QSignalSpy>
 
 namespace
 {
@@ -152,6 +153,18 @@ void tst_playbackbar::clicksGoThere()
     QVERIFY(window.place().startsWith("2"));
     QTest::mouseRelease(window.line(), Qt::LeftButton, {}, window.at(0.75));
     EVENTUALLY(window.place().startsWith("75") || window.place().startsWith("74."));
+    // What is beyond the end is told, and nothing goes there.
+    QSignalSpy said(window.getDesk(), &Desk::said);
+    QLineEdit* const time = window.findChild<PlaybackBar*>()->findChild<QLineEdit*>();
+    for (const char* typed : {"+2:00", "22:13:20"}) {
+        time->setText(typed);
+        QTest::keyClick(time, Qt::Key_Return);
+    }
+    QVERIFY2(said.first().first().toString().endsWith("from 2023-11-14 22:13:20.000 to 2023-11-14 22:15:00.000 UTC."),
+             qPrintable(said.first().first().toString()));
+    QCOMPARE(said.size(), 2);
+    QCOMPARE(said.last().first().toString(), QString());
+    EVENTUALLY(window.place().startsWith("0"));
 }
 
 void tst_playbackbar::keysStepAndPlay()

@@ -28,6 +28,7 @@
 static const int SliderSteps = 10000;
 
 static const int ComplaintMilliseconds = 8000;
+static const qint64 Second = 1000 * 1000;
 
 static const double Speeds[] = {0.1, 0.2, 0.5, 1, 2, 5, 10, 20, 50, 100};
 
@@ -409,8 +410,18 @@ void PlaybackBar::goToTyped()
             ComplaintMilliseconds);
         return;
     }
+    if (time < stream->getStartTime() && stream->getStartTime() - time < Second)
+        time = stream->getStartTime(); // of which fractions were not typed
+    if (time < stream->getStartTime() || time > stream->getEndTime()) {
+        Q_EMIT m_desk->said(tr("\"%1\" is not in this recording, which goes from %2 to %3 UTC.")
+                                .arg(m_time->text(), PlaybackTime::clockText(stream->getStartTime()),
+                                     PlaybackTime::clockText(stream->getEndTime())),
+                            ComplaintMilliseconds);
+        return;
+    }
     m_time->clear();
-    m_slider->setFocus(); // from where the keys go on
+    Q_EMIT m_desk->said(QString(), 0); // no longer what was wrong before
+    m_slider->setFocus();              // from where the keys go on
     jumpTo(time);
 }
 

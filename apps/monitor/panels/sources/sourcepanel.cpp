@@ -30,6 +30,7 @@ SourcePanel::SourcePanel(Desk* desk, QWidget* parent)
     m_view->setItemDelegate(cells);
     m_view->setIconSize(QSize(fontMetrics().height() - 2, fontMetrics().height() - 2)); // rows stay as high
     new ColumnGrower(m_view, SourceModel::SourceColumn, 45);
+    new ColumnGrower(m_view, SourceModel::RateColumn, 30);
     m_view->header()->setSectionResizeMode(SourceModel::StateColumn, QHeaderView::Stretch);
     m_view->header()->resizeSection(SourceModel::RateColumn,
                                     fontMetrics().horizontalAdvance(QLatin1String(" 000,000 /s ")));
