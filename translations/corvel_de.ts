@@ -985,6 +985,17 @@
     </message>
 </context>
 <context>
+    <name>JsonMessage</name>
+    <message>
+        <source>between the values</source>
+        <translation>zwischen den Werten</translation>
+    </message>
+    <message>
+        <source>name of a member</source>
+        <translation>Name eines Elements</translation>
+    </message>
+</context>
+<context>
     <name>JsonSchema</name>
     <message>
         <source>there are more than %1 types</source>

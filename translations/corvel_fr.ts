@@ -985,6 +985,17 @@
     </message>
 </context>
 <context>
+    <name>JsonMessage</name>
+    <message>
+        <source>between the values</source>
+        <translation>entre les valeurs</translation>
+    </message>
+    <message>
+        <source>name of a member</source>
+        <translation>nom d’un membre</translation>
+    </message>
+</context>
+<context>
     <name>JsonSchema</name>
     <message>
         <source>there are more than %1 types</source>

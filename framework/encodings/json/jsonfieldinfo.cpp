@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 
+#include <cstring>
 #include <limits>
 #include <typeinfo>
 
@@ -155,6 +156,34 @@ FieldValue JsonFieldInfo::getValue(const Message* message, unsigned int index) c
 {
     const qint64 node = nodeOf(message, index);
     return node < 0 ? FieldValue::invalid() : valueAt(static_cast<const JsonMessage*>(message), quint32(node), index);
+}
+
+QString JsonFieldInfo::getNameOfRest(const QByteArray& message, qint64 byte) const
+{
+    if (byte < 0 || byte >= message.size())
+        return QString();
+    qint64 begin = -1; // of a text in which it stands
+    for (qint64 i = 0; i <= byte; ++i) {
+        const char letter = message.at(int(i));
+        if (letter == '\\' && begin >= 0)
+            ++i;
+        else if (letter == '"' && (begin < 0 || i < byte))
+            begin = begin < 0 ? i : -1;
+    }
+    const auto isOneOf = [&message](qint64 at, const char* letters) {
+        return message.at(int(at)) != 0 && std::strchr(letters, message.at(int(at)));
+    };
+    if (begin < 0)
+        return isOneOf(byte, " \t\r\n{}[],:") ? QCoreApplication::translate("JsonMessage", "between the values")
+                                              : QString();
+    qint64 end = begin + 1;
+    while (end < message.size() && message.at(int(end)) != '"')
+        end += message.at(int(end)) == '\\' ? 2 : 1;
+    for (++end; end < message.size() && isOneOf(end, " \t\r\n");)
+        ++end;
+    return end < message.size() && message.at(int(end)) == ':'
+               ? QCoreApplication::translate("JsonMessage", "name of a member")
+               : QString();
 }
 
 FieldBytes::End JsonFieldInfo::locate(const Holder& holder, int index, LocatedBytes* found) const

@@ -28,6 +28,7 @@ public:
     unsigned int getValueCount(const Message* message) const override;
     FieldValue getValue(const Message* message, unsigned int index) const override;
     FieldBytes::End locate(const Holder& holder, int index, LocatedBytes* found) const override;
+    QString getNameOfRest(const QByteArray& message, qint64 byte) const override;
 
     /** Whether its values have parts. */
     bool hasStructure() const;

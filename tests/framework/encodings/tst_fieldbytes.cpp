@@ -235,7 +235,13 @@ void tst_FieldBytes::namesWhatIsNoField()
         {"cdr 0001000001000000 5", ""}, // nobody knows where it goes on
         {"cdr 77010000 01 4", ""},
         {"ros1 3", ""},
-        {"json 0", ""},
+        {"json 0", "between the values"},
+        {"json 1", "name of a member"}, // with its quotation marks
+        {"json 3", "name of a member"},
+        {"json 4", "between the values"},
+        {R"(json {"\"":"x","u":1} 4)", "name of a member"},
+        {R"(json {"\"":"x","u":1} 8)", ""}, // what an unknown member says
+        {R"(json {"a" 3)", ""},
     };
     checkRows(rows, [this](const QString& given) {
         const MessageReference sent = messageOf(given.section(QLatin1Char(' '), 0, -2));

@@ -75,6 +75,7 @@ void PlaybackBar::createControls()
     m_stop->setToolTip(tr("End reading here; what was read stays"));
 
     m_speed = new QComboBox;
+    m_speed->setSizeAdjustPolicy(QComboBox::AdjustToContents); // which are longer in another language
     for (const double speed : Speeds)
         m_speed->addItem(tr("%1 x", "speed of playback").arg(QLocale().toString(speed, 'g', 3)), speed);
     m_speed->addItem(tr("As fast as possible"), 0.0);
