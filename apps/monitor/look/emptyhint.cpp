@@ -13,7 +13,7 @@ EmptyHint::EmptyHint(QAbstractItemView* view, const QString& text)
     , m_view(view)
 {
     Theme::makeHint(this);
-    setMargin(Margin);
+    setContentsMargins(Margin, 0, Margin, 0);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     view->viewport()->installEventFilter(this);
     QAbstractItemModel* const model = view->model();
@@ -32,13 +32,15 @@ void EmptyHint::setAllHidden(bool hidden)
 
 void EmptyHint::follow()
 {
-    setVisible(m_isAllHidden || m_view->model()->rowCount() == 0);
-    setGeometry(m_view->viewport()->rect());
+    const QRect place = m_view->viewport()->rect();
+    setGeometry(place);
+    const bool isWhole = heightForWidth(place.width()) <= place.height(); // part of a text says nothing
+    setVisible(isWhole && (m_isAllHidden || m_view->model()->rowCount() == 0));
 }
 
 bool EmptyHint::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Resize)
-        setGeometry(m_view->viewport()->rect());
+        follow();
     return QLabel::eventFilter(watched, event);
 }

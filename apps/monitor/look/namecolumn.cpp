@@ -4,10 +4,11 @@
 #include <QHeaderView>
 #include <QTreeView>
 
-NameColumn::NameColumn(QTreeView* view, int leastPercent)
+NameColumn::NameColumn(QTreeView* view, int leastPercent, int column)
     : QObject(view)
     , m_view(view)
     , m_leastPercent(leastPercent)
+    , m_column(column)
 {
     view->header()->setStretchLastSection(false);
     view->viewport()->installEventFilter(this);
@@ -18,7 +19,7 @@ NameColumn::NameColumn(QTreeView* view, int leastPercent)
 // A header counts on that nobody else sizes it while it does.
 void NameColumn::fitSoon(int section)
 {
-    if (section == 0 || m_isPosted)
+    if (section == m_column || m_isPosted)
         return;
     m_isPosted = true;
     QMetaObject::invokeMethod(this, &NameColumn::fit, Qt::QueuedConnection);
@@ -28,11 +29,11 @@ void NameColumn::fit()
 {
     m_isPosted = false;
     const int room = m_view->viewport()->width();
-    m_view->header()->setSectionResizeMode(0, QHeaderView::Interactive); // settings may have told otherwise
+    m_view->header()->setSectionResizeMode(m_column, QHeaderView::Interactive); // settings may have told otherwise
     int others = 0;
-    for (int column = 1; column < m_view->header()->count(); ++column)
-        others += m_view->columnWidth(column);
-    m_view->setColumnWidth(0, qMax(room - others, room * m_leastPercent / 100));
+    for (int column = 0; column < m_view->header()->count(); ++column)
+        others += column == m_column ? 0 : m_view->columnWidth(column);
+    m_view->setColumnWidth(m_column, qMax(room - others, room * m_leastPercent / 100));
 }
 
 bool NameColumn::eventFilter(QObject* watched, QEvent* event)

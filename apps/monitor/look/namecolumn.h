@@ -6,8 +6,8 @@
 class QTreeView;
 
 /**
- * Gives the first column of a view what the others leave, and never less than names need: in a narrow view, the others
- * are found by scrolling.
+ * Gives one column of a view, mostly the first, what the others leave, and never less than names need: in a narrow
+ * view, the others are found by scrolling.
  */
 class NameColumn : public QObject
 {
@@ -15,7 +15,7 @@ class NameColumn : public QObject
 
 public:
     /** @param leastPercent  of the width of @p view, in which this lives */
-    NameColumn(QTreeView* view, int leastPercent);
+    NameColumn(QTreeView* view, int leastPercent, int column = 0);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -26,6 +26,7 @@ private:
 
     QTreeView* m_view;
     int m_leastPercent;
+    int m_column;
     bool m_isPosted = false;
 };
 

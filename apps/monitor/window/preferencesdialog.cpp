@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
+#include <QEvent>
 #include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -42,6 +43,14 @@ public:
     {
         const int width = widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width();
         return QSize(width, QScrollArea::minimumSizeHint().height());
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::LayoutRequest)
+            updateGeometry(); // its texts are of another language now
+        return QScrollArea::eventFilter(watched, event);
     }
 };
 

@@ -8,6 +8,7 @@
 #include "emptyhint.h"
 #include "eventmodel.h"
 #include "message.h"
+#include "namecolumn.h"
 #include "words.h"
 
 #include <QAction>
@@ -32,6 +33,7 @@
 #include <algorithm>
 
 static const char ColumnsKey[] = "columns"; // that are shown
+static const int LeastPercent = 25;         // of the width, for what happened
 static const char WidthsKey[] = "widths";
 static const char WholeKey[] = "whole";
 
@@ -163,8 +165,6 @@ void EventPanel::createView()
     QHeaderView* const header = m_view->header();
     header->setSortIndicator(-1, Qt::AscendingOrder); // as they came, until somebody wants another order
     m_view->setSortingEnabled(true);
-    header->setStretchLastSection(false);
-    header->setSectionResizeMode(EventModel::EventColumn, QHeaderView::Stretch);
     const auto resize = [this, header](int column, const char* text) {
         const QString name = m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
         header->resizeSection(column, qMax(m_view->fontMetrics().horizontalAdvance(QLatin1String(text)),
@@ -190,6 +190,7 @@ void EventPanel::createView()
     cells->setName(EventModel::SourceColumn);
     cells->setNumeric(EventModel::CountColumn);
     m_view->setItemDelegate(cells);
+    new NameColumn(m_view, LeastPercent, EventModel::EventColumn);
     new ColumnGrower(m_view, EventModel::SourceColumn, 20);
     new ColumnGrower(m_view, EventModel::FirstColumn, 20);
     new ColumnGrower(m_view, EventModel::LastColumn, 20);
