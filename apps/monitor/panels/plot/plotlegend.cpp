@@ -10,6 +10,9 @@
 namespace
 {
 
+const int LeastBeside = 90; // characters of a plot with its list beside it
+const int LeastLinesBelow = 15;
+
 enum Column
 {
     NameColumn,
@@ -84,6 +87,12 @@ std::vector<std::size_t> PlotLegend::getChosen() const
         if (topLevelItem(i)->isSelected())
             chosen.push_back(std::size_t(i));
     return chosen;
+}
+
+bool PlotLegend::isBesideIn(const QSize& plot) const
+{
+    const bool isLow = plot.height() < fontMetrics().height() * LeastLinesBelow;
+    return plot.width() > plot.height() && (isLow || plot.width() > fontMetrics().averageCharWidth() * LeastBeside);
 }
 
 // Grows with its values and does not shrink, or the names would move.

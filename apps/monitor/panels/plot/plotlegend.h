@@ -26,6 +26,8 @@ public:
     void setValueTitle(const QString& time);
     /** The numbers of the rows that are chosen. */
     std::vector<std::size_t> getChosen() const;
+    /** Whether it stands beside the lines in a plot of this size, or below them, as names would be cut there. */
+    bool isBesideIn(const QSize& plot) const;
     /** Makes room for the values. */
     void fitValueColumn();
 };

@@ -355,10 +355,10 @@ void PlotPanel::updateNames()
     m_lineActions->update();
 }
 
-// Beside the lines, or below them in a dock that is higher than wide; as large as the user made it there.
+// Beside the lines, or below them where names would be cut there; as large as the user made it.
 void PlotPanel::arrangeLegend()
 {
-    const Qt::Orientation orientation = height() > width() ? Qt::Vertical : Qt::Horizontal;
+    const Qt::Orientation orientation = m_legend->isBesideIn(size()) ? Qt::Horizontal : Qt::Vertical;
     if (orientation != m_splitter->orientation())
         m_legendIsSized = false;
     if (m_legendIsSized)

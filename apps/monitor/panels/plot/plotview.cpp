@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QEvent>
 
+#include <algorithm>
 #include <cmath>
 
 // Colours that also people who see few colours tell apart; from the ninth series on, lines are dashed as well.
@@ -317,7 +318,6 @@ QVector<double> PlotView::getPositions() const
 void PlotView::setTimesShown(bool shown)
 {
     m_areTimesShown = shown;
-    xAxis->setTickLabels(shown);
     labelTimes();
 }
 
@@ -367,7 +367,13 @@ void PlotView::labelTimes()
     const QDateTime end = QDateTime::fromMSecsSinceEpoch(qint64(xAxis->range().upper * 1000), Qt::UTC);
     QString label =
         m_isSinceStart ? tr("since the start") : tr("%1 UTC").arg(end.toString(QLatin1String("yyyy-MM-dd")));
-    if (!m_note.isEmpty())
+    // Before anything came there is no day.
+    const bool any = std::any_of(m_graphs.keyBegin(), m_graphs.keyEnd(),
+                                 [](const PlotSeries* series) { return !series->getPoints().isEmpty(); });
+    xAxis->setTickLabels(m_areTimesShown && any);
+    if (!any)
+        label = m_note;
+    else if (!m_note.isEmpty())
         label += QStringLiteral("  \u00b7  ") + m_note;
     label = fontMetrics().elidedText(label, Qt::ElideRight, width());
     xAxis->setLabel(m_graphs.isEmpty() || !m_areTimesShown ? QString() : label);

@@ -154,6 +154,7 @@ void TypePanel::createView()
     m_view->setMinimumHeight(2 * m_view->fontMetrics().lineSpacing()); // on a small screen
     new ColumnGrower(m_view, MessageTypeModel::SenderColumn, 25);
     new ColumnGrower(m_view, MessageTypeModel::CountColumn, 25);
+    new ColumnGrower(m_view, MessageTypeModel::RateColumn, 25);
     new NameColumn(m_view, 38);
     m_hint = new EmptyHint(m_view, QString());
     filter(QString());
