@@ -179,8 +179,10 @@ void BytesPanel::showMarks(bool mustBeSeen)
     const FieldBytes found(m_path, m_view->getBytes().isEmpty() ? nullptr : m_message.get());
     const bool isField = m_path.getField();
     m_view->setMarks(isField ? found.getRanges() : QVector<FieldBytes::Range>());
-    if (mustBeSeen && isField && !found.getRanges().isEmpty() && !m_isTelling)
+    if (mustBeSeen && isField && !found.getRanges().isEmpty() && !m_isTelling) {
+        m_view->setCurrent((found.getRanges().last().end - 1) / 8); // as much of it as there is room for
         m_view->setCurrent(found.getRanges().first().begin / 8);
+    }
     const QString text = getText();
     m_text->setText(text);
     const QString told = m_view->getBytes().isEmpty() ? m_view->getHint() : text;
