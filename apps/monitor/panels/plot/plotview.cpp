@@ -214,11 +214,17 @@ void PlotView::takePoints()
         QPen pen = drawn->graph->pen();
         pen.setWidthF(data.size() > FewSegments ? 1 : drawn.key() == m_emphasized ? EmphasizedWidth : LineWidth);
         drawn->graph->setPen(pen);
-        const qint64 count = points.findAfter(times.upper + shift) - points.findNotBefore(times.lower + shift);
+        const qint64 first = points.findNotBefore(times.lower + shift);
+        const qint64 count = points.findAfter(times.upper + shift) - first;
+        if (count <= 0 || count >= FewPoints) {
+            drawn->graph->setScatterStyle(QCPScatterStyle::ssNone);
+            continue;
+        }
         // One between two gaps is seen as well; discs that touch would only be a thick line.
-        const double size = count * LeastDistance <= axisRect()->width() ? 4 : 2;
-        drawn->graph->setScatterStyle(count < FewPoints ? QCPScatterStyle(QCPScatterStyle::ssDisc, size)
-                                                        : QCPScatterStyle(QCPScatterStyle::ssNone));
+        const double room = (points.at(first + count - 1).time - points.at(first).time) / times.size();
+        const bool isLoose = room * axisRect()->width() >= double(count - 1) * LeastDistance;
+        drawn->graph->setScatterStyle(isLoose ? QCPScatterStyle(QCPScatterStyle::ssDisc, 4)
+                                              : QCPScatterStyle(QCPScatterStyle::ssDot));
     }
 }
 
