@@ -90,7 +90,6 @@ void ComparePanel::compare(const QVector<FieldUse::Row>& rows)
     m_rows = rows.mid(0, MostRows);
     m_view->clear();
     showTitles();
-    m_view->header()->setTextElideMode(Qt::ElideMiddle);
     refresh();
     fitColumns();
 }
@@ -99,17 +98,22 @@ void ComparePanel::compare(const QVector<FieldUse::Row>& rows)
 void ComparePanel::showTitles()
 {
     QStringList titles{tr("Field"), QString(QChar(0x2260))};
+    QStringList tips{titles.at(FieldColumn), tr("Marked where the values differ")};
+    const QFontMetrics metrics = m_view->fontMetrics();
     for (const FieldUse::Row& row : std::as_const(m_rows)) {
-        const QString name = row.path.getName();
-        titles.append(row.origin.sender.isEmpty() ? name : name + QLatin1Char('\n') + row.origin.sender);
+        QStringList lines{row.path.getName(), row.origin.sender};
+        lines.removeAll(QString());
+        tips.append(lines.join(QLatin1Char(' ')));
+        // A header cuts lines at their ends, where names differ most.
+        for (QString& line : lines)
+            line = metrics.elidedText(line, Qt::ElideMiddle, (MostCharacters - 2) * metrics.averageCharWidth());
+        titles.append(lines.join(QLatin1Char('\n')));
     }
     m_view->setColumnCount(int(titles.size()));
     m_view->setHeaderLabels(titles);
     QTreeWidgetItem* const header = m_view->headerItem();
     for (int column = 0; column < titles.size(); ++column)
-        header->setToolTip(column, column == MarkColumn
-                                       ? tr("Marked where the values differ")
-                                       : QString(titles.at(column)).replace(QLatin1Char('\n'), QLatin1Char(' ')));
+        header->setToolTip(column, tips.at(column));
     header->setData(MarkColumn, Qt::AccessibleTextRole, tr("Differs"));
 }
 
