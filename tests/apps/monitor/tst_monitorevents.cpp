@@ -335,6 +335,10 @@ void tst_monitorevents::theListIsFilteredSortedCopiedAndCleared()
     desk.tell("4 1:1 5 after all");
     QCOMPARE(desk.shown(), QString("Warning 1 after all, 1:1, 00:00:05-00:00:05"));
 
+    int widths = 0;
+    for (int column = 0; column < view->header()->count(); ++column)
+        widths += view->header()->sectionSize(column);
+    QCOMPARE(view->header()->length(), widths); // what is hidden takes no room
     // Which columns there are, and how wide, comes back.
     QSettings settings(folder.filePath("a.ini"), QSettings::IniFormat);
     view->header()->actions().at(EventModel::TypeColumn - EventModel::SourceColumn)->trigger();

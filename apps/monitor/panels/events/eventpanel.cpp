@@ -165,6 +165,7 @@ void EventPanel::createView()
     QHeaderView* const header = m_view->header();
     header->setSortIndicator(-1, Qt::AscendingOrder); // as they came, until somebody wants another order
     m_view->setSortingEnabled(true);
+    header->setStretchLastSection(false); // before columns are hidden, or they keep their place behind the others
     const auto resize = [this, header](int column, const char* text) {
         const QString name = m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
         header->resizeSection(column, qMax(m_view->fontMetrics().horizontalAdvance(QLatin1String(text)),
