@@ -20,6 +20,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QTabBar>
@@ -344,7 +345,11 @@ void MainWindow::restoreSettings(QSettings& settings)
     m_desk.setPreferences(preferences);
 
     settings.beginGroup(QLatin1String("window"));
-    restoreGeometry(settings.value(QLatin1String("geometry")).toByteArray());
+    if (restoreGeometry(settings.value(QLatin1String("geometry")).toByteArray()) &&
+        size().boundedTo(screen()->availableSize()) != size()) {
+        resize(size().boundedTo(screen()->availableSize())); // which was larger the last time
+        move(screen()->availableGeometry().topLeft());
+    }
     m_state = settings.value(getStateKey()).toByteArray();
     settings.endGroup();
     m_layouts->restoreSettings(settings);

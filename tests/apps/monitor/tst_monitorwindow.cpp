@@ -331,9 +331,13 @@ void tst_monitorwindow::everythingFitsASmallScreen()
     window.openSimulation();
     EVENTUALLY(window.getTree()->width() * 2 > window.width());
     EVENTUALLY(window.getTree()->header()->sectionPosition(2) * 10 < window.getTree()->width() * 7);
+    EVENTUALLY(window.getTree()->columnWidth(0) != 260); // of a window that is not arranged
     window.getTree()->header()->resizeSection(0, 400);
     window.getTree()->resize(420, 200); // as beside a plot
     EVENTUALLY(window.getTree()->header()->sectionPosition(2) * 10 < window.getTree()->width() * 7);
+    window.resize(1800, 533); // and when there is room again
+    EVENTUALLY(window.getTree()->columnWidth(0) == 400);
+    window.resize(853, 533);
     window.getStatistics()->resize(200, 200); // half of it is for names, at least
     window.getStatistics()->show();
     EVENTUALLY(window.getStatistics()->columnWidth(0) * 2 >= window.getStatistics()->viewport()->width() - 1);
@@ -359,6 +363,7 @@ void tst_monitorwindow::everythingFitsASmallScreen()
     QDockWidget* const dock = window.findChild<QDockWidget*>("events");
     dock->setFloating(true);
     dock->resize(300, 200);
+    EVENTUALLY(events->viewport()->width() <= 300);
     EVENTUALLY(events->columnWidth(EventModel::EventColumn) * 5 >= events->viewport()->width());
 }
 
@@ -398,6 +403,7 @@ void tst_monitorwindow::aLowWindowHasOtherPlaces()
         TestWindow window; // of another screen: what was arranged on the small one is not for it
         window.restoreSettings(settings);
         window.show();
+        QCoreApplication::processEvents(); // it is arranged then
         EVENTUALLY_IS(docksOf(window), usual);
     }
     TestWindow window;

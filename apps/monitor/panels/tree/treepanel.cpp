@@ -25,6 +25,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+static const int LeastCharacters = 24; // whatever docks were wide in a larger window
+
 TreePanel::TreePanel(Desk* desk)
     : m_desk(desk)
     , m_widget(new QWidget)
@@ -33,6 +35,7 @@ TreePanel::TreePanel(Desk* desk)
 {
     m_tree->setAccessibleName(tr("Message tree"));
     m_tree->setAlternatingRowColors(true);
+    m_tree->setMinimumWidth(LeastCharacters * m_tree->fontMetrics().averageCharWidth());
     m_tree->header()->resizeSection(0, 260);
     m_tree->header()->resizeSection(1, 90);
     m_values->setName(0);
@@ -164,13 +167,48 @@ void TreePanel::addActionsTo(const PanelMenus& menus)
     menus.view->addActions({m_virtualFields, m_primaryOnly, m_hideUnset});
 }
 
+static QVector<int> widthsOf(const QHeaderView* header)
+{
+    return {header->sectionSize(0), header->sectionSize(1)};
+}
+
+static void setWidths(QHeaderView* header, const QVector<int>& widths)
+{
+    for (int column = 0; column < widths.size(); ++column)
+        header->resizeSection(column, widths.at(column));
+}
+
 void TreePanel::giveColumnsTheirWidths()
 {
     // Once the docks have left the tree what it gets.
     QTimer::singleShot(0, m_tree, [this]() {
-        m_tree->header()->resizeSection(0, m_tree->width() * 2 / 5);
-        m_tree->header()->resizeSection(1, m_tree->width() / 6);
+        m_wantedWidths.clear();
+        setWidths(m_tree->header(), {m_tree->width() * 2 / 5, m_tree->width() / 6});
     });
+}
+
+// Unless the user gave them other widths since.
+bool TreePanel::isSqueezed() const
+{
+    return !m_wantedWidths.isEmpty() && widthsOf(m_tree->header()) == m_givenWidths;
+}
+
+// Beside a plot that was just opened, values are what the tree is for; when there is room again, names have theirs.
+void TreePanel::followWidth()
+{
+    QHeaderView* const header = m_tree->header();
+    const int most = m_tree->width() * 2 / 3;
+    if (!isSqueezed()) {
+        m_wantedWidths.clear();
+        if (header->sectionPosition(m_tree->getColumnIndex(MessageTreeWidget::ValueColumn)) <= most)
+            return;
+        m_wantedWidths = widthsOf(header);
+    }
+    const bool hasRoom = m_wantedWidths.at(0) + m_wantedWidths.at(1) <= most;
+    setWidths(header, hasRoom ? m_wantedWidths : QVector<int>{m_tree->width() * 2 / 5, m_tree->width() / 6});
+    m_givenWidths = widthsOf(header);
+    if (hasRoom)
+        m_wantedWidths.clear();
 }
 
 // Rows keep the colours that they were given.
@@ -181,12 +219,8 @@ bool TreePanel::eventFilter(QObject* watched, QEvent* event)
         m_silence->followPalette();
         m_rows->followPalette();
     }
-    if (event->type() == QEvent::Resize) {
-        // Beside a plot that was just opened, values are what the tree is for.
-        const int value = m_tree->getColumnIndex(MessageTreeWidget::ValueColumn);
-        if (m_tree->header()->sectionPosition(value) > m_tree->width() * 2 / 3)
-            giveColumnsTheirWidths();
-    }
+    if (event->type() == QEvent::Resize)
+        QTimer::singleShot(0, m_tree, [this]() { followWidth(); });
     return QObject::eventFilter(watched, event);
 }
 
@@ -246,7 +280,12 @@ void TreePanel::forget(const MessageInfo* info)
 void TreePanel::saveSettings(QSettings& settings)
 {
     settings.beginGroup(QLatin1String("tree"));
+    const bool squeezed = isSqueezed(); // which holds for this window only
+    if (squeezed)
+        setWidths(m_tree->header(), m_wantedWidths);
     m_tree->saveSettings(settings);
+    if (squeezed)
+        setWidths(m_tree->header(), m_givenWidths);
     m_tree->saveExpansionState(settings);
     settings.setValue(QLatin1String("showVirtualFields"), m_virtualFields->isChecked());
     settings.setValue(QLatin1String("primaryFieldsOnly"), m_primaryOnly->isChecked());

@@ -4,6 +4,7 @@
 #include "panel.h"
 
 #include <QObject>
+#include <QVector>
 
 #include <memory>
 
@@ -60,12 +61,16 @@ private:
     void createArrangements();
     void showArrangement();
     void giveColumnsTheirWidths();
+    void followWidth();
+    bool isSqueezed() const;
     void tellStatus();
 
     Desk* m_desk;
     std::unique_ptr<QWidget> m_widget; // the find bar above the tree
     ReadingTree* m_tree;
     ValueDelegate* m_values;
+    QVector<int> m_wantedWidths; // of columns, while the tree is too narrow for them
+    QVector<int> m_givenWidths;  // meanwhile
     FindBar* m_findBar;
     std::unique_ptr<PinnedTypes> m_pins;
     TreeRows* m_rows;
