@@ -31,8 +31,7 @@ constexpr InputField port(const char* value)
 constexpr InputField User = {"user", QT_TRANSLATE_NOOP("InputKind", "&User:"), "", "", InputField::TextEditor, nullptr,
                              false};
 
-/** @param toolTip  where it is taken from where nothing is typed, in English and marked as the others for translation
- */
+/** @param toolTip  where it comes from where nothing is typed; in English, marked for translation as the others are */
 constexpr InputField password(const char* toolTip)
 {
     return {"password", QT_TRANSLATE_NOOP("InputKind", "Pass&word:"), toolTip, "", InputField::PasswordEditor, nullptr,

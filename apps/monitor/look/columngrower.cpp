@@ -21,6 +21,7 @@ ColumnGrower::ColumnGrower(QTreeView* view, int column, int mostPercent)
     connect(&m_timer, &QTimer::timeout, this, &ColumnGrower::grow);
     connect(view->model(), &QAbstractItemModel::rowsInserted, this, &ColumnGrower::growSoon);
     connect(view->model(), &QAbstractItemModel::layoutChanged, this, &ColumnGrower::growSoon);
+    connect(view->model(), &QAbstractItemModel::headerDataChanged, this, &ColumnGrower::growSoon);
     m_changes.setSingleShot(true);
     m_changes.setInterval(ChangesPauseMs);
     connect(&m_changes, &QTimer::timeout, this, &ColumnGrower::grow);
@@ -42,9 +43,11 @@ void ColumnGrower::grow()
     QHeaderView* const header = m_view->header();
     const int precision = header->resizeContentsPrecision();
     header->setResizeContentsPrecision(MostRows);
-    const int margin = m_view->fontMetrics().averageCharWidth();
-    const int wanted =
-        qMin(view->sizeHintForColumn(m_column) + margin, m_view->viewport()->width() * m_mostPercent / 100);
+    const QFontMetrics metrics = m_view->fontMetrics();
+    const QString title = m_view->model()->headerData(m_column, Qt::Horizontal).toString(); // longer in some languages
+    const int needed = qMax(view->sizeHintForColumn(m_column) + metrics.averageCharWidth(),
+                            metrics.horizontalAdvance(title + QLatin1String("xx")));
+    const int wanted = qMin(needed, m_view->viewport()->width() * m_mostPercent / 100);
     header->setResizeContentsPrecision(precision);
     if (wanted <= m_given)
         return;

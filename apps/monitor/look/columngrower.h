@@ -7,7 +7,8 @@
 class QTreeView;
 
 /**
- * Widens a column to the texts in it as rows come and change, as far as it leaves the other columns their room.
+ * Widens a column to its title, and to the texts in it as rows come and change, as far as it leaves the other columns
+ * their room.
  *
  * It never becomes narrower by itself, so that nothing jumps while data comes in, and what a user chose stays until a
  * wider text comes.
