@@ -29,6 +29,11 @@ void CsvFile::write(Desk* desk, const QString& path, const QByteArray& csv)
             QCoreApplication::translate("CsvFile", "%1 cannot be written: %2").arg(path, file.errorString()));
         return;
     }
+    tellSaved(desk, path);
+}
+
+void CsvFile::tellSaved(Desk* desk, const QString& path)
+{
     Q_EMIT desk->recovered();
     Q_EMIT desk->said(QCoreApplication::translate("CsvFile", "Saved: %1").arg(path), SaidMilliseconds);
 }

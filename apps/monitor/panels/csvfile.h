@@ -17,6 +17,8 @@ QString askPath(QWidget* panel, const QString& title, const QString& name);
 /** Asks for a file, with @p name as a suggestion, and writes @p csv there; the desk is told how that ended. */
 void save(QWidget* panel, Desk* desk, const QString& title, const QString& name, const QByteArray& csv);
 void write(Desk* desk, const QString& path, const QByteArray& csv);
+/** Tells that a file was written, and takes away what was wrong before. */
+void tellSaved(Desk* desk, const QString& path);
 
 } // namespace CsvFile
 

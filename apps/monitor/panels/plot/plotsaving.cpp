@@ -25,7 +25,11 @@ void PlotPanel::savePicture()
 {
     const QString path = QFileDialog::getSaveFileName(this, tr("Save Picture"), QLatin1String("plot.png"),
                                                       tr("PNG pictures (*.png);;All files (*)"));
-    if (!path.isEmpty() && !m_splitter->grab().save(path, "PNG"))
+    if (path.isEmpty())
+        return;
+    if (m_splitter->grab().save(path, "PNG"))
+        CsvFile::tellSaved(m_desk, path);
+    else
         Q_EMIT m_desk->failed(tr("%1 cannot be written.").arg(path));
 }
 
@@ -36,5 +40,6 @@ void PlotPanel::saveValues()
         return;
     ValueSaver* const saver = new ValueSaver(getColumns(), path, this);
     connect(saver, &ValueSaver::failed, m_desk, &Desk::failed);
+    connect(saver, &ValueSaver::saved, m_desk, [this, path]() { CsvFile::tellSaved(m_desk, path); });
     saver->start();
 }

@@ -63,6 +63,8 @@ void ValueSaver::end()
     m_dialog->hide();
     if (!m_error.isEmpty())
         Q_EMIT failed(m_error);
+    else if (!m_isCancelled)
+        Q_EMIT saved();
     Q_EMIT ended();
     deleteLater();
 }

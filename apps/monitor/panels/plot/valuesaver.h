@@ -29,6 +29,7 @@ public:
     void cancel() { m_isCancelled = true; }
 
 Q_SIGNALS:
+    void saved();
     /** It could not be written; why. */
     void failed(const QString& text);
     /** Written, failed or cancelled. */
