@@ -379,7 +379,7 @@
     <message>
         <source>,</source>
         <comment>between groups of three digits</comment>
-        <translation> </translation>
+        <translation>&#x202f;</translation>
     </message>
     <message>
         <source> (%1 in all)</source>

@@ -1669,10 +1669,6 @@ Zeigt, was ein Gerät sagt: jedes Feld jedes Nachrichtentyps, live; wie regelmä
         <translation>PNG-Bilder (*.png);;Alle Dateien (*)</translation>
     </message>
     <message>
-        <source>%1 cannot be written.</source>
-        <translation>%1 kann nicht geschrieben werden.</translation>
-    </message>
-    <message>
         <source>Save Values</source>
         <translation>Werte speichern</translation>
     </message>

@@ -1667,10 +1667,6 @@ Shows what a device says: every field of every message type, live; how regularly
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 cannot be written.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Save Values</source>
         <translation>Enregistrer les valeurs</translation>
     </message>

@@ -21,10 +21,28 @@ void CsvFile::save(QWidget* panel, Desk* desk, const QString& title, const QStri
         write(desk, path, csv);
 }
 
-void CsvFile::write(Desk* desk, const QString& path, const QByteArray& csv)
+// What waits in a buffer until the end fails without a complaint when the disk is full by then.
+bool CsvFile::open(QSaveFile* file)
+{
+    return file->open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+}
+
+// A disk that becomes full takes a part without a complaint. Only of the next byte it says why it does not.
+bool CsvFile::write(QSaveFile* file, const QByteArray& bytes)
+{
+    qint64 done = 0;
+    qint64 count = 1;
+    while (count > 0 && done < bytes.size()) {
+        count = file->write(bytes.constData() + done, bytes.size() - done);
+        done += qMax(qint64(0), count);
+    }
+    return done == bytes.size();
+}
+
+void CsvFile::write(Desk* desk, const QString& path, const QByteArray& bytes)
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(csv) < 0 || !file.commit()) {
+    if (!open(&file) || !write(&file, bytes) || !file.commit()) {
         Q_EMIT desk->failed(
             QCoreApplication::translate("CsvFile", "%1 cannot be written: %2").arg(path, file.errorString()));
         return;

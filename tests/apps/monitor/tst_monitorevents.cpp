@@ -3,6 +3,7 @@
 #include "desk.h"
 #include "eventmodel.h"
 #include "eventpanel.h"
+#include "fulldisk.h"
 #include "mavlinkframes.h"
 #include "mcapfixtures.h"
 #include "message.h"
@@ -13,6 +14,7 @@
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
@@ -321,6 +323,12 @@ void tst_monitorevents::theListIsFilteredSortedCopiedAndCleared()
     QVERIFY(said.size() == 1 && failed.isEmpty());
     CsvFile::write(&desk, folder.filePath("none/events.csv"), model.toCsv());
     QVERIFY(said.size() == 1 && failed.size() == 1);
+    {
+        const FullDisk disk(50); // of which a part is taken
+        CsvFile::write(&desk, folder.filePath("events.csv"), QByteArray(100, 'x'));
+    }
+    QVERIFY(said.size() == 1 && failed.size() == 2);
+    QCOMPARE(QFileInfo(folder.filePath("events.csv")).size(), qint64(model.toCsv().size()));
 
     // The views stand still, but for what the user does.
     desk.setPaused(true);

@@ -1,5 +1,6 @@
 #include "formatinfo.h"
 #include "foxgloveserver.h"
+#include "fulldisk.h"
 #include "mavlinkframes.h"
 #include "messageinfo.h"
 #include "playbacktime.h"
@@ -15,8 +16,6 @@
 #include <QTcpSocket>
 #include <QUdpSocket>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace
@@ -349,19 +348,13 @@ void tst_monitorsources::recordingThatFailsLeavesReceptionAlone()
 void tst_monitorsources::aFileThatTakesOnlyAPartSaysWhy()
 {
     // As with a disk that becomes full, the first write ends short and only the next one has a reason.
-    rlimit before;
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
-    rlimit limit = before;
-    limit.rlim_cur = 100000;
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
     RecordingFile file(m_folder.filePath("limited.tlog"));
-    const bool isOpen = file.open(QIODevice::WriteOnly);
-    file.write(QByteArray(150000, 'x'));
-    file.close();
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    QVERIFY(isOpen);
+    {
+        const FullDisk disk(100000);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray(150000, 'x'));
+        file.close();
+    }
     QCOMPARE(file.getProblem(), QString("File too large"));
     QCOMPARE(file.getWrittenSize(), qint64(100000));
     QCOMPARE(QFileInfo(m_folder.filePath("limited.tlog")).size(), qint64(100000));

@@ -7,6 +7,7 @@
 #include "plotview.h"
 #include "valuesaver.h"
 
+#include <QBuffer>
 #include <QFileDialog>
 #include <QSplitter>
 
@@ -27,10 +28,10 @@ void PlotPanel::savePicture()
                                                       tr("PNG pictures (*.png);;All files (*)"));
     if (path.isEmpty())
         return;
-    if (m_splitter->grab().save(path, "PNG"))
-        CsvFile::tellSaved(m_desk, path);
-    else
-        Q_EMIT m_desk->failed(tr("%1 cannot be written.").arg(path));
+    QBuffer picture;
+    picture.open(QIODevice::WriteOnly);
+    m_splitter->grab().save(&picture, "PNG");
+    CsvFile::write(m_desk, path, picture.data());
 }
 
 void PlotPanel::saveValues()

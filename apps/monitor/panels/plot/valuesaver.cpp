@@ -1,5 +1,7 @@
 #include "valuesaver.h"
 
+#include "csvfile.h"
+
 #include <QFileInfo>
 #include <QProgressDialog>
 #include <QSaveFile>
@@ -39,10 +41,10 @@ void ValueSaver::start()
 void ValueSaver::write()
 {
     QSaveFile file(m_path);
-    bool isGood = file.open(QIODevice::WriteOnly);
+    bool isGood = CsvFile::open(&file);
     int shown = 0;
     const auto take = [&](const QByteArray& text, int percent) {
-        isGood = file.write(text) == text.size();
+        isGood = CsvFile::write(&file, text);
         if (percent > shown)
             QMetaObject::invokeMethod(
                 this, [this, percent]() { m_dialog->setValue(percent); }, Qt::QueuedConnection);
