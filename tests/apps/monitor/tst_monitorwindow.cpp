@@ -33,8 +33,10 @@
 #include <QRegularExpression>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QTabBar>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QToolTip>
@@ -324,6 +326,7 @@ void tst_monitorwindow::everythingFitsASmallScreen()
 
     // The tree has its room, with the values in view, and what is empty has none.
     window.resize(853, 533);
+    const QSignalSpy arranged(window.getDesk(), &Desk::arranged);
     window.show();
     EVENTUALLY(window.minimumSizeHint().height() <= room.height()); // docks have their places then
     const QTreeView* const events = window.find<EventPanel>()->getView();
@@ -331,7 +334,11 @@ void tst_monitorwindow::everythingFitsASmallScreen()
     window.openSimulation();
     EVENTUALLY(window.getTree()->width() * 2 > window.width());
     EVENTUALLY(window.getTree()->header()->sectionPosition(2) * 10 < window.getTree()->width() * 7);
-    EVENTUALLY(window.getTree()->columnWidth(0) != 260); // of a window that is not arranged
+    EVENTUALLY(arranged.size() == 1);
+    bool isOver = false;
+    QTimer::singleShot(0, &window, [&isOver]() { isOver = true; }); // behind what gives columns their widths
+    EVENTUALLY(isOver);
+    QVERIFY(window.getTree()->columnWidth(0) != 260); // of a window that is not arranged
     window.getTree()->header()->resizeSection(0, 400);
     window.getTree()->resize(420, 200); // as beside a plot
     EVENTUALLY(window.getTree()->header()->sectionPosition(2) * 10 < window.getTree()->width() * 7);
@@ -361,6 +368,7 @@ void tst_monitorwindow::everythingFitsASmallScreen()
 
     // What happened is read also in a narrow list.
     QDockWidget* const dock = window.findChild<QDockWidget*>("events");
+    QVERIFY(window.showPanel("events")); // in front of the plot
     dock->setFloating(true);
     dock->resize(300, 200);
     EVENTUALLY(events->viewport()->width() <= 300);
