@@ -39,9 +39,20 @@ QWidget* createEvents(QWidget* parent)
     return widget;
 }
 
+/** Takes the time-out away before it goes, which labels leave to those who gave it. */
+class FormValueLabel : public FieldValueLabel
+{
+public:
+    FormValueLabel()
+        : FieldValueLabel(nullptr)
+    {
+    }
+    ~FormValueLabel() override { setTimeOut(-1); }
+};
+
 QWidget* createValue(QWidget* parent)
 {
-    QWidget* const widget = new FieldValueLabel(nullptr);
+    QWidget* const widget = new FormValueLabel;
     widget->setParent(parent);
     return widget;
 }
