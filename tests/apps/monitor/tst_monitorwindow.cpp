@@ -463,11 +463,13 @@ void tst_monitorwindow::theProgramSavesPicturesAndSaysWhatIsWrong()
         {"corvel-monitor --demo boat", "! ...--demo takes vehicle, robot or fleet...\n= 1"},
         {"{ corvel-monitor --panel map; echo \"= $?\"; } 2>&1 | tail -n 2",
          "corvel-monitor: there is no panel map\n= 1"},
-        {"{ corvel-monitor --plot ATTITUDE/roll; echo \"= $?\"; corvel-monitor --plot '\"*/A/b\" + c'; "
+        {"{ corvel-monitor --plot ATTITUDE/roll; echo \"= $?\"; corvel-monitor --plot '\"*/A/b\" + c'; corvel-monitor "
+         "--plot 'Q0 + \"*/A/b\"'; "
          "corvel-monitor --plot '1 + \"*/A/b\" - \"a'; corvel-monitor --plot '\"*/A/b*\" + 1'; corvel-monitor --watch "
          "'a/b/c['; } 2>&1 | grep -v QStandard",
          "corvel-monitor: --plot ATTITUDE/roll: character 14: no field is named...as */ATTITUDE/roll...\n= 1\n"
-         "...character 11: 'c' is no path in quotation marks...\n...character 15: the quotation...\n...'*/A/b*': "
+         "...character 11: 'c' is no path in quotation marks...\n...character 1: 'Q0' is no path...\n...character 15: "
+         "the quotation...\n...'*/A/b*': "
          "character 6: the wildcard...\n"
          "corvel-monitor: --watch a/b/c[: character 6: the ] is missing"},
         {"corvel-monitor --start now", "! ...--start takes page or demo...\n= 1"},

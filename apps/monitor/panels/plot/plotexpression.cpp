@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QRegularExpression>
+#include <QVector>
 
 #include <cmath>
 #include <functional>
@@ -88,60 +89,99 @@ PlotExpression PlotExpression::differenceOf(const PlotExpression& first, const P
     return difference;
 }
 
-/** Whether a quotation mark is left in what has names in the place of paths. */
-static bool hasOpenQuotation(const QString& plain, Formula::Fault* fault)
+namespace
 {
-    fault->position = int(plain.indexOf(QLatin1Char('"')));
-    if (fault->position >= 0)
-        fault->text = QCoreApplication::translate("PlotExpression", "the quotation mark is not closed");
-    return fault->position >= 0;
-}
 
-PlotExpression PlotExpression::parse(const QString& text, const Lines& lines, Formula::Fault* fault)
+/** A formula as it is typed, with names in the place of the paths in quotation marks. */
+struct TypedFormula
+{
+    explicit TypedFormula(const QString& text);
+
+    /** Reads it; false when it is none, of which @p fault is told. */
+    bool parse(Formula* formula, Formula::Fault* fault) const;
+    /** The path that a name stands for, which is one of those. */
+    const QString& getPath(const QString& name) const { return paths.at(name.mid(1).toInt()); }
+    /** Where a name stands that @p formula takes, that is no path, and that @p isKnown does not know; it is put into
+     * @p name. -1 when there is none. */
+    int findUnknown(const Formula& formula, const std::function<bool(const QString&)>& isKnown, QString* name) const;
+
+    QString plain;   // with names as long as the paths, so that places stay the same
+    QString compact; // without blanks behind the names
+    QStringList paths;
+    QVector<int> places; // of the paths
+};
+
+TypedFormula::TypedFormula(const QString& text)
+    : plain(text)
 {
     static const QRegularExpression quoted(QStringLiteral("\"([^\"]*)\""));
-    const auto isWrong = [fault](const QString& reason, qint64 position) {
-        fault->text = reason;
-        fault->position = int(position);
-        return PlotExpression();
-    };
-    // Names as long as the paths, so that places stay the same.
-    QString plain = text;
-    QString compact = text;
-    QStringList paths;
+    int done = 0;
     for (auto all = quoted.globalMatch(text); all.hasNext();) {
         const QRegularExpressionMatch one = all.next();
-        const FieldPath path = SameField::fromExpression(one.captured(1));
-        if (!path.getField() || path.isWholeRepeatedField())
-            return isWrong(QCoreApplication::translate("PlotExpression", "no field that is known is called %1")
-                               .arg(one.captured()),
-                           one.capturedStart());
-        if (path.isHidden())
-            return isWrong(QCoreApplication::translate("PlotExpression", "%1 is confidential").arg(one.captured()),
-                           one.capturedStart());
         const QString name = QStringLiteral("Q%1").arg(paths.size());
         plain.replace(int(one.capturedStart()), int(one.capturedLength()),
                       name.leftJustified(int(one.capturedLength())));
-        compact.replace(one.captured(), name);
+        compact += text.mid(done, int(one.capturedStart()) - done) + name;
+        done = int(one.capturedEnd());
         paths.append(one.captured(1));
+        places.append(int(one.capturedStart()));
+    }
+    compact += text.mid(done);
+}
+
+bool TypedFormula::parse(Formula* formula, Formula::Fault* fault) const
+{
+    const int open = int(plain.indexOf(QLatin1Char('"')));
+    if (open < 0)
+        return formula->parse(plain, fault);
+    fault->text = QCoreApplication::translate("PlotExpression", "the quotation mark is not closed");
+    fault->position = open;
+    return false;
+}
+
+int TypedFormula::findUnknown(const Formula& formula, const std::function<bool(const QString&)>& isKnown,
+                              QString* name) const
+{
+    static const QRegularExpression names{QLatin1String(NamePattern)};
+    for (auto all = names.globalMatch(plain); all.hasNext();) {
+        const QRegularExpressionMatch one = all.next();
+        *name = one.captured();
+        if (formula.getNames().contains(*name) && !places.contains(int(one.capturedStart())) && !isKnown(*name))
+            return int(one.capturedStart());
+    }
+    return -1;
+}
+
+} // namespace
+
+PlotExpression PlotExpression::parse(const QString& text, const Lines& lines, Formula::Fault* fault)
+{
+    const auto isWrong = [fault](const QString& reason, int position) {
+        fault->text = reason;
+        fault->position = position;
+        return PlotExpression();
+    };
+    const TypedFormula typed(text);
+    for (int i = 0; i < int(typed.paths.size()); ++i) {
+        const QString quoted = QLatin1Char('"') + typed.paths.at(i) + QLatin1Char('"');
+        const FieldPath path = SameField::fromExpression(typed.paths.at(i));
+        if (!path.getField() || path.isWholeRepeatedField())
+            return isWrong(
+                QCoreApplication::translate("PlotExpression", "no field that is known is called %1").arg(quoted),
+                typed.places.at(i));
+        if (path.isHidden())
+            return isWrong(QCoreApplication::translate("PlotExpression", "%1 is confidential").arg(quoted),
+                           typed.places.at(i));
     }
     Formula formula;
-    if (hasOpenQuotation(plain, fault) || !formula.parse(plain, fault))
+    if (!typed.parse(&formula, fault))
         return PlotExpression();
     PlotExpression expression;
-    for (const QString& name : formula.getNames()) {
-        bool isPath = false;
-        isPath = name.startsWith(QLatin1Char('Q')) && name.mid(1).toInt(&isPath) < paths.size() && isPath;
-        if (isPath || (isLetter(name) && numberOf(name) < int(lines.size())))
-            continue;
-        static const QRegularExpression names{QLatin1String(NamePattern)};
-        for (auto all = names.globalMatch(plain); all.hasNext();) {
-            const QRegularExpressionMatch one = all.next();
-            if (one.captured() == name)
-                return isWrong(QCoreApplication::translate("PlotExpression", "there is no line \"%1\"").arg(name),
-                               one.capturedStart());
-        }
-    }
+    const auto isLine = [&lines](const QString& name) { return isLetter(name) && numberOf(name) < int(lines.size()); };
+    QString unknown;
+    const int place = typed.findUnknown(formula, isLine, &unknown);
+    if (place >= 0)
+        return isWrong(QCoreApplication::translate("PlotExpression", "there is no line \"%1\"").arg(unknown), place);
     if (formula.getNames().isEmpty())
         return isWrong(QCoreApplication::translate("PlotExpression", "it names no line and no field"), -1);
     const auto letter = [&](const Operand& operand) { return expression.letterFor(operand); };
@@ -153,12 +193,12 @@ PlotExpression PlotExpression::parse(const QString& text, const Lines& lines, Fo
                                .arg(name),
                            -1);
     }
-    expression.formula = withNames(compact, [&](const QString& name) {
+    expression.formula = withNames(typed.compact, [&](const QString& name) {
         if (!formula.getNames().contains(name))
             return name;
         if (isLetter(name))
             return adopt(of(*lines[std::size_t(numberOf(name))], lines), letter);
-        return letter({paths.at(name.mid(1).toInt()), QString(), PlotFunction::Values});
+        return letter({typed.getPath(name), QString(), PlotFunction::Values});
     });
     expression.formula = expression.formula.simplified();
     return expression;
@@ -166,44 +206,24 @@ PlotExpression PlotExpression::parse(const QString& text, const Lines& lines, Fo
 
 PlotExpression PlotExpression::ofPaths(const QString& text, Formula::Fault* fault)
 {
-    static const QRegularExpression quoted(QStringLiteral("\"([^\"]*)\""));
-    static const QRegularExpression names{QLatin1String(NamePattern)};
-    QStringList paths;
-    QString plain = text; // in which places stay the same
-    QString compact;
-    int done = 0;
-    for (auto all = quoted.globalMatch(text); all.hasNext();) {
-        const QRegularExpressionMatch one = all.next();
-        const QString name = QStringLiteral("Q%1").arg(paths.size());
-        plain.replace(int(one.capturedStart()), int(one.capturedLength()),
-                      name.leftJustified(int(one.capturedLength())));
-        compact += text.mid(done, int(one.capturedStart()) - done) + name;
-        done = int(one.capturedEnd());
-        paths.append(one.captured(1));
-    }
-    compact += text.mid(done);
+    const TypedFormula typed(text);
     Formula formula;
     Formula::Fault unwanted;
     Formula::Fault* const told = fault ? fault : &unwanted;
     PlotExpression expression;
-    if (paths.isEmpty() || hasOpenQuotation(plain, told) || !formula.parse(plain, told))
+    if (typed.paths.isEmpty() || !typed.parse(&formula, told))
         return expression;
-    const auto pathOf = [&](const QString& name) {
-        const int path = name.startsWith(QLatin1Char('Q')) ? name.mid(1).toInt() : -1;
-        return path < int(paths.size()) ? path : -1;
-    };
-    for (auto all = names.globalMatch(plain); all.hasNext();) {
-        const QRegularExpressionMatch one = all.next();
-        if (!formula.getNames().contains(one.captured()) || pathOf(one.captured()) >= 0)
-            continue;
-        told->text =
-            QCoreApplication::translate("PlotExpression", "\"%1\" is no path in quotation marks").arg(one.captured());
-        told->position = int(one.capturedStart());
+    QString unknown;
+    const int place = typed.findUnknown(
+        formula, [](const QString&) { return false; }, &unknown);
+    if (place >= 0) {
+        told->text = QCoreApplication::translate("PlotExpression", "\"%1\" is no path in quotation marks").arg(unknown);
+        told->position = place;
         return expression;
     }
-    expression.formula = withNames(compact, [&](const QString& name) {
+    expression.formula = withNames(typed.compact, [&](const QString& name) {
         return formula.getNames().contains(name)
-                   ? expression.letterFor({paths.at(pathOf(name)), QString(), PlotFunction::Values})
+                   ? expression.letterFor({typed.getPath(name), QString(), PlotFunction::Values})
                    : name;
     });
     return expression;
